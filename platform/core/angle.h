@@ -1,0 +1,121 @@
+// SPDX-License-Identifier: MIT
+//
+// Angles: radians, degrees and the 8-bit angle of an edge element. A value's type says its unit;
+// no bare double is ever an angle in a public signature.
+//
+// Angles grow from the x axis towards the y axis: counter-clockwise with y up, clockwise on a
+// screen whose y points down.
+
+#pragma once
+
+#include <cmath>
+#include <compare>
+#include <numbers>
+
+#include <platform/export.h>
+
+class qcArchive;
+class qcDegree;
+
+/// An angle in radians. Holds the value as given: nothing is normalised until norm() is asked.
+class qcRadian {
+ public:
+  /// A full turn, 2 pi.
+  static constexpr double fullTurn = 2.0 * std::numbers::pi;
+
+  constexpr explicit qcRadian(double radians = 0.0) noexcept : value_(radians) {}
+  /// Converts by one multiplication with pi / 180 (rounded once).
+  constexpr qcRadian(const qcDegree& degrees) noexcept;  // NOLINT(google-explicit-constructor)
+
+  constexpr double toDouble() const noexcept { return value_; }
+
+  /// The same direction in [0, 2 pi). Exact for values in [0, 2 pi); a negative value that rounds
+  /// up to the full turn gives 0. NaN and infinite angles give NaN.
+  qcRadian norm() const noexcept;
+
+  constexpr qcRadian operator-() const noexcept { return qcRadian(-value_); }
+  constexpr qcRadian operator+(qcRadian other) const noexcept {
+    return qcRadian(value_ + other.value_);
+  }
+  constexpr qcRadian operator-(qcRadian other) const noexcept {
+    return qcRadian(value_ - other.value_);
+  }
+  constexpr qcRadian operator*(double factor) const noexcept { return qcRadian(value_ * factor); }
+  /// Compares the stored values: 0 and 2 pi are different.
+  constexpr auto operator<=>(const qcRadian&) const noexcept = default;
+
+ private:
+  double value_;
+};
+
+/// An angle in degrees. Holds the value as given.
+class qcDegree {
+ public:
+  static constexpr double fullTurn = 360.0;
+
+  constexpr explicit qcDegree(double degrees = 0.0) noexcept : value_(degrees) {}
+  /// Converts by one multiplication with 180 / pi (rounded once).
+  constexpr qcDegree(const qcRadian& radians) noexcept  // NOLINT(google-explicit-constructor)
+      : value_(radians.toDouble() * 57.29577951308232) {}
+
+  constexpr double toDouble() const noexcept { return value_; }
+
+  /// The same direction in [0, 360), with the rules of qcRadian::norm().
+  qcDegree norm() const noexcept;
+
+  constexpr qcDegree operator-() const noexcept { return qcDegree(-value_); }
+  constexpr qcDegree operator+(qcDegree other) const noexcept {
+    return qcDegree(value_ + other.value_);
+  }
+  constexpr qcDegree operator-(qcDegree other) const noexcept {
+    return qcDegree(value_ - other.value_);
+  }
+  constexpr qcDegree operator*(double factor) const noexcept { return qcDegree(value_ * factor); }
+  constexpr auto operator<=>(const qcDegree&) const noexcept = default;
+
+ private:
+  double value_;
+};
+
+/// The 8-bit angle of an edge element: 256 steps make a full turn. Sums and differences wrap.
+class qcAngle8 {
+ public:
+  /// One step in degrees, 360 / 256 (exact).
+  static constexpr double degreesPerStep = 1.40625;
+
+  constexpr explicit qcAngle8(unsigned char steps = 0) noexcept : steps_(steps) {}
+
+  constexpr unsigned char steps() const noexcept { return steps_; }
+  constexpr operator qcDegree() const noexcept {  // NOLINT(google-explicit-constructor)
+    return qcDegree(steps_ * degreesPerStep);
+  }
+
+  constexpr qcAngle8 operator+(qcAngle8 other) const noexcept {
+    return qcAngle8(static_cast<unsigned char>(steps_ + other.steps_));
+  }
+  constexpr qcAngle8 operator-(qcAngle8 other) const noexcept {
+    return qcAngle8(static_cast<unsigned char>(steps_ - other.steps_));
+  }
+  constexpr bool operator==(const qcAngle8&) const noexcept = default;
+
+ private:
+  unsigned char steps_;
+};
+
+constexpr qcRadian::qcRadian(const qcDegree& degrees) noexcept
+    : value_(degrees.toDouble() * 0.017453292519943295) {}
+
+/// Maps a value into [0, turn); see qcRadian::norm().
+inline double qfNormTurn(double value, double turn) noexcept {
+  if (value >= 0.0 && value < turn) return value;
+  double rest = std::fmod(value, turn);
+  if (rest < 0.0) rest += turn;
+  return rest >= turn ? 0.0 : rest;
+}
+
+inline qcRadian qcRadian::norm() const noexcept { return qcRadian(qfNormTurn(value_, fullTurn)); }
+inline qcDegree qcDegree::norm() const noexcept { return qcDegree(qfNormTurn(value_, fullTurn)); }
+
+/// Stores or loads an angle: one double.
+QCPLATFORM_EXPORT qcArchive& operator||(qcArchive& archive, qcRadian& angle);
+QCPLATFORM_EXPORT qcArchive& operator||(qcArchive& archive, qcDegree& angle);

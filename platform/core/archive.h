@@ -1,0 +1,210 @@
+// SPDX-License-Identifier: MIT
+//
+// The archive: one operator, ||, both stores and loads, so that a class describes its record once.
+//
+//   std::ofstream file("part.qcar", std::ios::binary);
+//   qcStreamArchive archive(file);
+//   archive || contour || region;
+//
+// qcArchive knows the encoding (little-endian, see docs/archive.md), which objects it has met and
+// how pointers are written; qcStreamArchive moves the bytes through a standard stream.
+//
+// Objects by value (`archive || object`) and through handles (`archive || handle`) are kept apart:
+// an object stored both ways is written in full once for each, and is two objects when it is read
+// back. Met twice the same way it is written once. A variable that is loaded into again and again
+// must be forgotten in between, or the second load finds it already met and reads nothing:
+//
+//   while (more) { archive || contour; use(contour); archive.forget(contour); }
+//
+// Storing needs no such care for locals: an object that dies is forgotten by the archives of its
+// thread.
+//
+// Hostile input is expected. Counts are not trusted, references must lead to objects already
+// announced, nesting is bounded; whatever does not fit throws an exception under qcArchive::Errors
+// and leaves nothing behind on the heap once the archive is gone. Storing refuses what loading would
+// refuse.
+
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <iosfwd>
+#include <memory>
+#include <vector>
+
+#include <platform/core/exception.h>
+#include <platform/core/handle.h>
+#include <platform/core/vector.h>
+
+/// Stores or loads values and objects. An archive is made, used and destroyed on one thread.
+class QCPLATFORM_EXPORT qcArchive {
+ public:
+  /// Everything that can go wrong with an archive.
+  class QCPLATFORM_EXPORT Errors : public qcExceptionWithString {
+   public:
+    using qcExceptionWithString::qcExceptionWithString;
+    void suicideAndRethrow() override;
+  };
+  /// A record carries a version that its class does not know.
+  class QCPLATFORM_EXPORT UnknownVersion : public Errors {
+   public:
+    /// `source` and `line` name the check; null and 0 when there is none.
+    UnknownVersion(const char* source, int line);
+    /// Never null: an empty text when no source was named.
+    const char* source() const noexcept { return source_.c_str(); }
+    int line() const noexcept { return line_; }
+    void suicideAndRethrow() override;
+
+   private:
+    std::string source_;
+    int line_;
+  };
+  /// Bytes that no archive would have written, or an object that cannot be written.
+  class QCPLATFORM_EXPORT BadFormat : public Errors {
+   public:
+    using Errors::Errors;
+    void suicideAndRethrow() override;
+  };
+  /// The input ends too early.
+  class QCPLATFORM_EXPORT Truncated : public Errors {
+   public:
+    using Errors::Errors;
+    void suicideAndRethrow() override;
+  };
+  /// A number does not fit the width that it has in the archive.
+  class QCPLATFORM_EXPORT ValueTooLarge : public Errors {
+   public:
+    using Errors::Errors;
+    void suicideAndRethrow() override;
+  };
+  /// The stream behind the archive did not take the bytes.
+  class QCPLATFORM_EXPORT WriteFailed : public Errors {
+   public:
+    using Errors::Errors;
+    void suicideAndRethrow() override;
+  };
+
+  /// Objects may be nested this deep, each inside the one before.
+  static constexpr int maxNesting = 256;
+
+  qcArchive(const qcArchive&) = delete;
+  qcArchive& operator=(const qcArchive&) = delete;
+  virtual ~qcArchive();
+
+  bool isStoring() const noexcept { return direction_ == Direction::eStoring; }
+  bool isLoading() const noexcept { return direction_ == Direction::eLoading; }
+
+  /// One byte, 0 or 1.
+  qcArchive& operator||(bool& value);
+  /// 32-bit two's complement. Throws ValueTooLarge for values that need more.
+  qcArchive& operator||(long& value);
+  /// 32 bits. Throws ValueTooLarge for values that need more.
+  qcArchive& operator||(unsigned long& value);
+  /// IEEE-754 64-bit, every bit kept.
+  qcArchive& operator||(double& value);
+  /// Stores or loads an object by value.
+  qcArchive& operator||(qcPersistent& object);
+
+  /// `count` consecutive doubles, as `count` single ones would be stored, at the speed of copying.
+  void transferDoubles(double* values, std::size_t count);
+
+  /// Forgets that `object` was met, by value or through a handle, so that the next transfer is a
+  /// full one.
+  void forget(const qcPersistent& object) noexcept;
+
+  /// Transfers a pointer as a record that shares what is met twice: the engine behind handles.
+  /// Loading returns the object (null for null); the archive keeps it alive until it is itself
+  /// destroyed. Throws BadFormat when a handle leads back into an object still under way: such a
+  /// ring would keep itself alive for ever.
+  qcPersistent* transferShared(qcPersistent* object);
+
+  /// How many elements of `bytesEach` bytes a loading archive may expect at least and should make
+  /// room for at once, of `remaining` still announced: bounded by the bytes that are really there.
+  std::size_t roomFor(std::size_t remaining, std::size_t bytesEach) const;
+
+ protected:
+  enum class Direction { eStoring, eLoading };
+  explicit qcArchive(Direction direction);
+
+  /// Takes the next `count` bytes. Throws WriteFailed.
+  virtual void storeBytes(const void* bytes, std::size_t count) = 0;
+  /// Gives the next `count` bytes, or throws Truncated.
+  virtual void loadBytes(void* bytes, std::size_t count) = 0;
+  /// A lower bound of the bytes that are still to come, 0 when nothing is known.
+  virtual std::size_t bytesAtHand() const = 0;
+
+  /// Position in bytes from the start, for messages.
+  std::uint64_t position() const noexcept { return position_; }
+  void store(const void* bytes, std::size_t count);
+  void load(void* bytes, std::size_t count);
+  [[noreturn]] void badFormat(const wchar_t* what) const;
+
+ private:
+  friend class qcPersistent;
+  struct Registry;
+  class Transfer;
+
+  Direction direction_;
+  std::uint64_t position_ = 0;
+  std::unique_ptr<Registry> registry_;
+  qcArchive* next_;
+};
+
+/// An archive in a standard stream, which must be open in binary mode and outlive the archive.
+/// Starts with the bytes "QCAR", 1, 0, 0, 0: written, or checked, by the constructor.
+class QCPLATFORM_EXPORT qcStreamArchive : public qcArchive {
+ public:
+  /// Stores. Throws WriteFailed when the stream refuses.
+  explicit qcStreamArchive(std::ostream& out);
+  /// Loads. Throws BadFormat or Truncated when the stream does not start as an archive.
+  explicit qcStreamArchive(std::istream& in);
+  ~qcStreamArchive() override;
+
+ protected:
+  void storeBytes(const void* bytes, std::size_t count) override;
+  void loadBytes(void* bytes, std::size_t count) override;
+  std::size_t bytesAtHand() const override;
+
+ private:
+  std::ostream* out_ = nullptr;
+  std::istream* in_ = nullptr;
+};
+
+/// One byte.
+QCPLATFORM_EXPORT qcArchive& operator||(qcArchive& archive, unsigned char& value);
+
+/// A shared object, or null. Loading gives a null handle when the stored object is of another
+/// class.
+template <class T>
+qcArchive& operator||(qcArchive& archive, qcPtrHandle<T>& handle) {
+  qcPersistent* const object = archive.transferShared(archive.isStoring() ? handle.get() : nullptr);
+  if (archive.isLoading()) handle = qcPtrHandle<T>(dynamic_cast<T*>(object));
+  return archive;
+}
+
+template <class T>
+qcArchive& operator||(qcArchive& archive, qcPtrHandle_const<T>& handle) {
+  qcPtrHandle<T> shared(const_cast<T*>(archive.isStoring() ? handle.get() : nullptr));
+  archive || shared;
+  if (archive.isLoading()) handle = shared;
+  return archive;
+}
+
+/// The frame of every list: a version byte 0 (another one read throws UnknownVersion without a
+/// source), then the count, which is returned.
+QCPLATFORM_EXPORT std::size_t qf_TransferListHead(qcArchive& archive, std::size_t count);
+
+/// A list: its frame, then the elements in order. A loaded list grows as its elements arrive.
+template <class T>
+qcArchive& operator||(qcArchive& archive, std::vector<T>& list) {
+  const std::size_t count = qf_TransferListHead(archive, list.size());
+  if (archive.isLoading()) list.clear();
+  for (std::size_t i = 0; i < count; ++i) {
+    if (archive.isLoading()) list.emplace_back();
+    archive || list[i];
+  }
+  return archive;
+}
+
+/// A list of points, transferred in blocks.
+QCPLATFORM_EXPORT qcArchive& operator||(qcArchive& archive, std::vector<qcVector<2>>& points);

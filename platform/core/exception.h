@@ -1,0 +1,105 @@
+// SPDX-License-Identifier: MIT
+//
+// The exceptions of the platform. Every failure is thrown by value; nothing is reported through
+// return codes and nothing is logged. The shape library's own exceptions are in
+// cntr/contourdefs.h, the archive's in archive.h.
+
+#pragma once
+
+#include <exception>
+#include <iosfwd>
+#include <string>
+
+#include <platform/core/persistent.h>
+
+/// Root of all exceptions. It is archivable (its record is a version byte 0 and the qcPersistent
+/// record), so that a failure can travel in an archive and be raised again.
+class QCPLATFORM_EXPORT qcException : public virtual qcPersistent, public std::exception {
+ public:
+  qcException() noexcept = default;
+  qcException(const qcException&) noexcept = default;
+  qcException& operator=(const qcException&) noexcept = default;
+  ~qcException() override = default;
+
+  /// Class and message in UTF-8, e.g. "qcContourDefs::BadParams: invalid contour". The text lives
+  /// as long as the exception. Falls back to "qcException" when memory runs out.
+  const char* what() const noexcept override;
+  /// The fixed number of the class; 0 for classes that have none.
+  virtual long errorNumber() const;
+  /// Deletes this object, which must have been made with new, and throws a copy of it, by value,
+  /// as the same class.
+  virtual void suicideAndRethrow();
+
+ protected:
+  void dispatchSerialize(qcArchive& archive) override;
+
+  /// What what() appends to the class name, in UTF-8; empty here.
+  virtual std::string description() const;
+
+ private:
+  static qcPersistent* make();
+  static qc_Instantiator sExemplar;
+
+  mutable std::string what_;
+};
+
+/// An exception that carries a text.
+class QCPLATFORM_EXPORT qcExceptionWithString : public qcException {
+ public:
+  /// The text up to its terminating null; a null pointer is an empty text.
+  explicit qcExceptionWithString(const wchar_t* message = L"");
+
+  std::wstring message() const { return message_text_; }
+  /// Writes the text to `out`.
+  void message_(std::wostream& out) const;
+  void suicideAndRethrow() override;
+
+ protected:
+  std::string description() const override;
+
+ private:
+  std::wstring message_text_;
+};
+
+/// Thrown when a handle that holds no object is dereferenced.
+class QCPLATFORM_EXPORT qcBadPointer : public qcException {
+ public:
+  void suicideAndRethrow() override;
+};
+
+/// Failures of matrix and fitting arithmetic.
+class QCPLATFORM_EXPORT qcMathError {
+ public:
+  class QCPLATFORM_EXPORT Errors : public qcException {
+   public:
+    void suicideAndRethrow() override;
+  };
+  /// A matrix that has no inverse, or a body that degenerates to a line.
+  class QCPLATFORM_EXPORT Singular : public Errors {
+   public:
+    void suicideAndRethrow() override;
+  };
+};
+
+/// Failures of image windows, also thrown by operations that shapes with per-vertex data do not
+/// support.
+class QCPLATFORM_EXPORT qcPel {
+ public:
+  class QCPLATFORM_EXPORT Errors : public qcException {
+   public:
+    void suicideAndRethrow() override;
+  };
+  class QCPLATFORM_EXPORT BadWindow : public Errors {
+   public:
+    void suicideAndRethrow() override;
+  };
+};
+
+/// The body of suicideAndRethrow() for class X: copies `*exception` on the stack, deletes it and
+/// throws the copy.
+template <class X>
+[[noreturn]] void qf_DeleteAndThrowCopy(X* exception) {
+  const X copy(*exception);
+  delete exception;
+  throw X(copy);
+}

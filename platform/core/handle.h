@@ -1,0 +1,162 @@
+// SPDX-License-Identifier: MIT
+//
+// Intrusive reference counting: qcRepBase is the counted object, qcPtrHandle<T> and
+// qcPtrHandle_const<T> are the handles. Copying a handle shares the object; the last handle deletes
+// it. Counts change atomically (interlocked.h), so handles to one object may be copied and dropped
+// on several threads; one handle variable is used by one thread at a time.
+
+#pragma once
+
+#include <type_traits>
+#include <utility>
+
+#include <platform/core/exception.h>
+#include <platform/core/interlocked.h>
+
+/// Base of every object that handles can share. A copy of an object starts uncounted.
+class QCPLATFORM_EXPORT qcRepBase {
+ public:
+  virtual ~qcRepBase();
+
+ protected:
+  qcRepBase() noexcept = default;
+  qcRepBase(const qcRepBase&) noexcept {}
+  qcRepBase& operator=(const qcRepBase&) noexcept { return *this; }
+
+ private:
+  friend class qc_PtrHandleBase_RepAccessor;
+  mutable std::atomic<long> references_{0};
+};
+
+/// The only one that touches the counts.
+class QCPLATFORM_EXPORT qc_PtrHandleBase_RepAccessor {
+ protected:
+  static void addReference(const qcRepBase* rep) noexcept {
+    if (rep != nullptr) qfInterlockedIncrement(rep->references_);
+  }
+  /// Deletes the object with its last reference.
+  static void dropReference(const qcRepBase* rep) noexcept {
+    if (rep != nullptr && qfInterlockedDecrement(rep->references_) == 0) delete rep;
+  }
+};
+
+/// What all handles to const objects share: the counted part of the object, or null.
+class QCPLATFORM_EXPORT qcPtrHandleBase_const : protected qc_PtrHandleBase_RepAccessor {
+ public:
+  /// True when the handle holds an object.
+  explicit operator bool() const noexcept { return rep_ != nullptr; }
+
+ protected:
+  qcPtrHandleBase_const() noexcept = default;
+  explicit qcPtrHandleBase_const(const qcRepBase* rep) noexcept : rep_(rep) { addReference(rep_); }
+  qcPtrHandleBase_const(const qcPtrHandleBase_const& other) noexcept : rep_(other.rep_) {
+    addReference(rep_);
+  }
+  qcPtrHandleBase_const(qcPtrHandleBase_const&& other) noexcept
+      : rep_(std::exchange(other.rep_, nullptr)) {}
+  qcPtrHandleBase_const& operator=(qcPtrHandleBase_const other) noexcept {
+    std::swap(rep_, other.rep_);
+    return *this;
+  }
+  ~qcPtrHandleBase_const() { dropReference(rep_); }
+
+  const qcRepBase* rep() const noexcept { return rep_; }
+
+ private:
+  const qcRepBase* rep_ = nullptr;
+};
+
+/// The same for handles that may change their object.
+class QCPLATFORM_EXPORT qcPtrHandleBase : public qcPtrHandleBase_const {
+ protected:
+  using qcPtrHandleBase_const::qcPtrHandleBase_const;
+};
+
+/// A shared reference to an object, or null. T derives from qcRepBase.
+template <class T>
+class qcPtrHandle : public qcPtrHandleBase {
+ public:
+  using element_type = T;
+
+  /// Null.
+  qcPtrHandle() noexcept = default;
+  /// Shares `object`, which was made with new; the last handle deletes it.
+  explicit qcPtrHandle(T* object) noexcept : qcPtrHandleBase(object), object_(object) {}
+  qcPtrHandle(const qcPtrHandle&) noexcept = default;
+  qcPtrHandle(qcPtrHandle&& other) noexcept
+      : qcPtrHandleBase(std::move(other)), object_(std::exchange(other.object_, nullptr)) {}
+  /// A handle to a derived class is a handle to its base.
+  template <class U>
+    requires std::is_convertible_v<U*, T*>
+  qcPtrHandle(const qcPtrHandle<U>& other) noexcept  // NOLINT(google-explicit-constructor)
+      : qcPtrHandle(other.get()) {}
+  qcPtrHandle& operator=(qcPtrHandle other) noexcept {
+    qcPtrHandleBase::operator=(std::move(other));
+    std::swap(object_, other.object_);
+    return *this;
+  }
+  ~qcPtrHandle() = default;
+
+  T* get() const noexcept { return object_; }
+  /// Throws qcBadPointer on a null handle.
+  T* operator->() const { return &**this; }
+  /// Throws qcBadPointer on a null handle.
+  T& operator*() const {
+    if (object_ == nullptr) throw qcBadPointer();
+    return *object_;
+  }
+
+  /// True when both share one object (or both are null).
+  bool operator==(const qcPtrHandle& other) const noexcept { return object_ == other.object_; }
+
+ private:
+  T* object_ = nullptr;
+};
+
+/// A shared reference to an object that its holder may not change, or null.
+template <class T>
+class qcPtrHandle_const : public qcPtrHandleBase_const {
+ public:
+  using element_type = const T;
+
+  /// Null.
+  qcPtrHandle_const() noexcept = default;
+  /// Shares `object`, which was made with new; the last handle deletes it.
+  explicit qcPtrHandle_const(const T* object) noexcept
+      : qcPtrHandleBase_const(object), object_(object) {}
+  qcPtrHandle_const(const qcPtrHandle_const&) noexcept = default;
+  qcPtrHandle_const(qcPtrHandle_const&& other) noexcept
+      : qcPtrHandleBase_const(std::move(other)), object_(std::exchange(other.object_, nullptr)) {}
+  /// Shares the object of a handle that may change it.
+  template <class U>
+    requires std::is_convertible_v<const U*, const T*>
+  qcPtrHandle_const(const qcPtrHandle<U>& other) noexcept  // NOLINT(google-explicit-constructor)
+      : qcPtrHandle_const(other.get()) {}
+  template <class U>
+    requires std::is_convertible_v<const U*, const T*>
+  qcPtrHandle_const(const qcPtrHandle_const<U>& other) noexcept  // NOLINT(google-explicit-constructor)
+      : qcPtrHandle_const(other.get()) {}
+  qcPtrHandle_const& operator=(qcPtrHandle_const other) noexcept {
+    qcPtrHandleBase_const::operator=(std::move(other));
+    std::swap(object_, other.object_);
+    return *this;
+  }
+  ~qcPtrHandle_const() = default;
+
+  const T* get() const noexcept { return object_; }
+  /// Throws qcBadPointer on a null handle.
+  const T* operator->() const { return &**this; }
+  /// Throws qcBadPointer on a null handle.
+  const T& operator*() const {
+    if (object_ == nullptr) throw qcBadPointer();
+    return *object_;
+  }
+
+  /// True when both share one object (or both are null).
+  bool operator==(const qcPtrHandle_const& other) const noexcept {
+    return object_ == other.object_;
+  }
+
+ private:
+  const T* object_ = nullptr;
+};

@@ -1,0 +1,87 @@
+// SPDX-License-Identifier: MIT
+//
+// qcPersistent, the base of everything that can be stored in an archive, and qc_Instantiator, which
+// registers a class so that an archive can create objects of it. The archive is in archive.h.
+
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <typeinfo>
+
+#include <platform/export.h>
+
+class qcArchive;
+
+/// Base of every archivable object: its record, its change notices, and the marks that keep an
+/// object that is reached twice from being written twice.
+///
+/// Change notices: a class sends one (mutating_()) whenever its content or a remembered answer of
+/// it changes; while tracking is on they are counted. Tracking is off in a new object.
+class QCPLATFORM_EXPORT qcPersistent {
+ public:
+  /// Tells the archives of this thread that the object is gone, so that another object at the same
+  /// address is not taken for it.
+  virtual ~qcPersistent();
+
+  bool isTracking() const noexcept { return isTracking_; }
+  /// Switches the counting of change notices; the count is kept.
+  void isTracking(bool track) noexcept { isTracking_ = track; }
+  /// The number of change notices sent while tracking was on. Never copied or assigned.
+  unsigned long changes() const noexcept { return changes_; }
+
+  /// Hook for classes that must rebuild something after a load; does nothing here.
+  virtual void reInit();
+  /// Transfers the object's own record through `archive`, whether or not the object has been
+  /// transferred before.
+  virtual void loadSimple(qcArchive& archive);
+
+ protected:
+  qcPersistent() noexcept = default;
+  /// A copy starts with tracking off and no changes.
+  qcPersistent(const qcPersistent&) noexcept {}
+  /// Keeps the tracking flag and the count of the target.
+  qcPersistent& operator=(const qcPersistent&) noexcept { return *this; }
+
+  /// Stores or loads the object's record: called by the archive, and by derived classes for their
+  /// base record. The record of qcPersistent itself is one version byte, 0; another one read
+  /// throws qcArchive::UnknownVersion naming "qcPersistent", line 0.
+  virtual void dispatchSerialize(qcArchive& archive);
+
+  /// Sends a change notice; counted while tracking is on.
+  void mutating_() noexcept {
+    if (isTracking_) ++changes_;
+  }
+
+  /// True when the object at `object` of `size` bytes has been marked in the archive whose
+  /// transfer is under way on this thread. False when none is.
+  static bool haveVisited(const void* object, std::size_t size);
+  /// Marks it; does nothing when no transfer is under way on this thread.
+  static void setVisited(const void* object, std::size_t size);
+  /// Stores `pointer`, or loads into it: null, an object already transferred through a pointer, or
+  /// a new one (created by its registered factory). A loaded object is the caller's to delete,
+  /// unless it is reference counted. `owner` is the object that holds the pointer (may be null).
+  /// Throws qcArchive::Errors.
+  static void serializePointer(qcArchive& archive, qcPersistent* owner, qcPersistent*& pointer);
+
+ private:
+  friend class qcArchive;
+
+  bool isTracking_ = false;
+  unsigned long changes_ = 0;
+};
+
+/// Registers the factory of a class for the archives, for as long as the program runs. Meant for a
+/// static member of the class: `static qc_Instantiator sExemplar;` initialised with
+/// `qc_Instantiator X::sExemplar(typeid(X), &X::make);`. Registering a class again replaces its
+/// factory.
+///
+/// The class goes by its name as written in C++, the same on every compiler.
+class QCPLATFORM_EXPORT qc_Instantiator {
+ public:
+  qc_Instantiator(const std::type_info& type, qcPersistent* (*make)());
+};
+
+/// The name of a class as written in C++ without spaces, e.g. `qcContourT<qcEdgelet>`, the same on
+/// every compiler.
+QCPLATFORM_EXPORT std::string qf_ClassName(const std::type_info& type);

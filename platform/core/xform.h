@@ -1,0 +1,136 @@
+// SPDX-License-Identifier: MIT
+//
+// Transforms of the plane: the value qcXform<2> (matrix and translation) and the family of
+// transform objects under qc2XformBase that shapes with per-vertex data share through handles.
+
+#pragma once
+
+#include <platform/core/handle.h>
+#include <platform/core/matrix.h>
+#include <platform/core/persistent.h>
+
+template <int N>
+class qcXform;
+
+/// The affine transform p -> matrix * p + translation: a trivially copyable value.
+template <>
+class qcXform<2> {
+ public:
+  /// The identity transform.
+  static const qcXform I;
+
+  /// The identity.
+  constexpr qcXform() noexcept = default;
+  constexpr qcXform(const qcMatrix<2>& matrix, const qcVector<2>& translation) noexcept
+      : matrix_(matrix), translation_(translation) {}
+
+  constexpr const qcMatrix<2>& matrix() const noexcept { return matrix_; }
+  constexpr const qcVector<2>& trans() const noexcept { return translation_; }
+
+  /// The image of a point: ((e00*x + e01*y) + tx, (e10*x + e11*y) + ty).
+  constexpr qcVector<2> operator*(const qcVector<2>& point) const noexcept {
+    return matrix_ * point + translation_;
+  }
+  /// The transform that maps a point as this one maps the image under `other`.
+  constexpr qcXform operator*(const qcXform& other) const noexcept {
+    return {matrix_ * other.matrix_, *this * other.translation_};
+  }
+  /// The inverse. Throws qcMathError::Singular when the matrix has none.
+  QCPLATFORM_EXPORT qcXform inverse() const;
+
+  /// Exact equality of all six numbers.
+  constexpr bool operator==(const qcXform& other) const noexcept {
+    return matrix_ == other.matrix_ && translation_ == other.translation_;
+  }
+
+ private:
+  qcMatrix<2> matrix_;
+  qcVector<2> translation_;
+};
+
+inline constexpr qcXform<2> qcXform<2>::I{};
+
+static_assert(std::is_trivially_copyable_v<qcXform<2>>);
+
+/// Stores or loads a transform: its matrix, then its translation.
+QCPLATFORM_EXPORT qcArchive& operator||(qcArchive& archive, qcXform<2>& xform);
+
+/// A transform as a shared, archivable object. The objects are immutable.
+class QCPLATFORM_EXPORT qc2XformBase : public virtual qcPersistent, public virtual qcRepBase {
+ public:
+  virtual qcVector<2> mapPoint(const qcVector<2>& point) const = 0;
+  /// True when linearXform() describes the whole transform.
+  virtual bool isLinear() const = 0;
+  /// The transform as a value; exact when isLinear().
+  virtual qcXform<2> linearXform() const = 0;
+  /// A new object of the same class and value.
+  virtual qcPtrHandle<qc2XformBase> clone() const = 0;
+  /// A new transform that maps a point as this one maps the image under `other`.
+  virtual qcPtrHandle<qc2XformBase> composeBase(const qc2XformBase& other) const = 0;
+  /// A new transform that undoes this one. Throws qcMathError::Singular when there is none.
+  virtual qcPtrHandle<qc2XformBase> inverseBase() const = 0;
+};
+
+/// The transform object of a qcXform<2>.
+/// Record: a version byte 0, the qcPersistent record, the transform.
+class QCPLATFORM_EXPORT qc2XformLinear : public qc2XformBase {
+ public:
+  /// The identity.
+  qc2XformLinear() noexcept = default;
+  explicit qc2XformLinear(const qcXform<2>& xform) noexcept : xform_(xform) {}
+
+  qcVector<2> mapPoint(const qcVector<2>& point) const override;
+  /// Always true.
+  bool isLinear() const override;
+  qcXform<2> linearXform() const override;
+  qcPtrHandle<qc2XformBase> clone() const override;
+  /// Linear; `other` enters through its linearXform().
+  qcPtrHandle<qc2XformBase> composeBase(const qc2XformBase& other) const override;
+  qcPtrHandle<qc2XformBase> inverseBase() const override;
+
+ protected:
+  void dispatchSerialize(qcArchive& archive) override;
+  void serialize_(qcArchive& archive, unsigned char version);
+
+ private:
+  static qcPersistent* make();
+  static qc_Instantiator sExemplar;
+
+  qcXform<2> xform_;
+};
+
+/// A rotation about the origin followed by a translation. It keeps the angle that it was given.
+/// Record: a version byte 0, the qcPersistent record, the degrees, the translation.
+class QCPLATFORM_EXPORT qc2Rigid : public qc2XformBase {
+ public:
+  /// The identity.
+  qc2Rigid() noexcept = default;
+  qc2Rigid(const qcDegree& angle, const qcVector<2>& translation) noexcept
+      : angle_(angle), translation_(translation) {}
+
+  /// The angle as given, not normalised.
+  qcDegree angle() const noexcept { return angle_; }
+  const qcVector<2>& trans() const noexcept { return translation_; }
+  qcXform<2> xform() const noexcept;
+
+  qcVector<2> mapPoint(const qcVector<2>& point) const override;
+  /// Always true.
+  bool isLinear() const override;
+  qcXform<2> linearXform() const override;
+  qcPtrHandle<qc2XformBase> clone() const override;
+  /// Rigid when `other` is a qc2Rigid (angles are added), else linear.
+  qcPtrHandle<qc2XformBase> composeBase(const qc2XformBase& other) const override;
+  /// Rigid, with the angle negated; never throws.
+  qcPtrHandle<qc2XformBase> inverseBase() const override;
+
+ protected:
+  void dispatchSerialize(qcArchive& archive) override;
+  void serialize_(qcArchive& archive, unsigned char version);
+
+ private:
+  static qcPersistent* make();
+  static qc_Instantiator sExemplar;
+
+  qcDegree angle_;
+  qcVector<2> translation_;
+};

@@ -1,0 +1,60 @@
+// SPDX-License-Identifier: MIT
+//
+// The surface that shapes draw themselves on. recordingtablet.h remembers what was drawn,
+// svgtablet.h writes it as a picture.
+
+#pragma once
+
+#include <platform/core/vector.h>
+
+/// A colour, 8 bits a channel.
+class QCPLATFORM_EXPORT qcColor {
+ public:
+  constexpr qcColor(unsigned char r, unsigned char g, unsigned char b) noexcept
+      : red_(r), green_(g), blue_(b) {}
+
+  constexpr unsigned char r() const noexcept { return red_; }
+  constexpr unsigned char g() const noexcept { return green_; }
+  constexpr unsigned char b() const noexcept { return blue_; }
+  constexpr bool operator==(const qcColor&) const noexcept = default;
+
+  static const qcColor black;
+  static const qcColor white;
+  static const qcColor red;
+  static const qcColor green;
+  static const qcColor blue;
+  static const qcColor cyan;
+  static const qcColor magenta;
+  static const qcColor yellow;
+  static const qcColor orange;
+  static const qcColor grey;
+
+ private:
+  unsigned char red_;
+  unsigned char green_;
+  unsigned char blue_;
+};
+
+inline constexpr qcColor qcColor::black{0, 0, 0};
+inline constexpr qcColor qcColor::white{255, 255, 255};
+inline constexpr qcColor qcColor::red{255, 0, 0};
+inline constexpr qcColor qcColor::green{0, 255, 0};
+inline constexpr qcColor qcColor::blue{0, 0, 255};
+inline constexpr qcColor qcColor::cyan{0, 255, 255};
+inline constexpr qcColor qcColor::magenta{255, 0, 255};
+inline constexpr qcColor qcColor::yellow{255, 255, 0};
+inline constexpr qcColor qcColor::orange{255, 165, 0};
+inline constexpr qcColor qcColor::grey{128, 128, 128};
+
+/// A drawing surface. Coordinates are the image's, y downwards.
+class QCPLATFORM_EXPORT qcUITablet {
+ public:
+  /// Where a drawing goes: into the picture, or over it.
+  enum Layers { eImageLayer = 0, eOverlayLayer = 1 };
+
+  virtual ~qcUITablet();
+
+  /// Draws one segment.
+  virtual void drawLineSeg(const qcPair<double>& from, const qcPair<double>& to,
+                           const qcColor& color, Layers layers) = 0;
+};
