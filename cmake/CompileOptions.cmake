@@ -1,0 +1,49 @@
+# SPDX-License-Identifier: MIT
+#
+# Compiler flags of this project's own targets. They are set per directory, so that neither a project
+# that adds this one as a subdirectory nor a user of the installed package inherits them.
+
+set(CMAKE_CXX_STANDARD 20)
+set(CMAKE_CXX_STANDARD_REQUIRED ON)
+set(CMAKE_CXX_EXTENSIONS OFF)
+set(CMAKE_CXX_VISIBILITY_PRESET hidden)
+set(CMAKE_VISIBILITY_INLINES_HIDDEN ON)
+set(CMAKE_POSITION_INDEPENDENT_CODE ON)
+
+if(PROJECT_IS_TOP_LEVEL)
+  set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
+  get_property(multi_config GLOBAL PROPERTY GENERATOR_IS_MULTI_CONFIG)
+  if(NOT multi_config AND NOT CMAKE_BUILD_TYPE)
+    set(CMAKE_BUILD_TYPE Release CACHE STRING "Kind of build" FORCE)
+  endif()
+  find_program(CNTR_CCACHE ccache)
+  mark_as_advanced(CNTR_CCACHE)
+  if(CNTR_CCACHE AND NOT CMAKE_CXX_COMPILER_LAUNCHER)
+    set(CMAKE_CXX_COMPILER_LAUNCHER ${CNTR_CCACHE})
+  endif()
+endif()
+
+if(MSVC)
+  add_compile_options(/W4 /fp:precise /utf-8 $<$<BOOL:${CNTR_WERROR}>:/WX>)
+  return()
+endif()
+
+# Fused multiply-adds would make answers depend on the processor.
+add_compile_options(-ffp-contract=off)
+
+add_compile_options(
+  -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wsign-conversion -Wold-style-cast
+  -Wnon-virtual-dtor -Woverloaded-virtual -Wcast-align -Wcast-qual -Wunused -Wdouble-promotion
+  -Wformat=2 -Wundef -Wimplicit-fallthrough -Wextra-semi)
+if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+  add_compile_options(-Wduplicated-cond -Wduplicated-branches -Wlogical-op)
+endif()
+if(CNTR_WERROR)
+  add_compile_options(-Werror)
+endif()
+
+if(CNTR_SANITIZE)
+  set(sanitizers -fsanitize=address,undefined,float-cast-overflow -fno-sanitize-recover=all)
+  add_compile_options(${sanitizers} -fno-omit-frame-pointer)
+  add_link_options(${sanitizers})
+endif()

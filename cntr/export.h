@@ -1,0 +1,17 @@
+// SPDX-License-Identifier: MIT
+//
+// Marks what libcntr offers to its users; everything else in it is hidden. platform/export.h does
+// the same for libqcplatform.
+#pragma once
+
+#include <platform/export.h>
+
+#if defined(_WIN32)
+#if defined(cntr_EXPORTS)
+#define CNTR_EXPORT __declspec(dllexport)
+#else
+#define CNTR_EXPORT __declspec(dllimport)
+#endif
+#else
+#define CNTR_EXPORT __attribute__((visibility("default")))
+#endif

@@ -1,0 +1,20 @@
+// SPDX-License-Identifier: MIT
+//
+// Marks what libqcplatform offers to its users; everything else in it is hidden. Every header of the
+// library includes this one, directly or not, so it is also where unsuitable compiler flags are
+// refused. cntr/export.h does the same for libcntr.
+#pragma once
+
+#if defined(__FAST_MATH__) || (defined(__FINITE_MATH_ONLY__) && __FINITE_MATH_ONLY__)
+#error "The inline arithmetic of this library needs IEEE 754: compile without -ffast-math."
+#endif
+
+#if defined(_WIN32)
+#if defined(qcplatform_EXPORTS)
+#define QCPLATFORM_EXPORT __declspec(dllexport)
+#else
+#define QCPLATFORM_EXPORT __declspec(dllimport)
+#endif
+#else
+#define QCPLATFORM_EXPORT __attribute__((visibility("default")))
+#endif
