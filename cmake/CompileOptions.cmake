@@ -38,11 +38,13 @@ add_compile_options(
 if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
   add_compile_options(-Wduplicated-cond -Wduplicated-branches -Wlogical-op)
 endif()
-if(CNTR_WERROR)
+# Instrumented code makes g++ warn of what cannot happen.
+if(CNTR_WERROR AND NOT CNTR_SANITIZE)
   add_compile_options(-Werror)
 endif()
 
 if(CNTR_SANITIZE)
+  add_compile_definitions(_GLIBCXX_ASSERTIONS)
   set(sanitizers -fsanitize=address,undefined,float-cast-overflow -fno-sanitize-recover=all)
   add_compile_options(${sanitizers} -fno-omit-frame-pointer)
   add_link_options(${sanitizers})
