@@ -66,6 +66,7 @@ class QCPLATFORM_EXPORT qcPersistent {
 
  private:
   friend class qcArchive;
+  friend class qc_Record;
 
   bool isTracking_ = false;
   unsigned long changes_ = 0;

@@ -105,13 +105,13 @@ class QCPLATFORM_EXPORT qc2Rigid : public qc2XformBase {
  public:
   /// The identity.
   qc2Rigid() noexcept = default;
-  qc2Rigid(const qcDegree& angle, const qcVector<2>& translation) noexcept
-      : angle_(angle), translation_(translation) {}
+  qc2Rigid(const qcDegree& angle, const qcVector<2>& translation) noexcept;
 
   /// The angle as given, not normalised.
   qcDegree angle() const noexcept { return angle_; }
-  const qcVector<2>& trans() const noexcept { return translation_; }
-  qcXform<2> xform() const noexcept;
+  const qcVector<2>& trans() const noexcept { return xform_.trans(); }
+  /// The transform as a value: qcMatrix<2>(angle, angle, 1, 1) and the translation.
+  const qcXform<2>& xform() const noexcept { return xform_; }
 
   qcVector<2> mapPoint(const qcVector<2>& point) const override;
   /// Always true.
@@ -132,5 +132,5 @@ class QCPLATFORM_EXPORT qc2Rigid : public qc2XformBase {
   static qc_Instantiator sExemplar;
 
   qcDegree angle_;
-  qcVector<2> translation_;
+  qcXform<2> xform_;
 };

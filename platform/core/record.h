@@ -1,0 +1,47 @@
+// SPDX-License-Identifier: MIT
+//
+// The frame that the records of shapes and transforms share, for their dispatchSerialize functions.
+// What a record is: persistent.h; the encoding: archive.h.
+
+#pragma once
+
+#include <platform/core/archive.h>
+#include <platform/core/persistent.h>
+
+/// Transfers records. Befriended by qcPersistent, whose marks and own record it needs.
+class qc_Record {
+ public:
+  /// The whole record of a class with one version: a version byte 0, the qcPersistent record, then
+  /// `values` in order. Throws qcArchive::UnknownVersion naming `className`, line 0.
+  template <class Object, class... Values>
+  static void transfer(qcArchive& archive, Object& object, const char* className,
+                       Values&... values) {
+    transferOnce(archive, object, [&](unsigned char version) {
+      checkVersion(version, className);
+      transferBody(archive, object, values...);
+    });
+  }
+
+  /// Nothing when `object` has been visited; else a version byte (0 when storing), handed to
+  /// `body(version)` for the rest of the record, after which the object counts as visited.
+  template <class Object, class Body>
+  static void transferOnce(qcArchive& archive, Object& object, Body body) {
+    if (qcPersistent::haveVisited(&object, sizeof(Object))) return;
+    unsigned char version = 0;
+    archive || version;
+    body(version);
+    qcPersistent::setVisited(&object, sizeof(Object));
+  }
+
+  /// What follows the version byte: the qcPersistent record, then `values` in order.
+  template <class... Values>
+  static void transferBody(qcArchive& archive, qcPersistent& object, Values&... values) {
+    object.qcPersistent::dispatchSerialize(archive);
+    (archive || ... || values);
+  }
+
+  /// Throws qcArchive::UnknownVersion naming `className`, line 0, unless the version is 0.
+  static void checkVersion(unsigned char version, const char* className) {
+    if (version != 0) throw qcArchive::UnknownVersion(className, 0);
+  }
+};
