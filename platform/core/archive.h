@@ -21,8 +21,8 @@
 //
 // Hostile input is expected. Counts are not trusted, references must lead to objects already
 // announced, nesting is bounded; whatever does not fit throws an exception under qcArchive::Errors
-// and leaves nothing behind on the heap once the archive is gone. Storing refuses what loading would
-// refuse.
+// and leaves nothing behind on the heap once the archive is gone. Storing refuses what loading
+// would refuse.
 
 #pragma once
 
@@ -30,13 +30,21 @@
 #include <cstdint>
 #include <iosfwd>
 #include <memory>
+#include <string>
 #include <vector>
 
 #include <platform/core/exception.h>
 #include <platform/core/handle.h>
 #include <platform/core/vector.h>
 
-/// Stores or loads values and objects. An archive is made, used and destroyed on one thread.
+class qc_ArchiveMemory;
+class qc_ArchiveTransfer;
+
+/// Stores or loads values and objects. An archive is made, used and destroyed on one thread, and so
+/// are the objects that it meets, as long as it lives.
+///
+/// After a failure in the middle of an object a storing archive takes nothing more (WriteFailed),
+/// because what would follow could not be read.
 class QCPLATFORM_EXPORT qcArchive {
  public:
   /// Everything that can go wrong with an archive.
@@ -84,7 +92,7 @@ class QCPLATFORM_EXPORT qcArchive {
     void suicideAndRethrow() override;
   };
 
-  /// Objects may be nested this deep, each inside the one before.
+  /// Objects may be nested this deep, each inside the one before, by value or through pointers.
   static constexpr int maxNesting = 256;
 
   qcArchive(const qcArchive&) = delete;
@@ -108,8 +116,8 @@ class QCPLATFORM_EXPORT qcArchive {
   /// `count` consecutive doubles, as `count` single ones would be stored, at the speed of copying.
   void transferDoubles(double* values, std::size_t count);
 
-  /// Forgets that `object` was met, by value or through a handle, so that the next transfer is a
-  /// full one.
+  /// Forgets that `object` was met, by value or (when storing) through a pointer, so that its next
+  /// transfer is a full one.
   void forget(const qcPersistent& object) noexcept;
 
   /// Transfers a pointer as a record that shares what is met twice: the engine behind handles.
@@ -135,19 +143,40 @@ class QCPLATFORM_EXPORT qcArchive {
 
   /// Position in bytes from the start, for messages.
   std::uint64_t position() const noexcept { return position_; }
+  /// "at byte 123: " and the text, the form of all messages.
+  std::wstring atPosition(const std::wstring& text) const;
   void store(const void* bytes, std::size_t count);
   void load(void* bytes, std::size_t count);
-  [[noreturn]] void badFormat(const wchar_t* what) const;
+  [[noreturn]] void badFormat(const std::wstring& what) const;
 
  private:
   friend class qcPersistent;
-  struct Registry;
-  class Transfer;
+  friend class qc_ArchiveTransfer;
+  friend QCPLATFORM_EXPORT qcArchive& operator||(qcArchive& archive, unsigned char& value);
+
+  enum class PointerUse { eShared, eRaw };
+
+  void storeNumber(std::uint32_t number);
+  std::uint32_t loadNumber();
+  void transferRecord(qcPersistent& object);
+  qcPersistent* transferPointer(qcPersistent* object, PointerUse use);
+  void storePointer(qcPersistent* object, PointerUse use);
+  void storeNewObject(qcPersistent& object);
+  qcPersistent* loadPointer(PointerUse use);
+  void loadNewObject(std::uint32_t id);
+  std::string loadClassName();
+  void checkKnownObject(std::uint32_t id, PointerUse use);
+  void objectDied(const qcPersistent& object) noexcept;
 
   Direction direction_;
+  /// A failure left half an object behind: nothing may follow it.
+  bool isBroken_ = false;
   std::uint64_t position_ = 0;
-  std::unique_ptr<Registry> registry_;
-  qcArchive* next_;
+  std::unique_ptr<qc_ArchiveMemory> memory_;
+  /// The innermost transfer of this archive that is under way.
+  qc_ArchiveTransfer* transfer_ = nullptr;
+  /// The next archive of this thread.
+  qcArchive* next_ = nullptr;
 };
 
 /// An archive in a standard stream, which must be open in binary mode and outlive the archive.

@@ -6,6 +6,7 @@
 
 #pragma once
 
+#include <atomic>
 #include <exception>
 #include <iosfwd>
 #include <string>
@@ -17,12 +18,12 @@
 class QCPLATFORM_EXPORT qcException : public virtual qcPersistent, public std::exception {
  public:
   qcException() noexcept = default;
-  qcException(const qcException&) noexcept = default;
-  qcException& operator=(const qcException&) noexcept = default;
-  ~qcException() override = default;
+  qcException(const qcException& other) noexcept;
+  qcException& operator=(const qcException& other) noexcept;
+  ~qcException() override;
 
   /// Class and message in UTF-8, e.g. "qcContourDefs::BadParams: invalid contour". The text lives
-  /// as long as the exception. Falls back to "qcException" when memory runs out.
+  /// until the exception dies or is assigned to. Falls back to "qcException" when memory runs out.
   const char* what() const noexcept override;
   /// The fixed number of the class; 0 for classes that have none.
   virtual long errorNumber() const;
@@ -40,7 +41,8 @@ class QCPLATFORM_EXPORT qcException : public virtual qcPersistent, public std::e
   static qcPersistent* make();
   static qc_Instantiator sExemplar;
 
-  mutable std::string what_;
+  /// Made by the first what(); atomic because threads may share one exception.
+  mutable std::atomic<const std::string*> what_{nullptr};
 };
 
 /// An exception that carries a text.

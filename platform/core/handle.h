@@ -54,11 +54,10 @@ class QCPLATFORM_EXPORT qcPtrHandleBase_const : protected qc_PtrHandleBase_RepAc
   }
   qcPtrHandleBase_const(qcPtrHandleBase_const&& other) noexcept
       : rep_(std::exchange(other.rep_, nullptr)) {}
-  qcPtrHandleBase_const& operator=(qcPtrHandleBase_const other) noexcept {
-    std::swap(rep_, other.rep_);
-    return *this;
-  }
+  qcPtrHandleBase_const& operator=(const qcPtrHandleBase_const&) = delete;
   ~qcPtrHandleBase_const() { dropReference(rep_); }
+
+  void swap(qcPtrHandleBase_const& other) noexcept { std::swap(rep_, other.rep_); }
 
   const qcRepBase* rep() const noexcept { return rep_; }
 
@@ -87,11 +86,11 @@ class qcPtrHandle : public qcPtrHandleBase {
       : qcPtrHandleBase(std::move(other)), object_(std::exchange(other.object_, nullptr)) {}
   /// A handle to a derived class is a handle to its base.
   template <class U>
-    requires std::is_convertible_v<U*, T*>
-  qcPtrHandle(const qcPtrHandle<U>& other) noexcept  // NOLINT(google-explicit-constructor)
+  requires std::is_convertible_v<U*, T*> qcPtrHandle(const qcPtrHandle<U>& other)
+  noexcept  // NOLINT(google-explicit-constructor)
       : qcPtrHandle(other.get()) {}
   qcPtrHandle& operator=(qcPtrHandle other) noexcept {
-    qcPtrHandleBase::operator=(std::move(other));
+    swap(other);
     std::swap(object_, other.object_);
     return *this;
   }
@@ -129,15 +128,16 @@ class qcPtrHandle_const : public qcPtrHandleBase_const {
       : qcPtrHandleBase_const(std::move(other)), object_(std::exchange(other.object_, nullptr)) {}
   /// Shares the object of a handle that may change it.
   template <class U>
-    requires std::is_convertible_v<const U*, const T*>
-  qcPtrHandle_const(const qcPtrHandle<U>& other) noexcept  // NOLINT(google-explicit-constructor)
+  requires std::is_convertible_v<const U*, const T*> qcPtrHandle_const(const qcPtrHandle<U>& other)
+  noexcept  // NOLINT(google-explicit-constructor)
       : qcPtrHandle_const(other.get()) {}
   template <class U>
-    requires std::is_convertible_v<const U*, const T*>
-  qcPtrHandle_const(const qcPtrHandle_const<U>& other) noexcept  // NOLINT(google-explicit-constructor)
+  requires std::is_convertible_v<const U*, const T*> qcPtrHandle_const(
+      const qcPtrHandle_const<U>& other)
+  noexcept  // NOLINT(google-explicit-constructor)
       : qcPtrHandle_const(other.get()) {}
   qcPtrHandle_const& operator=(qcPtrHandle_const other) noexcept {
-    qcPtrHandleBase_const::operator=(std::move(other));
+    swap(other);
     std::swap(object_, other.object_);
     return *this;
   }

@@ -30,10 +30,11 @@ class QCPLATFORM_EXPORT qcPersistent {
   /// The number of change notices sent while tracking was on. Never copied or assigned.
   unsigned long changes() const noexcept { return changes_; }
 
-  /// Hook for classes that must rebuild something after a load; does nothing here.
+  /// Hook for classes that must rebuild something after a load: called by the archive when it has
+  /// loaded the object, by value or through a pointer. Does nothing here.
   virtual void reInit();
   /// Transfers the object's own record through `archive`, whether or not the object has been
-  /// transferred before.
+  /// transferred before, and nothing else (no reInit()).
   virtual void loadSimple(qcArchive& archive);
 
  protected:
@@ -59,9 +60,13 @@ class QCPLATFORM_EXPORT qcPersistent {
   /// Marks it; does nothing when no transfer is under way on this thread.
   static void setVisited(const void* object, std::size_t size);
   /// Stores `pointer`, or loads into it: null, an object already transferred through a pointer, or
-  /// a new one (created by its registered factory). A loaded object is the caller's to delete,
-  /// unless it is reference counted. `owner` is the object that holds the pointer (may be null).
-  /// Throws qcArchive::Errors.
+  /// a new one (created by its registered factory). A pointer may lead back to an object whose
+  /// record is still under way (a parent).
+  ///
+  /// Who deletes a loaded object: whoever received it first, when it is not reference counted. A
+  /// reference-counted one is kept by the archive; put it in a handle before the archive dies.
+  /// `owner` is the object that holds the pointer; it takes no part in the record and may be null.
+  /// Throws qcArchive::Errors; `pointer` is then unchanged.
   static void serializePointer(qcArchive& archive, qcPersistent* owner, qcPersistent*& pointer);
 
  private:
@@ -77,7 +82,8 @@ class QCPLATFORM_EXPORT qcPersistent {
 /// `qc_Instantiator X::sExemplar(typeid(X), &X::make);`. Registering a class again replaces its
 /// factory.
 ///
-/// The class goes by its name as written in C++, the same on every compiler.
+/// The class goes by its name as written in C++ (qf_ClassName), the same on every compiler. Classes
+/// may be registered on any thread at any time; no lock is taken.
 class QCPLATFORM_EXPORT qc_Instantiator {
  public:
   qc_Instantiator(const std::type_info& type, qcPersistent* (*make)());

@@ -4,7 +4,6 @@
 
 #pragma once
 
-#include <cstddef>
 #include <cstdint>
 #include <thread>
 
@@ -22,12 +21,13 @@ class QCPLATFORM_EXPORT qc_ThreadLocal {
   /// This thread's pointer; null when it was never set, and once the thread's end has passed its
   /// thread-exit functions.
   void* OSValue() const noexcept;
-  /// Sets this thread's pointer. The slot does not own what it points to.
+  /// Sets this thread's pointer. The slot does not own what it points to. Ignored once the thread's
+  /// end has passed its thread-exit functions.
   void OSValue(void* value);
 
  private:
-  std::size_t slot_;
-  std::uint64_t generation_;
+  /// Never used again by another slot.
+  std::uint64_t slot_;
 };
 
 /// Names a thread.
@@ -41,9 +41,12 @@ class QCPLATFORM_EXPORT qcThreadID {
 
   explicit qcThreadID(std::thread::id id) noexcept : id_(id) {}
 
-  /// Runs `function(thread, context)` on this thread when it ends; the last one registered runs
-  /// first. Thread-local slots can still be read and set then. Throws NotCurrentThread unless this
-  /// is the calling thread's ID.
+  /// Runs `function(thread, context)` on this thread when it ends (on the first thread: when the
+  /// program exits); the last one registered runs first. Thread-local slots can still be read and
+  /// set then, and more functions be registered; they run too. Functions registered even later,
+  /// while the thread's own thread_local objects die, are not run. A function must not throw.
+  /// Throws NotCurrentThread unless this is the calling thread's ID.
+  /// REQUIRES: function is not null.
   void atexit(void (*function)(const qcThreadID& thread, void* context), void* context) const;
 
   bool operator==(const qcThreadID&) const noexcept = default;

@@ -1,0 +1,24 @@
+// SPDX-License-Identifier: MIT
+//
+// Internal: the registered classes, as the archive looks them up. Classes register themselves
+// through qc_Instantiator (persistent.h).
+
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <typeinfo>
+
+#include <platform/core/persistent.h>
+
+/// A class that archives can create objects of.
+struct qc_RegisteredClass {
+  const std::type_info& type;
+  std::string name;
+  qcPersistent* (*make)();
+  const qc_RegisteredClass* next;
+
+  /// Null when no such class is registered. The latest registration counts.
+  static const qc_RegisteredClass* find(const std::type_info& type) noexcept;
+  static const qc_RegisteredClass* find(std::string_view name) noexcept;
+};

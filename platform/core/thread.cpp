@@ -1,0 +1,80 @@
+// SPDX-License-Identifier: MIT
+//
+// Thread-local slots and thread-exit functions: both live in one state object per thread, whose
+// destructor is the end of the thread as far as this file is concerned.
+
+#include <platform/core/thread.h>
+
+#include <atomic>
+#include <unordered_map>
+#include <vector>
+
+namespace {
+
+struct ExitFunction {
+  void (*function)(const qcThreadID& thread, void* context);
+  void* context;
+};
+
+struct ThreadState {
+  ThreadState() noexcept;
+  ThreadState(const ThreadState&) = delete;
+  ThreadState& operator=(const ThreadState&) = delete;
+  ~ThreadState();
+
+  std::unordered_map<std::uint64_t, void*> values;
+  std::vector<ExitFunction> exitFunctions;
+};
+
+// These outlive the state, because slots may still be asked while later thread_local objects die.
+constinit thread_local ThreadState* stateOfThread = nullptr;
+constinit thread_local bool hasEnded = false;
+
+constinit std::atomic<std::uint64_t> nextSlot{0};
+
+ThreadState::ThreadState() noexcept { stateOfThread = this; }
+
+ThreadState::~ThreadState() {
+  while (!exitFunctions.empty()) {
+    const ExitFunction last = exitFunctions.back();
+    exitFunctions.pop_back();
+    last.function(qfGetCurrentThreadID(), last.context);
+  }
+  stateOfThread = nullptr;
+  hasEnded = true;
+}
+
+/// Null when the thread has ended.
+ThreadState* makeState() {
+  if (hasEnded) return nullptr;
+  thread_local ThreadState state;
+  return &state;
+}
+
+}  // namespace
+
+qc_ThreadLocal::qc_ThreadLocal() : slot_(nextSlot++) {}
+
+qc_ThreadLocal::~qc_ThreadLocal() {
+  if (stateOfThread != nullptr) stateOfThread->values.erase(slot_);
+}
+
+void* qc_ThreadLocal::OSValue() const noexcept {
+  if (stateOfThread == nullptr) return nullptr;
+  const auto found = stateOfThread->values.find(slot_);
+  return found == stateOfThread->values.end() ? nullptr : found->second;
+}
+
+void qc_ThreadLocal::OSValue(void* value) {
+  if (ThreadState* const state = makeState()) state->values[slot_] = value;
+}
+
+void qcThreadID::NotCurrentThread::suicideAndRethrow() { qf_DeleteAndThrowCopy(this); }
+
+void qcThreadID::atexit(void (*function)(const qcThreadID& thread, void* context),
+                        void* context) const {
+  if (*this != qfGetCurrentThreadID()) throw NotCurrentThread();
+  if (ThreadState* const state = makeState()) state->exitFunctions.push_back({function, context});
+}
+
+qcThreadID qfGetCurrentThreadID() noexcept { return qcThreadID(std::this_thread::get_id()); }
