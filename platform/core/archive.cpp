@@ -11,7 +11,7 @@
 #include <cstring>
 #include <utility>
 
-#include <platform/core/archive_transfer.h>
+#include <platform/core/internal/archive_transfer.h>
 
 static_assert(sizeof(double) == 8 && std::numeric_limits<double>::is_iec559);
 

@@ -7,8 +7,8 @@
 #include <typeinfo>
 
 #include <platform/core/archive.h>
-#include <platform/core/archive_transfer.h>
-#include <platform/core/instantiator.h>
+#include <platform/core/internal/archive_transfer.h>
+#include <platform/core/internal/instantiator.h>
 
 namespace {
 

@@ -4,7 +4,7 @@
 // only ever grows at its head, so that libraries may be loaded while archives are in use, without
 // a lock.
 
-#include <platform/core/instantiator.h>
+#include <platform/core/internal/instantiator.h>
 
 #include <array>
 #include <atomic>

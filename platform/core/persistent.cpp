@@ -6,7 +6,7 @@
 #include <platform/core/persistent.h>
 
 #include <platform/core/archive.h>
-#include <platform/core/archive_transfer.h>
+#include <platform/core/internal/archive_transfer.h>
 
 qcPersistent::~qcPersistent() {
   qcArchive* archive = qc_archiveThread.archives;

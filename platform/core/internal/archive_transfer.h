@@ -9,7 +9,7 @@
 #include <cstdint>
 
 #include <platform/core/archive.h>
-#include <platform/core/archive_memory.h>
+#include <platform/core/internal/archive_memory.h>
 
 /// What a thread knows of its archives. Trivial, so that objects may still die while the thread's
 /// other thread-local objects are being destroyed.

@@ -2,7 +2,7 @@
 //
 // The marks and the pointer table of an archive; see archive_memory.h.
 
-#include <platform/core/archive_memory.h>
+#include <platform/core/internal/archive_memory.h>
 
 #include <algorithm>
 #include <utility>

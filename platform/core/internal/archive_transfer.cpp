@@ -2,7 +2,7 @@
 //
 // Nesting of transfers and the marks of the object under way; see archive_transfer.h.
 
-#include <platform/core/archive_transfer.h>
+#include <platform/core/internal/archive_transfer.h>
 
 #include <algorithm>
 #include <exception>
