@@ -1,0 +1,48 @@
+// SPDX-License-Identifier: MIT
+//
+// Everything that a contour remembers. Nothing here outlives a change of the vertices or the closed
+// flag; a copied contour gets a copy. Indexes never change once built, so copies share them.
+
+#pragma once
+
+#include <array>
+#include <memory>
+#include <optional>
+#include <vector>
+
+#include <cntr/cache/keyedresults.h>
+#include <cntr/index/edgeindex.h>
+#include <cntr/index/vertexgrid.h>
+#include <cntr/region.h>
+#include <platform/core/shapes.h>
+
+/// The edges as shape objects, for derived classes that ask for them.
+struct qc_EdgeShapes {
+  std::vector<qcLineSeg> segments;
+  std::vector<bool> isValid;
+};
+
+/// A fitted ellipse with its residual.
+struct qc_FittedEllipse {
+  qcEllipse ellipse;
+  double residual = 0.0;
+};
+
+/// The answers of one contour, each empty until it was asked for.
+struct qc_ContourCache {
+  std::optional<double> length;
+  std::optional<qcVector<2>> meanPosition;
+  std::optional<double> medianFeatureSize;
+  std::optional<bool> isSelfIntersecting;
+  std::optional<cntr::index::Box> bounds;
+  std::optional<qc_FittedEllipse> fittedEllipse;
+  /// By DiameterMode.
+  std::array<std::optional<qcCircle>, 2> circles;
+  qcPtrHandle<qcRegion> convexHull;
+  cntr::cache::KeyedResults<qcRadian, long, cntr::cache::AngleKey> extremalVertices;
+  cntr::cache::KeyedResults<qcXform<2>, qcRect, cntr::cache::XformKey> enclosingRects;
+  std::optional<qc_EdgeShapes> edgeShapes;
+  std::shared_ptr<const cntr::index::EdgeIndex> edgeIndex;
+  /// One for each tolerance that was asked for.
+  std::vector<std::shared_ptr<const cntr::index::VertexGrid>> vertexGrids;
+};

@@ -1,0 +1,43 @@
+// SPDX-License-Identifier: MIT
+
+#include <cntr/cache/randomindex.h>
+
+#include <memory>
+
+#include <platform/core/random.h>
+#include <platform/core/thread.h>
+
+namespace cntr::cache {
+
+namespace {
+
+qc_ThreadLocal& slot() {
+  static qc_ThreadLocal generatorOfThread;
+  return generatorOfThread;
+}
+
+void deleteGenerator(const qcThreadID&, void*) {
+  delete static_cast<qcRandomUniform*>(slot().OSValue());
+  slot().OSValue(nullptr);
+}
+
+/// This thread's generator, or null when the thread is too near its end to keep one.
+qcRandomUniform* generator() {
+  if (slot().OSValue() == nullptr) {
+    auto fresh = std::make_unique<qcRandomUniform>(1);
+    qfGetCurrentThreadID().atexit(&deleteGenerator, nullptr);
+    slot().OSValue(fresh.get());
+    if (slot().OSValue() != nullptr) return fresh.release();
+  }
+  return static_cast<qcRandomUniform*>(slot().OSValue());
+}
+
+}  // namespace
+
+std::size_t randomIndexBelow(std::size_t count) {
+  qcRandomUniform* const drawn = generator();
+  if (drawn == nullptr) return 0;
+  return static_cast<std::size_t>(qfIFloor(drawn->next(0.0, static_cast<double>(count))));
+}
+
+}  // namespace cntr::cache

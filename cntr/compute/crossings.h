@@ -1,0 +1,38 @@
+// SPDX-License-Identifier: MIT
+//
+// Where a segment crosses a path, and whether a path crosses itself. See qcContour::intersections()
+// for what counts as a crossing.
+
+#pragma once
+
+#include <cstddef>
+#include <vector>
+
+#include <cntr/compute/path.h>
+#include <cntr/index/edgeindex.h>
+
+namespace cntr::compute {
+
+/// A path prepared for questions about crossings.
+struct CrossingTarget {
+  Path path;
+  /// The box of all vertices, see boundingBox(): a segment that does not touch it crosses nothing.
+  index::Box bounds;
+  /// The index of the path, or null for a plain scan.
+  const index::EdgeIndex* index = nullptr;
+};
+
+struct Crossing {
+  qcVector<2> point;
+  std::size_t edge;
+};
+
+/// The crossings of the segment a-b, ascending by (point - a).(b - a). Equal positions are left in
+/// the order in which an exchange sort leaves them.
+std::vector<Crossing> crossings(const CrossingTarget& target, const qcVector<2>& a,
+                                const qcVector<2>& b, bool countEndpointTouches);
+
+/// True when an edge that is not degenerate crosses another one, end touches not counted.
+bool crossesItself(const CrossingTarget& target);
+
+}  // namespace cntr::compute

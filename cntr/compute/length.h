@@ -1,0 +1,22 @@
+// SPDX-License-Identifier: MIT
+//
+// Measures of a path as a wire: its length, its mean position, its median edge.
+
+#pragma once
+
+#include <cntr/compute/path.h>
+
+namespace cntr::compute {
+
+/// Sum of the edge lengths in the fixed order.
+double length(const Path& path);
+
+/// Sum of ((a + b) * 0.5) * |ab| over the edges, times 1 / sum of |ab|. Not finite when all edges
+/// have length 0.
+qcVector<2> meanPosition(const Path& path);
+
+/// The edge length at index count / 2 of the ascending lengths; 0 without edges. Lengths that are
+/// not numbers sort last.
+double medianEdgeLength(const Path& path);
+
+}  // namespace cntr::compute

@@ -1,0 +1,24 @@
+// SPDX-License-Identifier: MIT
+//
+// The vertex and the edge of a path nearest to a point, by the index where there is one, else by a
+// plain scan. Of equally near ones the first counts; "equally near" means equal distances after
+// rounding.
+
+#pragma once
+
+#include <cstddef>
+
+#include <cntr/compute/path.h>
+#include <cntr/index/edgeindex.h>
+
+namespace cntr::compute {
+
+/// The lowest index among the vertices nearest to p; 0 when no distance is finite.
+/// `index`, if not null, is that of the path.
+/// REQUIRES: the path has an edge.
+std::size_t closestVertex(const Path& path, const index::EdgeIndex* index, const qcVector<2>& p);
+
+/// The nearest point of the first nearest edge; (0, 0) when no distance is finite.
+qcVector<2> closestPoint(const Path& path, const index::EdgeIndex* index, const qcVector<2>& p);
+
+}  // namespace cntr::compute

@@ -1,0 +1,220 @@
+// SPDX-License-Identifier: MIT
+//
+// qcContour, an ordered list of vertices, open or closed, that answers questions about its curve.
+// Start here. Regions (a closed contour with holes) are in region.h, sets of regions in regionst.h,
+// contours that carry an edge element for each vertex in cntrtmpl/contourt.h.
+//
+// Answers are computed when they are first asked for and remembered until the vertices or the
+// closed flag change; a copy carries them along. Const queries write what they remember: one
+// contour may be used by one thread at a time, distinct contours by different threads.
+//
+// Units are the caller's: lengths in the unit of the coordinates, areas in its square. Angles run
+// from the x axis towards the y axis. NaN and infinite coordinates never make a query crash or
+// hang; where no answer is described for them it is a number without meaning.
+
+#pragma once
+
+#include <memory>
+#include <vector>
+
+#include <cntr/contourdefs.h>
+#include <platform/core/handle.h>
+#include <platform/core/persistent.h>
+#include <platform/core/shapes.h>
+#include <platform/core/vector.h>
+#include <platform/core/xform.h>
+#include <platform/display/tablet.h>
+
+class qcRegion;
+struct qc_ContourCache;
+namespace cntr::compute {
+struct CrossingTarget;
+struct Path;
+}  // namespace cntr::compute
+namespace cntr::index {
+class EdgeIndex;
+}  // namespace cntr::index
+
+/// A polyline (open) or the outline of a polygon (closed: the edge from the last vertex back to the
+/// first belongs to it) with a label for the caller's own use.
+///
+/// Edges have a fixed order: a closed contour of n vertices has the edges (p[n-1], p[0]),
+/// (p[0], p[1]), ..., (p[n-2], p[n-1]), an open one (p[0], p[1]), ..., (p[n-2], p[n-1]).
+/// Sums run in this order, and of several equally good answers the first one counts.
+class CNTR_EXPORT qcContour : public virtual qcPersistent, public virtual qcRepBase {
+ public:
+  /// Any number of vertices is accepted; queries that need a curve throw
+  /// qcContourDefs::EmptyContour when there are fewer than 2.
+  qcContour(const std::vector<qcVector<2>>& points, bool closed, unsigned long label);
+  /// The polygon's vertices, all of them. Closed when the first and the last coincide within 1e-15
+  /// (which keeps the repeated vertex); a polygon without vertices gives an empty open contour.
+  qcContour(const qcPolygon& polygon, unsigned long label);
+  /// Copies the answers already given, too; the copy is independent.
+  qcContour(const qcContour& other);
+  /// Copies like the copy constructor, after forgetting this object's own answers.
+  qcContour& operator=(const qcContour& other);
+  ~qcContour() override;
+
+  /// Equal closedness, equal vertices (exactly) and equal cachedVectorSize. The label takes no
+  /// part.
+  bool operator==(const qcContour& other) const;
+
+  const std::vector<qcVector<2>>& points() const noexcept { return points_; }
+  /// Replaces the vertices and forgets all answers. The closed flag and the label are kept.
+  virtual void points(const std::vector<qcVector<2>>& points);
+  virtual bool isClosed() const { return closed_; }
+  /// Opens or closes the contour and forgets all answers.
+  virtual void isClosed(bool closed);
+  unsigned long label() const noexcept { return label_; }
+  /// Sets the label; answers are kept. An archive holds labels of up to 32 bits.
+  void label(unsigned long label);
+  /// The capacity of each list of remembered answers that is keyed by an argument (by angle, by
+  /// transform); 3 in a new contour. Such a list holds at most one answer more than that.
+  long cachedVectorSize() const noexcept { return cachedVectorSize_; }
+  /// Takes effect with the next answer that is remembered; lists are not trimmed. Throws
+  /// qcContourDefs::BadParams, and changes nothing, when `size` is negative.
+  void cachedVectorSize(long size);
+
+  /// Length of the curve; 0 for fewer than 2 vertices. O(n), remembered.
+  double length() const;
+  /// Centroid of the contour as a uniform wire. Not finite when all edges have length 0. Throws
+  /// EmptyContour for fewer than 2 vertices. O(n), remembered.
+  qcVector<2> meanPosition() const;
+
+  /// The point of the contour nearest to p: with `vertexOnly` the vertex at closestVertexIndex(p),
+  /// else the nearest point of the first nearest edge. (0, 0) when no distance is finite. Throws
+  /// EmptyContour for fewer than 2 vertices. O(log n) for well-behaved outlines, O(n) at worst.
+  qcVector<2> closestPoint(const qcVector<2>& p, bool vertexOnly) const;
+  /// The index of the vertex nearest to p, the lowest one on ties; 0 when no distance is finite.
+  /// Throws EmptyContour for fewer than 2 vertices. O(log n) for well-behaved outlines.
+  long closestVertexIndex(const qcVector<2>& p) const;
+  /// Distance from p to closestPoint(p, vertexOnly).
+  double distToPoint(const qcVector<2>& p, bool vertexOnly) const;
+
+  /// The vertices as a polygon (even-odd). That of a closed contour repeats its first vertex at the
+  /// end, so that a contour made from it is closed again. Empty for a contour without vertices.
+  qcPolygon polygon() const;
+  /// The convex hull as a region, written to `hull`: counter-clockwise (y up) from the
+  /// lowest-leftmost vertex, see qfConvexHull(). Throws EmptyContour for fewer than 2 vertices.
+  /// O(n log n), remembered.
+  void convexHull(qcRegion& hull) const;
+  /// The ellipse that fits the vertices best and its residual (root mean square distance), or a
+  /// circle where no ellipse fits; see qf_FitEllipse(), which also tells what a residual of -1
+  /// means. Throws EmptyContour for fewer than 2 vertices. O(n), remembered.
+  void fitEllipse(qcEllipse& ellipse, double& error) const;
+
+  /// A circle from vertex distances, see qcContourDefs::DiameterMode; not the minimum enclosing
+  /// circle. Closedness plays no part. eFarthestVertexPair gives, of several farthest pairs, the
+  /// first in the order of (i, j), and a default circle when all vertices coincide or there are
+  /// none. eFromFirstVertex throws EmptyContour without vertices. Any other mode throws BadParams
+  /// "diameterMode is not one of the valid enums". Remembered by mode.
+  qcCircle encloseCircle(qcContourDefs::DiameterMode mode) const;
+  /// Twice the radius of encloseCircle(mode): with eFromFirstVertex it can be nearly twice the
+  /// largest extent.
+  double diameter(qcContourDefs::DiameterMode mode) const;
+
+  /// Where `segment` crosses the contour, in order along the segment.
+  ///
+  /// A crossing is the meeting point of the two carrying lines when it lies within 1e-6 of both the
+  /// edge and the segment. Parallel edges never cross, not even where they overlap. Unless
+  /// `countEndpointTouches`, edges that pass within 1e-6 of either end of the segment are left out.
+  /// Nothing is merged: a segment through a vertex reports it once for each of its two edges.
+  /// Equal positions along the segment keep the order of an exchange sort over the edges.
+  /// Throws EmptyContour for fewer than 2 vertices. O(log n + crossings) for well-behaved outlines.
+  std::vector<qcVector<2>> intersections(const qcLineSeg& segment, bool countEndpointTouches) const;
+  /// The crossings of every edge of `other` with this contour, edge by edge in `other`'s order, end
+  /// touches counted. Throws EmptyContour when this contour has fewer than 2 vertices.
+  std::vector<qcVector<2>> intersections(const qcContour& other) const;
+  /// True when an edge crosses another one away from its own ends. Edges that only meet at a vertex
+  /// or overlap along a line do not count; a vertex on the inside of another edge does. False for
+  /// fewer than 2 vertices. O(n log n) for well-behaved outlines, remembered.
+  bool isSelfIntersecting() const;
+  /// The vertices nearer than `tolerance` to `point`, out of a grid of cells of that size: cell by
+  /// cell (x-major), ascending within a cell. A grid is kept for every tolerance that was asked
+  /// for. Cell numbers saturate at 64 bits, so a tolerance of 0 finds nothing. Throws EmptyContour
+  /// for fewer than 2 vertices. O(n log n) for the first query with a tolerance.
+  std::vector<int> vertexIndex(const qcVector<2>& point, double tolerance) const;
+
+  /// The index of the vertex farthest in the direction of `angle`, the lowest one on ties; -1 when
+  /// no vertex has a finite position in that direction. The four axis directions are decided on
+  /// exact coordinates. Throws EmptyContour for fewer than 2 vertices. O(n), remembered by angle.
+  long extremalVertexIndex(const qcRadian& angle) const;
+  /// The vertex at extremalVertexIndex(angle). Throws BadParams when there is none.
+  qcVector<2> extremalVertexPosition(const qcRadian& angle) const;
+  /// The smallest axis-aligned rectangle around the vertices mapped by `xform`. Throws EmptyContour
+  /// for fewer than 2 vertices. O(n), remembered by transform.
+  qcRect encloseRect(const qcXform<2>& xform) const;
+  /// Writes the image of the contour to `result`: same closedness and label, no answers,
+  /// cachedVectorSize 3. A result that is a region forgets its own answers and keeps its holes.
+  void map(const qcXform<2>& xform, qcContour& result) const;
+
+  /// Draws every edge in order, one segment each, whatever the mode. Edges of length 0 are drawn;
+  /// vertices get no marks.
+  virtual void draw(qcUITablet& tablet, qcContourDefs::DrawMode mode, const qcColor& color,
+                    const qcUITablet::Layers& layers) const;
+
+ protected:
+  /// Current record version 1: qcPersistent record, label, closed flag, point list,
+  /// cachedVectorSize. Version 0 is still read: it has no label.
+  void dispatchSerialize(qcArchive& archive) override;
+  virtual void serialize_(qcArchive& archive, unsigned char version);
+  /// The record of version 0, as contours and regions had it: the record of a former base class (a
+  /// version byte 0, else qcArchive::UnknownVersion naming `source` and `line`, and the
+  /// qcPersistent record), the point list, a byte that is dropped, cachedVectorSize, the closed
+  /// flag. Loading sets the label to 0.
+  void serializeOldRecord_(qcArchive& archive, const char* source, int line);
+
+  /// Hooks of contours that carry data for each vertex; they do nothing here.
+  virtual void makeDataConsistentWithPoints();
+  virtual void makePointsConsistentWithData();
+  /// Forgets every answer and sends a change notice. The one place where answers are forgotten:
+  /// whatever changes the vertices or the closed flag ends here.
+  virtual void cleanCacheInfo();
+
+  /// Replaces the vertices without calling makeDataConsistentWithPoints().
+  void setPoints(const std::vector<qcVector<2>>& points);
+  /// Throws EmptyContour for fewer than 2 vertices.
+  void checkEmptyContour() const;
+
+  /// The middle edge length (the upper one of two). Throws EmptyContour for fewer than 2 vertices.
+  /// O(n), remembered.
+  double medianFeatureSize() const;
+  /// Builds what lineSegs() and validLine() return, unless it is there.
+  void computeLineSegs() const;
+  /// The edges as segments, in order; a default segment for an edge whose ends coincide within
+  /// 1e-15. Built on first use.
+  const std::vector<qcLineSeg>& lineSegs() const;
+  /// For each edge whether its ends are apart. Built on first use.
+  const std::vector<bool>& validLine() const;
+  /// As the public form; `segIndices` receives the index of the crossed edge of each point.
+  std::vector<qcVector<2>> intersections(const qcLineSeg& segment, std::vector<int>& segIndices,
+                                         bool countEndpointTouches) const;
+
+ private:
+  static qcPersistent* make();
+  static qc_Instantiator sExemplar;
+
+  /// What a record holds.
+  struct Fields {
+    unsigned long label;
+    bool closed;
+    long cachedVectorSize;
+    std::vector<qcVector<2>> points;
+  };
+
+  /// Makes a loaded record this contour's content; throws qcArchive::BadFormat, and changes
+  /// nothing, when it cannot be.
+  void takeLoaded(Fields fields);
+  qc_ContourCache& cache() const;
+  cntr::compute::Path path() const;
+  /// The index of the edges; null for contours that are quicker without.
+  const cntr::index::EdgeIndex* edgeIndex() const;
+  /// REQUIRES: at least one vertex.
+  cntr::compute::CrossingTarget crossingTarget() const;
+
+  unsigned long label_;
+  bool closed_;
+  std::vector<qcVector<2>> points_;
+  long cachedVectorSize_ = 3;
+  mutable std::unique_ptr<qc_ContourCache> cache_;
+};

@@ -1,0 +1,73 @@
+// SPDX-License-Identifier: MIT
+//
+// The contour's circles, extremal vertices and rectangles, and its image under a transform.
+
+#include <cntr/cache/contourcache.h>
+#include <cntr/compute/extents.h>
+#include <cntr/contour.h>
+
+namespace {
+
+qcRect rectOf(const cntr::index::Box& box) {
+  return qcRect(qcPoint(qcVector<2>(box.minX, box.minY)), qcPoint(qcVector<2>(box.maxX, box.maxY)));
+}
+
+qcCircle circleOfFarthestPair(const std::vector<qcVector<2>>& points) {
+  const auto pair = cntr::compute::farthestPair(points);
+  if (!pair) return {};
+  return {(points[pair->first] + points[pair->second]) * 0.5, pair->distance * 0.5};
+}
+
+}  // namespace
+
+qcCircle qcContour::encloseCircle(qcContourDefs::DiameterMode mode) const {
+  if (mode != qcContourDefs::eFarthestVertexPair && mode != qcContourDefs::eFromFirstVertex) {
+    throw qcContourDefs::BadParams(L"diameterMode is not one of the valid enums");
+  }
+  std::optional<qcCircle>& known = cache().circles[static_cast<std::size_t>(mode)];
+  if (known) return *known;
+  if (mode == qcContourDefs::eFarthestVertexPair) {
+    known = circleOfFarthestPair(points_);
+  } else {
+    if (points_.empty()) throw qcContourDefs::EmptyContour();
+    known = qcCircle(points_.front(), cntr::compute::radiusFromFirst(points_));
+  }
+  return *known;
+}
+
+double qcContour::diameter(qcContourDefs::DiameterMode mode) const {
+  return 2.0 * encloseCircle(mode).radius();
+}
+
+long qcContour::extremalVertexIndex(const qcRadian& angle) const {
+  checkEmptyContour();
+  auto& known = cache().extremalVertices;
+  if (const long* index = known.find(angle)) return *index;
+  const long index = cntr::compute::extremalVertex(points_, angle);
+  known.remember(angle, index, cachedVectorSize_);
+  return index;
+}
+
+qcVector<2> qcContour::extremalVertexPosition(const qcRadian& angle) const {
+  const long index = extremalVertexIndex(angle);
+  if (index < 0) throw qcContourDefs::BadParams();
+  return points_[static_cast<std::size_t>(index)];
+}
+
+qcRect qcContour::encloseRect(const qcXform<2>& xform) const {
+  checkEmptyContour();
+  auto& known = cache().enclosingRects;
+  if (const qcRect* rect = known.find(xform)) return *rect;
+  const qcRect rect =
+      rectOf(cntr::compute::isIdentity(xform) ? cntr::compute::boundingBox(points_)
+                                              : cntr::compute::boundingBox(points_, xform));
+  known.remember(xform, rect, cachedVectorSize_);
+  return rect;
+}
+
+void qcContour::map(const qcXform<2>& xform, qcContour& result) const {
+  std::vector<qcVector<2>> mapped;
+  mapped.reserve(points_.size());
+  for (const qcVector<2>& p : points_) mapped.push_back(xform * p);
+  result = qcContour(mapped, isClosed(), label_);
+}

@@ -1,0 +1,35 @@
+// SPDX-License-Identifier: MIT
+
+#include <cntr/index/edgeindex.h>
+
+namespace cntr::index {
+
+namespace {
+
+std::vector<Box> boxesOverEdges(const compute::Path& path) {
+  std::vector<Box> boxes((path.edgeCount() + EdgeIndex::leafEdges - 1) / EdgeIndex::leafEdges);
+  std::size_t k = 0;
+  compute::forEachEdge(path, [&](const qcVector<2>& a, const qcVector<2>& b) {
+    Box& box = boxes[k++ / EdgeIndex::leafEdges];
+    box.add(a);
+    box.add(b);
+  });
+  return boxes;
+}
+
+std::vector<Box> boxesOverBoxes(const std::vector<Box>& below) {
+  std::vector<Box> boxes((below.size() + EdgeIndex::fanOut - 1) / EdgeIndex::fanOut);
+  for (std::size_t i = 0; i < below.size(); ++i) boxes[i / EdgeIndex::fanOut].add(below[i]);
+  return boxes;
+}
+
+}  // namespace
+
+EdgeIndex::EdgeIndex(const compute::Path& path) : edgeCount_(path.edgeCount()) {
+  if (edgeCount_ == 0) return;
+  levels_.push_back(boxesOverEdges(path));
+  while (levels_.back().size() > fanOut) levels_.push_back(boxesOverBoxes(levels_.back()));
+  for (const Box& box : levels_.back()) bounds_.add(box);
+}
+
+}  // namespace cntr::index

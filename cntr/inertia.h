@@ -1,0 +1,83 @@
+// SPDX-License-Identifier: MIT
+//
+// Moments of polygons: area, centre of mass, and the inertia record qc_InertiaData that adds bodies
+// and subtracts holes. Ellipses from these moments are in ellipse.h.
+//
+// A polygon is a list of vertices taken as closed. Traversed counter-clockwise (x right, y up) its
+// signed area is positive. All functions are pure and keep no state; none throws on degenerate
+// input.
+
+#pragma once
+
+#include <vector>
+
+#include <cntr/export.h>
+#include <platform/core/matrix.h>
+#include <platform/core/vector.h>
+#include <platform/image/edgelet.h>
+
+/// Zeroth, first and central second moments of a plane body: a plain value.
+///
+/// The matrix holds the second moments about the centre of mass: element (0,0) the integral of
+/// (x - cx)^2, (1,1) that of (y - cy)^2, (0,1) and (1,0) that of (x - cx)(y - cy), with a plus
+/// sign. Its diagonal is not negative even for a body of negative area: the area's sign alone
+/// carries the orientation.
+class CNTR_EXPORT qc_InertiaData {
+ public:
+  /// The record of nothing: area 0, centre (0, 0), a zero matrix.
+  qc_InertiaData() noexcept : matrix_(0.0, 0.0, 0.0, 0.0) {}
+  explicit qc_InertiaData(double area, const qcVector<2>& centerOfMass = qcVector<2>(),
+                          const qcMatrix<2>& inertiaMatrix = qcMatrix<2>(0.0, 0.0, 0.0,
+                                                                         0.0)) noexcept
+      : area_(area), center_(centerOfMass), matrix_(inertiaMatrix) {}
+
+  /// Signed area, negative for a clockwise outline or a hole.
+  double area() const noexcept { return area_; }
+  const qcVector<2>& centerOfMass() const noexcept { return center_; }
+  const qcMatrix<2>& inertiaMatrix() const noexcept { return matrix_; }
+
+  /// The combined body. Bodies of one sign add; a body and one of the other sign (a hole)
+  /// subtract: the negative operand's moments are taken away. When the hole is the larger, the
+  /// matrix may have a negative diagonal. A record of area exactly 0 adds nothing. When the areas
+  /// cancel (|sum| <= 1e-16) the combined centre is (0, 0).
+  qc_InertiaData operator+(const qc_InertiaData& other) const noexcept;
+
+ private:
+  double area_ = 0.0;
+  qcVector<2> center_;
+  qcMatrix<2> matrix_;
+};
+
+/// Area of the polygon, never negative: half the absolute value of the sum of
+/// p[i].y * p[i-1].x - p[i-1].y * p[i].x. 0 for fewer than 3 vertices. Lobes of a polygon that
+/// crosses itself count with their own signs. O(n), no allocation.
+CNTR_EXPORT double qf_Area(const std::vector<qcVector<2>>& points);
+/// The same over the positions of edge elements.
+CNTR_EXPORT double qf_Area(const std::vector<qcEdgelet>& edgelets);
+
+/// The same as qnContour::centerOfMass(points).
+CNTR_EXPORT qcVector<2> qf_CenterOfMass(const std::vector<qcVector<2>>& points);
+/// The same over the positions of edge elements.
+CNTR_EXPORT qcVector<2> qf_CenterOfMass(const std::vector<qcEdgelet>& edgelets);
+
+namespace qnContour {
+
+/// Centroid of the polygon, the same for both orientations: the mean of the centroids of the
+/// triangles from the origin to each edge, weighted with their signed areas; each of these is
+/// found as the crossing of two medians.
+///
+/// (0, 0) for fewer than 3 vertices, and whenever twice the signed area is at most 1e-6 in size:
+/// the threshold is absolute, so that a shape of about 1e-3 across has its centre at (0, 0). Scale
+/// such shapes up first. O(n), no allocation.
+CNTR_EXPORT qcVector<2> centerOfMass(const std::vector<qcVector<2>>& points);
+
+}  // namespace qnContour
+
+/// Area (signed), centre and second moments of the polygon, added up from triangles between its
+/// centroid and each edge. The record of nothing for fewer than 3 vertices.
+///
+/// Meaningful for outlines that do not cross themselves. Clockwise ones must be convex: seen from
+/// the centroid, an edge that runs backwards is a hole, and adding a hole to an outline of negative
+/// area takes the wrong one's moments away. Reverse a clockwise outline that has reflex corners
+/// first. O(n), allocates n records.
+CNTR_EXPORT qc_InertiaData qf_InertiaDataPolygon(const std::vector<qcVector<2>>& points);

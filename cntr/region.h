@@ -1,0 +1,159 @@
+// SPDX-License-Identifier: MIT
+//
+// qcRegion, a planar area: a closed outer boundary and holes, which are regions themselves. The
+// boundary is the region's qcContour part, so every query of contour.h asks the boundary alone;
+// the queries here take the holes into account. Sets of regions are in regionst.h.
+
+#pragma once
+
+#include <memory>
+#include <vector>
+
+#include <cntr/contour.h>
+#include <platform/core/matrix.h>
+
+struct qc_RegionCache;
+
+/// An area with holes. Holes are shared and immutable once handed in: change a hole afterwards and
+/// an answer may be that of before the change.
+///
+/// Measures need an outer boundary of 3 vertices or more and throw qcContourDefs::EmptyContour
+/// otherwise. A null handle among the holes throws qcBadPointer when it is first met.
+class CNTR_EXPORT qcRegion : public virtual qcContour {
+ public:
+  /// No vertices, no holes.
+  qcRegion();
+  /// A boundary through `vertices`, label 0, no holes. Repaired in place when `mode` asks for it,
+  /// see outerHull() and regularize() for what that throws.
+  qcRegion(const std::vector<qcVector<2>>& vertices, qcContourDefs::IntersectionMode mode);
+  /// The polygon's vertices as they are: a repeated last vertex is kept.
+  qcRegion(const qcPolygon& polygon, qcContourDefs::IntersectionMode mode);
+  /// A copy of the contour's vertices, label and cachedVectorSize. The region is closed even when
+  /// the contour is open (its stored flag stays open, and is what archives store).
+  qcRegion(const qcContour& contour, qcContourDefs::IntersectionMode mode);
+  /// Copies the answers already given, too. Holes are shared, not cloned.
+  qcRegion(const qcRegion& other);
+  qcRegion& operator=(const qcRegion& other);
+  ~qcRegion() override;
+
+  /// Compares the outer boundaries as contours. Holes are not compared: two regions that differ
+  /// only in their holes are equal; compare holes() as well where that matters.
+  bool operator==(const qcRegion& other) const;
+
+  const std::vector<qcPtrHandle_const<qcRegion>>& holes() const noexcept { return holes_; }
+  /// Replaces all holes and forgets all answers. Every new hole is checked first: a null handle
+  /// throws qcBadPointer, a hole whose outer boundary crosses or touches this one's (as
+  /// intersections() reports it) throws BadParams "holes cannot intersect region"; the holes are
+  /// then as before.
+  ///
+  /// Nothing else is checked: a hole may lie outside the boundary, enclose it, or cross another
+  /// hole. Check with inside() and intersections() where that matters.
+  void holes(const std::vector<qcPtrHandle_const<qcRegion>>& holes);
+  void holes(const std::vector<qcPtrHandle<qcRegion>>& holes);
+
+  /// Always true.
+  bool isClosed() const override { return true; }
+  /// Accepts true, which changes nothing; false throws qcContourDefs::RegionCannotBeSetOpen.
+  void isClosed(bool closed) override;
+
+  /// Area of the outer boundary, less the areas of the holes when `considerHoles`. Only one level
+  /// is subtracted: holes of a hole are not added back; add area(true) of those yourself.
+  /// Remembered.
+  double area(bool considerHoles) const;
+  /// Centre of mass of the outer boundary, or with `considerHoles` of the area without the holes.
+  ///
+  /// With holes it is computed by the first call after a change alone: later calls return (0, 0).
+  /// Keep the first answer. Otherwise remembered.
+  qcVector<2> centerOfMass(bool considerHoles) const;
+  /// Second moments of the outer boundary about its centre of mass, see qf_InertiaDataPolygon().
+  /// With `considerHoles` on a region that has holes: throws BadParams
+  /// "inertiaMatrix(considerHoles) is not implemented"; add up qc_InertiaData records of the
+  /// boundary and, with negative area, of each hole instead. Remembered.
+  qcMatrix<2> inertiaMatrix(bool considerHoles) const;
+
+  /// True when p lies inside the outer boundary and, with `considerHoles`, in none of its holes (a
+  /// point in a hole of a hole is inside again).
+  ///
+  /// Decided by counting the crossings of a ray with the boundary, in a direction that keeps clear
+  /// of all vertices. A point within 1e-6 of a boundary vertex is inside; a point elsewhere on the
+  /// boundary may fall on either side. The ray is as long as twice the largest distance of a vertex
+  /// from the first one: for points near a corner of the bounding box it can fall short of the far
+  /// side.
+  bool inside(const qcVector<2>& p, bool considerHoles) const;
+  /// Distance from p to the nearest boundary point or vertex; 0 when `zeroIfInside` and
+  /// inside(p, considerHoles).
+  double distToPoint(const qcVector<2>& p, bool vertexOnly, bool considerHoles,
+                     bool zeroIfInside) const;
+  /// The nearest vertex, or boundary point, of the outer boundary and the holes; the outer boundary
+  /// and earlier holes win ties. `considerHoles` matters with `vertexOnly` alone: otherwise holes
+  /// are always searched; ask the contour, closestPoint(p, false), for the outer boundary.
+  qcVector<2> closestPoint(const qcVector<2>& p, bool vertexOnly, bool considerHoles) const;
+  /// The index of the nearest vertex and, in `holeIndex`, the hole whose boundary it belongs to
+  /// (-1: the outer boundary).
+  long closestVertexIndex(const qcVector<2>& p, bool considerHoles, long& holeIndex) const;
+  /// Crossings of a segment with the outer boundary, then with each hole's boundary in hole order;
+  /// sorted along the segment within each boundary.
+  std::vector<qcVector<2>> intersections(const qcLineSeg& segment, bool countEndpointTouches,
+                                         bool considerHoles) const;
+  /// Crossings of `other` with the outer boundary, then with each hole's boundary.
+  std::vector<qcVector<2>> intersections(const qcContour& other, bool considerHoles) const;
+
+  /// The outer boundary's own queries.
+  using qcContour::closestPoint;
+  using qcContour::closestVertexIndex;
+  using qcContour::distToPoint;
+  using qcContour::draw;
+  using qcContour::intersections;
+  using qcContour::map;
+
+  /// Replaces `dest` by a region whose boundary does not cross itself: walks the boundary from an
+  /// edge that lies on its outside and turns onto every edge that it meets. Where two lobes overlap
+  /// the overlap is left out. The result has no holes.
+  ///
+  /// A region whose outer boundary does not cross itself is copied as it is, holes included; holes
+  /// are not examined. Throws BadParams "invalid contour" when no edge can start the walk (every
+  /// one is crossed) or the walk never comes back, EmptyContour for fewer than 3 vertices; `dest`,
+  /// which may be this region, is then as before. Remembered.
+  void regularize(qcRegion& dest) const;
+  /// The same walk, its result cut into simple loops where it touches itself within 1e-6; loops
+  /// inside others are dropped and loops that touch are joined. The result is the first loop.
+  void outerHull(qcRegion& dest) const;
+
+  /// Writes the image of the outer boundary to `dest`: same label, cachedVectorSize 3, no holes
+  /// (map and set them yourself). A mirroring transform reverses the orientation.
+  void map(const qcXform<2>& xform, qcRegion& dest) const;
+
+  /// Draws nothing: use draw() with a mode, which draws the outer boundary.
+  virtual void draw(qcUITablet& tablet, const qcColor& color,
+                    const qcUITablet::Layers& layers) const;
+
+ protected:
+  /// Current record version 1: the qcContour record, then the list of holes. Version 0, without
+  /// holes, can be read but not stored.
+  void dispatchSerialize(qcArchive& archive) override;
+  void serialize_(qcArchive& archive, unsigned char version) override;
+  void cleanCacheInfo() override;
+  /// Throws EmptyContour for fewer than 3 vertices.
+  void checkEmptyContour() const;
+
+ private:
+  friend class qcRegionSet;
+
+  static qcPersistent* make();
+  static qc_Instantiator sExemplar;
+
+  void repair(qcContourDefs::IntersectionMode mode);
+  void checkHole(const qcPtrHandle_const<qcRegion>& hole) const;
+  /// Crossings of a ray from p with the outer boundary; with `bothDirections` the smaller number of
+  /// the ray and its opposite.
+  long insideCount(const qcVector<2>& p, bool bothDirections) const;
+  qcVector<2> centerOfMassWithHoles() const;
+  void outerHullRegularize(qcRegion& dest, bool outerHullMode) const;
+  /// Joins two regions whose outer boundaries cross into one boundary that runs round both; throws
+  /// BadParams "spliced regions do not intersect".
+  void splice(const qcRegion& other, qcRegion& dest) const;
+  qc_RegionCache& regionCache() const;
+
+  std::vector<qcPtrHandle_const<qcRegion>> holes_;
+  mutable std::unique_ptr<qc_RegionCache> regionCache_;
+};

@@ -1,0 +1,119 @@
+// SPDX-License-Identifier: MIT
+//
+// qcRegionSet, an ordered collection of shared regions that is measured, asked and repaired as a
+// whole. Regions are in region.h.
+
+#pragma once
+
+#include <memory>
+#include <vector>
+
+#include <cntr/region.h>
+
+struct qc_RegionSetCache;
+
+/// Regions in order. They are shared and immutable once handed in: change one afterwards and an
+/// answer may be that of before the change. A null handle throws qcBadPointer when it is first met.
+///
+/// Answers are remembered until the collection changes; one set may be used by one thread at a
+/// time.
+class CNTR_EXPORT qcRegionSet : public virtual qcPersistent, public virtual qcRepBase {
+ public:
+  /// An empty vector is accepted. With mode eOuterHull or eRegularize the set then replaces itself
+  /// by its outerHull() or regularize().
+  qcRegionSet(const std::vector<qcPtrHandle_const<qcRegion>>& regions,
+              qcContourDefs::IntersectionMode mode);
+  qcRegionSet(const std::vector<qcPtrHandle<qcRegion>>& regions,
+              qcContourDefs::IntersectionMode mode);
+  /// Shares the regions; copies the answers already given.
+  qcRegionSet(const qcRegionSet& other);
+  qcRegionSet& operator=(const qcRegionSet& other);
+  ~qcRegionSet() override;
+
+  /// Equal numbers of regions, and equal regions (by qcRegion::operator==, which ignores holes) in
+  /// the same order.
+  bool operator==(const qcRegionSet& other) const;
+
+  std::vector<qcPtrHandle_const<qcRegion>> regions() const { return regions_; }
+  /// Replaces the contents, forgets all answers and applies the mode.
+  void regions(const std::vector<qcPtrHandle_const<qcRegion>>& regions,
+               qcContourDefs::IntersectionMode mode);
+  void regions(const std::vector<qcPtrHandle<qcRegion>>& regions,
+               qcContourDefs::IntersectionMode mode);
+  /// Appends a region, forgets all answers and applies the mode to the whole set. Overlaps are kept
+  /// silently with mode 0.
+  void add(const qcPtrHandle_const<qcRegion>& region, qcContourDefs::IntersectionMode mode);
+
+  /// How many rectangles encloseRect() remembers (one more than that at most); 3 in a new set.
+  long cachedVectorSize() const noexcept { return cachedVectorSize_; }
+  /// Takes effect with the next rectangle. Throws BadParams when `size` is negative.
+  void cachedVectorSize(long size);
+
+  /// Sum of qcRegion::area(considerHoles); 0 for an empty set. Overlaps count twice. Remembered.
+  double area(bool considerHoles) const;
+  /// Mean of the regions' centres of mass, weighted with their areas; (0, 0) when the total area is
+  /// at most 1e-15 in size. Throws EmptyRegionSet. Remembered. With holes it asks each region's
+  /// centerOfMass(true), which tells the truth once after a change of the region only.
+  qcVector<2> centerOfMass(bool considerHoles) const;
+  /// Second moments about the common centre of mass. Throws EmptyRegionSet, and what
+  /// qcRegion::inertiaMatrix() throws: with `considerHoles` no region may have holes. Remembered.
+  qcMatrix<2> inertiaMatrix(bool considerHoles) const;
+  /// True when qcRegion::inside(p, considerHoles) is true for a region; false for an empty set.
+  bool inside(const qcVector<2>& p, bool considerHoles) const;
+  /// The smallest qcRegion::distToPoint() with the same flags. Throws EmptyRegionSet.
+  double distToPoint(const qcVector<2>& p, bool vertexOnly, bool considerHoles,
+                     bool zeroIfInside) const;
+  /// True when an outer boundary crosses itself or two of them cross or touch (a region inside
+  /// another, clear of its boundary, does not count). Holes are not examined. False for an empty
+  /// set.
+  ///
+  /// Remembered, and marked as known (with the answer false) before it is computed: when a region
+  /// makes the computation throw, the next call answers false. Check such sets by their regions.
+  bool isSelfIntersecting() const;
+  /// The smallest rectangle around all outer boundaries mapped by `xform`. Throws EmptyRegionSet.
+  /// Remembered by transform.
+  qcRect encloseRect(const qcXform<2>& xform) const;
+
+  /// Merges regions that cross into one and makes every region well-formed by its own
+  /// regularize(). A set that is not self-intersecting is copied as it is. Remembered.
+  ///
+  /// Merging is a single pass over pairs i < j that looks at outer boundaries only: a region that
+  /// crosses the result of a later merge may stay unmerged. Call again until isSelfIntersecting()
+  /// is false where that matters. `result`, which may be this set, is as before when a region
+  /// cannot be repaired (see qcRegion::regularize()).
+  void regularize(qcRegionSet& result) const;
+  /// The same with the regions' outerHull().
+  void outerHull(qcRegionSet& result) const;
+
+  /// Draws every region by qcRegion::draw(tablet, color, layers), which draws nothing for plain
+  /// regions: draw their outlines with `region->draw(tablet, mode, color, layers)`.
+  void draw(qcUITablet& tablet, const qcColor& color, const qcUITablet::Layers& layers) const;
+
+ protected:
+  /// Current record version 1: the qcPersistent record, the list of regions, cachedVectorSize,
+  /// which version 0 lacks.
+  void dispatchSerialize(qcArchive& archive) override;
+  virtual void serialize_(qcArchive& archive, unsigned char version);
+  /// Hooks of sets that carry data for each vertex; they do nothing here.
+  virtual void makeDataConsistentWithPoints();
+  virtual void makePointsConsistentWithData();
+  /// Forgets every answer and sends a change notice.
+  virtual void cleanCacheInfo();
+
+  /// Replaces the regions and nothing else: no answer is forgotten, no hook is called.
+  void setRegions(const std::vector<qcPtrHandle_const<qcRegion>>& regions);
+  /// Throws EmptyRegionSet when there is no region.
+  void checkEmptyRegionSet() const;
+
+ private:
+  static qcPersistent* make();
+  static qc_Instantiator sExemplar;
+
+  void repair(qcContourDefs::IntersectionMode mode);
+  void outerHullRegularize(qcRegionSet& result, bool outerHullMode) const;
+  qc_RegionSetCache& cache() const;
+
+  std::vector<qcPtrHandle_const<qcRegion>> regions_;
+  long cachedVectorSize_ = 3;
+  mutable std::unique_ptr<qc_RegionSetCache> cache_;
+};
