@@ -58,7 +58,7 @@ qcRect qcContour::encloseRect(const qcXform<2>& xform) const {
   checkEmptyContour();
   auto& known = cache().enclosingRects;
   if (const qcRect* rect = known.find(xform)) return *rect;
-  const qcRect rect =
+  qcRect rect =
       rectOf(cntr::compute::isIdentity(xform) ? cntr::compute::boundingBox(points_)
                                               : cntr::compute::boundingBox(points_, xform));
   known.remember(xform, rect, cachedVectorSize_);

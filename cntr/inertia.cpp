@@ -83,7 +83,7 @@ Triangle onItsBase(const Triangle& given) {
   for (const Triangle& turn : turns) {
     if (turn.hasFootOnBase()) return turn;
   }
-  const Triangle* longest = &turns[0];
+  const Triangle* longest = turns.data();
   for (const Triangle& turn : turns) {
     if (turn.base() > longest->base()) longest = &turn;
   }
