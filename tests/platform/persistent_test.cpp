@@ -1,0 +1,216 @@
+// SPDX-License-Identifier: MIT
+//
+// qcPersistent by itself (change notices, hooks, its record) and the registry of classes. Marks and
+// pointers are in archive_objects_test.cpp.
+
+#include <platform/core/persistent.h>
+
+#include <thread>
+#include <utility>
+#include <vector>
+
+#include <gtest/gtest.h>
+#include <platform/core/archive.h>
+
+#include "archive_bytes.h"
+
+/// In no namespace, as the classes of the library are.
+template <class... T>
+class testGeneric {
+ public:
+  class Inner {};
+};
+
+class testRegisteredTwice : public virtual qcPersistent {
+ public:
+  int maker = 0;
+};
+
+class testNamed : public virtual qcPersistent {};
+
+namespace {
+
+class Watched : public virtual qcPersistent {
+ public:
+  void change() { mutating_(); }
+  void reInit() override { ++reInits; }
+  int reInits = 0;
+  unsigned long value = 0;
+
+  static bool visited(const void* object) { return haveVisited(object, 1); }
+  static void visit(const void* object) { setVisited(object, 1); }
+
+ protected:
+  void dispatchSerialize(qcArchive& archive) override {
+    if (haveVisited(this, sizeof(*this))) return;
+    archive || value;
+    setVisited(this, sizeof(*this));
+  }
+};
+
+TEST(PersistentTest, ChangesAreCountedWhileTrackingIsOn) {
+  Watched object;
+  EXPECT_FALSE(object.isTracking());
+  object.change();
+  EXPECT_EQ(object.changes(), 0U);
+  object.isTracking(true);
+  object.change();
+  object.change();
+  EXPECT_EQ(object.changes(), 2U);
+}
+
+TEST(PersistentTest, SwitchingTrackingOffKeepsTheCount) {
+  Watched object;
+  object.isTracking(true);
+  object.change();
+  object.isTracking(false);
+  object.change();
+  EXPECT_EQ(object.changes(), 1U);
+  object.isTracking(true);
+  object.change();
+  EXPECT_EQ(object.changes(), 2U);
+}
+
+TEST(PersistentTest, ACopyStartsUntracked) {
+  Watched object;
+  object.isTracking(true);
+  object.change();
+  const Watched copy(object);
+  EXPECT_FALSE(copy.isTracking());
+  EXPECT_EQ(copy.changes(), 0U);
+}
+
+TEST(PersistentTest, AssignmentKeepsFlagAndCountOfTheTarget) {
+  Watched source;
+  source.isTracking(true);
+  source.change();
+  Watched target;
+  target = source;
+  EXPECT_FALSE(target.isTracking());
+  EXPECT_EQ(target.changes(), 0U);
+  Watched tracked;
+  tracked.isTracking(true);
+  tracked = Watched();
+  EXPECT_TRUE(tracked.isTracking());
+}
+
+TEST(PersistentTest, NothingIsVisitedWhenNoTransferIsUnderWay) {
+  const char byte = 0;
+  Watched::visit(&byte);
+  EXPECT_FALSE(Watched::visited(&byte));
+}
+
+TEST(PersistentTest, OwnRecordIsOneVersionByte) {
+  class Plain : public qcPersistent {
+  } object;
+  EXPECT_EQ(storedHex([&](qcArchive& archive) { archive || object; }), "00");
+  loadHex("00", [&](qcArchive& archive) { archive || object; });
+}
+
+TEST(PersistentTest, AnotherVersionIsRefusedByName) {
+  class Plain : public qcPersistent {
+  } object;
+  try {
+    loadHex("01", [&](qcArchive& archive) { archive || object; });
+    FAIL() << "nothing was thrown";
+  } catch (const qcArchive::UnknownVersion& error) {
+    EXPECT_STREQ(error.source(), "qcPersistent");
+    EXPECT_EQ(error.line(), 0);
+  }
+}
+
+TEST(PersistentTest, ReInitIsCalledAfterALoadAndNotAfterAStore) {
+  Watched object;
+  const std::string bytes = storedBytes([&](qcArchive& archive) { archive || object; });
+  EXPECT_EQ(object.reInits, 0);
+  loadBytes(bytes, [&](qcArchive& archive) { archive || object; });
+  EXPECT_EQ(object.reInits, 1);
+}
+
+TEST(PersistentTest, LoadSimpleTransfersTheRecordEvenOfAVisitedObject) {
+  Watched object;
+  object.value = 5;
+  EXPECT_EQ(storedHex([&](qcArchive& archive) {
+              archive || object;
+              object.loadSimple(archive);
+              archive || object;
+            }),
+            "05 00 00 00 05 00 00 00");
+  loadHex("06000000 07000000", [&](qcArchive& archive) {
+    archive || object;
+    object.loadSimple(archive);
+  });
+  EXPECT_EQ(object.value, 7U);
+  EXPECT_EQ(object.reInits, 1);
+}
+
+TEST(ClassNameTest, IsTheNameAsWrittenInCpp) {
+  EXPECT_EQ(qf_ClassName(typeid(testNamed)), "testNamed");
+  EXPECT_EQ(qf_ClassName(typeid(qcArchive::BadFormat)), "qcArchive::BadFormat");
+  EXPECT_EQ(qf_ClassName(typeid(testGeneric<testNamed>)), "testGeneric<testNamed>");
+  EXPECT_EQ(qf_ClassName(typeid(testGeneric<testNamed>::Inner)), "testGeneric<testNamed>::Inner");
+}
+
+TEST(ClassNameTest, HasNoSpaces) {
+  EXPECT_EQ(qf_ClassName(typeid(testGeneric<testNamed, testGeneric<testNamed>>)),
+            "testGeneric<testNamed,testGeneric<testNamed>>");
+}
+
+#if defined(__GLIBCXX__)
+/// A type whose raw name is readable already, with the keywords that some compilers put in.
+class ReadableType : public std::type_info {
+ public:
+  explicit ReadableType(const char* name) : std::type_info(name) {}
+};
+
+TEST(ClassNameTest, HasNoKeywords) {
+  EXPECT_EQ(qf_ClassName(ReadableType("class A<struct B,class C<enum D> >")), "A<B,C<D>>");
+  EXPECT_EQ(qf_ClassName(ReadableType("struct subclass ::union U")), "subclass::U");
+}
+#endif
+
+template <int maker>
+qcPersistent* makeRegistered() {
+  auto* const object = new testRegisteredTwice;
+  object->maker = maker;
+  return object;
+}
+
+TEST(RegistryTest, RegisteringAgainReplacesTheFactory) {
+  const auto makerOfLoadedObject = [] {
+    int maker = 0;
+    loadHex("01000000 13000000 'testRegisteredTwice' 00", [&](qcArchive& archive) {
+      maker = dynamic_cast<testRegisteredTwice&>(*archive.transferShared(nullptr)).maker;
+    });
+    return maker;
+  };
+  const qc_Instantiator first(typeid(testRegisteredTwice), &makeRegistered<1>);
+  EXPECT_EQ(makerOfLoadedObject(), 1);
+  const qc_Instantiator second(typeid(testRegisteredTwice), &makeRegistered<2>);
+  EXPECT_EQ(makerOfLoadedObject(), 2);
+}
+
+template <int number>
+class testNumbered : public virtual qcPersistent {
+ public:
+  static qcPersistent* make() { return new testNumbered; }
+  static void enroll() { const qc_Instantiator registered(typeid(testNumbered), &make); }
+  static bool isKnown() {
+    testNumbered object;
+    return !storedBytes([&](qcArchive& archive) { archive.transferShared(&object); }).empty();
+  }
+};
+
+template <std::size_t... number>
+void enrollOnThreads(std::index_sequence<number...> /*numbers*/) {
+  std::vector<std::thread> threads;
+  (threads.emplace_back(&testNumbered<static_cast<int>(number)>::enroll), ...);
+  for (std::thread& thread : threads) thread.join();
+  EXPECT_TRUE((testNumbered<static_cast<int>(number)>::isKnown() && ...));
+}
+
+TEST(RegistryTest, ClassesMayRegisterOnSeveralThreadsAtOnce) {
+  enrollOnThreads(std::make_index_sequence<16>());
+}
+
+}  // namespace
