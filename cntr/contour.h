@@ -191,6 +191,8 @@ class CNTR_EXPORT qcContour : public virtual qcPersistent, public virtual qcRepB
                                          bool countEndpointTouches) const;
 
  private:
+  friend class qcRegion;
+
   static qcPersistent* make();
   static qc_Instantiator sExemplar;
 

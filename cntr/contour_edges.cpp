@@ -9,9 +9,6 @@
 
 namespace {
 
-/// Contours of fewer edges answer by plain scans, which are as quick as the index there.
-constexpr std::size_t edgesWorthIndexing = 32;
-
 qc_EdgeShapes shapesOf(const cntr::compute::Path& path) {
   qc_EdgeShapes shapes;
   shapes.segments.reserve(path.edgeCount());
@@ -30,7 +27,7 @@ cntr::compute::Path qcContour::path() const { return {points_, isClosed()}; }
 
 const cntr::index::EdgeIndex* qcContour::edgeIndex() const {
   const cntr::compute::Path edges = path();
-  if (edges.edgeCount() < edgesWorthIndexing) return nullptr;
+  if (!cntr::index::EdgeIndex::isWorthwhile(edges)) return nullptr;
   auto& known = cache().edgeIndex;
   if (!known) known = std::make_shared<const cntr::index::EdgeIndex>(edges);
   return known.get();

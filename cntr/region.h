@@ -148,6 +148,9 @@ class CNTR_EXPORT qcRegion : public virtual qcContour {
   /// the ray and its opposite.
   long insideCount(const qcVector<2>& p, bool bothDirections) const;
   qcVector<2> centerOfMassWithHoles() const;
+  /// True when the outer boundaries cross or touch: intersections(other) has a point.
+  bool crosses(const qcRegion& other) const;
+  void assignRepaired(qcRegion& dest, bool outerHullMode) const;
   void outerHullRegularize(qcRegion& dest, bool outerHullMode) const;
   /// Joins two regions whose outer boundaries cross into one boundary that runs round both; throws
   /// BadParams "spliced regions do not intersect".

@@ -110,7 +110,11 @@ class CNTR_EXPORT qcRegionSet : public virtual qcPersistent, public virtual qcRe
   static qc_Instantiator sExemplar;
 
   void repair(qcContourDefs::IntersectionMode mode);
+  bool hasCrossingPair() const;
+  void assignRepaired(qcRegionSet& result, bool outerHullMode) const;
   void outerHullRegularize(qcRegionSet& result, bool outerHullMode) const;
+  /// The regions with those that cross merged into one.
+  std::vector<qcPtrHandle_const<qcRegion>> merged() const;
   qc_RegionSetCache& cache() const;
 
   std::vector<qcPtrHandle_const<qcRegion>> regions_;

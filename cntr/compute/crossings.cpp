@@ -115,6 +115,16 @@ void forEachCrossing(const CrossingTarget& target, const qcVector<2>& a, const q
       visitRun);
 }
 
+bool isCrossed(const CrossingTarget& target, const Edge& segment, bool countEndpointTouches) {
+  bool crossed = false;
+  forEachCrossing(target, segment.from, segment.to, countEndpointTouches,
+                  [&](const qcVector<2>&, std::size_t) {
+                    crossed = true;
+                    return false;
+                  });
+  return crossed;
+}
+
 struct Keyed {
   double key;
   Crossing crossing;
@@ -163,17 +173,19 @@ std::vector<Crossing> crossings(const CrossingTarget& target, const qcVector<2>&
   return result;
 }
 
-bool crossesItself(const CrossingTarget& target) {
-  bool crosses = false;
-  for (std::size_t k = 0; k < target.path.edgeCount() && !crosses; ++k) {
-    const Edge edge = target.path.edge(k);
-    if (isDegenerate(edge)) continue;
-    forEachCrossing(target, edge.from, edge.to, false, [&](const qcVector<2>&, std::size_t) {
-      crosses = true;
-      return false;
-    });
+bool crosses(const CrossingTarget& target, const Path& other) {
+  for (std::size_t k = 0; k < other.edgeCount(); ++k) {
+    if (isCrossed(target, other.edge(k), true)) return true;
   }
-  return crosses;
+  return false;
+}
+
+bool crossesItself(const CrossingTarget& target) {
+  for (std::size_t k = 0; k < target.path.edgeCount(); ++k) {
+    const Edge edge = target.path.edge(k);
+    if (!isDegenerate(edge) && isCrossed(target, edge, false)) return true;
+  }
+  return false;
 }
 
 }  // namespace cntr::compute

@@ -32,6 +32,9 @@ struct Crossing {
 std::vector<Crossing> crossings(const CrossingTarget& target, const qcVector<2>& a,
                                 const qcVector<2>& b, bool countEndpointTouches);
 
+/// True when an edge of `other` crosses the path of `target`, end touches counted.
+bool crosses(const CrossingTarget& target, const Path& other);
+
 /// True when an edge that is not degenerate crosses another one, end touches not counted.
 bool crossesItself(const CrossingTarget& target);
 

@@ -27,6 +27,9 @@ class EdgeIndex {
   static constexpr std::size_t leafEdges = 8;
   static constexpr std::size_t fanOut = 8;
 
+  /// Paths of fewer edges answer by plain scans, which are as quick as the index there.
+  static bool isWorthwhile(const compute::Path& path) noexcept { return path.edgeCount() >= 32; }
+
   explicit EdgeIndex(const compute::Path& path);
 
   /// Visits, in edge order, runs of consecutive edges [first, last) whose box passes `mayMatter`.

@@ -50,7 +50,7 @@ class QCPLATFORM_EXPORT qcPersistent {
   virtual void dispatchSerialize(qcArchive& archive);
 
   /// Sends a change notice; counted while tracking is on.
-  void mutating_() noexcept {
+  void mutating_() const noexcept {
     if (isTracking_) ++changes_;
   }
 
@@ -74,7 +74,7 @@ class QCPLATFORM_EXPORT qcPersistent {
   friend class qc_Record;
 
   bool isTracking_ = false;
-  unsigned long changes_ = 0;
+  mutable unsigned long changes_ = 0;
 };
 
 /// Registers the factory of a class for the archives, for as long as the program runs. Meant for a

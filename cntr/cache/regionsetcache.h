@@ -1,0 +1,23 @@
+// SPDX-License-Identifier: MIT
+//
+// What a region set remembers.
+
+#pragma once
+
+#include <array>
+#include <optional>
+
+#include <cntr/cache/keyedresults.h>
+#include <cntr/regionst.h>
+
+/// The answers of one set. Repaired sets never change once made, so copies share them.
+struct qc_RegionSetCache {
+  /// Without holes, with holes.
+  std::array<std::optional<double>, 2> area;
+  std::array<std::optional<qcVector<2>>, 2> centerOfMass;
+  std::array<std::optional<qcMatrix<2>>, 2> inertiaMatrix;
+  std::optional<bool> isSelfIntersecting;
+  cntr::cache::KeyedResults<qcXform<2>, qcRect, cntr::cache::XformKey> enclosingRects;
+  qcPtrHandle_const<qcRegionSet> regularized;
+  qcPtrHandle_const<qcRegionSet> outerHull;
+};

@@ -1,0 +1,90 @@
+// SPDX-License-Identifier: MIT
+//
+// The walk along the outside of a boundary that crosses itself.
+
+#include <bit>
+#include <cstdint>
+#include <unordered_set>
+
+#include <cntr/compute/repair.h>
+
+namespace cntr::compute {
+
+namespace {
+
+/// True when nothing lies between edge i (from vertex i to i + 1) and the outside on one of its
+/// sides: a short probe across its middle meets the edge alone, the edge meets the boundary at its
+/// two ends alone, and from one end of the probe a ray gets away.
+bool liesOutside(const Outline& boundary, std::size_t i, double probe) {
+  const qcVector<2>& a = boundary.points()[i];
+  const qcVector<2>& b = boundary.points()[i + 1];
+  const qcVector<2> middle = (a + b) * 0.5;
+  const qcVector<2> u = (a - b).unit();
+  const qcVector<2> left(middle.x() - u.y() * probe, middle.y() + u.x() * probe);
+  const qcVector<2> right(middle.x() + u.y() * probe, middle.y() - u.x() * probe);
+  return boundary.crossingsWith(left, right, true).size() == 1 &&
+         boundary.crossingsWith(a, b, true).size() == 2 &&
+         (boundary.rayCrossingsFrom(left, true) == 0 ||
+          boundary.rayCrossingsFrom(right, true) == 0);
+}
+
+std::optional<std::size_t> startingEdge(const Outline& boundary, double probe) {
+  for (std::size_t i = 0; i + 1 < boundary.size(); ++i) {
+    if (liesOutside(boundary, i, probe)) return i;
+  }
+  return {};
+}
+
+/// Where a walk stands: a point, the vertex that bounds its edge ahead, and the direction.
+struct State {
+  qcVector<2> point;
+  std::size_t vertex;
+  bool forward;
+
+  bool operator==(const State& other) const noexcept {
+    return bits(point.x()) == bits(other.point.x()) && bits(point.y()) == bits(other.point.y()) &&
+           vertex == other.vertex && forward == other.forward;
+  }
+  static std::uint64_t bits(double value) noexcept { return std::bit_cast<std::uint64_t>(value); }
+};
+
+struct StateHash {
+  std::size_t operator()(const State& state) const noexcept {
+    std::uint64_t hash = State::bits(state.point.x()) * 0x9E3779B97F4A7C15U;
+    hash = (hash ^ (hash >> 31U) ^ State::bits(state.point.y())) * 0xBF58476D1CE4E5B9U;
+    hash =
+        (hash ^ (hash >> 29U) ^ (2 * state.vertex + (state.forward ? 1 : 0))) * 0x94D049BB133111EBU;
+    return static_cast<std::size_t>(hash ^ (hash >> 32U));
+  }
+};
+
+/// One step: to the nearest crossing ahead, turning onto the crossed edge, or else to the vertex
+/// ahead.
+State step(const Outline& boundary, const State& from) {
+  const std::size_t n = boundary.size();
+  const std::size_t before = from.vertex == 0 ? n - 1 : from.vertex - 1;
+  const std::size_t after = from.vertex + 1 == n ? 0 : from.vertex + 1;
+  const qcVector<2>& target = boundary.points()[from.forward ? from.vertex : before];
+  const std::vector<Crossing> ahead = boundary.crossingsWith(from.point, target, false);
+  if (ahead.empty()) return {target, from.forward ? after : before, from.forward};
+  return {ahead.front().point, ahead.front().edge, !from.forward};
+}
+
+}  // namespace
+
+std::optional<std::vector<qcVector<2>>> traceBoundary(const Outline& boundary, double probe) {
+  const std::optional<std::size_t> first = startingEdge(boundary, probe);
+  if (!first) return {};
+  const qcVector<2> start = boundary.points()[*first];
+  std::vector<qcVector<2>> traced;
+  std::unordered_set<State, StateHash> visited;
+  State state{start, *first + 1, true};
+  do {
+    if (!visited.insert(state).second) return {};
+    state = step(boundary, state);
+    traced.push_back(state.point);
+  } while (!(state.point == start));
+  return traced;
+}
+
+}  // namespace cntr::compute

@@ -1,0 +1,92 @@
+// SPDX-License-Identifier: MIT
+//
+// Points, segments and contours against the region's boundaries.
+
+#include <cntr/compute/containment.h>
+#include <cntr/region.h>
+
+long qcRegion::insideCount(const qcVector<2>& p, bool bothDirections) const {
+  qcContour::checkEmptyContour();
+  const double reach = 2.0 * encloseCircle(qcContourDefs::eFromFirstVertex).radius();
+  return static_cast<long>(cntr::compute::rayCrossings(crossingTarget(), reach, p, bothDirections));
+}
+
+bool qcRegion::inside(const qcVector<2>& p, bool considerHoles) const {
+  if (insideCount(p, false) % 2 == 0) return false;
+  if (!considerHoles) return true;
+  for (const auto& hole : holes_) {
+    if (hole->inside(p, true)) return false;
+  }
+  return true;
+}
+
+double qcRegion::distToPoint(const qcVector<2>& p, bool vertexOnly, bool considerHoles,
+                             bool zeroIfInside) const {
+  if (zeroIfInside && inside(p, considerHoles)) return 0.0;
+  return p.distance(closestPoint(p, vertexOnly, considerHoles));
+}
+
+qcVector<2> qcRegion::closestPoint(const qcVector<2>& p, bool vertexOnly,
+                                   bool considerHoles) const {
+  if (vertexOnly) {
+    long holeIndex = -1;
+    const auto vertex = static_cast<std::size_t>(closestVertexIndex(p, considerHoles, holeIndex));
+    return holeIndex < 0 ? points()[vertex]
+                         : holes_[static_cast<std::size_t>(holeIndex)]->points()[vertex];
+  }
+  qcVector<2> nearest = qcContour::closestPoint(p, false);
+  double best = p.distance(nearest);
+  for (const auto& hole : holes_) {
+    const qcVector<2> candidate = hole->qcContour::closestPoint(p, false);
+    const double distance = p.distance(candidate);
+    if (distance < best) {
+      best = distance;
+      nearest = candidate;
+    }
+  }
+  return nearest;
+}
+
+long qcRegion::closestVertexIndex(const qcVector<2>& p, bool considerHoles, long& holeIndex) const {
+  holeIndex = -1;
+  long nearest = qcContour::closestVertexIndex(p);
+  if (!considerHoles) return nearest;
+  double best = p.distance(points()[static_cast<std::size_t>(nearest)]);
+  for (std::size_t k = 0; k < holes_.size(); ++k) {
+    const long candidate = holes_[k]->qcContour::closestVertexIndex(p);
+    const double distance = p.distance(holes_[k]->points()[static_cast<std::size_t>(candidate)]);
+    if (distance < best) {
+      best = distance;
+      holeIndex = static_cast<long>(k);
+      nearest = candidate;
+    }
+  }
+  return nearest;
+}
+
+std::vector<qcVector<2>> qcRegion::intersections(const qcLineSeg& segment,
+                                                 bool countEndpointTouches,
+                                                 bool considerHoles) const {
+  std::vector<qcVector<2>> points = qcContour::intersections(segment, countEndpointTouches);
+  if (!considerHoles) return points;
+  for (const auto& hole : holes_) {
+    const auto more = hole->qcContour::intersections(segment, countEndpointTouches);
+    points.insert(points.end(), more.begin(), more.end());
+  }
+  return points;
+}
+
+std::vector<qcVector<2>> qcRegion::intersections(const qcContour& other, bool considerHoles) const {
+  std::vector<qcVector<2>> points = qcContour::intersections(other);
+  if (!considerHoles) return points;
+  for (const auto& hole : holes_) {
+    const auto more = hole->qcContour::intersections(other);
+    points.insert(points.end(), more.begin(), more.end());
+  }
+  return points;
+}
+
+bool qcRegion::crosses(const qcRegion& other) const {
+  qcContour::checkEmptyContour();
+  return cntr::compute::crosses(crossingTarget(), other.path());
+}

@@ -1,0 +1,107 @@
+// SPDX-License-Identifier: MIT
+//
+// The region set's measures and queries, made from those of its regions. Filling a remembered
+// answer sends one change notice.
+
+#include <cmath>
+#include <limits>
+
+#include <cntr/cache/regionsetcache.h>
+#include <cntr/inertia.h>
+
+double qcRegionSet::area(bool considerHoles) const {
+  std::optional<double>& known = cache().area[considerHoles ? 1 : 0];
+  if (known) return *known;
+  double sum = 0.0;
+  for (const auto& region : regions_) sum += region->area(considerHoles);
+  known = sum;
+  mutating_();
+  return sum;
+}
+
+qcVector<2> qcRegionSet::centerOfMass(bool considerHoles) const {
+  constexpr double negligibleArea = 1e-15;
+  checkEmptyRegionSet();
+  std::optional<qcVector<2>>& known = cache().centerOfMass[considerHoles ? 1 : 0];
+  if (known) return *known;
+  qcVector<2> weighted;
+  double total = 0.0;
+  for (const auto& region : regions_) {
+    const double regionArea = region->area(considerHoles);
+    weighted = weighted + region->centerOfMass(considerHoles) * regionArea;
+    total += regionArea;
+  }
+  const bool isNegligible = !(std::abs(total) > negligibleArea);
+  const qcVector<2> center = isNegligible ? qcVector<2>() : weighted * (1.0 / total);
+  known = center;
+  mutating_();
+  return center;
+}
+
+qcMatrix<2> qcRegionSet::inertiaMatrix(bool considerHoles) const {
+  checkEmptyRegionSet();
+  std::optional<qcMatrix<2>>& known = cache().inertiaMatrix[considerHoles ? 1 : 0];
+  if (known) return *known;
+  qc_InertiaData sum;
+  for (const auto& region : regions_) {
+    const qcMatrix<2> matrix = region->inertiaMatrix(considerHoles);
+    const qcVector<2> center = region->centerOfMass(considerHoles);
+    sum = sum + qc_InertiaData(region->area(considerHoles), center, matrix);
+  }
+  known = sum.inertiaMatrix();
+  mutating_();
+  return *known;
+}
+
+bool qcRegionSet::inside(const qcVector<2>& p, bool considerHoles) const {
+  for (const auto& region : regions_) {
+    if (region->inside(p, considerHoles)) return true;
+  }
+  return false;
+}
+
+double qcRegionSet::distToPoint(const qcVector<2>& p, bool vertexOnly, bool considerHoles,
+                                bool zeroIfInside) const {
+  checkEmptyRegionSet();
+  double nearest = std::numeric_limits<double>::infinity();
+  for (const auto& region : regions_) {
+    const double distance = region->distToPoint(p, vertexOnly, considerHoles, zeroIfInside);
+    if (distance < nearest) nearest = distance;
+  }
+  return nearest;
+}
+
+bool qcRegionSet::isSelfIntersecting() const {
+  if (regions_.empty()) return false;
+  std::optional<bool>& known = cache().isSelfIntersecting;
+  if (known) return *known;
+  known = false;
+  mutating_();
+  for (const auto& region : regions_) {
+    if (region->isSelfIntersecting()) known = true;
+  }
+  if (hasCrossingPair()) known = true;
+  return *known;
+}
+
+bool qcRegionSet::hasCrossingPair() const {
+  for (std::size_t i = 0; i + 1 < regions_.size(); ++i) {
+    for (std::size_t j = i + 1; j < regions_.size(); ++j) {
+      if (regions_[i]->crosses(*regions_[j])) return true;
+    }
+  }
+  return false;
+}
+
+qcRect qcRegionSet::encloseRect(const qcXform<2>& xform) const {
+  checkEmptyRegionSet();
+  auto& known = cache().enclosingRects;
+  if (const qcRect* rect = known.find(xform)) return *rect;
+  qcRect rect = regions_.front()->encloseRect(xform);
+  for (std::size_t i = 1; i < regions_.size(); ++i) {
+    rect = rect.enclose(regions_[i]->encloseRect(xform));
+  }
+  known.remember(xform, rect, cachedVectorSize_);
+  mutating_();
+  return rect;
+}
