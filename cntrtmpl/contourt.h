@@ -1,0 +1,88 @@
+// SPDX-License-Identifier: MIT
+//
+// qcContourT, a contour that carries a datum for each vertex. It is made for one type of datum, the
+// edge element qcEdgelet, and compiled once in the library. Regions with data are in regiont.h,
+// sets of them in regionsett.h.
+
+#pragma once
+
+#include <vector>
+
+#include <cntr/contour.h>
+#include <platform/image/edgelet.h>
+
+template <class Datum>
+class qcRegionT;
+
+/// A contour whose vertices and data are linked by a transform: a vertex maps through it to the
+/// position of its datum, a position through its inverse to the vertex.
+///
+/// Whichever side was set last wins. Setting the points rebuilds the data with magnitude and angle
+/// 0: what the data held before is lost. Setting the data rebuilds the points and keeps the data.
+///
+/// Transforms are immutable and may be shared between contours; constructors take a clone of
+/// theirs, copies share it.
+template <class Datum>
+class CNTR_EXPORT qcContourT : public virtual qcContour {
+ public:
+  /// No vertices, closed, label 0, and no transform: datum(), point(), and setting points or data
+  /// that are not empty throw qcBadPointer until an archive record with a transform is loaded.
+  qcContourT();
+  /// Closed, label 0, the identity as transform: the points are the data's positions.
+  explicit qcContourT(const std::vector<Datum>& data);
+  /// The same with a clone of `dataFromPoints`; a null handle means the identity. Throws what the
+  /// transform's inverse throws (qcMathError::Singular).
+  qcContourT(const std::vector<Datum>& data, const qcPtrHandle_const<qc2XformBase>& dataFromPoints);
+  qcContourT(const qcContourT& other);
+  qcContourT& operator=(const qcContourT& other);
+
+  /// Equal points, exactly, and the very same transform object: a copy equals its source, contours
+  /// made separately from equal transforms do not. Data, label and closed flag take no part.
+  bool operator==(const qcContourT& other) const;
+
+  /// One datum for each vertex, in the order of the points.
+  const std::vector<Datum>& data() const noexcept { return data_; }
+  /// Replaces the data and rebuilds the points. When that throws, nothing has changed.
+  void data(const std::vector<Datum>& data);
+  /// Shares the stored transform.
+  qcPtrHandle_const<qc2XformBase> dataFromPointsXform() const { return dataFromPoints_; }
+
+  /// The datum of a point: its position mapped by the transform, magnitude and angle 0. Throws
+  /// qcBadPointer without a transform.
+  Datum datum(const qcVector<2>& point) const;
+  /// The point of a datum: its position mapped by the inverse of the transform, which is made on
+  /// first use and kept. Throws qcBadPointer without a transform, and what the inverse throws; the
+  /// next call then tries again.
+  qcVector<2> point(const Datum& datum) const;
+
+  /// Not supported: throws qcPel::BadWindow. Use convexHull().
+  void convexHullT(qcRegionT<Datum>& hull) const;
+  /// Not supported: throws qcPel::BadWindow. Use map().
+  void mapT(const qcXform<2>& xform, qcContourT& result) const;
+
+ protected:
+  /// Current record version 1: the qcContour record, the list of data, the transform as a shared
+  /// object. Version 0, without the transform, is still read: the contour then keeps the one it
+  /// has.
+  void dispatchSerialize(qcArchive& archive) override;
+  void serialize_(qcArchive& archive, unsigned char version) override;
+
+  /// Rebuilds the data from the points.
+  void makeDataConsistentWithPoints() override;
+  /// Rebuilds the points from the data.
+  void makePointsConsistentWithData() override;
+
+  /// Takes over the data and the transform of `other`, not its contour.
+  void assignData(const qcContourT& other);
+
+ private:
+  static qcPersistent* make();
+  static qc_Instantiator sExemplar;
+
+  qcPtrHandle_const<qc2XformBase> dataFromPoints_;
+  std::vector<Datum> data_;
+  /// The inverse, null until it was asked for.
+  mutable qcPtrHandle_const<qc2XformBase> pointsFromData_;
+};
+
+extern template class CNTR_EXPORT qcContourT<qcEdgelet>;

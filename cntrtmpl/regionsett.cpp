@@ -1,0 +1,78 @@
+// SPDX-License-Identifier: MIT
+
+#include <cntrtmpl/regionsett.h>
+
+#include <platform/core/archive.h>
+
+template <class Datum>
+qc_Instantiator qcRegionSetT<Datum>::sExemplar(typeid(qcRegionSetT<Datum>),
+                                               &qcRegionSetT<Datum>::make);
+
+template <class Datum>
+qcPersistent* qcRegionSetT<Datum>::make() {
+  return new qcRegionSetT;
+}
+
+template <class Datum>
+qcRegionSetT<Datum>::qcRegionSetT() : qcRegionSetT(RegionsT()) {}
+
+template <class Datum>
+qcRegionSetT<Datum>::qcRegionSetT(const RegionsT& regions)
+    : qcRegionSet(std::vector<qcPtrHandle_const<qcRegion>>(), qcContourDefs::eNoIntersectionRepair),
+      regionsT_(regions) {
+  qcRegionSetT::makePointsConsistentWithData();
+}
+
+template <class Datum>
+qcRegionSetT<Datum>::qcRegionSetT(std::vector<qcPtrHandle<qcRegionT<Datum>>> regions)
+    : qcRegionSetT(RegionsT(regions.begin(), regions.end())) {}
+
+template <class Datum>
+void qcRegionSetT<Datum>::regularizeT(qcRegionSetT& /*result*/) const {
+  throw qcPel::BadWindow();
+}
+
+template <class Datum>
+void qcRegionSetT<Datum>::mapT(const qcXform<2>& /*xform*/, qcRegionSetT& /*result*/) const {
+  throw qcPel::BadWindow();
+}
+
+template <class Datum>
+void qcRegionSetT<Datum>::makeDataConsistentWithPoints() {
+  RegionsT rebuilt;
+  for (const auto& plain : regions()) {
+    const qcPtrHandle<qcRegionT<Datum>> region(new qcRegionT<Datum>);
+    static_cast<qcContour&>(*region).points(plain->points());
+    rebuilt.push_back(region);
+  }
+  regionsT_.swap(rebuilt);
+}
+
+template <class Datum>
+void qcRegionSetT<Datum>::makePointsConsistentWithData() {
+  std::vector<qcPtrHandle_const<qcRegion>> plain;
+  plain.reserve(regionsT_.size());
+  for (const auto& region : regionsT_) plain.emplace_back(&*region);
+  setRegions(plain);
+}
+
+template <class Datum>
+void qcRegionSetT<Datum>::dispatchSerialize(qcArchive& archive) {
+  if (haveVisited(this, sizeof(*this))) return;
+  unsigned char version = 0;
+  archive || version;
+  qcRegionSetT::serialize_(archive, version);
+  setVisited(this, sizeof(*this));
+}
+
+template <class Datum>
+void qcRegionSetT<Datum>::serialize_(qcArchive& archive, unsigned char version) {
+  constexpr int versionCheckLine = 283;
+  if (version != 0) throw qcArchive::UnknownVersion("cntrtmpl", versionCheckLine);
+  qcRegionSet::dispatchSerialize(archive);
+  RegionsT loaded;
+  archive || (archive.isLoading() ? loaded : regionsT_);
+  if (archive.isLoading()) regionsT_.swap(loaded);
+}
+
+template class qcRegionSetT<qcEdgelet>;

@@ -1,0 +1,56 @@
+// SPDX-License-Identifier: MIT
+//
+// qcRegionSetT, a region set that keeps, beside its plain regions, the same regions with their
+// data.
+
+#pragma once
+
+#include <vector>
+
+#include <cntr/regionst.h>
+#include <cntrtmpl/regiont.h>
+
+/// A region set and a parallel list of regions with data.
+///
+/// Made from regions with data, regions()[i] and regionsT()[i] are one and the same object. Setting
+/// or adding plain regions rebuilds the list with data: new regions with the plain ones' outer
+/// points alone, without holes and labels, magnitudes and angles 0; what was there before is lost.
+/// A repair mode replaces the plain regions after that, and leaves the list with data as it is: ask
+/// for the mode eNoIntersectionRepair where the two shall stay parallel.
+///
+/// Equality, measures, queries and repair are those of qcRegionSet, over the plain regions.
+template <class Datum>
+class CNTR_EXPORT qcRegionSetT : public qcRegionSet {
+ public:
+  using RegionsT = std::vector<qcPtrHandle_const<qcRegionT<Datum>>>;
+
+  /// No regions.
+  qcRegionSetT();
+  /// Shares the regions; nothing is repaired. A null handle throws qcBadPointer.
+  explicit qcRegionSetT(const RegionsT& regions);
+  explicit qcRegionSetT(std::vector<qcPtrHandle<qcRegionT<Datum>>> regions);
+
+  RegionsT regionsT() const { return regionsT_; }
+
+  /// Not supported: throws qcPel::BadWindow. Use regularize().
+  void regularizeT(qcRegionSetT& result) const;
+  /// Not supported: throws qcPel::BadWindow.
+  void mapT(const qcXform<2>& xform, qcRegionSetT& result) const;
+
+ protected:
+  /// Record version 0: the qcRegionSet record, then the list of regions with data (whose own
+  /// records hold no data, see qcRegionT).
+  void dispatchSerialize(qcArchive& archive) override;
+  void serialize_(qcArchive& archive, unsigned char version) override;
+
+  void makeDataConsistentWithPoints() override;
+  void makePointsConsistentWithData() override;
+
+ private:
+  static qcPersistent* make();
+  static qc_Instantiator sExemplar;
+
+  RegionsT regionsT_;
+};
+
+extern template class CNTR_EXPORT qcRegionSetT<qcEdgelet>;

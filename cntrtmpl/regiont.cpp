@@ -1,0 +1,106 @@
+// SPDX-License-Identifier: MIT
+
+#include <cntrtmpl/regiont.h>
+
+#include <platform/core/archive.h>
+
+namespace {
+
+/// Draws a segment of length 1 through the edgelet's position, a quarter turn back from its angle,
+/// mapped by `xform`.
+void drawEdgelet(qcUITablet& tablet, const qcEdgelet& edgelet, const qcXform<2>& xform,
+                 const qcColor& color, const qcUITablet::Layers& layers) {
+  constexpr double halfLength = 0.5;
+  const qcAngle8 quarterTurn(64);
+  const qcDegree halfTurn(180.0);
+  const qc2Rigid along(edgelet.angle() - quarterTurn, edgelet.position());
+  const auto end = [&](const qcDegree& angle) {
+    const qcVector<2> p = xform * (along.trans() + qcVector<2>(halfLength, qcRadian(angle)));
+    return qcPair<double>(p.x(), p.y());
+  };
+  tablet.drawLineSeg(end(along.angle()), end(along.angle() + halfTurn), color, layers);
+}
+
+}  // namespace
+
+template <class Datum>
+qc_Instantiator qcRegionT<Datum>::sExemplar(typeid(qcRegionT<Datum>), &qcRegionT<Datum>::make);
+
+template <class Datum>
+qcPersistent* qcRegionT<Datum>::make() {
+  return new qcRegionT;
+}
+
+template <class Datum>
+qcRegionT<Datum>::qcRegionT() : qcRegionT(std::vector<Datum>(), 0) {}
+
+template <class Datum>
+qcRegionT<Datum>::qcRegionT(const qcContourT<Datum>& contour, unsigned long label)
+    : qcContour(contour), qcContourT<Datum>(contour) {
+  // The contour may be open: what it remembers need not hold for the closed boundary.
+  qcRegion::cleanCacheInfo();
+  this->label(label);
+}
+
+template <class Datum>
+qcRegionT<Datum>::qcRegionT(const std::vector<Datum>& data, unsigned long label)
+    : qcRegionT(data, qcPtrHandle_const<qc2XformBase>(), label) {}
+
+template <class Datum>
+qcRegionT<Datum>::qcRegionT(const std::vector<Datum>& data,
+                            const qcPtrHandle_const<qc2XformBase>& dataFromPoints,
+                            unsigned long label)
+    : qcContour({}, true, 0), qcContourT<Datum>(data, dataFromPoints) {
+  this->label(label);
+}
+
+template <class Datum>
+qcRegionT<Datum>& qcRegionT<Datum>::operator=(const qcRegionT& other) {
+  if (this == &other) return *this;
+  Holes holes = other.holes_;
+  this->assignData(other);
+  qcRegion::operator=(other);
+  holes_.swap(holes);
+  return *this;
+}
+
+template <class Datum>
+bool qcRegionT<Datum>::operator==(const qcRegionT& other) const {
+  return qcContourT<Datum>::operator==(other);
+}
+
+template <class Datum>
+void qcRegionT<Datum>::draw(qcUITablet& tablet, const qcColor& color,
+                            const qcUITablet::Layers& layers) const {
+  for (const Datum& element : this->data()) {
+    drawEdgelet(tablet, element, qcXform<2>::I, color, layers);
+  }
+}
+
+template <class Datum>
+void qcRegionT<Datum>::regularizeT(qcRegionT& /*dest*/) const {
+  throw qcPel::BadWindow();
+}
+
+template <class Datum>
+void qcRegionT<Datum>::mapT(const qcXform<2>& /*xform*/, qcRegionT& /*dest*/) const {
+  throw qcPel::BadWindow();
+}
+
+template <class Datum>
+void qcRegionT<Datum>::dispatchSerialize(qcArchive& archive) {
+  if (this->haveVisited(this, sizeof(*this))) return;
+  unsigned char version = 0;
+  archive || version;
+  qcRegionT::serialize_(archive, version);
+  this->setVisited(this, sizeof(*this));
+}
+
+template <class Datum>
+void qcRegionT<Datum>::serialize_(qcArchive& archive, unsigned char version) {
+  constexpr int versionCheckLine = 186;
+  if (version != 0) throw qcArchive::UnknownVersion("cntrtmpl", versionCheckLine);
+  qcRegion::dispatchSerialize(archive);
+}
+
+template class qcRegionT<qcEdgelet>;

@@ -1,0 +1,67 @@
+// SPDX-License-Identifier: MIT
+//
+// qcRegionT, a region whose outer boundary carries a datum for each vertex, see contourt.h. Sets of
+// such regions are in regionsett.h.
+
+#pragma once
+
+#include <vector>
+
+#include <cntr/region.h>
+#include <cntrtmpl/contourt.h>
+
+/// A qcRegion and a qcContourT over one and the same outer boundary. It is always closed; the
+/// geometry is the region's, the data are the contour's.
+///
+/// The plain holes, which measures and queries consider, are the region's:
+/// `region.qcRegion::holes()`. Setting them rebuilds the data: magnitudes and angles become 0. The
+/// holes with data, holes(), are a list of their own; neither is copied into the other.
+template <class Datum>
+class CNTR_EXPORT qcRegionT : public qcRegion, public qcContourT<Datum> {
+ public:
+  using Holes = std::vector<qcPtrHandle_const<qcRegionT<Datum>>>;
+
+  /// No vertices, no holes, the identity as transform.
+  qcRegionT();
+  /// A copy of the contour's points and data that shares its transform; no holes.
+  qcRegionT(const qcContourT<Datum>& contour, unsigned long label);
+  /// As the constructors of qcContourT with the same data.
+  qcRegionT(const std::vector<Datum>& data, unsigned long label);
+  qcRegionT(const std::vector<Datum>& data, const qcPtrHandle_const<qc2XformBase>& dataFromPoints,
+            unsigned long label);
+  qcRegionT(const qcRegionT& other) = default;
+  qcRegionT& operator=(const qcRegionT& other);
+
+  /// The comparison of qcContourT: points, and identity of the transform.
+  bool operator==(const qcRegionT& other) const;
+
+  /// The holes with data. Measures and queries do not look at them.
+  const Holes& holes() const noexcept { return holes_; }
+  void holes(const Holes& holes) { holes_ = holes; }
+
+  using qcContour::draw;
+  /// Draws every datum, in order, as a segment of length 1 centred on its position, turned a
+  /// quarter turn back from its angle: along the edge when the angle is the gradient's. Draws
+  /// neither the outline nor the holes.
+  void draw(qcUITablet& tablet, const qcColor& color,
+            const qcUITablet::Layers& layers) const override;
+
+  /// Not supported: throws qcPel::BadWindow. Use regularize().
+  void regularizeT(qcRegionT& dest) const;
+  /// Not supported: throws qcPel::BadWindow. Use map().
+  void mapT(const qcXform<2>& xform, qcRegionT& dest) const;
+
+ protected:
+  /// Record version 0: the qcRegion record and nothing else. Data, transform and holes with data
+  /// are not stored: store a qcContourT to keep them.
+  void dispatchSerialize(qcArchive& archive) override;
+  void serialize_(qcArchive& archive, unsigned char version) override;
+
+ private:
+  static qcPersistent* make();
+  static qc_Instantiator sExemplar;
+
+  Holes holes_;
+};
+
+extern template class CNTR_EXPORT qcRegionT<qcEdgelet>;
