@@ -60,7 +60,7 @@ qcArchive::~qcArchive() {
 }
 
 std::wstring qcArchive::atPosition(const std::wstring& text) const {
-  return L"at byte " + std::to_wstring(position_) + L": " + text;
+  return L"at byte " + std::to_wstring(itemStart_) + L": " + text;
 }
 
 void qcArchive::badFormat(const std::wstring& what) const {
@@ -75,9 +75,11 @@ void qcArchive::store(const void* bytes, std::size_t count) {
   storeBytes(bytes, count);
   isBroken_ = false;
   position_ += count;
+  itemStart_ = position_;
 }
 
 void qcArchive::load(void* bytes, std::size_t count) {
+  itemStart_ = position_;
   loadBytes(bytes, count);
   position_ += count;
 }

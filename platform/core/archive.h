@@ -141,9 +141,10 @@ class QCPLATFORM_EXPORT qcArchive {
   /// A lower bound of the bytes that are still to come, 0 when nothing is known.
   virtual std::size_t bytesAtHand() const = 0;
 
-  /// Position in bytes from the start, for messages.
+  /// The number of bytes so far.
   std::uint64_t position() const noexcept { return position_; }
-  /// "at byte 123: " and the text, the form of all messages.
+  /// "at byte 123: " and the text, the form of all messages: what is wrong with the item that
+  /// starts there.
   std::wstring atPosition(const std::wstring& text) const;
   void store(const void* bytes, std::size_t count);
   void load(void* bytes, std::size_t count);
@@ -172,6 +173,8 @@ class QCPLATFORM_EXPORT qcArchive {
   /// A failure left half an object behind: nothing may follow it.
   bool isBroken_ = false;
   std::uint64_t position_ = 0;
+  /// Where the last item that was loaded, or the next one to be stored, starts.
+  std::uint64_t itemStart_ = 0;
   std::unique_ptr<qc_ArchiveMemory> memory_;
   /// The innermost transfer of this archive that is under way.
   qc_ArchiveTransfer* transfer_ = nullptr;

@@ -10,6 +10,7 @@
 #include <typeinfo>
 
 #include <platform/core/archive.h>
+#include <platform/core/record.h>
 #include <platform/core/thread.h>
 
 namespace {
@@ -121,12 +122,7 @@ long qcException::errorNumber() const { return 0; }
 std::string qcException::description() const { return {}; }
 
 void qcException::dispatchSerialize(qcArchive& archive) {
-  if (haveVisited(this, sizeof(qcException))) return;
-  unsigned char version = 0;
-  archive || version;
-  if (version != 0) throw qcArchive::UnknownVersion("qcException", 0);
-  qcPersistent::dispatchSerialize(archive);
-  setVisited(this, sizeof(qcException));
+  qc_Record::transfer(archive, *this, "qcException");
 }
 
 qcExceptionWithString::qcExceptionWithString(const wchar_t* message)

@@ -37,7 +37,7 @@ class qc_Record {
   template <class... Values>
   static void transferBody(qcArchive& archive, qcPersistent& object, Values&... values) {
     object.qcPersistent::dispatchSerialize(archive);
-    (archive || ... || values);
+    static_cast<void>((archive || ... || values));
   }
 
   /// Throws qcArchive::UnknownVersion naming `className`, line 0, unless the version is 0.
