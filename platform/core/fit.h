@@ -10,7 +10,8 @@
 #include <platform/core/shapes.h>
 
 /// Thrown when the points do not determine the curve: too few of them, all on one line, not finite,
-/// or best fitted by a curve that is not an ellipse.
+/// or, for an ellipse, on another conic. "On" means as far as their own rounding lets tell. Also
+/// thrown for parameters that are out of range. The message says which.
 class QCPLATFORM_EXPORT qcFitError : public qcExceptionWithString {
  public:
   using qcExceptionWithString::qcExceptionWithString;
@@ -25,17 +26,18 @@ class qcEllipseFitDefs {
 /// How to fit an ellipse.
 class qcEllipseFitParams {
  public:
-  explicit qcEllipseFitParams(
-      qcEllipseFitDefs::fit_mode mode = qcEllipseFitDefs::eLeastSquares,
-      const qcRadian& angle = qcRadian(0.0), unsigned long count = 0,
-      double threshold = std::numeric_limits<double>::infinity()) noexcept
+  explicit qcEllipseFitParams(qcEllipseFitDefs::fit_mode mode = qcEllipseFitDefs::eLeastSquares,
+                              const qcRadian& angle = qcRadian(0.0), unsigned long count = 0,
+                              double threshold = std::numeric_limits<double>::infinity()) noexcept
       : mode_(mode), angle_(angle), count_(count), threshold_(threshold) {}
 
   qcEllipseFitDefs::fit_mode mode() const noexcept { return mode_; }
-  /// The reference direction: the reported rotation lies within a quarter turn of it, in
-  /// (angle - pi/2, angle + pi/2].
+  /// The reference direction, finite: the reported rotation lies within a quarter turn of it, in
+  /// (angle - pi/2, angle + pi/2]. The rotation of a circle is the reference direction itself.
   const qcRadian& angle() const noexcept { return angle_; }
-  /// At most this many points, those farthest from the curve, may be left out of the fit.
+  /// At most this many points may be left out of the fit. They leave one at a time, always the one
+  /// farthest from the curve, the first of equals; after each the fit is repeated, so leaving out k
+  /// points costs k + 1 fits. Never so many leave that fewer than 5 remain.
   unsigned long count() const noexcept { return count_; }
   /// A point farther from the fitted curve than this is one to leave out, in the points' unit.
   double threshold() const noexcept { return threshold_; }
@@ -72,16 +74,17 @@ class qcCircleFitDefs {
 /// How to fit a circle.
 class qcCircleFitParams {
  public:
-  explicit qcCircleFitParams(
-      qcCircleFitDefs::fit_mode mode = qcCircleFitDefs::eLeastSquares, double relaxation = 1.0,
-      unsigned long count = 0,
-      double threshold = std::numeric_limits<double>::infinity()) noexcept
+  explicit qcCircleFitParams(qcCircleFitDefs::fit_mode mode = qcCircleFitDefs::eLeastSquares,
+                             double relaxation = 1.0, unsigned long count = 0,
+                             double threshold = std::numeric_limits<double>::infinity()) noexcept
       : mode_(mode), relaxation_(relaxation), count_(count), threshold_(threshold) {}
 
   qcCircleFitDefs::fit_mode mode() const noexcept { return mode_; }
   /// The share of each refining step that is taken, in (0, 1]; 1 takes full steps.
   double relaxation() const noexcept { return relaxation_; }
-  /// At most this many points, those farthest from the curve, may be left out of the fit.
+  /// At most this many points may be left out of the fit. They leave one at a time, always the one
+  /// farthest from the curve, the first of equals; after each the fit is repeated, so leaving out k
+  /// points costs k + 1 fits. Never so many leave that fewer than 3 remain.
   unsigned long count() const noexcept { return count_; }
   /// A point farther from the fitted curve than this is one to leave out, in the points' unit.
   double threshold() const noexcept { return threshold_; }
@@ -110,18 +113,27 @@ class qcCircleFitResults {
 };
 
 /// Fits an ellipse to `points` by direct least squares on normalised coordinates and writes it to
-/// `results`, which stays as it was when the fit throws. Throws qcFitError for fewer than 5 points,
-/// points that do not determine an ellipse, and points that are not finite. O(n).
+/// `results`, which stays as it was when the fit throws. Of all ellipses it takes the one with the
+/// least sum of squares of a x^2 + b xy + c y^2 + d x + e y + f under 4ac - b^2 = 1; where the
+/// points scatter widely about a short arc, that one is smaller than the ellipse they came from.
+///
+/// Throws qcFitError for fewer than 5 points, points that do not determine an ellipse (fewer than 5
+/// distinct ones, 4 of 5 on one line), points exactly on a line, a parabola, a hyperbola or two
+/// lines, and points that are not finite. Points merely near such a curve get their best ellipse,
+/// which may be very long. Points exactly on an ellipse give it back to a few units of rounding of
+/// the coordinates; on an arc the error grows as the arc gets flatter. O(n).
 ///
 /// A. Fitzgibbon, M. Pilu, R. B. Fisher, "Direct least square fitting of ellipses", IEEE PAMI 21
-/// (1999), in the stable form of R. Halir, J. Flusser (1998).
+/// (1999); the linear part is split off as in R. Halir, J. Flusser (1998).
 QCPLATFORM_EXPORT void qfEllipseFit(const qcEllipseFitParams& params,
                                     const std::vector<qcVector<2>>& points,
                                     qcEllipseFitResults& results);
 
 /// Fits the circle of least mean square distance to `points` and writes it to `results`, which
-/// stays as it was when the fit throws. Throws qcFitError for fewer than 3 points, points on a line,
-/// and points that are not finite. O(n) a step, a few steps.
+/// stays as it was when the fit throws. Throws qcFitError for fewer than 3 points, points that
+/// coincide or lie on a line, points whose best circle grows without end (they scatter about a
+/// line), points that are not finite, and a relaxation outside (0, 1]. Radii up to about a million
+/// times the extent of the points can be told from a line. O(n) a step, a few steps.
 QCPLATFORM_EXPORT void qfCircleFit(const qcCircleFitParams& params,
                                    const std::vector<qcVector<2>>& points,
                                    qcCircleFitResults& results);

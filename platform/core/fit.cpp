@@ -1,0 +1,7 @@
+// SPDX-License-Identifier: MIT
+//
+// The failure of a fit. The fits themselves are in fit_ellipse.cpp and fit_circle.cpp.
+
+#include <platform/core/fit.h>
+
+void qcFitError::suicideAndRethrow() { qf_DeleteAndThrowCopy(this); }

@@ -1,0 +1,217 @@
+// SPDX-License-Identifier: MIT
+//
+// Least-squares fit of a circle: an algebraic start, then Newton steps on the sum of squares of the
+// distances, held back as K. Levenberg does where a full step would not lessen it.
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+
+#include <platform/core/fit.h>
+#include <platform/core/internal/fit_frame.h>
+#include <platform/core/internal/fit_outliers.h>
+
+namespace qnFit {
+
+namespace {
+
+constexpr std::size_t fewestPoints = 3;
+constexpr double epsilon = std::numeric_limits<double>::epsilon();
+/// Steps at full length; shares of them take that many more.
+constexpr double maxFullSteps = 200.0;
+constexpr double maxSteps = 1e5;
+/// Steps this small against the radius are taken as they are: the sum of squares no longer tells
+/// better from worse.
+constexpr double nearby = 1e-6;
+
+/// A circle around `center` whose radius is the mean distance of the points, the best one there.
+struct Circle {
+  Point center;
+  double radius = 0.0;
+  double sumOfSquares = 0.0;
+
+  Circle(const Points& points, const Point& around) : center(around) {
+    for (const Point& p : points) radius += p.distance(center);
+    radius /= static_cast<double>(points.size());
+    for (const Point& p : points) {
+      const double off = p.distance(center) - radius;
+      sumOfSquares += off * off;
+    }
+  }
+
+  double distance(const Point& p) const noexcept { return std::abs(p.distance(center) - radius); }
+};
+
+/// Symmetric 2x2.
+struct Symmetric {
+  double xx = 0.0;
+  double xy = 0.0;
+  double yy = 0.0;
+
+  double det() const noexcept { return xx * yy - xy * xy; }
+  bool positiveDefinite() const noexcept { return xx > 0.0 && det() > 0.0; }
+  Symmetric plus(double diagonal) const noexcept { return {xx + diagonal, xy, yy + diagonal}; }
+  Point solve(const Point& right) const noexcept {
+    return {(yy * right.x() - xy * right.y()) / det(), (xx * right.y() - xy * right.x()) / det()};
+  }
+  void addSquare(const Point& v, double weight) noexcept {
+    xx += weight * v.x() * v.x();
+    xy += weight * v.x() * v.y();
+    yy += weight * v.y() * v.y();
+  }
+};
+
+/// The centre that makes |p - center|^2 - r^2 least in the squares (I. Kasa, 1976). In the spread's
+/// coordinates the normal equations are diagonal.
+Point algebraicCenter(const Points& framed, const Spread& spread) {
+  Point sum;
+  for (const Point& p : framed) sum = sum + spread.fromFrame(p) * (p * p);
+  const Point mean = sum * (1.0 / static_cast<double>(framed.size()));
+  const double y = mean.y() / (2.0 * spread.yv);
+  return {(0.5 * mean.x() - y * spread.yu) / spread.xu, y};
+}
+
+/// Where the points are seen from the centre: unit vectors, and their mean.
+std::vector<Point> directions(const Points& points, const Point& center) {
+  std::vector<Point> result;
+  result.reserve(points.size());
+  for (const Point& p : points) result.push_back((p - center).unit());
+  return result;
+}
+
+/// Halves of the gradient (negative) and the Hessian of the sum of squares over the centre, the
+/// radius following.
+struct Descent {
+  Point direction;
+  Symmetric gaussNewton;
+  Symmetric newton;
+
+  Descent(const Points& points, const Circle& circle) {
+    const std::vector<Point> seen = directions(points, circle.center);
+    Point mean;
+    for (const Point& e : seen) mean = mean + e;
+    mean = mean * (1.0 / static_cast<double>(seen.size()));
+    for (std::size_t i = 0; i < points.size(); ++i) add(points[i], seen[i], mean, circle);
+    newton.xx += gaussNewton.xx;
+    newton.xy += gaussNewton.xy;
+    newton.yy += gaussNewton.yy;
+  }
+
+  /// The step towards the least sum, `damping` times the size of the Hessian added to it.
+  Point step(double damping) const noexcept {
+    const Symmetric& hessian = newton.positiveDefinite() ? newton : gaussNewton;
+    return hessian.plus(damping * (hessian.xx + hessian.yy)).solve(direction);
+  }
+
+ private:
+  /// The second derivative of a distance d along unit vector e is (1 - e e^T) / d.
+  void add(const Point& p, const Point& e, const Point& mean, const Circle& circle) noexcept {
+    const double distance = p.distance(circle.center);
+    const double off = distance - circle.radius;
+    direction = direction + (e - mean) * off;
+    gaussNewton.addSquare(e - mean, 1.0);
+    if (distance > 0.0) newton.addSquare(Point(-e.y(), e.x()), off / distance);
+  }
+};
+
+/// Throws when the circle is so large that its points cannot be told from those of a line: when the
+/// rounding of distances to its centre comes near the spread across the line.
+void checkCurvature(const Circle& circle, const Spread& spread) {
+  constexpr double safety = 16.0;
+  if (!(safety * epsilon * circle.radius < spread.across)) {
+    throw qcFitError(L"the points lie on a line");
+  }
+}
+
+/// Follows the steps down to the least sum of squares.
+class Refinement {
+ public:
+  Refinement(const Points& points, const Circle& start, double relaxation)
+      : points_(points), circle_(start), relaxation_(relaxation) {}
+
+  const Circle& circle() const noexcept { return circle_; }
+
+  /// One step; false when there was none left to take.
+  bool advance() {
+    const Descent descent(points_, circle_);
+    const Point step = descent.step(damping_);
+    if (damping_ == 0.0 && step.len() <= nearby * circle_.radius) return settle(step);
+    lastStep_ = infinity;
+    const Circle next(points_, circle_.center + step * relaxation_);
+    if (next.sumOfSquares < circle_.sumOfSquares) {
+      circle_ = next;
+      damping_ = damping_ > leastDamping ? damping_ * 0.1 : 0.0;
+    } else {
+      damping_ = std::max(10.0 * damping_, leastDamping);
+    }
+    return damping_ < mostDamping;
+  }
+
+ private:
+  static constexpr double infinity = std::numeric_limits<double>::infinity();
+  static constexpr double leastDamping = 1e-6;
+  static constexpr double mostDamping = 1e8;
+
+  /// The last steps, as long as each is shorter than the one before.
+  bool settle(const Point& step) {
+    const double length = step.len();
+    if (!(length < lastStep_)) return false;
+    lastStep_ = length;
+    circle_ = Circle(points_, circle_.center + step * relaxation_);
+    return length > epsilon * circle_.radius;
+  }
+
+  const Points& points_;
+  Circle circle_;
+  double relaxation_;
+  double damping_ = 0.0;
+  double lastStep_ = infinity;
+};
+
+Circle bestCircle(const Points& framed, const Spread& spread, double relaxation) {
+  Refinement refinement(framed, Circle(framed, algebraicCenter(framed, spread)), relaxation);
+  const double steps = std::min(maxFullSteps / relaxation, maxSteps);
+  for (double step = 0.0; step < steps; ++step) {
+    checkCurvature(refinement.circle(), spread);
+    if (!refinement.advance()) return refinement.circle();
+  }
+  throw qcFitError(L"the fit does not settle");
+}
+
+/// One fit with its frame.
+class CircleFit {
+ public:
+  CircleFit(const Points& points, double relaxation)
+      : frame_(points, fewestPoints),
+        framed_(frame_.enter(points)),
+        circle_(bestCircle(framed_, Spread(framed_), relaxation)) {}
+
+  double distance(const Point& p) const { return frame_.leave(circle_.distance(frame_.enter(p))); }
+
+  qcCircleFitResults results() const {
+    return {qcCircle(frame_.leave(circle_.center), frame_.leave(circle_.radius)),
+            frame_.leave(rootMeanSquareDistance(circle_, framed_))};
+  }
+
+ private:
+  Frame frame_;
+  Points framed_;
+  Circle circle_;
+};
+
+}  // namespace
+
+}  // namespace qnFit
+
+void qfCircleFit(const qcCircleFitParams& params, const std::vector<qcVector<2>>& points,
+                 qcCircleFitResults& results) {
+  if (!(params.relaxation() > 0.0 && params.relaxation() <= 1.0)) {
+    throw qcFitError(L"the relaxation is not in (0, 1]");
+  }
+  const auto fit =
+      qnFit::fitWithoutOutliers(points, params.count(), params.threshold(), qnFit::fewestPoints,
+                                [&params](const std::vector<qcVector<2>>& kept) {
+                                  return qnFit::CircleFit(kept, params.relaxation());
+                                });
+  results = fit.results();
+}
