@@ -130,10 +130,12 @@ QCPLATFORM_EXPORT void qfEllipseFit(const qcEllipseFitParams& params,
                                     qcEllipseFitResults& results);
 
 /// Fits the circle of least mean square distance to `points` and writes it to `results`, which
-/// stays as it was when the fit throws. Throws qcFitError for fewer than 3 points, points that
-/// coincide or lie on a line, points whose best circle grows without end (they scatter about a
-/// line), points that are not finite, and a relaxation outside (0, 1]. Radii up to about a million
-/// times the extent of the points can be told from a line. O(n) a step, a few steps.
+/// stays as it was when the fit throws. Where points are nowhere near a circle and the sum of
+/// squares has several minima, it is the one reached from the algebraic fit. Throws qcFitError for
+/// fewer than 3 points, points that coincide or lie on a line, points whose best circle grows
+/// without end (they scatter about a line), points that are not finite, and a relaxation outside
+/// (0, 1]. Radii up to about a million times the extent of the points can be told from a line. O(n)
+/// a step, a few steps.
 QCPLATFORM_EXPORT void qfCircleFit(const qcCircleFitParams& params,
                                    const std::vector<qcVector<2>>& points,
                                    qcCircleFitResults& results);

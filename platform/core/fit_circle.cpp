@@ -54,6 +54,13 @@ struct Symmetric {
   Point solve(const Point& right) const noexcept {
     return {(yy * right.x() - xy * right.y()) / det(), (xx * right.y() - xy * right.x()) / det()};
   }
+  /// A unit vector of the smaller eigenvalue.
+  Point lesserDirection() const noexcept {
+    const double half = 0.5 * (xx - yy);
+    const double root = std::sqrt(half * half + xy * xy);
+    if (root == 0.0) return {1.0, 0.0};
+    return half >= 0.0 ? Point(-xy, half + root).unit() : Point(root - half, -xy).unit();
+  }
   void addSquare(const Point& v, double weight) noexcept {
     xx += weight * v.x() * v.x();
     xy += weight * v.x() * v.y();
@@ -85,6 +92,8 @@ struct Descent {
   Point direction;
   Symmetric gaussNewton;
   Symmetric newton;
+  /// The centre is one of the points, where the sum of squares has a peak instead of derivatives.
+  bool onPoint = false;
 
   Descent(const Points& points, const Circle& circle) {
     const std::vector<Point> seen = directions(points, circle.center);
@@ -97,9 +106,12 @@ struct Descent {
     newton.yy += gaussNewton.yy;
   }
 
+  /// True when the sum curves upwards all around.
+  bool curvesUp() const noexcept { return !onPoint && newton.positiveDefinite(); }
+
   /// The step towards the least sum, `damping` times the size of the Hessian added to it.
   Point step(double damping) const noexcept {
-    const Symmetric& hessian = newton.positiveDefinite() ? newton : gaussNewton;
+    const Symmetric& hessian = curvesUp() ? newton : gaussNewton;
     return hessian.plus(damping * (hessian.xx + hessian.yy)).solve(direction);
   }
 
@@ -110,7 +122,11 @@ struct Descent {
     const double off = distance - circle.radius;
     direction = direction + (e - mean) * off;
     gaussNewton.addSquare(e - mean, 1.0);
-    if (distance > 0.0) newton.addSquare(Point(-e.y(), e.x()), off / distance);
+    if (distance > 0.0) {
+      newton.addSquare(Point(-e.y(), e.x()), off / distance);
+    } else {
+      onPoint = true;
+    }
   }
 };
 
@@ -134,8 +150,12 @@ class Refinement {
   /// One step; false when there was none left to take.
   bool advance() {
     const Descent descent(points_, circle_);
+    if (descent.curvesUp()) {
+      const Point full = descent.newton.solve(descent.direction);
+      if (full.len() <= nearby * circle_.radius) return settle(full);
+    }
     const Point step = descent.step(damping_);
-    if (damping_ == 0.0 && step.len() <= nearby * circle_.radius) return settle(step);
+    if (step.len() <= nearby * circle_.radius && leaveSaddle(descent)) return true;
     lastStep_ = infinity;
     const Circle next(points_, circle_.center + step * relaxation_);
     if (next.sumOfSquares < circle_.sumOfSquares) {
@@ -151,6 +171,21 @@ class Refinement {
   static constexpr double infinity = std::numeric_limits<double>::infinity();
   static constexpr double leastDamping = 1e-6;
   static constexpr double mostDamping = 1e8;
+
+  /// Points in symmetry can lead to where the sum is least only along their axis, or to one of the
+  /// points. One move across gets away from there; false when it is no such place.
+  bool leaveSaddle(const Descent& descent) {
+    if (descent.curvesUp()) return false;
+    const Point across = descent.newton.lesserDirection() * circle_.radius;
+    for (const double share : {0.1, -0.1, 0.01, -0.01, 0.001, -0.001}) {
+      const Circle moved(points_, circle_.center + across * share);
+      if (moved.sumOfSquares < circle_.sumOfSquares) {
+        circle_ = moved;
+        return true;
+      }
+    }
+    return false;
+  }
 
   /// The last steps, as long as each is shorter than the one before.
   bool settle(const Point& step) {

@@ -10,20 +10,23 @@
 #include <platform/display/recordingtablet.h>
 
 /// Collects segments and writes them as SVG: one group a layer, the image layer first; segments
-/// that continue each other in one colour become one path.
+/// that continue each other in one colour become one path. Line ends and corners are round.
 class QCPLATFORM_EXPORT qcSvgTablet : public qcUITablet {
  public:
-  /// A picture whose user units are those of the drawing and whose strokes are `strokeWidth` of them
-  /// wide. The view is the box of all that was drawn, with a margin of four stroke widths.
+  /// A picture whose user units are those of the drawing and whose strokes are `strokeWidth` of
+  /// them wide. The view is the box of all that was drawn, with a margin of four stroke widths; of
+  /// nothing, the margin around the origin.
+  /// REQUIRES: strokeWidth is finite and not negative.
   explicit qcSvgTablet(double strokeWidth = 1.0);
-  /// The same with a fixed view.
+  /// The same with a fixed view, which has finite corners.
   qcSvgTablet(const qcRect& view, double strokeWidth);
 
   void drawLineSeg(const qcPair<double>& from, const qcPair<double>& to, const qcColor& color,
                    Layers layers) override;
 
-  /// Writes the picture, complete with its XML head. Coordinates are written with all their
-  /// digits, in the C locale's form. Segments with a coordinate that is not finite are left out.
+  /// Writes the picture, complete with its XML head. Numbers are written with the digits that give
+  /// back the same double, in the C locale's form whatever the stream's. Segments with a coordinate
+  /// that is not finite are left out.
   void write(std::ostream& out) const;
 
  private:

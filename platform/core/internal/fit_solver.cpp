@@ -19,9 +19,16 @@ constexpr double epsilon = std::numeric_limits<double>::epsilon();
 constexpr Matrix3 identity = {{{1.0, 0.0, 0.0}, {0.0, 1.0, 0.0}, {0.0, 0.0, 1.0}}};
 constexpr std::pair<std::size_t, std::size_t> planes[] = {{0, 1}, {0, 2}, {1, 2}};
 
+/// Sums short runs first: rounding grows with the length of a run plus the number of runs.
 double dot(const std::vector<double>& a, const std::vector<double>& b) {
+  constexpr std::size_t run = 256;
   double sum = 0.0;
-  for (std::size_t i = 0; i < a.size(); ++i) sum += a[i] * b[i];
+  for (std::size_t begin = 0; begin < a.size(); begin += run) {
+    const std::size_t end = std::min(begin + run, a.size());
+    double part = 0.0;
+    for (std::size_t i = begin; i < end; ++i) part += a[i] * b[i];
+    sum += part;
+  }
   return sum;
 }
 
