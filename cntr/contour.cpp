@@ -104,8 +104,13 @@ void qcContour::checkEmptyContour() const {
   if (points_.size() < 2) throw qcContourDefs::EmptyContour();
 }
 
+// A copy may be closed where its source is open: a region is closed whatever its stored flag.
 qc_ContourCache& qcContour::cache() const {
   if (!cache_) cache_ = std::make_unique<qc_ContourCache>();
+  if (cache_->ofClosed != isClosed()) {
+    *cache_ = qc_ContourCache();
+    cache_->ofClosed = isClosed();
+  }
   return *cache_;
 }
 

@@ -30,6 +30,8 @@ struct qc_FittedEllipse {
 
 /// The answers of one contour, each empty until it was asked for.
 struct qc_ContourCache {
+  /// Whether the contour was closed that the answers are of.
+  bool ofClosed = false;
   std::optional<double> length;
   std::optional<qcVector<2>> meanPosition;
   std::optional<double> medianFeatureSize;
