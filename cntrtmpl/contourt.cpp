@@ -1,8 +1,9 @@
 // SPDX-License-Identifier: MIT
+//
+// The contour with data, instantiated for edge elements: the two hooks that keep data and points in
+// step, and the archive record.
 
 #include <cntrtmpl/contourt.h>
-
-#include <utility>
 
 #include <platform/core/archive.h>
 
@@ -68,11 +69,13 @@ bool qcContourT<Datum>::operator==(const qcContourT& other) const {
 
 template <class Datum>
 void qcContourT<Datum>::data(const std::vector<Datum>& data) {
-  std::vector<Datum> previous = std::exchange(data_, data);
+  // A copy first: `data` may be the contour's own.
+  std::vector<Datum> exchanged = data;
+  data_.swap(exchanged);
   try {
     makePointsConsistentWithData();
   } catch (...) {
-    data_.swap(previous);
+    data_.swap(exchanged);
     throw;
   }
 }

@@ -19,6 +19,8 @@ class qcRegionT;
 ///
 /// Whichever side was set last wins. Setting the points rebuilds the data with magnitude and angle
 /// 0: what the data held before is lost. Setting the data rebuilds the points and keeps the data.
+/// Assigning to it as a plain qcContour, as map() into it does, is neither: it replaces the points
+/// and leaves the data as they were; set either side afterwards.
 ///
 /// Transforms are immutable and may be shared between contours; constructors take a clone of
 /// theirs, copies share it.
@@ -27,6 +29,7 @@ class CNTR_EXPORT qcContourT : public virtual qcContour {
  public:
   /// No vertices, closed, label 0, and no transform: datum(), point(), and setting points or data
   /// that are not empty throw qcBadPointer until an archive record with a transform is loaded.
+  /// Points are then set nevertheless, and the data stay as they were.
   qcContourT();
   /// Closed, label 0, the identity as transform: the points are the data's positions.
   explicit qcContourT(const std::vector<Datum>& data);

@@ -1,4 +1,7 @@
 // SPDX-License-Identifier: MIT
+//
+// The set of regions with data, instantiated for edge elements: the two hooks that keep its lists
+// parallel, and the archive record.
 
 #include <cntrtmpl/regionsett.h>
 

@@ -1,4 +1,7 @@
 // SPDX-License-Identifier: MIT
+//
+// The region with data, instantiated for edge elements: construction, drawing, the archive record.
+// Keeping data and points in step is contourt.cpp's.
 
 #include <cntrtmpl/regiont.h>
 

@@ -16,6 +16,10 @@
 /// The plain holes, which measures and queries consider, are the region's:
 /// `region.qcRegion::holes()`. Setting them rebuilds the data: magnitudes and angles become 0. The
 /// holes with data, holes(), are a list of their own; neither is copied into the other.
+///
+/// What is written to it as a plain qcRegion or qcContour (by assignment, map(), convexHull(),
+/// regularize(), outerHull()) replaces its points and leaves its data as they were; set either side
+/// afterwards.
 template <class Datum>
 class CNTR_EXPORT qcRegionT : public qcRegion, public qcContourT<Datum> {
  public:
@@ -53,7 +57,8 @@ class CNTR_EXPORT qcRegionT : public qcRegion, public qcContourT<Datum> {
 
  protected:
   /// Record version 0: the qcRegion record and nothing else. Data, transform and holes with data
-  /// are not stored: store a qcContourT to keep them.
+  /// are not stored: store a qcContourT to keep them. Loading leaves them as they were, whatever
+  /// the points that come: set either side afterwards.
   void dispatchSerialize(qcArchive& archive) override;
   void serialize_(qcArchive& archive, unsigned char version) override;
 
