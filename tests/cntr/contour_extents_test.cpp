@@ -1,0 +1,328 @@
+// SPDX-License-Identifier: MIT
+//
+// Circles, extremal vertices, enclosing rectangles and images of a contour. What is remembered is
+// asked in contour_cache_test.cpp; the answers of thousands of shapes are compared with a second
+// implementation in contour_properties_test.cpp.
+
+#include <cmath>
+#include <limits>
+#include <numbers>
+
+#include <cntr/region.h>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "contour_probe.h"
+#include "same.h"
+
+namespace {
+
+using testing::ElementsAre;
+
+constexpr double infinity = std::numeric_limits<double>::infinity();
+constexpr double nan = std::numeric_limits<double>::quiet_NaN();
+constexpr double largest = std::numeric_limits<double>::max();
+constexpr double pi = std::numbers::pi;
+
+constexpr auto farthestPair = qcContourDefs::eFarthestVertexPair;
+constexpr auto fromFirst = qcContourDefs::eFromFirstVertex;
+
+const Points square = {{0, 0}, {2, 0}, {2, 2}, {0, 2}};
+
+double justAbove(double value) { return std::nextafter(value, infinity); }
+
+long extremal(const Points& points, double angle) {
+  return closedContour(points).extremalVertexIndex(qcRadian(angle));
+}
+
+TEST(ContourEncloseCircleTest, OfTheFarthestPairIsCentredBetweenThem) {
+  const qcCircle circle = closedContour(square).encloseCircle(farthestPair);
+  EXPECT_EQ(circle, qcCircle({1, 1}, std::sqrt(8.0) * 0.5));
+}
+
+TEST(ContourEncloseCircleTest, OfTheFarthestPairMayLeaveOtherVerticesOutside) {
+  const Points triangle = {{0, 0}, {4, 0}, {2, 3}};
+  const qcCircle circle = closedContour(triangle).encloseCircle(farthestPair);
+  EXPECT_EQ(circle, qcCircle({2, 0}, 2));
+}
+
+TEST(ContourEncloseCircleTest, OfTheFarthestPairIsOfTheFirstPairOnTies) {
+  // From (0, 0) both others are 10 away, and nearer to each other.
+  const Point apex(0, 0), right(10, 0), above(6, 8);
+  const auto centre = [](const Points& points) {
+    return closedContour(points).encloseCircle(farthestPair).center();
+  };
+  EXPECT_EQ(centre({apex, right, above}), Point(5, 0));
+  EXPECT_EQ(centre({apex, above, right}), Point(3, 4));
+  EXPECT_EQ(centre({right, apex, above}), Point(5, 0));
+  EXPECT_EQ(centre({above, right, apex}), Point(3, 4));
+  EXPECT_EQ(centre({right, above, apex}), Point(5, 0));
+}
+
+TEST(ContourEncloseCircleTest, OfTheFarthestPairIsOfTheFirstPairAmongManyDiameters) {
+  // All six diameters of this dodecagon of lattice points have the same length.
+  const Points dodecagon = {{5, 0},  {4, 3},   {3, 4},   {0, 5},  {-3, 4}, {-4, 3},
+                            {-5, 0}, {-4, -3}, {-3, -4}, {0, -5}, {3, -4}, {4, -3}};
+  Points shifted;
+  for (std::size_t i = 0; i < dodecagon.size(); ++i) {
+    shifted.push_back(dodecagon[i] + Point(100, 0));
+  }
+  shifted.push_back({95, 0});
+  EXPECT_EQ(closedContour(shifted).encloseCircle(farthestPair), qcCircle({100, 0}, 5));
+}
+
+TEST(ContourEncloseCircleTest, FromTheFirstVertexReachesTheFarthest) {
+  const qcCircle circle = closedContour(square).encloseCircle(fromFirst);
+  EXPECT_EQ(circle, qcCircle({0, 0}, std::sqrt(8.0)));
+  EXPECT_EQ(openContour({{2, 0}, {0, 0}, {7, 0}}).encloseCircle(fromFirst), qcCircle({2, 0}, 5));
+}
+
+TEST(ContourEncloseCircleTest, IsTheSameOpenOrClosed) {
+  for (const auto mode : {farthestPair, fromFirst}) {
+    EXPECT_EQ(openContour(square).encloseCircle(mode), closedContour(square).encloseCircle(mode));
+  }
+}
+
+TEST(ContourEncloseCircleTest, OfTheFarthestPairIsDefaultWhenNoTwoVerticesDiffer) {
+  EXPECT_EQ(closedContour({}).encloseCircle(farthestPair), qcCircle());
+  EXPECT_EQ(closedContour({{3, 4}}).encloseCircle(farthestPair), qcCircle());
+  EXPECT_EQ(closedContour(Points(6, {3, 4})).encloseCircle(farthestPair), qcCircle());
+}
+
+TEST(ContourEncloseCircleTest, OfEqualVerticesNeverShowsAnEarlierShapesCircle) {
+  ContourProbe contour = closedContour(square);
+  ASSERT_GT(contour.encloseCircle(farthestPair).radius(), 0);
+  contour.points(Points(3, {3, 4}));
+  EXPECT_EQ(contour.encloseCircle(farthestPair), qcCircle());
+}
+
+TEST(ContourEncloseCircleTest, FromTheFirstVertexHasRadiusZeroWhenNoTwoVerticesDiffer) {
+  EXPECT_EQ(closedContour({{3, 4}}).encloseCircle(fromFirst), qcCircle({3, 4}, 0));
+  EXPECT_EQ(closedContour(Points(6, {3, 4})).encloseCircle(fromFirst), qcCircle({3, 4}, 0));
+}
+
+TEST(ContourEncloseCircleTest, FromTheFirstVertexThrowsEmptyContourWithoutVertices) {
+  expectEmptyContour([] { closedContour({}).encloseCircle(fromFirst); });
+  expectEmptyContour([] { openContour({}).diameter(fromFirst); });
+}
+
+TEST(ContourEncloseCircleTest, PassesOverVerticesThatAreNotNumbers) {
+  const Points points = {{0, 0}, {nan, 1}, {6, 8}, {1, nan}};
+  EXPECT_EQ(closedContour(points).encloseCircle(farthestPair), qcCircle({3, 4}, 5));
+  EXPECT_EQ(closedContour(points).encloseCircle(fromFirst), qcCircle({0, 0}, 10));
+  EXPECT_EQ(closedContour({{nan, 0}, {1, nan}}).encloseCircle(farthestPair), qcCircle());
+}
+
+TEST(ContourEncloseCircleTest, OfInfiniteVerticesIsInfinite) {
+  const Points points = {{0, 0}, {1, 1}, {infinity, 0}};
+  EXPECT_EQ(closedContour(points).encloseCircle(farthestPair).radius(), infinity);
+  EXPECT_EQ(closedContour(points).encloseCircle(fromFirst).radius(), infinity);
+}
+
+TEST(ContourEncloseCircleTest, RefusesAnyOtherMode) {
+  for (const int mode : {2, -1, 1000000}) {
+    const auto unknown = static_cast<qcContourDefs::DiameterMode>(mode);
+    for (const Points& points : {square, Points()}) {
+      const ContourProbe contour = closedContour(points);
+      const std::wstring message = L"diameterMode is not one of the valid enums";
+      expectBadParams(message, [&] { contour.encloseCircle(unknown); });
+      expectBadParams(message, [&] { contour.diameter(unknown); });
+    }
+  }
+}
+
+TEST(ContourDiameterTest, IsTwiceTheRadius) {
+  EXPECT_EQ(closedContour(square).diameter(farthestPair), std::sqrt(8.0));
+  EXPECT_EQ(closedContour(square).diameter(fromFirst), 2 * std::sqrt(8.0));
+  EXPECT_EQ(closedContour({}).diameter(farthestPair), 0.0);
+}
+
+TEST(ContourExtremalVertexTest, IsTheFarthestAlongAnAxisAndTheLowestOnTies) {
+  EXPECT_EQ(extremal(square, 0), 1);
+  EXPECT_EQ(extremal(square, pi / 2), 2);
+  EXPECT_EQ(extremal(square, pi), 0);
+  EXPECT_EQ(extremal(square, -pi / 2), 0);
+  EXPECT_EQ(extremal(square, 1.5 * pi), 0);
+  EXPECT_EQ(extremal(square, 2 * pi), 1);
+}
+
+TEST(ContourExtremalVertexTest, IsTheFarthestBetweenTheAxes) {
+  EXPECT_EQ(extremal(square, pi / 4), 2);
+  EXPECT_EQ(extremal(square, 0.75 * pi), 3);
+  EXPECT_EQ(extremal(square, -0.75 * pi), 0);
+  EXPECT_EQ(extremal(square, -pi / 4), 1);
+  const qcVector<2> position = closedContour(square).extremalVertexPosition(qcDegree(100));
+  EXPECT_EQ(position, Point(0, 2));
+}
+
+TEST(ContourExtremalVertexTest, IsDecidedOnExactCoordinatesAlongAnAxis) {
+  // By the rounded cosine of a right angle the second vertex would lie farther.
+  EXPECT_EQ(extremal({{0, 1}, {1e17, 1}}, pi / 2), 0);
+  EXPECT_EQ(extremal({{0, 1}, {-1e17, 1}}, -pi / 2), 0);
+  EXPECT_EQ(extremal({{0, -1}, {-1e17, -1}}, -pi / 2), 0);
+  EXPECT_EQ(extremal({{0, 0}, {0, 1e17}}, pi), 0);
+  EXPECT_EQ(extremal({{0, 0}, {0, -1e17}}, -pi), 0);
+  EXPECT_EQ(extremal({{0, 0}, {0, -1e17}}, 2 * pi), 0);
+}
+
+TEST(ContourExtremalVertexTest, IsAlongAnAxisWhenTheDirectionIsWithin1em15) {
+  ASSERT_EQ(std::sin(1e-15), 1e-15);
+  EXPECT_EQ(extremal({{0, 0}, {0, 1e17}}, 1e-15), 0);
+  EXPECT_EQ(extremal({{0, 0}, {0, 1e17}}, justAbove(1e-15)), 1);
+  EXPECT_EQ(extremal({{0, 0}, {0, -1e17}}, -1e-15), 0);
+  EXPECT_EQ(extremal({{0, 0}, {0, -1e17}}, -justAbove(1e-15)), 1);
+}
+
+TEST(ContourExtremalVertexTest, IsMinusOneWithoutAVertexThatComparesGreater) {
+  EXPECT_EQ(extremal({{nan, 0}, {nan, 1}}, 0), -1);
+  EXPECT_EQ(extremal({{-infinity, 0}, {-infinity, 1}}, 0), -1);
+  EXPECT_EQ(extremal({{-largest, 0}, {-largest, 1}}, 0), -1);
+  EXPECT_EQ(extremal(square, nan), -1);
+  EXPECT_EQ(extremal(square, infinity), -1);
+}
+
+TEST(ContourExtremalVertexTest, PassesOverVerticesThatAreNotNumbers) {
+  EXPECT_EQ(extremal({{nan, 0}, {1, 1}, {2, nan}}, 0), 2);
+  EXPECT_EQ(extremal({{nan, 0}, {1, 1}, {2, nan}}, 1), 1);
+  EXPECT_EQ(extremal({{1, 0}, {infinity, 0}, {2, 0}}, 0), 1);
+}
+
+TEST(ContourExtremalVertexTest, HasNoPositionWhereItHasNoIndex) {
+  expectBadParams(L"", [] { closedContour(square).extremalVertexPosition(qcRadian(nan)); });
+  expectBadParams(L"", [] {
+    closedContour({{nan, 0}, {nan, 1}}).extremalVertexPosition(qcRadian(0));
+  });
+}
+
+TEST(ContourExtremalVertexTest, IsComputedAfreshFromNewVertices) {
+  ContourProbe contour = closedContour(square);
+  EXPECT_EQ(contour.extremalVertexIndex(qcRadian(0)), 1);
+  contour.setPoints({{5, 0}, {1, 1}, {0, 1}});
+  EXPECT_EQ(contour.extremalVertexIndex(qcRadian(0)), 0);
+  contour.points({{5, 0}, {1, 1}, {9, 1}});
+  EXPECT_EQ(contour.extremalVertexIndex(qcRadian(0)), 2);
+}
+
+TEST(ContourExtremalVertexTest, WithoutACurveThrowsEmptyContour) {
+  for (const ContourProbe& contour : contoursWithoutCurve()) {
+    expectEmptyContour([&] { contour.extremalVertexIndex(qcRadian(0)); });
+    expectEmptyContour([&] { contour.extremalVertexPosition(qcRadian(0)); });
+  }
+}
+
+qcRect rect(const Point& lower, const Point& upper) {
+  return qcRect(qcPoint(lower), qcPoint(upper));
+}
+
+TEST(ContourEncloseRectTest, SpansTheVertices) {
+  const Points triangle = {{1, 5}, {3, -2}, {-4, 0}};
+  EXPECT_EQ(closedContour(triangle).encloseRect(qcXform<2>::I), rect({-4, -2}, {3, 5}));
+  EXPECT_EQ(openContour({{1, 1}, {1, 1}}).encloseRect(qcXform<2>::I), rect({1, 1}, {1, 1}));
+}
+
+TEST(ContourEncloseRectTest, SpansTheMappedVertices) {
+  // A quarter turn, twice the size, moved: (x, y) -> (10 - 2y, 2x).
+  const qcXform<2> turn(qcMatrix<2>(0, -2, 2, 0), {10, 0});
+  const Points triangle = {{1, 5}, {3, -2}, {-4, 0}};
+  EXPECT_EQ(closedContour(triangle).encloseRect(turn), rect({0, -8}, {14, 6}));
+}
+
+TEST(ContourEncloseRectTest, UsesTheVerticesAsTheyAreWithin1em15OfTheIdentity) {
+  const ContourProbe contour = openContour({{1, 1}, {2, 2}});
+  const auto lowerX = [&](const qcXform<2>& xform) { return contour.encloseRect(xform).ul().x(); };
+  EXPECT_EQ(lowerX({qcMatrix<2>(), {1e-15, 0}}), 1.0);
+  EXPECT_EQ(lowerX({qcMatrix<2>(), {0, 1e-15}}), 1.0);
+  EXPECT_NE(lowerX({qcMatrix<2>(), {justAbove(1e-15), 0}}), 1.0);
+  EXPECT_EQ(lowerX({qcMatrix<2>(1, 1e-15, 0, 1), {0, 0}}), 1.0);
+  EXPECT_NE(lowerX({qcMatrix<2>(1, justAbove(1e-15), 0, 1), {0, 0}}), 1.0);
+}
+
+TEST(ContourEncloseRectTest, KeepsAFirstCoordinateThatIsNotANumberAndPassesOverLaterOnes) {
+  const qcRect later = openContour({{1, 2}, {nan, 5}, {3, nan}}).encloseRect(qcXform<2>::I);
+  EXPECT_EQ(later, rect({1, 2}, {3, 5}));
+  const qcRect first = openContour({{nan, 2}, {1, 5}}).encloseRect(qcXform<2>::I);
+  EXPECT_TRUE(std::isnan(first.ul().x()));
+  EXPECT_TRUE(std::isnan(first.lr().x()));
+  EXPECT_EQ(first.ul().y(), 2);
+  EXPECT_EQ(first.lr().y(), 5);
+}
+
+TEST(ContourEncloseRectTest, ReachesToInfinityWhereAVertexDoes) {
+  const qcRect found = openContour({{1, 2}, {-infinity, 0}, {0, infinity}}).encloseRect({});
+  EXPECT_EQ(found, rect({-infinity, 0}, {1, infinity}));
+}
+
+TEST(ContourEncloseRectTest, WithoutACurveThrowsEmptyContour) {
+  for (const ContourProbe& contour : contoursWithoutCurve()) {
+    expectEmptyContour([&] { contour.encloseRect(qcXform<2>::I); });
+  }
+}
+
+/// (x, y) -> (2x + 1, 3y - 1).
+const qcXform<2> stretch(qcMatrix<2>(2, 0, 0, 3), {1, -1});
+
+TEST(ContourMapTest, MapsEveryVertexInOrder) {
+  qcContour image({}, true, 0);
+  openContour({{0, 0}, {1, 1}, {5, 2}}).map(stretch, image);
+  EXPECT_THAT(image.points(), ElementsAre(Point(1, -1), Point(3, 2), Point(11, 5)));
+}
+
+TEST(ContourMapTest, KeepsClosednessAndLabelAndResetsTheCapacity) {
+  for (const bool closed : {true, false}) {
+    qcContour contour(square, closed, 42);
+    contour.cachedVectorSize(9);
+    qcContour image({{7, 7}}, !closed, 1);
+    image.cachedVectorSize(5);
+    contour.map(stretch, image);
+    EXPECT_EQ(image.isClosed(), closed);
+    EXPECT_EQ(image.label(), 42U);
+    EXPECT_EQ(image.cachedVectorSize(), 3);
+  }
+}
+
+TEST(ContourMapTest, ForgetsTheAnswersOfTheResult) {
+  ContourProbe image = closedContour(square);
+  ASSERT_EQ(image.length(), 8.0);
+  ASSERT_EQ(image.extremalVertexIndex(qcRadian(0)), 1);
+  closedContour({{9, 0}, {0, 0}, {0, 1}}).map(qcXform<2>::I, image);
+  EXPECT_EQ(image.extremalVertexIndex(qcRadian(0)), 0);
+  EXPECT_EQ(image.encloseRect(qcXform<2>::I), rect({0, 0}, {9, 1}));
+  EXPECT_EQ(image.length(), 10 + std::sqrt(82.0));
+}
+
+TEST(ContourMapTest, MayBeWrittenToTheContourItself) {
+  ContourProbe contour = closedContour(square);
+  ASSERT_EQ(contour.length(), 8.0);
+  contour.map(stretch, contour);
+  EXPECT_THAT(contour.points(), ElementsAre(Point(1, -1), Point(5, -1), Point(5, 5), Point(1, 5)));
+  EXPECT_EQ(contour.length(), 20.0);
+}
+
+TEST(ContourMapTest, IntoARegionKeepsItsHolesAndForgetsItsAnswers) {
+  qcRegion region({{0, 0}, {40, 0}, {40, 40}, {0, 40}}, qcContourDefs::eNoIntersectionRepair);
+  const qcPtrHandle<qcRegion> hole(
+      new qcRegion({{10, 10}, {11, 10}, {11, 11}}, qcContourDefs::eNoIntersectionRepair));
+  region.holes(std::vector<qcPtrHandle<qcRegion>>{hole});
+  ASSERT_EQ(region.area(true), 1599.5);
+  qcContour& boundary = region;
+  closedContour({{0, 0}, {20, 0}, {20, 20}, {0, 20}}).map(qcXform<2>::I, boundary);
+  EXPECT_EQ(region.holes().size(), 1U);
+  EXPECT_EQ(region.area(true), 399.5);
+}
+
+TEST(ContourMapTest, WithoutVerticesIsEmpty) {
+  qcContour image(square, true, 1);
+  openContour({}).map(stretch, image);
+  EXPECT_TRUE(image.points().empty());
+  EXPECT_FALSE(image.isClosed());
+}
+
+TEST(ContourMapTest, AsksWhetherTheContourSaysThatItIsClosed) {
+  const qcRegion region(qcContour(square, false, 3), qcContourDefs::eNoIntersectionRepair);
+  qcContour image({}, false, 0);
+  const qcContour& boundary = region;
+  boundary.map(qcXform<2>::I, image);
+  EXPECT_TRUE(image.isClosed());
+}
+
+}  // namespace
