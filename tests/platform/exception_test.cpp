@@ -111,7 +111,7 @@ TEST(ExceptionTest, WhatMayBeAskedOnSeveralThreads) {
 TEST(ExceptionTest, CopiesAndAssignmentsTakeTheMessage) {
   const qcExceptionWithString first(L"first");
   EXPECT_STREQ(first.what(), "qcExceptionWithString: first");
-  const qcExceptionWithString copy(first);  // NOLINT(performance-unnecessary-copy-initialization)
+  const qcExceptionWithString copy(first);
   EXPECT_STREQ(copy.what(), "qcExceptionWithString: first");
   qcExceptionWithString assigned(L"second");
   EXPECT_STREQ(assigned.what(), "qcExceptionWithString: second");

@@ -78,11 +78,11 @@ TEST(HandleTest, AssigningToItselfKeepsTheObject) {
 TEST(HandleTest, MovingLeavesNull) {
   qcPtrHandle<Base> from(new Base(1));
   qcPtrHandle<Base> to(std::move(from));
-  EXPECT_FALSE(from);  // NOLINT(bugprone-use-after-move,clang-analyzer-cplusplus.Move)
+  EXPECT_FALSE(from);
   EXPECT_EQ(from.get(), nullptr);
   qcPtrHandle_const<Base> constFrom = to;
   const qcPtrHandle_const<Base> constTo(std::move(constFrom));
-  EXPECT_FALSE(constFrom);  // NOLINT(bugprone-use-after-move,clang-analyzer-cplusplus.Move)
+  EXPECT_FALSE(constFrom);
   EXPECT_EQ(constTo.get(), to.get());
   EXPECT_EQ(LiveCount::alive(), 1);
 }
