@@ -32,6 +32,7 @@ struct CrossingTarget;
 struct Path;
 }  // namespace cntr::compute
 namespace cntr::index {
+class ContainmentGrid;
 class EdgeIndex;
 }  // namespace cntr::index
 

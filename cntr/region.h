@@ -147,6 +147,11 @@ class CNTR_EXPORT qcRegion : public virtual qcContour {
   /// Crossings of a ray from p with the outer boundary; with `bothDirections` the smaller number of
   /// the ray and its opposite.
   long insideCount(const qcVector<2>& p, bool bothDirections) const;
+  /// The grid that answers most containment questions; null until enough of them were asked, and
+  /// for boundaries that are better off without.
+  const cntr::index::ContainmentGrid* containmentGrid() const;
+  /// True when insideCount(p, false) is odd.
+  bool isInsideBoundary(const qcVector<2>& p) const;
   qcVector<2> centerOfMassWithHoles() const;
   /// True when the outer boundaries cross or touch: intersections(other) has a point.
   bool crosses(const qcRegion& other) const;

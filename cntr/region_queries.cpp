@@ -2,6 +2,7 @@
 //
 // Points, segments and contours against the region's boundaries.
 
+#include <cntr/cache/contourcache.h>
 #include <cntr/compute/containment.h>
 #include <cntr/region.h>
 
@@ -11,8 +12,31 @@ long qcRegion::insideCount(const qcVector<2>& p, bool bothDirections) const {
   return static_cast<long>(cntr::compute::rayCrossings(crossingTarget(), reach, p, bothDirections));
 }
 
+const cntr::index::ContainmentGrid* qcRegion::containmentGrid() const {
+  // Making the grid costs about as much as one query by the ray for every 64 vertices.
+  constexpr std::size_t verticesPerQuery = 64;
+  qc_ContourCache& known = cache();
+  if (known.containmentGrid) return known.containmentGrid.get();
+  if (++known.containmentQueries != 1 + points().size() / verticesPerQuery) return nullptr;
+  const cntr::index::Box bounds = crossingTarget().bounds;
+  if (!cntr::index::ContainmentGrid::isWorthwhile(points(), bounds)) return nullptr;
+  known.containmentGrid = std::make_shared<const cntr::index::ContainmentGrid>(
+      points(), bounds, encloseCircle(qcContourDefs::eFromFirstVertex).radius());
+  return known.containmentGrid.get();
+}
+
+bool qcRegion::isInsideBoundary(const qcVector<2>& p) const {
+  using Answer = cntr::index::ContainmentGrid::Answer;
+  qcContour::checkEmptyContour();
+  if (const auto* grid = containmentGrid()) {
+    const Answer answer = grid->locate(points(), p);
+    if (answer != Answer::eUnknown) return answer == Answer::eInside;
+  }
+  return insideCount(p, false) % 2 != 0;
+}
+
 bool qcRegion::inside(const qcVector<2>& p, bool considerHoles) const {
-  if (insideCount(p, false) % 2 == 0) return false;
+  if (!isInsideBoundary(p)) return false;
   if (!considerHoles) return true;
   for (const auto& hole : holes_) {
     if (hole->inside(p, true)) return false;

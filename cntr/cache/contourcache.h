@@ -11,6 +11,7 @@
 #include <vector>
 
 #include <cntr/cache/keyedresults.h>
+#include <cntr/index/containmentgrid.h>
 #include <cntr/index/edgeindex.h>
 #include <cntr/index/vertexgrid.h>
 #include <cntr/region.h>
@@ -45,6 +46,10 @@ struct qc_ContourCache {
   cntr::cache::KeyedResults<qcXform<2>, qcRect, cntr::cache::XformKey> enclosingRects;
   std::optional<qc_EdgeShapes> edgeShapes;
   std::shared_ptr<const cntr::index::EdgeIndex> edgeIndex;
+  /// How often containment was asked for, and the grid that answers once that has been often
+  /// enough.
+  std::size_t containmentQueries = 0;
+  std::shared_ptr<const cntr::index::ContainmentGrid> containmentGrid;
   /// One for each tolerance that was asked for.
   std::vector<std::shared_ptr<const cntr::index::VertexGrid>> vertexGrids;
 };

@@ -3,44 +3,43 @@
 #include <cntr/compute/containment.h>
 
 #include <algorithm>
-#include <cmath>
-#include <numbers>
-#include <optional>
+
+#include <cntr/compute/cleardirection.h>
 
 namespace cntr::compute {
 
 namespace {
 
+constexpr double onVertex = 1e-6;
+
 bool isWithin(const index::Box& box, const qcVector<2>& p) {
   return p.x() >= box.minX && p.x() <= box.maxX && p.y() >= box.minY && p.y() <= box.maxY;
 }
 
-/// The directions from p to the vertices, ascending in [0, 2 pi), what is not a number last;
-/// nothing when p is on a vertex.
-std::optional<std::vector<double>> anglesToVertices(std::span<const qcVector<2>> points,
-                                                    const qcVector<2>& p) {
-  constexpr double onVertex = 1e-6;
-  std::vector<double> angles;
-  angles.reserve(points.size());
-  for (const qcVector<2>& vertex : points) {
-    const qcVector<2> toVertex = vertex - p;
-    if (!(toVertex.len() > onVertex)) return {};
-    angles.push_back(toVertex.angle().norm().toDouble());
-  }
-  std::sort(angles.begin(), angles.end(),
-            [](double a, double b) { return a < b || (std::isnan(b) && !std::isnan(a)); });
-  return angles;
+bool isOnOneOf(std::span<const qcVector<2>> vertices, const qcVector<2>& p) {
+  return std::any_of(vertices.begin(), vertices.end(),
+                     [&](const qcVector<2>& vertex) { return !((vertex - p).len() > onVertex); });
 }
 
-/// The bisector of the first gap above pi / n; the x axis when there is none.
-qcVector<2> clearDirection(const std::vector<double>& angles) {
-  const double step = std::numbers::pi / static_cast<double>(angles.size());
-  for (std::size_t i = 0; i < angles.size(); ++i) {
-    const double next = angles[i + 1 < angles.size() ? i + 1 : 0];
-    const double gap = qcRadian(next - angles[i]).norm().toDouble();
-    if (gap > step) return {1.0, qcRadian(angles[i] + 0.5 * gap)};
-  }
-  return {1.0, 0.0};
+/// A vertex at no finite distance counts as being at p, but no box would tell.
+bool canUseIndex(const CrossingTarget& target) {
+  return target.index != nullptr && target.index->isFinite();
+}
+
+qcVector<2> rayDirection(const CrossingTarget& target, const qcVector<2>& p) {
+  return canUseIndex(target) ? clearDirection(target.path, *target.index, p)
+                             : clearDirection(target.path, p);
+}
+
+bool isOnVertex(const CrossingTarget& target, const qcVector<2>& p) {
+  if (!canUseIndex(target)) return isOnOneOf(target.path.points, p);
+  // Rounding is monotonic: no box is computed to be farther away than the vertices in it.
+  constexpr double reach = onVertex * onVertex * (1.0 + 1e-9);
+  return !target.index->forEachRun(
+      [&](const index::Box& box) { return index::squaredDistance(box, p) <= reach; },
+      [&](std::size_t first, std::size_t last) {
+        return !isOnOneOf(target.path.points.subspan(first, last - first), p);
+      });
 }
 
 }  // namespace
@@ -48,12 +47,11 @@ qcVector<2> clearDirection(const std::vector<double>& angles) {
 std::size_t rayCrossings(const CrossingTarget& target, double reach, const qcVector<2>& p,
                          bool bothDirections) {
   if (!isWithin(target.bounds, p)) return 0;
-  const auto angles = anglesToVertices(target.path.points, p);
-  if (!angles) return 1;
-  const qcVector<2> ray = clearDirection(*angles) * reach;
-  const std::size_t count = crossings(target, p, p + ray, false).size();
+  if (isOnVertex(target, p)) return 1;
+  const qcVector<2> ray = rayDirection(target, p) * reach;
+  const std::size_t count = countCrossings(target, p, p + ray, false);
   if (!bothDirections) return count;
-  return std::min(count, crossings(target, p, p - ray, false).size());
+  return std::min(count, countCrossings(target, p, p - ray, false));
 }
 
 }  // namespace cntr::compute

@@ -15,7 +15,7 @@ namespace cntr::compute {
 /// 0 for p outside the bounding box, 1 for p within 1e-6 of a vertex. The ray is `reach` long and
 /// bisects the first gap of more than pi / n, in ascending order of angle from the x axis, between
 /// the directions to the n vertices.
-/// REQUIRES: the path has a vertex.
+/// REQUIRES: the path is closed and has a vertex.
 std::size_t rayCrossings(const CrossingTarget& target, double reach, const qcVector<2>& p,
                          bool bothDirections);
 

@@ -173,6 +173,16 @@ std::vector<Crossing> crossings(const CrossingTarget& target, const qcVector<2>&
   return result;
 }
 
+std::size_t countCrossings(const CrossingTarget& target, const qcVector<2>& a, const qcVector<2>& b,
+                           bool countEndpointTouches) {
+  std::size_t count = 0;
+  forEachCrossing(target, a, b, countEndpointTouches, [&](const qcVector<2>&, std::size_t) {
+    ++count;
+    return true;
+  });
+  return count;
+}
+
 bool crosses(const CrossingTarget& target, const Path& other) {
   for (std::size_t k = 0; k < other.edgeCount(); ++k) {
     if (isCrossed(target, other.edge(k), true)) return true;

@@ -32,6 +32,10 @@ struct Crossing {
 std::vector<Crossing> crossings(const CrossingTarget& target, const qcVector<2>& a,
                                 const qcVector<2>& b, bool countEndpointTouches);
 
+/// The number of crossings().
+std::size_t countCrossings(const CrossingTarget& target, const qcVector<2>& a, const qcVector<2>& b,
+                           bool countEndpointTouches);
+
 /// True when an edge of `other` crosses the path of `target`, end touches counted.
 bool crosses(const CrossingTarget& target, const Path& other);
 

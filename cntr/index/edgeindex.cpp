@@ -2,6 +2,9 @@
 
 #include <cntr/index/edgeindex.h>
 
+#include <algorithm>
+#include <cmath>
+
 namespace cntr::index {
 
 namespace {
@@ -23,9 +26,13 @@ std::vector<Box> boxesOverBoxes(const std::vector<Box>& below) {
   return boxes;
 }
 
+bool isFinitePoint(const qcVector<2>& p) { return std::isfinite(p.x()) && std::isfinite(p.y()); }
+
 }  // namespace
 
-EdgeIndex::EdgeIndex(const compute::Path& path) : edgeCount_(path.edgeCount()) {
+EdgeIndex::EdgeIndex(const compute::Path& path)
+    : edgeCount_(path.edgeCount()),
+      isFinite_(std::all_of(path.points.begin(), path.points.end(), isFinitePoint)) {
   if (edgeCount_ == 0) return;
   levels_.push_back(boxesOverEdges(path));
   while (levels_.back().size() > fanOut) levels_.push_back(boxesOverBoxes(levels_.back()));

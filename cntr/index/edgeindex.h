@@ -52,6 +52,8 @@ class EdgeIndex {
   std::size_t edgeCount() const noexcept { return edgeCount_; }
   /// The box of all vertices that have an edge.
   const Box& bounds() const noexcept { return bounds_; }
+  /// True when all coordinates are finite numbers. Boxes pass over vertices that are not numbers.
+  bool isFinite() const noexcept { return isFinite_; }
 
  private:
   using Level = std::vector<Box>;
@@ -82,6 +84,7 @@ class EdgeIndex {
 
   std::size_t edgeCount_;
   Box bounds_;
+  bool isFinite_;
   /// levels_[0] lies over the edges; the last level has at most fanOut boxes.
   std::vector<Level> levels_;
 };

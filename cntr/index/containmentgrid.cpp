@@ -1,0 +1,299 @@
+// SPDX-License-Identifier: MIT
+//
+// Crossings of the horizontal line through a point are counted by the cell that they fall into,
+// found from the crossing's own coordinate: however that is rounded, each crossing belongs to
+// exactly one cell of the row, and the edge is listed there, because lists reach beyond their cell
+// by the margin.
+
+#include <cntr/index/containmentgrid.h>
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <numbers>
+
+namespace cntr::index {
+
+namespace {
+
+/// The margin m of the conditions.
+constexpr double margin = 1.1e-6;
+/// Condition (e).
+constexpr double largestCoordinate = 1e6;
+
+/// Cells for each vertex: more cells hold more answers and more memory (4 bytes each).
+constexpr double cellsPerVertex = 4.0;
+constexpr double fewestCells = 256.0;
+/// Entries in lists for each vertex, about: 4 bytes each.
+constexpr double entriesPerVertex = 4.0;
+/// A cell is at least this many vertex margins wide, or the margin would fill it.
+constexpr double marginsPerCell = 4.0;
+
+double vertexMarginFor(std::size_t vertices) {
+  return margin / std::sin(std::numbers::pi / (2.0 * static_cast<double>(vertices)));
+}
+
+const qcVector<2>& before(std::span<const qcVector<2>> points, std::size_t k) {
+  return points[k == 0 ? points.size() - 1 : k - 1];
+}
+
+/// Half-open, so that a vertex on the line belongs to one of its two edges or to both or none
+/// alike.
+bool straddles(const qcVector<2>& a, const qcVector<2>& b, double y) {
+  return (a.y() <= y) != (b.y() <= y);
+}
+
+/// Where an edge that straddles y crosses it.
+double crossingX(const qcVector<2>& a, const qcVector<2>& b, double y) {
+  return a.x() + (y - a.y()) / (b.y() - a.y()) * (b.x() - a.x());
+}
+
+/// The sum of the extents of all edges: how many cells of width 1 they pass through, about.
+double extentOfEdges(std::span<const qcVector<2>> points) {
+  double sum = 0.0;
+  for (std::size_t k = 0; k < points.size(); ++k) {
+    const qcVector<2> d = points[k] - before(points, k);
+    sum += std::abs(d.x()) + std::abs(d.y());
+  }
+  return sum;
+}
+
+std::size_t clampedFloor(double value, std::size_t count) {
+  if (!(value > 0.0)) return 0;
+  return value < static_cast<double>(count) ? static_cast<std::size_t>(value) : count - 1;
+}
+
+}  // namespace
+
+bool ContainmentGrid::isWorthwhile(std::span<const qcVector<2>> points, const Box& bounds) {
+  constexpr double marginsAcross = 16.0;
+  if (points.size() < 3) return false;
+  const auto isSmall = [](const qcVector<2>& p) {
+    return std::abs(p.x()) < largestCoordinate && std::abs(p.y()) < largestCoordinate;
+  };
+  const double narrowest = std::min(bounds.maxX - bounds.minX, bounds.maxY - bounds.minY);
+  return narrowest > marginsAcross * vertexMarginFor(points.size()) &&
+         std::all_of(points.begin(), points.end(), isSmall);
+}
+
+ContainmentGrid::Layout ContainmentGrid::layoutFor(std::span<const qcVector<2>> points,
+                                                   const Box& bounds) {
+  const double n = static_cast<double>(points.size());
+  const double width = bounds.maxX - bounds.minX;
+  const double height = bounds.maxY - bounds.minY;
+  const double cellSize =
+      std::max({std::sqrt(width * height / std::max(cellsPerVertex * n, fewestCells)),
+                extentOfEdges(points) / std::max(entriesPerVertex * n, fewestCells),
+                marginsPerCell * vertexMarginFor(points.size())});
+  const double columns = std::max(1.0, std::floor(width / cellSize));
+  const double rows = std::max(1.0, std::floor(height / cellSize));
+  return {static_cast<std::size_t>(columns), static_cast<std::size_t>(rows), width / columns,
+          height / rows};
+}
+
+/// Fills a grid: first counts the entries of each cell's list, then places and writes them.
+class ContainmentGrid::Builder {
+ public:
+  Builder(ContainmentGrid& grid, std::span<const qcVector<2>> points)
+      : grid_(grid),
+        points_(points),
+        reach_(grid.vertexMargin_ + margin),
+        entries_(grid.layout_.columns * grid.layout_.rows, 0),
+        toggles_(entries_.size(), false) {}
+
+  void build() {
+    forEachEntry([&](std::size_t cell, std::size_t) { ++entries_[cell]; });
+    placeLists();
+    forEachEntry([&](std::size_t cell, std::size_t edge) {
+      std::uint32_t* const list = &grid_.lists_[grid_.cells_[cell] - eMixed];
+      list[++list[0]] = static_cast<std::uint32_t>(edge);
+    });
+    toggleRowCentres();
+    for (std::size_t row = 0; row < grid_.layout_.rows; ++row) fillAnswers(row);
+  }
+
+ private:
+  /// Calls visit(cell, edge) for every cell that an edge comes near.
+  template <class Visit>
+  void forEachEntry(Visit visit) const {
+    for (std::size_t k = 0; k < points_.size(); ++k) {
+      const qcVector<2>& a = before(points_, k);
+      const qcVector<2>& b = points_[k];
+      const std::size_t lastRow = grid_.rowOf(std::max(a.y(), b.y()) + reach_);
+      for (std::size_t row = grid_.rowOf(std::min(a.y(), b.y()) - reach_); row <= lastRow; ++row) {
+        const auto [low, high] = extentInRow(a, b, row);
+        const std::size_t lastColumn = grid_.columnOf(high + reach_);
+        for (std::size_t c = grid_.columnOf(low - reach_); c <= lastColumn; ++c) {
+          visit(row * grid_.layout_.columns + c, k);
+        }
+      }
+    }
+  }
+
+  /// The x range of the part of an edge that lies within reach of a row.
+  std::array<double, 2> extentInRow(const qcVector<2>& a, const qcVector<2>& b,
+                                    std::size_t row) const {
+    if (a.y() == b.y()) return {std::min(a.x(), b.x()), std::max(a.x(), b.x())};
+    const double bottom = grid_.bounds_.minY + static_cast<double>(row) * grid_.layout_.cellHeight;
+    const double low = bottom - reach_;
+    const double high = bottom + grid_.layout_.cellHeight + reach_;
+    const double xa = crossingX(a, b, std::clamp(a.y(), low, high));
+    const double xb = crossingX(a, b, std::clamp(b.y(), low, high));
+    return {std::min(xa, xb), std::max(xa, xb)};
+  }
+
+  void placeLists() {
+    std::uint32_t place = 0;
+    for (std::size_t cell = 0; cell < entries_.size(); ++cell) {
+      if (entries_[cell] == 0) continue;
+      grid_.cells_[cell] = eMixed + place;
+      place += entries_[cell] + 1;
+    }
+    grid_.lists_.assign(place, 0);
+  }
+
+  /// Marks the cells in which an odd number of edges cross the middle of their row.
+  void toggleRowCentres() {
+    for (std::size_t k = 0; k < points_.size(); ++k) {
+      const qcVector<2>& a = before(points_, k);
+      const qcVector<2>& b = points_[k];
+      const std::size_t lastRow = grid_.rowOf(std::max(a.y(), b.y()));
+      for (std::size_t row = grid_.rowOf(std::min(a.y(), b.y())); row <= lastRow; ++row) {
+        const double y = centreOf(row);
+        if (!straddles(a, b, y)) continue;
+        const std::size_t cell = row * grid_.layout_.columns + grid_.columnOf(crossingX(a, b, y));
+        toggles_[cell] = !toggles_[cell];
+      }
+    }
+  }
+
+  double centreOf(std::size_t row) const {
+    return grid_.bounds_.minY + (static_cast<double>(row) + 0.5) * grid_.layout_.cellHeight;
+  }
+
+  /// Cells that no edge comes near take the parity of the crossings to their right.
+  void fillAnswers(std::size_t row) {
+    bool isInside = false;
+    for (std::size_t column = grid_.layout_.columns; column-- > 0;) {
+      const std::size_t cell = row * grid_.layout_.columns + column;
+      if (toggles_[cell]) isInside = !isInside;
+      if (grid_.cells_[cell] >= eMixed) continue;
+      const Cell ray = grid_.rayEndsOutsideFromCell(column, row) ? 0 : eNeedsRay;
+      grid_.cells_[cell] = ray | (isInside ? eParity : 0);
+    }
+  }
+
+  ContainmentGrid& grid_;
+  std::span<const qcVector<2>> points_;
+  /// How far from a cell an edge is still listed: beyond the margin of condition (b) by more than
+  /// any rounding.
+  double reach_;
+  std::vector<std::uint32_t> entries_;
+  std::vector<bool> toggles_;
+};
+
+ContainmentGrid::ContainmentGrid(std::span<const qcVector<2>> points, const Box& bounds,
+                                 double radius)
+    : bounds_(bounds),
+      layout_(layoutFor(points, bounds)),
+      columnsPerUnit_(1.0 / layout_.cellWidth),
+      rowsPerUnit_(1.0 / layout_.cellHeight),
+      vertexMargin_(vertexMarginFor(points.size())),
+      first_(points.front()),
+      radius_(radius),
+      rayAlwaysEndsOutside_(
+          qcVector<2>(bounds.maxX - bounds.minX, bounds.maxY - bounds.minY).len() <=
+          2.0 * radius - 2.0 * margin),
+      cells_(layout_.columns * layout_.rows, 0) {
+  Builder(*this, points).build();
+}
+
+std::size_t ContainmentGrid::columnOf(double x) const noexcept {
+  return clampedFloor((x - bounds_.minX) * columnsPerUnit_, layout_.columns);
+}
+
+std::size_t ContainmentGrid::rowOf(double y) const noexcept {
+  return clampedFloor((y - bounds_.minY) * rowsPerUnit_, layout_.rows);
+}
+
+bool ContainmentGrid::rayEndsOutside(const qcVector<2>& p) const noexcept {
+  if (rayAlwaysEndsOutside_ || p.distance(first_) <= radius_ - margin) return true;
+  const qcVector<2> farthest(std::max(p.x() - bounds_.minX, bounds_.maxX - p.x()),
+                             std::max(p.y() - bounds_.minY, bounds_.maxY - p.y()));
+  return farthest.len() <= 2.0 * radius_ - margin;
+}
+
+// Both conditions hold on convex sets of points: what holds at the corners, slightly widened, holds
+// in the cell when it is the same condition at each of them.
+bool ContainmentGrid::rayEndsOutsideFromCell(std::size_t column, std::size_t row) const noexcept {
+  if (rayAlwaysEndsOutside_) return true;
+  const qcVector<2> low(bounds_.minX + static_cast<double>(column) * layout_.cellWidth - margin,
+                        bounds_.minY + static_cast<double>(row) * layout_.cellHeight - margin);
+  const qcVector<2> high(low.x() + layout_.cellWidth + 2.0 * margin,
+                         low.y() + layout_.cellHeight + 2.0 * margin);
+  const qcVector<2> toFirst(
+      std::max(std::abs(low.x() - first_.x()), std::abs(high.x() - first_.x())),
+      std::max(std::abs(low.y() - first_.y()), std::abs(high.y() - first_.y())));
+  const qcVector<2> toCorner(std::max(high.x() - bounds_.minX, bounds_.maxX - low.x()),
+                             std::max(high.y() - bounds_.minY, bounds_.maxY - low.y()));
+  return toFirst.len() <= radius_ - margin || toCorner.len() <= 2.0 * radius_ - margin;
+}
+
+std::span<const std::uint32_t> ContainmentGrid::edgesOf(Cell cell) const noexcept {
+  const std::uint32_t* const list = &lists_[cell - eMixed];
+  return {list + 1, list[0]};
+}
+
+bool ContainmentGrid::keepsClear(std::span<const qcVector<2>> points,
+                                 std::span<const std::uint32_t> edges,
+                                 const qcVector<2>& p) const noexcept {
+  const double fromVertices = vertexMargin_ * vertexMargin_;
+  for (const std::uint32_t k : edges) {
+    const qcVector<2>& a = before(points, k);
+    const qcVector<2> toEnd = points[k] - p;
+    if (toEnd * toEnd < fromVertices) return false;
+    const qcVector<2> d = points[k] - a;
+    const qcVector<2> w = p - a;
+    const double c = qnKernel::cross(d, w);
+    const double dd = d * d;
+    if (c * c > margin * margin * dd) continue;
+    const double along = w * d;
+    if (along > 0.0 && along < dd) return false;
+  }
+  return true;
+}
+
+bool ContainmentGrid::isInside(std::span<const qcVector<2>> points, std::size_t column,
+                               std::size_t row, const qcVector<2>& p) const noexcept {
+  bool inside = false;
+  for (std::size_t c = column; c < layout_.columns; ++c) {
+    const Cell cell = cells_[row * layout_.columns + c];
+    if (cell < eMixed) return inside != ((cell & eParity) != 0);
+    for (const std::uint32_t k : edgesOf(cell)) {
+      const qcVector<2>& a = before(points, k);
+      const qcVector<2>& b = points[k];
+      if (!straddles(a, b, p.y())) continue;
+      const double x = crossingX(a, b, p.y());
+      if (x > p.x() && columnOf(x) == c) inside = !inside;
+    }
+  }
+  return inside;
+}
+
+ContainmentGrid::Answer ContainmentGrid::locate(std::span<const qcVector<2>> points,
+                                                const qcVector<2>& p) const noexcept {
+  const bool isWithinBounds = p.x() >= bounds_.minX && p.x() <= bounds_.maxX &&
+                              p.y() >= bounds_.minY && p.y() <= bounds_.maxY;
+  if (!isWithinBounds) return Answer::eOutside;
+  const std::size_t column = columnOf(p.x());
+  const std::size_t row = rowOf(p.y());
+  const Cell cell = cells_[row * layout_.columns + column];
+  if (cell < eMixed) {
+    if ((cell & eNeedsRay) != 0) return Answer::eUnknown;
+    return (cell & eParity) != 0 ? Answer::eInside : Answer::eOutside;
+  }
+  if (!rayEndsOutside(p) || !keepsClear(points, edgesOf(cell), p)) return Answer::eUnknown;
+  return isInside(points, column, row, p) ? Answer::eInside : Answer::eOutside;
+}
+
+}  // namespace cntr::index

@@ -1,0 +1,104 @@
+// SPDX-License-Identifier: MIT
+//
+// A uniform grid over a closed path that answers most containment questions by one look-up.
+//
+// Containment is defined by the crossings of a ray that keeps clear of all vertices by an angle of
+// more than pi / (2n) (compute/containment.h). Where a point meets the conditions below, every
+// crossing of that ray is a proper one, well away from the tolerances of the crossing test, and the
+// answer is plain even-odd parity, which needs no ray of that direction. With m = 1.1e-6, the
+// tolerance of the crossing test and a margin for rounding:
+//
+//   (a) the point is inside the bounding box,
+//   (b) the distance r to the nearest vertex has r * sin(pi / (2n)) >= m: vertices keep at least m
+//       away from the ray,
+//   (c) every edge is farther than m from the point,
+//   (d) the ray's end lies outside by m: the point is at most R - m from the first vertex, R being
+//       the largest distance of a vertex from it, or the farthest corner of the bounding box is at
+//       most 2R - m away (the ray is 2R long),
+//   (e) coordinates stay below 1e6, so that distances are rounded by less than 1e-8.
+//
+// For then an edge that the ray crosses has its ends m or more off the ray's line, on either side:
+// the lines are not taken for parallel, and the computed crossing, which rounding moves off neither
+// line by more than 1e-8, lies within the tolerance of both; where it slides along two nearly
+// parallel lines, the edge is so long that it stays between its ends, and p, being m away from it,
+// stays behind. An edge that the ray does not cross keeps m away from it, and so does every
+// crossing point with it. The ends of the ray touch nothing.
+//
+// A cell that no edge comes near, by the larger margin m / sin(pi / (2n)) of (b), holds its answer.
+// A mixed cell lists the edges that come near: they decide (b) and (c), and parity is counted from
+// the point along its row to the next cell that holds an answer. Where a condition fails the grid
+// does not know, and the ray must be cast.
+
+#pragma once
+
+#include <cstdint>
+#include <span>
+#include <vector>
+
+#include <cntr/index/box.h>
+
+namespace cntr::index {
+
+/// Answers containment questions about one closed path, which it does not keep.
+class ContainmentGrid {
+ public:
+  enum class Answer : std::uint8_t { eOutside, eInside, eUnknown };
+
+  /// Grids are of no use for paths of other sizes: too many of their points fail the conditions.
+  /// `bounds` is the bounding box of the vertices.
+  static bool isWorthwhile(std::span<const qcVector<2>> points, const Box& bounds);
+
+  /// REQUIRES: isWorthwhile(points, bounds). `radius` is the largest distance of a vertex from the
+  /// first one.
+  ContainmentGrid(std::span<const qcVector<2>> points, const Box& bounds, double radius);
+
+  /// REQUIRES: `points` are those that the grid was made of.
+  Answer locate(std::span<const qcVector<2>> points, const qcVector<2>& p) const noexcept;
+
+ private:
+  /// What a cell says: bit 0 is the parity of all its points; eNeedsRay that condition (d) fails in
+  /// it; from eMixed on it is eMixed + the place of its list of edges.
+  using Cell = std::uint32_t;
+  static constexpr Cell eParity = 1;
+  static constexpr Cell eNeedsRay = 2;
+  static constexpr Cell eMixed = 4;
+
+  struct Layout {
+    std::size_t columns;
+    std::size_t rows;
+    double cellWidth;
+    double cellHeight;
+  };
+  class Builder;
+
+  static Layout layoutFor(std::span<const qcVector<2>> points, const Box& bounds);
+
+  std::size_t columnOf(double x) const noexcept;
+  std::size_t rowOf(double y) const noexcept;
+  /// Condition (d).
+  bool rayEndsOutside(const qcVector<2>& p) const noexcept;
+  bool rayEndsOutsideFromCell(std::size_t column, std::size_t row) const noexcept;
+  std::span<const std::uint32_t> edgesOf(Cell cell) const noexcept;
+  /// Conditions (b) and (c).
+  bool keepsClear(std::span<const qcVector<2>> points, std::span<const std::uint32_t> edges,
+                  const qcVector<2>& p) const noexcept;
+  /// The parity of a point in a mixed cell.
+  bool isInside(std::span<const qcVector<2>> points, std::size_t column, std::size_t row,
+                const qcVector<2>& p) const noexcept;
+
+  Box bounds_;
+  Layout layout_;
+  double columnsPerUnit_;
+  double rowsPerUnit_;
+  /// The margin of condition (b).
+  double vertexMargin_;
+  qcVector<2> first_;
+  double radius_;
+  bool rayAlwaysEndsOutside_;
+  std::vector<Cell> cells_;
+  /// Lists of mixed cells, one after the other: their length, then the vertices that their edges
+  /// end at.
+  std::vector<std::uint32_t> lists_;
+};
+
+}  // namespace cntr::index
