@@ -48,4 +48,7 @@ if(CNTR_SANITIZE)
   set(sanitizers -fsanitize=address,undefined,float-cast-overflow -fno-sanitize-recover=all)
   add_compile_options(${sanitizers} -fno-omit-frame-pointer)
   add_link_options(${sanitizers})
+elseif(CMAKE_SYSTEM_NAME STREQUAL "Linux")
+  # A library must not leave its users to find out what it lacks.
+  add_link_options($<$<STREQUAL:$<TARGET_PROPERTY:TYPE>,SHARED_LIBRARY>:LINKER:--no-undefined>)
 endif()
