@@ -5,6 +5,7 @@
 #include <cntr/cache/contourcache.h>
 #include <cntr/compute/crossings.h>
 #include <cntr/compute/extents.h>
+#include <cntr/compute/selfcrossing.h>
 #include <cntr/contour.h>
 
 namespace {

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
-// Where a segment crosses a path, and whether a path crosses itself. See qcContour::intersections()
-// for what counts as a crossing.
+// Where a segment crosses a path. See qcContour::intersections() for what counts as a crossing.
+// Whether a path crosses itself is asked in selfcrossing.h.
 
 #pragma once
 
@@ -38,8 +38,5 @@ std::size_t countCrossings(const CrossingTarget& target, const qcVector<2>& a, c
 
 /// True when an edge of `other` crosses the path of `target`, end touches counted.
 bool crosses(const CrossingTarget& target, const Path& other);
-
-/// True when an edge that is not degenerate crosses another one, end touches not counted.
-bool crossesItself(const CrossingTarget& target);
 
 }  // namespace cntr::compute

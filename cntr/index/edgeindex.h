@@ -13,6 +13,7 @@
 #include <algorithm>
 #include <array>
 #include <cstddef>
+#include <utility>
 #include <vector>
 
 #include <cntr/compute/path.h>
@@ -47,6 +48,16 @@ class EdgeIndex {
     if (!levels_.empty()) {
       descendByDistance(levels_.size() - 1, 0, levels_.back().size(), p, limit, visitRun);
     }
+  }
+
+  // The tree, for joins: level 0 lies over the edges, the last level has at most fanOut boxes.
+
+  std::size_t levelCount() const noexcept { return levels_.size(); }
+  const std::vector<Box>& boxes(std::size_t level) const noexcept { return levels_[level]; }
+  /// The boxes [first, last) of the level below that box i of `level` holds; for level 0 the edges.
+  std::pair<std::size_t, std::size_t> childrenOf(std::size_t level, std::size_t i) const noexcept {
+    return level == 0 ? std::pair(i * leafEdges, endOfLeaf(i))
+                      : std::pair(i * fanOut, endOfNode(level, i));
   }
 
   std::size_t edgeCount() const noexcept { return edgeCount_; }
