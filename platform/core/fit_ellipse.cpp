@@ -76,7 +76,9 @@ double roundingOf(const Points& framed, const Spread& spread) {
 /// exactly on an ellipse, where s2 is 0.
 Vector3 bestQuadraticPart(const Matrix3& factor, double rounding) {
   const auto [values, directions] = singularValues(factor);
-  const double error = safety * rounding * values[0];
+  // The columns measure about 1 before u, v and 1 are taken out; three distinct points leave
+  // nothing but the rounding of that.
+  const double error = safety * rounding * std::max(values[0], 1.0);
   if (!(values[1] > error)) throw qcFitError(L"the points do not determine an ellipse");
   const Vector3 shrunk = {values[2] / values[0], values[2] / values[1], 1.0};
   Matrix3 n;
