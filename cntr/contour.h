@@ -138,7 +138,8 @@ class CNTR_EXPORT qcContour : public virtual qcPersistent, public virtual qcRepB
 
   /// The index of the vertex farthest in the direction of `angle`, the lowest one on ties; -1 when
   /// no vertex has a finite position in that direction. The four axis directions are decided on
-  /// exact coordinates. Throws EmptyContour for fewer than 2 vertices. O(n), remembered by angle.
+  /// exact coordinates. Throws EmptyContour for fewer than 2 vertices. O(n) for the first few
+  /// angles, O(log n) after that for well-behaved outlines; remembered by angle.
   long extremalVertexIndex(const qcRadian& angle) const;
   /// The vertex at extremalVertexIndex(angle). Throws BadParams when there is none.
   qcVector<2> extremalVertexPosition(const qcRadian& angle) const;
@@ -212,6 +213,8 @@ class CNTR_EXPORT qcContour : public virtual qcPersistent, public virtual qcRepB
   cntr::compute::Path path() const;
   /// The index of the edges; null for contours that are quicker without.
   const cntr::index::EdgeIndex* edgeIndex() const;
+  /// The same for extremal vertices: null until enough directions were asked for.
+  const cntr::index::EdgeIndex* indexForExtremes() const;
   /// REQUIRES: at least one vertex.
   cntr::compute::CrossingTarget crossingTarget() const;
 

@@ -4,6 +4,8 @@
 
 #include <cntr/cache/contourcache.h>
 #include <cntr/compute/extents.h>
+#include <cntr/compute/extremal.h>
+#include <cntr/compute/farthest.h>
 #include <cntr/contour.h>
 
 namespace {
@@ -12,8 +14,9 @@ qcRect rectOf(const cntr::index::Box& box) {
   return qcRect(qcPoint(qcVector<2>(box.minX, box.minY)), qcPoint(qcVector<2>(box.maxX, box.maxY)));
 }
 
-qcCircle circleOfFarthestPair(const std::vector<qcVector<2>>& points) {
-  const auto pair = cntr::compute::farthestPair(points);
+/// The circle between the two, a default one when there are none.
+qcCircle circleOf(const std::vector<qcVector<2>>& points,
+                  const std::optional<cntr::compute::VertexPair>& pair) {
   if (!pair) return {};
   return {(points[pair->first] + points[pair->second]) * 0.5, pair->distance * 0.5};
 }
@@ -27,7 +30,7 @@ qcCircle qcContour::encloseCircle(qcContourDefs::DiameterMode mode) const {
   std::optional<qcCircle>& known = cache().circles[static_cast<std::size_t>(mode)];
   if (known) return *known;
   if (mode == qcContourDefs::eFarthestVertexPair) {
-    known = circleOfFarthestPair(points_);
+    known = circleOf(points_, cntr::compute::farthestPair(path(), edgeIndex()));
   } else {
     if (points_.empty()) throw qcContourDefs::EmptyContour();
     known = qcCircle(points_.front(), cntr::compute::radiusFromFirst(points_));
@@ -39,11 +42,19 @@ double qcContour::diameter(qcContourDefs::DiameterMode mode) const {
   return 2.0 * encloseCircle(mode).radius();
 }
 
+const cntr::index::EdgeIndex* qcContour::indexForExtremes() const {
+  // A scan costs less than making the index, which pays from a few directions on.
+  constexpr std::size_t directionsWorthIndexing = 4;
+  qc_ContourCache& known = cache();
+  const bool useIndex = known.edgeIndex || ++known.extremalQueries > directionsWorthIndexing;
+  return useIndex ? edgeIndex() : nullptr;
+}
+
 long qcContour::extremalVertexIndex(const qcRadian& angle) const {
   checkEmptyContour();
   auto& known = cache().extremalVertices;
   if (const long* index = known.find(angle)) return *index;
-  const long index = cntr::compute::extremalVertex(points_, angle);
+  const long index = cntr::compute::extremalVertex(path(), indexForExtremes(), angle);
   known.remember(angle, index, cachedVectorSize_);
   return index;
 }

@@ -46,6 +46,8 @@ struct qc_ContourCache {
   cntr::cache::KeyedResults<qcXform<2>, qcRect, cntr::cache::XformKey> enclosingRects;
   std::optional<qc_EdgeShapes> edgeShapes;
   std::shared_ptr<const cntr::index::EdgeIndex> edgeIndex;
+  /// How many directions were searched without the index.
+  std::size_t extremalQueries = 0;
   /// How often containment was asked for, and the grid that answers once that has been often
   /// enough.
   std::size_t containmentQueries = 0;

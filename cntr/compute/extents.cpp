@@ -2,29 +2,12 @@
 
 #include <cntr/compute/extents.h>
 
-#include <cmath>
-#include <limits>
-
 namespace cntr::compute {
 
 namespace {
 
-/// How close a direction must come to an axis, and a transform to the identity.
-constexpr double axisTolerance = 1e-15;
-
-template <class Position>
-long lastAlong(Points points, Position position) {
-  double best = std::numeric_limits<double>::lowest();
-  long index = -1;
-  for (std::size_t i = 0; i < points.size(); ++i) {
-    const double value = position(points[i]);
-    if (value > best) {
-      best = value;
-      index = static_cast<long>(i);
-    }
-  }
-  return index;
-}
+/// How close a transform must come to the identity to be one.
+constexpr double identityTolerance = 1e-15;
 
 index::Box enlarge(const index::Box& box, const qcVector<2>& p) {
   return {qnKernel::lesser(box.minX, p.x()), qnKernel::lesser(box.minY, p.y()),
@@ -32,19 +15,6 @@ index::Box enlarge(const index::Box& box, const qcVector<2>& p) {
 }
 
 }  // namespace
-
-long extremalVertex(Points points, const qcRadian& angle) {
-  const double cosine = std::cos(angle.toDouble());
-  const double sine = std::sin(angle.toDouble());
-  const auto along = [direction = qcVector<2>(cosine, sine)](double x, double y) {
-    return qfRealEq(direction, qcVector<2>(x, y), axisTolerance);
-  };
-  if (along(1, 0)) return lastAlong(points, [](const qcVector<2>& p) { return p.x(); });
-  if (along(-1, 0)) return lastAlong(points, [](const qcVector<2>& p) { return -p.x(); });
-  if (along(0, 1)) return lastAlong(points, [](const qcVector<2>& p) { return p.y(); });
-  if (along(0, -1)) return lastAlong(points, [](const qcVector<2>& p) { return -p.y(); });
-  return lastAlong(points, [=](const qcVector<2>& p) { return sine * p.y() + cosine * p.x(); });
-}
 
 index::Box boundingBox(Points points) {
   index::Box box = index::edgeBox(points.front(), points.front());
@@ -60,23 +30,8 @@ index::Box boundingBox(Points points, const qcXform<2>& xform) {
 }
 
 bool isIdentity(const qcXform<2>& xform) {
-  return qfRealEq(xform.trans(), qcVector<2>(), axisTolerance) &&
-         qfRealEq(xform.matrix(), qcMatrix<2>(), axisTolerance);
-}
-
-std::optional<VertexPair> farthestPair(Points points) {
-  std::optional<VertexPair> best;
-  double largest = 0.0;
-  for (std::size_t i = 0; i < points.size(); ++i) {
-    for (std::size_t j = i + 1; j < points.size(); ++j) {
-      const double distance = points[i].distance(points[j]);
-      if (distance > largest) {
-        largest = distance;
-        best = {i, j, distance};
-      }
-    }
-  }
-  return best;
+  return qfRealEq(xform.trans(), qcVector<2>(), identityTolerance) &&
+         qfRealEq(xform.matrix(), qcMatrix<2>(), identityTolerance);
 }
 
 double radiusFromFirst(Points points) {

@@ -28,26 +28,43 @@ constexpr double tieSlack = 1.0 + 4.0 * epsilon;
 constexpr double roundingSlack = 16.0 * epsilon;
 
 /// The best candidate of a search: nearest first, then lowest number.
-struct Best {
-  double distance = infinity;
-  std::size_t number = 0;
+class Best {
+ public:
+  /// `slack` is how much nearer than its box a candidate may be computed to be.
+  explicit Best(double slack) : slack_(slack) {}
 
-  void offer(double candidate, std::size_t candidateNumber) noexcept {
-    if (candidate < distance ||
-        (candidate == distance && candidateNumber < number && distance < infinity)) {
-      distance = candidate;
-      number = candidateNumber;
+  /// Offers a candidate by the vector from it to p.
+  void offer(const qcVector<2>& difference, std::size_t number) noexcept {
+    if (difference * difference > limit_) return;
+    const double distance = difference.len();
+    if (distance < distance_ || (distance == distance_ && number < number_)) {
+      distance_ = distance;
+      number_ = number;
+      const double reach = distance + slack_;
+      limit_ = reach * reach * tieSlack;
     }
   }
+
+  /// No candidate of a larger squared distance can be better.
+  double limit() const noexcept { return limit_; }
+  bool isFound() const noexcept { return distance_ < infinity; }
+  std::size_t number() const noexcept { return number_; }
+
+ private:
+  double slack_;
+  double distance_ = infinity;
+  double limit_ = infinity;
+  std::size_t number_ = 0;
 };
 
 /// Calls visitRun(first, last) for the runs of edges that the index cannot rule out; without an
 /// index for all edges at once.
-template <class Limit, class VisitRun>
-void searchRuns(const Path& path, const index::EdgeIndex* index, const qcVector<2>& p, Limit limit,
-                VisitRun visitRun) {
+template <class VisitRun>
+void searchRuns(const Path& path, const index::EdgeIndex* index, const qcVector<2>& p,
+                const Best& best, VisitRun visitRun) {
   if (index != nullptr) {
-    index->forEachRunByDistance(p, limit, visitRun);
+    index->forEachRunByBound([&p](const index::Box& box) { return index::squaredDistance(box, p); },
+                             [&best] { return best.limit(); }, visitRun);
   } else {
     visitRun(std::size_t{0}, path.edgeCount());
   }
@@ -62,34 +79,28 @@ double largestCoordinate(const index::Box& box, const qcVector<2>& p) {
 }  // namespace
 
 std::size_t closestVertex(const Path& path, const index::EdgeIndex* index, const qcVector<2>& p) {
-  Best best;
-  if (!path.closed) best.offer(p.distance(path.points.front()), 0);
-  const auto limit = [&] { return best.distance * best.distance * tieSlack; };
-  searchRuns(path, index, p, limit, [&](std::size_t first, std::size_t last) {
-    for (std::size_t k = first; k < last; ++k) {
-      const std::size_t vertex = path.endOf(k);
-      best.offer(p.distance(path.points[vertex]), vertex);
+  Best best(0.0);
+  if (!path.closed) best.offer(p - path.points.front(), 0);
+  searchRuns(path, index, p, best, [&](std::size_t first, std::size_t last) {
+    for (std::size_t v = path.endOf(first); v < path.endOf(last); ++v) {
+      best.offer(p - path.points[v], v);
     }
   });
-  return best.number;
+  return best.number();
 }
 
 qcVector<2> closestPoint(const Path& path, const index::EdgeIndex* index, const qcVector<2>& p) {
-  Best best;
-  const double slack =
-      index == nullptr ? 0.0 : roundingSlack * largestCoordinate(index->bounds(), p);
-  const auto limit = [&] {
-    const double reach = best.distance + slack;
-    return reach * reach * tieSlack;
-  };
-  searchRuns(path, index, p, limit, [&](std::size_t first, std::size_t last) {
+  Best best(index == nullptr ? 0.0 : roundingSlack * largestCoordinate(index->bounds(), p));
+  searchRuns(path, index, p, best, [&](std::size_t first, std::size_t last) {
+    qcVector<2> from = path.edge(first).from;
     for (std::size_t k = first; k < last; ++k) {
-      const Edge edge = path.edge(k);
-      best.offer(qnKernel::distanceToSegment(p, edge.from, edge.to), k);
+      const qcVector<2>& to = path.points[path.endOf(k)];
+      best.offer(p - qnKernel::closestOnSegment(p, from, to), k);
+      from = to;
     }
   });
-  if (best.distance == infinity) return {};
-  const Edge edge = path.edge(best.number);
+  if (!best.isFound()) return {};
+  const Edge edge = path.edge(best.number());
   return qnKernel::closestOnSegment(p, edge.from, edge.to);
 }
 

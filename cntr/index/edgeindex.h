@@ -41,12 +41,12 @@ class EdgeIndex {
            descend(levels_.size() - 1, 0, levels_.back().size(), mayMatter, visitRun);
   }
 
-  /// Visits runs of edges nearest first, by the squared distance of their boxes to p, as long as
-  /// that is not above `limit()`, which the visits may lower.
-  template <class Limit, class VisitRun>
-  void forEachRunByDistance(const qcVector<2>& p, Limit limit, VisitRun visitRun) const {
+  /// Visits runs of edges in ascending order of `boundOf(box)`, a bound of what the box can offer,
+  /// as long as that is not above `limit()`, which the visits may lower.
+  template <class BoundOf, class Limit, class VisitRun>
+  void forEachRunByBound(BoundOf boundOf, Limit limit, VisitRun visitRun) const {
     if (!levels_.empty()) {
-      descendByDistance(levels_.size() - 1, 0, levels_.back().size(), p, limit, visitRun);
+      descendByBound(levels_.size() - 1, 0, levels_.back().size(), boundOf, limit, visitRun);
     }
   }
 
@@ -82,9 +82,9 @@ class EdgeIndex {
     return true;
   }
 
-  template <class Limit, class VisitRun>
-  void descendByDistance(std::size_t level, std::size_t first, std::size_t last,
-                         const qcVector<2>& p, Limit& limit, VisitRun& visitRun) const;
+  template <class BoundOf, class Limit, class VisitRun>
+  void descendByBound(std::size_t level, std::size_t first, std::size_t last, BoundOf& boundOf,
+                      Limit& limit, VisitRun& visitRun) const;
 
   std::size_t endOfLeaf(std::size_t leaf) const noexcept {
     return std::min((leaf + 1) * leafEdges, edgeCount_);
@@ -107,28 +107,28 @@ inline double squaredDistance(const Box& box, const qcVector<2>& p) noexcept {
   return dx * dx + dy * dy;
 }
 
-template <class Limit, class VisitRun>
-void EdgeIndex::descendByDistance(std::size_t level, std::size_t first, std::size_t last,
-                                  const qcVector<2>& p, Limit& limit, VisitRun& visitRun) const {
+template <class BoundOf, class Limit, class VisitRun>
+void EdgeIndex::descendByBound(std::size_t level, std::size_t first, std::size_t last,
+                               BoundOf& boundOf, Limit& limit, VisitRun& visitRun) const {
   struct Child {
-    double distance;
+    double bound;
     std::size_t index;
   };
   std::array<Child, fanOut> children;
   std::size_t count = 0;
   for (std::size_t i = first; i < last; ++i) {
-    const double distance = squaredDistance(levels_[level][i], p);
-    if (distance > limit()) continue;
+    const double bound = boundOf(levels_[level][i]);
+    if (bound > limit()) continue;
     std::size_t at = count++;
-    for (; at > 0 && children[at - 1].distance > distance; --at) children[at] = children[at - 1];
-    children[at] = {distance, i};
+    for (; at > 0 && children[at - 1].bound > bound; --at) children[at] = children[at - 1];
+    children[at] = {bound, i};
   }
-  for (std::size_t i = 0; i < count && !(children[i].distance > limit()); ++i) {
+  for (std::size_t i = 0; i < count && !(children[i].bound > limit()); ++i) {
     const std::size_t child = children[i].index;
     if (level == 0) {
       visitRun(child * leafEdges, endOfLeaf(child));
     } else {
-      descendByDistance(level - 1, child * fanOut, endOfNode(level, child), p, limit, visitRun);
+      descendByBound(level - 1, child * fanOut, endOfNode(level, child), boundOf, limit, visitRun);
     }
   }
 }
