@@ -17,12 +17,15 @@ namespace {
 
 constexpr std::size_t fewestPoints = 3;
 constexpr double epsilon = std::numeric_limits<double>::epsilon();
+/// How many times the rounding of a distance is allowed for.
+constexpr double safety = 16.0;
 /// Steps at full length; shares of them take that many more.
 constexpr double maxFullSteps = 200.0;
 constexpr double maxSteps = 1e5;
-/// Steps this small against the radius are taken as they are: the sum of squares no longer tells
-/// better from worse.
+/// Steps this small against the radius, or promising to lessen the sum of squares by less than this
+/// share, are taken as they are: the sum no longer tells better from worse.
 constexpr double nearby = 1e-6;
+constexpr double invisible = 1e-11;
 
 /// A circle around `center` whose radius is the mean distance of the points, the best one there.
 struct Circle {
@@ -133,7 +136,6 @@ struct Descent {
 /// Throws when the circle is so large that its points cannot be told from those of a line: when the
 /// rounding of distances to its centre comes near the spread across the line.
 void checkCurvature(const Circle& circle, const Spread& spread) {
-  constexpr double safety = 16.0;
   if (!(safety * epsilon * circle.radius < spread.across)) {
     throw qcFitError(L"the points lie on a line");
   }
@@ -147,15 +149,21 @@ class Refinement {
 
   const Circle& circle() const noexcept { return circle_; }
 
-  /// One step; false when there was none left to take.
-  bool advance() {
+  /// True once the steps are as short as rounding allows.
+  bool settled() const noexcept { return settled_; }
+  /// True when there is no way to go on. That happens far out, where the sum is all but constant.
+  bool stuck() const noexcept { return stuck_; }
+
+  void advance() {
     const Descent descent(points_, circle_);
     if (descent.curvesUp()) {
       const Point full = descent.newton.solve(descent.direction);
-      if (full.len() <= nearby * circle_.radius) return settle(full);
+      const bool close = full.len() <= nearby * circle_.radius ||
+                         full * descent.direction <= invisible * circle_.sumOfSquares;
+      if (close) return settle(full);
     }
     const Point step = descent.step(damping_);
-    if (step.len() <= nearby * circle_.radius && leaveSaddle(descent)) return true;
+    if (step.len() <= nearby * circle_.radius && leaveSaddle(descent)) return;
     lastStep_ = infinity;
     const Circle next(points_, circle_.center + step * relaxation_);
     if (next.sumOfSquares < circle_.sumOfSquares) {
@@ -163,14 +171,20 @@ class Refinement {
       damping_ = damping_ > leastDamping ? damping_ * 0.1 : 0.0;
     } else {
       damping_ = std::max(10.0 * damping_, leastDamping);
+      if (damping_ >= mostDamping) (isExact() ? settled_ : stuck_) = true;
     }
-    return damping_ < mostDamping;
   }
 
  private:
   static constexpr double infinity = std::numeric_limits<double>::infinity();
   static constexpr double leastDamping = 1e-6;
   static constexpr double mostDamping = 1e8;
+
+  /// True when the points are no farther from the circle than rounding may take them.
+  bool isExact() const noexcept {
+    const double rounding = safety * epsilon * circle_.radius;
+    return circle_.sumOfSquares <= static_cast<double>(points_.size()) * (rounding * rounding);
+  }
 
   /// Points in symmetry can lead to where the sum is least only along their axis, or to one of the
   /// points. One move across gets away from there; false when it is no such place.
@@ -187,13 +201,18 @@ class Refinement {
     return false;
   }
 
-  /// The last steps, as long as each is shorter than the one before.
-  bool settle(const Point& step) {
+  /// The last steps, as long as each is shorter than the one before. On the way to a circle without
+  /// end every step is a third of the radius.
+  void settle(const Point& step) {
     const double length = step.len();
-    if (!(length < lastStep_)) return false;
-    lastStep_ = length;
-    circle_ = Circle(points_, circle_.center + step * relaxation_);
-    return length > epsilon * circle_.radius;
+    if (length < lastStep_) {
+      lastStep_ = length;
+      circle_ = Circle(points_, circle_.center + step * relaxation_);
+      settled_ = length <= epsilon * circle_.radius;
+    } else {
+      settled_ = length <= 0.1 * circle_.radius;
+      stuck_ = !settled_;
+    }
   }
 
   const Points& points_;
@@ -201,16 +220,19 @@ class Refinement {
   double relaxation_;
   double damping_ = 0.0;
   double lastStep_ = infinity;
+  bool settled_ = false;
+  bool stuck_ = false;
 };
 
 Circle bestCircle(const Points& framed, const Spread& spread, double relaxation) {
   Refinement refinement(framed, Circle(framed, algebraicCenter(framed, spread)), relaxation);
   const double steps = std::min(maxFullSteps / relaxation, maxSteps);
-  for (double step = 0.0; step < steps; ++step) {
+  for (double step = 0.0; step < steps && !refinement.stuck(); ++step) {
     checkCurvature(refinement.circle(), spread);
-    if (!refinement.advance()) return refinement.circle();
+    refinement.advance();
+    if (refinement.settled()) return refinement.circle();
   }
-  throw qcFitError(L"the fit does not settle");
+  throw qcFitError(L"the points determine no circle");
 }
 
 /// One fit with its frame.
