@@ -32,6 +32,7 @@ struct CrossingTarget;
 struct Path;
 }  // namespace cntr::compute
 namespace cntr::index {
+struct Box;
 class ContainmentGrid;
 class EdgeIndex;
 }  // namespace cntr::index

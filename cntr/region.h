@@ -7,6 +7,7 @@
 #pragma once
 
 #include <memory>
+#include <optional>
 #include <vector>
 
 #include <cntr/contour.h>
@@ -153,6 +154,9 @@ class CNTR_EXPORT qcRegion : public virtual qcContour {
   /// True when insideCount(p, false) is odd.
   bool isInsideBoundary(const qcVector<2>& p) const;
   qcVector<2> centerOfMassWithHoles() const;
+  /// The box of the outer boundary and of all holes; nothing when asking the region could throw: a
+  /// null hole, a boundary of fewer than 2 vertices, coordinates that are not finite.
+  std::optional<cntr::index::Box> boxOfBoundaries() const;
   /// True when the outer boundaries cross or touch: intersections(other) has a point.
   bool crosses(const qcRegion& other) const;
   void assignRepaired(qcRegion& dest, bool outerHullMode) const;

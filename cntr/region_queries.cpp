@@ -2,6 +2,9 @@
 //
 // Points, segments and contours against the region's boundaries.
 
+#include <algorithm>
+#include <cmath>
+
 #include <cntr/cache/contourcache.h>
 #include <cntr/compute/containment.h>
 #include <cntr/region.h>
@@ -108,6 +111,20 @@ std::vector<qcVector<2>> qcRegion::intersections(const qcContour& other, bool co
     points.insert(points.end(), more.begin(), more.end());
   }
   return points;
+}
+
+std::optional<cntr::index::Box> qcRegion::boxOfBoundaries() const {
+  const auto isFinite = [](const qcVector<2>& p) {
+    return std::isfinite(p.x()) && std::isfinite(p.y());
+  };
+  if (points().size() < 2 || !std::all_of(points().begin(), points().end(), isFinite)) return {};
+  cntr::index::Box box = crossingTarget().bounds;
+  for (const auto& hole : holes_) {
+    const auto holeBox = hole ? hole->boxOfBoundaries() : std::nullopt;
+    if (!holeBox) return {};
+    box.add(*holeBox);
+  }
+  return box;
 }
 
 bool qcRegion::crosses(const qcRegion& other) const {

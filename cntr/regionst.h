@@ -11,6 +11,10 @@
 #include <cntr/region.h>
 
 struct qc_RegionSetCache;
+namespace cntr::index {
+struct Box;
+struct RegionIndex;
+}  // namespace cntr::index
 
 /// Regions in order. They are shared and immutable once handed in: change one afterwards and an
 /// answer may be that of before the change. A null handle throws qcBadPointer when it is first met.
@@ -111,10 +115,14 @@ class CNTR_EXPORT qcRegionSet : public virtual qcPersistent, public virtual qcRe
 
   void repair(qcContourDefs::IntersectionMode mode);
   bool hasCrossingPair() const;
+  /// The regions by place; null for small sets and for sets with regions that cannot be asked.
+  const cntr::index::RegionIndex* index() const;
   void assignRepaired(qcRegionSet& result, bool outerHullMode) const;
   void outerHullRegularize(qcRegionSet& result, bool outerHullMode) const;
   /// The regions with those that cross merged into one.
   std::vector<qcPtrHandle_const<qcRegion>> merged() const;
+  /// The box of a region's boundaries; the whole plane when it has none that can be relied on.
+  static cntr::index::Box boxOf(const qcRegion& region);
   qc_RegionSetCache& cache() const;
 
   std::vector<qcPtrHandle_const<qcRegion>> regions_;

@@ -3,6 +3,7 @@
 // The region set's measures and queries, made from those of its regions. Filling a remembered
 // answer sends one change notice.
 
+#include <algorithm>
 #include <cmath>
 #include <limits>
 
@@ -53,20 +54,51 @@ qcMatrix<2> qcRegionSet::inertiaMatrix(bool considerHoles) const {
   return *known;
 }
 
-bool qcRegionSet::inside(const qcVector<2>& p, bool considerHoles) const {
+const cntr::index::RegionIndex* qcRegionSet::index() const {
+  constexpr std::size_t regionsWorthIndexing = 8;
+  qc_RegionSetCache& known = cache();
+  if (known.indexIsKnown || regions_.size() < regionsWorthIndexing) return known.index.get();
+  std::vector<cntr::index::Box> boxes;
+  boxes.reserve(regions_.size());
   for (const auto& region : regions_) {
-    if (region->inside(p, considerHoles)) return true;
+    const auto box = region ? region->boxOfBoundaries() : std::nullopt;
+    if (!box) break;
+    boxes.push_back(*box);
   }
-  return false;
+  if (boxes.size() == regions_.size()) {
+    known.index = std::make_shared<const cntr::index::RegionIndex>(boxes);
+  }
+  known.indexIsKnown = true;
+  return known.index.get();
+}
+
+bool qcRegionSet::inside(const qcVector<2>& p, bool considerHoles) const {
+  const auto holdsPoint = [&](const qcPtrHandle_const<qcRegion>& region) {
+    return region->inside(p, considerHoles);
+  };
+  const cntr::index::RegionIndex* const known = index();
+  if (known == nullptr) return std::any_of(regions_.begin(), regions_.end(), holdsPoint);
+  const std::vector<std::size_t> near = known->tree.touching(cntr::index::edgeBox(p, p));
+  return std::any_of(near.begin(), near.end(),
+                     [&](std::size_t i) { return holdsPoint(regions_[i]); });
 }
 
 double qcRegionSet::distToPoint(const qcVector<2>& p, bool vertexOnly, bool considerHoles,
                                 bool zeroIfInside) const {
   checkEmptyRegionSet();
   double nearest = std::numeric_limits<double>::infinity();
-  for (const auto& region : regions_) {
-    const double distance = region->distToPoint(p, vertexOnly, considerHoles, zeroIfInside);
+  const auto visit = [&](std::size_t i) {
+    const double distance = regions_[i]->distToPoint(p, vertexOnly, considerHoles, zeroIfInside);
     if (distance < nearest) nearest = distance;
+  };
+  if (const cntr::index::RegionIndex* const known = index()) {
+    // A nearest point inside an edge may be rounded out of the box by a little.
+    const double slack = 16.0 * std::numeric_limits<double>::epsilon() *
+                         cntr::index::largestCoordinate(known->tree.bounds(), p);
+    known->tree.forEachByDistance(
+        p, [&] { return (nearest + slack) * (nearest + slack) * (1.0 + 1e-15); }, visit);
+  } else {
+    for (std::size_t i = 0; i < regions_.size(); ++i) visit(i);
   }
   return nearest;
 }
@@ -85,9 +117,18 @@ bool qcRegionSet::isSelfIntersecting() const {
 }
 
 bool qcRegionSet::hasCrossingPair() const {
+  const cntr::index::RegionIndex* const known = index();
   for (std::size_t i = 0; i + 1 < regions_.size(); ++i) {
-    for (std::size_t j = i + 1; j < regions_.size(); ++j) {
-      if (regions_[i]->crosses(*regions_[j])) return true;
+    const auto isLaterAndCrosses = [&](std::size_t j) {
+      return j > i && regions_[i]->crosses(*regions_[j]);
+    };
+    if (known != nullptr) {
+      const std::vector<std::size_t> near = known->tree.touching(known->boxes[i]);
+      if (std::any_of(near.begin(), near.end(), isLaterAndCrosses)) return true;
+    } else {
+      for (std::size_t j = i + 1; j < regions_.size(); ++j) {
+        if (isLaterAndCrosses(j)) return true;
+      }
     }
   }
   return false;

@@ -5,9 +5,11 @@
 #pragma once
 
 #include <array>
+#include <memory>
 #include <optional>
 
 #include <cntr/cache/keyedresults.h>
+#include <cntr/index/regionindex.h>
 #include <cntr/regionst.h>
 
 /// The answers of one set. Repaired sets never change once made, so copies share them.
@@ -18,6 +20,9 @@ struct qc_RegionSetCache {
   std::array<std::optional<qcMatrix<2>>, 2> inertiaMatrix;
   std::optional<bool> isSelfIntersecting;
   cntr::cache::KeyedResults<qcXform<2>, qcRect, cntr::cache::XformKey> enclosingRects;
+  /// Whether the index below has been made, or found impossible (null).
+  bool indexIsKnown = false;
+  std::shared_ptr<const cntr::index::RegionIndex> index;
   qcPtrHandle_const<qcRegionSet> regularized;
   qcPtrHandle_const<qcRegionSet> outerHull;
 };

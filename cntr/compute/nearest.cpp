@@ -70,12 +70,6 @@ void searchRuns(const Path& path, const index::EdgeIndex* index, const qcVector<
   }
 }
 
-/// The largest size of a coordinate of the path or of p.
-double largestCoordinate(const index::Box& box, const qcVector<2>& p) {
-  return std::max({std::abs(box.minX), std::abs(box.maxX), std::abs(box.minY), std::abs(box.maxY),
-                   std::abs(p.x()), std::abs(p.y())});
-}
-
 }  // namespace
 
 std::size_t closestVertex(const Path& path, const index::EdgeIndex* index, const qcVector<2>& p) {
@@ -90,7 +84,7 @@ std::size_t closestVertex(const Path& path, const index::EdgeIndex* index, const
 }
 
 qcVector<2> closestPoint(const Path& path, const index::EdgeIndex* index, const qcVector<2>& p) {
-  Best best(index == nullptr ? 0.0 : roundingSlack * largestCoordinate(index->bounds(), p));
+  Best best(index == nullptr ? 0.0 : roundingSlack * index::largestCoordinate(index->bounds(), p));
   searchRuns(path, index, p, best, [&](std::size_t first, std::size_t last) {
     qcVector<2> from = path.edge(first).from;
     for (std::size_t k = first; k < last; ++k) {

@@ -61,7 +61,7 @@ class Join {
 
  private:
   static constexpr std::size_t mostChildren =
-      std::max(index::EdgeIndex::fanOut, index::EdgeIndex::leafEdges);
+      std::max(index::EdgeIndex::fanOut, index::EdgeIndex::leafSize);
 
   /// Compares what lies under one box with itself; `level` is that of the box, 0 meaning that its
   /// children are edges. Returns the ways that all of it goes.

@@ -4,6 +4,8 @@
 
 #pragma once
 
+#include <algorithm>
+#include <cmath>
 #include <limits>
 
 #include <platform/core/kernels.h>
@@ -45,6 +47,19 @@ inline Box edgeBox(const qcVector<2>& a, const qcVector<2>& b) noexcept {
 inline bool overlaps(const Box& box, const Box& other) noexcept {
   return box.maxX >= other.minX && !(box.minX > other.maxX) && box.maxY >= other.minY &&
          !(box.minY > other.maxY);
+}
+
+/// The largest size of a coordinate of the box or of p.
+inline double largestCoordinate(const Box& box, const qcVector<2>& p) noexcept {
+  return std::max({std::abs(box.minX), std::abs(box.maxX), std::abs(box.minY), std::abs(box.maxY),
+                   std::abs(p.x()), std::abs(p.y())});
+}
+
+/// Squared distance from p to the nearest point of `box`; 0 inside.
+inline double squaredDistance(const Box& box, const qcVector<2>& p) noexcept {
+  const double dx = std::max(std::max(box.minX - p.x(), p.x() - box.maxX), 0.0);
+  const double dy = std::max(std::max(box.minY - p.y(), p.y() - box.maxY), 0.0);
+  return dx * dx + dy * dy;
 }
 
 }  // namespace cntr::index

@@ -19,7 +19,7 @@ namespace {
 /// The margin m of the conditions.
 constexpr double margin = 1.1e-6;
 /// Condition (e).
-constexpr double largestCoordinate = 1e6;
+constexpr double coordinateLimit = 1e6;
 
 /// Cells for each vertex: more cells hold more answers and more memory (4 bytes each).
 constexpr double cellsPerVertex = 4.0;
@@ -69,7 +69,7 @@ bool ContainmentGrid::isWorthwhile(std::span<const qcVector<2>> points, const Bo
   constexpr double marginsAcross = 16.0;
   if (points.size() < 3) return false;
   const auto isSmall = [](const qcVector<2>& p) {
-    return std::abs(p.x()) < largestCoordinate && std::abs(p.y()) < largestCoordinate;
+    return std::abs(p.x()) < coordinateLimit && std::abs(p.y()) < coordinateLimit;
   };
   const double narrowest = std::min(bounds.maxX - bounds.minX, bounds.maxY - bounds.minY);
   return narrowest > marginsAcross * vertexMarginFor(points.size()) &&

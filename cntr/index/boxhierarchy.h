@@ -1,0 +1,119 @@
+// SPDX-License-Identifier: MIT
+//
+// A hierarchy of boxes: boxes over runs of consecutive items, boxes over runs of boxes, up to a few
+// at the top. The items are numbered slots, whatever they stand for: edges of a path (edgeindex.h)
+// or boxes sorted by place (boxtree.h). It holds boxes alone.
+
+#pragma once
+
+#include <algorithm>
+#include <array>
+#include <cstddef>
+#include <utility>
+#include <vector>
+
+#include <cntr/index/box.h>
+
+namespace cntr::index {
+
+/// Boxes over consecutive slots 0 .. slotCount() - 1.
+class BoxHierarchy {
+ public:
+  /// Slots under one box of the lowest level, and boxes under one box of the levels above.
+  static constexpr std::size_t leafSize = 8;
+  static constexpr std::size_t fanOut = 8;
+
+  /// `leaves` are the boxes of the lowest level, one for every `leafSize` slots.
+  BoxHierarchy(std::vector<Box> leaves, std::size_t slotCount);
+
+  /// Visits, in order, runs of consecutive slots [first, last) whose box passes `mayMatter`.
+  /// `visitRun(first, last)` returns false to end the search. Returns false when it was ended.
+  template <class MayMatter, class VisitRun>
+  bool forEachRun(MayMatter mayMatter, VisitRun visitRun) const {
+    return levels_.empty() ||
+           descend(levels_.size() - 1, 0, levels_.back().size(), mayMatter, visitRun);
+  }
+
+  /// Visits runs of slots in ascending order of `boundOf(box)`, a bound of what the box can offer,
+  /// as long as that is not above `limit()`, which the visits may lower.
+  template <class BoundOf, class Limit, class VisitRun>
+  void forEachRunByBound(BoundOf boundOf, Limit limit, VisitRun visitRun) const {
+    if (!levels_.empty()) {
+      descendByBound(levels_.size() - 1, 0, levels_.back().size(), boundOf, limit, visitRun);
+    }
+  }
+
+  // The tree, for joins: level 0 lies over the slots, the last level has at most fanOut boxes.
+
+  std::size_t levelCount() const noexcept { return levels_.size(); }
+  const std::vector<Box>& boxes(std::size_t level) const noexcept { return levels_[level]; }
+  /// The boxes [first, last) of the level below that box i of `level` holds; for level 0 the slots.
+  std::pair<std::size_t, std::size_t> childrenOf(std::size_t level, std::size_t i) const noexcept {
+    return level == 0 ? std::pair(i * leafSize, endOfLeaf(i))
+                      : std::pair(i * fanOut, endOfNode(level, i));
+  }
+
+  std::size_t slotCount() const noexcept { return slotCount_; }
+  /// The box of everything.
+  const Box& bounds() const noexcept { return bounds_; }
+
+ private:
+  using Level = std::vector<Box>;
+
+  template <class MayMatter, class VisitRun>
+  bool descend(std::size_t level, std::size_t first, std::size_t last, MayMatter& mayMatter,
+               VisitRun& visitRun) const {
+    for (std::size_t i = first; i < last; ++i) {
+      if (!mayMatter(levels_[level][i])) continue;
+      const bool goOn =
+          level == 0 ? visitRun(i * leafSize, endOfLeaf(i))
+                     : descend(level - 1, i * fanOut, endOfNode(level, i), mayMatter, visitRun);
+      if (!goOn) return false;
+    }
+    return true;
+  }
+
+  template <class BoundOf, class Limit, class VisitRun>
+  void descendByBound(std::size_t level, std::size_t first, std::size_t last, BoundOf& boundOf,
+                      Limit& limit, VisitRun& visitRun) const;
+
+  std::size_t endOfLeaf(std::size_t leaf) const noexcept {
+    return std::min((leaf + 1) * leafSize, slotCount_);
+  }
+  std::size_t endOfNode(std::size_t level, std::size_t node) const noexcept {
+    return std::min((node + 1) * fanOut, levels_[level - 1].size());
+  }
+
+  std::size_t slotCount_;
+  Box bounds_;
+  /// levels_[0] lies over the slots; the last level has at most fanOut boxes.
+  std::vector<Level> levels_;
+};
+
+template <class BoundOf, class Limit, class VisitRun>
+void BoxHierarchy::descendByBound(std::size_t level, std::size_t first, std::size_t last,
+                                  BoundOf& boundOf, Limit& limit, VisitRun& visitRun) const {
+  struct Child {
+    double bound;
+    std::size_t index;
+  };
+  std::array<Child, fanOut> children;
+  std::size_t count = 0;
+  for (std::size_t i = first; i < last; ++i) {
+    const double bound = boundOf(levels_[level][i]);
+    if (bound > limit()) continue;
+    std::size_t at = count++;
+    for (; at > 0 && children[at - 1].bound > bound; --at) children[at] = children[at - 1];
+    children[at] = {bound, i};
+  }
+  for (std::size_t i = 0; i < count && !(children[i].bound > limit()); ++i) {
+    const std::size_t child = children[i].index;
+    if (level == 0) {
+      visitRun(child * leafSize, endOfLeaf(child));
+    } else {
+      descendByBound(level - 1, child * fanOut, endOfNode(level, child), boundOf, limit, visitRun);
+    }
+  }
+}
+
+}  // namespace cntr::index

@@ -1,0 +1,45 @@
+// SPDX-License-Identifier: MIT
+//
+// Boxes sorted by place, under a hierarchy: finds those that touch a box or lie near a point.
+
+#pragma once
+
+#include <cstddef>
+#include <vector>
+
+#include <cntr/index/boxhierarchy.h>
+
+namespace cntr::index {
+
+/// A tree over numbered boxes with finite corners. It never changes once built.
+class BoxTree {
+ public:
+  explicit BoxTree(const std::vector<Box>& boxes);
+
+  /// The box of all boxes.
+  const Box& bounds() const noexcept { return hierarchy_.bounds(); }
+
+  /// The numbers of the boxes that share a point with `box`, ascending; touching counts.
+  std::vector<std::size_t> touching(const Box& box) const;
+
+  /// Calls visit(number) in ascending order of the squared distance of the boxes from p, roughly,
+  /// for as long as that is not above `limit()`, which the visits may lower.
+  template <class Limit, class Visit>
+  void forEachByDistance(const qcVector<2>& p, Limit limit, Visit visit) const {
+    hierarchy_.forEachRunByBound([&](const Box& box) { return squaredDistance(box, p); }, limit,
+                                 [&](std::size_t first, std::size_t last) {
+                                   for (std::size_t slot = first; slot < last; ++slot) {
+                                     if (squaredDistance(boxes_[slot], p) > limit()) continue;
+                                     visit(numbers_[slot]);
+                                   }
+                                 });
+  }
+
+ private:
+  /// In sorted order, and the number of each.
+  std::vector<std::size_t> numbers_;
+  std::vector<Box> boxes_;
+  BoxHierarchy hierarchy_;
+};
+
+}  // namespace cntr::index
