@@ -216,7 +216,7 @@ qcArchive& operator||(qcArchive& archive, qcPtrHandle<T>& handle) {
 
 template <class T>
 qcArchive& operator||(qcArchive& archive, qcPtrHandle_const<T>& handle) {
-  qcPtrHandle<T> shared(const_cast<T*>(archive.isStoring() ? handle.get() : nullptr));
+  qcPtrHandle<T> shared(const_cast<T*>(handle.get()));
   archive || shared;
   if (archive.isLoading()) handle = shared;
   return archive;

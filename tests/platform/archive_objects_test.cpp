@@ -377,6 +377,22 @@ TEST(RawPointerTest, AnObjectThatDiedIsNotFoundAgain) {
   });
 }
 
+TEST(RawPointerTest, AnObjectThatDiedIsNotFoundAgainEvenIfItWasForgotten) {
+  loadHex("01000000 09000000 'testOwner' 05000000 00000000 01000000", [](qcArchive& archive) {
+    qcPersistent* pointer = nullptr;
+    testAccess::transferPointer(archive, pointer);
+    archive.forget(*pointer);
+    delete pointer;
+    EXPECT_THROW(testAccess::transferPointer(archive, pointer), qcArchive::BadFormat);
+  });
+}
+
+TEST(RawPointerTest, AnObjectThatItsReceiverDeletedIsNotDeletedAgain) {
+  loadHex("01000000 09000000 'testOwner' 05000000 00000000",
+          [](qcArchive& archive) { delete archive.transferShared(nullptr); });
+  EXPECT_EQ(LiveCount::alive(), 0);
+}
+
 TEST(RefusalTest, AHandleThatLeadsBackIntoItsObjectIsNotStored) {
   Node node(new testNode(1));
   node->add(node);
@@ -468,6 +484,31 @@ TEST(NestingTest, AChainIsMeasuredEvenWhenItIsStoredFromItsEnd) {
   EXPECT_EQ(lengthOf(loaded.back()), qcArchive::maxNesting);
 }
 
+/// The nodes of a chain, the first one first.
+std::vector<Node> nodesOf(Node node) {
+  std::vector<Node> nodes;
+  for (; node; node = node->children.empty() ? Node() : node->children[0]) nodes.push_back(node);
+  return nodes;
+}
+
+TEST(NestingTest, WhatHangsBelowAnObjectThatIsMetAgainCounts) {
+  Node below = chain(200);
+  Node above = chain(qcArchive::maxNesting - 200);
+  nodesOf(above).back()->add(below);
+  Node loadedBelow;
+  Node loadedAbove;
+  loadBytes(storedBytes([&](qcArchive& archive) { archive || below || above; }),
+            [&](qcArchive& archive) { archive || loadedBelow || loadedAbove; });
+  EXPECT_EQ(lengthOf(loadedAbove), qcArchive::maxNesting);
+
+  Node oneMore(new testNode);
+  oneMore->add(above);
+  storedBytes([&](qcArchive& archive) {
+    archive || below;
+    EXPECT_THROW(archive || oneMore, qcArchive::BadFormat);
+  });
+}
+
 TEST(NestingTest, ObjectsByValueCount) {
   Node stored = chain(qcArchive::maxNesting);
   storedBytes([&](qcArchive& archive) { archive || *stored; });
@@ -523,8 +564,9 @@ TEST(SeveralArchivesTest, AnObjectThatDiesIsForgottenByAllOfThem) {
   storeLocal(2);
   second.reset();
   storeLocal(3);
+  storeLocal(4);
   const std::string two = archiveHeader() + derivedRecord("01", "01") + derivedRecord("02", "02");
-  EXPECT_EQ(streams[0].str(), two + derivedRecord("03", "03"));
+  EXPECT_EQ(streams[0].str(), two + derivedRecord("03", "03") + derivedRecord("04", "04"));
   EXPECT_EQ(streams[1].str(), two);
   EXPECT_EQ(streams[2].str(), streams[0].str());
 }
@@ -538,7 +580,8 @@ class Nesting : public virtual qcPersistent {
  protected:
   void dispatchSerialize(qcArchive& archive) override {
     if (haveVisited(this, sizeof(*this))) return;
-    archive || *inner;
+    unsigned char byte = 0x33;
+    archive || byte || *inner;
     innerBytes = storedBytes([this](qcArchive& other) { other || *inner || *inner; });
     archive || *inner;
     setVisited(this, sizeof(*this));
@@ -550,7 +593,7 @@ TEST(SeveralArchivesTest, AnArchiveInsideAnArchiveKeepsToItself) {
   Nesting nesting;
   nesting.inner = &inner;
   EXPECT_EQ(storedBytes([&](qcArchive& archive) { archive || nesting || nesting || inner; }),
-            derivedRecord("01", "02"));
+            "\x33" + derivedRecord("01", "02"));
   EXPECT_EQ(nesting.innerBytes, derivedRecord("01", "02"));
 }
 
@@ -566,21 +609,24 @@ TEST(SeveralArchivesTest, ThreadsKeepApart) {
   EXPECT_EQ(stream.str(), archiveHeader() + derivedRecord("01", "02"));
 }
 
-/// Stores a byte, then fails when told to.
-class Failing : public virtual qcPersistent, public virtual qcRepBase {
+/// Transfers some bytes, then fails.
+class Failing : public virtual qcPersistent {
  public:
-  bool fails = true;
+  explicit Failing(int bytesBefore) : bytesBefore_(bytesBefore) {}
 
  protected:
   void dispatchSerialize(qcArchive& archive) override {
     unsigned char byte = 1;
-    archive || byte;
-    if (fails) throw std::runtime_error("no");
+    for (int i = 0; i < bytesBefore_; ++i) archive || byte;
+    throw std::runtime_error("no");
   }
+
+ private:
+  int bytesBefore_;
 };
 
 TEST(FailureTest, LeavesNoTransferUnderWay) {
-  Failing object;
+  Failing object(1);
   testDerived other;
   storedBytes([&](qcArchive& archive) {
     archive || other;
@@ -590,7 +636,7 @@ TEST(FailureTest, LeavesNoTransferUnderWay) {
 }
 
 TEST(FailureTest, AfterHalfAnObjectAStoringArchiveTakesNothingMore) {
-  Failing object;
+  Failing object(1);
   unsigned char next = 7;
   Node null;
   EXPECT_EQ(storedHex([&](qcArchive& archive) {
@@ -599,6 +645,16 @@ TEST(FailureTest, AfterHalfAnObjectAStoringArchiveTakesNothingMore) {
               EXPECT_THROW(archive || null, qcArchive::WriteFailed);
             }),
             "01");
+}
+
+TEST(FailureTest, AnObjectThatFailsBeforeItsFirstByteDoesNoHarm) {
+  Failing object(0);
+  unsigned char next = 7;
+  EXPECT_EQ(storedHex([&](qcArchive& archive) {
+              EXPECT_THROW(archive || object, std::runtime_error);
+              archive || next;
+            }),
+            "07");
 }
 
 TEST(FailureTest, AnObjectThatIsRefusedInsideAnotherOneLeavesThatHalf) {
