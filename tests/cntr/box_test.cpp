@@ -1,0 +1,107 @@
+// SPDX-License-Identifier: MIT
+//
+// Boxes of bare doubles.
+
+#include <cntr/index/box.h>
+
+#include <cmath>
+#include <limits>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+using cntr::index::Box;
+using cntr::index::edgeBox;
+using cntr::index::overlaps;
+
+constexpr double infinity = std::numeric_limits<double>::infinity();
+constexpr double nan = std::numeric_limits<double>::quiet_NaN();
+
+double justAbove(double value) { return std::nextafter(value, infinity); }
+double justBelow(double value) { return std::nextafter(value, -infinity); }
+
+void expectBox(const Box& box, double minX, double minY, double maxX, double maxY) {
+  EXPECT_EQ(box.minX, minX);
+  EXPECT_EQ(box.minY, minY);
+  EXPECT_EQ(box.maxX, maxX);
+  EXPECT_EQ(box.maxY, maxY);
+}
+
+TEST(BoxTest, IsEmptyAtFirst) {
+  EXPECT_FALSE(overlaps(Box(), {-1, -1, 1, 1}));
+  EXPECT_FALSE(overlaps({-1, -1, 1, 1}, Box()));
+  EXPECT_FALSE(overlaps(Box(), Box()));
+}
+
+TEST(BoxTest, GrowsToHoldPoints) {
+  Box box;
+  box.add(qcVector<2>(3, -2));
+  expectBox(box, 3, -2, 3, -2);
+  box.add(qcVector<2>(1, 5));
+  expectBox(box, 1, -2, 3, 5);
+  box.add(qcVector<2>(2, 0));
+  expectBox(box, 1, -2, 3, 5);
+}
+
+TEST(BoxTest, GrowsToHoldBoxes) {
+  Box box;
+  box.add(Box{0, 1, 2, 3});
+  expectBox(box, 0, 1, 2, 3);
+  box.add(Box{-5, 2, 1, 9});
+  expectBox(box, -5, 1, 2, 9);
+  box.add(Box());
+  expectBox(box, -5, 1, 2, 9);
+}
+
+TEST(BoxTest, PassesOverNumbersThatAreNone) {
+  Box box;
+  box.add(qcVector<2>(nan, 1));
+  box.add(qcVector<2>(2, nan));
+  expectBox(box, 2, 1, 2, 1);
+  box.add(qcVector<2>(infinity, 0));
+  expectBox(box, 2, 0, infinity, 1);
+}
+
+TEST(BoxTest, OfAnEdgeSpansItsEnds) {
+  expectBox(edgeBox({3, 1}, {2, 5}), 2, 1, 3, 5);
+  expectBox(edgeBox({2, 5}, {3, 1}), 2, 1, 3, 5);
+}
+
+TEST(BoxTest, OfAnEdgeKeepsAFirstCoordinateThatIsNotANumberAndPassesOverASecond) {
+  expectBox(edgeBox({3, 1}, {nan, 5}), 3, 1, 3, 5);
+  const Box box = edgeBox({nan, 1}, {3, 5});
+  EXPECT_TRUE(std::isnan(box.minX));
+  EXPECT_TRUE(std::isnan(box.maxX));
+  EXPECT_EQ(box.minY, 1);
+  EXPECT_EQ(box.maxY, 5);
+}
+
+TEST(BoxTest, OverlapsWhatTouchesIt) {
+  const Box box{0, 0, 2, 2};
+  EXPECT_TRUE(overlaps(box, {2, 0, 3, 2}));
+  EXPECT_TRUE(overlaps(box, {-1, 0, 0, 2}));
+  EXPECT_TRUE(overlaps(box, {0, 2, 2, 3}));
+  EXPECT_TRUE(overlaps(box, {0, -1, 2, 0}));
+  EXPECT_TRUE(overlaps(box, {2, 2, 2, 2}));
+  EXPECT_TRUE(overlaps(box, {0.5, 0.5, 1, 1}));
+  EXPECT_TRUE(overlaps(box, {-9, -9, 9, 9}));
+}
+
+TEST(BoxTest, DoesNotOverlapWhatLiesBesideIt) {
+  const Box box{0, 0, 2, 2};
+  EXPECT_FALSE(overlaps(box, {justAbove(2), 0, 3, 2}));
+  EXPECT_FALSE(overlaps(box, {-1, 0, justBelow(0), 2}));
+  EXPECT_FALSE(overlaps(box, {0, justAbove(2), 2, 3}));
+  EXPECT_FALSE(overlaps(box, {0, -1, 2, justBelow(0)}));
+}
+
+TEST(BoxTest, SharesNothingThroughAnUpperCornerThatIsNotANumber) {
+  const Box other{0, 0, 1, 1};
+  EXPECT_FALSE(overlaps({0, 0, nan, 1}, other));
+  EXPECT_FALSE(overlaps({0, 0, 1, nan}, other));
+  EXPECT_TRUE(overlaps({nan, 0, 1, 1}, other));
+  EXPECT_TRUE(overlaps({0, nan, 1, 1}, other));
+}
+
+}  // namespace
