@@ -146,8 +146,10 @@ class QCPLATFORM_EXPORT qcArchive {
   /// "at byte 123: " and the text, the form of all messages: what is wrong with the item that
   /// starts there.
   std::wstring atPosition(const std::wstring& text) const;
+  /// Through storeBytes and loadBytes, counted.
   void store(const void* bytes, std::size_t count);
   void load(void* bytes, std::size_t count);
+  /// Throws BadFormat, with the position.
   [[noreturn]] void badFormat(const std::wstring& what) const;
 
  private:
