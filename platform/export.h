@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
-// Marks what libqcplatform offers to its users; everything else in it is hidden. Every header of the
-// library includes this one, directly or not, so it is also where unsuitable compiler flags are
+// Marks what libqcplatform offers to its users; everything else in it is hidden. Every header of
+// the library includes this one, directly or not, so it is also where unsuitable compiler flags are
 // refused. cntr/export.h does the same for libcntr.
 #pragma once
 

@@ -12,7 +12,8 @@
 
 namespace qnKernel {
 
-/// z component of the cross product, a.x*b.y - a.y*b.x: positive when b lies counter-clockwise of a.
+/// z component of the cross product, a.x*b.y - a.y*b.x: positive when b lies counter-clockwise of
+/// a.
 inline double cross(const qcVector<2>& a, const qcVector<2>& b) noexcept {
   return a.x() * b.y() - a.y() * b.x();
 }

@@ -57,8 +57,8 @@ class QCPLATFORM_EXPORT qcLine : public virtual qcPersistent {
   qcPoint intersect(const qcLine& other) const noexcept {
     return qnKernel::intersectLines(point_, direction_, other.point_, other.direction_);
   }
-  /// True when the sine of the angle between the lines is at most 1e-12 in size. A zero direction is
-  /// parallel to everything.
+  /// True when the sine of the angle between the lines is at most 1e-12 in size. A zero direction
+  /// is parallel to everything.
   bool isParallel(const qcLine& other) const noexcept {
     return qnKernel::isParallel(direction_, other.direction_);
   }
