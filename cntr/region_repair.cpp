@@ -43,7 +43,7 @@ void qcRegion::outerHullRegularize(qcRegion& dest, bool outerHullMode) const {
   checkEmptyContour();
   const cntr::compute::Outline boundary(points());
   auto repaired = cntr::compute::traceBoundary(boundary, probeShare * medianFeatureSize());
-  if (repaired && outerHullMode) repaired = cntr::compute::outerLoop(std::move(*repaired));
+  if (repaired && outerHullMode) repaired = cntr::compute::outerLoop(*repaired);
   if (!repaired) throwInvalidContour();
   dest = qcRegion(*repaired, qcContourDefs::eNoIntersectionRepair);
 }

@@ -6,9 +6,11 @@
 // Each of the three passes is defined as a scan that starts over after every change. They go on
 // where they are instead: what was found free of work before a change stays free of it, because
 // cutting leaves other loops alone, dropping a loop adds nothing to compare with, and a joined loop
-// has no vertices but those of its two parts.
+// has no vertices but those of its two parts. Vertices stay where they are, so which of them lie in
+// one place is found once, for all loops.
 
 #include <algorithm>
+#include <cstdint>
 
 #include <cntr/compute/repair.h>
 
@@ -16,118 +18,220 @@ namespace cntr::compute {
 
 namespace {
 
-using Loops = std::vector<Outline>;
+/// Vertices within this of each other lie in one place.
+constexpr double samePlace = 1e-6;
 
-/// Vertices first, first + 1, ..., first + count - 1, going round the loop.
-std::vector<qcVector<2>> arc(const Outline& loop, std::size_t first, std::size_t count) {
-  std::vector<qcVector<2>> vertices;
-  vertices.reserve(count);
-  for (std::size_t i = 0; i < count; ++i)
-    vertices.push_back(loop.points()[(first + i) % loop.size()]);
-  return vertices;
-}
+/// A vertex by its number in the traced boundary.
+using Vertex = std::uint32_t;
+using Loop = std::vector<Vertex>;
 
-/// Two vertices of a loop that lie in the same place: the second is a + length, going round.
-struct Touch {
-  std::size_t a;
-  std::size_t length;
+/// Which vertices lie in one place with each.
+class Places {
+ public:
+  explicit Places(const std::vector<qcVector<2>>& points) {
+    const index::VertexGrid grid(points, samePlace);
+    starts_.reserve(points.size() + 1);
+    starts_.push_back(0);
+    for (const qcVector<2>& p : points) {
+      for (const int near : grid.near(points, p)) shared_.push_back(static_cast<Vertex>(near));
+      starts_.push_back(shared_.size());
+    }
+  }
+
+  /// With the vertex itself, unless its coordinates are not finite.
+  std::span<const Vertex> at(Vertex v) const {
+    return std::span(shared_).subspan(starts_[v], starts_[v + 1] - starts_[v]);
+  }
+
+ private:
+  std::vector<std::size_t> starts_;
+  std::vector<Vertex> shared_;
 };
 
-std::optional<Touch> firstTouch(const Outline& loop) {
-  for (std::size_t a = 0; a < loop.size(); ++a) {
-    for (const int near : loop.verticesAt(loop.points()[a])) {
-      const auto b = static_cast<std::size_t>(near);
-      if (b != a) return Touch{a, b > a ? b - a : b + loop.size() - a};
+/// The loops that a traced boundary is cut into and joined to.
+class Loops {
+ public:
+  explicit Loops(const std::vector<qcVector<2>>& points)
+      : points_(points), places_(points), loopOf_(points.size()), positionOf_(points.size()) {
+    Loop all(points.size());
+    for (std::size_t i = 0; i < all.size(); ++i) all[i] = static_cast<Vertex>(i);
+    add(std::move(all));
+  }
+
+  void cutAll() {
+    for (std::size_t i = 0; i < loops_.size();) {
+      if (!cutFirstTouch(i)) ++i;
     }
   }
-  return {};
-}
 
-/// Cuts loop i in two at a touch. A piece of a single vertex bounds nothing and is dropped; when
-/// that leaves nothing, so is the loop.
-void cut(Loops& loops, std::size_t i, const Touch& touch) {
-  const std::size_t rest = loops[i].size() - touch.length;
-  std::vector<qcVector<2>> kept = arc(loops[i], touch.a, touch.length);
-  std::vector<qcVector<2>> split = arc(loops[i], touch.a + touch.length, rest);
-  if (kept.size() == 1) std::swap(kept, split);
-  if (kept.size() == 1) {
-    loops.erase(loops.begin() + static_cast<std::ptrdiff_t>(i));
-    return;
-  }
-  loops[i] = Outline(std::move(kept));
-  if (split.size() > 1) loops.emplace_back(std::move(split));
-}
-
-void cutAll(Loops& loops) {
-  for (std::size_t i = 0; i < loops.size();) {
-    const std::optional<Touch> touch = firstTouch(loops[i]);
-    if (!touch) {
-      ++i;
-    } else {
-      cut(loops, i, *touch);
+  void dropNested() {
+    std::vector<Outline> outlines;
+    for (const Loop& loop : loops_) outlines.emplace_back(pointsOf(loop));
+    for (std::size_t i = 0; i < loops_.size();) {
+      if (!isNested(outlines, i)) {
+        ++i;
+        continue;
+      }
+      if (i + 1 < outlines.size()) outlines[i] = std::move(outlines.back());
+      outlines.pop_back();
+      drop(i);
     }
   }
-}
 
-/// Takes loop i out; the last one moves into its place.
-void drop(Loops& loops, std::size_t i) {
-  if (i + 1 < loops.size()) loops[i] = std::move(loops.back());
-  loops.pop_back();
-}
-
-bool isNested(const Loops& loops, std::size_t i) {
-  const std::vector<qcVector<2>>& points = loops[i].points();
-  const qcVector<2> middle = (points[0] + points[1]) * 0.5;
-  for (std::size_t j = 0; j < loops.size(); ++j) {
-    if (j != i && loops[j].holds(middle)) return true;
-  }
-  return false;
-}
-
-void dropNested(Loops& loops) {
-  for (std::size_t i = 0; i < loops.size();) {
-    if (isNested(loops, i)) {
-      drop(loops, i);
-    } else {
-      ++i;
+  void joinAll() {
+    for (std::size_t i = 0; i < loops_.size(); ++i) {
+      for (std::size_t j = nextTouching(i); j < loops_.size(); j = nextTouching(i)) join(i, j);
     }
   }
-}
 
-/// Joins loop j to loop i at the first vertex of loop i that lies on one of loop j.
-bool join(Loops& loops, std::size_t i, std::size_t j) {
-  for (std::size_t a = 0; a < loops[i].size(); ++a) {
-    const std::vector<int> near = loops[j].verticesAt(loops[i].points()[a]);
-    if (near.empty()) continue;
-    std::vector<qcVector<2>> joined = arc(loops[i], a, loops[i].size());
-    const std::vector<qcVector<2>> added =
-        arc(loops[j], static_cast<std::size_t>(near.front()), loops[j].size());
-    joined.insert(joined.end(), added.begin(), added.end());
-    loops[i] = Outline(std::move(joined));
-    drop(loops, j);
-    return true;
+  std::optional<std::vector<qcVector<2>>> first() const {
+    if (loops_.empty()) return {};
+    return pointsOf(loops_.front());
   }
-  return false;
-}
 
-void joinAll(Loops& loops) {
-  for (std::size_t i = 0; i < loops.size(); ++i) {
-    for (std::size_t j = i + 1; j < loops.size();) {
-      j = join(loops, i, j) ? i + 1 : j + 1;
+ private:
+  std::vector<qcVector<2>> pointsOf(const Loop& loop) const {
+    std::vector<qcVector<2>> points;
+    points.reserve(loop.size());
+    for (const Vertex v : loop) points.push_back(points_[v]);
+    return points;
+  }
+
+  void add(Loop loop) {
+    loops_.emplace_back();
+    assign(loops_.size() - 1, std::move(loop));
+  }
+
+  void assign(std::size_t i, Loop loop) {
+    for (std::size_t k = 0; k < loop.size(); ++k) {
+      loopOf_[loop[k]] = i;
+      positionOf_[loop[k]] = k;
+    }
+    loops_[i] = std::move(loop);
+  }
+
+  /// Takes loop i out; the last one moves into its place.
+  void drop(std::size_t i) {
+    for (const Vertex v : loops_[i]) loopOf_[v] = none;
+    Loop last = std::move(loops_.back());
+    loops_.pop_back();
+    if (i < loops_.size()) assign(i, std::move(last));
+  }
+
+  /// Takes loop i out; the later ones move up.
+  void erase(std::size_t i) {
+    for (const Vertex v : loops_[i]) loopOf_[v] = none;
+    loops_.erase(loops_.begin() + static_cast<std::ptrdiff_t>(i));
+    for (std::size_t k = i; k < loops_.size(); ++k) assign(k, std::move(loops_[k]));
+  }
+
+  /// Vertices first, first + 1, ..., first + count - 1, going round the loop.
+  static Loop arc(const Loop& loop, std::size_t first, std::size_t count) {
+    Loop vertices;
+    vertices.reserve(count);
+    for (std::size_t i = 0; i < count; ++i) vertices.push_back(loop[(first + i) % loop.size()]);
+    return vertices;
+  }
+
+  /// The first vertex of loop i in one place with v, other than v, in the order in which a grid
+  /// over that loop lists them.
+  std::optional<Vertex> firstListed(Vertex v, std::size_t i) const {
+    Loop near;
+    for (const Vertex other : places_.at(v)) {
+      if (loopOf_[other] == i && other != v) near.push_back(other);
+    }
+    if (near.size() < 2) return near.empty() ? std::nullopt : std::optional(near.front());
+    std::sort(near.begin(), near.end(),
+              [&](Vertex a, Vertex b) { return positionOf_[a] < positionOf_[b]; });
+    const std::vector<qcVector<2>> points = pointsOf(near);
+    const auto listed = index::VertexGrid(points, samePlace).near(points, points_[v]);
+    return near[static_cast<std::size_t>(listed.front())];
+  }
+
+  /// Cuts loop i in two at its first touch with itself; false when there is none. A piece of a
+  /// single vertex bounds nothing and is dropped; when that leaves nothing, so is the loop.
+  bool cutFirstTouch(std::size_t i) {
+    for (std::size_t a = 0; a < loops_[i].size(); ++a) {
+      const Vertex v = loops_[i][a];
+      if (places_.at(v).size() < 2) continue;
+      if (const std::optional<Vertex> other = firstListed(v, i)) {
+        cut(i, a, positionOf_[*other]);
+        return true;
+      }
+    }
+    return false;
+  }
+
+  void cut(std::size_t i, std::size_t a, std::size_t b) {
+    const Loop whole = std::move(loops_[i]);
+    const std::size_t length = b > a ? b - a : b + whole.size() - a;
+    Loop kept = arc(whole, a, length);
+    Loop split = arc(whole, a + length, whole.size() - length);
+    if (kept.size() == 1) std::swap(kept, split);
+    if (split.size() == 1) loopOf_[split.front()] = none;
+    if (kept.size() == 1) {
+      loops_[i] = std::move(kept);
+      erase(i);
+      return;
+    }
+    assign(i, std::move(kept));
+    if (split.size() > 1) add(std::move(split));
+  }
+
+  bool isNested(const std::vector<Outline>& outlines, std::size_t i) const {
+    const std::vector<qcVector<2>>& points = outlines[i].points();
+    const qcVector<2> middle = (points[0] + points[1]) * 0.5;
+    for (std::size_t j = 0; j < outlines.size(); ++j) {
+      if (j != i && outlines[j].holds(middle)) return true;
+    }
+    return false;
+  }
+
+  /// The first loop after i that touches it; the number of loops when there is none.
+  std::size_t nextTouching(std::size_t i) const {
+    std::size_t next = loops_.size();
+    for (const Vertex v : loops_[i]) {
+      for (const Vertex other : places_.at(v)) {
+        const std::size_t j = loopOf_[other];
+        if (j != none && j > i) next = std::min(next, j);
+      }
+    }
+    return next;
+  }
+
+  /// Joins loop j to loop i at the first vertex of loop i that lies in one place with one of loop
+  /// j.
+  void join(std::size_t i, std::size_t j) {
+    for (std::size_t a = 0; a < loops_[i].size(); ++a) {
+      const std::optional<Vertex> other = firstListed(loops_[i][a], j);
+      if (!other) continue;
+      Loop joined = arc(loops_[i], a, loops_[i].size());
+      const Loop added = arc(loops_[j], positionOf_[*other], loops_[j].size());
+      joined.insert(joined.end(), added.begin(), added.end());
+      drop(j);
+      assign(i, std::move(joined));
+      return;
     }
   }
-}
+
+  static constexpr std::size_t none = static_cast<std::size_t>(-1);
+
+  const std::vector<qcVector<2>>& points_;
+  Places places_;
+  std::vector<Loop> loops_;
+  /// For each vertex its loop, or none, and its position in that.
+  std::vector<std::size_t> loopOf_;
+  std::vector<std::size_t> positionOf_;
+};
 
 }  // namespace
 
-std::optional<std::vector<qcVector<2>>> outerLoop(std::vector<qcVector<2>> traced) {
-  Loops loops;
-  loops.emplace_back(std::move(traced));
-  cutAll(loops);
-  dropNested(loops);
-  joinAll(loops);
-  if (loops.empty()) return {};
-  return std::move(loops.front()).release();
+std::optional<std::vector<qcVector<2>>> outerLoop(const std::vector<qcVector<2>>& traced) {
+  Loops loops(traced);
+  loops.cutAll();
+  loops.dropNested();
+  loops.joinAll();
+  return loops.first();
 }
 
 }  // namespace cntr::compute

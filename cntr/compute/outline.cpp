@@ -21,14 +21,10 @@ std::vector<Crossing> Outline::crossingsWith(const qcVector<2>& a, const qcVecto
 }
 
 std::size_t Outline::rayCrossingsFrom(const qcVector<2>& p, bool bothDirections) const {
+  if (!bounds_) bounds_ = boundingBox(points_);
+  if (!index::overlaps(*bounds_, index::edgeBox(p, p))) return 0;
   if (!reach_) reach_ = 2.0 * radiusFromFirst(points_);
   return rayCrossings(target(), *reach_, p, bothDirections);
-}
-
-std::vector<int> Outline::verticesAt(const qcVector<2>& p) const {
-  constexpr double samePlace = 1e-6;
-  if (!vertices_) vertices_ = std::make_unique<index::VertexGrid>(points_, samePlace);
-  return vertices_->near(points_, p);
 }
 
 }  // namespace cntr::compute

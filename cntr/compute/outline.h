@@ -22,8 +22,6 @@ class Outline {
 
   const std::vector<qcVector<2>>& points() const noexcept { return points_; }
   std::size_t size() const noexcept { return points_.size(); }
-  /// Takes the vertices out; the outline is of no use afterwards.
-  std::vector<qcVector<2>> release() && { return std::move(points_); }
 
   /// See crossings().
   std::vector<Crossing> crossingsWith(const qcVector<2>& a, const qcVector<2>& b,
@@ -31,8 +29,6 @@ class Outline {
   /// See rayCrossings().
   std::size_t rayCrossingsFrom(const qcVector<2>& p, bool bothDirections) const;
   bool holds(const qcVector<2>& p) const { return rayCrossingsFrom(p, false) % 2 == 1; }
-  /// The vertices within 1e-6 of p, in the order of VertexGrid::near().
-  std::vector<int> verticesAt(const qcVector<2>& p) const;
 
  private:
   CrossingTarget target() const;
@@ -40,7 +36,6 @@ class Outline {
   std::vector<qcVector<2>> points_;
   mutable std::optional<index::Box> bounds_;
   mutable std::unique_ptr<index::EdgeIndex> edges_;
-  mutable std::unique_ptr<index::VertexGrid> vertices_;
   mutable std::optional<double> reach_;
 };
 

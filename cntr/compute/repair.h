@@ -20,7 +20,7 @@ std::optional<std::vector<qcVector<2>>> traceBoundary(const Outline& boundary, d
 
 /// The first of the loops that are left when `traced` is cut where it touches itself within 1e-6,
 /// loops inside others are dropped, and loops that touch are joined. Nothing when none is left.
-std::optional<std::vector<qcVector<2>>> outerLoop(std::vector<qcVector<2>> traced);
+std::optional<std::vector<qcVector<2>>> outerLoop(const std::vector<qcVector<2>>& traced);
 
 /// One boundary that runs round `mine` and then round `other`, from the first crossing of an edge
 /// of `mine` with `other`. Nothing when they do not cross. An edge whose ends coincide contributes
