@@ -86,6 +86,26 @@ TEST(RegionArchiveTest, HolesAreStoredThroughHandles) {
                                                regionRecord("00000000", noHoles) + " 01000000"))));
 }
 
+TEST(RegionArchiveTest, TheExampleOfTheDocumentIsStored) {
+  qcRegion region = regionWith(triangle(), {handle({})});
+  EXPECT_EQ(hexOf(region),
+            toHex(fromHex(regionRecord("00000000", "01000000 " + newRegion("01000000") +
+                                                       "010100 00000000 01 0000000000 03000000 "
+                                                       "00 00000000"))));
+  qcRegion old(square(0, 0, 1), keep);
+  load("00 00 00 00 00000000 00 03000000 01", old);
+  EXPECT_THAT(old.points(), IsEmpty());
+}
+
+TEST(RegionArchiveTest, ARegionRefusedAmidItsHolesHasTheLoadedBoundary) {
+  qcRegion region = squareWithHole();
+  EXPECT_EQ(region.area(true), 96.0);
+  EXPECT_THROW(load(regionRecord("00000000", "01000000 07000000"), region), qcArchive::BadFormat);
+  EXPECT_EQ(region.points(), triangle());
+  EXPECT_EQ(region.holes().size(), 1U);
+  EXPECT_EQ(region.area(false), 2.0);
+}
+
 TEST(RegionArchiveTest, ARegionThroughAHandleIsNamed) {
   Handle region = handle(triangle());
   EXPECT_EQ(hexOf(region),
@@ -477,6 +497,21 @@ TEST(RegionSetArchiveTest, ANegativeCapacityIsRefused) {
   qcRegionSet set({handle(square(0, 0, 2))}, keep);
   EXPECT_NE(badFormatOf("01 00 00 00000000 ffffffff", set).find(L"a negative cachedVectorSize"),
             std::wstring::npos);
+}
+
+TEST(RegionSetArchiveTest, ARefusedLoadLeavesTheSetAsItWas) {
+  qcRegionSet set({handle(square(0, 0, 2))}, keep);
+  set.cachedVectorSize(7);
+  EXPECT_THROW(load("01 00 00 02000000 00000000 05000000", set), qcArchive::BadFormat);
+  EXPECT_THROW(load("01 00 00 01000000 00000000 ffffffff", set), qcArchive::BadFormat);
+  ASSERT_EQ(set.regions().size(), 1U);
+  EXPECT_EQ(set.cachedVectorSize(), 7);
+  EXPECT_EQ(set.area(true), 4.0);
+}
+
+TEST(RegionSetArchiveTest, TheExampleOfTheDocumentIsStored) {
+  qcRegionSet set(Handles(1), keep);
+  EXPECT_EQ(hexOf(set), toHex(fromHex("01 00 00 01000000 00000000 03000000")));
 }
 
 TEST(RegionSetArchiveTest, ARegionOfAnotherClassLoadsAsNull) {
