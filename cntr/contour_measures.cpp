@@ -11,7 +11,7 @@
 #include <platform/core/hull.h>
 
 double qcContour::length() const {
-  if (points_.empty()) return 0.0;
+  if (points_.size() < 2) return 0.0;
   std::optional<double>& known = cache().length;
   if (!known) known = cntr::compute::length(path());
   return *known;

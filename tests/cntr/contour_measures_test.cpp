@@ -54,6 +54,8 @@ TEST(ContourLengthTest, OfAClosedContourIncludesTheEdgeBackToTheFirstVertex) {
 
 TEST(ContourLengthTest, WithoutACurveIsZero) {
   for (const ContourProbe& contour : contoursWithoutCurve()) EXPECT_EQ(contour.length(), 0.0);
+  EXPECT_EQ(closedContour({{nan, 1}}).length(), 0.0);
+  EXPECT_EQ(closedContour({{1, infinity}}).length(), 0.0);
 }
 
 TEST(ContourLengthTest, OfTwoVerticesClosedCountsTheEdgeTwice) {
