@@ -93,11 +93,11 @@ void qcSvgTablet::drawLineSeg(const qcPair<double>& from, const qcPair<double>& 
 void qcSvgTablet::write(std::ostream& out) const {
   const std::vector<Segment>& drawn = drawing_.segments();
   const qcRect view = hasView_ ? view_ : widened(boxOf(drawn), 4.0 * strokeWidth_);
-  out << "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
-      << "<svg xmlns=\"http://www.w3.org/2000/svg\" viewBox=\"" << number(view.ul().x()) << ' '
+  out << R"(<?xml version="1.0" encoding="UTF-8"?>)" << '\n'
+      << R"(<svg xmlns="http://www.w3.org/2000/svg" viewBox=")" << number(view.ul().x()) << ' '
       << number(view.ul().y()) << ' ' << number(view.width()) << ' ' << number(view.height())
-      << "\" fill=\"none\" stroke-width=\"" << number(strokeWidth_)
-      << "\" stroke-linecap=\"round\" stroke-linejoin=\"round\">\n";
+      << R"(" fill="none" stroke-width=")" << number(strokeWidth_)
+      << R"(" stroke-linecap="round" stroke-linejoin="round">)" << '\n';
   writeGroup(out, "image", drawn, eImageLayer);
   writeGroup(out, "overlay", drawn, eOverlayLayer);
   out << "</svg>\n";

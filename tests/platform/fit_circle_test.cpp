@@ -98,6 +98,18 @@ TEST(CircleFitTest, IsNotMisledBySymmetry) {
   expectLeast({{-1, 0}, {1, 0}, {0, 1}, {0, -1}, {0, 0}});
 }
 
+TEST(CircleFitTest, FollowsFlatMinimaToTheEnd) {
+  // The sum hardly changes near its least value; its derivative still tells where that is.
+  const Points points = {{3, 2}, {0, 0}, {0, 0}, {2, 2}, {2, 1}};
+  const qcCircle fitted = fitCircle(points).circle();
+  Point gradient;
+  for (const Point& p : points) {
+    const double off = p.distance(fitted.center()) - fitted.radius();
+    gradient = gradient + (p - fitted.center()).unit() * off;
+  }
+  EXPECT_LT(gradient.len(), 1e-13);
+}
+
 TEST(CircleFitTest, RadiusIsTheMeanDistance) {
   const Points points = withNoise(arcOf(circle(Point(3, -2), 10), 30), 2.0);
   const qcCircleFitResults fitted = fitCircle(points);
@@ -150,7 +162,8 @@ TEST(CircleFitTest, PointsInBalanceAboutALineHaveNoCircle) {
   // No curvature to either side: the larger the circle, the better.
   const Points failures[] = {{{-2, 0.1}, {-1, -0.1}, {1, 0.1}, {2, -0.1}},
                              {{-3, 0.001}, {-1, -0.001}, {0, 0}, {1, 0.001}, {3, -0.001}},
-                             {{1, 0}, {1, 1}, {0, 3}, {0, 2}}};
+                             {{1, 0}, {1, 1}, {0, 3}, {0, 2}},
+                             {{1, 1}, {4, 0}, {3, 0}, {0, 1}}};
   for (const Points& points : failures) {
     EXPECT_EQ(failureOf([&] { fitCircle(points); }), L"the points determine no circle");
   }
@@ -166,8 +179,16 @@ TEST(CircleFitTest, AFailedFitLeavesTheResultsAlone) {
 TEST(CircleFitTest, HugeCoordinatesDoNotOverflow) {
   const Geometry truth = circle(Point(2e307, -1e307), 8e307);
   EXPECT_LT(errorOf(fitCircle(arcOf(truth, 20)).circle(), truth), 1e-13);
-  const Points flat = {{-1.7e308, 0}, {0, 1e307}, {1.7e308, 0}};
-  EXPECT_EQ(failureOf([&] { fitCircle(flat); }), L"the curve is too large for double precision");
+}
+
+TEST(CircleFitTest, ACircleTooLargeForItsNumbersIsRefused) {
+  const Points farCenter = {{-1.7e308, 0}, {0, 1e307}, {1.7e308, 0}};
+  // Around (0, -1.6e308) with radius 2e308.
+  const Points longRadius = {{-1.2e308, 0}, {0, 4e307}, {1.2e308, 0}};
+  for (const Points& points : {farCenter, longRadius}) {
+    EXPECT_EQ(failureOf([&] { fitCircle(points); }),
+              L"the curve is too large for double precision");
+  }
 }
 
 TEST(CircleFitTest, LeavesOutTheFarthestPoints) {

@@ -134,6 +134,8 @@ TEST(EllipseFitTest, ExactlyAcrossTheReferenceIsAPositiveQuarterTurn) {
   const Points upright = {{0, 2},     {0, -2},     {1, 0},      {-1, 0},
                           {0.6, 1.6}, {-0.6, 1.6}, {0.6, -1.6}, {-0.6, -1.6}};
   EXPECT_EQ(fitEllipse(upright).ellipse().geom().rotation, qcRadian(pi / 2));
+  const qcEllipseFitParams params(qcEllipseFitDefs::eLeastSquares, qcRadian(pi));
+  EXPECT_EQ(fitEllipse(upright, params).ellipse().geom().rotation, qcRadian(pi + pi / 2));
 }
 
 TEST(EllipseFitTest, TheResidualIsTheRootMeanSquareDistance) {
