@@ -1,0 +1,66 @@
+// SPDX-License-Identifier: MIT
+//
+// Runs the built program as a user would, and gives it files to read.
+
+#pragma once
+
+#include <filesystem>
+#include <nlohmann/json.hpp>
+#include <string>
+#include <vector>
+
+namespace program {
+
+using Json = nlohmann::ordered_json;
+
+struct Result {
+  /// The exit status; -1 when a signal ended the program.
+  int status = -1;
+  std::string out;
+  std::string messages;
+};
+
+/// Runs `cntr` with these arguments and this standard input, in the repository's root.
+Result run(const std::vector<std::string>& arguments, const std::string& input = "");
+
+/// The answers of a command with --json. Fails the test unless the program ended with `status`.
+Json runJson(std::vector<std::string> arguments, const std::string& input = "", int status = 0);
+
+/// A new directory that is removed with all that is in it.
+class Directory {
+ public:
+  Directory();
+  ~Directory();
+  Directory(const Directory&) = delete;
+  Directory& operator=(const Directory&) = delete;
+
+  /// The path of a file of that name.
+  std::string path(const std::string& name) const { return (path_ / name).string(); }
+  /// Writes a file; returns its path.
+  std::string write(const std::string& name, const std::string& text) const;
+  std::string read(const std::string& name) const;
+  /// The names of all files in it, sorted.
+  std::vector<std::string> names() const;
+
+ private:
+  std::filesystem::path path_;
+};
+
+/// A feature with this geometry; `properties` are the members of that object.
+std::string feature(const std::string& type, const std::string& coordinates,
+                    const std::string& properties = "");
+/// A Polygon with these rings.
+std::string polygon(const std::vector<std::string>& rings, const std::string& properties = "");
+/// A MultiPolygon with these parts, each with its rings.
+std::string multiPolygon(const std::vector<std::vector<std::string>>& parts,
+                         const std::string& properties = "");
+std::string collection(const std::vector<std::string>& features);
+
+/// The ring as GeoJSON: "[[x,y],...]" with the first point repeated at the end.
+std::string ring(const std::vector<std::vector<double>>& points);
+/// Corners (x, y), (x + size, y), ... with positive area in the file's coordinates.
+std::string square(double x, double y, double size);
+/// The same corners, the other way round from the same first one.
+std::string clockwiseSquare(double x, double y, double size);
+
+}  // namespace program

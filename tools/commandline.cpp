@@ -1,0 +1,49 @@
+// SPDX-License-Identifier: MIT
+
+#include <tools/commandline.h>
+
+#include <CLI/CLI.hpp>
+#include <ostream>
+#include <string>
+
+#include <tools/commands/commands.h>
+
+namespace tool {
+
+namespace {
+
+/// Help goes to `out` and is all well; everything else that ends the parsing is wrong usage.
+int explain(const CLI::App& app, const CLI::ParseError& error, Session& session) {
+  return app.exit(error, session.out, session.messages) == 0 ? eAllWell : eUnusable;
+}
+
+std::string explanation(const CLI::App*, const CLI::Error& error) {
+  return std::string("cntr: ") + error.what() + "\nTry 'cntr --help'.\n";
+}
+
+void addCommands(CLI::App& app, Session& session) {
+  app.name("cntr");
+  app.require_subcommand(1);
+  app.failure_message(explanation);
+  app.set_version_flag("--version", "cntr " CNTR_VERSION);
+  app.set_help_all_flag("--help-all", "Print the help of all subcommands and exit");
+  addMeasure(app, session);
+  addDraw(app, session);
+}
+
+}  // namespace
+
+int run(int argc, const char* const* argv, std::ostream& out, std::ostream& messages) {
+  Session session(out, messages);
+  CLI::App app("Measures, asks, repairs and draws outlines in images.");
+  addCommands(app, session);
+  try {
+    app.parse(argc, argv);
+  } catch (const CLI::ParseError& error) {
+    return explain(app, error, session);
+  }
+  if (!out.flush()) session.diagnostics.badFile("standard output", "cannot be written");
+  return session.diagnostics.status();
+}
+
+}  // namespace tool

@@ -1,0 +1,19 @@
+// SPDX-License-Identifier: MIT
+//
+// The subcommands, one source file each. Every function adds its command to the command line; the
+// command runs when the command line is parsed.
+
+#pragma once
+
+#include <tools/session.h>
+
+namespace CLI {
+class App;
+}
+
+namespace tool {
+
+void addMeasure(CLI::App& app, Session& session);
+void addDraw(CLI::App& app, Session& session);
+
+}  // namespace tool

@@ -1,0 +1,108 @@
+// SPDX-License-Identifier: MIT
+
+#include <tools/input/geometry.h>
+
+#include <algorithm>
+#include <array>
+
+#include <tools/errors.h>
+
+namespace tool {
+
+namespace {
+
+constexpr std::size_t fewestInRing = 3;
+constexpr std::size_t fewestInLine = 2;
+
+double coordinate(const Json& value, const char* axis) {
+  if (value.is_number()) return value.get<double>();
+  throw FeatureError(std::string(axis) + " is " + excerpt(value) + ", not a number");
+}
+
+qcVector<2> position(const Json& json) {
+  if (!json.is_array() || json.size() < 2) {
+    throw FeatureError(excerpt(json) + " is not a position [x, y]");
+  }
+  return {coordinate(json[0], "x"), coordinate(json[1], "y")};
+}
+
+const Json& array(const Json& json, const std::string& place) {
+  if (json.is_array()) return json;
+  throw FeatureError(place + ": " + excerpt(json) + " is not a list");
+}
+
+Points positions(const Json& json, const std::string& place) {
+  Points points;
+  points.reserve(array(json, place).size());
+  try {
+    for (const Json& element : json) points.push_back(position(element));
+  } catch (const FeatureError& error) {
+    throw FeatureError(place + ", vertex " + std::to_string(points.size()) + ": " + error.what());
+  }
+  return points;
+}
+
+void require(const Points& points, std::size_t fewest, const std::string& place) {
+  if (points.size() >= fewest) return;
+  const std::string count = std::to_string(points.size());
+  const char* unit = points.size() == 1 ? " point" : " points";
+  throw FeatureError(place + " has " + count + unit + ", but needs " + std::to_string(fewest));
+}
+
+Points ring(const Json& json, const std::string& place) {
+  Points points = positions(json, place);
+  if (points.size() > 1 && points.front() == points.back()) points.pop_back();
+  require(points, fewestInRing, place);
+  return points;
+}
+
+Part line(const Json& json, const std::string& prefix) {
+  const std::string place = prefix + "line";
+  Part part{positions(json, place), {}};
+  require(part.outline, fewestInLine, place);
+  return part;
+}
+
+Part polygon(const Json& json, const std::string& prefix) {
+  if (array(json, prefix + "coordinates").empty()) throw FeatureError(prefix + "no outline");
+  Part part{ring(json[0], prefix + "outline"), {}};
+  for (std::size_t k = 1; k < json.size(); ++k) {
+    part.holes.push_back(ring(json[k], prefix + "hole " + std::to_string(k)));
+  }
+  return part;
+}
+
+using ReadPart = Part (*)(const Json& json, const std::string& prefix);
+
+std::vector<Part> several(const Json& json, ReadPart readPart) {
+  std::vector<Part> parts;
+  for (const Json& element : array(json, "coordinates")) {
+    parts.push_back(readPart(element, "part " + std::to_string(parts.size() + 1) + ", "));
+  }
+  if (parts.empty()) throw FeatureError("no coordinates");
+  return parts;
+}
+
+}  // namespace
+
+bool isGeometry(const Json& json) {
+  static const std::array<const char*, 7> types{
+      "Point",           "LineString",   "Polygon",           "MultiPoint",
+      "MultiLineString", "MultiPolygon", "GeometryCollection"};
+  const Json& type = member(json, "type");
+  return std::find(types.begin(), types.end(), type) != types.end();
+}
+
+Geometry readGeometry(const Json& json) {
+  if (json.is_null()) throw FeatureError("no geometry");
+  const Json& type = member(json, "type");
+  const Json& coordinates = member(json, "coordinates");
+  if (type == "Polygon") return {true, {polygon(coordinates, "")}};
+  if (type == "MultiPolygon") return {true, several(coordinates, polygon)};
+  if (type == "LineString") return {false, {line(coordinates, "")}};
+  if (type == "MultiLineString") return {false, several(coordinates, line)};
+  if (isGeometry(json)) throw FeatureError("a " + type.get<std::string>() + " has no outline");
+  throw FeatureError(excerpt(json) + " is not a geometry");
+}
+
+}  // namespace tool

@@ -1,0 +1,17 @@
+// SPDX-License-Identifier: MIT
+//
+// The program `cntr`. Start with commandline.h; each subcommand is a file in commands/.
+
+#include <tools/commandline.h>
+
+#include <exception>
+#include <iostream>
+
+int main(int argc, char** argv) {
+  try {
+    return tool::run(argc, argv, std::cout, std::cerr);
+  } catch (const std::exception& error) {
+    std::cerr << "cntr: " << error.what() << '\n';
+    return 2;
+  }
+}
