@@ -13,6 +13,7 @@ namespace {
 
 using cntr::index::Box;
 using cntr::index::edgeBox;
+using cntr::index::largestCoordinate;
 using cntr::index::overlaps;
 
 constexpr double infinity = std::numeric_limits<double>::infinity();
@@ -102,6 +103,28 @@ TEST(BoxTest, SharesNothingThroughAnUpperCornerThatIsNotANumber) {
   EXPECT_FALSE(overlaps({0, 0, 1, nan}, other));
   EXPECT_TRUE(overlaps({nan, 0, 1, 1}, other));
   EXPECT_TRUE(overlaps({0, nan, 1, 1}, other));
+}
+
+TEST(BoxTest, TellsTheSquaredDistanceOfAPoint) {
+  const Box box{0, 0, 2, 4};
+  EXPECT_EQ(squaredDistance(box, {1, 1}), 0);
+  EXPECT_EQ(squaredDistance(box, {2, 4}), 0);
+  EXPECT_EQ(squaredDistance(box, {5, 1}), 9);
+  EXPECT_EQ(squaredDistance(box, {-3, 1}), 9);
+  EXPECT_EQ(squaredDistance(box, {1, 7}), 9);
+  EXPECT_EQ(squaredDistance(box, {1, -3}), 9);
+  EXPECT_EQ(squaredDistance(box, {5, 8}), 25);
+  EXPECT_EQ(squaredDistance(Box(), {5, 8}), infinity);
+}
+
+TEST(BoxTest, TellsTheLargestSizeOfACoordinate) {
+  const Box box{-3, -5, 2, 4};
+  EXPECT_EQ(largestCoordinate(box, {0, 0}), 5);
+  EXPECT_EQ(largestCoordinate(box, {-9, 0}), 9);
+  EXPECT_EQ(largestCoordinate(box, {0, 7}), 7);
+  EXPECT_EQ(largestCoordinate({0, 0, 6, 1}, {0, 0}), 6);
+  EXPECT_EQ(largestCoordinate({-8, 0, 6, 1}, {0, 0}), 8);
+  EXPECT_EQ(largestCoordinate({0, 0, 1, 10}, {0, 0}), 10);
 }
 
 }  // namespace

@@ -1,0 +1,106 @@
+// SPDX-License-Identifier: MIT
+//
+// The tree of boxes sorted by place, compared with a look at every box.
+
+#include <cntr/index/boxtree.h>
+
+#include <algorithm>
+#include <limits>
+#include <vector>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <tests/support/repetitions.h>
+#include <tests/support/shapes.h>
+
+namespace {
+
+using cntr::index::Box;
+using cntr::index::BoxTree;
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+using Numbers = std::vector<std::size_t>;
+
+constexpr double infinity = std::numeric_limits<double>::infinity();
+
+/// A box with corners on a grid, so that many touch.
+Box anyBox(shapes::Random& random, std::size_t gridSize) {
+  const auto x = static_cast<double>(random.below(gridSize));
+  const auto y = static_cast<double>(random.below(gridSize));
+  return {x, y, x + static_cast<double>(random.below(4)), y + static_cast<double>(random.below(4))};
+}
+
+std::vector<Box> anyBoxes(shapes::Random& random) {
+  std::vector<Box> boxes(random.below(300));
+  const std::size_t gridSize = 1 + random.below(60);
+  for (Box& box : boxes) box = anyBox(random, gridSize);
+  return boxes;
+}
+
+TEST(BoxTreeTest, WithoutBoxesFindsNothing) {
+  const BoxTree tree({});
+  EXPECT_THAT(tree.touching({-infinity, -infinity, infinity, infinity}), IsEmpty());
+  tree.forEachByDistance(
+      {0, 0}, [] { return infinity; }, [](std::size_t) { ADD_FAILURE(); });
+}
+
+TEST(BoxTreeTest, FindsBoxesThatTouchInAscendingOrder) {
+  const BoxTree tree({{4, 0, 5, 1}, {0, 0, 1, 1}, {2, 0, 3, 1}, {1, 1, 2, 2}});
+  EXPECT_THAT(tree.touching({1, 0, 2, 1}), ElementsAre(1, 2, 3));
+  EXPECT_THAT(tree.touching({-9, -9, 9, 9}), ElementsAre(0, 1, 2, 3));
+  EXPECT_THAT(tree.touching({0, 5, 9, 9}), IsEmpty());
+  EXPECT_EQ(tree.bounds().minX, 0);
+  EXPECT_EQ(tree.bounds().maxX, 5);
+  EXPECT_EQ(tree.bounds().maxY, 2);
+}
+
+TEST(BoxTreeTest, FindsTheSameBoxesAsALookAtEveryOne) {
+  shapes::Random random(31);
+  for (std::size_t i = 0; i < repetitions(500); ++i) {
+    const std::vector<Box> boxes = anyBoxes(random);
+    const BoxTree tree(boxes);
+    const Box wanted = anyBox(random, 60);
+    Numbers expected;
+    for (std::size_t k = 0; k < boxes.size(); ++k) {
+      if (overlaps(boxes[k], wanted)) expected.push_back(k);
+    }
+    ASSERT_EQ(tree.touching(wanted), expected) << "round " << i;
+  }
+}
+
+TEST(BoxTreeTest, VisitsEveryBoxOnceByDistanceWhileThereIsNoLimit) {
+  shapes::Random random(32);
+  for (std::size_t i = 0; i < repetitions(100); ++i) {
+    const std::vector<Box> boxes = anyBoxes(random);
+    Numbers visited;
+    BoxTree(boxes).forEachByDistance(
+        {20, 20}, [] { return infinity; }, [&](std::size_t number) { visited.push_back(number); });
+    std::sort(visited.begin(), visited.end());
+    ASSERT_EQ(visited.size(), boxes.size());
+    for (std::size_t k = 0; k < visited.size(); ++k) EXPECT_EQ(visited[k], k);
+  }
+}
+
+TEST(BoxTreeTest, FindsTheNearestBoxByLoweringTheLimitWithoutVisitingMany) {
+  shapes::Random random(33);
+  std::size_t visits = 0;
+  for (std::size_t i = 0; i < repetitions(500); ++i) {
+    std::vector<Box> boxes(2000);
+    for (Box& box : boxes) box = anyBox(random, 300);
+    const qcVector<2> p(random.uniform(-50, 350), random.uniform(-50, 350));
+    double best = infinity;
+    BoxTree(boxes).forEachByDistance(
+        p, [&] { return best; },
+        [&](std::size_t number) {
+          best = std::min(best, squaredDistance(boxes[number], p));
+          ++visits;
+        });
+    double expected = infinity;
+    for (const Box& box : boxes) expected = std::min(expected, squaredDistance(box, p));
+    ASSERT_EQ(best, expected) << "round " << i;
+  }
+  EXPECT_LT(visits, 40 * repetitions(500));
+}
+
+}  // namespace
