@@ -5,6 +5,7 @@
 
 #pragma once
 
+#include <cstddef>
 #include <optional>
 #include <vector>
 
@@ -12,10 +13,14 @@
 
 namespace cntr::compute {
 
-/// Walks the boundary from the first edge that certainly lies on the outside of the figure, turning
-/// onto every edge that it meets, until it is back where it started. `probe` is how far from the
-/// middle of an edge its two sides are tested. Nothing when no edge can start the walk, or when the
-/// walk comes back to a state that it has been in without meeting its start.
+/// The first edge, from vertex i to i + 1, that certainly lies on the outside of the figure: nothing
+/// but its neighbours meets it, and one of its sides, tested `probe` from its middle, is outside.
+/// The closing edge is not tried.
+std::optional<std::size_t> startingEdge(const Outline& boundary, double probe);
+
+/// Walks the boundary from the starting edge on, turning onto every edge that it meets, until it is
+/// back where it started. Nothing when there is no starting edge, or when the walk comes back to a
+/// state that it has been in without meeting its start.
 std::optional<std::vector<qcVector<2>>> traceBoundary(const Outline& boundary, double probe);
 
 /// The first of the loops that are left when `traced` is cut where it touches itself within 1e-6,

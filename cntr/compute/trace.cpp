@@ -28,13 +28,6 @@ bool liesOutside(const Outline& boundary, std::size_t i, double probe) {
           boundary.rayCrossingsFrom(right, true) == 0);
 }
 
-std::optional<std::size_t> startingEdge(const Outline& boundary, double probe) {
-  for (std::size_t i = 0; i + 1 < boundary.size(); ++i) {
-    if (liesOutside(boundary, i, probe)) return i;
-  }
-  return {};
-}
-
 /// Where a walk stands: a point, the vertex that bounds its edge ahead, and the direction.
 struct State {
   qcVector<2> point;
@@ -71,6 +64,13 @@ State step(const Outline& boundary, const State& from) {
 }
 
 }  // namespace
+
+std::optional<std::size_t> startingEdge(const Outline& boundary, double probe) {
+  for (std::size_t i = 0; i + 1 < boundary.size(); ++i) {
+    if (liesOutside(boundary, i, probe)) return i;
+  }
+  return {};
+}
 
 std::optional<std::vector<qcVector<2>>> traceBoundary(const Outline& boundary, double probe) {
   const std::optional<std::size_t> first = startingEdge(boundary, probe);

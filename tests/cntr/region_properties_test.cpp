@@ -260,17 +260,23 @@ TEST(RegionPropertiesTest, BoundariesAreTracedAsThePlainOnes) {
   // Also those that cross nothing, which the region's own functions never trace.
   shapes::Random random(110);
   std::size_t traced = 0;
+  const auto orThrow = [](auto answer) {
+    if (!answer) throw plain::Error{plain::Error::badParams, "invalid contour"};
+    return *answer;
+  };
   forEachRound(repetitions(2000), [&](std::size_t) {
     const plain::Region region{shapes::any(random.next(), 60).points, {}};
     if (region.points.size() < 3) return;
+    const cntr::compute::Outline outline(region.points);
+    const double probe = 0.01 * plain::medianFeatureSize(plain::boundary(region));
+    EXPECT_TRUE(agree(
+        [&] { return static_cast<long>(orThrow(cntr::compute::startingEdge(outline, probe))); },
+        [&] { return static_cast<long>(plain::startingEdge(region)); }));
     EXPECT_TRUE(agree(
         [&] {
-          const cntr::compute::Outline outline(region.points);
-          const double probe = 0.01 * plain::medianFeatureSize(plain::boundary(region));
-          const auto points = cntr::compute::traceBoundary(outline, probe);
-          if (!points) throw plain::Error{plain::Error::badParams, "invalid contour"};
+          const auto points = orThrow(cntr::compute::traceBoundary(outline, probe));
           ++traced;
-          return *points;
+          return points;
         },
         [&] { return plain::tracedBoundary(region); }));
   });

@@ -221,16 +221,19 @@ TEST(RegionRepairTest, AWalkThatNeverComesBackIsGivenUp) {
   EXPECT_EQ(badParamsOf([] { hullOf(walkWithoutReturn()); }), L"invalid contour");
 }
 
-TEST(RegionRepairTest, BothCausesOfAnInvalidContourOccur) {
-  const cntr::compute::Outline noStart(pentagram());
-  const cntr::compute::Outline noReturn(walkWithoutReturn());
+TEST(RegionRepairTest, AnInvalidContourHasNoStartOrNoReturn) {
+  using cntr::compute::Outline;
+  const Outline noStart(pentagram());
+  EXPECT_FALSE(cntr::compute::startingEdge(noStart, 0.1));
   EXPECT_FALSE(cntr::compute::traceBoundary(noStart, 0.1));
+  const Outline noReturn(walkWithoutReturn());
+  EXPECT_EQ(cntr::compute::startingEdge(noReturn, 0.04), 0U);
   EXPECT_FALSE(cntr::compute::traceBoundary(noReturn, 0.04));
-  // Without the crossing at its end the walk comes back: it could be started.
+  // Moved away from the vertex that it goes through, the last edge lets the walk return.
   Points returning = walkWithoutReturn();
   returning[10] = {3, 5.1};
   returning[11] = {-1, 5.1};
-  EXPECT_TRUE(cntr::compute::traceBoundary(cntr::compute::Outline(returning), 0.04));
+  EXPECT_TRUE(cntr::compute::traceBoundary(Outline(returning), 0.04));
 }
 
 TEST(RegionRepairTest, ATraceThatIsOnePlaceLeavesNoLoop) {
