@@ -59,8 +59,9 @@ Geometry fitted(const std::vector<cv::Point2f>& points) {
 /// The larger of the differences of centre and shape against the first radius.
 double difference(const Geometry& ours, const cv::RotatedRect& theirs) {
   const Shape m = shapeOf(ours.radius1, ours.radius2, ours.rotation.toDouble());
-  const Shape n = shapeOf(theirs.size.width / 2.0, theirs.size.height / 2.0,
-                          theirs.angle * 0.017453292519943295);
+  const auto real = [](float value) { return static_cast<double>(value); };
+  const Shape n = shapeOf(real(theirs.size.width) / 2.0, real(theirs.size.height) / 2.0,
+                          real(theirs.angle) * 0.017453292519943295);
   const double shape = std::abs(m.xx - n.xx) + std::abs(m.xy - n.xy) + std::abs(m.yy - n.yy);
   const double center = ours.center.distance(qcVector<2>(theirs.center.x, theirs.center.y));
   return std::max(center / ours.radius1, shape / (ours.radius1 * ours.radius1));
