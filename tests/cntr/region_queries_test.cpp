@@ -124,7 +124,7 @@ TEST(RegionInsideTest, NearACornerOfTheBoxTheRayCanFallShortOfTheFarSide) {
 TEST(RegionInsideTest, NoNumberIsOutside) {
   const qcRegion region(square(0, 0, 10), keep);
   EXPECT_FALSE(region.inside({std::nan(""), 5}, true));
-  EXPECT_FALSE(region.inside({5, INFINITY}, true));
+  EXPECT_FALSE(region.inside({5, HUGE_VAL}, true));
 }
 
 TEST(RegionInsideTest, NeedsTwoVertices) {
