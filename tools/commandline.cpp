@@ -28,6 +28,8 @@ void addCommands(CLI::App& app, Session& session) {
   app.set_version_flag("--version", "cntr " CNTR_VERSION);
   app.set_help_all_flag("--help-all", "Print the help of all subcommands and exit");
   addMeasure(app, session);
+  addQuery(app, session);
+  addRepair(app, session);
   addDraw(app, session);
 }
 

@@ -32,13 +32,7 @@ double signedArea(const Points& outline) {
   return sum;
 }
 
-/// The same outline with positive area in the file's coordinates. Moments need it: a clockwise
-/// outline with reflex corners has no meaningful ones.
-Points counterClockwise(const Points& outline) {
-  if (signedArea(outline) >= 0.0) return outline;
-  return {outline.rbegin(), outline.rend()};
-}
-
+/// A clockwise outline with reflex corners has no meaningful moments.
 qc_InertiaData solid(const Points& outline) {
   return qf_InertiaDataPolygon(counterClockwise(outline));
 }
@@ -71,6 +65,11 @@ qcRegionSet makeRegionSet(const std::vector<Part>& parts, bool withHoles) {
     regions.push_back(withHoles ? makeRegionWithHoles(part) : makeRegion(part.outline));
   }
   return {regions, asGiven};
+}
+
+Points counterClockwise(const Points& outline) {
+  if (signedArea(outline) >= 0.0) return outline;
+  return {outline.rbegin(), outline.rend()};
 }
 
 qcRect boxOf(const Points& points) {

@@ -23,6 +23,9 @@ RegionHandle makeRegionWithHoles(const Part& part);
 /// A new set of new regions, one for each part: none of them has been asked anything yet.
 qcRegionSet makeRegionSet(const std::vector<Part>& parts, bool withHoles);
 
+/// The same outline with positive area in the file's coordinates.
+Points counterClockwise(const Points& outline);
+
 /// The smallest rectangle around at least two points.
 qcRect boxOf(const Points& points);
 

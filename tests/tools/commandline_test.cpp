@@ -40,11 +40,12 @@ TEST(CommandLine, HelpIsAllWell) {
   const auto result = run({"--help"});
   EXPECT_EQ(result.status, 0);
   EXPECT_EQ(result.messages, "");
-  for (const char* command : {"measure", "draw"}) EXPECT_THAT(result.out, HasSubstr(command));
+  for (const char* command : {"measure", "query", "repair", "draw"})
+    EXPECT_THAT(result.out, HasSubstr(command));
 }
 
 TEST(CommandLine, EveryCommandHasHelpWithExamples) {
-  for (const char* command : {"measure", "draw"}) {
+  for (const char* command : {"measure", "query", "repair", "draw"}) {
     const auto result = run({command, "--help"});
     EXPECT_EQ(result.status, 0);
     EXPECT_THAT(result.out, HasSubstr(std::string("\n  cntr ") + command + " ")) << command;

@@ -14,6 +14,8 @@ class App;
 namespace tool {
 
 void addMeasure(CLI::App& app, Session& session);
+void addQuery(CLI::App& app, Session& session);
+void addRepair(CLI::App& app, Session& session);
 void addDraw(CLI::App& app, Session& session);
 
 }  // namespace tool

@@ -116,7 +116,7 @@ void addMeasure(CLI::App& app, Session& session) {
   const auto options = std::make_shared<Options>();
   CLI::App& command = *app.add_subcommand("measure", "Measure every outline");
   addFiles(command, options->files);
-  command.add_flag("--json", options->json, "Write JSON, numbers with all their digits");
+  addJson(command, options->json);
   addNames(command, "--columns", options->columns, "Show these columns, in this order");
   command.add_flag("--all", options->all, "Show all columns")->excludes("--columns");
   addHoles(command, options->withHoles);

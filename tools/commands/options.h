@@ -25,6 +25,10 @@ inline CLI::Option* addNames(CLI::App& command, const std::string& option,
       ->type_name("NAME,");
 }
 
+inline void addJson(CLI::App& command, bool& json) {
+  command.add_flag("--json", json, "Write JSON, numbers with all their digits");
+}
+
 /// --holes and --no-holes.
 inline void addHoles(CLI::App& command, bool& withHoles) {
   command.add_flag("--holes,!--no-holes", withHoles,

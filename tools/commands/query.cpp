@@ -1,0 +1,123 @@
+// SPDX-License-Identifier: MIT
+//
+// cntr query: one question about a point, a segment or a direction, asked of every feature.
+
+#include <memory>
+#include <optional>
+
+#include <tools/commands/commands.h>
+#include <tools/commands/options.h>
+#include <tools/input/numberlist.h>
+#include <tools/questions.h>
+
+namespace tool {
+
+namespace {
+
+struct Options {
+  std::vector<std::string> files;
+  std::optional<std::string> point;
+  std::optional<std::string> segment;
+  std::optional<std::string> direction;
+  bool zeroInside = false;
+  bool endTouches = false;
+  bool withHoles = true;
+  bool json = false;
+};
+
+std::vector<double> numbers(const char* option, const std::string& text, std::size_t count,
+                            const char* form) {
+  if (const auto parsed = parseNumbers(text, count)) return *parsed;
+  throw CLI::ValidationError(option, "'" + text + "' is not of the form " + form);
+}
+
+Question questionOf(const Options& options) {
+  if (options.point) {
+    const auto n = numbers("--point", *options.point, 2, "X,Y");
+    return askPoint({n[0], n[1]}, options.withHoles, options.zeroInside);
+  }
+  if (options.segment) {
+    const auto n = numbers("--segment", *options.segment, 4, "X1,Y1,X2,Y2");
+    return askSegment({n[0], n[1]}, {n[2], n[3]}, options.withHoles, options.endTouches);
+  }
+  return askDirection(numbers("--direction", options.direction.value(), 1, "DEGREES")[0]);
+}
+
+/// The name of the file is shown in JSON, and in a table of several.
+bool showsFile(const Options& options) { return options.json || options.files.size() > 1; }
+
+Row heading(const Document& document, const Feature& feature, bool withFile) {
+  Row row;
+  if (withFile) row.emplace_back(document.name);
+  row.emplace_back(feature.number);
+  row.push_back(feature.label ? Cell(std::size_t{*feature.label}) : Cell());
+  return row;
+}
+
+std::unique_ptr<RowWriter> makeWriter(const Options& options, const Question& question,
+                                      std::ostream& out) {
+  std::vector<std::string> columns{"feature", "label"};
+  if (showsFile(options)) columns.insert(columns.begin(), "file");
+  columns.insert(columns.end(), question.columns.begin(), question.columns.end());
+  return options.json ? makeJsonRows(out, columns)
+                      : makeTable(out, columns, EmptyColumns::eLeftOut);
+}
+
+void query(const Options& options, Session& session) {
+  const Question question = questionOf(options);
+  const auto writer = makeWriter(options, question, session.out);
+  forEachFeature(options.files, session.diagnostics,
+                 [&](const Document& document, const Feature& feature) {
+                   for (const Row& answer : question.answer(feature.geometry)) {
+                     Row row = heading(document, feature, showsFile(options));
+                     row.insert(row.end(), answer.begin(), answer.end());
+                     writer->write(std::move(row));
+                   }
+                 });
+  writer->finish();
+}
+
+constexpr const char* help =
+    "--point answers for each feature whether the point is inside, the distance to the nearest "
+    "point\n"
+    "of a boundary, that point, and the nearest vertex. --segment lists the crossings with each\n"
+    "feature in order along the segment, a vertex on it once for each of its two edges; "
+    "--direction\n"
+    "answers the vertex farthest in that direction.\n"
+    "Vertices are counted from 0 as in the file, parts and holes from 1; a boundary without the\n"
+    "number of a hole is an outline.\n\n"
+    "Examples:\n"
+    "  cntr query --point 100,56 samples/coins.geojson\n"
+    "  cntr query --segment 0,50,384,50 --json samples/coins.geojson\n"
+    "  cntr query --direction 90 samples/cell.geojson";
+
+void addQuestions(CLI::App& command, Options& options) {
+  CLI::App& question = *command.add_option_group("Question", "One of these:");
+  question.add_option("--point", options.point, "Ask about a point")->type_name("X,Y");
+  question.add_option("--segment", options.segment, "Ask for the crossings with a segment")
+      ->type_name("X1,Y1,X2,Y2");
+  question
+      .add_option("--direction", options.direction,
+                  "Ask for the extremal vertex, in degrees from the x axis towards the y axis")
+      ->type_name("DEGREES");
+  question.require_option(1);
+}
+
+}  // namespace
+
+void addQuery(CLI::App& app, Session& session) {
+  const auto options = std::make_shared<Options>();
+  CLI::App& command = *app.add_subcommand("query", "Ask about a point, a segment or a direction");
+  addFiles(command, options->files);
+  addQuestions(command, *options);
+  command.add_flag("--zero-inside", options->zeroInside,
+                   "With --point: the distance of a point inside is 0");
+  command.add_flag("--end-touches", options->endTouches,
+                   "With --segment: count edges that pass through an end of the segment");
+  addHoles(command, options->withHoles);
+  addJson(command, options->json);
+  command.footer(help);
+  command.callback([options, &session] { query(*options, session); });
+}
+
+}  // namespace tool
