@@ -244,7 +244,8 @@ TEST_F(RegionTTest, ARegionFromDataHasTheirPositionsAsPointsAndTheLabel) {
 
 TEST_F(RegionTTest, TheSecondNumberIsALabelAndNotARepairMode) {
   const Points bow = {{0.0, 0.0}, {4.0, 4.0}, {4.0, 0.0}, {0.0, 4.0}};
-  for (const unsigned long label : {qcContourDefs::eOuterHull, qcContourDefs::eRegularize}) {
+  static_assert(qcContourDefs::eOuterHull == 1 && qcContourDefs::eRegularize == 2);
+  for (const unsigned long label : {1UL, 2UL}) {
     const RegionT region(edgeletsAt(bow), label);
     EXPECT_EQ(region.points(), bow);
     EXPECT_EQ(region.label(), label);
