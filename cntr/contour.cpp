@@ -7,7 +7,7 @@
 #include <cntr/contour.h>
 
 #include <cntr/cache/contourcache.h>
-#include <platform/core/archive.h>
+#include <platform/core/record.h>
 
 namespace {
 
@@ -115,11 +115,8 @@ qc_ContourCache& qcContour::cache() const {
 }
 
 void qcContour::dispatchSerialize(qcArchive& archive) {
-  if (haveVisited(this, sizeof(*this))) return;
-  unsigned char version = 1;
-  archive || version;
-  qcContour::serialize_(archive, version);
-  setVisited(this, sizeof(*this));
+  qc_Record::transferOnce(archive, *this, 1,
+                          [&](unsigned char version) { qcContour::serialize_(archive, version); });
 }
 
 void qcContour::serialize_(qcArchive& archive, unsigned char version) {

@@ -7,7 +7,7 @@
 #include <cntr/region.h>
 
 #include <cntr/cache/regioncache.h>
-#include <platform/core/archive.h>
+#include <platform/core/record.h>
 
 namespace {
 
@@ -110,11 +110,8 @@ qc_RegionCache& qcRegion::regionCache() const {
 }
 
 void qcRegion::dispatchSerialize(qcArchive& archive) {
-  if (haveVisited(this, sizeof(*this))) return;
-  unsigned char version = 1;
-  archive || version;
-  qcRegion::serialize_(archive, version);
-  setVisited(this, sizeof(*this));
+  qc_Record::transferOnce(archive, *this, 1,
+                          [&](unsigned char version) { qcRegion::serialize_(archive, version); });
 }
 
 void qcRegion::serialize_(qcArchive& archive, unsigned char version) {

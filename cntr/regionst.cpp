@@ -6,7 +6,7 @@
 #include <cntr/regionst.h>
 
 #include <cntr/cache/regionsetcache.h>
-#include <platform/core/archive.h>
+#include <platform/core/record.h>
 
 namespace {
 
@@ -114,11 +114,8 @@ qc_RegionSetCache& qcRegionSet::cache() const {
 }
 
 void qcRegionSet::dispatchSerialize(qcArchive& archive) {
-  if (haveVisited(this, sizeof(*this))) return;
-  unsigned char version = 1;
-  archive || version;
-  qcRegionSet::serialize_(archive, version);
-  setVisited(this, sizeof(*this));
+  qc_Record::transferOnce(
+      archive, *this, 1, [&](unsigned char version) { qcRegionSet::serialize_(archive, version); });
 }
 
 void qcRegionSet::serialize_(qcArchive& archive, unsigned char version) {

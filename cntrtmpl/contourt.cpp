@@ -5,7 +5,7 @@
 
 #include <cntrtmpl/contourt.h>
 
-#include <platform/core/archive.h>
+#include <platform/core/record.h>
 
 namespace {
 
@@ -120,11 +120,8 @@ void qcContourT<Datum>::makePointsConsistentWithData() {
 
 template <class Datum>
 void qcContourT<Datum>::dispatchSerialize(qcArchive& archive) {
-  if (haveVisited(this, sizeof(*this))) return;
-  unsigned char version = 1;
-  archive || version;
-  qcContourT::serialize_(archive, version);
-  setVisited(this, sizeof(*this));
+  qc_Record::transferOnce(archive, *this, 1,
+                          [&](unsigned char version) { qcContourT::serialize_(archive, version); });
 }
 
 template <class Datum>

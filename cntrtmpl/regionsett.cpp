@@ -5,7 +5,7 @@
 
 #include <cntrtmpl/regionsett.h>
 
-#include <platform/core/archive.h>
+#include <platform/core/record.h>
 
 template <class Datum>
 qc_Instantiator qcRegionSetT<Datum>::sExemplar(typeid(qcRegionSetT<Datum>),
@@ -61,11 +61,9 @@ void qcRegionSetT<Datum>::makePointsConsistentWithData() {
 
 template <class Datum>
 void qcRegionSetT<Datum>::dispatchSerialize(qcArchive& archive) {
-  if (haveVisited(this, sizeof(*this))) return;
-  unsigned char version = 0;
-  archive || version;
-  qcRegionSetT::serialize_(archive, version);
-  setVisited(this, sizeof(*this));
+  qc_Record::transferOnce(archive, *this, 0, [&](unsigned char version) {
+    qcRegionSetT::serialize_(archive, version);
+  });
 }
 
 template <class Datum>

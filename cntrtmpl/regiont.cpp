@@ -5,7 +5,7 @@
 
 #include <cntrtmpl/regiont.h>
 
-#include <platform/core/archive.h>
+#include <platform/core/record.h>
 
 namespace {
 
@@ -92,11 +92,8 @@ void qcRegionT<Datum>::mapT(const qcXform<2>& /*xform*/, qcRegionT& /*dest*/) co
 
 template <class Datum>
 void qcRegionT<Datum>::dispatchSerialize(qcArchive& archive) {
-  if (this->haveVisited(this, sizeof(*this))) return;
-  unsigned char version = 0;
-  archive || version;
-  qcRegionT::serialize_(archive, version);
-  this->setVisited(this, sizeof(*this));
+  qc_Record::transferOnce(archive, *this, 0,
+                          [&](unsigned char version) { qcRegionT::serialize_(archive, version); });
 }
 
 template <class Datum>

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// The frame that the records of shapes and transforms share, for their dispatchSerialize functions.
+// The frame that all records share, for the dispatchSerialize functions of archivable classes.
 // What a record is: persistent.h; the encoding: archive.h.
 
 #pragma once
@@ -16,18 +16,20 @@ class qc_Record {
   template <class Object, class... Values>
   static void transfer(qcArchive& archive, Object& object, const char* className,
                        Values&... values) {
-    transferOnce(archive, object, [&](unsigned char version) {
+    transferOnce(archive, object, 0, [&](unsigned char version) {
       checkVersion(version, className);
       transferBody(archive, object, values...);
     });
   }
 
-  /// Nothing when `object` has been visited; else a version byte (0 when storing), handed to
-  /// `body(version)` for the rest of the record, after which the object counts as visited.
+  /// Nothing when `object` has been visited; else a version byte (`currentVersion` when storing),
+  /// handed to `body(version)` for the rest of the record, after which the object counts as
+  /// visited.
   template <class Object, class Body>
-  static void transferOnce(qcArchive& archive, Object& object, Body body) {
+  static void transferOnce(qcArchive& archive, Object& object, unsigned char currentVersion,
+                           Body body) {
     if (qcPersistent::haveVisited(&object, sizeof(Object))) return;
-    unsigned char version = 0;
+    unsigned char version = currentVersion;
     archive || version;
     body(version);
     qcPersistent::setVisited(&object, sizeof(Object));

@@ -36,7 +36,7 @@ Handle qc2XformLinear::composeBase(const qc2XformBase& other) const {
 Handle qc2XformLinear::inverseBase() const { return Handle(new qc2XformLinear(xform_.inverse())); }
 
 void qc2XformLinear::dispatchSerialize(qcArchive& archive) {
-  qc_Record::transferOnce(archive, *this,
+  qc_Record::transferOnce(archive, *this, 0,
                           [&](unsigned char version) { serialize_(archive, version); });
 }
 
@@ -73,7 +73,7 @@ Handle qc2Rigid::inverseBase() const {
 }
 
 void qc2Rigid::dispatchSerialize(qcArchive& archive) {
-  qc_Record::transferOnce(archive, *this,
+  qc_Record::transferOnce(archive, *this, 0,
                           [&](unsigned char version) { serialize_(archive, version); });
 }
 
