@@ -196,6 +196,19 @@ TEST(ContourTRecordTest, LoadingForgetsAnswersAndSendsANotice) {
   EXPECT_EQ(contour.length(), 2.0 * qcVector<2>(2.0, 2.0).len());
 }
 
+TEST(ContourTRecordTest, ARefusedLoadLeavesTheVerticesLoadedAndTheRestAsItWas) {
+  const Edgelets data = edgeletsAt(squarePoints());
+  ContourT contour(data);
+  const XformHandle xform = contour.dataFromPointsXform();
+  const std::string withoutLastByte = contourRecord.substr(0, contourRecord.size() - 1);
+  EXPECT_THROW(load(withoutLastByte, contour), qcArchive::Truncated);
+  EXPECT_EQ(contour.points(), Points({{0.0, 2.0}, {2.0, 4.0}}));
+  EXPECT_EQ(contour.data(), data);
+  EXPECT_TRUE(contour.dataFromPointsXform() == xform);
+  contour.data(contour.data());
+  EXPECT_EQ(contour.points(), squarePoints());
+}
+
 TEST(ContourTRecordTest, CopiesThatWereStoredTogetherStillShareTheirTransform) {
   ContourT first = sampleContour();
   ContourT copy(first);
@@ -472,6 +485,14 @@ TEST(RegionSetTRecordTest, LoadingForgetsAnswers) {
   EXPECT_EQ(set.area(true), 16.0);
   load(fromHex("00 01 00 00 00000000 03000000 00 00000000"), set);
   EXPECT_EQ(set.area(true), 0.0);
+}
+
+TEST(RegionSetTRecordTest, ARefusedLoadLeavesThePlainRegionsLoadedAndTheListWithDataAsItWas) {
+  const RegionSetT::RegionsT before = {Handle(new RegionT(edgeletsAt(squarePoints()), 1))};
+  RegionSetT set(before);
+  EXPECT_THROW(load(setRecord.substr(0, setRecord.size() - 1), set), qcArchive::Truncated);
+  EXPECT_EQ(set.regions().size(), 2U);
+  EXPECT_EQ(set.regionsT(), before);
 }
 
 TEST(RegionSetTRecordTest, TheSameSetTwiceIsWrittenOnce) {
