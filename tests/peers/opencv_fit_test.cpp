@@ -63,7 +63,8 @@ double difference(const Geometry& ours, const cv::RotatedRect& theirs) {
   const Shape n = shapeOf(real(theirs.size.width) / 2.0, real(theirs.size.height) / 2.0,
                           real(theirs.angle) * 0.017453292519943295);
   const double shape = std::abs(m.xx - n.xx) + std::abs(m.xy - n.xy) + std::abs(m.yy - n.yy);
-  const double center = ours.center.distance(qcVector<2>(theirs.center.x, theirs.center.y));
+  const double center =
+      ours.center.distance(qcVector<2>(real(theirs.center.x), real(theirs.center.y)));
   return std::max(center / ours.radius1, shape / (ours.radius1 * ours.radius1));
 }
 
