@@ -22,6 +22,15 @@ void* operator new(std::size_t size) {
   throw std::bad_alloc();
 }
 
+// Without this one the address sanitizer would supply its own, whose blocks are not free()'s.
+void* operator new(std::size_t size, const std::nothrow_t& /*tag*/) noexcept {
+  try {
+    return operator new(size);
+  } catch (const std::bad_alloc&) {
+    return nullptr;
+  }
+}
+
 void operator delete(void* block) noexcept { std::free(block); }
 
 void operator delete(void* block, std::size_t /*size*/) noexcept { std::free(block); }
