@@ -10,6 +10,7 @@
 #include <vector>
 
 #include <platform/core/vector.h>
+#include <platform/image/edgelet.h>
 
 namespace tool {
 
@@ -20,6 +21,8 @@ using Points = std::vector<qcVector<2>>;
 struct Part {
   Points outline;
   std::vector<Points> holes;
+  /// One for each vertex of the outline, or none at all.
+  std::vector<qcEdgelet> edgelets;
 };
 
 struct Geometry {

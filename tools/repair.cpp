@@ -44,7 +44,7 @@ qcRegionSet repairedSet(const qcRegionSet& set, qcContourDefs::IntersectionMode 
 }
 
 Part partOf(const qcRegion& region) {
-  Part part{region.points(), {}};
+  Part part{region.points(), {}, {}};
   for (const auto& hole : region.holes()) part.holes.push_back(hole->points());
   return part;
 }
@@ -59,6 +59,7 @@ struct Size {
   std::size_t parts = 0;
   std::size_t vertices = 0;
   std::size_t holes = 0;
+  std::size_t edgelets = 0;
   double area = 0.0;
 };
 
@@ -67,6 +68,7 @@ Size sizeOf(const Geometry& geometry) {
   for (const Part& part : geometry.parts) {
     size.vertices += part.outline.size();
     size.holes += part.holes.size();
+    size.edgelets += part.edgelets.size();
     size.area += qf_Area(part.outline);
   }
   return size;
@@ -86,6 +88,7 @@ std::string accountOf(const Size& before, const Size& after, bool stillCrosses) 
   const std::size_t lost = before.holes - after.holes;
   if (lost > 0)
     text += ", " + std::to_string(lost) + (lost == 1 ? " hole" : " holes") + " left out";
+  if (before.edgelets > 0) text += ", edgelets left out";
   return text + (stillCrosses ? ", still crosses itself" : "");
 }
 

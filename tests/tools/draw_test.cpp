@@ -143,6 +143,22 @@ TEST(Draw, ShowsTheCentreLessTheHoles) {
   EXPECT_NEAR(height(polygon({square(0, 0, 10), square(1, 1, 3)})), centre, 1e-9);
 }
 
+TEST(Draw, ShowsEdgeletsAlongTheEdge) {
+  // A gradient along +y has its edge along x, and the other way round.
+  const std::string line =
+      feature("LineString", "[[10,20],[30,20]]", R"("edgelets":[[500,64],[500,0]])");
+  const std::string path = overlaid(line, "edgelets");
+  EXPECT_THAT(path, HasSubstr("d=\"M10.5,20 9.5,20M30,19.5 30,20.5\""));
+  EXPECT_EQ(count(overlaid(polygon({square(0, 0, 2)}), "edgelets"), "<path"), 0);
+}
+
+TEST(Draw, ShowsAllEdgeletsOfTheCell) {
+  const auto result = run({"draw", "--show", "edgelets", "samples/cell-edgelets.geojson"});
+  const std::size_t overlay = result.out.find("<g class=\"overlay\"");
+  const std::size_t labels = result.out.find("<g class=\"labels\"");
+  EXPECT_EQ(count(result.out.substr(overlay, labels - overlay), "M"), 490);
+}
+
 TEST(Draw, ShowsSeveralOverlaysWithALegend) {
   const std::string picture =
       drawn(polygon({square(0, 0, 2)}), {"--show", "hull,ellipse,circle,rectangle,centre"});

@@ -174,12 +174,15 @@ TEST(Repair, KeepsAllThatIsNotTheOutline) {
 }
 
 TEST(Repair, DropsWhatDescribedTheOldOutline) {
-  Json file = Json::parse(collection({polygon({bowTie}, R"("label":1,"edgelets":[])"),
-                                      polygon({square(0, 0, 4)}, R"("edgelets":[])")}));
+  Json file = Json::parse(
+      collection({polygon({bowTie}, R"("label":1,"edgelets":[[1,2],[3,4],[5,6],[7,8]])"),
+                  polygon({square(0, 0, 4)}, R"("edgelets":[[1,2],[3,4],[5,6],[7,8]])")}));
   const Json box = Json::array({0, 0, 4, 4});
   file["bbox"] = box;
   for (Json& one : file["features"]) one["bbox"] = one["geometry"]["bbox"] = box;
-  const Json after = repaired(file.dump()).file;
+  const Outcome outcome = repaired(file.dump());
+  const Json& after = outcome.file;
+  EXPECT_THAT(outcome.report, HasSubstr(", edgelets left out\n"));
   EXPECT_FALSE(after.contains("bbox"));
   EXPECT_FALSE(after["features"][0].contains("bbox"));
   EXPECT_FALSE(after["features"][0]["geometry"].contains("bbox"));

@@ -78,7 +78,8 @@ void addDraw(CLI::App& app, Session& session) {
       ->check(CLI::IsMember(overlayNames()));
   command.footer(
       "The picture is as large as the image where the file says how large that is (members width\n"
-      "and height of the collection), else as the outlines.\n\n"
+      "and height of the collection), else as the outlines. edgelets shows the edge elements of\n"
+      "features that have them, a segment of length 1 along the edge for each.\n\n"
       "Examples:\n"
       "  cntr draw samples/coins.geojson -o coins.svg\n"
       "  cntr draw --show ellipse,centre samples/cell.geojson -o cell.svg");

@@ -2,7 +2,10 @@
 
 #include <tools/draw/overlays.h>
 
+#include <cntrtmpl/regiont.h>
+#include <platform/display/recordingtablet.h>
 #include <tools/draw/svg.h>
+#include <tools/output/numbers.h>
 #include <tools/shapes.h>
 
 namespace tool {
@@ -11,6 +14,8 @@ namespace {
 
 /// Half the length of the strokes of a centre mark, in thousandths of the picture.
 constexpr double markSize = 6.0;
+/// Thin, so that single ones can be told apart; in thousandths of the picture.
+constexpr double edgeletWidth = 0.6;
 
 qcContour contourOf(const Part& part, bool closed) { return {part.outline, closed, 0}; }
 
@@ -43,9 +48,23 @@ std::string centre(const Part& part, bool closed, double unit) {
   return svg::line(at - right, at + right) + svg::line(at - down, at + down);
 }
 
+/// One path of single segments, as the library draws them.
+std::string edgelets(const Part& part, bool, double unit) {
+  if (part.edgelets.empty()) return "";
+  qcRecordingTablet tablet;
+  qcRegionT<qcEdgelet>(part.edgelets, 0).draw(tablet, qcColor::black, qcUITablet::eOverlayLayer);
+  std::vector<Points> segments;
+  for (const auto& drawn : tablet.segments()) {
+    segments.push_back({{drawn.from.x(), drawn.from.y()}, {drawn.to.x(), drawn.to.y()}});
+  }
+  const std::string width = allDigits(edgeletWidth * unit);
+  return svg::path(segments, false, " style=\"stroke-width:" + width + "\"", "");
+}
+
 constexpr Overlay overlays[] = {
-    {"rectangle", "#8c6d1f", rectangle}, {"circle", "#1b8a5a", circle}, {"hull", "#1f5fbf", hull},
-    {"ellipse", "#c2255c", ellipse},     {"centre", "#212529", centre},
+    {"rectangle", "#8c6d1f", rectangle}, {"circle", "#1b8a5a", circle},
+    {"hull", "#1f5fbf", hull},           {"ellipse", "#c2255c", ellipse},
+    {"edgelets", "#d9480f", edgelets},   {"centre", "#212529", centre},
 };
 
 }  // namespace

@@ -5,6 +5,7 @@
 #include <cmath>
 
 #include <tools/errors.h>
+#include <tools/input/edgelets.h>
 #include <tools/input/geometry.h>
 #include <tools/input/text.h>
 
@@ -43,8 +44,11 @@ std::optional<unsigned long> readLabel(const Json& label) {
 Feature readFeature(const Json& json, std::size_t number) {
   if (isGeometry(json)) return {number, std::nullopt, readGeometry(json)};
   if (member(json, "type") != "Feature") throw FeatureError(excerpt(json) + " is not a Feature");
-  return {number, readLabel(member(member(json, "properties"), "label")),
-          readGeometry(member(json, "geometry"))};
+  const Json& properties = member(json, "properties");
+  Feature feature{number, readLabel(member(properties, "label")),
+                  readGeometry(member(json, "geometry"))};
+  readEdgelets(member(properties, "edgelets"), feature.geometry);
+  return feature;
 }
 
 void readFeatures(Document& document, Diagnostics& diagnostics) {

@@ -58,14 +58,14 @@ Points ring(const Json& json, const std::string& place) {
 
 Part line(const Json& json, const std::string& prefix) {
   const std::string place = prefix + "line";
-  Part part{positions(json, place), {}};
+  Part part{positions(json, place), {}, {}};
   require(part.outline, fewestInLine, place);
   return part;
 }
 
 Part polygon(const Json& json, const std::string& prefix) {
   if (array(json, prefix + "coordinates").empty()) throw FeatureError(prefix + "no outline");
-  Part part{ring(json[0], prefix + "outline"), {}};
+  Part part{ring(json[0], prefix + "outline"), {}, {}};
   for (std::size_t k = 1; k < json.size(); ++k) {
     part.holes.push_back(ring(json[k], prefix + "hole " + std::to_string(k)));
   }
