@@ -186,7 +186,7 @@ std::vector<Family> families() {
       {"outline with neighbours exchanged",
        [](Random& r) { return shapes::crossingStar(between(r, 20, 200), r.next()); }},
       {"outline with one vertex displaced", &displaced},
-      {"outline with vertices on its edges", &touching},
+      {"outline that touches its own edges", &touching},
       {"walk on a grid", [](Random& r) { return shapes::gridWalk(r, between(r, 5, 200)); }},
       {"points of a grid", [](Random& r) { return shapes::gridPoints(r, between(r, 5, 30), 10); }},
   };
