@@ -111,6 +111,9 @@ class CNTR_EXPORT qcRegion : public virtual qcContour {
   /// edge that lies on its outside and turns onto every edge that it meets. Where two lobes overlap
   /// the overlap is left out. The result has no holes.
   ///
+  /// A boundary that runs within 1e-6 of itself can leave a result that crosses itself still, one
+  /// that bounds nothing a result of 2 vertices. docs/repair.md tells how often.
+  ///
   /// A region whose outer boundary does not cross itself is copied as it is, holes included; holes
   /// are not examined. Throws BadParams "invalid contour" when no edge can start the walk (every
   /// one is crossed) or the walk never comes back, EmptyContour for fewer than 3 vertices; `dest`,

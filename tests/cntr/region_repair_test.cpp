@@ -216,6 +216,21 @@ TEST(RegionRepairTest, AVertexThatTouchesAnEdgeIsRepairedWithinAMillionth) {
             (Points{{10, 10}, {5, -5e-7}, {0, 10}, {0, 0}, {5, -5e-7}, {10, 10}, {10, 0}}));
 }
 
+TEST(RegionRepairTest, EdgesWithinAMillionthOfOthersCanLeaveAResultThatCrossesItself) {
+  const qcRegion region({{4, 4}, {5e-7, 4}, {3, 3}, {3, 0}, {0, 3}, {3.9999995, 3.0000005}}, keep);
+  qcRegion hull;
+  region.outerHull(hull);
+  EXPECT_TRUE(hull.isSelfIntersecting());
+}
+
+TEST(RegionRepairTest, AFigureThatBoundsNothingIsReducedToAnEdge) {
+  const qcRegion region({{1, 2}, {1, 1}, {2, 4}, {2, 2}, {1, 3}, {1, 1}}, keep);
+  qcRegion hull;
+  region.outerHull(hull);
+  EXPECT_EQ(hull.points(), (Points{{1, 1}, {1, 2}}));
+  EXPECT_EQ(emptyContourOf([&] { hull.area(false); }), L"");
+}
+
 TEST(RegionRepairTest, AWalkThatNeverComesBackIsGivenUp) {
   EXPECT_EQ(badParamsOf([] { regularized(walkWithoutReturn()); }), L"invalid contour");
   EXPECT_EQ(badParamsOf([] { hullOf(walkWithoutReturn()); }), L"invalid contour");
