@@ -12,6 +12,9 @@ namespace {
 
 using Regions = std::vector<RegionHandle>;
 
+constexpr std::size_t extraPasses = 2;
+constexpr std::size_t fewestVertices = 3;
+
 /// An outline that crosses itself loses its holes anyway: only those of others are asked for.
 RegionHandle regionOf(const Part& part) {
   const RegionHandle outline = makeRegion(part.outline);
@@ -34,11 +37,17 @@ qcRegionSet repairedOnce(const qcRegionSet& set, qcContourDefs::IntersectionMode
   return result;
 }
 
-/// A pass merges outlines in pairs, so there are never more useful passes than outlines.
+/// Each pass merges outlines in pairs, so more passes than outlines merge nothing more; a few more
+/// help where vertices lie on other edges. A pass that fails leaves what the one before it made.
 qcRegionSet repairedSet(const qcRegionSet& set, qcContourDefs::IntersectionMode mode) {
   qcRegionSet result = repairedOnce(set, mode);
-  for (std::size_t pass = 1; pass < set.regions().size() && result.isSelfIntersecting(); ++pass) {
-    result = repairedOnce(result, mode);
+  const std::size_t passes = set.regions().size() + extraPasses;
+  try {
+    for (std::size_t k = 1; k < passes && result.isSelfIntersecting(); ++k) {
+      result = repairedOnce(result, mode);
+    }
+  } catch (const qcContourDefs::Errors&) {
+    return result;
   }
   return result;
 }
@@ -49,9 +58,15 @@ Part partOf(const qcRegion& region) {
   return part;
 }
 
+/// Throws FeatureError when nothing is left of an outline.
 Geometry geometryOf(const qcRegionSet& set) {
   Geometry geometry;
-  for (const RegionHandle& region : set.regions()) geometry.parts.push_back(partOf(*region));
+  for (const RegionHandle& region : set.regions()) {
+    if (region->points().size() < fewestVertices) {
+      throw FeatureError("cannot be repaired: its edges overlap and bound nothing");
+    }
+    geometry.parts.push_back(partOf(*region));
+  }
   return geometry;
 }
 
@@ -103,7 +118,8 @@ Repair repaired(const Geometry& geometry, qcContourDefs::IntersectionMode mode) 
     const Geometry outlines = geometryOf(result);
     return {outlines, accountOf(sizeOf(geometry), sizeOf(outlines), result.isSelfIntersecting())};
   } catch (const qcContourDefs::BadParams&) {
-    throw FeatureError("no way along its outline comes back to where it started");
+    throw FeatureError(
+        "cannot be repaired: every edge is crossed, or no walk along them comes back to its start");
   }
 }
 

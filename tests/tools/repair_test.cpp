@@ -104,8 +104,9 @@ TEST_P(EachMode, AnOutlineWithoutAWayRoundIsNamedAndWrittenAsItWas) {
   const Outcome outcome = repaired(file, GetParam());
   EXPECT_EQ(outcome.status, 1);
   EXPECT_EQ(outcome.messages,
-            "cntr: standard input: feature 1: no way along its outline comes back to where it "
-            "started\n");
+            "cntr: standard input: feature 1: cannot be repaired: every edge is crossed, or no "
+            "walk along "
+            "them comes back to its start\n");
   EXPECT_EQ(outcome.report,
             "feature  result\n"
             "      2  unchanged: does not cross itself\n");
@@ -126,6 +127,28 @@ TEST(Repair, TheModesDiffer) {
   EXPECT_EQ(regularized.status, 0);
   EXPECT_EQ(hull.status, 0);
   EXPECT_NE(regularized.file, hull.file);
+}
+
+TEST(Repair, AnOutlineOfWhichNothingIsLeftIsNamed) {
+  // A walk on a grid that goes to and fro on the same edges.
+  const std::string file = polygon(
+      {"[[0,0],[0,-1],[1,-1],[1,-2],[1,-1],[0,-1],[0,-2],[-1,-2],[0,-2],[0,-3],[1,-3],[1,-2],"
+       "[1,-3],[1,-4]]"});
+  const Outcome outcome = repaired(file, "outer-hull");
+  EXPECT_EQ(outcome.status, 1);
+  EXPECT_THAT(outcome.messages,
+              HasSubstr("cannot be repaired: its edges overlap and bound nothing\n"));
+  EXPECT_EQ(outcome.file, Json::parse(file));
+}
+
+TEST(Repair, SaysWhenAnOutlineStillCrossesItself) {
+  // The last vertex lies on the second edge within 1e-6.
+  const Outcome outcome = repaired(polygon(
+      {"[[0,0],[-2.1613679683140927,1.6126009124068794],[-3.7828315694647183,1.4011949795651022],"
+       "[-2.1068384448486723,6.0924936819063955],[-2.5931833362287597,1.5563019640878486]]"}));
+  EXPECT_EQ(outcome.status, 0);
+  EXPECT_THAT(outcome.report, HasSubstr(", still crosses itself\n"));
+  EXPECT_EQ(runJson({"measure"}, outcome.file.dump()).at(0)["crosses_itself"], true);
 }
 
 TEST(Repair, RegularizeIsTheDefault) {
