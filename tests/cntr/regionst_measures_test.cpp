@@ -354,6 +354,71 @@ TEST(RegionSetRectTest, TheTransformIsAppliedToTheVertices) {
       qcRect(qcPoint({99, 0}), qcPoint({100, 7})));
 }
 
+/// Ten squares in a row, enough for an index, the last of which may be another region.
+Handles rowOfTen(const Handle& last) {
+  Handles row;
+  for (int i = 0; i < 9; ++i) row.push_back(handle(square(10.0 * i, 0, 4)));
+  row.push_back(last);
+  return row;
+}
+
+TEST(ManyRegionsTest, AnswersAreThoseOfTheRegionsNear) {
+  const qcRegionSet set = setOf(rowOfTen(handle(square(90, 0, 4))));
+  for (int i = 0; i < 10; ++i) {
+    EXPECT_TRUE(set.inside({10.0 * i + 1, 1}, true));
+    EXPECT_FALSE(set.inside({10.0 * i + 5, 1}, true));
+    EXPECT_EQ(set.distToPoint({10.0 * i + 6, 2}, false, true, true), 2.0);
+    EXPECT_EQ(set.distToPoint({10.0 * i + 1, 2}, false, true, true), 0.0);
+  }
+  EXPECT_FALSE(set.isSelfIntersecting());
+}
+
+TEST(ManyRegionsTest, OneThatCrossesAnotherIsFound) {
+  for (int i = 0; i < 9; ++i) {
+    EXPECT_TRUE(setOf(rowOfTen(handle(square(10.0 * i + 3, 1, 4)))).isSelfIntersecting());
+    EXPECT_FALSE(setOf(rowOfTen(handle(square(10.0 * i + 1, 1, 1)))).isSelfIntersecting());
+  }
+}
+
+TEST(ManyRegionsTest, ANullHandleIsMetInOrder) {
+  const qcRegionSet set = setOf(rowOfTen(Handle()));
+  EXPECT_TRUE(set.inside({1, 1}, true));
+  EXPECT_THROW(set.inside({5, 1}, true), qcBadPointer);
+  EXPECT_THROW(set.distToPoint({1, 1}, false, true, true), qcBadPointer);
+  EXPECT_THROW(set.isSelfIntersecting(), qcBadPointer);
+}
+
+TEST(ManyRegionsTest, ARegionOfOneVertexIsMetInOrder) {
+  const qcRegionSet set = setOf(rowOfTen(handle({{500, 500}})));
+  EXPECT_TRUE(set.inside({1, 1}, true));
+  EXPECT_EQ(emptyContourOf([&] { set.inside({5, 1}, true); }), L"");
+  EXPECT_EQ(emptyContourOf([&] { set.distToPoint({1, 1}, false, true, false); }), L"");
+}
+
+TEST(ManyRegionsTest, ANullHoleIsMetByDistancesEvenFarAway) {
+  const qcRegionSet set = setOf(rowOfTen(Handle(new qcRegion(regionWithNullHole()))));
+  EXPECT_THROW(set.distToPoint({80, 50}, false, false, false), qcBadPointer);
+  EXPECT_FALSE(set.inside({85, 1}, true));
+}
+
+TEST(ManyRegionsTest, AHoleFarFromItsBoundaryIsNearest) {
+  const qcRegionSet set =
+      setOf(rowOfTen(handle(square(90, 0, 4), {handle(square(1000, 1000, 1))})));
+  EXPECT_EQ(set.distToPoint({1003, 1000}, false, true, false), 2.0);
+  EXPECT_EQ(set.distToPoint({1003, 1000}, true, true, false), 2.0);
+  EXPECT_GT(set.distToPoint({1003, 1000}, true, false, false), 900.0);
+}
+
+TEST(ManyRegionsTest, AnAddedRegionIsFound) {
+  qcRegionSet set = setOf(rowOfTen(handle(square(90, 0, 4))));
+  EXPECT_FALSE(set.inside({201, 1}, true));
+  EXPECT_EQ(set.distToPoint({201, 1}, true, true, false),
+            set.distToPoint({201, 1}, true, true, true));
+  set.add(handle(square(200, 0, 4)), keep);
+  EXPECT_TRUE(set.inside({201, 1}, true));
+  EXPECT_EQ(set.distToPoint({206, 1}, false, true, true), 2.0);
+}
+
 /// How many of the rectangles under shifts by 0, 1, ... are remembered: a copy is asked for each.
 int rememberedOf(const qcRegionSet& set, int count) {
   int remembered = 0;

@@ -182,6 +182,64 @@ TEST(RegionSetPropertiesTest, SquaresAreMergedAsThePlainOnes) {
   EXPECT_GT(repaired, repetitions(500));
 }
 
+/// Many small regions over an area that they fill sparsely or crowd; some have holes, a few in a
+/// hundred sets fewer vertices than can be asked for, or coordinates that are not numbers.
+NamedSet crowd(shapes::Random& random) {
+  NamedSet set;
+  const double spread = random.chance(0.5) ? 100.0 : 15.0;
+  const bool isOrdinary = random.chance(0.8);
+  for (std::size_t k = 8 + random.below(50); k > 0; --k) {
+    NamedRegion drawn = anyRegion(random, 12, 1);
+    if (isOrdinary) {
+      drawn = {"", {shapes::smoothStar(3 + random.below(10), random.next()), {}}};
+      if (random.chance(0.2)) drawn.region.holes = {{shapes::cloud(random, 3), {}}};
+    }
+    const double x = random.uniform(0.0, spread);
+    const double y = random.uniform(0.0, spread);
+    const double size = random.uniform(1.0, 8.0);
+    placeInto(random, drawn.region, {{x, y}, {x + size, y + size}});
+    set.name += drawn.name + "; ";
+    set.regions.push_back(drawn.region);
+  }
+  return set;
+}
+
+TEST(RegionSetPropertiesTest, CrowdsAnswerAsThePlainOnes) {
+  shapes::Random random(206);
+  forEachRound(repetitions(250), [&](std::size_t) {
+    const NamedSet set = crowd(random);
+    const qcRegionSet made = make(set.regions);
+    for (int k = 0; k < 12; ++k) {
+      const plain::Points& near = set.regions[random.below(set.regions.size())].points;
+      const plain::Point p = shapes::queryPoint(random, near);
+      SCOPED_TRACE(set.name + " at " + testing::PrintToString(p));
+      const bool holes = random.chance(0.5);
+      const bool vertexOnly = random.chance(0.5);
+      const bool zero = random.chance(0.5);
+      EXPECT_TRUE(agree([&] { return made.inside(p, holes); },
+                        [&] { return plain::inside(set.regions, p, holes); }));
+      EXPECT_TRUE(
+          agree([&] { return made.distToPoint(p, vertexOnly, holes, zero); },
+                [&] { return plain::distToPoint(set.regions, p, vertexOnly, holes, zero); }));
+    }
+  });
+}
+
+TEST(RegionSetPropertiesTest, CrowdsAreRepairedAsThePlainOnes) {
+  shapes::Random random(207);
+  std::size_t apart = 0;
+  forEachRound(repetitions(200), [&](std::size_t) {
+    const NamedSet set = crowd(random);
+    SCOPED_TRACE(set.name);
+    EXPECT_TRUE(agree([&] { return make(set.regions).isSelfIntersecting(); },
+                      [&] { return plain::isSelfIntersecting(set.regions); }));
+    if (!canBeAskedForCrossings(set.regions)) return;
+    if (!plain::isSelfIntersecting(set.regions)) ++apart;
+    expectSameRepair(set.regions);
+  });
+  EXPECT_GT(apart, 0U);
+}
+
 TEST(RegionSetPropertiesTest, ConstructorsAndAdditionsRepairAsThePlainFunctions) {
   shapes::Random random(205);
   forEachRound(repetitions(300), [&](std::size_t) {
