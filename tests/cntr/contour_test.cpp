@@ -371,6 +371,17 @@ TEST(ContourCopyTest, AssignedOverAnswersHasThoseOfItsSourceAlone) {
   EXPECT_EQ(target.length(), 24.0);
 }
 
+TEST(ContourCopyTest, ThatSaysItIsClosedDoesNotTakeTheAnswersOfAnOpenCurve) {
+  const qcContour open(triangle, false, 0);
+  EXPECT_EQ(open.length(), 9.0);
+  AlwaysClosed copy({}, false, 0);
+  static_cast<qcContour&>(copy) = open;
+  EXPECT_EQ(copy.length(), 12.0);
+  qcContour again(quadrangle, false, 0);
+  again = copy;
+  EXPECT_EQ(again.length(), 9.0);
+}
+
 TEST(ContourCopyTest, AssignedToItselfKeepsItsContentAndAnswers) {
   ContourProbe contour(triangle, true, 7);
   contour.length();

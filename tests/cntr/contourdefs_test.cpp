@@ -343,6 +343,20 @@ TEST(ContourDefsErrorsTest, TheRootChecksTheVersionThatADerivedClassHandsDown) {
   }
 }
 
+/// A class whose record holds that of the root twice over.
+class TwiceRooted : public RootProbe {
+ protected:
+  void dispatchSerialize(qcArchive& archive) override {
+    Errors::dispatchSerialize(archive);
+    Errors::dispatchSerialize(archive);
+  }
+};
+
+TEST(ContourDefsErrorsTest, TheRecordOfTheRootIsWrittenOnce) {
+  TwiceRooted error;
+  EXPECT_EQ(storedHex([&](qcArchive& archive) { archive || error; }), "00 00 00");
+}
+
 /// The number of the exception that `ask` throws; 0 when it throws none.
 template <class Ask>
 long numberThrownBy(Ask ask) {
