@@ -33,9 +33,11 @@ double shoelaceArea(const std::vector<Vertex>& vertices) {
   return std::abs(sum * 0.5);
 }
 
-/// The centroid of a triangle as the crossing of the medians from a and from b.
-qcVector<2> triangleCentroid(const qcVector<2>& a, const qcVector<2>& b, const qcVector<2>& c) {
-  return qnKernel::intersectLines(a, (b + c) * 0.5 - a, b, (a + c) * 0.5 - b);
+/// The centroid of the triangle (0, 0), b, c as the crossing of the medians from the origin and
+/// from b. The origin is not added to c: that could change the sign of a zero alone, which gets
+/// lost in the sums of centerOfMass().
+qcVector<2> centroidFromOrigin(const qcVector<2>& b, const qcVector<2>& c) {
+  return qnKernel::intersectLines({}, (b + c) * 0.5, b, c * 0.5 - b);
 }
 
 /// A symmetric matrix of second moments in the frame of a triangle's base.
@@ -231,7 +233,7 @@ qcVector<2> qnContour::centerOfMass(const std::vector<qcVector<2>>& points) {
   for (const qcVector<2>& current : points) {
     const double w = current.y() * previous.x() - previous.y() * current.x();
     if (std::abs(w) > negligibleTriangle) {
-      const qcVector<2> centroid = triangleCentroid({}, previous, current);
+      const qcVector<2> centroid = centroidFromOrigin(previous, current);
       total += w;
       weightedX += centroid.x() * w;
       weightedY += centroid.y() * w;
