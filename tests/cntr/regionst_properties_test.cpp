@@ -167,9 +167,11 @@ TEST(RegionSetPropertiesTest, SquaresAreMergedAsThePlainOnes) {
   std::size_t repaired = 0;
   forEachRound(repetitions(2000), [&](std::size_t) {
     plain::Regions regions;
-    for (std::size_t k = 1 + random.below(6); k > 0; --k) {
-      const auto x = static_cast<double>(random.below(8));
-      const auto y = static_cast<double>(random.below(8));
+    const bool isCrowd = random.chance(0.4);
+    const std::size_t room = isCrowd ? 25 : 8;
+    for (std::size_t k = isCrowd ? 8 + random.below(12) : 1 + random.below(6); k > 0; --k) {
+      const auto x = static_cast<double>(random.below(room));
+      const auto y = static_cast<double>(random.below(room));
       const auto w = static_cast<double>(1 + random.below(5));
       const auto h = static_cast<double>(1 + random.below(5));
       const double turn = random.chance(0.5) ? 0.25 : 0.0;
