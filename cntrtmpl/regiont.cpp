@@ -40,8 +40,6 @@ qcRegionT<Datum>::qcRegionT() : qcRegionT(std::vector<Datum>(), 0) {}
 template <class Datum>
 qcRegionT<Datum>::qcRegionT(const qcContourT<Datum>& contour, unsigned long label)
     : qcContour(contour), qcContourT<Datum>(contour) {
-  // The contour may be open: what it remembers need not hold for the closed boundary.
-  qcRegion::cleanCacheInfo();
   this->label(label);
 }
 

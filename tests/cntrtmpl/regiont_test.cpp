@@ -215,6 +215,15 @@ TEST_F(RegionTTest, ARegionFromAContourCarriesItsInverseAlong) {
   EXPECT_EQ(testXform::inversions, 1);
 }
 
+TEST_F(RegionTTest, ARegionFromAClosedContourCarriesItsAnswersAlong) {
+  const ContourT contour(edgelets_);
+  Probe<ContourT>::edges(contour);
+  const RegionT region(contour, 7);
+  const long before = heap_watch::blocksMade();
+  EXPECT_EQ(Probe<RegionT>::edges(region).size(), 4U);
+  EXPECT_EQ(heap_watch::blocksMade(), before);
+}
+
 TEST_F(RegionTTest, ARegionFromAnOpenContourForgetsWhatHeldForTheOpenOne) {
   ContourT open(edgelets_);
   open.isClosed(false);
@@ -585,6 +594,16 @@ TEST_F(RegionTTest, ARegionCanBeAssignedItsOwnHoleWithData) {
   EXPECT_EQ(region.points(), holePoints());
   EXPECT_EQ(region.label(), 1U);
   EXPECT_TRUE(region.holes().empty());
+}
+
+TEST_F(RegionTTest, ARegionThatIsAssignedItsOwnHoleGetsTheHolesOfThat) {
+  const Handle inner(new RegionT(edgeletsAt(holePoints()), 3));
+  auto* const hole = new RegionT(edgeletsAt(holePoints()), 1);
+  hole->holes({inner, Handle(), inner});
+  RegionT region(edgelets_, 7);
+  region.holes({Handle(hole)});
+  region = *hole;
+  EXPECT_EQ(region.holes(), (RegionT::Holes{inner, Handle(), inner}));
 }
 
 TEST_F(RegionTTest, ARegionCanBeAssignedItsOwnPlainHole) {
