@@ -61,6 +61,7 @@ RegionHandle makeRegionWithHoles(const Part& part) {
 
 qcRegionSet makeRegionSet(const std::vector<Part>& parts, bool withHoles) {
   std::vector<RegionHandle> regions;
+  regions.reserve(parts.size());
   for (const Part& part : parts) {
     regions.push_back(withHoles ? makeRegionWithHoles(part) : makeRegion(part.outline));
   }
