@@ -13,9 +13,9 @@
 
 namespace cntr::compute {
 
-/// The first edge, from vertex i to i + 1, that certainly lies on the outside of the figure: nothing
-/// but its neighbours meets it, and one of its sides, tested `probe` from its middle, is outside.
-/// The closing edge is not tried.
+/// The first edge, from vertex i to i + 1, that certainly lies on the outside of the figure:
+/// nothing but its neighbours meets it, and one of its sides, tested `probe` from its middle, is
+/// outside. The closing edge is not tried.
 std::optional<std::size_t> startingEdge(const Outline& boundary, double probe);
 
 /// Walks the boundary from the starting edge on, turning onto every edge that it meets, until it is

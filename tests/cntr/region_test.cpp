@@ -117,6 +117,15 @@ TEST(RegionTest, ARegionOfAnOpenContourForgetsTheContoursAnswers) {
   EXPECT_EQ(qcRegion(open, keep).length(), 8.0);
 }
 
+TEST(RegionTest, ARegionOfAClosedContourForgetsTheContoursAnswersToo) {
+  WatchedRegion watched(square(0, 0, 2));
+  EXPECT_EQ(watched.length(), 8.0);
+  watched.replaceBehindItsBack(square(0, 0, 3));
+  EXPECT_EQ(watched.length(), 8.0);
+  const qcContour& boundary = watched;
+  EXPECT_EQ(qcRegion(boundary, keep).length(), 12.0);
+}
+
 TEST(RegionTest, ARegionOfARegionTakenAsAContourHasNoHoles) {
   const qcRegion region = squareWithHole();
   const qcContour& boundary = region;
