@@ -95,8 +95,9 @@ TEST(ContourRecordTest, LoadsByValue) {
 TEST(ContourRecordTest, LoadsThroughAHandle) {
   Handle handle;
   loadHex(announcementHex + recordHex, [&](qcArchive& archive) { archive || handle; });
-  EXPECT_EQ(typeid(*handle), typeid(qcContour));
-  expectSample(*handle, 7);
+  const qcContour& contour = *handle;
+  EXPECT_EQ(typeid(contour), typeid(qcContour));
+  expectSample(contour, 7);
 }
 
 TEST(ContourRecordTest, LoadsIntoAHandleToConst) {

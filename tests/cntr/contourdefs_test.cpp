@@ -220,8 +220,8 @@ TYPED_TEST(ContourDefsErrorTest, ReadBackByPointerHasItsClassAndNumberAndNoMessa
   loadBytes(bytesByPointer<TypeParam>(), [&](qcArchive& archive) { archive || carrier; });
   const std::unique_ptr<qcPersistent> loaded(carrier.carried());
   ASSERT_NE(loaded, nullptr);
-  EXPECT_EQ(typeid(*loaded), typeid(TypeParam));
   const auto& error = dynamic_cast<const Defs::Errors&>(*loaded);
+  EXPECT_EQ(typeid(error), typeid(TypeParam));
   EXPECT_EQ(error.errorNumber(), Facts<TypeParam>::number);
   EXPECT_EQ(error.message(), L"");
 }
