@@ -477,6 +477,27 @@ TEST(ContourIsSelfIntersectingTest, IsTrueInALongContourWhereverTheCrossingIs) {
   }
 }
 
+TEST(ContourIsSelfIntersectingTest, IsTrueForASpikeOnALongLine) {
+  // The line runs one way but for a spike square to it, whose sides lie on each other: the line
+  // meets the inside of one of them. A spike to one side alone only touches at vertices.
+  const Point directions[] = {{1, 0}, {0, 1}, {-1, 0}, {0, -1}, {1, 1}};
+  for (const Point& along : directions) {
+    const Point across(-along.y(), along.x());
+    for (int place = 1; place < 79; ++place) {
+      Points points;
+      for (int i = 0; i < 80; ++i) {
+        points.push_back(along * i);
+        if (i == place) points.push_back(along * i + across * 5);
+        if (i == place) points.push_back(along * i - across * 5);
+        if (i == place) points.push_back(along * i);
+      }
+      ASSERT_TRUE(openContour(points).isSelfIntersecting()) << place;
+      points.erase(points.begin() + place + 2);
+      ASSERT_FALSE(openContour(points).isSelfIntersecting()) << place;
+    }
+  }
+}
+
 TEST(ContourIsSelfIntersectingTest, IsFalseWithoutACurve) {
   for (const ContourProbe& contour : contoursWithoutCurve()) {
     EXPECT_FALSE(contour.isSelfIntersecting());
