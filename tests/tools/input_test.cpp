@@ -166,6 +166,14 @@ TEST(Input, TheOtherFilesAreAnsweredWhenOneCannotBeRead) {
   EXPECT_EQ(Json::parse(result.out).size(), 1);
 }
 
+TEST(Input, TheWorstOfSeveralFilesDecidesTheStatus) {
+  const program::Directory directory;
+  const std::string flawed = directory.write("flawed.json", polygon({"[[1,1]]"}));
+  EXPECT_EQ(run({"measure", flawed, "no/such/file"}).status, 2);
+  EXPECT_EQ(run({"measure", "no/such/file", flawed}).status, 2);
+  EXPECT_EQ(run({"measure", flawed, "samples/cell.geojson"}).status, 1);
+}
+
 TEST(Input, AFeatureOrAGeometryCanStandAlone) {
   const Json ofFeature = runJson({"measure"}, goodFeature);
   ASSERT_EQ(ofFeature.size(), 1);

@@ -6,7 +6,10 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <fstream>
 #include <numbers>
+
+#include <cntr/region.h>
 
 #include "program.h"
 
@@ -276,6 +279,27 @@ TEST(Measure, MeasuresTheCoins) {
     EXPECT_GT(rows[i]["axis_ratio"], 0.8) << i;
     EXPECT_EQ(rows[i]["crosses_itself"], false) << i;
     EXPECT_LT(rows[i]["ellipse_residual"], 1.5) << i;
+  }
+}
+
+TEST(Measure, GivesTheLibrarysAnswersToTheLastBit) {
+  const Json coins = Json::parse(std::ifstream(CNTR_REPOSITORY_DIR "/samples/coins.geojson"));
+  const Json rows = runJson({"measure", "samples/coins.geojson"});
+  for (std::size_t i = 0; i < rows.size(); ++i) {
+    std::vector<qcVector<2>> points;
+    for (const Json& p : coins["features"][i]["geometry"]["coordinates"][0]) {
+      points.emplace_back(p[0], p[1]);
+    }
+    points.pop_back();
+    const qcRegion coin(points, qcContourDefs::eNoIntersectionRepair);
+    EXPECT_EQ(rows[i]["area"], coin.area(true));
+    EXPECT_EQ(rows[i]["centre_x"], coin.centerOfMass(true).x());
+    EXPECT_EQ(rows[i]["centre_y"], coin.centerOfMass(true).y());
+    EXPECT_EQ(rows[i]["moment_xx"], coin.inertiaMatrix(true).element(0, 0));
+    EXPECT_EQ(rows[i]["moment_xy"], coin.inertiaMatrix(true).element(0, 1));
+    EXPECT_EQ(rows[i]["moment_yy"], coin.inertiaMatrix(true).element(1, 1));
+    EXPECT_EQ(rows[i]["length"], coin.length());
+    EXPECT_EQ(rows[i]["diameter"], coin.diameter(qcContourDefs::eFarthestVertexPair));
   }
 }
 

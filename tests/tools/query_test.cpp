@@ -98,6 +98,13 @@ TEST(QueryPoint, VertexNumbersAreTheFiles) {
   EXPECT_EQ(askedPoint("5,9", file)["vertex"], 1) << "of equally near ones the first in the file";
 }
 
+TEST(QueryPoint, OfEquallyNearBoundariesTheFirstIsNamed) {
+  const Json answer = askedPoint("2,5", polygon({square(0, 0, 10), square(4, 4, 2)}));
+  EXPECT_EQ(answer["distance"], 2.0);
+  EXPECT_EQ(answer["hole"], nullptr);
+  EXPECT_EQ(answer["nearest_x"], 0.0);
+}
+
 TEST(QueryPoint, NamesTheNearestPartOfSeveral) {
   const std::string file = multiPolygon({{square(0, 0, 4)}, {square(10, 0, 10), square(12, 2, 2)}});
   EXPECT_EQ(askedPoint("3,1", file)["inside"], true);
