@@ -176,6 +176,16 @@ TEST(Draw, DegenerateOutlinesGiveAPictureToo) {
   EXPECT_THAT(picture, Not(HasSubstr("nan")));
 }
 
+TEST(Draw, CoordinatesWithoutBoundsAreRefused) {
+  const Directory directory;
+  const auto result =
+      run({"draw", "-o", directory.path("out.svg")}, polygon({"[[-1e308,0],[1e308,0],[0,1]]"}));
+  EXPECT_EQ(result.status, 2);
+  EXPECT_EQ(result.messages, "cntr: " + directory.path("out.svg") +
+                                 ": cannot be drawn: the coordinates are too large\n");
+  EXPECT_THAT(directory.names(), ElementsAre());
+}
+
 TEST(Draw, NamesAreEscaped) {
   const Directory directory;
   const std::string file = directory.write("a<&\">.json", polygon({square(0, 0, 2)}));

@@ -264,6 +264,13 @@ TEST(Measure, AnOutlineOfOnePointHasNoMeasuresThatMeanNothing) {
   }
 }
 
+TEST(Measure, NumbersThatOverflowAreNoAnswers) {
+  const Json m = measured({"[[-1e308,0],[1e308,0],[0,1e308]]"});
+  EXPECT_EQ(m["area"], nullptr);
+  EXPECT_EQ(m["width"], nullptr);
+  EXPECT_EQ(m["height"], 1e308);
+}
+
 TEST(Measure, GivesAllDigitsAsJson) {
   const Json m = measured({"[[0,0],[0.1,0],[0.1,0.30000000000000004]]"});
   EXPECT_EQ(m["height"], 0.30000000000000004);

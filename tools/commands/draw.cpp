@@ -45,6 +45,14 @@ void addFeatures(Drawing& drawing, const Document& document) {
   }
 }
 
+/// Beyond this, squares of lengths overflow; nothing that was seen by a camera comes near it.
+constexpr double widestView = 1e100;
+
+void requireDrawable(const qcRect& view) {
+  if (view.width() < widestView && view.height() < widestView) return;
+  throw FileError("cannot be drawn: the coordinates are too large");
+}
+
 /// The picture holds every image that the files come from, or else every outline.
 void draw(const Options& options, Session& session) {
   Drawing drawing{{}, chosenBy(options), {}};
@@ -59,6 +67,7 @@ void draw(const Options& options, Session& session) {
   if (drawing.features.empty()) return;
   drawing.view = image ? *image : viewAround(drawing.features);
   try {
+    requireDrawable(drawing.view);
     writeFileOr(session.out, options.output, toSvg(drawing));
   } catch (const FileError& error) {
     session.diagnostics.badFile(options.output, error.what());
