@@ -1,0 +1,108 @@
+# SPDX-License-Identifier: MIT
+#
+# The Debian packages that CPack makes: libcntr1 (both libraries, which are released as one),
+# libcntr-dev and cntr (the program). Build them with the preset `package`, whose prefix is /usr:
+# there the libraries live in the machine's own directory and no run path is needed.
+set(CNTR_MAINTAINER
+    "cntr maintainers <maintainers@cntr.example>"
+    CACHE STRING "Whom the Debian packages name as their maintainer")
+
+set(CPACK_GENERATOR DEB)
+set(CPACK_PACKAGE_DIRECTORY ${PROJECT_BINARY_DIR}/packages)
+set(CPACK_PACKAGING_INSTALL_PREFIX ${CMAKE_INSTALL_PREFIX})
+set(CPACK_STRIP_FILES TRUE)
+set(CPACK_DEB_COMPONENT_INSTALL TRUE)
+set(CPACK_COMPONENTS_GROUPING ONE_PER_GROUP)
+
+set(soname_package libcntr${PROJECT_VERSION_MAJOR})
+set(same_version "${soname_package} (= ${PROJECT_VERSION})")
+set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
+set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "")  # each package has its own
+set(CPACK_DEBIAN_PACKAGE_MAINTAINER ${CNTR_MAINTAINER})
+set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS TRUE)
+set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS_PRIVATE_DIRS ${PROJECT_BINARY_DIR}/platform
+                                                ${PROJECT_BINARY_DIR}/cntr)
+set(CPACK_DEBIAN_PACKAGE_GENERATE_SHLIBS TRUE)
+set(CPACK_DEBIAN_PACKAGE_GENERATE_SHLIBS_POLICY >=)
+set(CPACK_DEBIAN_PACKAGE_CONTROL_STRICT_PERMISSION TRUE)
+
+set(CPACK_DEBIAN_LIBRARIES_PACKAGE_NAME ${soname_package})
+set(CPACK_DEBIAN_LIBRARIES_PACKAGE_SECTION libs)
+set(CPACK_DEBIAN_LIBRARIES_PACKAGE_CONTROL_EXTRA ${CMAKE_CURRENT_SOURCE_DIR}/debian/triggers)
+set(CPACK_DEBIAN_LIBRARIES_DESCRIPTION
+    "planar geometry for machine vision (shared libraries)
+Contours, regions with holes and region sets: how long, how big, where, how
+round, how far, inside or not, crossing or not. Outlines that cross themselves
+are repaired; shapes are drawn and archived.
+
+This package holds the shared libraries libcntr and libqcplatform.")
+
+set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_NAME libcntr-dev)
+set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_SECTION libdevel)
+set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_SHLIBDEPS FALSE)
+set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_DEPENDS ${same_version})
+set(CPACK_DEBIAN_DEVELOPMENT_DESCRIPTION
+    "planar geometry for machine vision (development files)
+Contours, regions with holes and region sets, measured, asked, repaired, drawn
+and archived from C++20.
+
+This package holds the headers, the files of pkg-config and CMake, and the
+documents.")
+
+set(CPACK_DEBIAN_TOOL_PACKAGE_NAME cntr)
+set(CPACK_DEBIAN_TOOL_PACKAGE_SECTION science)
+set(CPACK_DEBIAN_TOOL_PACKAGE_DEPENDS ${same_version})
+set(CPACK_DEBIAN_TOOL_DESCRIPTION
+    "measure, query, repair and draw the outlines of machine vision
+Reads outlines as image annotation tools write them and answers how long, how
+big, where, how round, how far, inside or not; repairs outlines that cross
+themselves and draws pictures of them.")
+
+# What a Debian package has beside, or instead of, the files of its component. They are made while
+# configuring: they are small.
+find_program(CNTR_GZIP gzip REQUIRED)
+mark_as_advanced(CNTR_GZIP)
+
+# Makes <output>.gz in the build directory, without a time in it.
+function(cntr_compress file output)
+  set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${file})
+  execute_process(
+    COMMAND ${CNTR_GZIP} -9 -n -c ${file}
+    OUTPUT_FILE ${CMAKE_CURRENT_BINARY_DIR}/${output}.gz COMMAND_ERROR_IS_FATAL ANY)
+endfunction()
+
+configure_file(debian/changelog.in changelog @ONLY)
+cntr_compress(${CMAKE_CURRENT_BINARY_DIR}/changelog changelog)
+foreach(component IN ITEMS libraries development tool)
+  string(TOUPPER ${component} upper)
+  install(
+    FILES debian/copyright ${CMAKE_CURRENT_BINARY_DIR}/changelog.gz
+    DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/${CPACK_DEBIAN_${upper}_PACKAGE_NAME}
+    COMPONENT debian_${component} EXCLUDE_FROM_ALL)
+endforeach()
+install(
+  FILES debian/${soname_package}.lintian-overrides
+  DESTINATION ${CMAKE_INSTALL_DATADIR}/lintian/overrides
+  RENAME ${soname_package}
+  COMPONENT debian_libraries EXCLUDE_FROM_ALL)
+if(EXISTS ${manual})
+  cntr_compress(${manual} cntr.1)
+  install(
+    FILES ${CMAKE_CURRENT_BINARY_DIR}/cntr.1.gz
+    DESTINATION ${CMAKE_INSTALL_MANDIR}/man1
+    COMPONENT debian_tool EXCLUDE_FROM_ALL)
+endif()
+
+set(CPACK_COMPONENTS_ALL libraries debian_libraries headers development documents
+                         debian_development tool debian_tool)
+include(CPack)
+cpack_add_component_group(libraries)
+cpack_add_component_group(development)
+cpack_add_component_group(tool)
+cpack_add_component(libraries GROUP libraries)
+cpack_add_component(debian_libraries GROUP libraries)
+foreach(component IN ITEMS headers development documents debian_development)
+  cpack_add_component(${component} GROUP development)
+endforeach()
+cpack_add_component(tool GROUP tool)
+cpack_add_component(debian_tool GROUP tool)
