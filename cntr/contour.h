@@ -61,12 +61,16 @@ class CNTR_EXPORT qcContour : public virtual qcPersistent, public virtual qcRepB
   /// part.
   bool operator==(const qcContour& other) const;
 
+  /// The vertices in order. A closed contour does not repeat its first vertex, unless it was given
+  /// so.
   const std::vector<qcVector<2>>& points() const noexcept { return points_; }
   /// Replaces the vertices and forgets all answers. The closed flag and the label are kept.
   virtual void points(const std::vector<qcVector<2>>& points);
+  /// True when the edge from the last vertex back to the first belongs to the contour.
   virtual bool isClosed() const { return closed_; }
   /// Opens or closes the contour and forgets all answers.
   virtual void isClosed(bool closed);
+  /// The caller's own number; 0 unless it was given.
   unsigned long label() const noexcept { return label_; }
   /// Sets the label; answers are kept. An archive holds labels of up to 32 bits.
   void label(unsigned long label);
@@ -160,6 +164,8 @@ class CNTR_EXPORT qcContour : public virtual qcPersistent, public virtual qcRepB
   /// Current record version 1: qcPersistent record, label, closed flag, point list,
   /// cachedVectorSize. Version 0 is still read: it has no label.
   void dispatchSerialize(qcArchive& archive) override;
+  /// The fields of a record of the given version. Throws qcArchive::UnknownVersion naming
+  /// "cntr/contour" for a version other than 0 and 1.
   virtual void serialize_(qcArchive& archive, unsigned char version);
   /// The record of version 0, as contours and regions had it: the record of a former base class (a
   /// version byte 0, else qcArchive::UnknownVersion naming `source` and `line`, and the
@@ -169,6 +175,7 @@ class CNTR_EXPORT qcContour : public virtual qcPersistent, public virtual qcRepB
 
   /// Hooks of contours that carry data for each vertex; they do nothing here.
   virtual void makeDataConsistentWithPoints();
+  /// The hook's counterpart: called when the data were set.
   virtual void makePointsConsistentWithData();
   /// Forgets every answer and sends a change notice. The one place where answers are forgotten:
   /// whatever changes the vertices or the closed flag ends here.

@@ -46,14 +46,18 @@ class CNTR_EXPORT qcContourDefs {
     void suicideAndRethrow() override = 0;
 
    protected:
+    /// Keeps `message`.
     explicit Errors(const std::wstring& message) : qcExceptionWithString(message.c_str()) {}
     void dispatchSerialize(qcArchive& archive) override;
+    /// What follows the version byte; throws qcArchive::UnknownVersion naming the class, line 0,
+    /// for a version other than 0.
     void serialize_(qcArchive& archive, unsigned char version);
   };
 
   /// A contour of fewer than 2 vertices, or a region of fewer than 3, where a curve is needed.
   class CNTR_EXPORT EmptyContour : public Errors {
    public:
+    /// Thrown with an empty message unless the operation that throws it quotes one.
     explicit EmptyContour(const std::wstring& message = std::wstring()) : Errors(message) {}
     /// 0x10004680.
     long errorNumber() const override;
@@ -61,6 +65,7 @@ class CNTR_EXPORT qcContourDefs {
 
    protected:
     void dispatchSerialize(qcArchive& archive) override;
+    /// See Errors::serialize_().
     void serialize_(qcArchive& archive, unsigned char version);
 
    private:
@@ -71,6 +76,7 @@ class CNTR_EXPORT qcContourDefs {
   /// A region set without regions where one is needed.
   class CNTR_EXPORT EmptyRegionSet : public Errors {
    public:
+    /// Thrown with an empty message unless the operation that throws it quotes one.
     explicit EmptyRegionSet(const std::wstring& message = std::wstring()) : Errors(message) {}
     /// 0x10004682.
     long errorNumber() const override;
@@ -78,6 +84,7 @@ class CNTR_EXPORT qcContourDefs {
 
    protected:
     void dispatchSerialize(qcArchive& archive) override;
+    /// See Errors::serialize_().
     void serialize_(qcArchive& archive, unsigned char version);
 
    private:
@@ -88,6 +95,7 @@ class CNTR_EXPORT qcContourDefs {
   /// An argument, or a shape, that the operation cannot work with; the message says why.
   class CNTR_EXPORT BadParams : public Errors {
    public:
+    /// Thrown with an empty message unless the operation that throws it quotes one.
     explicit BadParams(const std::wstring& message = std::wstring()) : Errors(message) {}
     /// 0x10004683.
     long errorNumber() const override;
@@ -95,6 +103,7 @@ class CNTR_EXPORT qcContourDefs {
 
    protected:
     void dispatchSerialize(qcArchive& archive) override;
+    /// See Errors::serialize_().
     void serialize_(qcArchive& archive, unsigned char version);
 
    private:
@@ -105,6 +114,7 @@ class CNTR_EXPORT qcContourDefs {
   /// A region was asked to be open.
   class CNTR_EXPORT RegionCannotBeSetOpen : public Errors {
    public:
+    /// Thrown with an empty message unless the operation that throws it quotes one.
     explicit RegionCannotBeSetOpen(const std::wstring& message = std::wstring())
         : Errors(message) {}
     /// 0x10004684.
@@ -113,6 +123,7 @@ class CNTR_EXPORT qcContourDefs {
 
    protected:
     void dispatchSerialize(qcArchive& archive) override;
+    /// See Errors::serialize_().
     void serialize_(qcArchive& archive, unsigned char version);
 
    private:

@@ -26,6 +26,7 @@ class CNTR_EXPORT qc_InertiaData {
  public:
   /// The record of nothing: area 0, centre (0, 0), a zero matrix.
   qc_InertiaData() noexcept : matrix_(0.0, 0.0, 0.0, 0.0) {}
+  /// The body of the given area (signed), centre of mass and central second moments, as given.
   explicit qc_InertiaData(double area, const qcVector<2>& centerOfMass = qcVector<2>(),
                           const qcMatrix<2>& inertiaMatrix = qcMatrix<2>(0.0, 0.0, 0.0,
                                                                          0.0)) noexcept
@@ -33,7 +34,9 @@ class CNTR_EXPORT qc_InertiaData {
 
   /// Signed area, negative for a clockwise outline or a hole.
   double area() const noexcept { return area_; }
+  /// The centre of mass, in the unit of the coordinates; (0, 0) when there is no area.
   const qcVector<2>& centerOfMass() const noexcept { return center_; }
+  /// The second moments about the centre of mass, in the fourth power of the coordinates' unit.
   const qcMatrix<2>& inertiaMatrix() const noexcept { return matrix_; }
 
   /// The combined body. Bodies of one sign add; a body and one of the other sign (a hole)

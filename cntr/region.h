@@ -34,6 +34,7 @@ class CNTR_EXPORT qcRegion : public virtual qcContour {
   qcRegion(const qcContour& contour, qcContourDefs::IntersectionMode mode);
   /// Copies the answers already given, too. Holes are shared, not cloned.
   qcRegion(const qcRegion& other);
+  /// Copies like the copy constructor, after forgetting this object's own answers.
   qcRegion& operator=(const qcRegion& other);
   ~qcRegion() override;
 
@@ -41,6 +42,7 @@ class CNTR_EXPORT qcRegion : public virtual qcContour {
   /// only in their holes are equal; compare holes() as well where that matters.
   bool operator==(const qcRegion& other) const;
 
+  /// The holes in the order in which they were set.
   const std::vector<qcPtrHandle_const<qcRegion>>& holes() const noexcept { return holes_; }
   /// Replaces all holes and forgets all answers. Every new hole is checked first: a null handle
   /// throws qcBadPointer, a hole whose outer boundary crosses or touches this one's (as
@@ -50,6 +52,7 @@ class CNTR_EXPORT qcRegion : public virtual qcContour {
   /// Nothing else is checked: a hole may lie outside the boundary, enclose it, or cross another
   /// hole. Check with inside() and intersections() where that matters.
   void holes(const std::vector<qcPtrHandle_const<qcRegion>>& holes);
+  /// The same for handles that may change their hole; do not change it afterwards.
   void holes(const std::vector<qcPtrHandle<qcRegion>>& holes);
 
   /// Always true.
@@ -135,6 +138,7 @@ class CNTR_EXPORT qcRegion : public virtual qcContour {
   /// Current record version 1: the qcContour record, then the list of holes. Version 0, without
   /// holes, can be read but not stored.
   void dispatchSerialize(qcArchive& archive) override;
+  /// The fields of a record of the given version; throws qcArchive::UnknownVersion for others.
   void serialize_(qcArchive& archive, unsigned char version) override;
   void cleanCacheInfo() override;
   /// Throws EmptyContour for fewer than 3 vertices.

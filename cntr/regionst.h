@@ -27,10 +27,12 @@ class CNTR_EXPORT qcRegionSet : public virtual qcPersistent, public virtual qcRe
   /// by its outerHull() or regularize().
   qcRegionSet(const std::vector<qcPtrHandle_const<qcRegion>>& regions,
               qcContourDefs::IntersectionMode mode);
+  /// The same for handles that may change their region; do not change it afterwards.
   qcRegionSet(const std::vector<qcPtrHandle<qcRegion>>& regions,
               qcContourDefs::IntersectionMode mode);
   /// Shares the regions; copies the answers already given.
   qcRegionSet(const qcRegionSet& other);
+  /// Copies like the copy constructor, after forgetting this object's own answers.
   qcRegionSet& operator=(const qcRegionSet& other);
   ~qcRegionSet() override;
 
@@ -38,10 +40,12 @@ class CNTR_EXPORT qcRegionSet : public virtual qcPersistent, public virtual qcRe
   /// the same order.
   bool operator==(const qcRegionSet& other) const;
 
+  /// The regions in order. O(n): the handles are copied.
   std::vector<qcPtrHandle_const<qcRegion>> regions() const { return regions_; }
   /// Replaces the contents, forgets all answers and applies the mode.
   void regions(const std::vector<qcPtrHandle_const<qcRegion>>& regions,
                qcContourDefs::IntersectionMode mode);
+  /// The same for handles that may change their region; do not change it afterwards.
   void regions(const std::vector<qcPtrHandle<qcRegion>>& regions,
                qcContourDefs::IntersectionMode mode);
   /// Appends a region, forgets all answers and applies the mode to the whole set. Overlaps are kept
@@ -97,9 +101,11 @@ class CNTR_EXPORT qcRegionSet : public virtual qcPersistent, public virtual qcRe
   /// Current record version 1: the qcPersistent record, the list of regions, cachedVectorSize,
   /// which version 0 lacks.
   void dispatchSerialize(qcArchive& archive) override;
+  /// The fields of a record of the given version; throws qcArchive::UnknownVersion for others.
   virtual void serialize_(qcArchive& archive, unsigned char version);
   /// Hooks of sets that carry data for each vertex; they do nothing here.
   virtual void makeDataConsistentWithPoints();
+  /// The hook's counterpart: called when the data were set.
   virtual void makePointsConsistentWithData();
   /// Forgets every answer and sends a change notice.
   virtual void cleanCacheInfo();

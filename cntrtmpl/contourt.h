@@ -36,7 +36,9 @@ class CNTR_EXPORT qcContourT : public virtual qcContour {
   /// The same with a clone of `dataFromPoints`; a null handle means the identity. Throws what the
   /// transform's inverse throws (qcMathError::Singular).
   qcContourT(const std::vector<Datum>& data, const qcPtrHandle_const<qc2XformBase>& dataFromPoints);
+  /// Copies points, data and the answers already given; shares the transform.
   qcContourT(const qcContourT& other);
+  /// Copies like the copy constructor, after forgetting this object's own answers.
   qcContourT& operator=(const qcContourT& other);
 
   /// Equal points, exactly, and the very same transform object: a copy equals its source, contours
@@ -68,6 +70,7 @@ class CNTR_EXPORT qcContourT : public virtual qcContour {
   /// object. Version 0, without the transform, is still read: the contour then keeps the one it
   /// has.
   void dispatchSerialize(qcArchive& archive) override;
+  /// The fields of a record of the given version; throws qcArchive::UnknownVersion for others.
   void serialize_(qcArchive& archive, unsigned char version) override;
 
   /// Rebuilds the data from the points.

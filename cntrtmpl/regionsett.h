@@ -22,14 +22,17 @@
 template <class Datum>
 class CNTR_EXPORT qcRegionSetT : public qcRegionSet {
  public:
+  /// A list of regions with data.
   using RegionsT = std::vector<qcPtrHandle_const<qcRegionT<Datum>>>;
 
   /// No regions.
   qcRegionSetT();
   /// Shares the regions; nothing is repaired. A null handle throws qcBadPointer.
   explicit qcRegionSetT(const RegionsT& regions);
+  /// The same for handles that may change their region; do not change it afterwards.
   explicit qcRegionSetT(std::vector<qcPtrHandle<qcRegionT<Datum>>> regions);
 
+  /// The regions with data, in order. O(n): the handles are copied.
   RegionsT regionsT() const { return regionsT_; }
 
   /// Not supported: throws qcPel::BadWindow. Use regularize().
@@ -41,9 +44,12 @@ class CNTR_EXPORT qcRegionSetT : public qcRegionSet {
   /// Record version 0: the qcRegionSet record, then the list of regions with data (whose own
   /// records hold no data, see qcRegionT).
   void dispatchSerialize(qcArchive& archive) override;
+  /// The fields of record version 0; throws qcArchive::UnknownVersion for others.
   void serialize_(qcArchive& archive, unsigned char version) override;
 
+  /// Rebuilds the list with data from the plain regions.
   void makeDataConsistentWithPoints() override;
+  /// Makes the regions with data the plain ones, too.
   void makePointsConsistentWithData() override;
 
  private:

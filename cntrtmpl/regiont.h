@@ -23,6 +23,7 @@
 template <class Datum>
 class CNTR_EXPORT qcRegionT : public qcRegion, public qcContourT<Datum> {
  public:
+  /// A list of holes with data.
   using Holes = std::vector<qcPtrHandle_const<qcRegionT<Datum>>>;
 
   /// No vertices, no holes, the identity as transform.
@@ -31,9 +32,12 @@ class CNTR_EXPORT qcRegionT : public qcRegion, public qcContourT<Datum> {
   qcRegionT(const qcContourT<Datum>& contour, unsigned long label);
   /// As the constructors of qcContourT with the same data.
   qcRegionT(const std::vector<Datum>& data, unsigned long label);
+  /// The same with a transform between data and points, see qcContourT.
   qcRegionT(const std::vector<Datum>& data, const qcPtrHandle_const<qc2XformBase>& dataFromPoints,
             unsigned long label);
+  /// Copies points, data, holes of both kinds and the answers already given; shares the transform.
   qcRegionT(const qcRegionT& other) = default;
+  /// Copies like the copy constructor, after forgetting this object's own answers.
   qcRegionT& operator=(const qcRegionT& other);
 
   /// The comparison of qcContourT: points, and identity of the transform.
@@ -41,6 +45,7 @@ class CNTR_EXPORT qcRegionT : public qcRegion, public qcContourT<Datum> {
 
   /// The holes with data. Measures and queries do not look at them.
   const Holes& holes() const noexcept { return holes_; }
+  /// Replaces the holes with data. Points, data and plain holes stay, and so do all answers.
   void holes(const Holes& holes) { holes_ = holes; }
 
   using qcContour::draw;
@@ -60,6 +65,7 @@ class CNTR_EXPORT qcRegionT : public qcRegion, public qcContourT<Datum> {
   /// are not stored: store a qcContourT to keep them. Loading leaves them as they were, whatever
   /// the points that come: set either side afterwards.
   void dispatchSerialize(qcArchive& archive) override;
+  /// The fields of record version 0; throws qcArchive::UnknownVersion for others.
   void serialize_(qcArchive& archive, unsigned char version) override;
 
  private:

@@ -23,16 +23,20 @@ class qcRadian {
   /// A full turn, 2 pi.
   static constexpr double fullTurn = 2.0 * std::numbers::pi;
 
+  /// An angle of so many radians, of any size.
   constexpr explicit qcRadian(double radians = 0.0) noexcept : value_(radians) {}
   /// Converts by one multiplication with pi / 180 (rounded once).
   constexpr qcRadian(const qcDegree& degrees) noexcept;  // NOLINT(google-explicit-constructor)
 
+  /// The angle in radians.
   constexpr double toDouble() const noexcept { return value_; }
 
   /// The same direction in [0, 2 pi). Exact for values in [0, 2 pi); a negative value that rounds
   /// up to the full turn gives 0. NaN and infinite angles give NaN.
   qcRadian norm() const noexcept;
 
+  /// @{
+  /// Arithmetic on the stored values: results are not normalised.
   constexpr qcRadian operator-() const noexcept { return qcRadian(-value_); }
   constexpr qcRadian operator+(qcRadian other) const noexcept {
     return qcRadian(value_ + other.value_);
@@ -41,6 +45,7 @@ class qcRadian {
     return qcRadian(value_ - other.value_);
   }
   constexpr qcRadian operator*(double factor) const noexcept { return qcRadian(value_ * factor); }
+  /// @}
   /// Compares the stored values: 0 and 2 pi are different.
   constexpr auto operator<=>(const qcRadian&) const noexcept = default;
 
@@ -51,18 +56,23 @@ class qcRadian {
 /// An angle in degrees. Holds the value as given.
 class qcDegree {
  public:
+  /// A full turn, 360.
   static constexpr double fullTurn = 360.0;
 
+  /// An angle of so many degrees, of any size.
   constexpr explicit qcDegree(double degrees = 0.0) noexcept : value_(degrees) {}
   /// Converts by one multiplication with 180 / pi (rounded once).
   constexpr qcDegree(const qcRadian& radians) noexcept  // NOLINT(google-explicit-constructor)
       : value_(radians.toDouble() * 57.29577951308232) {}
 
+  /// The angle in degrees.
   constexpr double toDouble() const noexcept { return value_; }
 
   /// The same direction in [0, 360), with the rules of qcRadian::norm().
   qcDegree norm() const noexcept;
 
+  /// @{
+  /// Arithmetic on the stored values: results are not normalised.
   constexpr qcDegree operator-() const noexcept { return qcDegree(-value_); }
   constexpr qcDegree operator+(qcDegree other) const noexcept {
     return qcDegree(value_ + other.value_);
@@ -71,6 +81,8 @@ class qcDegree {
     return qcDegree(value_ - other.value_);
   }
   constexpr qcDegree operator*(double factor) const noexcept { return qcDegree(value_ * factor); }
+  /// @}
+  /// Compares the stored values: 0 and 360 are different.
   constexpr auto operator<=>(const qcDegree&) const noexcept = default;
 
  private:
@@ -83,19 +95,25 @@ class qcAngle8 {
   /// One step in degrees, 360 / 256 (exact).
   static constexpr double degreesPerStep = 1.40625;
 
+  /// An angle of so many 256ths of a full turn.
   constexpr explicit qcAngle8(unsigned char steps = 0) noexcept : steps_(steps) {}
 
+  /// The angle in 256ths of a full turn.
   constexpr unsigned char steps() const noexcept { return steps_; }
+  /// The angle in degrees, in [0, 360). Exact.
   constexpr operator qcDegree() const noexcept {  // NOLINT(google-explicit-constructor)
     return qcDegree(steps_ * degreesPerStep);
   }
 
+  /// The sum, modulo a full turn.
   constexpr qcAngle8 operator+(qcAngle8 other) const noexcept {
     return qcAngle8(static_cast<unsigned char>(steps_ + other.steps_));
   }
+  /// The difference, modulo a full turn.
   constexpr qcAngle8 operator-(qcAngle8 other) const noexcept {
     return qcAngle8(static_cast<unsigned char>(steps_ - other.steps_));
   }
+  /// Equal steps.
   constexpr bool operator==(const qcAngle8&) const noexcept = default;
 
  private:

@@ -60,6 +60,7 @@ class QCPLATFORM_EXPORT qcArchive {
     UnknownVersion(const char* source, int line);
     /// Never null: an empty text when no source was named.
     const char* source() const noexcept { return source_.c_str(); }
+    /// The line of the check, or 0.
     int line() const noexcept { return line_; }
     void suicideAndRethrow() override;
 
@@ -99,7 +100,9 @@ class QCPLATFORM_EXPORT qcArchive {
   qcArchive& operator=(const qcArchive&) = delete;
   virtual ~qcArchive();
 
+  /// True when transfers go from the program into the archive.
   bool isStoring() const noexcept { return direction_ == Direction::eStoring; }
+  /// True when transfers go from the archive into the program.
   bool isLoading() const noexcept { return direction_ == Direction::eLoading; }
 
   /// One byte, 0 or 1.
@@ -131,7 +134,9 @@ class QCPLATFORM_EXPORT qcArchive {
   std::size_t roomFor(std::size_t remaining, std::size_t bytesEach) const;
 
  protected:
+  /// Which way an archive goes; fixed when it is made.
   enum class Direction { eStoring, eLoading };
+  /// An archive that has met no object yet.
   explicit qcArchive(Direction direction);
 
   /// Takes the next `count` bytes. Throws WriteFailed.
@@ -148,6 +153,7 @@ class QCPLATFORM_EXPORT qcArchive {
   std::wstring atPosition(const std::wstring& text) const;
   /// Through storeBytes and loadBytes, counted.
   void store(const void* bytes, std::size_t count);
+  /// Through loadBytes(), counted.
   void load(void* bytes, std::size_t count);
   /// Throws BadFormat, with the position.
   [[noreturn]] void badFormat(const std::wstring& what) const;

@@ -18,7 +18,9 @@
 class QCPLATFORM_EXPORT qcException : public virtual qcPersistent, public std::exception {
  public:
   qcException() noexcept = default;
+  /// The text of what() is not copied: the copy makes its own.
   qcException(const qcException& other) noexcept;
+  /// Forgets the text that what() has made.
   qcException& operator=(const qcException& other) noexcept;
   ~qcException() override;
 
@@ -51,6 +53,7 @@ class QCPLATFORM_EXPORT qcExceptionWithString : public qcException {
   /// The text up to its terminating null; a null pointer is an empty text.
   explicit qcExceptionWithString(const wchar_t* message = L"");
 
+  /// The text.
   std::wstring message() const { return message_text_; }
   /// Writes the text to `out`.
   void message_(std::wostream& out) const;
@@ -72,6 +75,7 @@ class QCPLATFORM_EXPORT qcBadPointer : public qcException {
 /// Failures of matrix and fitting arithmetic.
 class QCPLATFORM_EXPORT qcMathError {
  public:
+  /// Any of them.
   class QCPLATFORM_EXPORT Errors : public qcException {
    public:
     void suicideAndRethrow() override;
@@ -87,10 +91,12 @@ class QCPLATFORM_EXPORT qcMathError {
 /// support.
 class QCPLATFORM_EXPORT qcPel {
  public:
+  /// Any of them.
   class QCPLATFORM_EXPORT Errors : public qcException {
    public:
     void suicideAndRethrow() override;
   };
+  /// A window, or an operation, that there is not.
   class QCPLATFORM_EXPORT BadWindow : public Errors {
    public:
     void suicideAndRethrow() override;

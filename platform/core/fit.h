@@ -18,19 +18,23 @@ class QCPLATFORM_EXPORT qcFitError : public qcExceptionWithString {
   void suicideAndRethrow() override;
 };
 
+/// A class used as a namespace: what can be chosen in an ellipse fit.
 class qcEllipseFitDefs {
  public:
+  /// The method of the fit.
   enum fit_mode { eLeastSquares = 0 };
 };
 
 /// How to fit an ellipse.
 class qcEllipseFitParams {
  public:
+  /// See the functions of the same names for what each parameter means; qfEllipseFit() checks them.
   explicit qcEllipseFitParams(qcEllipseFitDefs::fit_mode mode = qcEllipseFitDefs::eLeastSquares,
                               const qcRadian& angle = qcRadian(0.0), unsigned long count = 0,
                               double threshold = std::numeric_limits<double>::infinity()) noexcept
       : mode_(mode), angle_(angle), count_(count), threshold_(threshold) {}
 
+  /// The method of the fit.
   qcEllipseFitDefs::fit_mode mode() const noexcept { return mode_; }
   /// The reference direction, finite: the reported rotation lies within a quarter turn of it, in
   /// (angle - pi/2, angle + pi/2]. The rotation of a circle is the reference direction itself.
@@ -53,6 +57,7 @@ class qcEllipseFitParams {
 class qcEllipseFitResults {
  public:
   qcEllipseFitResults() = default;
+  /// An ellipse and its residual, as given.
   qcEllipseFitResults(const qcEllipse& ellipse, double residual)
       : ellipse_(ellipse), residual_(residual) {}
 
@@ -66,19 +71,23 @@ class qcEllipseFitResults {
   double residual_ = 0.0;
 };
 
+/// A class used as a namespace: what can be chosen in a circle fit.
 class qcCircleFitDefs {
  public:
+  /// The method of the fit.
   enum fit_mode { eLeastSquares = 0 };
 };
 
 /// How to fit a circle.
 class qcCircleFitParams {
  public:
+  /// See the functions of the same names for what each parameter means; qfCircleFit() checks them.
   explicit qcCircleFitParams(qcCircleFitDefs::fit_mode mode = qcCircleFitDefs::eLeastSquares,
                              double relaxation = 1.0, unsigned long count = 0,
                              double threshold = std::numeric_limits<double>::infinity()) noexcept
       : mode_(mode), relaxation_(relaxation), count_(count), threshold_(threshold) {}
 
+  /// The method of the fit.
   qcCircleFitDefs::fit_mode mode() const noexcept { return mode_; }
   /// The share of each refining step that is taken, in (0, 1]; 1 takes full steps.
   double relaxation() const noexcept { return relaxation_; }
@@ -100,9 +109,11 @@ class qcCircleFitParams {
 class qcCircleFitResults {
  public:
   qcCircleFitResults() = default;
+  /// A circle and its residual, as given.
   qcCircleFitResults(const qcCircle& circle, double residual)
       : circle_(circle), residual_(residual) {}
 
+  /// The fitted circle.
   const qcCircle& circle() const noexcept { return circle_; }
   /// Root mean square distance of the fitted points to the curve, in the points' unit.
   double residual() const noexcept { return residual_; }

@@ -20,7 +20,9 @@ class QCPLATFORM_EXPORT qcRepBase {
 
  protected:
   qcRepBase() noexcept = default;
+  /// Never copies the count.
   qcRepBase(const qcRepBase&) noexcept {}
+  /// Leaves the count as it is.
   qcRepBase& operator=(const qcRepBase&) noexcept { return *this; }
 
  private:
@@ -31,6 +33,7 @@ class QCPLATFORM_EXPORT qcRepBase {
 /// The only one that touches the counts.
 class QCPLATFORM_EXPORT qc_PtrHandleBase_RepAccessor {
  protected:
+  /// Counts one more reference; nothing for null.
   static void addReference(const qcRepBase* rep) noexcept {
     if (rep != nullptr) qfInterlockedIncrement(rep->references_);
   }
@@ -48,17 +51,22 @@ class QCPLATFORM_EXPORT qcPtrHandleBase_const : protected qc_PtrHandleBase_RepAc
 
  protected:
   qcPtrHandleBase_const() noexcept = default;
+  /// Counts one more reference to `rep`, which may be null.
   explicit qcPtrHandleBase_const(const qcRepBase* rep) noexcept : rep_(rep) { addReference(rep_); }
+  /// Counts one more reference to the object of `other`.
   qcPtrHandleBase_const(const qcPtrHandleBase_const& other) noexcept : rep_(other.rep_) {
     addReference(rep_);
   }
+  /// Takes over the reference of `other`, which is null then.
   qcPtrHandleBase_const(qcPtrHandleBase_const&& other) noexcept
       : rep_(std::exchange(other.rep_, nullptr)) {}
   qcPtrHandleBase_const& operator=(const qcPtrHandleBase_const&) = delete;
   ~qcPtrHandleBase_const() { dropReference(rep_); }
 
+  /// Exchanges the objects; counts stay as they are.
   void swap(qcPtrHandleBase_const& other) noexcept { std::swap(rep_, other.rep_); }
 
+  /// The counted part of the object, or null.
   const qcRepBase* rep() const noexcept { return rep_; }
 
  private:
@@ -68,6 +76,7 @@ class QCPLATFORM_EXPORT qcPtrHandleBase_const : protected qc_PtrHandleBase_RepAc
 /// The same for handles that may change their object.
 class QCPLATFORM_EXPORT qcPtrHandleBase : public qcPtrHandleBase_const {
  protected:
+  /// The constructors of the base.
   using qcPtrHandleBase_const::qcPtrHandleBase_const;
 };
 
@@ -75,13 +84,16 @@ class QCPLATFORM_EXPORT qcPtrHandleBase : public qcPtrHandleBase_const {
 template <class T>
 class qcPtrHandle : public qcPtrHandleBase {
  public:
+  /// The type of the object.
   using element_type = T;
 
   /// Null.
   qcPtrHandle() noexcept = default;
   /// Shares `object`, which was made with new; the last handle deletes it.
   explicit qcPtrHandle(T* object) noexcept : qcPtrHandleBase(object), object_(object) {}
+  /// Shares the object of `other`.
   qcPtrHandle(const qcPtrHandle&) noexcept = default;
+  /// Takes over the reference of `other`, which is null then.
   qcPtrHandle(qcPtrHandle&& other) noexcept
       : qcPtrHandleBase(std::move(other)), object_(std::exchange(other.object_, nullptr)) {}
   /// A handle to a derived class is a handle to its base.
@@ -89,6 +101,7 @@ class qcPtrHandle : public qcPtrHandleBase {
   requires std::is_convertible_v<U*, T*> qcPtrHandle(const qcPtrHandle<U>& other)
   noexcept  // NOLINT(google-explicit-constructor)
       : qcPtrHandle(other.get()) {}
+  /// Shares, or takes over, the object of `other`; deletes its own with the last reference.
   qcPtrHandle& operator=(qcPtrHandle other) noexcept {
     swap(other);
     std::swap(object_, other.object_);
@@ -96,6 +109,7 @@ class qcPtrHandle : public qcPtrHandleBase {
   }
   ~qcPtrHandle() = default;
 
+  /// The object, or null. The handle keeps its reference.
   T* get() const noexcept { return object_; }
   /// Throws qcBadPointer on a null handle.
   T* operator->() const { return &**this; }
@@ -116,6 +130,7 @@ class qcPtrHandle : public qcPtrHandleBase {
 template <class T>
 class qcPtrHandle_const : public qcPtrHandleBase_const {
  public:
+  /// The type of the object, const.
   using element_type = const T;
 
   /// Null.
@@ -123,7 +138,9 @@ class qcPtrHandle_const : public qcPtrHandleBase_const {
   /// Shares `object`, which was made with new; the last handle deletes it.
   explicit qcPtrHandle_const(const T* object) noexcept
       : qcPtrHandleBase_const(object), object_(object) {}
+  /// Shares the object of `other`.
   qcPtrHandle_const(const qcPtrHandle_const&) noexcept = default;
+  /// Takes over the reference of `other`, which is null then.
   qcPtrHandle_const(qcPtrHandle_const&& other) noexcept
       : qcPtrHandleBase_const(std::move(other)), object_(std::exchange(other.object_, nullptr)) {}
   /// Shares the object of a handle that may change it.
@@ -131,11 +148,13 @@ class qcPtrHandle_const : public qcPtrHandleBase_const {
   requires std::is_convertible_v<const U*, const T*> qcPtrHandle_const(const qcPtrHandle<U>& other)
   noexcept  // NOLINT(google-explicit-constructor)
       : qcPtrHandle_const(other.get()) {}
+  /// A handle to a derived class is a handle to its base.
   template <class U>
   requires std::is_convertible_v<const U*, const T*> qcPtrHandle_const(
       const qcPtrHandle_const<U>& other)
   noexcept  // NOLINT(google-explicit-constructor)
       : qcPtrHandle_const(other.get()) {}
+  /// Shares, or takes over, the object of `other`; deletes its own with the last reference.
   qcPtrHandle_const& operator=(qcPtrHandle_const other) noexcept {
     swap(other);
     std::swap(object_, other.object_);
@@ -143,6 +162,7 @@ class qcPtrHandle_const : public qcPtrHandleBase_const {
   }
   ~qcPtrHandle_const() = default;
 
+  /// The object, or null. The handle keeps its reference.
   const T* get() const noexcept { return object_; }
   /// Throws qcBadPointer on a null handle.
   const T* operator->() const { return &**this; }

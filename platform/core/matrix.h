@@ -40,10 +40,12 @@ class qcMatrix<2> {
   /// Recomputes the determinant, e00*e11 - e01*e10, after elements were written.
   constexpr void setdt() noexcept { det_ = e00_ * e11_ - e01_ * e10_; }
 
+  /// The matrix product: each element the sum of two products, in the order of the columns.
   constexpr qcMatrix operator*(const qcMatrix& other) const noexcept {
     return {e00_ * other.e00_ + e01_ * other.e10_, e00_ * other.e01_ + e01_ * other.e11_,
             e10_ * other.e00_ + e11_ * other.e10_, e10_ * other.e01_ + e11_ * other.e11_};
   }
+  /// The image of a vector: (e00*x + e01*y, e10*x + e11*y).
   constexpr qcVector<2> operator*(const qcVector<2>& v) const noexcept {
     return {e00_ * v.x() + e01_ * v.y(), e10_ * v.x() + e11_ * v.y()};
   }

@@ -24,6 +24,7 @@ class QCPLATFORM_EXPORT qcPersistent {
   /// address is not taken for it.
   virtual ~qcPersistent();
 
+  /// True while change notices are counted.
   bool isTracking() const noexcept { return isTracking_; }
   /// Switches the counting of change notices; the count is kept.
   void isTracking(bool track) noexcept { isTracking_ = track; }
@@ -86,6 +87,7 @@ class QCPLATFORM_EXPORT qcPersistent {
 /// may be registered on any thread at any time; no lock is taken.
 class QCPLATFORM_EXPORT qc_Instantiator {
  public:
+  /// Registers `make`, which returns a new object of the class `type`, made with new.
   qc_Instantiator(const std::type_info& type, qcPersistent* (*make)());
 };
 

@@ -21,14 +21,19 @@ class QCPLATFORM_EXPORT qcPoint : public virtual qcPersistent {
  public:
   /// The origin.
   qcPoint() noexcept = default;
+  /// At `position`.
   qcPoint(const qcVector<2>& position) noexcept  // NOLINT(google-explicit-constructor)
       : position_(position) {}
 
+  /// Where the point is.
   const qcVector<2>& pos() const noexcept { return position_; }
+  /// A point is a vector wherever one is asked for.
   operator const qcVector<2>&() const noexcept {  // NOLINT(google-explicit-constructor)
     return position_;
   }
+  /// Euclidean distance to p.
   double distToPoint(const qcVector<2>& p) const noexcept { return position_.distance(p); }
+  /// Exact equality of the positions.
   bool operator==(const qcPoint& other) const noexcept { return position_ == other.position_; }
 
  protected:
@@ -46,10 +51,13 @@ class QCPLATFORM_EXPORT qcLine : public virtual qcPersistent {
  public:
   /// Through the origin, with a zero direction.
   qcLine() noexcept = default;
+  /// Through `point` along `direction`, both kept as given.
   qcLine(const qcVector<2>& point, const qcVector<2>& direction) noexcept
       : point_(point), direction_(direction) {}
 
+  /// The point given.
   const qcVector<2>& pos() const noexcept { return point_; }
+  /// The direction given.
   const qcVector<2>& dir() const noexcept { return direction_; }
 
   /// Where the lines meet. Parallel lines (a cross product of exactly 0) give the point of this
@@ -66,9 +74,11 @@ class QCPLATFORM_EXPORT qcLine : public virtual qcPersistent {
   qcPoint proj(const qcVector<2>& p) const noexcept {
     return qnKernel::projectOnLine(p, point_, direction_);
   }
+  /// Distance from p to its foot; to the line's point when the direction is zero.
   double distToPoint(const qcVector<2>& p) const noexcept {
     return qnKernel::distanceToLine(p, point_, direction_);
   }
+  /// Exact equality of points and directions: two descriptions of one line can differ.
   bool operator==(const qcLine& other) const noexcept {
     return point_ == other.point_ && direction_ == other.direction_;
   }
@@ -89,9 +99,12 @@ class QCPLATFORM_EXPORT qcLineSeg : public virtual qcPersistent {
  public:
   /// From the origin to the origin.
   qcLineSeg() noexcept = default;
+  /// From p1 to p2.
   qcLineSeg(const qcVector<2>& p1, const qcVector<2>& p2) noexcept : p1_(p1), p2_(p2) {}
 
+  /// The end where it starts.
   const qcVector<2>& p1() const noexcept { return p1_; }
+  /// The end where it leads.
   const qcVector<2>& p2() const noexcept { return p2_; }
 
   /// The line that carries the segment: (p1, p2 - p1).
@@ -100,6 +113,7 @@ class QCPLATFORM_EXPORT qcLineSeg : public virtual qcPersistent {
   double distToPoint(const qcVector<2>& p) const noexcept {
     return qnKernel::distanceToSegment(p, p1_, p2_);
   }
+  /// Exact equality of both ends, in their order.
   bool operator==(const qcLineSeg& other) const noexcept {
     return p1_ == other.p1_ && p2_ == other.p2_;
   }
@@ -127,9 +141,13 @@ class QCPLATFORM_EXPORT qcRect : public virtual qcPersistent {
   /// Two opposite corners, in any order.
   qcRect(const qcPoint& corner, const qcPoint& opposite) noexcept;
 
+  /// The corner of the smaller coordinates.
   const qcVector<2>& ul() const noexcept { return ul_; }
+  /// The corner of the larger coordinates.
   const qcVector<2>& lr() const noexcept { return lr_; }
+  /// The extent along x, not negative.
   double width() const noexcept { return lr_.x() - ul_.x(); }
+  /// The extent along y, not negative.
   double height() const noexcept { return lr_.y() - ul_.y(); }
 
   /// The smallest rectangle that holds both: componentwise minimum and maximum. A NaN coordinate of
@@ -139,6 +157,7 @@ class QCPLATFORM_EXPORT qcRect : public virtual qcPersistent {
   bool within(const qcVector<2>& p) const noexcept {
     return p.x() >= ul_.x() && p.x() <= lr_.x() && p.y() >= ul_.y() && p.y() <= lr_.y();
   }
+  /// Exact equality of both corners.
   bool operator==(const qcRect& other) const noexcept {
     return ul_ == other.ul_ && lr_ == other.lr_;
   }
@@ -154,14 +173,19 @@ class QCPLATFORM_EXPORT qcRect : public virtual qcPersistent {
   qcVector<2> lr_;
 };
 
+/// A circle: a centre and a radius.
 class QCPLATFORM_EXPORT qcCircle : public virtual qcPersistent {
  public:
   /// Centre (0, 0), radius 0.
   qcCircle() noexcept = default;
+  /// Centre and radius as given; the radius is not checked.
   qcCircle(const qcVector<2>& center, double radius) noexcept : center_(center), radius_(radius) {}
 
+  /// The centre.
   const qcVector<2>& center() const noexcept { return center_; }
+  /// The radius, in the unit of the coordinates.
   double radius() const noexcept { return radius_; }
+  /// Exact equality of centre and radius.
   bool operator==(const qcCircle& other) const noexcept {
     return center_ == other.center_ && radius_ == other.radius_;
   }
@@ -180,7 +204,9 @@ class QCPLATFORM_EXPORT qcCircle : public virtual qcPersistent {
 /// An ellipse, described by its geometry record.
 class QCPLATFORM_EXPORT qcEllipse : public virtual qcPersistent {
  public:
+  /// Centre, semi-axes and their directions.
   struct qcEllipseGeom {
+    /// The centre.
     qcVector<2> center;
     /// Semi-axis along `rotation`.
     double radius1 = 0.0;
@@ -191,6 +217,7 @@ class QCPLATFORM_EXPORT qcEllipse : public virtual qcPersistent {
     /// Departure of the second semi-axis from a right angle; 0 for a principal-axes description.
     qcRadian skew;
 
+    /// Exact equality of all numbers.
     bool operator==(const qcEllipseGeom&) const noexcept = default;
   };
 
@@ -198,9 +225,12 @@ class QCPLATFORM_EXPORT qcEllipse : public virtual qcPersistent {
   qcEllipse() noexcept = default;
   /// Both radii those of the circle, angles 0.
   explicit qcEllipse(const qcCircle& circle) noexcept;
+  /// The ellipse that `geom` describes; nothing is checked or brought into another form.
   explicit qcEllipse(const qcEllipseGeom& geom) noexcept : geom_(geom) {}
 
+  /// The geometry record as given.
   const qcEllipseGeom& geom() const noexcept { return geom_; }
+  /// Exact equality of the geometry records: two descriptions of one ellipse can differ.
   bool operator==(const qcEllipse& other) const noexcept { return geom_ == other.geom_; }
 
  protected:
@@ -216,6 +246,7 @@ class QCPLATFORM_EXPORT qcEllipse : public virtual qcPersistent {
 /// A list of vertices with the rule that says what it fills.
 class QCPLATFORM_EXPORT qcPolygon : public virtual qcPersistent {
  public:
+  /// Which points a polygon that crosses itself fills.
   enum PolyFillMode { eEvenOdd = 0, eNonZero = 1 };
 
   /// Thrown for a vertex index outside 0 .. size() - 1.
@@ -226,13 +257,17 @@ class QCPLATFORM_EXPORT qcPolygon : public virtual qcPersistent {
 
   /// No vertices, even-odd.
   qcPolygon() = default;
+  /// The vertices as given.
   explicit qcPolygon(std::vector<qcVector<2>> vertices, PolyFillMode fillMode = eEvenOdd)
       : vertices_(std::move(vertices)), fillMode_(fillMode) {}
 
+  /// The number of vertices.
   int size() const noexcept { return static_cast<int>(vertices_.size()); }
   /// Throws BadIndex when `index` is not in 0 .. size() - 1.
   const qcVector<2>& operator[](long index) const;
+  /// The rule given.
   PolyFillMode fillMode() const noexcept { return fillMode_; }
+  /// Equal rule and exactly equal vertices, in the same order from the same start.
   bool operator==(const qcPolygon& other) const noexcept {
     return fillMode_ == other.fillMode_ && vertices_ == other.vertices_;
   }

@@ -39,6 +39,7 @@ class QCPLATFORM_EXPORT qcThreadID {
     void suicideAndRethrow() override;
   };
 
+  /// Names the thread with this standard id.
   explicit qcThreadID(std::thread::id id) noexcept : id_(id) {}
 
   /// Runs `function(thread, context)` on this thread when it ends (on the first thread: when the
@@ -49,6 +50,7 @@ class QCPLATFORM_EXPORT qcThreadID {
   /// REQUIRES: function is not null.
   void atexit(void (*function)(const qcThreadID& thread, void* context), void* context) const;
 
+  /// True for the same thread.
   bool operator==(const qcThreadID&) const noexcept = default;
 
  private:

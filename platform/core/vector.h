@@ -15,10 +15,14 @@ template <class T>
 class qcPair {
  public:
   constexpr qcPair() noexcept : x_(), y_() {}
+  /// The two values.
   constexpr qcPair(T x, T y) noexcept : x_(x), y_(y) {}
 
+  /// The first value.
   constexpr T x() const noexcept { return x_; }
+  /// The second value.
   constexpr T y() const noexcept { return y_; }
+  /// Equality of both values.
   constexpr bool operator==(const qcPair&) const noexcept = default;
 
  private:
@@ -37,6 +41,7 @@ class qcVector<2> {
  public:
   /// The origin.
   constexpr qcVector() noexcept : x_(0.0), y_(0.0) {}
+  /// The vector of these coordinates.
   constexpr qcVector(double x, double y) noexcept : x_(x), y_(y) {}
   /// The vector of a length and a direction: (length cos angle, length sin angle).
   qcVector(double length, const qcRadian& angle) noexcept
@@ -45,16 +50,22 @@ class qcVector<2> {
   constexpr explicit qcVector(const qcPair<long>& pixel) noexcept
       : x_(static_cast<double>(pixel.x())), y_(static_cast<double>(pixel.y())) {}
 
+  /// The coordinate along the x axis.
   constexpr double x() const noexcept { return x_; }
+  /// The coordinate along the y axis.
   constexpr double y() const noexcept { return y_; }
 
+  /// (x + x', y + y').
   constexpr qcVector operator+(const qcVector& other) const noexcept {
     return {x_ + other.x_, y_ + other.y_};
   }
+  /// (x - x', y - y').
   constexpr qcVector operator-(const qcVector& other) const noexcept {
     return {x_ - other.x_, y_ - other.y_};
   }
+  /// (-x, -y).
   constexpr qcVector operator-() const noexcept { return {-x_, -y_}; }
+  /// (x * factor, y * factor).
   constexpr qcVector operator*(double factor) const noexcept { return {x_ * factor, y_ * factor}; }
   /// Dot product, x*x' + y*y'.
   constexpr double operator*(const qcVector& other) const noexcept {

@@ -21,10 +21,13 @@ class qcXform<2> {
 
   /// The identity.
   constexpr qcXform() noexcept = default;
+  /// p -> matrix * p + translation.
   constexpr qcXform(const qcMatrix<2>& matrix, const qcVector<2>& translation) noexcept
       : matrix_(matrix), translation_(translation) {}
 
+  /// The linear part.
   constexpr const qcMatrix<2>& matrix() const noexcept { return matrix_; }
+  /// The translation, applied after the linear part.
   constexpr const qcVector<2>& trans() const noexcept { return translation_; }
 
   /// The image of a point: ((e00*x + e01*y) + tx, (e10*x + e11*y) + ty).
@@ -58,6 +61,7 @@ QCPLATFORM_EXPORT qcArchive& operator||(qcArchive& archive, qcXform<2>& xform);
 /// A transform as a shared, archivable object. The objects are immutable.
 class QCPLATFORM_EXPORT qc2XformBase : public virtual qcPersistent, public virtual qcRepBase {
  public:
+  /// The image of a point.
   virtual qcVector<2> mapPoint(const qcVector<2>& point) const = 0;
   /// True when linearXform() describes the whole transform.
   virtual bool isLinear() const = 0;
@@ -77,8 +81,10 @@ class QCPLATFORM_EXPORT qc2XformLinear : public qc2XformBase {
  public:
   /// The identity.
   qc2XformLinear() noexcept = default;
+  /// The transform object of `xform`.
   explicit qc2XformLinear(const qcXform<2>& xform) noexcept : xform_(xform) {}
 
+  /// The image of a point, as of linearXform().
   qcVector<2> mapPoint(const qcVector<2>& point) const override;
   /// Always true.
   bool isLinear() const override;
@@ -90,6 +96,7 @@ class QCPLATFORM_EXPORT qc2XformLinear : public qc2XformBase {
 
  protected:
   void dispatchSerialize(qcArchive& archive) override;
+  /// The fields of record version 0; throws qcArchive::UnknownVersion for others.
   void serialize_(qcArchive& archive, unsigned char version);
 
  private:
@@ -105,14 +112,17 @@ class QCPLATFORM_EXPORT qc2Rigid : public qc2XformBase {
  public:
   /// The identity.
   qc2Rigid() noexcept = default;
+  /// The rotation by `angle`, then the translation.
   qc2Rigid(const qcDegree& angle, const qcVector<2>& translation) noexcept;
 
   /// The angle as given, not normalised.
   qcDegree angle() const noexcept { return angle_; }
+  /// The translation.
   const qcVector<2>& trans() const noexcept { return xform_.trans(); }
   /// The transform as a value: qcMatrix<2>(angle, angle, 1, 1) and the translation.
   const qcXform<2>& xform() const noexcept { return xform_; }
 
+  /// The image of a point, as of xform().
   qcVector<2> mapPoint(const qcVector<2>& point) const override;
   /// Always true.
   bool isLinear() const override;
@@ -125,6 +135,7 @@ class QCPLATFORM_EXPORT qc2Rigid : public qc2XformBase {
 
  protected:
   void dispatchSerialize(qcArchive& archive) override;
+  /// The fields of record version 0; throws qcArchive::UnknownVersion for others.
   void serialize_(qcArchive& archive, unsigned char version);
 
  private:

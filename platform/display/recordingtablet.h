@@ -12,12 +12,18 @@
 /// Remembers every drawLineSeg call.
 class QCPLATFORM_EXPORT qcRecordingTablet : public qcUITablet {
  public:
+  /// One drawLineSeg call.
   struct Segment {
+    /// Where the segment starts.
     qcPair<double> from;
+    /// Where the segment ends.
     qcPair<double> to;
+    /// Its colour.
     qcColor color;
+    /// The layer that it was drawn on.
     Layers layers;
 
+    /// Exact equality of all four.
     bool operator==(const Segment&) const noexcept = default;
   };
 
@@ -26,6 +32,7 @@ class QCPLATFORM_EXPORT qcRecordingTablet : public qcUITablet {
 
   /// All segments so far, in drawing order.
   const std::vector<Segment>& segments() const noexcept { return segments_; }
+  /// Forgets all segments.
   void clear() noexcept { segments_.clear(); }
 
  private:

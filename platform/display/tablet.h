@@ -10,14 +10,21 @@
 /// A colour, 8 bits a channel.
 class QCPLATFORM_EXPORT qcColor {
  public:
+  /// The intensities of red, green and blue, 0 to 255.
   constexpr qcColor(unsigned char r, unsigned char g, unsigned char b) noexcept
       : red_(r), green_(g), blue_(b) {}
 
+  /// The intensity of red.
   constexpr unsigned char r() const noexcept { return red_; }
+  /// The intensity of green.
   constexpr unsigned char g() const noexcept { return green_; }
+  /// The intensity of blue.
   constexpr unsigned char b() const noexcept { return blue_; }
+  /// Equality of all three channels.
   constexpr bool operator==(const qcColor&) const noexcept = default;
 
+  /// @{
+  /// The usual colours.
   static const qcColor black;
   static const qcColor white;
   static const qcColor red;
@@ -28,6 +35,7 @@ class QCPLATFORM_EXPORT qcColor {
   static const qcColor yellow;
   static const qcColor orange;
   static const qcColor grey;
+  /// @}
 
  private:
   unsigned char red_;

@@ -13,12 +13,16 @@ class qcEdgelet {
  public:
   /// At the origin, magnitude 0, angle 0.
   constexpr qcEdgelet() noexcept : magnitude_(0) {}
+  /// An edge point as given.
   constexpr qcEdgelet(const qcVector<2>& position, unsigned short magnitude,
                       const qcAngle8& angle) noexcept
       : position_(position), magnitude_(magnitude), angle_(angle) {}
 
+  /// Where it lies, in pixels.
   constexpr const qcVector<2>& position() const noexcept { return position_; }
+  /// How strong it is.
   constexpr unsigned short magnitude() const noexcept { return magnitude_; }
+  /// Where its gradient points.
   constexpr qcAngle8 angle() const noexcept { return angle_; }
 
   /// Exact equality of all three.
