@@ -6,6 +6,8 @@
 
 #include <platform/export.h>
 
+/// @def CNTR_EXPORT
+/// Marks a class or function that libcntr offers to its users.
 #if defined(_WIN32)
 #if defined(cntr_EXPORTS)
 #define CNTR_EXPORT __declspec(dllexport)

@@ -9,6 +9,8 @@
 #error "The inline arithmetic of this library needs IEEE 754: compile without -ffast-math."
 #endif
 
+/// @def QCPLATFORM_EXPORT
+/// Marks a class or function that libqcplatform offers to its users.
 #if defined(_WIN32)
 #if defined(qcplatform_EXPORTS)
 #define QCPLATFORM_EXPORT __declspec(dllexport)

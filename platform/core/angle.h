@@ -134,7 +134,9 @@ inline double qfNormTurn(double value, double turn) noexcept {
 inline qcRadian qcRadian::norm() const noexcept { return qcRadian(qfNormTurn(value_, fullTurn)); }
 inline qcDegree qcDegree::norm() const noexcept { return qcDegree(qfNormTurn(value_, fullTurn)); }
 
+/// @{
 /// Stores or loads an angle as given: one double, the steps of a qcAngle8 as one byte.
 QCPLATFORM_EXPORT qcArchive& operator||(qcArchive& archive, qcRadian& angle);
 QCPLATFORM_EXPORT qcArchive& operator||(qcArchive& archive, qcDegree& angle);
 QCPLATFORM_EXPORT qcArchive& operator||(qcArchive& archive, qcAngle8& angle);
+/// @}

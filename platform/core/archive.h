@@ -222,6 +222,7 @@ qcArchive& operator||(qcArchive& archive, qcPtrHandle<T>& handle) {
   return archive;
 }
 
+/// The same for a handle to a const object.
 template <class T>
 qcArchive& operator||(qcArchive& archive, qcPtrHandle_const<T>& handle) {
   qcPtrHandle<T> shared(const_cast<T*>(handle.get()));

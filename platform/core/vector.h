@@ -94,6 +94,7 @@ class qcVector<2> {
 
 static_assert(std::is_trivially_copyable_v<qcVector<2>> && sizeof(qcVector<2>) == 16);
 
+/// (x * factor, y * factor).
 constexpr qcVector<2> operator*(double factor, const qcVector<2>& vector) noexcept {
   return vector * factor;
 }
