@@ -79,10 +79,10 @@ class CNTR_EXPORT qcRegion : public virtual qcContour {
   /// point in a hole of a hole is inside again).
   ///
   /// Decided by counting the crossings of a ray with the boundary, in a direction that keeps clear
-  /// of all vertices. A point within 1e-6 of a boundary vertex is inside; a point elsewhere on the
-  /// boundary may fall on either side. The ray is as long as twice the largest distance of a vertex
-  /// from the first one: for points near a corner of the bounding box it can fall short of the far
-  /// side.
+  /// of all vertices. A point within 1e-6 of a boundary vertex is inside, unless it is outside the
+  /// bounding box; a point elsewhere on the boundary may fall on either side. The ray is as long as
+  /// twice the largest distance of a vertex from the first one: for points near a corner of the
+  /// bounding box it can fall short of the far side.
   bool inside(const qcVector<2>& p, bool considerHoles) const;
   /// Distance from p to the nearest boundary point or vertex; 0 when `zeroIfInside` and
   /// inside(p, considerHoles).
@@ -164,6 +164,8 @@ class CNTR_EXPORT qcRegion : public virtual qcContour {
   /// The box of the outer boundary and of all holes; nothing when asking the region could throw: a
   /// null hole, a boundary of fewer than 2 vertices, coordinates that are not finite.
   std::optional<cntr::index::Box> boxOfBoundaries() const;
+  /// The same of the outer boundary alone.
+  std::optional<cntr::index::Box> boxOfBoundary() const;
   /// True when the outer boundaries cross or touch: intersections(other) has a point.
   bool crosses(const qcRegion& other) const;
   void assignRepaired(qcRegion& dest, bool outerHullMode) const;
