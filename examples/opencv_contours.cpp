@@ -3,6 +3,7 @@
 // From the contours that OpenCV finds in a picture, and their hierarchy, to regions with holes and
 // to a set of them. docs/from-opencv.md tells what to know about such contours.
 
+#include <algorithm>
 #include <cstddef>
 #include <iostream>
 #include <vector>
@@ -24,11 +25,9 @@ constexpr int parent = 3;
 /// The vertices in reverse: OpenCV's outer contours have a negative signed area, which does not
 /// suit inertia matrices.
 std::vector<qcVector<2>> verticesOf(const std::vector<cv::Point>& contour) {
-  std::vector<qcVector<2>> vertices;
-  vertices.reserve(contour.size());
-  for (auto point = contour.rbegin(); point != contour.rend(); ++point) {
-    vertices.emplace_back(point->x, point->y);
-  }
+  std::vector<qcVector<2>> vertices(contour.size());
+  std::transform(contour.rbegin(), contour.rend(), vertices.begin(),
+                 [](const cv::Point& point) { return qcVector<2>(point.x, point.y); });
   return vertices;
 }
 
