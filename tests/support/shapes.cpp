@@ -6,6 +6,8 @@
 #include <limits>
 #include <utility>
 
+#include <tests/support/trigonometry.h>
+
 namespace shapes {
 
 namespace {
@@ -16,7 +18,7 @@ constexpr double infinity = std::numeric_limits<double>::infinity();
 double real(std::size_t value) { return static_cast<double>(value); }
 
 Point polar(const Point& center, double radius, double angle) {
-  return Point(center.x() + radius * std::cos(angle), center.y() + radius * std::sin(angle));
+  return Point(center.x() + radius * cosine(angle), center.y() + radius * sine(angle));
 }
 
 Point shifted(const Point& p, double dx, double dy) { return Point(p.x() + dx, p.y() + dy); }
@@ -72,7 +74,9 @@ Point uniformIn(Random& random, const Extent& e) {
   return Point(x, random.uniform(e.minY, e.maxY));
 }
 
-double diagonal(const Extent& e) { return std::hypot(e.maxX - e.minX, e.maxY - e.minY); }
+double distance(double dx, double dy) { return std::sqrt(dx * dx + dy * dy); }
+
+double diagonal(const Extent& e) { return distance(e.maxX - e.minX, e.maxY - e.minY); }
 
 // Two points on opposite sides of the box.
 Segment acrossBox(Random& random, const Extent& e) {
@@ -105,7 +109,7 @@ Point onEdge(Random& random, const Points& points) {
 
 Point besideEdge(Random& random, const Points& points) {
   const Segment edge = anyEdge(random, points);
-  const double length = std::hypot(edge.b.x() - edge.a.x(), edge.b.y() - edge.a.y());
+  const double length = distance(edge.b.x() - edge.a.x(), edge.b.y() - edge.a.y());
   const double offset = tinyOffset(random);
   if (!(length > 0.0)) return shifted(edge.a, offset, 0.0);
   return shifted(between(edge.a, edge.b, random.uniform()),
@@ -164,7 +168,7 @@ Points toothSide(Random& random, const Point& bar, const Point& tip, std::size_t
   Points side{bar};
   for (std::size_t j = 1; j <= spare; ++j) {
     const double f = real(j) / real(spare + 1);
-    const double shift = 0.08 * w * std::sin(40.0 * f) + 0.01 * w * (random.uniform() - 0.5);
+    const double shift = 0.08 * w * sine(40.0 * f) + 0.01 * w * (random.uniform() - 0.5);
     side.push_back(shifted(between(bar, tip, f), shift, 0.0));
   }
   side.push_back(tip);
@@ -304,7 +308,7 @@ Points smoothStar(std::size_t n, std::uint64_t seed) {
   const double roughness = std::min(2.0 * pi * 500.0 / real(n), 20.0);
   for (std::size_t i = 0; i < n; ++i) {
     const double t = 2.0 * pi * real(i) / real(n);
-    const double wave = 1.0 + 0.08 * std::cos(5.0 * t + 1.0) + 0.04 * std::cos(17.0 * t + 2.0);
+    const double wave = 1.0 + 0.08 * cosine(5.0 * t + 1.0) + 0.04 * cosine(17.0 * t + 2.0);
     const double radius = 450.0 * wave + 0.8 * (random.uniform() - 0.5) * roughness;
     points.push_back(polar(Point(640.0, 480.0), radius, t));
   }
@@ -438,7 +442,7 @@ Points lissajous(std::size_t n, unsigned p, unsigned q, double phase) {
   Points points;
   for (std::size_t i = 0; i < n; ++i) {
     const double t = 2.0 * pi * real(i) / real(n);
-    points.push_back(Point(80.0 * std::cos(p * t + phase), 60.0 * std::sin(q * t)));
+    points.push_back(Point(80.0 * cosine(p * t + phase), 60.0 * sine(q * t)));
   }
   return points;
 }
@@ -483,8 +487,8 @@ void addVerticesOnEdges(Random& random, Points& points, std::size_t maxVertices)
 }
 
 void rotate(Points& points, double angle) {
-  const double c = std::cos(angle);
-  const double s = std::sin(angle);
+  const double c = cosine(angle);
+  const double s = sine(angle);
   for (Point& p : points) p = Point(c * p.x() - s * p.y(), s * p.x() + c * p.y());
 }
 

@@ -1,8 +1,9 @@
 // SPDX-License-Identifier: MIT
 //
 // Seeded shapes, query points and query segments for property tests and benchmarks. Everything is
-// drawn from the generator below, so a seed names the same case on every system (up to the last bit
-// of the system's sine and cosine). The answers to compare with are in tests/plain.
+// drawn from the generator below with the four rules of arithmetic and square roots, so a seed
+// names the same case, bit for bit, on every system. The answers to compare with are in
+// tests/plain.
 
 #pragma once
 
