@@ -3,6 +3,8 @@
 # Compiler flags of this project's own targets. They are set per directory, so that neither a project
 # that adds this one as a subdirectory nor a user of the installed package inherits them.
 
+include(CheckCXXSourceCompiles)
+
 set(CMAKE_CXX_STANDARD 20)
 set(CMAKE_CXX_STANDARD_REQUIRED ON)
 set(CMAKE_CXX_EXTENSIONS OFF)
@@ -28,8 +30,19 @@ if(MSVC)
   return()
 endif()
 
-# Fused multiply-adds would make answers depend on the processor.
+# Fused multiply-adds would make answers depend on the processor. When g++ vectorizes
+# a * b - c * d, e * f + g * h it fuses them nevertheless.
 add_compile_options(-ffp-contract=off)
+if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+  check_cxx_source_compiles("
+    #ifndef __FMA__
+    #error No fused multiply-adds to be had.
+    #endif
+    int main() {}" CNTR_HAS_FUSED_MULTIPLY_ADD)
+  if(CNTR_HAS_FUSED_MULTIPLY_ADD)
+    add_compile_options(-fno-tree-loop-vectorize -fno-tree-slp-vectorize)
+  endif()
+endif()
 
 add_compile_options(
   -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wsign-conversion -Wold-style-cast
@@ -51,6 +64,9 @@ if(CNTR_SANITIZE)
   set(sanitizers -fsanitize=address,undefined,float-cast-overflow -fno-sanitize-recover=all)
   add_compile_options(${sanitizers} -fno-omit-frame-pointer)
   add_link_options(${sanitizers})
+  if(CNTR_FUZZ)
+    add_compile_options(-fsanitize=fuzzer-no-link)
+  endif()
 elseif(CMAKE_SYSTEM_NAME STREQUAL "Linux")
   # A library must not leave its users to find out what it lacks.
   add_link_options($<$<STREQUAL:$<TARGET_PROPERTY:TYPE>,SHARED_LIBRARY>:LINKER:--no-undefined>)

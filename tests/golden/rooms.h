@@ -1,0 +1,52 @@
+// SPDX-License-Identifier: MIT
+//
+// The rooms: each asks one part of the library the same questions about the same shapes, whatever
+// the system and the compiler.
+
+#pragma once
+
+#include <span>
+
+#include "answers.h"
+
+namespace golden {
+
+struct Room {
+  const char* name;
+  void (*ask)(Answers&);
+};
+
+std::span<const Room> rooms();
+
+// platform_rooms.cpp
+void askShapes(Answers& answers);
+void askNumbers(Answers& answers);
+void askHull(Answers& answers);
+void askCircleFit(Answers& answers);
+void askEllipseFit(Answers& answers);
+void askAngles(Answers& answers);
+
+// contour_rooms.cpp
+void askContourMeasures(Answers& answers);
+void askContourEdges(Answers& answers);
+void askContourExtents(Answers& answers);
+void askContourExtremes(Answers& answers);
+void askContourDrawing(Answers& answers);
+void askMoments(Answers& answers);
+void askMomentEllipses(Answers& answers);
+
+// region_rooms.cpp
+void askRegionMeasures(Answers& answers);
+void askRegionQueries(Answers& answers);
+void askContainment(Answers& answers);
+void askRegionRepair(Answers& answers);
+void askSetMeasures(Answers& answers);
+void askSetQueries(Answers& answers);
+void askSetRepair(Answers& answers);
+
+// data_rooms.cpp
+void askData(Answers& answers);
+void askDataDrawing(Answers& answers);
+void askArchive(Answers& answers);
+
+}  // namespace golden
