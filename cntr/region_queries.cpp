@@ -4,10 +4,61 @@
 
 #include <algorithm>
 #include <cmath>
+#include <unordered_map>
+#include <unordered_set>
 
 #include <cntr/cache/contourcache.h>
 #include <cntr/compute/containment.h>
 #include <cntr/region.h>
+
+namespace {
+
+/// Whether a point lies in holes that have holes themselves. Each hole is decided once, however
+/// many handles lead to it, and without recursion: as few as a hundred shared holes could take for
+/// ever, a chain of holes be longer than the stack is deep.
+class NestedHoles {
+ public:
+  explicit NestedHoles(const qcVector<2>& p) : p_(p) {}
+
+  /// True when the hole holds the point and none of its own holes does.
+  /// REQUIRES: the point is inside the hole's boundary.
+  bool contains(const qcRegion& hole) {
+    if (!holds_.try_emplace(&hole, false).second) return holds_[&hole];
+    path_.assign(1, {&hole, 0});
+    while (!path_.empty()) step();
+    return holds_[&hole];
+  }
+
+ private:
+  struct Level {
+    const qcRegion* region;
+    std::size_t nextHole;
+  };
+
+  void step() {
+    Level& innermost = path_.back();
+    if (innermost.nextHole == innermost.region->holes().size()) {
+      holds_[innermost.region] = true;
+      path_.pop_back();
+      if (!path_.empty()) path_.pop_back();  // the region around it does not hold the point
+      return;
+    }
+    const qcRegion& hole = *innermost.region->holes()[innermost.nextHole++];
+    const auto [known, isNew] = holds_.try_emplace(&hole, false);
+    if (known->second) {
+      path_.pop_back();
+    } else if (isNew && hole.inside(p_, false)) {
+      path_.push_back({&hole, 0});
+    }
+  }
+
+  qcVector<2> p_;
+  /// False, too, while a hole is being looked at.
+  std::unordered_map<const qcRegion*, bool> holds_;
+  std::vector<Level> path_;
+};
+
+}  // namespace
 
 long qcRegion::insideCount(const qcVector<2>& p, bool bothDirections) const {
   qcContour::checkEmptyContour();
@@ -41,8 +92,12 @@ bool qcRegion::isInsideBoundary(const qcVector<2>& p) const {
 bool qcRegion::inside(const qcVector<2>& p, bool considerHoles) const {
   if (!isInsideBoundary(p)) return false;
   if (!considerHoles) return true;
+  std::optional<NestedHoles> nested;
   for (const auto& hole : holes_) {
-    if (hole->inside(p, true)) return false;
+    if (!hole->isInsideBoundary(p)) continue;
+    if (hole->holes_.empty()) return false;
+    if (!nested) nested.emplace(p);
+    if (nested->contains(*hole)) return false;
   }
   return true;
 }
@@ -113,16 +168,28 @@ std::vector<qcVector<2>> qcRegion::intersections(const qcContour& other, bool co
   return points;
 }
 
-std::optional<cntr::index::Box> qcRegion::boxOfBoundaries() const {
+std::optional<cntr::index::Box> qcRegion::boxOfBoundary() const {
   const auto isFinite = [](const qcVector<2>& p) {
     return std::isfinite(p.x()) && std::isfinite(p.y());
   };
   if (points().size() < 2 || !std::all_of(points().begin(), points().end(), isFinite)) return {};
-  cntr::index::Box box = crossingTarget().bounds;
-  for (const auto& hole : holes_) {
-    const auto holeBox = hole ? hole->boxOfBoundaries() : std::nullopt;
-    if (!holeBox) return {};
-    box.add(*holeBox);
+  return crossingTarget().bounds;
+}
+
+std::optional<cntr::index::Box> qcRegion::boxOfBoundaries() const {
+  std::optional<cntr::index::Box> box = boxOfBoundary();
+  std::vector<const qcRegion*> toVisit{this};
+  std::unordered_set<const qcRegion*> met;
+  while (box && !toVisit.empty()) {
+    const qcRegion& region = *toVisit.back();
+    toVisit.pop_back();
+    for (const auto& hole : region.holes_) {
+      if (hole && !met.insert(hole.get()).second) continue;
+      const auto holeBox = hole ? hole->boxOfBoundary() : std::nullopt;
+      if (!holeBox) return {};
+      box->add(*holeBox);
+      if (!hole->holes_.empty()) toVisit.push_back(hole.get());
+    }
   }
   return box;
 }

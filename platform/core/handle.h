@@ -39,8 +39,13 @@ class QCPLATFORM_EXPORT qc_PtrHandleBase_RepAccessor {
   }
   /// Deletes the object with its last reference.
   static void dropReference(const qcRepBase* rep) noexcept {
-    if (rep != nullptr && qfInterlockedDecrement(rep->references_) == 0) delete rep;
+    if (rep != nullptr && qfInterlockedDecrement(rep->references_) == 0) destroy(rep);
   }
+
+ private:
+  /// Deletes an object and all that die with it, however long the chain of handles is: deep down
+  /// it waits instead of recursing.
+  static void destroy(const qcRepBase* rep) noexcept;
 };
 
 /// What all handles to const objects share: the counted part of the object, or null.
