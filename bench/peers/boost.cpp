@@ -1,0 +1,139 @@
+// SPDX-License-Identifier: MIT
+//
+// Boost.Geometry: its algorithms, and its R-tree over edges and vertices.
+
+#include <bench/peers/work.h>
+
+#include <algorithm>
+#include <memory>
+
+#include <boost/geometry.hpp>
+#include <boost/geometry/geometries/geometries.hpp>
+#include <boost/geometry/geometries/point_xy.hpp>
+#include <boost/geometry/index/rtree.hpp>
+
+namespace peers {
+
+namespace {
+
+namespace bg = boost::geometry;
+namespace bgi = boost::geometry::index;
+
+using BoostPoint = bg::model::d2::point_xy<double>;
+using BoostSegment = bg::model::segment<BoostPoint>;
+/// Counter-clockwise as the shapes are, with the first vertex repeated at the end.
+using Polygon = bg::model::polygon<BoostPoint, false, true>;
+using Packing = bgi::rstar<16>;
+using EdgeTree = bgi::rtree<BoostSegment, Packing>;
+using VertexTree = bgi::rtree<std::pair<BoostPoint, std::size_t>, Packing>;
+
+BoostPoint point(const Point& p) { return {p.x(), p.y()}; }
+
+Polygon polygonOf(const Points& points) {
+  Polygon polygon;
+  for (const Point& p : points) polygon.outer().push_back(point(p));
+  polygon.outer().push_back(point(points.front()));
+  return polygon;
+}
+
+/// Packed: made of all edges at once, which gives the quickest trees.
+std::shared_ptr<EdgeTree> edgeTree(const Points& points) {
+  std::vector<BoostSegment> edges;
+  for (std::size_t i = 0; i < points.size(); ++i) {
+    edges.emplace_back(point(points[i]), point(points[(i + 1) % points.size()]));
+  }
+  return std::make_shared<EdgeTree>(edges);
+}
+
+std::shared_ptr<VertexTree> vertexTree(const Points& points) {
+  std::vector<std::pair<BoostPoint, std::size_t>> vertices;
+  for (std::size_t i = 0; i < points.size(); ++i) vertices.emplace_back(point(points[i]), i);
+  return std::make_shared<VertexTree>(vertices);
+}
+
+/// The crossing points of the edges that the tree finds, in order along the segment.
+std::size_t crossings(const EdgeTree& tree, const Segment& segment) {
+  const BoostSegment asked(point(segment.a), point(segment.b));
+  std::vector<std::pair<double, BoostPoint>> found;
+  std::vector<BoostPoint> meeting;
+  for (auto edge = tree.qbegin(bgi::intersects(asked)); edge != tree.qend(); ++edge) {
+    meeting.clear();
+    bg::intersection(*edge, asked, meeting);
+    for (const BoostPoint& p : meeting) found.emplace_back(bg::distance(asked.first, p), p);
+  }
+  std::sort(found.begin(), found.end(),
+            [](const auto& x, const auto& y) { return x.first < y.first; });
+  return found.size();
+}
+
+double centroidX(const Polygon& polygon) {
+  BoostPoint center(0.0, 0.0);
+  bg::centroid(polygon, center);
+  return center.x();
+}
+
+void askAboutPlaces() {
+  askOften("inside", "Boost", everyShape, [](const Work& given) {
+    return [area = polygonOf(given.outline), &given](std::size_t i) {
+      return bg::within(point(given.places[i]), area);
+    };
+  });
+  askOften("closestPoint", "Boost R-tree", everyShape, [](const Work& given) {
+    return [tree = edgeTree(given.outline), &given](std::size_t i) {
+      const BoostPoint p = point(given.places[i]);
+      return bg::distance(p, *tree->qbegin(bgi::nearest(p, 1)));
+    };
+  });
+  askOften("closestVertexIndex", "Boost R-tree", everyShape, [](const Work& given) {
+    return [tree = vertexTree(given.outline), &given](std::size_t i) {
+      return tree->qbegin(bgi::nearest(point(given.places[i]), 1))->second;
+    };
+  });
+}
+
+void askAboutSegments() {
+  const auto ask = [](const std::string& question, std::vector<Segment> Work::*segments) {
+    askOften(question, "Boost R-tree", everyShape, [segments](const Work& given) {
+      return [tree = edgeTree(given.outline), &asked = given.*segments](std::size_t i) {
+        return crossings(*tree, asked[i]);
+      };
+    });
+  };
+  ask("short segments", &Work::shortSegments);
+  ask("long segments", &Work::longSegments);
+}
+
+/// askOnce() with `answer(polygon)`.
+template <class Answer>
+void once(const std::string& question, const Plan& plan, Answer answer) {
+  askOnce(question, "Boost", plan, [answer](const Work& given) {
+    return std::pair(&setNothing,
+                     [area = polygonOf(given.outline), answer] { return answer(area); });
+  });
+}
+
+void measure() {
+  once("isSelfIntersecting", largerShapes, [](const Polygon& p) { return bg::intersects(p); });
+  once("convexHull", largerShapes, [](const Polygon& p) {
+    Polygon hull;
+    bg::convex_hull(p, hull);
+    return hull.outer().size();
+  });
+  once("length", smoothStars, [](const Polygon& p) { return bg::perimeter(p); });
+  once("area", smoothStars, [](const Polygon& p) { return bg::area(p); });
+  once("encloseRect", smoothStars, [](const Polygon& p) {
+    return bg::return_envelope<bg::model::box<BoostPoint>>(p).max_corner().x();
+  });
+  once("centerOfMass", smoothStars, &centroidX);
+}
+
+const bool isRegistered = [] {
+  askAboutPlaces();
+  askAboutSegments();
+  measure();
+  return true;
+}();
+
+}  // namespace
+
+}  // namespace peers

@@ -1,0 +1,168 @@
+// SPDX-License-Identifier: MIT
+//
+// GEOS (https://libgeos.org), by its C++ interface, the only one that gives the indexed locator.
+
+#include <bench/peers/work.h>
+
+#include <memory>
+#include <sstream>
+
+#include <geos/algorithm/locate/IndexedPointInAreaLocator.h>
+#include <geos/geom/Coordinate.h>
+#include <geos/geom/CoordinateArraySequence.h>
+#include <geos/geom/GeometryFactory.h>
+#include <geos/geom/LineString.h>
+#include <geos/geom/LinearRing.h>
+#include <geos/geom/Point.h>
+#include <geos/geom/Polygon.h>
+#include <geos/geom/prep/PreparedGeometry.h>
+#include <geos/geom/prep/PreparedGeometryFactory.h>
+#include <geos/io/WKBReader.h>
+#include <geos/io/WKBWriter.h>
+
+namespace peers {
+
+namespace {
+
+using geos::geom::CoordinateArraySequence;
+using geos::geom::Geometry;
+using geos::geom::GeometryFactory;
+using geos::geom::prep::PreparedGeometry;
+using geos::geom::prep::PreparedGeometryFactory;
+
+const GeometryFactory& factory() { return *GeometryFactory::getDefaultInstance(); }
+
+geos::geom::Coordinate coordinate(const Point& p) { return {p.x(), p.y()}; }
+
+std::unique_ptr<CoordinateArraySequence> closedSequence(const Points& points) {
+  auto sequence = std::make_unique<CoordinateArraySequence>();
+  for (const Point& p : points) sequence->add(coordinate(p));
+  sequence->add(coordinate(points.front()));
+  return sequence;
+}
+
+std::unique_ptr<geos::geom::LinearRing> ring(const Points& points) {
+  return factory().createLinearRing(closedSequence(points));
+}
+
+std::unique_ptr<geos::geom::Polygon> polygon(const Points& points) {
+  return factory().createPolygon(ring(points));
+}
+
+std::unique_ptr<geos::geom::Point> point(const Point& p) {
+  return std::unique_ptr<geos::geom::Point>(factory().createPoint(coordinate(p)));
+}
+
+std::unique_ptr<geos::geom::LineString> line(const Segment& segment) {
+  auto sequence = std::make_unique<CoordinateArraySequence>();
+  sequence->add(coordinate(segment.a));
+  sequence->add(coordinate(segment.b));
+  return factory().createLineString(std::move(sequence));
+}
+
+/// A geometry and its index.
+struct Prepared {
+  explicit Prepared(std::unique_ptr<Geometry> geometry_)
+      : geometry(std::move(geometry_)), index(PreparedGeometryFactory::prepare(geometry.get())) {}
+
+  std::unique_ptr<Geometry> geometry;
+  std::unique_ptr<PreparedGeometry> index;
+};
+
+/// Indexes are built by the first question.
+void askAboutPlaces() {
+  using Locator = geos::algorithm::locate::IndexedPointInAreaLocator;
+  askOften("inside", "GEOS locator", everyShape, [](const Work& given) {
+    const std::shared_ptr<Geometry> area = polygon(given.outline);
+    auto locator = std::make_shared<Locator>(*area);
+    const auto answer = [area, locator, &given](std::size_t i) {
+      const geos::geom::Coordinate p = coordinate(given.places[i]);
+      return locator->locate(&p);
+    };
+    answer(0);
+    return answer;
+  });
+  askOften("inside", "GEOS prepared", everyShape, [](const Work& given) {
+    auto prepared = std::make_shared<Prepared>(polygon(given.outline));
+    const auto answer = [prepared, &given](std::size_t i) {
+      return prepared->index->contains(point(given.places[i]).get());
+    };
+    answer(0);
+    return answer;
+  });
+  askOften("closestPoint", "GEOS prepared", everyShape, [](const Work& given) {
+    auto prepared = std::make_shared<Prepared>(ring(given.outline));
+    const auto answer = [prepared, &given](std::size_t i) {
+      return prepared->index->distance(point(given.places[i]).get());
+    };
+    answer(0);
+    return answer;
+  });
+}
+
+/// Tells whether there is a crossing, not where.
+void askAboutSegments() {
+  const auto ask = [](const std::string& question, std::vector<Segment> Work::*segments) {
+    askOften(question, "GEOS prepared (yes or no)", everyShape, [segments](const Work& given) {
+      auto prepared = std::make_shared<Prepared>(ring(given.outline));
+      const auto answer = [prepared, &asked = given.*segments](std::size_t i) {
+        return prepared->index->intersects(line(asked[i]).get());
+      };
+      answer(0);
+      return answer;
+    });
+  };
+  ask("short segments", &Work::shortSegments);
+  ask("long segments", &Work::longSegments);
+}
+
+/// askOnce() with `answer(geometry)`.
+template <class Make, class Answer>
+void once(const std::string& question, const Plan& plan, Make make, Answer answer) {
+  askOnce(question, "GEOS", plan, [make, answer](const Work& given) {
+    const std::shared_ptr<Geometry> geometry = make(given.outline);
+    return std::pair(&setNothing, [geometry, answer] { return answer(*geometry); });
+  });
+}
+
+void measure() {
+  once("isSelfIntersecting", largerShapes, &ring, [](const Geometry& g) { return g.isSimple(); });
+  once("convexHull", largerShapes, &ring,
+       [](const Geometry& g) { return g.convexHull()->getNumPoints(); });
+  once("length", smoothStars, &ring, [](const Geometry& g) { return g.getLength(); });
+  once("area", smoothStars, &polygon, [](const Geometry& g) { return g.getArea(); });
+  once("centerOfMass", smoothStars, &polygon, [](const Geometry& g) {
+    geos::geom::Coordinate center;
+    g.getCentroid(center);
+    return center.x;
+  });
+}
+
+void store() {
+  const Plan plan{"S", {1000, 100000, 1000000}};
+  once("store", plan, &polygon, [](const Geometry& g) {
+    std::ostringstream stream;
+    geos::io::WKBWriter().write(g, stream);
+    return std::move(stream).str();
+  });
+  askOnce("load", "GEOS", plan, [](const Work& given) {
+    std::ostringstream stored;
+    geos::io::WKBWriter().write(*polygon(given.outline), stored);
+    return std::pair(&setNothing, [bytes = std::move(stored).str()] {
+      std::istringstream stream(bytes);
+      return geos::io::WKBReader(factory()).read(stream)->getNumPoints();
+    });
+  });
+}
+
+const bool isRegistered = [] {
+  askAboutPlaces();
+  askAboutSegments();
+  measure();
+  store();
+  return true;
+}();
+
+}  // namespace
+
+}  // namespace peers

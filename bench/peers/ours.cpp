@@ -1,0 +1,260 @@
+// SPDX-License-Identifier: MIT
+//
+// This library.
+
+#include <bench/peers/work.h>
+
+#include <array>
+#include <memory>
+#include <sstream>
+
+#include <cntr/region.h>
+#include <cntr/regionst.h>
+#include <platform/core/archive.h>
+
+namespace peers {
+
+namespace {
+
+const std::string us = "cntr";
+
+/// A region that lets everyone ask what is meant for derived classes.
+class OpenRegion : public qcRegion {
+ public:
+  explicit OpenRegion(const Points& outline)
+      : qcContour(outline, true, 0), qcRegion(outline, qcContourDefs::eNoIntersectionRepair) {}
+
+  using qcContour::medianFeatureSize;
+};
+
+std::shared_ptr<OpenRegion> regionOf(const Work& given) {
+  return std::make_shared<OpenRegion>(given.outline);
+}
+
+/// askOften() with `answer(region, given, i)`, asked often enough beforehand for every index that
+/// it makes use of to be there.
+template <class Answer>
+void often(const std::string& question, const Plan& plan, Answer answer) {
+  askOften(question, us, plan, [answer](const Work& given) {
+    auto region = regionOf(given);
+    const std::size_t first = 2 + given.outline.size() / 64;
+    for (std::size_t i = 0; i < first; ++i) {
+      benchmark::DoNotOptimize(answer(*region, given, i % questionCount));
+    }
+    return [region, &given, answer](std::size_t i) { return answer(*region, given, i); };
+  });
+}
+
+/// askOnce() with `answer(region)`.
+template <class Answer>
+void once(const std::string& question, const Plan& plan, Answer answer) {
+  askOnce(question, us, plan, [answer](const Work& given) {
+    auto region = regionOf(given);
+    return std::pair([region, &given] { region->points(given.outline); },
+                     [region, answer] { return answer(*region); });
+  });
+}
+
+void askAboutPlaces() {
+  often("inside", everyShape, [](const OpenRegion& region, const Work& given, std::size_t i) {
+    return region.inside(given.places[i], false);
+  });
+  once("first inside", largerShapes, [](const OpenRegion& region) {
+    return region.inside({640.0, 480.0}, false);
+  });
+  often("closestPoint", everyShape, [](const OpenRegion& region, const Work& given, std::size_t i) {
+    return region.closestPoint(given.places[i], false);
+  });
+  often("closestVertexIndex", everyShape,
+        [](const OpenRegion& region, const Work& given, std::size_t i) {
+          return region.closestVertexIndex(given.places[i]);
+        });
+  often("vertexIndex", everyShape, [](const OpenRegion& region, const Work& given, std::size_t i) {
+    return region.vertexIndex(given.places[i], 1.0).size();
+  });
+  often("extremalVertexIndex", everyShape,
+        [](const OpenRegion& region, const Work&, std::size_t i) {
+          return region.extremalVertexIndex(qcRadian(angleOf(i)));
+        });
+}
+
+void askAboutSegments() {
+  often("short segments", everyShape,
+        [](const OpenRegion& region, const Work& given, std::size_t i) {
+          const auto& [a, b] = given.shortSegments[i];
+          return region.intersections(qcLineSeg(a, b), true).size();
+        });
+  often("long segments", everyShape,
+        [](const OpenRegion& region, const Work& given, std::size_t i) {
+          const auto& [a, b] = given.longSegments[i];
+          return region.intersections(qcLineSeg(a, b), true).size();
+        });
+  once("isSelfIntersecting", largerShapes,
+       [](const OpenRegion& region) { return region.isSelfIntersecting(); });
+}
+
+void measure() {
+  once("length", smoothStars, [](const OpenRegion& region) { return region.length(); });
+  once("area", smoothStars, [](const OpenRegion& region) { return region.area(false); });
+  once("encloseRect", smoothStars,
+       [](const OpenRegion& region) { return region.encloseRect(qcXform<2>()).height(); });
+  once("medianFeatureSize", smoothStars,
+       [](const OpenRegion& region) { return region.medianFeatureSize(); });
+  once("centerOfMass", smoothStars,
+       [](const OpenRegion& region) { return region.centerOfMass(false); });
+  once("inertiaMatrix", smoothStars,
+       [](const OpenRegion& region) { return region.inertiaMatrix(false); });
+  once("farthest pair", largerShapes, [](const OpenRegion& region) {
+    return region.diameter(qcContourDefs::eFarthestVertexPair);
+  });
+  once("convexHull", largerShapes, [](const OpenRegion& region) {
+    qcRegion hull;
+    region.convexHull(hull);
+    return hull.points().size();
+  });
+  askOnce("set points", us, smoothStars, [](const Work& given) {
+    auto region = regionOf(given);
+    return std::pair(&setNothing, [region, &given] {
+      region->points(given.outline);
+      return region->points().data();
+    });
+  });
+}
+
+void repair() {
+  const Plan crossing{"X", {1000, 10000, 100000}};
+  once("regularize", crossing, [](const OpenRegion& region) {
+    qcRegion repaired;
+    region.regularize(repaired);
+    return repaired.points().size();
+  });
+  once("outerHull", crossing, [](const OpenRegion& region) {
+    qcRegion repaired;
+    region.outerHull(repaired);
+    return repaired.points().size();
+  });
+}
+
+/// n disjoint smooth stars of 16 vertices in rows.
+std::vector<qcPtrHandle_const<qcRegion>> smallRegions(std::size_t n) {
+  const Points star = shapes::smoothStar(16);
+  const std::size_t perRow = 100;
+  std::vector<qcPtrHandle_const<qcRegion>> regions;
+  for (std::size_t k = 0; k < n; ++k) {
+    const Point shift(1200.0 * static_cast<double>(k % perRow),
+                      1200.0 * static_cast<double>(k / perRow));
+    Points outline;
+    for (const Point& p : star) outline.push_back(p + shift);
+    regions.emplace_back(new qcRegion(outline, qcContourDefs::eNoIntersectionRepair));
+  }
+  return regions;
+}
+
+constexpr std::array<std::size_t, 2> setSizes{1000, 10000};
+
+using SetOfRegions = std::shared_ptr<qcRegionSet>;
+
+SetOfRegions setOf(std::size_t n) {
+  return std::make_shared<qcRegionSet>(smallRegions(n), qcContourDefs::eNoIntersectionRepair);
+}
+
+template <class Answer>
+void askSetOften(const std::string& question, Answer answer) {
+  for (const std::size_t n : setSizes) {
+    benchmark::RegisterBenchmark(
+        nameOf(question, 'R', n, us).c_str(), [answer, n](benchmark::State& state) {
+          const SetOfRegions set = setOf(n);
+          const double rows = static_cast<double>(n / 100);
+          shapes::Random random(7);
+          Points places;
+          for (std::size_t i = 0; i < questionCount; ++i) {
+            places.emplace_back(random.uniform(0.0, 120000.0), random.uniform(0.0, 1200.0 * rows));
+            benchmark::DoNotOptimize(answer(*set, places.back()));
+          }
+          std::size_t i = 0;
+          for (auto _ : state) {
+            benchmark::DoNotOptimize(answer(*set, places[i]));
+            i = i + 1 == questionCount ? 0 : i + 1;
+          }
+        });
+  }
+}
+
+/// A new set each time, of new regions.
+template <class Answer>
+void askSetOnce(const std::string& question, Answer answer) {
+  for (const std::size_t n : setSizes) {
+    const auto timing = [answer, n](benchmark::State& state) {
+      SetOfRegions set;
+      timeOneByOne(
+          state, [&set, n] { set = setOf(n); }, [&set, answer] { return answer(*set); });
+    };
+    benchmark::RegisterBenchmark(nameOf(question, 'R', n, us).c_str(), timing)->UseManualTime();
+  }
+}
+
+void askSets() {
+  askSetOften("set inside",
+              [](const qcRegionSet& set, const Point& p) { return set.inside(p, false); });
+  askSetOften("set distToPoint", [](const qcRegionSet& set, const Point& p) {
+    return set.distToPoint(p, false, false, false);
+  });
+  askSetOnce("set isSelfIntersecting",
+             [](const qcRegionSet& set) { return set.isSelfIntersecting(); });
+  askSetOnce("set regularize", [](const qcRegionSet& set) {
+    auto result = std::make_unique<qcRegionSet>(set);
+    set.regularize(*result);
+    return result;
+  });
+}
+
+void storeAndCopy() {
+  const Plan plan{"S", {1000, 100000, 1000000}};
+  askOnce("store", us, plan, [](const Work& given) {
+    auto region = regionOf(given);
+    return std::pair(&setNothing, [region] {
+      std::ostringstream stream;
+      qcStreamArchive archive(stream);
+      archive || static_cast<qcContour&>(*region);
+      return std::move(stream).str();
+    });
+  });
+  askOnce("load", us, plan, [](const Work& given) {
+    std::ostringstream stored;
+    qcContour contour(given.outline, true, 0);
+    qcStreamArchive archive(stored);
+    archive || contour;
+    return std::pair(&setNothing, [bytes = std::move(stored).str()] {
+      qcContour loaded({}, true, 0);
+      std::istringstream stream(bytes);
+      qcStreamArchive source(stream);
+      source || loaded;
+      return loaded.points().size();
+    });
+  });
+  askOnce("copy with answers", us, plan, [](const Work& given) {
+    auto region = regionOf(given);
+    for (std::size_t i = 0; i < questionCount; ++i) region->inside(given.places[i], false);
+    region->length();
+    auto copy = std::make_shared<std::unique_ptr<qcRegion>>();
+    return std::pair([copy] { copy->reset(); },
+                     [region, copy] {
+                       *copy = std::make_unique<qcRegion>(*region);
+                       return copy->get();
+                     });
+  });
+}
+
+const bool isRegistered = [] {
+  askAboutPlaces();
+  askAboutSegments();
+  measure();
+  repair();
+  askSets();
+  storeAndCopy();
+  return true;
+}();
+
+}  // namespace
+
+}  // namespace peers

@@ -1,0 +1,144 @@
+// SPDX-License-Identifier: MIT
+//
+// The work that this library and its peers do: outlines, questions about them, and how a question
+// is timed. Each source file beside this one registers what one library can answer, under the name
+// question/shape/vertices/library, such as "inside/S/1000/GEOS locator".
+
+#pragma once
+
+#include <malloc.h>
+
+#include <algorithm>
+#include <chrono>
+#include <cstddef>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include <benchmark/benchmark.h>
+#include <tests/support/shapes.h>
+
+namespace peers {
+
+using shapes::Point;
+using shapes::Points;
+using shapes::Segment;
+
+/// One outline, and what is asked about it.
+struct Work {
+  Points outline;
+  /// `questionCount` of each.
+  Points places;
+  std::vector<Segment> shortSegments;
+  std::vector<Segment> longSegments;
+};
+
+constexpr std::size_t questionCount = 10000;
+
+/// `shape` is S, N, C or X. Made once.
+const Work& work(char shape, std::size_t vertices);
+
+/// An angle in radians, another for every question.
+inline double angleOf(std::size_t question) {
+  return 6.283 / static_cast<double>(questionCount) * static_cast<double>(question);
+}
+
+/// The outlines of a question.
+struct Plan {
+  std::string shapes;
+  std::vector<std::size_t> sizes;
+};
+
+inline const Plan everyShape{"SNC", {10, 100, 1000, 10000, 100000}};
+inline const Plan largerShapes{"SNC", {100, 1000, 10000, 100000}};
+inline const Plan smoothStars{"S", {100, 1000, 10000, 100000}};
+
+std::string nameOf(const std::string& question, char shape, std::size_t vertices,
+                   const std::string& who);
+
+/// Bytes that the program holds on its heap.
+inline double heapBytes() {
+  const auto info = mallinfo2();
+  return static_cast<double>(info.uordblks + info.hblkhd);
+}
+
+/// Many questions to one outline that does not change. `prepare(work)` does what has to be done
+/// once and returns a function that answers question i; it is timed as "QUESTION prepare", with the
+/// heap that the prepared outline holds in bytes. What is timed as QUESTION follows
+/// questions until all have been asked once, or half a second has gone by.
+template <class Prepare>
+void askOften(const std::string& question, const std::string& who, const Plan& plan,
+              Prepare prepare) {
+  const auto often = [prepare](benchmark::State& state, const Work& given) {
+    auto answer = prepare(given);
+    const auto begin = std::chrono::steady_clock::now();
+    for (std::size_t i = 0; i < questionCount; ++i) {
+      benchmark::DoNotOptimize(answer(i));
+      if (std::chrono::steady_clock::now() - begin > std::chrono::milliseconds(500)) break;
+    }
+    std::size_t i = 0;
+    for (auto _ : state) {
+      benchmark::DoNotOptimize(answer(i));
+      i = i + 1 == questionCount ? 0 : i + 1;
+    }
+  };
+  const auto once = [prepare](benchmark::State& state, const Work& given) {
+    double bytes = 0.0;
+    for (auto _ : state) {
+      const double before = heapBytes();
+      const auto answer = prepare(given);
+      benchmark::DoNotOptimize(&answer);
+      bytes = heapBytes() - before;
+    }
+    state.counters["bytes"] = bytes;
+  };
+  for (const char shape : plan.shapes) {
+    for (const std::size_t n : plan.sizes) {
+      const auto apply = [shape, n](auto timing) {
+        return [timing, shape, n](benchmark::State& state) { timing(state, work(shape, n)); };
+      };
+      benchmark::RegisterBenchmark(nameOf(question, shape, n, who).c_str(), apply(often));
+      benchmark::RegisterBenchmark(nameOf(question + " prepare", shape, n, who).c_str(),
+                                   apply(once));
+    }
+  }
+}
+
+/// Times `answer()` again and again, each time after `set()`, which is not timed. The median goes
+/// to a counter, because it does not see the times when something else had the processor.
+template <class Set, class Answer>
+void timeOneByOne(benchmark::State& state, Set set, Answer answer) {
+  std::vector<double> nanoseconds;
+  for (auto _ : state) {
+    set();
+    const auto begin = std::chrono::steady_clock::now();
+    benchmark::DoNotOptimize(answer());
+    const std::chrono::duration<double, std::nano> time = std::chrono::steady_clock::now() - begin;
+    nanoseconds.push_back(time.count());
+    state.SetIterationTime(time.count() * 1e-9);
+  }
+  const auto middle = nanoseconds.begin() + static_cast<std::ptrdiff_t>(nanoseconds.size() / 2);
+  std::nth_element(nanoseconds.begin(), middle, nanoseconds.end());
+  state.counters["nanoseconds"] = *middle;
+}
+
+/// One question to an outline that has just been set. `make(work)` returns a pair: a function that
+/// sets the outline, which is not timed, and one that answers, which is.
+template <class Make>
+void askOnce(const std::string& question, const std::string& who, const Plan& plan, Make make) {
+  for (const char shape : plan.shapes) {
+    for (const std::size_t n : plan.sizes) {
+      const auto timing = [make, shape, n](benchmark::State& state) {
+        auto [set, answer] = make(work(shape, n));
+        timeOneByOne(state, set, answer);
+      };
+      benchmark::RegisterBenchmark(nameOf(question, shape, n, who).c_str(), timing)
+          ->UseManualTime();
+    }
+  }
+}
+
+/// For libraries that remember nothing: what `set` of askOnce() does.
+inline void setNothing() {}
+
+}  // namespace peers
