@@ -5,13 +5,20 @@
 // themselves: the boxes of two of their edges that do not follow each other share no point, and
 // edges that follow each other touch at their common vertex. Most of a smooth outline is dismissed
 // that way, at every level of the index.
+//
+// Where that still leaves many pairs of edges to compare, as with spikes side by side, strips
+// (index/strips.h) rule out more: edges that cross come within 2e-6 of each other, give or take the
+// rounding of coordinates.
 
 #include <cntr/compute/selfcrossing.h>
 
 #include <algorithm>
 #include <array>
+#include <limits>
+#include <optional>
 
 #include <cntr/compute/probe.h>
+#include <cntr/index/strips.h>
 
 namespace cntr::compute {
 
@@ -51,7 +58,10 @@ using Range = std::pair<std::size_t, std::size_t>;
 class Join {
  public:
   explicit Join(const CrossingTarget& target)
-      : path_(target.path), index_(*target.index), bounds_(target.bounds) {}
+      : path_(target.path),
+        index_(*target.index),
+        bounds_(target.bounds),
+        comparisonsLeft_(comparisonsPerEdge * target.path.edgeCount()) {}
 
   bool run() {
     const std::size_t top = index_.levelCount() - 1;
@@ -60,6 +70,9 @@ class Join {
   }
 
  private:
+  /// After so many comparisons of edges in different boxes strips are made; that costs about as
+  /// much as one comparison for each edge.
+  static constexpr std::size_t comparisonsPerEdge = 1;
   static constexpr std::size_t mostChildren =
       std::max(index::EdgeIndex::fanOut, index::EdgeIndex::leafSize);
 
@@ -94,7 +107,7 @@ class Join {
   void joinChildren(std::size_t level, std::size_t i, std::size_t j) {
     if (level == 0) {
       crosses_ = crosses_ || cross(path_.edge(i), path_.edge(j), bounds_);
-    } else if (index::overlaps(index_.boxes(level - 1)[i], index_.boxes(level - 1)[j])) {
+    } else if (mayMeet(level - 1, i, j)) {
       joinPair(level - 1, i, j);
     }
   }
@@ -103,21 +116,45 @@ class Join {
   void joinPair(std::size_t level, std::size_t a, std::size_t b) {
     std::array<std::size_t, mostChildren> inA{};
     std::array<std::size_t, mostChildren> inB{};
-    const std::size_t countA = childrenMeeting(level, a, index_.boxes(level)[b], inA);
-    const std::size_t countB = childrenMeeting(level, b, index_.boxes(level)[a], inB);
+    const std::size_t countA = childrenMeeting(level, a, b, inA);
+    const std::size_t countB = childrenMeeting(level, b, a, inB);
+    if (level == 0) countComparisons(countA * countB);
     for (std::size_t i = 0; i < countA; ++i) {
       for (std::size_t j = 0; j < countB && !crosses_; ++j) joinChildren(level, inA[i], inB[j]);
     }
   }
 
-  std::size_t childrenMeeting(std::size_t level, std::size_t parent, const index::Box& box,
+  /// The children of `parent` that may meet something in `other`, both boxes of `level`.
+  std::size_t childrenMeeting(std::size_t level, std::size_t parent, std::size_t other,
                               std::array<std::size_t, mostChildren>& meeting) const {
     std::size_t count = 0;
     const auto [first, last] = index_.childrenOf(level, parent);
     for (std::size_t i = first; i < last; ++i) {
-      if (index::overlaps(boxOfChild(level, i), box)) meeting[count++] = i;
+      if (mayChildMeet(level, i, other)) meeting[count++] = i;
     }
     return count;
+  }
+
+  bool mayMeet(std::size_t level, std::size_t i, std::size_t j) const {
+    return index::overlaps(index_.boxes(level)[i], index_.boxes(level)[j]) &&
+           !(strips_ && index::areApart(strips_->of(level, i), strips_->of(level, j), margin_));
+  }
+
+  bool mayChildMeet(std::size_t level, std::size_t child, std::size_t other) const {
+    if (!index::overlaps(boxOfChild(level, child), index_.boxes(level)[other])) return false;
+    if (!strips_) return true;
+    const index::Strip& strip = strips_->of(level, other);
+    return level > 0 ? !index::areApart(strips_->of(level - 1, child), strip, margin_)
+                     : !index::areApart(path_.edge(child), strip, margin_);
+  }
+
+  void countComparisons(std::size_t comparisons) {
+    comparisonsLeft_ -= std::min(comparisons, comparisonsLeft_);
+    if (comparisonsLeft_ > 0 || strips_ || !index_.isFinite()) return;
+    const double scale = index::largestCoordinate(bounds_, {});
+    if (scale > index::Strips::largestCoordinate) return;
+    strips_.emplace(path_, index_);
+    margin_ = 3.0 * touchDistance + 64.0 * std::numeric_limits<double>::epsilon() * scale;
   }
 
   index::Box boxOfChild(std::size_t level, std::size_t i) const {
@@ -129,6 +166,11 @@ class Join {
   const Path& path_;
   const index::EdgeIndex& index_;
   const index::Box& bounds_;
+  std::size_t comparisonsLeft_;
+  /// Made when comparisonsLeft_ has come to 0.
+  std::optional<index::Strips> strips_;
+  /// How far apart strips must be to rule out a crossing.
+  double margin_ = 0.0;
   bool crosses_ = false;
 };
 

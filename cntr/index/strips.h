@@ -1,0 +1,76 @@
+// SPDX-License-Identifier: MIT
+//
+// Boxes turned to lie along what they hold. Edges that run side by side at a slant have
+// axis-aligned boxes that all overlap; turned boxes round them are as thin as the edges are near
+// each other. They cost more to make and to compare, so they are made for one search, once it is
+// seen to need them.
+
+#pragma once
+
+#include <cstddef>
+#include <vector>
+
+#include <cntr/compute/path.h>
+#include <cntr/index/edgeindex.h>
+
+namespace cntr::index {
+
+/// A rectangle along the unit vector `along`; the other side goes a quarter turn further.
+struct Strip {
+  qcVector<2> along;
+  qcVector<2> center;
+  double halfAlong = 0.0;
+  double halfAcross = 0.0;
+};
+
+/// A sum of edge vectors with their angles doubled, so that opposite ones add up.
+class MainDirection {
+ public:
+  void add(const qcVector<2>& edge) noexcept {
+    cos_ += edge.x() * edge.x() - edge.y() * edge.y();
+    sin_ += 2.0 * edge.x() * edge.y();
+  }
+  void add(const MainDirection& other) noexcept {
+    cos_ += other.cos_;
+    sin_ += other.sin_;
+  }
+  /// A unit vector at half the angle of the sum.
+  qcVector<2> along() const;
+
+ private:
+  double cos_ = 0.0;
+  double sin_ = 0.0;
+};
+
+/// True when some line parallel to a side of either keeps them more than `margin` apart.
+bool areApart(const Strip& a, const Strip& b, double margin);
+
+/// The same for an edge, and lines parallel to the sides of the strip.
+bool areApart(const compute::Edge& edge, const Strip& strip, double margin);
+
+/// A strip for every box of an edge index, along the main direction of the edges under it.
+class Strips {
+ public:
+  /// Beyond this size of coordinates, or with numbers that are not finite, strips hold nothing.
+  static constexpr double largestCoordinate = 1e100;
+
+  /// O(n).
+  Strips(const compute::Path& path, const EdgeIndex& index);
+
+  const Strip& of(std::size_t level, std::size_t i) const noexcept {
+    return levels_[level][i].strip;
+  }
+
+ private:
+  struct Bundle {
+    MainDirection direction;
+    Strip strip;
+  };
+
+  static Bundle bundleOfEdges(const compute::Path& path, std::size_t first, std::size_t last);
+  Bundle bundleOfBundles(std::size_t level, std::size_t first, std::size_t last) const;
+
+  std::vector<std::vector<Bundle>> levels_;
+};
+
+}  // namespace cntr::index
