@@ -78,9 +78,7 @@ void qcRegion::holes(const std::vector<qcPtrHandle<qcRegion>>& holes) {
 }
 
 void qcRegion::checkHole(const qcPtrHandle_const<qcRegion>& hole) const {
-  if (!intersections(*hole, false).empty()) {
-    throw qcContourDefs::BadParams(L"holes cannot intersect region");
-  }
+  if (crosses(*hole)) throw qcContourDefs::BadParams(L"holes cannot intersect region");
 }
 
 void qcRegion::map(const qcXform<2>& xform, qcRegion& dest) const {

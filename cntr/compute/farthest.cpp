@@ -4,13 +4,19 @@
 // are as far apart as the best pair so far; a first good pair comes from going to the farthest
 // vertex and on from there. Rounding is monotonic, so no pair of vertices is computed to be farther
 // apart than the corners of their boxes. Square roots merge squares that differ by less than about
-// 2^-52 of their size, hence `tieSlack`: what can still tie is visited.
+// 2^-52 of their size, hence `tieSlack`: what can still tie is visited, but only where it would
+// come before the best pair.
+//
+// A vertex with a coordinate that is not a number is at no distance from any other. Where there are
+// such, or infinite ones, the search is made on a copy without the former.
 
 #include <cntr/compute/farthest.h>
 
 #include <algorithm>
+#include <cmath>
 #include <limits>
 #include <tuple>
+#include <vector>
 
 namespace cntr::compute {
 
@@ -35,6 +41,15 @@ class Best {
   /// False when pairs of this squared distance, and nearer ones, cannot even tie.
   bool reaches(double squaredDistance) const { return !(squaredDistance * tieSlack < square_); }
 
+  /// False when no pair of at most this squared distance, of vertices from `first` and `second` on,
+  /// can be better.
+  bool mayBeBeaten(double squaredDistance, std::size_t first, std::size_t second) const {
+    const double distance = std::sqrt(squaredDistance);
+    if (!(distance > 0.0) || !reaches(squaredDistance)) return false;
+    return distance > pair_.distance ||
+           std::tuple(first, second) < std::tuple(pair_.first, pair_.second);
+  }
+
   std::optional<VertexPair> found() const {
     return pair_.distance > 0.0 ? std::optional(pair_) : std::nullopt;
   }
@@ -45,9 +60,14 @@ class Best {
   double square_ = 0.0;
 };
 
+/// The larger one that is a number.
+double greaterReach(double a, double b) { return a > b || std::isnan(b) ? a : b; }
+
+/// Not a number when all the vertices are infinitely far out on the same side: then no distance
+/// is a number.
 double squaredReach(const index::Box& a, const index::Box& b) {
-  const double dx = std::max(a.maxX - b.minX, b.maxX - a.minX);
-  const double dy = std::max(a.maxY - b.minY, b.maxY - a.minY);
+  const double dx = greaterReach(a.maxX - b.minX, b.maxX - a.minX);
+  const double dy = greaterReach(a.maxY - b.minY, b.maxY - a.minY);
   return dx * dx + dy * dy;
 }
 
@@ -66,8 +86,15 @@ class Search {
   }
 
  private:
+  /// The lowest vertex that an edge under a box ends at.
+  std::size_t lowestVertex(std::size_t level, std::size_t box) const {
+    for (; level > 0; --level) box = index_.childrenOf(level, box).first;
+    return path_.endOf(index_.childrenOf(0, box).first);
+  }
+
   void visit(std::size_t level, std::size_t a, std::size_t b) {
-    if (!best_.reaches(squaredReach(index_.boxes(level)[a], index_.boxes(level)[b]))) return;
+    const double reach = squaredReach(index_.boxes(level)[a], index_.boxes(level)[b]);
+    if (!best_.mayBeBeaten(reach, lowestVertex(level, a), lowestVertex(level, b))) return;
     const auto [firstA, lastA] = index_.childrenOf(level, a);
     const auto [firstB, lastB] = index_.childrenOf(level, b);
     for (std::size_t i = firstA; i < lastA; ++i) {
@@ -101,15 +128,35 @@ std::optional<VertexPair> farthestPairByScan(const Path& path) {
   return best.distance > 0.0 ? std::optional(best) : std::nullopt;
 }
 
-}  // namespace
-
-std::optional<VertexPair> farthestPair(const Path& path, const index::EdgeIndex* index) {
-  if (index == nullptr || !index->isFinite()) return farthestPairByScan(path);
+std::optional<VertexPair> farthestPairByIndex(const Path& path, const index::EdgeIndex& index) {
   Best best;
   offerAllFrom(path, 0, best);
   offerAllFrom(path, best.pair().second, best);
-  Search(path, *index, best).run();
+  Search(path, index, best).run();
   return best.found();
+}
+
+std::optional<VertexPair> farthestPairOfNumbers(const Path& path) {
+  std::vector<qcVector<2>> points;
+  std::vector<std::size_t> numbers;
+  for (std::size_t i = 0; i < path.points.size(); ++i) {
+    if (std::isnan(path.points[i].x()) || std::isnan(path.points[i].y())) continue;
+    points.push_back(path.points[i]);
+    numbers.push_back(i);
+  }
+  const Path rest{points, true};
+  std::optional<VertexPair> pair = index::EdgeIndex::isWorthwhile(rest)
+                                       ? farthestPairByIndex(rest, index::EdgeIndex(rest))
+                                       : farthestPairByScan(rest);
+  if (pair) *pair = {numbers[pair->first], numbers[pair->second], pair->distance};
+  return pair;
+}
+
+}  // namespace
+
+std::optional<VertexPair> farthestPair(const Path& path, const index::EdgeIndex* index) {
+  if (index == nullptr) return farthestPairByScan(path);
+  return index->isFinite() ? farthestPairByIndex(path, *index) : farthestPairOfNumbers(path);
 }
 
 }  // namespace cntr::compute

@@ -11,6 +11,7 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <tuple>
 
 #include <cntr/compute/repair.h>
 
@@ -28,24 +29,38 @@ using Loop = std::vector<Vertex>;
 /// Which vertices lie in one place with each.
 class Places {
  public:
-  explicit Places(const std::vector<qcVector<2>>& points) {
-    const index::VertexGrid grid(points, samePlace);
+  explicit Places(const std::vector<qcVector<2>>& points)
+      : points_(points), grid_(points, samePlace) {
+    // So many that all are remembered as long as few lie in each place. Where many do, the list of
+    // each of them would hold all of them.
+    const std::size_t mostRemembered = 16 * points.size();
     starts_.reserve(points.size() + 1);
     starts_.push_back(0);
     for (const qcVector<2>& p : points) {
-      for (const int near : grid.near(points, p)) shared_.push_back(static_cast<Vertex>(near));
+      const std::vector<int> near = grid_.near(points, p);
+      if (shared_.size() + near.size() > mostRemembered) break;
+      shared_.insert(shared_.end(), near.begin(), near.end());
       starts_.push_back(shared_.size());
     }
   }
 
-  /// With the vertex itself, unless its coordinates are not finite.
+  /// With the vertex itself, unless its coordinates are not finite. Holds until the next call.
   std::span<const Vertex> at(Vertex v) const {
-    return std::span(shared_).subspan(starts_[v], starts_[v + 1] - starts_[v]);
+    if (v + 1 < starts_.size()) {
+      return std::span(shared_).subspan(starts_[v], starts_[v + 1] - starts_[v]);
+    }
+    const std::vector<int> near = grid_.near(points_, points_[v]);
+    last_.assign(near.begin(), near.end());
+    return last_;
   }
 
  private:
+  const std::vector<qcVector<2>>& points_;
+  index::VertexGrid grid_;
+  /// For the first vertices, the place where its list starts, and one end more.
   std::vector<std::size_t> starts_;
   std::vector<Vertex> shared_;
+  mutable std::vector<Vertex> last_;
 };
 
 /// The loops that a traced boundary is cut into and joined to.
@@ -134,18 +149,20 @@ class Loops {
   }
 
   /// The first vertex of loop i in one place with v, other than v, in the order in which a grid
-  /// over that loop lists them.
+  /// over that loop lists them: by cells, ascending within a cell.
   std::optional<Vertex> firstListed(Vertex v, std::size_t i) const {
-    Loop near;
+    std::optional<Vertex> first;
     for (const Vertex other : places_.at(v)) {
-      if (loopOf_[other] == i && other != v) near.push_back(other);
+      if (loopOf_[other] != i || other == v) continue;
+      if (!first || isListedBefore(other, *first)) first = other;
     }
-    if (near.size() < 2) return near.empty() ? std::nullopt : std::optional(near.front());
-    std::sort(near.begin(), near.end(),
-              [&](Vertex a, Vertex b) { return positionOf_[a] < positionOf_[b]; });
-    const std::vector<qcVector<2>> points = pointsOf(near);
-    const auto listed = index::VertexGrid(points, samePlace).near(points, points_[v]);
-    return near[static_cast<std::size_t>(listed.front())];
+    return first;
+  }
+
+  bool isListedBefore(Vertex a, Vertex b) const {
+    const auto cellA = index::VertexGrid::cellOf(points_[a], samePlace);
+    const auto cellB = index::VertexGrid::cellOf(points_[b], samePlace);
+    return std::tuple(cellA, positionOf_[a]) < std::tuple(cellB, positionOf_[b]);
   }
 
   /// Cuts loop i in two at its first touch with itself; false when there is none. A piece of a

@@ -4,7 +4,6 @@
 
 #include <bit>
 #include <cstdint>
-#include <unordered_set>
 
 #include <cntr/compute/repair.h>
 
@@ -41,14 +40,28 @@ struct State {
   static std::uint64_t bits(double value) noexcept { return std::bit_cast<std::uint64_t>(value); }
 };
 
-struct StateHash {
-  std::size_t operator()(const State& state) const noexcept {
-    std::uint64_t hash = State::bits(state.point.x()) * 0x9E3779B97F4A7C15U;
-    hash = (hash ^ (hash >> 31U) ^ State::bits(state.point.y())) * 0xBF58476D1CE4E5B9U;
-    hash =
-        (hash ^ (hash >> 29U) ^ (2 * state.vertex + (state.forward ? 1 : 0))) * 0x94D049BB133111EBU;
-    return static_cast<std::size_t>(hash ^ (hash >> 32U));
+/// Notices when a walk goes round in a circle that its start is not part of: the state now and then
+/// taken note of comes again (R. P. Brent, "An improved Monte Carlo factorization algorithm", BIT
+/// 20, 1980). The walk is let go on for at most three times the way that it takes to close the
+/// circle.
+class CircleWatch {
+ public:
+  explicit CircleWatch(const State& start) : noted_(start) {}
+
+  bool isBackAt(const State& state) {
+    if (state == noted_) return true;
+    if (++steps_ == stepsUntilNote_) {
+      noted_ = state;
+      steps_ = 0;
+      stepsUntilNote_ *= 2;
+    }
+    return false;
   }
+
+ private:
+  State noted_;
+  std::size_t steps_ = 0;
+  std::size_t stepsUntilNote_ = 1;
 };
 
 /// One step: to the nearest crossing ahead, turning onto the crossed edge, or else to the vertex
@@ -77,14 +90,14 @@ std::optional<std::vector<qcVector<2>>> traceBoundary(const Outline& boundary, d
   if (!first) return {};
   const qcVector<2> start = boundary.points()[*first];
   std::vector<qcVector<2>> traced;
-  std::unordered_set<State, StateHash> visited;
   State state{start, *first + 1, true};
-  do {
-    if (!visited.insert(state).second) return {};
+  CircleWatch watch(state);
+  while (true) {
     state = step(boundary, state);
     traced.push_back(state.point);
-  } while (!(state.point == start));
-  return traced;
+    if (state.point == start) return traced;
+    if (watch.isBackAt(state)) return {};
+  }
 }
 
 }  // namespace cntr::compute

@@ -37,8 +37,8 @@ std::size_t VertexGrid::CellHash::operator()(const Cell& cell) const noexcept {
   return static_cast<std::size_t>(hash ^ (hash >> 32U));
 }
 
-VertexGrid::Cell VertexGrid::cellOf(const qcVector<2>& p) const noexcept {
-  const double scale = 1.0 / tolerance_;
+VertexGrid::Cell VertexGrid::cellOf(const qcVector<2>& p, double tolerance) noexcept {
+  const double scale = 1.0 / tolerance;
   return {roundToCell(p.x() * scale), roundToCell(p.y() * scale)};
 }
 
@@ -46,13 +46,13 @@ VertexGrid::VertexGrid(std::span<const qcVector<2>> points, double tolerance)
     : tolerance_(tolerance) {
   cells_.reserve(points.size());
   for (std::size_t i = 0; i < points.size(); ++i) {
-    cells_[cellOf(points[i])].push_back(static_cast<int>(i));
+    cells_[cellOf(points[i], tolerance)].push_back(static_cast<int>(i));
   }
 }
 
 std::vector<int> VertexGrid::near(std::span<const qcVector<2>> points, const qcVector<2>& p) const {
   std::vector<int> result;
-  const Cell centre = cellOf(p);
+  const Cell centre = cellOf(p, tolerance_);
   const Neighbours columns(centre.x);
   const Neighbours rows(centre.y);
   for (int column = 0; column < columns.count; ++column) {

@@ -5,6 +5,7 @@
 
 #pragma once
 
+#include <compare>
 #include <cstddef>
 #include <cstdint>
 #include <span>
@@ -27,17 +28,18 @@ class VertexGrid {
   /// within a cell. REQUIRES: `points` are those that the grid was made of.
   std::vector<int> near(std::span<const qcVector<2>> points, const qcVector<2>& p) const;
 
- private:
+  /// Ordered x-major, as near() goes through them.
   struct Cell {
     std::int64_t x;
     std::int64_t y;
-    bool operator==(const Cell&) const noexcept = default;
+    auto operator<=>(const Cell&) const noexcept = default;
   };
+  static Cell cellOf(const qcVector<2>& p, double tolerance) noexcept;
+
+ private:
   struct CellHash {
     std::size_t operator()(const Cell& cell) const noexcept;
   };
-
-  Cell cellOf(const qcVector<2>& p) const noexcept;
 
   double tolerance_;
   std::unordered_map<Cell, std::vector<int>, CellHash> cells_;
