@@ -46,12 +46,40 @@ std::string drawn(const std::string& file, std::vector<std::string> options = {}
   return result.out;
 }
 
-/// The elements of the overlay groups.
+/// The elements of the group of that class, without those of groups in it.
+std::string groupOf(const std::string& picture, const std::string& mark) {
+  const std::size_t begin = picture.find("<g class=\"" + mark + "\"");
+  if (begin == std::string::npos) return "";
+  return picture.substr(begin, picture.find("</g>", begin) - begin);
+}
+
+/// The elements of the overlay.
 std::string overlaid(const std::string& file, const std::string& overlay) {
   const std::string picture = drawn(file, {"--show", overlay});
-  const std::size_t begin = picture.find("<g class=\"overlay\"");
-  const std::size_t end = picture.find("<g class=\"labels\"");
-  return begin < end ? picture.substr(begin, end - begin) : "";
+  const std::size_t begin = picture.find("<g id=\"" + overlay + "\"");
+  if (begin == std::string::npos) return "";
+  return picture.substr(begin, picture.find("</g>", begin) - begin);
+}
+
+std::string scaleBarText(const std::string& picture) {
+  const std::string group = groupOf(picture, "scale");
+  const std::size_t begin = group.find('>', group.find("<text")) + 1;
+  return group.substr(begin, group.find("</text>") - begin);
+}
+
+/// The horizontal extent of the scale bar, in the coordinates of the drawing.
+double scaleBarLength(const std::string& picture) {
+  const std::string group = groupOf(picture, "scale");
+  return numberAfter(group, "x2=\"") - numberAfter(group, "x1=\"");
+}
+
+/// The head of a PNG file of 3 x 2 pixels.
+std::string pngHead() { return {"\x89PNG\r\n\x1a\n\0\0\0\rIHDR\0\0\0\3\0\0\0\2", 24}; }
+
+/// A JPEG file of 5 x 4 pixels as far as its frame header, after a segment of another kind, one
+/// that looks like a frame header, and filling.
+std::string jpegHead() {
+  return {"\xff\xd8\xff\xe0\0\4ab\xff\xc4\0\3c\xff\xff\xc2\0\x0b\10\0\4\0\5\1\1\x11\0", 28};
 }
 
 }  // namespace
@@ -66,7 +94,7 @@ TEST(Draw, DrawsEveryCoinInThePicturesOwnArea) {
   EXPECT_THAT(picture, StartsWith("<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<svg xmlns="));
   EXPECT_THAT(picture, HasSubstr("viewBox=\"-0.5 -0.5 384 303\""));
   EXPECT_EQ(count(picture, "<path "), 24);
-  EXPECT_EQ(count(picture, "</text>"), 24);
+  EXPECT_EQ(count(groupOf(picture, "labels"), "</text>"), 24);
   EXPECT_THAT(picture, HasSubstr(">24</text>"));
   EXPECT_THAT(picture, HasSubstr("<title>samples/coins.geojson, feature 24</title>"));
 }
@@ -108,7 +136,7 @@ TEST(Draw, OpenLinesAreNotFilled) {
 }
 
 TEST(Draw, FeaturesWithoutALabelHaveNoText) {
-  EXPECT_EQ(count(drawn(polygon({square(0, 0, 2)})), "</text>"), 0);
+  EXPECT_EQ(count(groupOf(drawn(polygon({square(0, 0, 2)})), "labels"), "</text>"), 0);
 }
 
 TEST(Draw, ShowsTheRectangle) {
@@ -154,9 +182,165 @@ TEST(Draw, ShowsEdgeletsAlongTheEdge) {
 
 TEST(Draw, ShowsAllEdgeletsOfTheCell) {
   const auto result = run({"draw", "--show", "edgelets", "samples/cell-edgelets.geojson"});
-  const std::size_t overlay = result.out.find("<g class=\"overlay\"");
-  const std::size_t labels = result.out.find("<g class=\"labels\"");
-  EXPECT_EQ(count(result.out.substr(overlay, labels - overlay), "M"), 490);
+  const std::size_t begin = result.out.find("<g id=\"edgelets\"");
+  EXPECT_EQ(count(result.out.substr(begin, result.out.find("</g>", begin) - begin), "M"), 490);
+}
+
+TEST(Draw, RingsWhereAnOutlineCrossesItself) {
+  const std::string overlay = overlaid(polygon({"[[0,0],[4,3],[4,0],[0,3]]"}), "crossings");
+  EXPECT_EQ(count(overlay, "<circle"), 1);
+  EXPECT_THAT(overlay, HasSubstr("cx=\"2\" cy=\"1.5\""));
+}
+
+TEST(Draw, RingsWhereAHoleOrAnotherPartCrossesTheOutline) {
+  const std::string holed = polygon({square(0, 0, 10), square(5, 4, 10)});
+  EXPECT_EQ(count(overlaid(holed, "crossings"), "<circle"), 2);
+  const std::string parts =
+      program::multiPolygon({{square(0, 0, 10)}, {square(5, 5, 10)}, {square(50, 5, 10)}});
+  EXPECT_EQ(count(overlaid(parts, "crossings"), "<circle"), 2);
+}
+
+TEST(Draw, RingsWhereALineCrossesItself) {
+  const std::string line = feature("LineString", "[[0,0],[4,0],[4,4],[2,4],[2,-2]]");
+  EXPECT_THAT(overlaid(line, "crossings"), HasSubstr("cx=\"2\" cy=\"0\""));
+  const std::string open = feature("LineString", "[[0,0],[4,4],[4,0],[1,2]]");
+  EXPECT_EQ(count(overlaid(open, "crossings"), "<circle"), 1);
+}
+
+TEST(Draw, RingsNothingOnOutlinesThatDoNotCross) {
+  EXPECT_EQ(count(overlaid(polygon({square(0, 0, 10), square(2, 2, 3)}), "crossings"), "<circle"),
+            0);
+}
+
+TEST(Draw, LabelsAreShownUnlessOtherThingsAreChosen) {
+  const std::string file = polygon({square(0, 0, 2)}, R"("label":7)");
+  EXPECT_THAT(groupOf(drawn(file), "labels"), HasSubstr(">7</text>"));
+  EXPECT_EQ(groupOf(drawn(file, {"--show", "hull"}), "labels"), "");
+  EXPECT_THAT(groupOf(drawn(file, {"--show", "hull,labels"}), "labels"), HasSubstr(">7</text>"));
+}
+
+TEST(Draw, TheScaleBarIsARoundNumberOfPixels) {
+  const auto result = run({"draw", "samples/coins.geojson"});
+  EXPECT_EQ(scaleBarText(result.out), "50 px");
+  EXPECT_NEAR(scaleBarLength(result.out), 50.0, 1e-9);
+}
+
+TEST(Draw, TheScaleBarIsInRealUnitsIfTheyAreGiven) {
+  const auto result = run({"draw", "samples/cell.geojson", "--scale", "0.107", "--unit", "um<"});
+  EXPECT_EQ(scaleBarText(result.out), "10 um&lt;");
+  EXPECT_NEAR(scaleBarLength(result.out), 10.0 / 0.107, 1e-9);
+}
+
+TEST(Draw, TheScaleBarFitsAnyView) {
+  for (const double size : {1e-3, 0.5, 1.0, 7.0, 1e3, 12345.0, 1e9}) {
+    const std::string picture = drawn(polygon({square(0, 0, size)}));
+    const double share = scaleBarLength(picture) / size;
+    EXPECT_GT(share, 0.08) << size;
+    EXPECT_LT(share, 0.25) << size;
+  }
+}
+
+TEST(Draw, AScaleMustBePositive) {
+  for (const char* scale : {"0", "-1", "nan", "inf", "x"}) {
+    EXPECT_EQ(run({"draw", "samples/cell.geojson", "--scale", scale}).status, 2) << scale;
+  }
+}
+
+TEST(Draw, APngPictureUnderneathIsEmbeddedAndSetsTheView) {
+  const Directory directory;
+  const std::string png = directory.write("p.png", pngHead());
+  const std::string picture = drawn(polygon({square(0, 0, 50)}), {"--under", png});
+  EXPECT_THAT(picture, HasSubstr("<image x=\"-0.5\" y=\"-0.5\" width=\"3\" height=\"2\""));
+  EXPECT_THAT(picture, HasSubstr("viewBox=\"-0.5 -0.5 3 2\""));
+  EXPECT_THAT(picture,
+              HasSubstr("href=\"data:image/png;base64,iVBORw0KGgoAAAANSUhEUgAAAAMAAAAC\""));
+}
+
+TEST(Draw, PicturesOfAnyLengthAreEmbeddedWhole) {
+  const Directory directory;
+  const auto embedded = [&](const std::string& tail) {
+    const std::string png = directory.write("p.png", pngHead() + tail);
+    return drawn(polygon({square(0, 0, 5)}), {"--under", png});
+  };
+  EXPECT_THAT(embedded("x"), HasSubstr("UgAAAAMAAAACeA==\""));
+  EXPECT_THAT(embedded("xy"), HasSubstr("UgAAAAMAAAACeHk=\""));
+}
+
+TEST(Draw, AJpegPictureIsMeasuredByItsFrameHeader) {
+  const Directory directory;
+  const std::string jpeg = directory.write("picture", jpegHead());
+  const std::string picture = drawn(polygon({square(0, 0, 50)}), {"--under", jpeg});
+  EXPECT_THAT(picture, HasSubstr("viewBox=\"-0.5 -0.5 5 4\""));
+  EXPECT_THAT(picture, HasSubstr("href=\"data:image/jpeg;base64,/9j/"));
+}
+
+TEST(Draw, APictureThatIsNeitherPngNorJpegIsRefused) {
+  const Directory directory;
+  const std::string png = pngHead();
+  const std::string jpeg = jpegHead();
+  const std::string noHeader = png.substr(0, 12) + "JUNK" + png.substr(16);
+  const std::string noPixels = png.substr(0, 16) + std::string(4, '\0') + png.substr(20);
+  for (const std::string& content : {std::string(), std::string("GIF89a"), png.substr(0, 23),
+                                     noHeader, noPixels, jpeg.substr(0, 20), jpeg.substr(0, 4)}) {
+    const std::string file = directory.write("picture", content);
+    const auto result = run({"draw", "--under", file, "samples/cell.geojson"});
+    EXPECT_EQ(result.status, 2);
+    EXPECT_EQ(result.messages,
+              "cntr: " + file + ": cannot be drawn: neither a PNG nor a JPEG picture\n");
+    EXPECT_EQ(result.out, "");
+  }
+}
+
+TEST(Draw, APictureUnderneathThatIsNotThereIsNamed) {
+  const auto result = run({"draw", "--under", "no/such.png", "samples/cell.geojson"});
+  EXPECT_EQ(result.status, 2);
+  EXPECT_EQ(result.messages, "cntr: no/such.png: cannot be read: No such file or directory\n");
+}
+
+TEST(Draw, OverAPictureEveryOverlayHasAWhiteLineBehindIt) {
+  const Directory directory;
+  const std::string png = directory.write("p.png", pngHead());
+  const std::string picture =
+      drawn(polygon({square(0, 0, 5)}), {"--under", png, "--show", "hull,circle"});
+  EXPECT_THAT(picture, HasSubstr("<g class=\"casing\"><use href=\"#hull\"/></g>"));
+  EXPECT_THAT(picture, HasSubstr("<g class=\"casing\"><use href=\"#circle\"/></g>"));
+  EXPECT_THAT(drawn(polygon({square(0, 0, 5)}), {"--show", "hull"}), Not(HasSubstr("<use")));
+}
+
+TEST(Draw, FitShowsTheOutlinesAlone) {
+  const Directory directory;
+  const std::string png = directory.write("p.png", pngHead());
+  const std::string picture = drawn(polygon({square(100, 200, 50)}), {"--under", png, "--fit"});
+  EXPECT_THAT(picture, HasSubstr("viewBox=\"98 198 54 54\""));
+  EXPECT_THAT(run({"draw", "--fit", "samples/coins.geojson"}).out,
+              Not(HasSubstr("viewBox=\"-0.5 -0.5 384 303\"")));
+}
+
+TEST(Draw, TheViewHoldsTheCirclesThatAreShown) {
+  // A circle of radius 5 about (3, 4).
+  const std::string picture = drawn(polygon({"[[0,0],[6,8],[1,5]]"}), {"--show", "circle"});
+  EXPECT_THAT(picture, HasSubstr("viewBox=\"-2.4 -1.4 10.8 10.8\""));
+}
+
+TEST(Draw, ANarrowViewLeavesRoomForTheLegend) {
+  const std::string all = "rectangle,circle,hull,ellipse,edgelets,centre,crossings,labels";
+  const std::string picture = drawn(polygon({"[[0,0],[1,0],[1,1000],[0,1000]]"}), {"--show", all});
+  // The longer side is 1000 pixels and the picture at least 360 wide.
+  EXPECT_NEAR(numberAfter(picture, " width=\""), 1000.0, 1e-6);
+  const std::string narrow =
+      drawn(polygon({"[[0,0],[1,0],[1,1000],[0,1000]]"}), {"--show", "hull"});
+  EXPECT_NEAR(numberAfter(narrow, " width=\""), 360.0, 1e-3);
+  EXPECT_LT(numberAfter(narrow, " height=\""), 1050.0);
+}
+
+TEST(Draw, ALongLegendGoesOnInAnotherRow) {
+  const auto height = [](const std::string& show) {
+    const std::string picture =
+        drawn(polygon({"[[0,0],[500,0],[500,1000],[0,1000]]"}), {"--show", show});
+    return numberAfter(picture, " height=\"");
+  };
+  EXPECT_NEAR(height("hull"), height("hull,centre"), 1e-9);
+  EXPECT_GT(height("rectangle,hull,ellipse,edgelets,centre,crossings"), height("hull") + 25.0);
 }
 
 TEST(Draw, ShowsSeveralOverlaysWithALegend) {

@@ -15,14 +15,23 @@ namespace tool {
 
 namespace {
 
+constexpr const char* labelsName = "labels";
+
 struct Options {
   std::vector<std::string> files;
-  std::vector<std::string> show;
+  std::vector<std::string> show = {labelsName};
+  std::string under;
+  bool fit = false;
+  Scale scale;
   std::string output = "-";
+
+  bool shows(const std::string& name) const {
+    return std::find(show.begin(), show.end(), name) != show.end();
+  }
 };
 
 std::vector<std::string> overlayNames() {
-  std::vector<std::string> names;
+  std::vector<std::string> names{labelsName};
   for (const Overlay& overlay : allOverlays()) names.emplace_back(overlay.name);
   return names;
 }
@@ -30,12 +39,27 @@ std::vector<std::string> overlayNames() {
 std::vector<const Overlay*> chosenBy(const Options& options) {
   std::vector<const Overlay*> chosen;
   for (const Overlay& overlay : allOverlays()) {
-    const auto& names = options.show;
-    if (std::find(names.begin(), names.end(), overlay.name) != names.end()) {
-      chosen.push_back(&overlay);
-    }
+    if (options.shows(overlay.name)) chosen.push_back(&overlay);
   }
   return chosen;
+}
+
+/// Nothing for a number that lengths can be multiplied and divided by.
+std::string refusalOfScale(const std::string& text) {
+  double factor = 0.0;
+  const bool isUsable =
+      CLI::detail::lexical_cast(text, factor) && factor >= 1e-100 && factor <= 1e100;
+  return isUsable ? "" : "needs a positive number, not " + text;
+}
+
+/// The area of the image that a collection with the members `width` and `height` says it comes
+/// from.
+std::optional<qcRect> imageArea(const Json& collection) {
+  const Json& width = member(collection, "width");
+  const Json& height = member(collection, "height");
+  if (!width.is_number() || !height.is_number()) return std::nullopt;
+  if (!(width.get<double>() > 0.0 && height.get<double>() > 0.0)) return std::nullopt;
+  return pixelArea(width.get<double>(), height.get<double>());
 }
 
 void addFeatures(Drawing& drawing, const Document& document) {
@@ -53,20 +77,42 @@ void requireDrawable(const qcRect& view) {
   throw FileError("cannot be drawn: the coordinates are too large");
 }
 
-/// The picture holds every image that the files come from, or else every outline.
-void draw(const Options& options, Session& session) {
-  Drawing drawing{{}, chosenBy(options), {}};
-  std::optional<qcRect> image;
+/// Reads all files; the view is then that of the images that they say they come from, if they do.
+std::optional<qcRect> readFiles(Drawing& drawing, const Options& options, Session& session) {
+  std::optional<qcRect> images;
   for (const std::string& file : options.files) {
     const auto document = readDocument(file, session.diagnostics);
     if (!document) continue;
     addFeatures(drawing, *document);
     const auto area = imageArea(document->json);
-    if (area) image = image ? image->enclose(*area) : *area;
+    if (area) images = images ? images->enclose(*area) : *area;
   }
+  return images;
+}
+
+/// What the picture shows: the picture underneath, else the images, else all outlines.
+qcRect viewOf(const Drawing& drawing, const std::optional<qcRect>& images, bool fit) {
+  if (fit) return viewAround(drawing);
+  if (drawing.underlay) return drawing.underlay->area;
+  return images ? *images : viewAround(drawing);
+}
+
+void draw(const Options& options, Session& session) {
+  Drawing drawing;
+  drawing.overlays = chosenBy(options);
+  drawing.withLabels = options.shows(labelsName);
+  drawing.scale = options.scale;
+  if (!options.under.empty()) {
+    try {
+      drawing.underlay = readUnderlay(options.under);
+    } catch (const FileError& error) {
+      return session.diagnostics.badFile(options.under, error.what());
+    }
+  }
+  const std::optional<qcRect> images = readFiles(drawing, options, session);
   if (drawing.features.empty()) return;
-  drawing.view = image ? *image : viewAround(drawing.features);
   try {
+    drawing.view = viewOf(drawing, images, options.fit);
     requireDrawable(drawing.view);
     writeFileOr(session.out, options.output, toSvg(drawing));
   } catch (const FileError& error) {
@@ -83,15 +129,29 @@ void addDraw(CLI::App& app, Session& session) {
   command
       .add_option("-o,--output", options->output, "The picture; - (the default) is standard output")
       ->type_name("FILE");
-  addNames(command, "--show", options->show, "Draw these over every outline")
+  addNames(command, "--show", options->show,
+           "What to draw over the outlines (labels alone unless given)")
       ->check(CLI::IsMember(overlayNames()));
+  command.add_option("--under", options->under, "A PNG or JPEG picture to draw the outlines over")
+      ->type_name("FILE");
+  command.add_flag("--fit", options->fit, "Show the outlines alone rather than the whole image");
+  command
+      .add_option("--scale", options->scale.factor,
+                  "The length of a pixel in the unit of the scale bar")
+      ->check(CLI::Validator(refusalOfScale, ""))
+      ->type_name("FACTOR");
+  command.add_option("--unit", options->scale.unit, "The unit of the scale bar (px unless given)")
+      ->type_name("NAME");
   command.footer(
-      "The picture is as large as the image where the file says how large that is (members width\n"
-      "and height of the collection), else as the outlines. edgelets shows the edge elements of\n"
-      "features that have them, a segment of length 1 along the edge for each.\n\n"
+      "The picture is as large as the one underneath, or as the image where the file says how\n"
+      "large that is (members width and height of the collection), or as the outlines. edgelets\n"
+      "shows the edge elements of features that have them, a segment of length 1 along the edge\n"
+      "for each; crossings rings the places where outlines and holes cross themselves or, in one\n"
+      "feature, each other.\n\n"
       "Examples:\n"
       "  cntr draw samples/coins.geojson -o coins.svg\n"
-      "  cntr draw --show ellipse,centre samples/cell.geojson -o cell.svg");
+      "  cntr draw --show labels,ellipse,centre --fit samples/cell.geojson -o cell.svg\n"
+      "  cntr draw --scale 0.107 --unit um samples/cell.geojson -o cell.svg");
   command.callback([options, &session] { draw(*options, session); });
 }
 

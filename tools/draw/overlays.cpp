@@ -4,6 +4,7 @@
 
 #include <cntrtmpl/regiont.h>
 #include <platform/display/recordingtablet.h>
+#include <tools/draw/crossings.h>
 #include <tools/draw/svg.h>
 #include <tools/output/numbers.h>
 #include <tools/shapes.h>
@@ -12,19 +13,41 @@ namespace tool {
 
 namespace {
 
-/// Half the length of the strokes of a centre mark, in thousandths of the picture.
+/// Half the length of the strokes of a centre mark and the radius of the ring round a crossing, in
+/// thousandths of the picture.
 constexpr double markSize = 6.0;
 /// Thin, so that single ones can be told apart; in thousandths of the picture.
-constexpr double edgeletWidth = 0.6;
+constexpr double edgeletWidth = 1.0;
 
 qcContour contourOf(const Part& part, bool closed) { return {part.outline, closed, 0}; }
+
+/// Draws a feature part by part.
+template <auto drawPart>
+std::string eachPart(const Geometry& geometry, double unit) {
+  std::string text;
+  for (const Part& part : geometry.parts) text += drawPart(part, geometry.closed, unit);
+  return text;
+}
 
 std::string rectangle(const Part& part, bool, double) {
   return svg::rectangle(boxOf(part.outline));
 }
 
-std::string circle(const Part& part, bool closed, double) {
-  return svg::circle(contourOf(part, closed).encloseCircle(qcContourDefs::eFarthestVertexPair));
+/// Of radius 0 where all vertices coincide. The closed flag plays no part in it.
+qcCircle circleAround(const Part& part) {
+  return contourOf(part, true).encloseCircle(qcContourDefs::eFarthestVertexPair);
+}
+
+std::string circle(const Part& part, bool, double) {
+  const qcCircle circle = circleAround(part);
+  return circle.radius() > 0.0 ? svg::circle(circle) : "";
+}
+
+qcRect circleExtent(const Part& part) {
+  const qcCircle circle = circleAround(part);
+  if (!(circle.radius() > 0.0)) return boxOf(part.outline);
+  const qcVector<2> reach(circle.radius(), circle.radius());
+  return {qcPoint(circle.center() - reach), qcPoint(circle.center() + reach)};
 }
 
 std::string hull(const Part& part, bool closed, double) {
@@ -41,11 +64,14 @@ std::string ellipse(const Part& part, bool closed, double) {
   return residual < 0.0 ? "" : svg::ellipse(ellipse);
 }
 
-std::string centre(const Part& part, bool closed, double unit) {
-  const qcVector<2> at = centreOf(part, closed);
+std::string cross(const qcVector<2>& at, double unit) {
   const qcVector<2> right(markSize * unit, 0.0);
   const qcVector<2> down(0.0, markSize * unit);
   return svg::line(at - right, at + right) + svg::line(at - down, at + down);
+}
+
+std::string centre(const Part& part, bool closed, double unit) {
+  return cross(centreOf(part, closed), unit);
 }
 
 /// One path of single segments, as the library draws them.
@@ -61,10 +87,29 @@ std::string edgelets(const Part& part, bool, double unit) {
   return svg::path(segments, false, " style=\"stroke-width:" + width + "\"", "");
 }
 
+std::string ring(const qcVector<2>& centre, double unit) {
+  return svg::circle(qcCircle(centre, markSize * unit));
+}
+
+std::string crossings(const Geometry& geometry, double unit) {
+  std::string text;
+  for (const qcVector<2>& crossing : crossingsOf(geometry, unit)) text += ring(crossing, unit);
+  return text;
+}
+
+std::string stroke(const qcVector<2>& centre, double unit) {
+  const qcVector<2> half(13.0 * unit, 0.0);
+  return svg::line(centre - half, centre + half);
+}
+
 constexpr Overlay overlays[] = {
-    {"rectangle", "#8c6d1f", rectangle}, {"circle", "#1b8a5a", circle},
-    {"hull", "#1f5fbf", hull},           {"ellipse", "#c2255c", ellipse},
-    {"edgelets", "#d9480f", edgelets},   {"centre", "#212529", centre},
+    {"rectangle", "#8c6d1f", eachPart<rectangle>, stroke, nullptr},
+    {"circle", "#1b8a5a", eachPart<circle>, stroke, circleExtent},
+    {"hull", "#1f5fbf", eachPart<hull>, stroke, nullptr},
+    {"ellipse", "#c2255c", eachPart<ellipse>, stroke, nullptr},
+    {"edgelets", "#5f3dc4", eachPart<edgelets>, stroke, nullptr},
+    {"centre", "#212529", eachPart<centre>, cross, nullptr},
+    {"crossings", "#e03131", crossings, ring, nullptr},
 };
 
 }  // namespace

@@ -1,12 +1,14 @@
 // SPDX-License-Identifier: MIT
 //
-// What can be drawn over an outline, and in which colour.
+// What can be drawn over outlines, and in which colour.
 
 #pragma once
 
+#include <optional>
 #include <span>
 #include <string>
 
+#include <platform/core/shapes.h>
 #include <tools/feature.h>
 
 namespace tool {
@@ -15,9 +17,13 @@ struct Overlay {
   /// Its name on the command line and in the legend.
   const char* name;
   const char* colour;
-  /// The SVG elements for an outline with holes, or an open line. `unit` is a thousandth of the
-  /// picture's size.
-  std::string (*draw)(const Part& part, bool closed, double unit);
+  /// The SVG elements for the outlines, with holes, or the lines of a feature. `unit` is a
+  /// thousandth of the picture's size.
+  std::string (*draw)(const Geometry& geometry, double unit);
+  /// What stands for it in the legend, about 26 units wide.
+  std::string (*symbol)(const qcVector<2>& centre, double unit);
+  /// How far it reaches; null where that is not beyond the outline, or has no bounds.
+  qcRect (*extent)(const Part& part);
 };
 
 /// All overlays, in the order in which they are drawn.

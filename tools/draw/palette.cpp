@@ -52,8 +52,12 @@ std::string hex(const Linear& colour) {
 
 }  // namespace
 
-Colours coloursOf(unsigned long number) {
+Colours coloursOf(unsigned long number, Ground ground) {
   const double hue = firstHue + goldenAngle * static_cast<double>(number);
+  if (ground == Ground::ePhotograph) {
+    const std::string bright = hex(fromOklch(0.80, 0.17, hue));
+    return {bright, bright};
+  }
   return {hex(fromOklch(0.82, 0.10, hue)), hex(fromOklch(0.52, 0.13, hue))};
 }
 

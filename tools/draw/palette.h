@@ -8,13 +8,17 @@
 
 namespace tool {
 
-/// Light, for areas, and dark, for the lines around them; written as SVG writes colours.
+/// For areas and for the lines around them; written as SVG writes colours.
 struct Colours {
   std::string fill;
   std::string stroke;
 };
 
-/// The same number always has the same colours; numbers that follow each other look different.
-Colours coloursOf(unsigned long number);
+/// What lies behind the colours.
+enum class Ground { ePaper, ePhotograph };
+
+/// The same number always has the same hue; numbers that follow each other look different. On paper
+/// areas are light and lines dark, on a photograph both are bright.
+Colours coloursOf(unsigned long number, Ground ground);
 
 }  // namespace tool

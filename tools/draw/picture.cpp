@@ -1,4 +1,7 @@
 // SPDX-License-Identifier: MIT
+//
+// The drawing is an SVG element of its own inside the picture, so that nothing of it reaches into
+// the strip with the legend and the scale bar below it.
 
 #include <tools/draw/picture.h>
 
@@ -14,11 +17,15 @@ namespace tool {
 
 namespace {
 
-/// The longer side of the picture on the screen, in pixels; a thousandth of it is the unit of all
+/// The longer side of the view on the screen, in pixels; a thousandth of it is the unit of all
 /// strokes and letters.
 constexpr double screenSize = 1000.0;
-constexpr double legendHeight = 34.0;
 constexpr double marginShare = 0.04;
+/// In units, all of them.
+constexpr double narrowestPicture = 360.0;
+constexpr double rowHeight = 26.0;
+constexpr double stripPadding = 6.0;
+constexpr double longestScaleBar = 200.0;
 
 double unitOf(const qcRect& view) { return std::max(view.width(), view.height()) / screenSize; }
 
@@ -36,10 +43,11 @@ std::vector<Points> ringsOf(const Part& part) {
 }
 
 std::string outlines(const Drawing& drawing) {
+  const Ground ground = drawing.underlay ? Ground::ePhotograph : Ground::ePaper;
   std::string text = "<g class=\"outlines\">\n";
   for (const Drawn& drawn : drawing.features) {
     const bool closed = drawn.feature.geometry.closed;
-    const Colours colours = coloursOf(colourNumber(drawn.feature));
+    const Colours colours = coloursOf(colourNumber(drawn.feature), ground);
     const std::string attributes =
         " fill=\"" + (closed ? colours.fill : "none") + "\" stroke=\"" + colours.stroke + "\"";
     for (const Part& part : drawn.feature.geometry.parts) {
@@ -49,14 +57,17 @@ std::string outlines(const Drawing& drawing) {
   return text + "</g>\n";
 }
 
+/// Over a photograph with a white line behind every stroke.
 std::string overlay(const Drawing& drawing, const Overlay& overlay) {
-  std::string text = std::string("<g class=\"overlay\" stroke=\"") + overlay.colour + "\">\n";
+  const std::string name(overlay.name);
+  std::string text;
+  if (drawing.underlay) text += "<g class=\"casing\"><use href=\"#" + name + "\"/></g>\n";
+  text += "<g class=\"overlay\" stroke=\"" + std::string(overlay.colour) + "\"><g id=\"" + name +
+          "\">\n";
   for (const Drawn& drawn : drawing.features) {
-    for (const Part& part : drawn.feature.geometry.parts) {
-      text += overlay.draw(part, drawn.feature.geometry.closed, unitOf(drawing.view));
-    }
+    text += overlay.draw(drawn.feature.geometry, unitOf(drawing.view));
   }
-  return text + "</g>\n";
+  return text + "</g></g>\n";
 }
 
 /// As high as half the part, within what can be read and does not shout.
@@ -84,68 +95,149 @@ std::string labels(const Drawing& drawing) {
   return text + "</g>\n";
 }
 
-std::string legend(const Drawing& drawing) {
-  const double unit = unitOf(drawing.view);
-  double x = drawing.view.ul().x() + 14.0 * unit;
-  const double y = drawing.view.lr().y() + 0.5 * legendHeight * unit;
-  std::string text = "<g class=\"legend\">\n";
-  for (const Overlay* overlay : drawing.overlays) {
-    const qcVector<2> start(x, y);
-    text += std::string("<g class=\"overlay\" stroke=\"") + overlay->colour + "\">" +
-            svg::line(start, start + qcVector<2>(26.0 * unit, 0.0)) + "</g>";
-    text += svg::text(start + qcVector<2>(33.0 * unit, 5.0 * unit), 15.0 * unit, overlay->name);
-    x += (58.0 + 9.0 * static_cast<double>(std::string(overlay->name).size())) * unit;
+/// What the strip below the view holds, and the size of the whole picture.
+class Strip {
+ public:
+  explicit Strip(const Drawing& drawing)
+      : view_(drawing.view),
+        unit_(unitOf(view_)),
+        width_(std::max(view_.width(), narrowestPicture * unit_)),
+        left_(view_.ul().x() - 0.5 * (width_ - view_.width())),
+        bar_(scaleBarFor(std::min(longestScaleBar * unit_, 0.4 * width_), drawing.scale)) {
+    addScaleBar();
+    for (const Overlay* overlay : drawing.overlays) addEntry(*overlay);
   }
-  return text + "</g>\n";
-}
 
-std::string style(double unit) {
-  const auto units = [unit](double count) { return number(count * unit); };
+  const std::string& text() const noexcept { return text_; }
+
+  /// The area of the picture: the view and the strip.
+  qcRect picture() const {
+    const double height = view_.height() + (rows_ * rowHeight + 2.0 * stripPadding) * unit_;
+    return {qcVector<2>(left_, view_.ul().y()), qcVector<2>(width_, height)};
+  }
+
+ private:
+  /// The height of letters.
+  double letters() const { return 15.0 * unit_; }
+  double widthOf(const std::string& text) const {
+    return 0.62 * letters() * static_cast<double>(text.size());
+  }
+  /// The middle of the last row.
+  double middle() const {
+    return view_.lr().y() + (stripPadding + (rows_ - 0.5) * rowHeight) * unit_;
+  }
+  double right() const { return left_ + width_ - 14.0 * unit_; }
+
+  /// At the right end of the first row, its length beside it.
+  void addScaleBar() {
+    const qcVector<2> end(right(), middle());
+    const qcVector<2> start = end - qcVector<2>(bar_.length, 0.0);
+    const qcVector<2> tick(0.0, 5.0 * unit_);
+    text_ += "<g class=\"scale\">\n" + svg::line(start, end) +
+             svg::line(start - tick, start + tick) + svg::line(end - tick, end + tick) +
+             svg::text(start + qcVector<2>(-9.0 * unit_, 5.0 * unit_), letters(), bar_.text) +
+             "</g>\n";
+    free_ = start.x() - widthOf(bar_.text) - 30.0 * unit_;
+    next_ = left_ + 14.0 * unit_;
+  }
+
+  /// Beside the last entry, or in a row of its own where that leaves no room.
+  void addEntry(const Overlay& overlay) {
+    const double width = 38.0 * unit_ + widthOf(overlay.name);
+    if (next_ + width > free_) {
+      ++rows_;
+      free_ = right();
+      next_ = left_ + 14.0 * unit_;
+    }
+    const qcVector<2> at(next_ + 13.0 * unit_, middle());
+    text_ += "<g class=\"legend\"><g class=\"overlay\" stroke=\"" + std::string(overlay.colour) +
+             "\">" + overlay.symbol(at, unit_) + "</g>" +
+             svg::text(at + qcVector<2>(20.0 * unit_, 5.0 * unit_), letters(), overlay.name) +
+             "</g>\n";
+    next_ += width + 18.0 * unit_;
+  }
+
+  qcRect view_;
+  double unit_;
+  double width_;
+  double left_;
+  ScaleBar bar_;
+  int rows_ = 1;
+  /// Where the next entry of the last row begins, and where the row ends.
+  double next_ = 0.0;
+  double free_ = 0.0;
+  std::string text_;
+};
+
+std::string style(const Drawing& drawing) {
+  const auto units = [unit = unitOf(drawing.view)](double count) { return number(count * unit); };
+  const bool onPhotograph = drawing.underlay.has_value();
   return "<style>\n"
-         ".outlines path{fill-opacity:.6;fill-rule:evenodd;stroke-width:" +
-         units(1.5) +
+         ".outlines path{fill-opacity:" +
+         std::string(onPhotograph ? ".2" : ".6") +
+         ";fill-rule:evenodd;stroke-width:" + units(onPhotograph ? 2.0 : 1.5) +
          ";stroke-linejoin:round;stroke-linecap:round}\n"
          ".overlay{fill:none;stroke-width:" +
          units(1.5) +
          ";stroke-linejoin:round}\n"
+         ".casing{fill:none;stroke:#fff;stroke-opacity:.7;stroke-width:" +
+         units(4.0) +
+         ";stroke-linejoin:round}\n"
+         ".frame{fill:none;stroke:#adb5bd;stroke-width:" +
+         units(1.0) +
+         "}\n"
+         ".scale{fill:none;stroke:#212529;stroke-width:" +
+         units(1.5) +
+         "}\n"
+         ".scale text{text-anchor:end;stroke:none}\n"
          "text{font-family:sans-serif;fill:#212529}\n"
          ".labels text{font-weight:600;text-anchor:middle;paint-order:stroke;stroke:#fff;"
          "stroke-opacity:.8;stroke-linejoin:round;stroke-width:" +
          units(3.0) +
          "}\n"
+         "image{image-orientation:none}\n"
          "</style>\n";
 }
 
-/// The opening tag and the white ground, wide enough for the legend below the view.
-std::string opening(const qcRect& view, double legendSpace) {
-  const double unit = unitOf(view);
-  const double height = view.height() + legendSpace;
-  const qcRect ground(view.ul(), qcVector<2>(view.width(), height));
+std::string viewBox(const qcRect& rectangle) {
+  return " viewBox=\"" + allDigits(rectangle.ul().x()) + " " + allDigits(rectangle.ul().y()) + " " +
+         allDigits(rectangle.width()) + " " + allDigits(rectangle.height()) + "\"";
+}
+
+/// The opening tag and the white ground.
+std::string opening(const Drawing& drawing, const qcRect& picture) {
+  const double unit = unitOf(drawing.view);
   return "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
          "<svg xmlns=\"http://www.w3.org/2000/svg\" width=\"" +
-         number(view.width() / unit) + "\" height=\"" + number(height / unit) + "\" viewBox=\"" +
-         allDigits(view.ul().x()) + " " + allDigits(view.ul().y()) + " " + allDigits(view.width()) +
-         " " + allDigits(height) + "\">\n" + style(unit) + "<g fill=\"#fff\">" +
-         svg::rectangle(ground) + "</g>\n";
+         number(picture.width() / unit) + "\" height=\"" + number(picture.height() / unit) + "\"" +
+         viewBox(picture) + ">\n" + style(drawing) + "<g fill=\"#fff\">" + svg::rectangle(picture) +
+         "</g>\n";
+}
+
+/// The view and all that is drawn in it.
+std::string content(const Drawing& drawing) {
+  const qcRect& view = drawing.view;
+  std::string text = "<svg x=\"" + allDigits(view.ul().x()) + "\" y=\"" + allDigits(view.ul().y()) +
+                     "\" width=\"" + allDigits(view.width()) + "\" height=\"" +
+                     allDigits(view.height()) + "\"" + viewBox(view) + ">\n";
+  if (drawing.underlay) text += svg::image(drawing.underlay->area, drawing.underlay->uri);
+  text += outlines(drawing);
+  for (const Overlay* chosen : drawing.overlays) text += overlay(drawing, *chosen);
+  if (drawing.withLabels) text += labels(drawing);
+  return text + "</svg>\n<g class=\"frame\">" + svg::rectangle(view) + "</g>\n";
 }
 
 }  // namespace
 
-std::optional<qcRect> imageArea(const Json& collection) {
-  const Json& width = member(collection, "width");
-  const Json& height = member(collection, "height");
-  if (!width.is_number() || !height.is_number()) return std::nullopt;
-  const qcVector<2> size(width.get<double>(), height.get<double>());
-  if (!(size.x() > 0.0 && size.y() > 0.0)) return std::nullopt;
-  return qcRect(qcVector<2>(-0.5, -0.5), size);
-}
-
-qcRect viewAround(const std::vector<Drawn>& features) {
-  const qcVector<2> first = features.front().feature.geometry.parts.front().outline.front();
+qcRect viewAround(const Drawing& drawing) {
+  const qcVector<2> first = drawing.features.front().feature.geometry.parts.front().outline.front();
   qcRect box(first, qcVector<2>());
-  for (const Drawn& drawn : features) {
+  for (const Drawn& drawn : drawing.features) {
     for (const Part& part : drawn.feature.geometry.parts) {
       box = box.enclose(boxOf(part.outline));
+      for (const Overlay* overlay : drawing.overlays) {
+        if (overlay->extent != nullptr) box = box.enclose(overlay->extent(part));
+      }
     }
   }
   const double extent = std::max(box.width(), box.height());
@@ -155,14 +247,8 @@ qcRect viewAround(const std::vector<Drawn>& features) {
 }
 
 std::string toSvg(const Drawing& drawing) {
-  const bool hasLegend = !drawing.overlays.empty();
-  const double unit = unitOf(drawing.view);
-  std::string text = opening(drawing.view, hasLegend ? legendHeight * unit : 0.0);
-  text += outlines(drawing);
-  for (const Overlay* chosen : drawing.overlays) text += overlay(drawing, *chosen);
-  text += labels(drawing);
-  if (hasLegend) text += legend(drawing);
-  return text + "</svg>\n";
+  const Strip strip(drawing);
+  return opening(drawing, strip.picture()) + content(drawing) + strip.text() + "</svg>\n";
 }
 
 }  // namespace tool

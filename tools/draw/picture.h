@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
-// The picture that `cntr draw` makes: outlines filled by label, overlays, labels and a legend.
+// The picture that `cntr draw` makes: outlines filled by label, perhaps over a photograph, overlays
+// and labels; below them a legend and a scale bar.
 
 #pragma once
 
@@ -10,8 +11,9 @@
 
 #include <platform/core/shapes.h>
 #include <tools/draw/overlays.h>
+#include <tools/draw/scalebar.h>
+#include <tools/draw/underlay.h>
 #include <tools/feature.h>
-#include <tools/input/document.h>
 
 namespace tool {
 
@@ -25,16 +27,16 @@ struct Drawn {
 struct Drawing {
   std::vector<Drawn> features;
   std::vector<const Overlay*> overlays;
-  /// What the picture shows, without the legend.
+  bool withLabels = true;
+  std::optional<Underlay> underlay;
+  Scale scale;
+  /// What the picture shows, without the legend and the scale bar.
   qcRect view;
 };
 
-/// The area of the image that a collection with the members `width` and `height` says it comes
-/// from: pixel centres have whole coordinates, so it begins at (-0.5, -0.5).
-std::optional<qcRect> imageArea(const Json& collection);
-
-/// The rectangle around all features with a margin. REQUIRES: at least one feature.
-qcRect viewAround(const std::vector<Drawn>& features);
+/// The rectangle around all features, and what overlays them, with a margin. REQUIRES: at least one
+/// feature.
+qcRect viewAround(const Drawing& drawing);
 
 /// The drawing as a standalone SVG file, y downwards, its user units those of the coordinates.
 std::string toSvg(const Drawing& drawing);

@@ -12,6 +12,11 @@ std::string attribute(const char* name, double value) {
   return std::string(" ") + name + "=\"" + allDigits(value) + "\"";
 }
 
+std::string placed(const qcRect& rectangle) {
+  return attribute("x", rectangle.ul().x()) + attribute("y", rectangle.ul().y()) +
+         attribute("width", rectangle.width()) + attribute("height", rectangle.height());
+}
+
 std::string pair(const qcVector<2>& p) { return allDigits(p.x()) + "," + allDigits(p.y()); }
 
 std::string escapedCharacter(char character) {
@@ -65,9 +70,10 @@ std::string ellipse(const qcEllipse& ellipse) {
          allDigits(qcDegree(geom.rotation).toDouble()) + ")\"/>\n";
 }
 
-std::string rectangle(const qcRect& rectangle) {
-  return "<rect" + attribute("x", rectangle.ul().x()) + attribute("y", rectangle.ul().y()) +
-         attribute("width", rectangle.width()) + attribute("height", rectangle.height()) + "/>\n";
+std::string rectangle(const qcRect& rectangle) { return "<rect" + placed(rectangle) + "/>\n"; }
+
+std::string image(const qcRect& area, const std::string& uri) {
+  return "<image" + placed(area) + " preserveAspectRatio=\"none\" href=\"" + uri + "\"/>\n";
 }
 
 std::string line(const qcVector<2>& from, const qcVector<2>& to) {

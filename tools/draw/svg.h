@@ -25,6 +25,8 @@ std::string circle(const qcCircle& circle);
 std::string ellipse(const qcEllipse& ellipse);
 std::string rectangle(const qcRect& rectangle);
 std::string line(const qcVector<2>& from, const qcVector<2>& to);
+/// A picture stretched over a rectangle; `uri` is a data URI.
+std::string image(const qcRect& area, const std::string& uri);
 std::string text(const qcVector<2>& position, double size, const std::string& text);
 
 }  // namespace tool::svg

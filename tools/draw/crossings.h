@@ -1,0 +1,15 @@
+// SPDX-License-Identifier: MIT
+//
+// Where the outlines, holes or lines of a feature cross themselves and each other.
+
+#pragma once
+
+#include <tools/feature.h>
+
+namespace tool {
+
+/// The crossings, sorted; those that share a square of the given size are one. An outline crosses
+/// itself where qcContour::isSelfIntersecting() says so; two cross where they touch, too.
+Points crossingsOf(const Geometry& geometry, double size);
+
+}  // namespace tool

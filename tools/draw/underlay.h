@@ -1,0 +1,27 @@
+// SPDX-License-Identifier: MIT
+//
+// A picture to draw outlines over: what is embedded, and how large it is.
+
+#pragma once
+
+#include <string>
+
+#include <platform/core/shapes.h>
+
+namespace tool {
+
+struct Underlay {
+  /// The whole file as a data URI.
+  std::string uri;
+  /// The area of its pixels, whose centres have whole coordinates: it begins at (-0.5, -0.5).
+  qcRect area;
+};
+
+/// The area of an image of so many pixels.
+qcRect pixelArea(double width, double height);
+
+/// Reads a PNG or JPEG file, known by its content. Pixels are taken as they are stored, whatever
+/// the file says of an orientation. Throws FileError for files that cannot be read or are neither.
+Underlay readUnderlay(const std::string& file);
+
+}  // namespace tool
