@@ -14,7 +14,7 @@ int main() {
       std::vector<qcVector<2>>{{0, 0}, {40, 0}, {40, 30}, {0, 30}}, qcContourDefs::eRegularize));
   const qcRegionSet set(std::vector{plate}, qcContourDefs::eNoIntersectionRepair);
   const qcContourT<qcEdgelet> edge({{{1, 2}, 7, qcAngle8(64)}, {{4, 6}, 7, qcAngle8(64)}});
-  const bool right = set.area(true) == 1200.0 && edge.length() == 10.0 &&
-                     qf_StdDev({1.0, 3.0}) == 1.0;
+  const bool right =
+      set.area(true) == 1200.0 && edge.length() == 10.0 && qf_StdDev({1.0, 3.0}) == 1.0;
   return right ? EXIT_SUCCESS : EXIT_FAILURE;
 }
