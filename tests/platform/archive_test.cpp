@@ -191,6 +191,20 @@ TEST(ArchiveListTest, MoreElementsThan32BitsCountAreRefusedBeforeAByteIsWritten)
   }
 }
 
+TEST(ArchiveListTest, TheLongestListHasAsManyElementsAs32BitsCount) {
+  const std::string hex = storedHex([](qcArchive& archive) {
+    EXPECT_EQ(qf_TransferListHead(archive, 0xFFFFFFFFU), 0xFFFFFFFFU);
+  });
+  EXPECT_EQ(hex, "00 ff ff ff ff");
+}
+
+TEST(ArchiveListTest, ThereIsRoomForOneElementHoweverLarge) {
+  loadHex("00", [](qcArchive& archive) {
+    EXPECT_EQ(archive.roomFor(3, 1000000), 1U);
+    EXPECT_EQ(archive.roomFor(0, 1000000), 0U);
+  });
+}
+
 TEST(ArchivePointListTest, HasTheBytesOfItsElements) {
   const char* const bytes =
       "00 02 00 00 00 "
@@ -254,6 +268,20 @@ TEST(ArchiveMessageTest, SaysWhere) {
     FAIL() << "nothing was thrown";
   } catch (const qcArchive::Truncated& error) {
     EXPECT_EQ(error.message(), L"at byte 8: the input ends too early");
+  }
+}
+
+TEST(ArchiveMessageTest, SaysWhereTheNextItemWouldHaveGone) {
+  std::ostringstream stream;
+  qcStreamArchive archive(stream);
+  double value = 1.5;
+  archive || value || value;
+  static_cast<std::ios&>(stream).rdbuf(nullptr);
+  try {
+    archive || value;
+    FAIL() << "nothing was thrown";
+  } catch (const qcArchive::WriteFailed& error) {
+    EXPECT_EQ(error.message(), L"at byte 24: the stream does not take the bytes");
   }
 }
 

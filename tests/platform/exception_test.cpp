@@ -79,6 +79,8 @@ TEST(ExceptionTest, SurrogatePairsAreOneCharacterAndLoneSurrogatesAreReplaced) {
     return described.substr(described.find(": ") + 2);
   };
   EXPECT_EQ(what({0xD83D, 0xDE00}), "\xf0\x9f\x98\x80");
+  EXPECT_EQ(what({0xD800, 0xDC00}), "\xf0\x90\x80\x80");
+  EXPECT_EQ(what({0xDBFF, 0xDFFF}), "\xf4\x8f\xbf\xbf");
   EXPECT_EQ(what({0xD83D}), "\xef\xbf\xbd");
   EXPECT_EQ(what({0xD83D, 'x'}), "\xef\xbf\xbdx");
   EXPECT_EQ(what({0xDE00, 0xD83D}), "\xef\xbf\xbd\xef\xbf\xbd");
@@ -141,6 +143,11 @@ TEST(ExceptionTest, UnknownVersionNamesTheCheck) {
   EXPECT_STREQ(exception.source(), "cntr/contour");
   EXPECT_EQ(exception.line(), 904);
   EXPECT_STREQ(exception.what(), "qcArchive::UnknownVersion: cntr/contour line 904");
+}
+
+TEST(ExceptionTest, UnknownVersionNamesTheFirstLineToo) {
+  EXPECT_STREQ(qcArchive::UnknownVersion("cntr/contour", 1).what(),
+               "qcArchive::UnknownVersion: cntr/contour line 1");
 }
 
 TEST(ExceptionTest, UnknownVersionWithoutALineNamesTheSourceAlone) {

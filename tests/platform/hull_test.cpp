@@ -76,6 +76,13 @@ TEST(HullTest, LeavesOutWhatIsNoNumber) {
   EXPECT_TRUE(hullOf(Points(100, Point(notANumber, 0))).empty());
 }
 
+TEST(HullTest, ManyPointsMayLieFartherApartThanADoubleCanTell) {
+  const Points corners = {{-1.5e308, 0}, {0, -1}, {1.5e308, 0}, {0, 1}};
+  Points points;
+  for (int i = 0; i < 20; ++i) points.insert(points.end(), corners.begin(), corners.end());
+  EXPECT_EQ(hullOf(points), corners);
+}
+
 TEST(HullTest, OfEqualZerosTheFirstIsKept) {
   const Points hull = hullOf({{-0.0, 0.0}, {0.0, -0.0}, {1, 0}, {0, 1}});
   ASSERT_EQ(hull.size(), 3U);
