@@ -40,6 +40,9 @@ qcArchive::UnknownVersion::UnknownVersion(const char* source, int line)
       source_(source == nullptr ? "" : source),
       line_(line) {}
 
+// Programs on Windows look for it in the DLL, where nothing else would put it.
+constexpr int qcArchive::maxNesting;
+
 void qcArchive::Errors::suicideAndRethrow() { qf_DeleteAndThrowCopy(this); }
 void qcArchive::UnknownVersion::suicideAndRethrow() { qf_DeleteAndThrowCopy(this); }
 void qcArchive::BadFormat::suicideAndRethrow() { qf_DeleteAndThrowCopy(this); }

@@ -8,7 +8,7 @@
 #include <platform/core/vector.h>
 
 /// A colour, 8 bits a channel.
-class QCPLATFORM_EXPORT qcColor {
+class qcColor {
  public:
   /// The intensities of red, green and blue, 0 to 255.
   constexpr qcColor(unsigned char r, unsigned char g, unsigned char b) noexcept

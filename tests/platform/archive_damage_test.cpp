@@ -225,7 +225,7 @@ std::string chainBytes(unsigned length, const std::string& className) {
   std::string bytes;
   for (unsigned id = 1; id <= length; ++id) {
     unsigned long number = id;
-    unsigned long nameLength = className.size();
+    auto nameLength = static_cast<unsigned long>(className.size());
     bytes += storedBytes([&](qcArchive& archive) { archive || number || nameLength; }) + className;
     bytes += fromHex("00 00 00000000 00000000 00");
     bytes += fromHex(id < length ? "01000000" : "00000000");
