@@ -14,6 +14,9 @@ namespace golden {
 struct Room {
   const char* name;
   void (*ask)(Answers&);
+  /// Whether answers depend on the sine, cosine or atan2 of the system, which may differ from
+  /// another system's in the last bit.
+  bool usesTrigonometry = false;
 };
 
 std::span<const Room> rooms();
