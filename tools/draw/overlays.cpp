@@ -2,6 +2,10 @@
 
 #include <tools/draw/overlays.h>
 
+#include <algorithm>
+#include <cmath>
+#include <optional>
+
 #include <cntrtmpl/regiont.h>
 #include <platform/display/recordingtablet.h>
 #include <tools/draw/crossings.h>
@@ -56,12 +60,30 @@ std::string hull(const Part& part, bool closed, double) {
   return svg::path({hull.points()}, true, "", "");
 }
 
-/// Nothing when neither an ellipse nor a circle fits.
-std::string ellipse(const Part& part, bool closed, double) {
+/// Nothing when neither an ellipse nor a circle fits. The closed flag plays no part in it.
+std::optional<qcEllipse> ellipseOf(const Part& part) {
   qcEllipse ellipse;
   double residual = 0.0;
-  contourOf(part, closed).fitEllipse(ellipse, residual);
-  return residual < 0.0 ? "" : svg::ellipse(ellipse);
+  contourOf(part, true).fitEllipse(ellipse, residual);
+  return residual < 0.0 ? std::nullopt : std::optional(ellipse);
+}
+
+std::string ellipse(const Part& part, bool, double) {
+  const auto ellipse = ellipseOf(part);
+  return ellipse ? svg::ellipse(*ellipse) : "";
+}
+
+/// The outline's own where the ellipse is much larger, as that of a nearly straight line is.
+qcRect ellipseExtent(const Part& part) {
+  const qcRect box = boxOf(part.outline);
+  const auto ellipse = ellipseOf(part);
+  if (!ellipse) return box;
+  const auto& geom = ellipse->geom();
+  if (std::max(geom.radius1, geom.radius2) > std::max(box.width(), box.height())) return box;
+  const qcVector<2> first(geom.radius1, geom.rotation);
+  const qcVector<2> second(geom.radius2, geom.rotation);
+  const qcVector<2> reach(std::hypot(first.x(), second.y()), std::hypot(first.y(), second.x()));
+  return {qcPoint(geom.center - reach), qcPoint(geom.center + reach)};
 }
 
 std::string cross(const qcVector<2>& at, double unit) {
@@ -106,7 +128,7 @@ constexpr Overlay overlays[] = {
     {"rectangle", "#8c6d1f", eachPart<rectangle>, stroke, nullptr},
     {"circle", "#1b8a5a", eachPart<circle>, stroke, circleExtent},
     {"hull", "#1f5fbf", eachPart<hull>, stroke, nullptr},
-    {"ellipse", "#c2255c", eachPart<ellipse>, stroke, nullptr},
+    {"ellipse", "#c2255c", eachPart<ellipse>, stroke, ellipseExtent},
     {"edgelets", "#5f3dc4", eachPart<edgelets>, stroke, nullptr},
     {"centre", "#212529", eachPart<centre>, cross, nullptr},
     {"crossings", "#e03131", crossings, ring, nullptr},
