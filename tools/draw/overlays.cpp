@@ -73,13 +73,17 @@ std::string ellipse(const Part& part, bool, double) {
   return ellipse ? svg::ellipse(*ellipse) : "";
 }
 
+bool isHuge(const qcEllipse& ellipse, const qcRect& box) {
+  const auto& geom = ellipse.geom();
+  return std::max(geom.radius1, geom.radius2) > std::max(box.width(), box.height());
+}
+
 /// The outline's own where the ellipse is much larger, as that of a nearly straight line is.
 qcRect ellipseExtent(const Part& part) {
-  const qcRect box = boxOf(part.outline);
+  qcRect box = boxOf(part.outline);
   const auto ellipse = ellipseOf(part);
-  if (!ellipse) return box;
+  if (!ellipse || isHuge(*ellipse, box)) return box;
   const auto& geom = ellipse->geom();
-  if (std::max(geom.radius1, geom.radius2) > std::max(box.width(), box.height())) return box;
   const qcVector<2> first(geom.radius1, geom.rotation);
   const qcVector<2> second(geom.radius2, geom.rotation);
   const qcVector<2> reach(std::hypot(first.x(), second.y()), std::hypot(first.y(), second.x()));
