@@ -15,6 +15,7 @@ constinit std::atomic<long> gone{0};
 
 }  // namespace
 
+#if !defined(_WIN32)
 void* operator new(std::size_t size) {
   void* const block = std::malloc(size == 0 ? 1 : size);
   if (block == nullptr) throw std::bad_alloc();
@@ -28,6 +29,7 @@ void operator delete(void* block) noexcept {
 }
 
 void operator delete(void* block, std::size_t /*size*/) noexcept { operator delete(block); }
+#endif
 
 long heap_watch::blocksMade() { return made; }
 
