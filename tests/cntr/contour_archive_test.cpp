@@ -338,7 +338,7 @@ TEST(ContourRoundTripTest, KeepsEveryBitOfNumbersThatAreNotFinite) {
 TEST(ContourRoundTripTest, KeepsThousandsOfShapesBitForBit) {
   for (std::uint64_t seed = 0; seed < 3000; ++seed) {
     const shapes::Shape shape = shapes::any(seed, 60);
-    qcContour contour(shape.points, shape.closed, seed * 1431655);
+    qcContour contour(shape.points, shape.closed, static_cast<unsigned long>(seed * 1431655));
     contour.cachedVectorSize(static_cast<long>(seed * 715827));
     const qcContour loaded = storedAndLoaded(contour);
     ASSERT_EQ(bitsOf(loaded.points()), bitsOf(shape.points)) << shape.name;
@@ -363,8 +363,13 @@ TEST(ContourRoundTripTest, KeepsTheLargestNumbers) {
   EXPECT_EQ(loaded.cachedVectorSize(), 0x7FFFFFFF);
 }
 
+/// Where a long has 32 bits, as on Windows, nothing is too large.
+constexpr bool isLongWide = sizeof(long) > 4;
+constexpr auto tooLargeLabel = static_cast<unsigned long>(std::uint64_t{1} << 32U);
+
 TEST(ContourStoringTest, RefusesALabelThatNeedsMoreThan32Bits) {
-  qcContour contour(vertices, true, 0x100000000);
+  if (!isLongWide) GTEST_SKIP();
+  qcContour contour(vertices, true, tooLargeLabel);
   try {
     storedBytes([&](qcArchive& archive) { archive || contour; });
     FAIL() << "nothing was thrown";
@@ -374,14 +379,15 @@ TEST(ContourStoringTest, RefusesALabelThatNeedsMoreThan32Bits) {
 }
 
 TEST(ContourStoringTest, RefusesACapacityThatNeedsMoreThan32Bits) {
+  if (!isLongWide) GTEST_SKIP();
   qcContour contour(vertices, true, 0);
-  contour.cachedVectorSize(0x80000000);
+  contour.cachedVectorSize(static_cast<long>(std::int64_t{1} << 31U));
   EXPECT_THROW(storedBytes([&](qcArchive& archive) { archive || contour; }),
                qcArchive::ValueTooLarge);
 }
 
 TEST(ContourStoringTest, OfAnOldRecordDoesNotAskForTheLabel) {
-  Versioned contour(qcContour(vertices, true, 0x100000000), 0);
+  Versioned contour(qcContour(vertices, true, tooLargeLabel), 0);
   EXPECT_EQ(storedBytes([&](qcArchive& archive) { archive || contour; }), fromHex(oldRecordHex));
 }
 
