@@ -13,12 +13,12 @@ qcPtrHandle_const<qcContour> contour(const Points& points, bool closed) {
 }  // namespace
 
 std::vector<Boundary> boundariesOf(const Geometry& geometry, bool withHoles) {
-  const auto& [closed, parts] = geometry;
+  const auto& parts = geometry.parts;
   std::vector<Boundary> boundaries;
   for (std::size_t i = 0; i < parts.size(); ++i) {
     Place place;
     if (parts.size() > 1) place.part = i + 1;
-    boundaries.push_back({place, contour(parts[i].outline, closed)});
+    boundaries.push_back({place, contour(parts[i].outline, geometry.closed)});
     for (std::size_t k = 0; withHoles && k < parts[i].holes.size(); ++k) {
       place.hole = k + 1;
       boundaries.push_back({place, contour(parts[i].holes[k], true)});

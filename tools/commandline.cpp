@@ -3,10 +3,10 @@
 #include <tools/commandline.h>
 
 #include <CLI/CLI.hpp>
-#include <ostream>
 #include <string>
 
 #include <tools/commands/commands.h>
+#include <tools/stream/features.h>
 
 namespace tool {
 
@@ -31,20 +31,22 @@ void addCommands(CLI::App& app, Session& session) {
   addQuery(app, session);
   addRepair(app, session);
   addDraw(app, session);
+  addConvert(app, session);
 }
 
 }  // namespace
 
-int run(int argc, const char* const* argv, std::ostream& out, std::ostream& messages) {
-  Session session(out, messages);
-  CLI::App app("Measures, asks, repairs and draws outlines in images.");
+int run(int argc, const char* const* argv, const Console& console) {
+  Session session(console);
+  CLI::App app("Measures, asks, repairs, draws and converts outlines in images.");
   addCommands(app, session);
   try {
     app.parse(argc, argv);
   } catch (const CLI::ParseError& error) {
     return explain(app, error, session);
+  } catch (const StandardOutputError&) {  // NOLINT(bugprone-empty-catch): reported below.
   }
-  if (!out.flush()) session.diagnostics.badFile("standard output", "cannot be written");
+  if (!session.out.flush()) session.diagnostics.badFile("standard output", "cannot be written");
   return session.diagnostics.status();
 }
 

@@ -4,12 +4,11 @@
 
 #pragma once
 
-#include <iosfwd>
+#include <tools/console.h>
 
 namespace tool {
 
-/// Runs the program; answers go to `out`, messages to `messages`. Returns its exit status, see
-/// diagnostics.h.
-int run(int argc, const char* const* argv, std::ostream& out, std::ostream& messages);
+/// Runs the program. Returns its exit status, see diagnostics.h.
+int run(int argc, const char* const* argv, const Console& console);
 
 }  // namespace tool

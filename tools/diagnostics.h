@@ -8,6 +8,9 @@
 #include <iosfwd>
 #include <string>
 
+#include <tools/console.h>
+#include <tools/location.h>
+
 namespace tool {
 
 enum ExitStatus : int {
@@ -20,11 +23,14 @@ enum ExitStatus : int {
 
 class Diagnostics {
  public:
-  explicit Diagnostics(std::ostream& out) : out_(out) {}
+  /// On a terminal, `style` makes messages stand out.
+  Diagnostics(std::ostream& out, Style style) : out_(out), style_(style) {}
 
-  /// A feature of `file`, counted from 1, that was not answered.
-  void badFeature(const std::string& file, std::size_t number, const std::string& what);
+  /// A feature of `file` that was not answered.
+  void badFeature(const std::string& file, const Location& location, const std::string& what);
   void badFile(const std::string& file, const std::string& what);
+  /// What the user should know, although all is well.
+  void warning(const std::string& file, const std::string& what);
 
   /// The worst of what was reported.
   ExitStatus status() const noexcept { return status_; }
@@ -33,6 +39,7 @@ class Diagnostics {
   void report(ExitStatus status, const std::string& message);
 
   std::ostream& out_;
+  Style style_;
   ExitStatus status_ = eAllWell;
 };
 

@@ -1,16 +1,20 @@
 // SPDX-License-Identifier: MIT
 //
 // What a file says, before any question is asked: features made of outlines with holes, or of open
-// lines. input/ reads them, subject.h makes the library's shapes of them.
+// lines. input/ reads them, subject.h makes the library's shapes of them, output/ writes them.
 
 #pragma once
 
 #include <cstddef>
 #include <optional>
+#include <string>
+#include <utility>
 #include <vector>
 
 #include <platform/core/vector.h>
 #include <platform/image/edgelet.h>
+#include <tools/errors.h>
+#include <tools/input/json.h>
 
 namespace tool {
 
@@ -30,13 +34,31 @@ struct Geometry {
   bool closed = true;
   /// At least one.
   std::vector<Part> parts;
+  /// Made to have several parts, even if it has one.
+  bool multiple = false;
 };
 
-struct Feature {
+// Nothing that moves or dies here throws; nlohmann-json does not say so.
+struct Feature {  // NOLINT(bugprone-exception-escape)
   /// Its place in the file, counted from 1.
   std::size_t number = 1;
   std::optional<unsigned long> label;
   Geometry geometry;
+  /// The name that the file gives it besides the label.
+  std::optional<std::string> id;
+  /// The Feature or geometry that it was read from, null when that was no JSON.
+  Json source;
+};
+
+/// A feature that cannot be read although it is JSON.
+class UnreadableFeature : public FeatureError {
+ public:
+  UnreadableFeature(const std::string& what, Json source)
+      : FeatureError(what), source_(std::move(source)) {}
+  const Json& source() const noexcept { return source_; }
+
+ private:
+  Json source_;
 };
 
 }  // namespace tool

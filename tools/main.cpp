@@ -9,7 +9,7 @@
 
 int main(int argc, char** argv) {
   try {
-    return tool::run(argc, argv, std::cout, std::cerr);
+    return tool::run(argc, argv, tool::standardConsole());
   } catch (const std::exception& error) {
     std::cerr << "cntr: " << error.what() << '\n';
     return 2;

@@ -92,6 +92,7 @@ Cell part(const Measured& m) { return m.part ? Cell(*m.part) : Cell(); }
 Cell label(const Measured& m) {
   return m.feature.label ? Cell(std::size_t{*m.feature.label}) : Cell();
 }
+Cell id(const Measured& m) { return m.feature.id ? Cell(*m.feature.id) : Cell(); }
 Cell vertices(const Measured& m) { return m.subject.vertexCount(); }
 Cell holes(const Measured& m) { return m.subject.holeCount(); }
 Cell closed(const Measured& m) { return m.subject.isClosed(); }
@@ -107,7 +108,7 @@ double outlineRoundness(const qcContour& outline) {
   return 4.0 * std::numbers::pi * qf_Area(outline.points()) / (length * length);
 }
 Cell roundness(const Measured& m) {
-  return m.subject.isClosed() ? ofContour<outlineRoundness>(m) : Cell();
+  return m.subject.body() ? ofContour<outlineRoundness>(m) : Cell();
 }
 
 Cell crossesItself(const Measured& m) {
@@ -122,8 +123,10 @@ Cell note(const Measured& m) {
     text += more;
   };
   if (!m.subject.isClosed()) add("open");
-  if (m.subject.crossesItself().value_or(false)) add("crosses itself");
-  if (m.subject.isClosed() && !m.subject.body()) add("no area");
+  if (!m.subject.isClosed() && m.subject.crossesItself().value_or(false)) add("crosses itself");
+  for (const char* flaw : m.subject.flaws()) add(flaw);
+  if (m.subject.isClosed() && m.subject.flaws().empty() && !m.subject.body()) add("no area");
+  if (m.subject.length() == 0.0) add("no length");
   return text.empty() ? Cell() : Cell(text);
 }
 
@@ -131,49 +134,51 @@ constexpr auto farthestPair = qcContourDefs::eFarthestVertexPair;
 constexpr auto fromFirst = qcContourDefs::eFromFirstVertex;
 
 constexpr Measure measures[] = {
-    {"file", "name of the file", false, file},
-    {"feature", "number of the feature in its file, from 1", true, feature},
-    {"part", "number of the part, from 1; none for the feature as a whole", true, part},
-    {"label", "the property `label`", true, label},
-    {"vertices", "vertices of the outline, without the repeated last one and those of holes", true,
-     vertices},
-    {"holes", "number of holes that were taken into account", false, holes},
-    {"closed", "yes for an outline, no for an open line", false, closed},
-    {"area", "area, less the holes", true, area},
-    {"centre_x", "centre of mass", true, ofBody<centreX>},
-    {"centre_y", "", true, ofBody<centreY>},
-    {"moment_xx", "second moment, the integral of (x - centre_x)^2 over the area", true,
+    {"file", "name of the file", 0, false, file},
+    {"feature", "number of the feature in its file, from 1", 0, true, feature},
+    {"part", "number of the part, from 1; none for the feature as a whole", 0, true, part},
+    {"label", "the property `label`", 0, true, label},
+    {"id", "the id of the feature", 0, true, id},
+    {"vertices", "vertices of the outline, without the repeated last one and those of holes", 0,
+     true, vertices},
+    {"holes", "number of holes that were taken into account", 0, false, holes},
+    {"closed", "yes for an outline, no for an open line", 0, false, closed},
+    {"area", "area, less the holes", 2, true, area},
+    {"centre_x", "centre of mass", 1, true, ofBody<centreX>},
+    {"centre_y", "", 1, true, ofBody<centreY>},
+    {"moment_xx", "second moment, the integral of (x - centre_x)^2 over the area", 4, true,
      ofBody<moment<0, 0>>},
-    {"moment_xy", "the integral of (x - centre_x)(y - centre_y)", true, ofBody<moment<0, 1>>},
-    {"moment_yy", "the integral of (y - centre_y)^2", true, ofBody<moment<1, 1>>},
-    {"length", "length of the outline or line", false, length},
-    {"mean_x", "mean position of the outline or line, taken as a wire", false, ofContour<meanX>},
-    {"mean_y", "", false, ofContour<meanY>},
-    {"roundness", "4 pi area / length^2 of the outline without its holes; 1 for a disc", true,
+    {"moment_xy", "the integral of (x - centre_x)(y - centre_y)", 4, true, ofBody<moment<0, 1>>},
+    {"moment_yy", "the integral of (y - centre_y)^2", 4, true, ofBody<moment<1, 1>>},
+    {"length", "length of the outline or line", 1, false, length},
+    {"mean_x", "mean position of the outline or line, taken as a wire", 1, false, ofContour<meanX>},
+    {"mean_y", "", 1, false, ofContour<meanY>},
+    {"roundness", "4 pi area / length^2 of the outline without its holes; 1 for a disc", 0, true,
      roundness},
-    {"equivalent_diameter", "diameter of the disc of the same area", false,
+    {"equivalent_diameter", "diameter of the disc of the same area", 1, false,
      ofBody<equivalentDiameter>},
-    {"axis_ratio", "smaller axis by larger axis of the ellipse that has the same second moments",
+    {"axis_ratio", "smaller axis by larger axis of the ellipse that has the same second moments", 0,
      false, ofMoments<axisRatio>},
-    {"orientation", "direction of its larger axis, degrees from the x axis towards the y axis",
+    {"orientation", "direction of its larger axis, degrees from the x axis towards the y axis", 0,
      false, ofMoments<rotation>},
-    {"diameter", "largest distance between two vertices", false, ofContour<diameter<farthestPair>>},
-    {"first_vertex_diameter", "twice the largest distance of a vertex from the first one", false,
+    {"diameter", "largest distance between two vertices", 1, false,
+     ofContour<diameter<farthestPair>>},
+    {"first_vertex_diameter", "twice the largest distance of a vertex from the first one", 1, false,
      ofContour<diameter<fromFirst>>},
-    {"left", "smallest x of the enclosing rectangle", false, ofRectangle<left>},
-    {"top", "its smallest y", false, ofRectangle<top>},
-    {"width", "its width", false, ofRectangle<width>},
-    {"height", "its height", false, ofRectangle<height>},
-    {"ellipse_x", "centre of the ellipse that fits the vertices best", false, ofFit<fittedX>},
-    {"ellipse_y", "", false, ofFit<fittedY>},
-    {"ellipse_radius1", "its larger radius", false, ofFit<fittedRadius1>},
-    {"ellipse_radius2", "its smaller radius", false, ofFit<fittedRadius2>},
-    {"ellipse_rotation", "direction of its larger radius, degrees as above", false,
+    {"left", "smallest x of the enclosing rectangle", 1, false, ofRectangle<left>},
+    {"top", "its smallest y", 1, false, ofRectangle<top>},
+    {"width", "its width", 1, false, ofRectangle<width>},
+    {"height", "its height", 1, false, ofRectangle<height>},
+    {"ellipse_x", "centre of the ellipse that fits the vertices best", 1, false, ofFit<fittedX>},
+    {"ellipse_y", "", 1, false, ofFit<fittedY>},
+    {"ellipse_radius1", "its larger radius", 1, false, ofFit<fittedRadius1>},
+    {"ellipse_radius2", "its smaller radius", 1, false, ofFit<fittedRadius2>},
+    {"ellipse_rotation", "direction of its larger radius, degrees as above", 0, false,
      ofFit<fittedRotation>},
-    {"ellipse_residual", "root mean square distance of the vertices from it", false,
+    {"ellipse_residual", "root mean square distance of the vertices from it", 1, false,
      ofFit<fitResidual>},
-    {"crosses_itself", "yes when an edge crosses another one", false, crossesItself},
-    {"note", "what to know about the row: open, crosses itself, no area", true, note},
+    {"crosses_itself", "yes when an edge crosses another one", 0, false, crossesItself},
+    {"note", "why measures are missing: open, crosses itself, no area ...", 0, true, note},
 };
 
 }  // namespace

@@ -26,6 +26,8 @@ struct Measure {
   /// Its name as a column, in JSON and on the command line.
   const char* name;
   const char* meaning;
+  /// The power of the unit of length that it is in; 0 for angles and plain numbers.
+  int dimension;
   /// Shown in a table unless the user chooses.
   bool isStandard;
   Cell (*answer)(const Measured&);

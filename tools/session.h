@@ -4,32 +4,24 @@
 
 #pragma once
 
-#include <functional>
-#include <iosfwd>
-#include <string>
-#include <vector>
+#include <ostream>
 
+#include <tools/console.h>
 #include <tools/diagnostics.h>
-#include <tools/input/document.h>
 
 namespace tool {
 
 struct Session {
+  Console console;
   std::ostream& out;
   std::ostream& messages;
   Diagnostics diagnostics;
 
-  Session(std::ostream& out_, std::ostream& messages_)
-      : out(out_), messages(messages_), diagnostics(messages_) {}
+  explicit Session(const Console& console_)
+      : console(console_),
+        out(console_.out),
+        messages(console_.messages),
+        diagnostics(console_.messages, console_.messageStyle) {}
 };
-
-/// Runs `answer` for each feature of a document in turn. A feature that it throws a FeatureError or
-/// an exception of the library for is reported, and the next one is answered.
-void forEachFeature(const Document& document, Diagnostics& diagnostics,
-                    const std::function<void(const Feature&)>& answer);
-
-/// The same over several files. One that cannot be read is reported, and the next one is answered.
-void forEachFeature(const std::vector<std::string>& files, Diagnostics& diagnostics,
-                    const std::function<void(const Document&, const Feature&)>& answer);
 
 }  // namespace tool

@@ -21,17 +21,6 @@ std::string nameOfBadHole(const qcRegion& region, const std::vector<RegionHandle
 /// Twice the area up to which the library takes a polygon for a line.
 constexpr double smallestDoubleArea = 1e-6;
 
-/// Twice the signed area; relative to the first vertex, which saves digits far from the origin.
-double signedArea(const Points& outline) {
-  double sum = 0.0;
-  for (std::size_t i = 2; i < outline.size(); ++i) {
-    const qcVector<2> a = outline[i - 1] - outline[0];
-    const qcVector<2> b = outline[i] - outline[0];
-    sum += a.x() * b.y() - a.y() * b.x();
-  }
-  return sum;
-}
-
 /// A clockwise outline with reflex corners has no meaningful moments.
 qc_InertiaData solid(const Points& outline) {
   return qf_InertiaDataPolygon(counterClockwise(outline));
@@ -47,8 +36,8 @@ RegionHandle makeRegion(const Points& outline) {
   return RegionHandle(new qcRegion(outline, asGiven));
 }
 
-RegionHandle makeRegionWithHoles(const Part& part) {
-  const qcPtrHandle<qcRegion> region(new qcRegion(part.outline, asGiven));
+qcPtrHandle<qcRegion> makeRegionWithHoles(const Part& part) {
+  qcPtrHandle<qcRegion> region(new qcRegion(part.outline, asGiven));
   std::vector<RegionHandle> holes;
   for (const Points& hole : part.holes) holes.push_back(makeRegion(hole));
   try {
@@ -66,6 +55,17 @@ qcRegionSet makeRegionSet(const std::vector<Part>& parts, bool withHoles) {
     regions.push_back(withHoles ? makeRegionWithHoles(part) : makeRegion(part.outline));
   }
   return {regions, asGiven};
+}
+
+// Relative to the first vertex, which saves digits far from the origin.
+double signedArea(const Points& ring) {
+  double sum = 0.0;
+  for (std::size_t i = 2; i < ring.size(); ++i) {
+    const qcVector<2> a = ring[i - 1] - ring[0];
+    const qcVector<2> b = ring[i] - ring[0];
+    sum += a.x() * b.y() - a.y() * b.x();
+  }
+  return sum / 2.0;
 }
 
 Points counterClockwise(const Points& outline) {

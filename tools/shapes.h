@@ -18,11 +18,13 @@ using RegionHandle = qcPtrHandle_const<qcRegion>;
 RegionHandle makeRegion(const Points& outline);
 /// The outline with its holes. Throws FeatureError, naming the hole, when one crosses or touches
 /// the outline: the library takes no such holes.
-RegionHandle makeRegionWithHoles(const Part& part);
+qcPtrHandle<qcRegion> makeRegionWithHoles(const Part& part);
 
 /// A new set of new regions, one for each part: none of them has been asked anything yet.
 qcRegionSet makeRegionSet(const std::vector<Part>& parts, bool withHoles);
 
+/// The area of a ring, positive when it runs from the x axis towards the y axis.
+double signedArea(const Points& ring);
 /// The same outline with positive area in the file's coordinates.
 Points counterClockwise(const Points& outline);
 

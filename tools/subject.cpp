@@ -2,7 +2,26 @@
 
 #include <tools/subject.h>
 
+#include <algorithm>
+
 namespace tool {
+
+namespace {
+
+/// An outline that does not cross its holes has all of a hole inside or nothing.
+bool hasHoleOutside(const qcRegion& region) {
+  const auto& holes = region.holes();
+  return std::any_of(holes.begin(), holes.end(), [&region](const RegionHandle& hole) {
+    return !region.inside(hole->points().front(), false);
+  });
+}
+
+bool hasCrossingHoles(const qcRegion& region) {
+  return !region.holes().empty() &&
+         qcRegionSet(region.holes(), qcContourDefs::eNoIntersectionRepair).isSelfIntersecting();
+}
+
+}  // namespace
 
 Subject::Subject(const Geometry& geometry, bool withHoles)
     : closed_(geometry.closed), withHoles_(withHoles) {
@@ -17,7 +36,19 @@ Subject::Subject(const Geometry& geometry, bool withHoles)
     contours_.emplace_back(region);
     holeCount_ += region->holes().size();
   }
-  addBody(geometry.parts);
+  findFlaws();
+  if (flaws_.empty()) addBody(geometry.parts);
+}
+
+void Subject::findFlaws() {
+  const std::vector<RegionHandle> regions = regions_->regions();
+  const auto isAny = [&regions](bool (*hasFlaw)(const qcRegion&)) {
+    return std::any_of(regions.begin(), regions.end(),
+                       [hasFlaw](const RegionHandle& region) { return hasFlaw(*region); });
+  };
+  if (regions_->isSelfIntersecting()) flaws_.push_back("crosses itself");
+  if (isAny(hasCrossingHoles)) flaws_.push_back("holes cross");
+  if (isAny(hasHoleOutside)) flaws_.push_back("hole outside");
 }
 
 void Subject::addBody(const std::vector<Part>& parts) {
@@ -53,7 +84,8 @@ std::optional<bool> Subject::crossesItself() const {
 }
 
 std::optional<double> Subject::area() const {
-  return regions_ ? std::optional<double>(regions_->area(withHoles_)) : std::nullopt;
+  if (!regions_ || !flaws_.empty()) return std::nullopt;
+  return regions_->area(withHoles_);
 }
 
 // A region tells its centre with holes once only, so it is asked here and nowhere else.

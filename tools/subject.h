@@ -32,8 +32,10 @@ class Subject {
   qcRect rectangle() const;
   /// Unanswered for several lines.
   std::optional<bool> crossesItself() const;
+  /// Why there is no area although there are outlines; none when all is well.
+  const std::vector<const char*>& flaws() const noexcept { return flaws_; }
 
-  // Without an answer for lines.
+  // Without an answer for lines, and for outlines with flaws.
 
   std::optional<double> area() const;
   /// Area, centre and second moments together; nothing where there is no area to speak of, for the
@@ -41,6 +43,7 @@ class Subject {
   const std::optional<qc_InertiaData>& body() const noexcept { return body_; }
 
  private:
+  void findFlaws();
   void addBody(const std::vector<Part>& parts);
   qcVector<2> centre() const;
 
@@ -50,6 +53,7 @@ class Subject {
   std::vector<qcPtrHandle_const<qcContour>> contours_;
   /// The same outlines as regions.
   std::optional<qcRegionSet> regions_;
+  std::vector<const char*> flaws_;
   std::optional<qc_InertiaData> body_;
 };
 

@@ -40,12 +40,12 @@ TEST(CommandLine, HelpIsAllWell) {
   const auto result = run({"--help"});
   EXPECT_EQ(result.status, 0);
   EXPECT_EQ(result.messages, "");
-  for (const char* command : {"measure", "query", "repair", "draw"})
+  for (const char* command : {"measure", "query", "repair", "draw", "convert"})
     EXPECT_THAT(result.out, HasSubstr(command));
 }
 
 TEST(CommandLine, EveryCommandHasHelpWithExamples) {
-  for (const char* command : {"measure", "query", "repair", "draw"}) {
+  for (const char* command : {"measure", "query", "repair", "draw", "convert"}) {
     const auto result = run({command, "--help"});
     EXPECT_EQ(result.status, 0);
     EXPECT_THAT(result.out, HasSubstr(std::string("\n  cntr ") + command + " ")) << command;
@@ -63,6 +63,6 @@ TEST(CommandLine, AnOutputThatFailsEndsWithStatusTwo) {
   std::ostringstream messages;
   out.setstate(std::ios::badbit);
   const char* arguments[] = {"cntr", "measure", CNTR_REPOSITORY_DIR "/samples/cell.geojson"};
-  EXPECT_EQ(tool::run(3, arguments, out, messages), 2);
+  EXPECT_EQ(tool::run(3, arguments, {out, messages}), 2);
   EXPECT_EQ(messages.str(), "cntr: standard output: cannot be written\n");
 }

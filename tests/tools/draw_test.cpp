@@ -16,6 +16,7 @@ using program::Directory;
 using program::feature;
 using program::polygon;
 using program::run;
+using program::runOnFullDisk;
 using program::square;
 using testing::ElementsAre;
 using testing::HasSubstr;
@@ -433,7 +434,10 @@ TEST(Draw, APictureThatCannotBeWrittenEndsWithStatusTwo) {
 }
 
 TEST(Draw, AFullDiskEndsWithStatusTwo) {
-  const auto result = run({"draw", "samples/cell.geojson", "-o", "/dev/full"});
+  const Directory directory;
+  const std::string file = directory.path("out.svg");
+  const auto result = runOnFullDisk({"draw", "samples/cell.geojson", "-o", file});
   EXPECT_EQ(result.status, 2);
-  EXPECT_EQ(result.messages, "cntr: /dev/full: cannot be written: No space left on device\n");
+  EXPECT_EQ(result.messages, "cntr: " + file + ": cannot be written: File too large\n");
+  EXPECT_THAT(directory.names(), ElementsAre());
 }

@@ -8,6 +8,7 @@
 #include <cmath>
 #include <fstream>
 #include <numbers>
+#include <sstream>
 
 #include <cntr/region.h>
 
@@ -245,6 +246,28 @@ TEST(Measure, SaysWhenAnOutlineCrossesItself) {
   const Json m = measured({"[[0,0],[4,4],[4,0],[0,2]]"});
   EXPECT_EQ(m["crosses_itself"], true);
   EXPECT_EQ(m["note"], "crosses itself");
+  for (const char* name : {"area", "centre_x", "moment_xx", "roundness", "equivalent_diameter",
+                           "axis_ratio", "orientation"}) {
+    EXPECT_EQ(m[name], nullptr) << name << " of lobes that run either way means nothing";
+  }
+  EXPECT_EQ(m["height"], 4.0) << "extents do not depend on crossings";
+}
+
+TEST(Measure, SaysWhenAHoleLiesOutsideOrHolesCross) {
+  const Json outside = measured({square(0, 0, 4), square(10, 0, 1)});
+  EXPECT_EQ(outside["note"], "hole outside");
+  EXPECT_EQ(outside["area"], nullptr);
+  const Json crossing = measured({square(0, 0, 9), square(1, 1, 3), square(2, 2, 3)});
+  EXPECT_EQ(crossing["note"], "holes cross");
+  EXPECT_EQ(crossing["area"], nullptr);
+  const Json apart = measured({square(0, 0, 9), square(1, 1, 1), square(4, 4, 1)});
+  EXPECT_EQ(apart["note"], nullptr);
+  EXPECT_EQ(apart["area"], 79.0);
+}
+
+TEST(Measure, ALineOfOnePointHasNoLength) {
+  const Json m = runJson({"measure"}, feature("LineString", "[[5,5],[5,5]]")).at(0);
+  EXPECT_EQ(m["note"], "open, no length");
 }
 
 TEST(Measure, AnOutlineWithoutAreaHasNoCentre) {
@@ -356,4 +379,89 @@ TEST(MeasureTable, AnUnknownColumnIsWrongUsage) {
   EXPECT_EQ(result.status, 2);
   EXPECT_THAT(result.messages, HasSubstr("there is no column 'colour'"));
   EXPECT_EQ(result.out, "");
+}
+
+TEST(MeasureUnits, ScaleLengthsAreasAndMoments) {
+  const std::vector<std::string> scaled{"--scale", "0.5", "--unit", "mm"};
+  const Json plain = measured({ring(lShape)});
+  const Json m = measured({ring(lShape)}, scaled);
+  for (const char* name :
+       {"length", "centre_x", "mean_y", "equivalent_diameter", "diameter", "first_vertex_diameter",
+        "left", "height", "ellipse_x", "ellipse_radius1", "ellipse_residual"}) {
+    EXPECT_EQ(m[name], plain[name].get<double>() * 0.5) << name;
+  }
+  EXPECT_EQ(m["area"], plain["area"].get<double>() * 0.25);
+  for (const char* name : {"moment_xx", "moment_xy", "moment_yy"}) {
+    EXPECT_EQ(m[name], plain[name].get<double>() * 0.0625) << name;
+  }
+  for (const char* name :
+       {"roundness", "axis_ratio", "orientation", "ellipse_rotation", "vertices"}) {
+    EXPECT_EQ(m[name], plain[name]) << name;
+  }
+}
+
+TEST(MeasureUnits, AreNamedInHeadings) {
+  const auto table = run(
+      {"measure", "--columns", "length,area,moment_xx,roundness", "--scale", "2", "--unit", "µm"},
+      polygon({square(0, 0, 1)}));
+  EXPECT_EQ(table.out,
+            "length [µm]  area [µm^2]  moment_xx [µm^4]  roundness\n"
+            "    8.00000      4.00000           1.33333   0.785398\n");
+  const auto csv = run({"measure", "--csv", "--columns", "area,length", "--unit", "mm"},
+                       polygon({square(0, 0, 1)}));
+  EXPECT_EQ(csv.out, "area [mm^2],length [mm]\n1,4\n");
+}
+
+TEST(MeasureUnits, AScaleIsAPositiveNumber) {
+  EXPECT_EQ(run({"measure", "--scale", "0"}, polygon({square(0, 0, 1)})).status, 2);
+  EXPECT_EQ(run({"measure", "--scale", "mm"}, polygon({square(0, 0, 1)})).status, 2);
+}
+
+TEST(MeasureSorted, ByAColumnThatNeedNotBeShown) {
+  const std::string squares = collection(
+      {polygon({square(0, 0, 2)}, R"("label":1)"), feature("LineString", "[[0,0],[3,0]]"),
+       polygon({square(0, 0, 3)}, R"("label":2)"), polygon({square(9, 0, 2)}, R"("label":3)")});
+  const auto order = [&](const std::string& sort) {
+    std::vector<int> numbers;
+    for (const Json& row : runJson({"measure", "--columns", "feature", "--sort", sort}, squares)) {
+      EXPECT_EQ(row.size(), 1);
+      numbers.push_back(row["feature"]);
+    }
+    return numbers;
+  };
+  EXPECT_EQ(order("area"), (std::vector<int>{1, 4, 3, 2})) << "equal ones stay in order";
+  EXPECT_EQ(order("area:desc"), (std::vector<int>{3, 1, 4, 2})) << "no answer comes last";
+  EXPECT_EQ(order("label:asc"), (std::vector<int>{1, 3, 4, 2}));
+}
+
+TEST(MeasureSorted, AnUnknownColumnOrOrderIsWrongUsage) {
+  EXPECT_EQ(run({"measure", "--sort", "colour"}, polygon({square(0, 0, 1)})).status, 2);
+  const auto result = run({"measure", "--sort", "area:up"}, polygon({square(0, 0, 1)}));
+  EXPECT_EQ(result.status, 2);
+  EXPECT_THAT(result.messages, HasSubstr("'up' is neither asc nor desc"));
+}
+
+TEST(MeasureFormats, HaveTheSameRows) {
+  const Json array = runJson({"measure", "samples/coins.geojson"});
+  std::istringstream lines(run({"measure", "--jsonl", "samples/coins.geojson"}).out);
+  std::string line;
+  std::size_t count = 0;
+  while (std::getline(lines, line)) EXPECT_EQ(Json::parse(line), array.at(count++));
+  EXPECT_EQ(count, array.size());
+}
+
+TEST(MeasureFormats, CsvHasAllDigitsAndQuotesWhatNeedsIt) {
+  const auto result =
+      run({"measure", "--csv", "--columns", "id,label,width,closed,area"},
+          collection({feature("Polygon", "[" + square(0, 0, 0.1) + "]"),
+                      R"({"type":"Feature","id":"a \"b\", c","properties":{"label":3},"geometry":)"
+                      R"({"type":"LineString","coordinates":[[0,0],[0.30000000000000004,1]]}})"}));
+  EXPECT_EQ(result.out,
+            "id,label,width,closed,area\n"
+            ",,0.1,true,0.010000000000000002\n"
+            "\"a \"\"b\"\", c\",3,0.30000000000000004,false,\n");
+}
+
+TEST(MeasureFormats, OnlyOneCanBeAskedFor) {
+  EXPECT_EQ(run({"measure", "--csv", "--json"}, polygon({square(0, 0, 1)})).status, 2);
 }

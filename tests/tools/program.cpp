@@ -4,14 +4,18 @@
 
 #include <fcntl.h>
 #include <gtest/gtest.h>
+#include <pty.h>
 #include <spawn.h>
+#include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
 #include <algorithm>
+#include <csignal>
 #include <fstream>
 #include <sstream>
 #include <system_error>
+#include <utility>
 
 extern char** environ;
 
@@ -81,6 +85,130 @@ Result run(const std::vector<std::string>& arguments, const std::string& input) 
   std::filesystem::current_path(CNTR_REPOSITORY_DIR);
   const int status = spawn(command, Redirections(directory));
   return {status, directory.read("out"), directory.read("messages")};
+}
+
+Result runOnFullDisk(const std::vector<std::string>& arguments) {
+  std::vector<std::string> command{"/bin/sh", "-c", "trap '' XFSZ; ulimit -f 1; exec \"$@\"", "sh",
+                                   CNTR_PROGRAM};
+  command.insert(command.end(), arguments.begin(), arguments.end());
+  const Directory directory;
+  directory.write("in", "");
+  std::filesystem::current_path(CNTR_REPOSITORY_DIR);
+  const int status = spawn(command, Redirections(directory));
+  return {status, directory.read("out"), directory.read("messages")};
+}
+
+Result runShell(const std::string& line) {
+  const Directory directory;
+  std::filesystem::create_directory_symlink(CNTR_REPOSITORY_DIR "/samples",
+                                            directory.path("samples"));
+  const std::string programs = std::filesystem::path(CNTR_PROGRAM).parent_path().string();
+  const Directory streams;
+  streams.write("in", "");
+  const int status =
+      spawn({"/bin/sh", "-c",
+             "set -e; PATH=" + programs + ":$PATH; cd " + directory.path("") + "; " + line},
+            Redirections(streams));
+  return {status, streams.read("out"), streams.read("messages")};
+}
+
+Result runOnTerminal(const std::vector<std::string>& arguments, const std::string& input,
+                     const std::vector<std::string>& environment) {
+  const Directory directory;
+  const std::string in = directory.write("in", input);
+  std::vector<std::string> command{"/usr/bin/env"};
+  command.insert(command.end(), environment.begin(), environment.end());
+  command.emplace_back(CNTR_PROGRAM);
+  command.insert(command.end(), arguments.begin(), arguments.end());
+  std::vector<char*> pointers;
+  for (std::string& argument : command) pointers.push_back(argument.data());
+  pointers.push_back(nullptr);
+  std::filesystem::current_path(CNTR_REPOSITORY_DIR);
+  int terminal = -1;
+  const pid_t child = forkpty(&terminal, nullptr, nullptr, nullptr);
+  if (child < 0) throw std::system_error(errno, std::generic_category(), "forkpty");
+  if (child == 0) {
+    const int file = open(in.c_str(), O_RDONLY);
+    dup2(file, STDIN_FILENO);
+    execv(pointers[0], pointers.data());
+    _exit(127);
+  }
+  // Reading fails when the program has ended and all has been read.
+  std::string shown;
+  char buffer[4096];
+  for (ssize_t count = 0; (count = read(terminal, buffer, sizeof buffer)) > 0;) {
+    shown.append(buffer, static_cast<std::size_t>(count));
+  }
+  close(terminal);
+  int state = 0;
+  waitpid(child, &state, 0);
+  return {WIFEXITED(state) ? WEXITSTATUS(state) : -1, shown, ""};
+}
+
+Running::Running(const std::vector<std::string>& arguments) {
+  int in[2];
+  int out[2];
+  if (pipe2(in, O_CLOEXEC) != 0 || pipe2(out, O_CLOEXEC) != 0) {
+    throw std::system_error(errno, std::generic_category());
+  }
+  posix_spawn_file_actions_t actions;
+  posix_spawn_file_actions_init(&actions);
+  posix_spawn_file_actions_adddup2(&actions, in[0], STDIN_FILENO);
+  posix_spawn_file_actions_adddup2(&actions, out[1], STDOUT_FILENO);
+  posix_spawn_file_actions_addopen(&actions, STDERR_FILENO, "/dev/null", O_WRONLY, 0);
+  std::vector<std::string> command{CNTR_PROGRAM};
+  command.insert(command.end(), arguments.begin(), arguments.end());
+  std::vector<char*> pointers;
+  for (std::string& argument : command) pointers.push_back(argument.data());
+  pointers.push_back(nullptr);
+  const int error =
+      posix_spawn(&process_, pointers[0], &actions, nullptr, pointers.data(), environ);
+  posix_spawn_file_actions_destroy(&actions);
+  ::close(in[0]);
+  ::close(out[1]);
+  input_ = in[1];
+  output_ = out[0];
+  if (error != 0) throw std::system_error(error, std::generic_category(), command[0]);
+}
+
+Running::~Running() {
+  close();
+  ::close(output_);
+  if (process_ != 0) {
+    kill(process_, SIGKILL);
+    waitpid(process_, nullptr, 0);
+  }
+}
+
+void Running::feed(const std::string& text) {
+  std::size_t written = 0;
+  while (written < text.size()) {
+    const ssize_t count = write(input_, text.data() + written, text.size() - written);
+    if (count < 0) throw std::system_error(errno, std::generic_category());
+    written += static_cast<std::size_t>(count);
+  }
+}
+
+void Running::close() {
+  if (input_ >= 0) ::close(std::exchange(input_, -1));
+}
+
+std::string Running::line() {
+  std::string text;
+  for (char c = 0; read(output_, &c, 1) == 1 && c != '\n';) text += c;
+  return text;
+}
+
+void Running::signal(int number) { kill(process_, number); }
+
+int Running::wait() {
+  int state = 0;
+  rusage usage{};
+  if (wait4(std::exchange(process_, 0), &state, 0, &usage) < 0) {
+    throw std::system_error(errno, std::generic_category());
+  }
+  peakMemory_ = usage.ru_maxrss;
+  return state;
 }
 
 Json runJson(std::vector<std::string> arguments, const std::string& input, int status) {

@@ -23,6 +23,45 @@ struct Result {
 /// Runs `cntr` with these arguments and this standard input, in the repository's root.
 Result run(const std::vector<std::string>& arguments, const std::string& input = "");
 
+/// The same as if the disk were full: a file takes 512 bytes and no more.
+Result runOnFullDisk(const std::vector<std::string>& arguments);
+
+/// What a terminal shows that standard output and standard error are connected to. `environment`
+/// holds further variables, "NAME=value".
+Result runOnTerminal(const std::vector<std::string>& arguments, const std::string& input = "",
+                     const std::vector<std::string>& environment = {});
+
+/// Runs a line of a shell, in which `cntr` is the program and `samples` the samples, in a new
+/// directory.
+Result runShell(const std::string& line);
+
+/// A program that is running: `cntr` with these arguments. Nobody sees its messages.
+class Running {
+ public:
+  explicit Running(const std::vector<std::string>& arguments);
+  ~Running();
+  Running(const Running&) = delete;
+  Running& operator=(const Running&) = delete;
+
+  /// Appends to its standard input.
+  void feed(const std::string& text);
+  /// Ends its standard input.
+  void close();
+  /// The next line of its standard output, without its end; waits for it.
+  std::string line();
+  void signal(int number);
+  /// Waits until it ends: as in waitpid().
+  int wait();
+  /// The largest amount of memory that it had, in kilobytes. To be called after wait().
+  long peakMemory() const { return peakMemory_; }
+
+ private:
+  int process_ = 0;
+  int input_ = -1;
+  int output_ = -1;
+  long peakMemory_ = 0;
+};
+
 /// The answers of a command with --json. Fails the test unless the program ended with `status`.
 Json runJson(std::vector<std::string> arguments, const std::string& input = "", int status = 0);
 

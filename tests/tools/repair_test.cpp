@@ -19,6 +19,7 @@ using program::multiPolygon;
 using program::polygon;
 using program::run;
 using program::runJson;
+using program::runOnFullDisk;
 using program::square;
 using testing::ElementsAre;
 using testing::HasSubstr;
@@ -270,9 +271,13 @@ TEST(Repair, AnUnreadableFileLeavesNothing) {
 }
 
 TEST(Repair, AFileThatCannotBeWrittenEndsWithStatusTwo) {
-  const auto result = run({"repair", "-o", "/dev/full"}, polygon({bowTie}));
+  const Directory directory;
+  const std::string file = directory.path("out.json");
+  const auto result = runOnFullDisk({"repair", "samples/coins.geojson", "-o", file});
   EXPECT_EQ(result.status, 2);
-  EXPECT_EQ(result.messages, "cntr: /dev/full: cannot be written: No space left on device\n");
+  EXPECT_EQ(result.messages, "cntr: " + file + ": cannot be written: File too large\n");
+  EXPECT_EQ(result.out, "");
+  EXPECT_THAT(directory.names(), ElementsAre());
 }
 
 TEST(Repair, WrongUsageEndsWithStatusTwo) {

@@ -17,5 +17,6 @@ void addMeasure(CLI::App& app, Session& session);
 void addQuery(CLI::App& app, Session& session);
 void addRepair(CLI::App& app, Session& session);
 void addDraw(CLI::App& app, Session& session);
+void addConvert(CLI::App& app, Session& session);
 
 }  // namespace tool

@@ -9,6 +9,7 @@
 #include <tools/commands/options.h>
 #include <tools/draw/picture.h>
 #include <tools/errors.h>
+#include <tools/input/document.h>
 #include <tools/output/file.h>
 
 namespace tool {
@@ -19,6 +20,7 @@ constexpr const char* labelsName = "labels";
 
 struct Options {
   std::vector<std::string> files;
+  std::string from;
   std::vector<std::string> show = {labelsName};
   std::string under;
   bool fit = false;
@@ -81,7 +83,7 @@ void requireDrawable(const qcRect& view) {
 std::optional<qcRect> readFiles(Drawing& drawing, const Options& options, Session& session) {
   std::optional<qcRect> images;
   for (const std::string& file : options.files) {
-    const auto document = readDocument(file, session.diagnostics);
+    const auto document = readDocument(file, session.diagnostics, formatOr(options.from));
     if (!document) continue;
     addFeatures(drawing, *document);
     const auto area = imageArea(document->json);
@@ -126,6 +128,7 @@ void addDraw(CLI::App& app, Session& session) {
   const auto options = std::make_shared<Options>();
   CLI::App& command = *app.add_subcommand("draw", "Draw the outlines as an SVG picture");
   addFiles(command, options->files);
+  addFrom(command, options->from);
   command
       .add_option("-o,--output", options->output, "The picture; - (the default) is standard output")
       ->type_name("FILE");

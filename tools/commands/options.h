@@ -5,34 +5,66 @@
 #pragma once
 
 #include <CLI/CLI.hpp>
+#include <memory>
+#include <optional>
 #include <string>
 #include <vector>
+
+#include <tools/output/rows.h>
+#include <tools/session.h>
+#include <tools/stream/features.h>
 
 namespace tool {
 
 /// FILE...: standard input when none is given.
-inline void addFiles(CLI::App& command, std::vector<std::string>& files) {
-  files = {"-"};
-  command.add_option("FILE", files, "GeoJSON files; - or none is standard input")->type_name("");
-}
+void addFiles(CLI::App& command, std::vector<std::string>& files);
 
 /// An option that takes one list of names, separated by commas.
-inline CLI::Option* addNames(CLI::App& command, const std::string& option,
-                             std::vector<std::string>& names, const std::string& meaning) {
-  return command.add_option(option, names, meaning)
-      ->delimiter(',')
-      ->allow_extra_args(false)
-      ->type_name("NAME,");
-}
+CLI::Option* addNames(CLI::App& command, const std::string& option, std::vector<std::string>& names,
+                      const std::string& meaning);
 
-inline void addJson(CLI::App& command, bool& json) {
-  command.add_flag("--json", json, "Write JSON, numbers with all their digits");
-}
+/// An option that takes the name of a format.
+CLI::Option* addFormat(CLI::App& command, const std::string& option, std::string& format,
+                       const std::string& meaning);
+
+/// --from.
+void addFrom(CLI::App& command, std::string& format);
+/// The format of that name; nothing for an empty one.
+std::optional<Format> formatOr(const std::string& name);
 
 /// --holes and --no-holes.
-inline void addHoles(CLI::App& command, bool& withHoles) {
-  command.add_flag("--holes,!--no-holes", withHoles,
-                   "Take holes into account (the default), or look at outlines alone");
-}
+void addHoles(CLI::App& command, bool& withHoles);
+
+/// FILE..., --from and --jobs.
+struct InputOptions {
+  std::vector<std::string> files;
+  std::string from;
+  unsigned jobs = 1;
+
+  Inputs inputs() const;
+};
+
+void addInputs(CLI::App& command, InputOptions& options);
+
+/// --json, --jsonl and --csv, of which one may be given; a table otherwise.
+struct RowOptions {
+  bool json = false;
+  bool jsonLines = false;
+  bool csv = false;
+
+  bool isTable() const noexcept { return !json && !jsonLines && !csv; }
+};
+
+void addRowFormats(CLI::App& command, RowOptions& options);
+
+/// The headings are those of a table and of CSV; JSON has the names.
+struct RowColumns {
+  std::vector<std::string> names;
+  std::vector<std::string> headings;
+};
+
+std::unique_ptr<RowWriter> makeRows(const RowOptions& options, std::ostream& out,
+                                    const RowColumns& columns, EmptyColumns emptyColumns,
+                                    const Style& style);
 
 }  // namespace tool

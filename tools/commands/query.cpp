@@ -15,14 +15,14 @@ namespace tool {
 namespace {
 
 struct Options {
-  std::vector<std::string> files;
+  InputOptions input;
+  RowOptions rows;
   std::optional<std::string> point;
   std::optional<std::string> segment;
   std::optional<std::string> direction;
   bool zeroInside = false;
   bool endTouches = false;
   bool withHoles = true;
-  bool json = false;
 };
 
 std::vector<double> numbers(const char* option, const std::string& text, std::size_t count,
@@ -43,38 +43,60 @@ Question questionOf(const Options& options) {
   return askDirection(numbers("--direction", options.direction.value(), 1, "DEGREES")[0]);
 }
 
-/// The name of the file is shown in JSON, and in a table of several.
-bool showsFile(const Options& options) { return options.json || options.files.size() > 1; }
-
-Row heading(const Document& document, const Feature& feature, bool withFile) {
-  Row row;
-  if (withFile) row.emplace_back(document.name);
-  row.emplace_back(feature.number);
-  row.push_back(feature.label ? Cell(std::size_t{*feature.label}) : Cell());
-  return row;
+/// The name of the file is not shown in a table of a single one.
+bool showsFile(const Options& options) {
+  return !options.rows.isTable() || options.input.files.size() > 1;
 }
 
-std::unique_ptr<RowWriter> makeWriter(const Options& options, const Question& question,
-                                      std::ostream& out) {
+RowColumns columnsOf(const Options& options, const Question& question) {
   std::vector<std::string> columns{"feature", "label"};
   if (showsFile(options)) columns.insert(columns.begin(), "file");
   columns.insert(columns.end(), question.columns.begin(), question.columns.end());
-  return options.json ? makeJsonRows(out, columns)
-                      : makeTable(out, columns, EmptyColumns::eLeftOut);
+  return {columns, columns};
 }
 
+/// Asks features into rows.
+class Asking : public Answerer {
+ public:
+  Asking(const Options& options, Session& session)
+      : question_(questionOf(options)),
+        showsFile_(showsFile(options)),
+        rows_(makeRows(options.rows, session.out, columnsOf(options, question_),
+                       EmptyColumns::eLeftOut, session.console.outStyle)) {}
+
+  Finish answer(const Origin& origin, Feature feature) const override {
+    std::vector<Row> rows;
+    for (const Row& answer : question_.answer(feature.geometry)) {
+      Row row = heading(origin.file, feature);
+      row.insert(row.end(), answer.begin(), answer.end());
+      rows.push_back(std::move(row));
+    }
+    return [&writer = *rows_, rows = rows_->prepare(std::move(rows))] { writer.write(rows); };
+  }
+
+  bool isStreaming() const { return rows_->isStreaming(); }
+  void finish() { rows_->finish(); }
+
+ private:
+  Row heading(const std::string& file, const Feature& feature) const {
+    Row row;
+    if (showsFile_) row.emplace_back(file);
+    row.emplace_back(feature.number);
+    row.push_back(feature.label ? Cell(std::size_t{*feature.label}) : Cell());
+    return row;
+  }
+
+  Question question_;
+  bool showsFile_;
+  std::unique_ptr<RowWriter> rows_;
+};
+
 void query(const Options& options, Session& session) {
-  const Question question = questionOf(options);
-  const auto writer = makeWriter(options, question, session.out);
-  forEachFeature(options.files, session.diagnostics,
-                 [&](const Document& document, const Feature& feature) {
-                   for (const Row& answer : question.answer(feature.geometry)) {
-                     Row row = heading(document, feature, showsFile(options));
-                     row.insert(row.end(), answer.begin(), answer.end());
-                     writer->write(std::move(row));
-                   }
-                 });
-  writer->finish();
+  Asking asking(options, session);
+  Inputs inputs = options.input.inputs();
+  inputs.showProgress = !(session.console.outIsTerminal && asking.isStreaming());
+  answerAll(inputs, session, asking);
+  asking.finish();
 }
 
 constexpr const char* help =
@@ -108,14 +130,14 @@ void addQuestions(CLI::App& command, Options& options) {
 void addQuery(CLI::App& app, Session& session) {
   const auto options = std::make_shared<Options>();
   CLI::App& command = *app.add_subcommand("query", "Ask about a point, a segment or a direction");
-  addFiles(command, options->files);
+  addInputs(command, options->input);
   addQuestions(command, *options);
   command.add_flag("--zero-inside", options->zeroInside,
                    "With --point: the distance of a point inside is 0");
   command.add_flag("--end-touches", options->endTouches,
                    "With --segment: count edges that pass through an end of the segment");
   addHoles(command, options->withHoles);
-  addJson(command, options->json);
+  addRowFormats(command, options->rows);
   command.footer(help);
   command.callback([options, &session] { query(*options, session); });
 }

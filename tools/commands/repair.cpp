@@ -1,16 +1,16 @@
 // SPDX-License-Identifier: MIT
 //
-// cntr repair: a copy of a file in which outlines no longer cross themselves or each other.
+// cntr repair: a copy of files in which outlines no longer cross themselves or each other.
 
 #include <tools/repair.h>
 
 #include <memory>
 
 #include <tools/commands/commands.h>
+#include <tools/commands/featurefile.h>
 #include <tools/commands/options.h>
 #include <tools/errors.h>
 #include <tools/input/geometry.h>
-#include <tools/output/file.h>
 #include <tools/output/geojson.h>
 #include <tools/output/rows.h>
 
@@ -19,19 +19,15 @@ namespace tool {
 namespace {
 
 struct Options {
-  std::string file = "-";
-  std::string output;
+  InputOptions input;
+  OutputOptions output;
+  RowOptions report;
   std::string mode = "regularize";
+  bool isQuiet = false;
 };
 
 qcContourDefs::IntersectionMode modeOf(const Options& options) {
   return options.mode == "outer-hull" ? qcContourDefs::eOuterHull : qcContourDefs::eRegularize;
-}
-
-/// The feature of that number, counted from 1: a member of the collection, or the whole document.
-Json& featureAt(Json& document, std::size_t number) {
-  const auto features = document.find("features");
-  return features == document.end() ? document : (*features)[number - 1];
 }
 
 void replaceGeometry(Json& geometry, const Geometry& outlines) {
@@ -40,55 +36,132 @@ void replaceGeometry(Json& geometry, const Geometry& outlines) {
 }
 
 /// What described the old outline and does not fit the new one goes: boxes and edge elements.
-void replace(Json& document, const Feature& feature, const Geometry& outlines) {
-  document.erase("bbox");
-  Json& json = featureAt(document, feature.number);
+void replace(Feature& feature, const Geometry& outlines) {
+  feature.geometry = outlines;
+  Json& json = feature.source;
+  if (json.is_null()) return;
   if (isGeometry(json)) return replaceGeometry(json, outlines);
   json.erase("bbox");
   if (json["properties"].is_object()) json["properties"].erase("edgelets");
   replaceGeometry(json["geometry"], outlines);
 }
 
-/// Repairs what can be repaired, in `document` itself; a row of `accounts` for every such feature.
-void repairAll(Document& document, const Options& options, RowWriter& accounts,
-               Diagnostics& diagnostics) {
-  forEachFeature(document, diagnostics, [&](const Feature& feature) {
-    const Repair repair = repaired(feature.geometry, modeOf(options));
-    if (repair.geometry) replace(document.json, feature, *repair.geometry);
-    accounts.write({feature.number, feature.label ? Cell(std::size_t{*feature.label}) : Cell(),
-                    repair.account});
-  });
+/// The report makes room on standard output when the outlines go there.
+std::unique_ptr<RowWriter> makeReport(const Options& options, Session& session) {
+  const bool isBeside = options.output.file == "-";
+  std::vector<std::string> columns{"feature", "label", "result"};
+  if (options.input.files.size() > 1) columns.insert(columns.begin(), "file");
+  return makeRows(options.report, isBeside ? session.messages : session.out, {columns, columns},
+                  EmptyColumns::eLeftOut,
+                  isBeside ? session.console.messageStyle : session.console.outStyle);
 }
 
-/// The accounts make room on standard output when the outlines go there.
-void repair(const Options& options, Session& session) {
-  auto document = readDocument(options.file, session.diagnostics);
-  if (!document) return;
-  std::ostream& report = options.output == "-" ? session.messages : session.out;
-  const auto accounts = makeTable(report, {"feature", "label", "result"}, EmptyColumns::eLeftOut);
-  repairAll(*document, options, *accounts, session.diagnostics);
+/// Writes features as they are or repaired, and a line about each.
+class Repairing : public Answerer {
+ public:
+  Repairing(const Options& options, FeatureFile& file, Session& session)
+      : mode_(modeOf(options)),
+        showsFile_(options.input.files.size() > 1),
+        isQuiet_(options.isQuiet),
+        file_(file),
+        session_(session),
+        report_(makeReport(options, session)) {}
+
+  Finish answer(const Origin& origin, Feature feature) const override {
+    try {
+      const Repair repair = repaired(feature.geometry, mode_);
+      PreparedRows row = report_->prepare({rowOf(origin, feature, repair.account)});
+      if (repair.geometry) replace(feature, *repair.geometry);
+      return [this, row = std::move(row), write = file_.writing(origin, std::move(feature))] {
+        write();
+        if (!isQuiet_) report_->write(row);
+      };
+    } catch (const FeatureError& error) {
+      return unchanged(origin, std::move(feature), error.what());
+    } catch (const qcException& error) {
+      return unchanged(origin, std::move(feature), error.what());
+    }
+  }
+
+  Finish answerUnreadable(const Origin& origin, const Json& source) const override {
+    return file_.writingUnreadable(origin, source);
+  }
+
+  void takeMembers(Json members) override {
+    members.erase("bbox");
+    file_.takeMembers(std::move(members));
+  }
+
+  void finish() {
+    file_.complete();
+    if (!isQuiet_) report_->finish();
+  }
+
+ private:
+  Finish unchanged(const Origin& origin, Feature feature, const std::string& why) const {
+    return [this, origin, why, write = file_.writing(origin, std::move(feature))] {
+      session_.diagnostics.badFeature(origin.file, origin.location, why);
+      write();
+    };
+  }
+
+  Row rowOf(const Origin& origin, const Feature& feature, const std::string& account) const {
+    Row row;
+    if (showsFile_) row.emplace_back(origin.file);
+    row.emplace_back(feature.number);
+    row.push_back(feature.label ? Cell(std::size_t{*feature.label}) : Cell());
+    row.emplace_back(account);
+    return row;
+  }
+
+  qcContourDefs::IntersectionMode mode_;
+  bool showsFile_;
+  bool isQuiet_;
+  FeatureFile& file_;
+  Session& session_;
+  std::unique_ptr<RowWriter> report_;
+};
+
+/// The format of the first file, which is opened for that.
+Format formatOfFirst(Inputs& inputs) {
   try {
-    writeFileOr(session.out, options.output, toText(document->json));
-    accounts->finish();
+    inputs.first = openInput(inputs.files.front(), inputs.from);
+    return inputs.first->format;
+  } catch (const FileError&) {
+    return Format::eGeoJson;  // It will be opened again, and reported.
+  }
+}
+
+void repair(const Options& options, Session& session) {
+  Inputs inputs = options.input.inputs();
+  const auto named = namedFormat(options.output);
+  const Format format = named ? *named : formatOfFirst(inputs);
+  inputs.showProgress = !session.console.outIsTerminal;
+  try {
+    FeatureFile file(session, options.output.file, format, Rings::eAsTheyWere, inputs.files.size());
+    Repairing repairing(options, file, session);
+    answerAll(inputs, session, repairing);
+    if (session.diagnostics.status() < eUnusable) repairing.finish();
   } catch (const FileError& error) {
-    session.diagnostics.badFile(options.output, error.what());
+    session.diagnostics.badFile(options.output.file, error.what());
   }
 }
 
 constexpr const char* help =
-    "Both ways follow the outline and turn at every crossing: where two lobes overlap, the overlap "
-    "is\n"
-    "left out. outer-hull then drops loops that lie inside others. Features of several polygons "
-    "are\n"
-    "repaired as a whole, those that cross being merged. A repaired outline has no holes.\n\n"
+    "Both ways follow the outline and turn at every crossing: where two lobes overlap, the "
+    "overlap\n"
+    "is left out. outer-hull then drops loops that lie inside others. Features of several "
+    "polygons\n"
+    "are repaired as a whole, those that cross being merged. A repaired outline has no holes.\n\n"
     "The report names each feature with what was done. Features that need no repair are written "
     "as\n"
-    "they were, and so are those that cannot be read or repaired, which are named on standard "
-    "error.\n"
-    "The report goes to standard error, too, when the outlines go to standard output.\n\n"
+    "they were, and so are those that cannot be repaired, and from GeoJSON to GeoJSON those that\n"
+    "cannot be read; these are named on standard error. The report goes to standard error, too,\n"
+    "when the outlines go to standard output.\n\n"
     "Examples:\n"
     "  cntr repair samples/coins.geojson -o repaired.geojson\n"
-    "  cntr repair --mode outer-hull samples/coins.geojson -o repaired.geojson";
+    "  cntr repair --mode outer-hull samples/coins.geojson -o repaired.geojson\n"
+    "  cat samples/coins.geojson | cntr repair --quiet -o - --to geojsonl";
 
 }  // namespace
 
@@ -96,13 +169,12 @@ void addRepair(CLI::App& app, Session& session) {
   const auto options = std::make_shared<Options>();
   CLI::App& command =
       *app.add_subcommand("repair", "Repair outlines that cross themselves or each other");
-  command.add_option("FILE", options->file, "A GeoJSON file; - or none is standard input")
-      ->type_name("");
-  command.add_option("-o,--output", options->output, "The repaired file; - is standard output")
-      ->type_name("FILE")
-      ->required();
+  addInputs(command, options->input);
+  addOutput(command, options->output);
   command.add_option("--mode", options->mode, "How; regularize is the default")
       ->check(CLI::IsMember({"regularize", "outer-hull"}));
+  command.add_flag("--quiet", options->isQuiet, "Report nothing but what could not be repaired");
+  addRowFormats(command, options->report);
   command.footer(help);
   command.callback([options, &session] { repair(*options, session); });
 }

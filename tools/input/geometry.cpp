@@ -50,17 +50,12 @@ void require(const Points& points, std::size_t fewest, const std::string& place)
 }
 
 Points ring(const Json& json, const std::string& place) {
-  Points points = positions(json, place);
-  if (points.size() > 1 && points.front() == points.back()) points.pop_back();
-  require(points, fewestInRing, place);
-  return points;
+  return asRing(positions(json, place), place);
 }
 
 Part line(const Json& json, const std::string& prefix) {
   const std::string place = prefix + "line";
-  Part part{positions(json, place), {}, {}};
-  require(part.outline, fewestInLine, place);
-  return part;
+  return {asLine(positions(json, place), place), {}, {}};
 }
 
 Part polygon(const Json& json, const std::string& prefix) {
@@ -85,6 +80,21 @@ std::vector<Part> several(const Json& json, ReadPart readPart) {
 
 }  // namespace
 
+Points asRing(Points points, const std::string& place) {
+  if (points.size() > 1 && points.front() == points.back()) points.pop_back();
+  requireRing(points, place);
+  return points;
+}
+
+void requireRing(const Points& points, const std::string& place) {
+  require(points, fewestInRing, place);
+}
+
+Points asLine(Points points, const std::string& place) {
+  require(points, fewestInLine, place);
+  return points;
+}
+
 bool isGeometry(const Json& json) {
   static const std::array<const char*, 7> types{
       "Point",           "LineString",   "Polygon",           "MultiPoint",
@@ -98,9 +108,9 @@ Geometry readGeometry(const Json& json) {
   const Json& type = member(json, "type");
   const Json& coordinates = member(json, "coordinates");
   if (type == "Polygon") return {true, {polygon(coordinates, "")}};
-  if (type == "MultiPolygon") return {true, several(coordinates, polygon)};
+  if (type == "MultiPolygon") return {true, several(coordinates, polygon), true};
   if (type == "LineString") return {false, {line(coordinates, "")}};
-  if (type == "MultiLineString") return {false, several(coordinates, line)};
+  if (type == "MultiLineString") return {false, several(coordinates, line), true};
   if (isGeometry(json)) throw FeatureError("a " + type.get<std::string>() + " has no outline");
   throw FeatureError(excerpt(json) + " is not a geometry");
 }

@@ -20,4 +20,12 @@ bool isGeometry(const Json& json);
 /// for what is not a number; the message names the place.
 Geometry readGeometry(const Json& json);
 
+/// The vertices of a ring that may repeat its first point at the end. Throws FeatureError, naming
+/// `place`, for fewer than 3.
+Points asRing(Points points, const std::string& place);
+/// Throws FeatureError, naming `place`, unless there are the 3 vertices that a ring needs.
+void requireRing(const Points& points, const std::string& place);
+/// The vertices of a line. Throws FeatureError, naming `place`, for fewer than 2.
+Points asLine(Points points, const std::string& place);
+
 }  // namespace tool

@@ -5,6 +5,8 @@
 
 #pragma once
 
+#include <functional>
+#include <iosfwd>
 #include <nlohmann/json.hpp>
 #include <string>
 
@@ -12,6 +14,18 @@ namespace tool {
 
 using Json = nlohmann::ordered_json;
 
+/// Told of every event while a text is parsed, see nlohmann::basic_json::parse: returns false for
+/// values that shall not be kept.
+using JsonListener = std::function<bool(int depth, Json::parse_event_t event, Json& value)>;
+
+/// Parses a whole text. Throws FileError for what is no JSON, and for what is nested more than 200
+/// deep.
+Json parseJson(std::istream& text, const JsonListener& listener);
+/// The same for a text that holds one feature; throws FeatureError.
+Json parseJson(const std::string& text);
+
+/// The value in one line.
+std::string compact(const Json& value);
 /// The value as it can stand in a message: compact, and cut short where it is long.
 std::string excerpt(const Json& value);
 

@@ -5,16 +5,48 @@
 #pragma once
 
 #include <iosfwd>
+#include <memory>
 #include <string>
 
 namespace tool {
 
-/// Writes `text` to a file that appears, or replaces an older one, only when all of it is there: it
-/// is written beside it and renamed. What is no regular file, such as a pipe or a device, is
-/// written to directly. Throws FileError with the system's reason, and leaves nothing behind.
-void writeFile(const std::string& file, const std::string& text);
+/// A file that appears, or replaces an older one, only when it is complete: it is written beside it
+/// and renamed. Nothing is left of a file that is not completed, and signals that end the program
+/// take it away, too. What is no regular file, such as a pipe or a device, is written to directly;
+/// block devices are refused.
+class OutputFile {
+ public:
+  /// Throws FileError with the system's reason, as complete() does.
+  explicit OutputFile(const std::string& file);
+  ~OutputFile();
+  OutputFile(const OutputFile&) = delete;
+  OutputFile& operator=(const OutputFile&) = delete;
 
-/// The same; "-" is `out`.
+  /// Fails when the system does not take the bytes; complete() tells why.
+  std::ostream& stream();
+  /// To be called once, behind the last byte.
+  void complete();
+
+ private:
+  class Implementation;
+  std::unique_ptr<Implementation> implementation_;
+};
+
+/// A file, or the stream that "-" stands for.
+class Output {
+ public:
+  /// Throws FileError as OutputFile does.
+  Output(std::ostream& standardOutput, const std::string& file);
+
+  std::ostream& stream();
+  void complete();
+
+ private:
+  std::ostream& standardOutput_;
+  std::unique_ptr<OutputFile> file_;
+};
+
+/// Writes a whole file, "-" being `out`. Throws FileError.
 void writeFileOr(std::ostream& out, const std::string& file, const std::string& text);
 
 }  // namespace tool

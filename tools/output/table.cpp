@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 
 #include <algorithm>
+#include <iterator>
 #include <ostream>
 
 #include <tools/output/numbers.h>
@@ -64,10 +65,18 @@ std::string padded(const Column& column, std::size_t line, bool isLast) {
 
 class Table : public RowWriter {
  public:
-  Table(std::ostream& out, std::vector<std::string> columns, EmptyColumns emptyColumns)
-      : out_(out), columns_(std::move(columns)), emptyColumns_(emptyColumns) {}
+  Table(std::ostream& out, std::vector<std::string> columns, EmptyColumns emptyColumns,
+        const Style& style)
+      : out_(out), columns_(std::move(columns)), emptyColumns_(emptyColumns), style_(style) {}
 
-  void write(Row row) override { rows_.push_back(std::move(row)); }
+  PreparedRows prepare(std::vector<Row> rows) const override { return {std::move(rows), ""}; }
+
+  void write(PreparedRows rows) override {
+    rows_.insert(rows_.end(), std::make_move_iterator(rows.rows.begin()),
+                 std::make_move_iterator(rows.rows.end()));
+  }
+
+  bool isStreaming() const override { return false; }
 
   void finish() override {
     if (rows_.empty()) return;
@@ -88,21 +97,23 @@ class Table : public RowWriter {
   void print(const std::vector<Column>& columns, std::size_t line) {
     for (std::size_t k = 0; k < columns.size(); ++k) {
       const bool isLast = k + 1 == columns.size();
-      out_ << padded(columns[k], line, isLast) << (isLast ? "\n" : gap);
+      const std::string text = padded(columns[k], line, isLast);
+      out_ << (line == 0 ? style_.heading(text) : text) << (isLast ? "\n" : gap);
     }
   }
 
   std::ostream& out_;
   std::vector<std::string> columns_;
   EmptyColumns emptyColumns_;
+  Style style_;
   std::vector<Row> rows_;
 };
 
 }  // namespace
 
 std::unique_ptr<RowWriter> makeTable(std::ostream& out, std::vector<std::string> columns,
-                                     EmptyColumns emptyColumns) {
-  return std::make_unique<Table>(out, std::move(columns), emptyColumns);
+                                     EmptyColumns emptyColumns, const Style& style) {
+  return std::make_unique<Table>(out, std::move(columns), emptyColumns, style);
 }
 
 }  // namespace tool

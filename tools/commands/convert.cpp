@@ -1,0 +1,88 @@
+// SPDX-License-Identifier: MIT
+//
+// cntr convert: the features of files in another format.
+
+#include <memory>
+
+#include <tools/commands/commands.h>
+#include <tools/commands/featurefile.h>
+#include <tools/commands/options.h>
+
+namespace tool {
+
+namespace {
+
+struct Options {
+  InputOptions input;
+  OutputOptions output;
+};
+
+Format formatOf(const OutputOptions& options) {
+  if (const auto named = namedFormat(options)) return *named;
+  if (options.file == "-") return Format::eGeoJson;
+  throw CLI::ValidationError("--output",
+                             "the ending of '" + options.file + "' names no format; --to does");
+}
+
+class Converting : public Answerer {
+ public:
+  explicit Converting(FeatureFile& file) : file_(file) {}
+
+  Finish answer(const Origin& origin, Feature feature) const override {
+    return file_.writing(origin, std::move(feature));
+  }
+  void takeMembers(Json members) override { file_.takeMembers(std::move(members)); }
+
+ private:
+  FeatureFile& file_;
+};
+
+void convert(const Options& options, Session& session) {
+  Inputs inputs = options.input.inputs();
+  inputs.showProgress = !(session.console.outIsTerminal && options.output.file == "-");
+  const Format format = formatOf(options.output);
+  try {
+    FeatureFile file(session, options.output.file, format, Rings::eAsGeoJsonWants,
+                     inputs.files.size());
+    Converting converting(file);
+    answerAll(inputs, session, converting);
+    if (session.diagnostics.status() < eUnusable) file.complete();
+  } catch (const FileError& error) {
+    session.diagnostics.badFile(options.output.file, error.what());
+  }
+}
+
+constexpr const char* help =
+    "Formats, with the endings that stand for them:\n"
+    "  geojson   .geojson .json                      one document\n"
+    "  geojsonl  .geojsonl .geojsons .ndjson .jsonl  a feature to a line; RFC 8142 sequences are "
+    "read\n"
+    "  wkt       .wkt                                a geometry to a line\n"
+    "  csv       .csv                                a vertex to a line: id,x,y\n"
+    "  archive   .qcar                               the library's archive: a list of shapes\n"
+    "Standard input and files with other endings are known by how they begin.\n\n"
+    "All formats hold outlines with holes, open lines and features of several parts, and all "
+    "digits.\n"
+    "GeoJSON also holds labels, ids, edge elements and other properties; CSV labels, or else ids;\n"
+    "WKT none of them; an archive labels other than 0, and edge elements of outlines without "
+    "holes.\n"
+    "What is lost is named on standard error. GeoJSON gets its rings closed and turned, outlines\n"
+    "with positive area and holes with negative area, the first vertex staying the first.\n\n"
+    "Examples:\n"
+    "  cntr convert samples/coins.geojson -o coins.wkt\n"
+    "  cntr convert samples/cell-edgelets.geojson -o cell.qcar\n"
+    "  cntr convert samples/coins.geojson samples/cell.geojson -o all.geojsonl\n"
+    "  cat samples/coins.geojson | cntr convert --from geojson -o - --to csv";
+
+}  // namespace
+
+void addConvert(CLI::App& app, Session& session) {
+  const auto options = std::make_shared<Options>();
+  CLI::App& command = *app.add_subcommand("convert", "Write the outlines in another format");
+  addInputs(command, options->input);
+  addOutput(command, options->output);
+  command.footer(help);
+  command.callback([options, &session] { convert(*options, session); });
+}
+
+}  // namespace tool

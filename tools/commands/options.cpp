@@ -1,0 +1,85 @@
+// SPDX-License-Identifier: MIT
+
+#include <tools/commands/options.h>
+
+#include <algorithm>
+#include <thread>
+
+namespace tool {
+
+namespace {
+
+constexpr unsigned mostJobs = 256;
+
+}  // namespace
+
+void addFiles(CLI::App& command, std::vector<std::string>& files) {
+  files = {"-"};
+  command.add_option("FILE", files, "Files of outlines; - or none is standard input")
+      ->type_name("");
+}
+
+CLI::Option* addNames(CLI::App& command, const std::string& option, std::vector<std::string>& names,
+                      const std::string& meaning) {
+  return command.add_option(option, names, meaning)
+      ->delimiter(',')
+      ->allow_extra_args(false)
+      ->type_name("NAME,");
+}
+
+CLI::Option* addFormat(CLI::App& command, const std::string& option, std::string& format,
+                       const std::string& meaning) {
+  return command.add_option(option, format, meaning)
+      ->check(CLI::IsMember(formatNames()))
+      ->type_name("FORMAT");
+}
+
+void addFrom(CLI::App& command, std::string& format) {
+  addFormat(command, "--from", format,
+            "The format of the files, rather than what their endings say");
+}
+
+std::optional<Format> formatOr(const std::string& name) {
+  return name.empty() ? std::nullopt : std::optional(formatNamed(name));
+}
+
+void addHoles(CLI::App& command, bool& withHoles) {
+  command.add_flag("--holes,!--no-holes", withHoles,
+                   "Take holes into account (the default), or look at outlines alone");
+}
+
+Inputs InputOptions::inputs() const {
+  Inputs inputs;
+  inputs.files = files;
+  inputs.from = formatOr(from);
+  inputs.jobs = jobs;
+  return inputs;
+}
+
+void addInputs(CLI::App& command, InputOptions& options) {
+  addFiles(command, options.files);
+  addFrom(command, options.from);
+  options.jobs = std::clamp(std::thread::hardware_concurrency(), 1U, mostJobs);
+  command.add_option("--jobs", options.jobs, "Threads that work; as many as processors by default")
+      ->check(CLI::Range(1U, mostJobs))
+      ->type_name("N");
+}
+
+void addRowFormats(CLI::App& command, RowOptions& options) {
+  CLI::App& formats = *command.add_option_group("Output", "Instead of a table:");
+  formats.add_flag("--json", options.json, "Write a JSON array");
+  formats.add_flag("--jsonl", options.jsonLines, "Write JSON objects, one to a line");
+  formats.add_flag("--csv", options.csv, "Write comma-separated values");
+  formats.require_option(0, 1);
+}
+
+std::unique_ptr<RowWriter> makeRows(const RowOptions& options, std::ostream& out,
+                                    const RowColumns& columns, EmptyColumns emptyColumns,
+                                    const Style& style) {
+  if (options.json) return makeJsonRows(out, columns.names);
+  if (options.jsonLines) return makeJsonLines(out, columns.names);
+  if (options.csv) return makeCsvRows(out, columns.headings);
+  return makeTable(out, columns.headings, emptyColumns, style);
+}
+
+}  // namespace tool

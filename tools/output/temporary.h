@@ -1,0 +1,16 @@
+// SPDX-License-Identifier: MIT
+//
+// The file that is being written, so that signals which end the program can remove it.
+
+#pragma once
+
+#include <string>
+
+namespace tool {
+
+/// Removes `path` when a signal ends the program, until forgetTemporary(). One at a time; a path
+/// too long to be kept is not removed.
+void rememberTemporary(const std::string& path);
+void forgetTemporary() noexcept;
+
+}  // namespace tool
