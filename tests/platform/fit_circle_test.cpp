@@ -205,6 +205,13 @@ TEST(CircleFitTest, LeavesOutTheFarthestPoints) {
   EXPECT_GT(errorWith(2, 100.0), 0.02) << "none lies that far away";
 }
 
+TEST(CircleFitTest, KeepsAPointAtTheThresholdItself) {
+  // Every point is exactly 0.5 off the circle of radius 1.5.
+  const Points points = {{2, 0}, {0, 1}, {-2, 0}, {0, -1}};
+  const qcCircleFitParams params(qcCircleFitDefs::eLeastSquares, 1.0, 1, 0.5);
+  EXPECT_EQ(fitCircle(points, params).residual(), 0.5);
+}
+
 TEST(CircleFitTest, NeverLeavesFewerThanThreePoints) {
   const Points points = withNoise(arcOf(circle(Point(3, -2), 10), 12), 0.1);
   const qcCircleFitParams params(qcCircleFitDefs::eLeastSquares, 1.0, 1000, 0.0);
