@@ -43,6 +43,9 @@ class EdgeIndex;
 /// Edges have a fixed order: a closed contour of n vertices has the edges (p[n-1], p[0]),
 /// (p[0], p[1]), ..., (p[n-2], p[n-1]), an open one (p[0], p[1]), ..., (p[n-2], p[n-1]).
 /// Sums run in this order, and of several equally good answers the first one counts.
+///
+/// Costs are told for a contour of n vertices. What tells none takes O(n) time at worst; memory is
+/// O(n) but for what is said otherwise, and the indexes take less than the vertices do.
 class CNTR_EXPORT qcContour : public virtual qcPersistent, public virtual qcRepBase {
  public:
   /// Any number of vertices is accepted; queries that need a curve throw
@@ -92,7 +95,8 @@ class CNTR_EXPORT qcContour : public virtual qcPersistent, public virtual qcRepB
   /// EmptyContour for fewer than 2 vertices. O(log n) for well-behaved outlines, O(n) at worst.
   qcVector<2> closestPoint(const qcVector<2>& p, bool vertexOnly) const;
   /// The index of the vertex nearest to p, the lowest one on ties; 0 when no distance is finite.
-  /// Throws EmptyContour for fewer than 2 vertices. O(log n) for well-behaved outlines.
+  /// Throws EmptyContour for fewer than 2 vertices. O(log n) for well-behaved outlines, O(n) at
+  /// worst.
   long closestVertexIndex(const qcVector<2>& p) const;
   /// Distance from p to closestPoint(p, vertexOnly).
   double distToPoint(const qcVector<2>& p, bool vertexOnly) const;
@@ -113,7 +117,8 @@ class CNTR_EXPORT qcContour : public virtual qcPersistent, public virtual qcRepB
   /// circle. Closedness plays no part. eFarthestVertexPair gives, of several farthest pairs, the
   /// first in the order of (i, j), and a default circle when all vertices coincide or there are
   /// none. eFromFirstVertex throws EmptyContour without vertices. Any other mode throws BadParams
-  /// "diameterMode is not one of the valid enums". Remembered by mode.
+  /// "diameterMode is not one of the valid enums". Remembered by mode. O(n); the farthest pair O(n log
+  /// n) for well-behaved outlines, O(n^2) at worst: neighbours far apart, all near the rim.
   qcCircle encloseCircle(qcContourDefs::DiameterMode mode) const;
   /// Twice the radius of encloseCircle(mode): with eFromFirstVertex it can be nearly twice the
   /// largest extent.
@@ -126,25 +131,30 @@ class CNTR_EXPORT qcContour : public virtual qcPersistent, public virtual qcRepB
   /// `countEndpointTouches`, edges that pass within 1e-6 of either end of the segment are left out.
   /// Nothing is merged: a segment through a vertex reports it once for each of its two edges.
   /// Equal positions along the segment keep the order of an exchange sort over the edges.
-  /// Throws EmptyContour for fewer than 2 vertices. O(log n + crossings) for well-behaved outlines.
+  /// Throws EmptyContour for fewer than 2 vertices. With k crossings O(log n + k log k) for
+  /// well-behaved outlines, O(n + k log k) at worst.
   std::vector<qcVector<2>> intersections(const qcLineSeg& segment, bool countEndpointTouches) const;
   /// The crossings of every edge of `other` with this contour, edge by edge in `other`'s order, end
-  /// touches counted. Throws EmptyContour when this contour has fewer than 2 vertices.
+  /// touches counted. Throws EmptyContour when this contour has fewer than 2 vertices. The cost of
+  /// as many segments; there may be as many crossings as pairs of edges.
   std::vector<qcVector<2>> intersections(const qcContour& other) const;
   /// True when an edge crosses another one away from its own ends. Edges that only meet at a vertex
   /// or overlap along a line do not count; a vertex on the inside of another edge does. False for
-  /// fewer than 2 vertices. O(n log n) for well-behaved outlines, remembered.
+  /// fewer than 2 vertices. O(n log n) for well-behaved outlines, also where many edges lie side by
+  /// side or on one line; O(n^2) at worst. Remembered.
   bool isSelfIntersecting() const;
   /// The vertices nearer than `tolerance` to `point`, out of a grid of cells of that size: cell by
   /// cell (x-major), ascending within a cell. A grid is kept for every tolerance that was asked
   /// for. Cell numbers saturate at 64 bits, so a tolerance of 0 finds nothing. Throws EmptyContour
-  /// for fewer than 2 vertices. O(n log n) for the first query with a tolerance.
+  /// for fewer than 2 vertices. O(n) for the first query with a tolerance, whose grid takes up to
+  /// 200 bytes for each vertex; after that in proportion to the vertices in nine cells, O(n) at
+  /// worst.
   std::vector<int> vertexIndex(const qcVector<2>& point, double tolerance) const;
 
   /// The index of the vertex farthest in the direction of `angle`, the lowest one on ties; -1 when
   /// no vertex has a finite position in that direction. The four axis directions are decided on
   /// exact coordinates. Throws EmptyContour for fewer than 2 vertices. O(n) for the first few
-  /// angles, O(log n) after that for well-behaved outlines; remembered by angle.
+  /// angles, O(log n) after that for well-behaved outlines, O(n) at worst; remembered by angle.
   long extremalVertexIndex(const qcRadian& angle) const;
   /// The vertex at extremalVertexIndex(angle). Throws BadParams when there is none.
   qcVector<2> extremalVertexPosition(const qcRadian& angle) const;

@@ -21,6 +21,10 @@ struct RegionIndex;
 ///
 /// Answers are remembered until the collection changes; one set may be used by one thread at a
 /// time.
+///
+/// A question costs what it costs all its regions together, but inside(), distToPoint() and
+/// isSelfIntersecting() look only at those whose boxes matter. In a set where a region's boundary
+/// has fewer than 2 vertices, or numbers that are not finite, they look at all, or all pairs.
 class CNTR_EXPORT qcRegionSet : public virtual qcPersistent, public virtual qcRepBase {
  public:
   /// An empty vector is accepted. With mode eOuterHull or eRegularize the set then replaces itself
@@ -88,7 +92,8 @@ class CNTR_EXPORT qcRegionSet : public virtual qcPersistent, public virtual qcRe
   /// Merging is a single pass over pairs i < j that looks at outer boundaries only: a region that
   /// crosses the result of a later merge may stay unmerged. Call again until isSelfIntersecting()
   /// is false where that matters. `result`, which may be this set, is as before when a region
-  /// cannot be repaired (see qcRegion::regularize()).
+  /// cannot be repaired (see qcRegion::regularize()). At worst every pair is compared, as
+  /// intersections() of two contours are, and a merged boundary has all vertices.
   void regularize(qcRegionSet& result) const;
   /// The same with the regions' outerHull().
   void outerHull(qcRegionSet& result) const;
