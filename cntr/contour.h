@@ -117,8 +117,8 @@ class CNTR_EXPORT qcContour : public virtual qcPersistent, public virtual qcRepB
   /// circle. Closedness plays no part. eFarthestVertexPair gives, of several farthest pairs, the
   /// first in the order of (i, j), and a default circle when all vertices coincide or there are
   /// none. eFromFirstVertex throws EmptyContour without vertices. Any other mode throws BadParams
-  /// "diameterMode is not one of the valid enums". Remembered by mode. O(n); the farthest pair O(n log
-  /// n) for well-behaved outlines, O(n^2) at worst: neighbours far apart, all near the rim.
+  /// "diameterMode is not one of the valid enums". Remembered by mode. O(n); the farthest pair O(n
+  /// log n) for well-behaved outlines, O(n^2) at worst: neighbours far apart, all near the rim.
   qcCircle encloseCircle(qcContourDefs::DiameterMode mode) const;
   /// Twice the radius of encloseCircle(mode): with eFromFirstVertex it can be nearly twice the
   /// largest extent.

@@ -131,12 +131,13 @@ class CNTR_EXPORT qcRegion : public virtual qcContour {
   ///
   /// The walk passes up to k crossings and n vertices, which is what the result may have; each step
   /// costs intersections() of a segment, and so does every edge tried as a start, with inside().
-  /// O((n + k) log n) for well-behaved outlines, O((n + k) n log n) at worst, where k may be n^2 / 2.
+  /// O((n + k) log n) for well-behaved outlines, O((n + k) n log n) at worst, where k may be n^2
+  /// / 2.
   void regularize(qcRegion& dest) const;
   /// The same walk, its result cut into simple loops where it touches itself within 1e-6; loops
-  /// inside others are dropped and loops that touch are joined. The result is the first loop. A walk
-  /// of t steps is cleaned in O(t log t) when it touches itself in few places, in O(t^2) when in
-  /// many, and in O(t^3) when many of these are one place.
+  /// inside others are dropped and loops that touch are joined. The result is the first loop. A
+  /// walk of t steps is cleaned in O(t log t) when it touches itself in few places, in O(t^2) when
+  /// in many, and in O(t^3) when many of these are one place.
   void outerHull(qcRegion& dest) const;
 
   /// Writes the image of the outer boundary to `dest`: same label, cachedVectorSize 3, no holes
