@@ -6,6 +6,8 @@
 
 #include <cntr/contour.h>
 
+#include <new>
+
 #include <cntr/cache/contourcache.h>
 #include <platform/core/record.h>
 
@@ -66,8 +68,15 @@ bool qcContour::operator==(const qcContour& other) const {
 }
 
 void qcContour::points(const std::vector<qcVector<2>>& points) {
-  setPoints(points);
-  makeDataConsistentWithPoints();
+  std::vector<qcVector<2>> exchanged = points;
+  cleanCacheInfo();
+  points_.swap(exchanged);
+  try {
+    makeDataConsistentWithPoints();
+  } catch (const std::bad_alloc&) {
+    points_.swap(exchanged);
+    throw;
+  }
 }
 
 void qcContour::setPoints(const std::vector<qcVector<2>>& points) {

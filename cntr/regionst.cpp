@@ -5,6 +5,8 @@
 
 #include <cntr/regionst.h>
 
+#include <new>
+
 #include <cntr/cache/regionsetcache.h>
 #include <platform/core/record.h>
 
@@ -64,9 +66,15 @@ bool qcRegionSet::operator==(const qcRegionSet& other) const {
 }
 
 void qcRegionSet::regions(const ConstHandles& regions, qcContourDefs::IntersectionMode mode) {
+  ConstHandles exchanged = regions;
   cleanCacheInfo();
-  regions_ = regions;
-  makeDataConsistentWithPoints();
+  regions_.swap(exchanged);
+  try {
+    makeDataConsistentWithPoints();
+  } catch (const std::bad_alloc&) {
+    regions_.swap(exchanged);
+    throw;
+  }
   repair(mode);
 }
 
@@ -79,7 +87,12 @@ void qcRegionSet::add(const qcPtrHandle_const<qcRegion>& region,
                       qcContourDefs::IntersectionMode mode) {
   cleanCacheInfo();
   regions_.push_back(region);
-  makeDataConsistentWithPoints();
+  try {
+    makeDataConsistentWithPoints();
+  } catch (const std::bad_alloc&) {
+    regions_.pop_back();
+    throw;
+  }
   repair(mode);
 }
 

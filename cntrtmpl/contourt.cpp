@@ -50,16 +50,17 @@ qcContourT<Datum>::qcContourT(const qcContourT& other)
 template <class Datum>
 qcContourT<Datum>& qcContourT<Datum>::operator=(const qcContourT& other) {
   if (this == &other) return *this;
+  DataAndTransform taken = other.dataAndTransform();
   qcContour::operator=(other);
-  assignData(other);
+  take(std::move(taken));
   return *this;
 }
 
 template <class Datum>
-void qcContourT<Datum>::assignData(const qcContourT& other) {
-  data_ = other.data_;
-  dataFromPoints_ = other.dataFromPoints_;
-  pointsFromData_ = other.pointsFromData_;
+void qcContourT<Datum>::take(DataAndTransform taken) noexcept {
+  data_.swap(taken.data);
+  dataFromPoints_ = std::move(taken.dataFromPoints);
+  pointsFromData_ = std::move(taken.pointsFromData);
 }
 
 template <class Datum>

@@ -78,8 +78,14 @@ class CNTR_EXPORT qcContourT : public virtual qcContour {
   /// Rebuilds the points from the data.
   void makePointsConsistentWithData() override;
 
-  /// Takes over the data and the transform of `other`, not its contour.
-  void assignData(const qcContourT& other);
+  /// What a contour with data has beside its contour.
+  struct DataAndTransform {
+    std::vector<Datum> data;
+    qcPtrHandle_const<qc2XformBase> dataFromPoints;
+    qcPtrHandle_const<qc2XformBase> pointsFromData;
+  };
+  DataAndTransform dataAndTransform() const { return {data_, dataFromPoints_, pointsFromData_}; }
+  void take(DataAndTransform taken) noexcept;
 
  private:
   static qcPersistent* make();

@@ -58,9 +58,11 @@ qcRegionT<Datum>::qcRegionT(const std::vector<Datum>& data,
 template <class Datum>
 qcRegionT<Datum>& qcRegionT<Datum>::operator=(const qcRegionT& other) {
   if (this == &other) return *this;
+  // `other` may be one of this region's own holes: it must live until everything is copied.
   Holes holes = other.holes_;
-  this->assignData(other);
+  auto taken = other.dataAndTransform();
   qcRegion::operator=(other);
+  this->take(std::move(taken));
   holes_.swap(holes);
   return *this;
 }

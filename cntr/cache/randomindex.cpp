@@ -17,8 +17,10 @@ qc_ThreadLocal& slot() {
 }
 
 void deleteGenerator(const qcThreadID&, void*) {
-  delete static_cast<qcRandomUniform*>(slot().OSValue());
+  void* const generator = slot().OSValue();
+  if (generator == nullptr) return;
   slot().OSValue(nullptr);
+  delete static_cast<qcRandomUniform*>(generator);
 }
 
 /// This thread's generator, or null when the thread is too near its end to keep one.

@@ -1,0 +1,75 @@
+// SPDX-License-Identifier: MIT
+//
+// A heap that refuses on demand: runs an operation with its first, second, third, ... allocation
+// failing, until it needs no more.
+
+#pragma once
+
+#include <cstddef>
+#include <new>
+
+#include <gtest/gtest.h>
+
+namespace failing_heap {
+
+/// Blocks that new gave and nobody has deleted yet.
+long blocksAlive();
+
+/// Which allocations of this program fail.
+enum class Failing { eOne, eAllFromOneOn };
+
+/// As long as it lives, the allocation of this number (counted from 1) fails.
+class Refusal {
+ public:
+  Refusal(std::size_t number, Failing failing);
+  Refusal(const Refusal&) = delete;
+  Refusal& operator=(const Refusal&) = delete;
+  ~Refusal();
+
+  /// True when an allocation has failed.
+  static bool hasHappened();
+};
+
+/// True when the operation runs out of memory.
+template <class Operation>
+bool runsOutOfMemory(std::size_t number, Failing failing, Operation operation) {
+  const Refusal refusal(number, failing);
+  try {
+    operation();
+  } catch (const std::bad_alloc&) {
+    return true;
+  }
+  EXPECT_FALSE(Refusal::hasHappened()) << "a failure has been swallowed";
+  return false;
+}
+
+/// Runs `operation(subject)` on a new `make()` with each allocation failing in turn, and
+/// `check(subject)` after each; `check` must find the subject right whether the operation was done
+/// or not. Nothing may be left on the heap. Returns how many allocations the operation makes.
+template <class Make, class Operation, class Check>
+std::size_t failEachAllocation(Make make, Operation operation, Check check) {
+  {
+    // What is made once per thread or program is made now.
+    auto subject = make();
+    operation(subject);
+    check(subject);
+  }
+  std::size_t allocations = 0;
+  for (const Failing failing : {Failing::eOne, Failing::eAllFromOneOn}) {
+    for (std::size_t number = 1;; ++number) {
+      const long before = blocksAlive();
+      bool failed = false;
+      {
+        auto subject = make();
+        failed = runsOutOfMemory(number, failing, [&] { operation(subject); });
+        check(subject);
+      }
+      EXPECT_EQ(blocksAlive(), before) << "after the failure of allocation " << number;
+      allocations = number - 1;
+      if (!failed || testing::Test::HasFailure()) break;
+    }
+  }
+  return allocations;
+}
+
+}  // namespace failing_heap
