@@ -80,11 +80,16 @@ class CNTR_EXPORT qcContourT : public virtual qcContour {
 
   /// What a contour with data has beside its contour.
   struct DataAndTransform {
+    /// One datum for each vertex.
     std::vector<Datum> data;
+    /// The transform, null for none.
     qcPtrHandle_const<qc2XformBase> dataFromPoints;
+    /// Its inverse, null until it was asked for.
     qcPtrHandle_const<qc2XformBase> pointsFromData;
   };
+  /// A copy of the data that shares the transforms. O(n).
   DataAndTransform dataAndTransform() const { return {data_, dataFromPoints_, pointsFromData_}; }
+  /// Takes over data and transforms, not touching the contour.
   void take(DataAndTransform taken) noexcept;
 
  private:
