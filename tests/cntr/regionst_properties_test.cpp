@@ -161,6 +161,13 @@ TEST(RegionSetPropertiesTest, SetsAreRepairedAsThePlainOnes) {
   EXPECT_GT(merged, repetitions(50));
 }
 
+TEST(RegionSetPropertiesTest, ADegenerateEdgeThatWouldCrossIsPassedOverAsByThePlainOnes) {
+  // The closing edge of 5e-16 and, later, the lower edge meet the square.
+  const plain::Points around = {{0, 5e-16}, {0, 5}, {-5, 5}, {-5, -1}, {-0.5, -1}, {0, 0}};
+  const plain::Points square = {{-1, -2}, {1, -2}, {1, 0}, {-1, 0}};
+  expectSameRepair({{around, {}}, {square, {}}});
+}
+
 TEST(RegionSetPropertiesTest, SquaresAreMergedAsThePlainOnes) {
   // Integer corners: edges overlap, corners meet, and most sets can be repaired.
   shapes::Random random(204);
