@@ -1,13 +1,15 @@
 // SPDX-License-Identifier: MIT
 //
-// Results remembered by an argument: a small map with a bound.
+// Results remembered by an argument: a small map with a bound. It is a sorted list, because most
+// lists hold four results, and one chosen at random by its place is found at once in long ones.
 
 #pragma once
 
+#include <algorithm>
 #include <cmath>
 #include <cstddef>
-#include <iterator>
-#include <map>
+#include <utility>
+#include <vector>
 
 #include <cntr/cache/randomindex.h>
 #include <platform/core/angle.h>
@@ -38,8 +40,9 @@ class KeyedResults {
   /// The result remembered for `key`, or null.
   const Value* find(const Key& key) const {
     if (!KeyOrder::isNumber(key)) return nullptr;
-    const auto entry = results_.find(key);
-    return entry == results_.end() ? nullptr : &entry->second;
+    const auto entry = placeOf(results_, key);
+    const bool isKnown = entry != results_.end() && !KeyOrder()(key, entry->first);
+    return isKnown ? &entry->second : nullptr;
   }
 
   /// REQUIRES: `key` is not there, capacity >= 0.
@@ -47,15 +50,26 @@ class KeyedResults {
     if (!KeyOrder::isNumber(key)) return;
     if (static_cast<long>(results_.size()) > capacity) {
       const std::size_t victim = randomIndexBelow(results_.size());
-      results_.erase(std::next(results_.begin(), static_cast<std::ptrdiff_t>(victim)));
+      results_.erase(results_.begin() + static_cast<std::ptrdiff_t>(victim));
     }
-    results_.emplace(key, value);
+    results_.emplace(placeOf(results_, key), key, value);
   }
 
   std::size_t size() const noexcept { return results_.size(); }
 
  private:
-  std::map<Key, Value, KeyOrder> results_;
+  using Result = std::pair<Key, Value>;
+
+  /// The first result whose key is not before `key`.
+  template <class Results>
+  static auto placeOf(Results& results, const Key& key) {
+    return std::lower_bound(
+        results.begin(), results.end(), key,
+        [](const Result& result, const Key& sought) { return KeyOrder()(result.first, sought); });
+  }
+
+  /// In ascending order of the keys.
+  std::vector<Result> results_;
 };
 
 }  // namespace cntr::cache

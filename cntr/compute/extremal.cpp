@@ -59,6 +59,7 @@ struct Best {
   bool isFound = false;
 
   void offer(double candidate, std::size_t candidateIndex) {
+    if (candidate < position) return;
     const bool isEarlierTie = isFound && candidate == position && candidateIndex < index;
     if (candidate > position || isEarlierTie) *this = {candidate, candidateIndex, true};
   }
@@ -70,9 +71,10 @@ long extremalByIndex(const Path& path, const index::EdgeIndex& index,
   const auto offer = [&](std::size_t vertex) {
     best.offer(along(direction, path.points[vertex].x(), path.points[vertex].y()), vertex);
   };
+  double index::Box::*const farX = direction.x() > 0.0 ? &index::Box::maxX : &index::Box::minX;
+  double index::Box::*const farY = direction.y() > 0.0 ? &index::Box::maxY : &index::Box::minY;
   const auto farthestCorner = [&](const index::Box& box) {
-    return along(direction, direction.x() > 0.0 ? box.maxX : box.minX,
-                 direction.y() > 0.0 ? box.maxY : box.minY);
+    return along(direction, box.*farX, box.*farY);
   };
   if (!path.closed) offer(0);
   index.forEachRunByBound([&](const index::Box& box) { return -farthestCorner(box); },

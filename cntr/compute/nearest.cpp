@@ -70,6 +70,11 @@ void searchRuns(const Path& path, const index::EdgeIndex* index, const qcVector<
   }
 }
 
+/// True when nothing in the box can be better.
+bool isBeyond(const index::Box& box, const qcVector<2>& p, const Best& best) {
+  return index::squaredDistance(box, p) > best.limit();
+}
+
 }  // namespace
 
 std::size_t closestVertex(const Path& path, const index::EdgeIndex* index, const qcVector<2>& p) {
@@ -86,10 +91,14 @@ std::size_t closestVertex(const Path& path, const index::EdgeIndex* index, const
 qcVector<2> closestPoint(const Path& path, const index::EdgeIndex* index, const qcVector<2>& p) {
   Best best(index == nullptr ? 0.0 : roundingSlack * index::largestCoordinate(index->bounds(), p));
   searchRuns(path, index, p, best, [&](std::size_t first, std::size_t last) {
+    // The boxes of single edges are worth looking at once something near has been found.
+    const bool isLater = index != nullptr && best.isFound();
     qcVector<2> from = path.edge(first).from;
     for (std::size_t k = first; k < last; ++k) {
       const qcVector<2>& to = path.points[path.endOf(k)];
-      best.offer(p - qnKernel::closestOnSegment(p, from, to), k);
+      if (!(isLater && isBeyond(index::edgeBox(from, to), p, best))) {
+        best.offer(p - qnKernel::closestOnSegment(p, from, to), k);
+      }
       from = to;
     }
   });
