@@ -15,7 +15,7 @@ constexpr const char* clearLine = "\r\x1b[K";
 /// 1234567 as "1 234 567".
 std::string grouped(std::size_t number) {
   std::string text = std::to_string(number);
-  for (std::size_t end = text.size(); end > 3; end -= 3) text.insert(end - 3, " ");
+  for (std::size_t end = text.size(); end > 3; end -= 3) text.insert(end - 3, 1, ' ');
   return text;
 }
 

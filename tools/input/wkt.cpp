@@ -27,7 +27,7 @@ class Parser {
     skipDimensions();
     const Geometry geometry = geometryOf(type);
     skipBlanks();
-    if (!rest_.empty()) throw FeatureError("'" + excerptOfRest() + "' follows the geometry");
+    if (!rest_.empty()) throw FeatureError(quotedRest() + " follows the geometry");
     return geometry;
   }
 
@@ -41,7 +41,7 @@ class Parser {
     if (type == "POINT" || type == "MULTIPOINT" || type == "GEOMETRYCOLLECTION") {
       throw FeatureError("a " + type + " has no outline");
     }
-    if (type.empty()) throw FeatureError("'" + excerptOfRest() + "' is no geometry");
+    if (type.empty()) throw FeatureError(quotedRest() + " is no geometry");
     throw FeatureError(type + " is not a geometry that can be read");
   }
 
@@ -124,7 +124,7 @@ class Parser {
 
   void expect(char c) {
     if (skip(c)) return;
-    const std::string found = rest_.empty() ? "the end" : "'" + excerptOfRest() + "'";
+    const std::string found = rest_.empty() ? "the end" : quotedRest();
     throw FeatureError(std::string("'") + c + "' expected, not " + found);
   }
 
@@ -168,9 +168,10 @@ class Parser {
     rest_.remove_prefix(std::min(rest_.find_first_not_of(" \t\r"), rest_.size()));
   }
 
-  std::string excerptOfRest() const {
-    return std::string(rest_.substr(0, longestExcerpt)) +
-           (rest_.size() > longestExcerpt ? "..." : "");
+  std::string quotedRest() const {
+    std::string text = "'";
+    text.append(rest_.substr(0, longestExcerpt));
+    return text.append(rest_.size() > longestExcerpt ? "...'" : "'");
   }
 
   std::string_view rest_;

@@ -32,7 +32,8 @@ void appendRing(std::string& text, const RingName& name, const Points& points) {
 /// hold.
 std::string nameOf(const Feature& feature) {
   if (feature.label) return std::to_string(*feature.label);
-  return csvHoldsId(feature) ? *feature.id : "#" + std::to_string(feature.number);
+  if (csvHoldsId(feature)) return *feature.id;
+  return std::string(1, '#').append(std::to_string(feature.number));
 }
 
 std::string toCsv(const Feature& feature) {
