@@ -88,8 +88,8 @@ class CNTR_EXPORT qcRegion : public virtual qcContour {
   /// bounding box it can fall short of the far side.
   ///
   /// For each boundary O(log n) for well-behaved outlines, O(1) mostly once it was asked often
-  /// (which takes up to 100 bytes for each vertex), O(n log n) at worst. A hole is decided once,
-  /// however many handles lead to it.
+  /// (which takes up to 100 bytes for each vertex and 2,000 more), O(n log n) at worst. A hole is
+  /// decided once, however many handles lead to it.
   bool inside(const qcVector<2>& p, bool considerHoles) const;
   /// Distance from p to the nearest boundary point or vertex; 0 when `zeroIfInside` and
   /// inside(p, considerHoles).

@@ -8,7 +8,8 @@
 //
 // Where that still leaves many pairs of edges to compare, as with spikes side by side, strips
 // (index/strips.h) rule out more: edges that cross come within 2e-6 of each other, give or take the
-// rounding of coordinates.
+// rounding of coordinates. Runs that are all parallel, as those of edges on one line, are ruled out
+// as well (index/parallels.h).
 
 #include <cntr/compute/selfcrossing.h>
 
@@ -18,6 +19,7 @@
 #include <optional>
 
 #include <cntr/compute/probe.h>
+#include <cntr/index/parallels.h>
 #include <cntr/index/strips.h>
 
 namespace cntr::compute {
@@ -70,8 +72,8 @@ class Join {
   }
 
  private:
-  /// After so many comparisons of edges in different boxes strips are made; that costs about as
-  /// much as one comparison for each edge.
+  /// After so many comparisons of edges in different boxes parallels and strips are made; that
+  /// costs about as much as one comparison for each edge.
   static constexpr std::size_t comparisonsPerEdge = 1;
   static constexpr std::size_t mostChildren =
       std::max(index::EdgeIndex::fanOut, index::EdgeIndex::leafSize);
@@ -137,6 +139,7 @@ class Join {
 
   bool mayMeet(std::size_t level, std::size_t i, std::size_t j) const {
     return index::overlaps(index_.boxes(level)[i], index_.boxes(level)[j]) &&
+           !(parallels_ && parallels_->areParallel(level, i, j)) &&
            !(strips_ && index::areApart(strips_->of(level, i), strips_->of(level, j), margin_));
   }
 
@@ -150,7 +153,9 @@ class Join {
 
   void countComparisons(std::size_t comparisons) {
     comparisonsLeft_ -= std::min(comparisons, comparisonsLeft_);
-    if (comparisonsLeft_ > 0 || strips_ || !index_.isFinite()) return;
+    if (comparisonsLeft_ > 0 || parallels_) return;
+    parallels_.emplace(path_, index_);
+    if (!index_.isFinite()) return;
     const double scale = index::largestCoordinate(bounds_, {});
     if (scale > index::Strips::largestCoordinate) return;
     strips_.emplace(path_, index_);
@@ -168,6 +173,7 @@ class Join {
   const index::Box& bounds_;
   std::size_t comparisonsLeft_;
   /// Made when comparisonsLeft_ has come to 0.
+  std::optional<index::Parallels> parallels_;
   std::optional<index::Strips> strips_;
   /// How far apart strips must be to rule out a crossing.
   double margin_ = 0.0;
