@@ -6,8 +6,14 @@
 #include <platform/core/thread.h>
 
 #include <atomic>
+#include <memory>
 #include <unordered_map>
+#include <utility>
 #include <vector>
+
+#if defined(__MINGW32__)
+#include <pthread.h>
+#endif
 
 namespace {
 
@@ -35,6 +41,7 @@ constinit std::atomic<std::uint64_t> nextSlot{0};
 ThreadState::ThreadState() noexcept { stateOfThread = this; }
 
 ThreadState::~ThreadState() {
+  stateOfThread = this;
   while (!exitFunctions.empty()) {
     const ExitFunction last = exitFunctions.back();
     exitFunctions.pop_back();
@@ -44,11 +51,43 @@ ThreadState::~ThreadState() {
   hasEnded = true;
 }
 
+#if defined(__MINGW32__)
+
+// Here the memory of thread_local objects may be gone, or new, before they are destroyed.
+class StateKey {
+ public:
+  StateKey() { pthread_key_create(&key_, &StateKey::end); }
+  StateKey(const StateKey&) = delete;
+  StateKey& operator=(const StateKey&) = delete;
+  /// The end of the first thread.
+  ~StateKey() { end(pthread_getspecific(key_)); }
+
+  void own(ThreadState* state) { pthread_setspecific(key_, state); }
+
+ private:
+  static void end(void* state) { delete static_cast<ThreadState*>(state); }
+
+  pthread_key_t key_{};
+};
+
+void deleteAtEndOfThread(std::unique_ptr<ThreadState> state) {
+  static StateKey key;
+  key.own(state.release());
+}
+
+#else
+
+void deleteAtEndOfThread(std::unique_ptr<ThreadState> state) {
+  thread_local std::unique_ptr<ThreadState> owned;
+  owned = std::move(state);
+}
+
+#endif
+
 /// Null when the thread has ended.
 ThreadState* makeState() {
-  if (hasEnded) return nullptr;
-  thread_local ThreadState state;
-  return &state;
+  if (stateOfThread == nullptr && !hasEnded) deleteAtEndOfThread(std::make_unique<ThreadState>());
+  return stateOfThread;
 }
 
 }  // namespace
