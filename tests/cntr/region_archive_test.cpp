@@ -3,6 +3,8 @@
 // The records of regions and region sets, byte by byte (docs/archive.md), what is shared, and input
 // that no archive would have written.
 
+#include <cstdint>
+
 #include <cntr/regionst.h>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -233,8 +235,9 @@ TEST(RegionArchiveTest, SharedHolesOutliveTheArchive) {
 }
 
 TEST(RegionArchiveTest, WideLabelsAreRefusedWhenStoring) {
+  if (sizeof(long) == 4) GTEST_SKIP() << "no label is too wide";
   qcRegion region(triangle(), keep);
-  region.label(0x100000000UL);
+  region.label(static_cast<unsigned long>(std::uint64_t{1} << 32U));
   EXPECT_THROW(hexOf(region), qcArchive::ValueTooLarge);
 }
 
