@@ -55,7 +55,7 @@ elseif(CMAKE_CXX_COMPILER_ID MATCHES "Clang")
   add_compile_options(-Wno-potentially-evaluated-expression)
 endif()
 # Instrumented code makes g++ warn of what cannot happen.
-if(CNTR_WERROR AND NOT CNTR_SANITIZE)
+if(CNTR_WERROR AND NOT CNTR_SANITIZE AND NOT CNTR_SANITIZE_THREADS)
   add_compile_options(-Werror)
 endif()
 
@@ -67,6 +67,9 @@ if(CNTR_SANITIZE)
   if(CNTR_FUZZ)
     add_compile_options(-fsanitize=fuzzer-no-link)
   endif()
+elseif(CNTR_SANITIZE_THREADS)
+  add_compile_options(-fsanitize=thread -fno-omit-frame-pointer)
+  add_link_options(-fsanitize=thread)
 elseif(CMAKE_SYSTEM_NAME STREQUAL "Linux")
   # A library must not leave its users to find out what it lacks.
   add_link_options($<$<STREQUAL:$<TARGET_PROPERTY:TYPE>,SHARED_LIBRARY>:LINKER:--no-undefined>)
