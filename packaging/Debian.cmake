@@ -85,13 +85,11 @@ install(
   DESTINATION ${CMAKE_INSTALL_DATADIR}/lintian/overrides
   RENAME ${soname_package}
   COMPONENT debian_libraries EXCLUDE_FROM_ALL)
-if(EXISTS ${manual})
-  cntr_compress(${manual} cntr.1)
-  install(
-    FILES ${CMAKE_CURRENT_BINARY_DIR}/cntr.1.gz
-    DESTINATION ${CMAKE_INSTALL_MANDIR}/man1
-    COMPONENT debian_tool EXCLUDE_FROM_ALL)
-endif()
+cntr_compress(${manual} cntr.1)
+install(
+  FILES ${CMAKE_CURRENT_BINARY_DIR}/cntr.1.gz
+  DESTINATION ${CMAKE_INSTALL_MANDIR}/man1
+  COMPONENT debian_tool EXCLUDE_FROM_ALL)
 
 set(CPACK_COMPONENTS_ALL libraries debian_libraries headers development documents
                          debian_development tool debian_tool)
