@@ -217,8 +217,9 @@ TEST(GeoJsonLines, HaveAFeatureToALine) {
 }
 
 TEST(GeoJsonLines, MayBeRecordsThatBeginWithASeparator) {
-  const std::string records = "\x1e" + Json::parse(polygon({square(0, 0, 2)})).dump(2) +
-                              "\n\x1e{\n]" + "\n\x1e" + polygon({square(0, 0, 3)}) + "\n";
+  const std::string records = std::string("\x1e") +
+                              Json::parse(polygon({square(0, 0, 2)})).dump(2) + "\n\x1e{\n]" +
+                              "\n\x1e" + polygon({square(0, 0, 3)}) + "\n";
   const auto result = run({"measure", "--json"}, records);
   EXPECT_EQ(result.status, 1);
   EXPECT_THAT(result.messages, StartsWith("cntr: standard input: line "));
@@ -258,8 +259,10 @@ TEST(GeoJson, WhatComesInFrontOfAnErrorIsAnswered) {
 
 TEST(GeoJson, ACollectionMayTellItsTypeLast) {
   const std::string features = R"("features":[)" + polygon({square(0, 0, 2)}) + "]";
-  EXPECT_EQ(runJson({"measure"}, "{" + features + R"(,"type":"FeatureCollection"})").size(), 1);
-  EXPECT_EQ(run({"measure"}, "{" + features + R"(,"type":"Topology"})").status, 2);
+  EXPECT_EQ(
+      runJson({"measure"}, std::string("{") + features + R"(,"type":"FeatureCollection"})").size(),
+      1);
+  EXPECT_EQ(run({"measure"}, std::string("{") + features + R"(,"type":"Topology"})").status, 2);
 }
 
 TEST(Archive, WhatIsNoneIsRefused) {
@@ -306,7 +309,7 @@ TEST(Format, OfStandardInputIsKnownByItsBeginning) {
   EXPECT_EQ(areaOf("1,0,0\n1,2,0\n1,2,2\n"), "2.0");
   const std::string triangle = feature("Polygon", "[[[0,0],[2,0],[2,2]]]");
   EXPECT_EQ(areaOf(triangle), "2.0");
-  EXPECT_EQ(areaOf("\x1e" + triangle), "2.0");
+  EXPECT_EQ(areaOf(std::string("\x1e") + triangle), "2.0");
   EXPECT_EQ(areaOf(collection({triangle})), "2.0");
   EXPECT_EQ(areaOf(Json::parse(triangle).dump(1)), "2.0");
   EXPECT_EQ(areaOf("\xEF\xBB\xBF"

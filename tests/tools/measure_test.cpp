@@ -453,7 +453,7 @@ TEST(MeasureFormats, HaveTheSameRows) {
 TEST(MeasureFormats, CsvHasAllDigitsAndQuotesWhatNeedsIt) {
   const auto result =
       run({"measure", "--csv", "--columns", "id,label,width,closed,area"},
-          collection({feature("Polygon", "[" + square(0, 0, 0.1) + "]"),
+          collection({polygon({square(0, 0, 0.1)}),
                       R"({"type":"Feature","id":"a \"b\", c","properties":{"label":3},"geometry":)"
                       R"({"type":"LineString","coordinates":[[0,0],[0.30000000000000004,1]]}})"}));
   EXPECT_EQ(result.out,
