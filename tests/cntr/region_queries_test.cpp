@@ -121,6 +121,22 @@ TEST(RegionInsideTest, NearACornerOfTheBoxTheRayCanFallShortOfTheFarSide) {
   EXPECT_FALSE(qcRegion(fromItsEnd, keep).inside({10, 10}, false));
 }
 
+TEST(RegionInsideTest, TheRayStillFallsShortAfterManyQuestions) {
+  // A disc whose first vertex is its middle, seen from close to its left: the widest view is
+  // that of the long edge opposite, a little more than the ray's length away.
+  Points disc = {{0, 0}};
+  for (int degrees = 180; degrees < 540; degrees += 3) {
+    if (degrees > 367 && degrees < 383) continue;
+    disc.push_back(qcVector<2>(1.0, qcDegree(degrees)));
+  }
+  const qcRegion region(disc, keep);
+  const qcVector<2> p(1.02, qcDegree(195));
+  const bool first = region.inside(p, false);
+  EXPECT_TRUE(first) << "the far side is out of reach";
+  for (int i = 0; i < 100; ++i) ASSERT_EQ(region.inside(p, false), first) << i;
+  EXPECT_FALSE(region.inside(qcVector<2>(1.02, qcDegree(135)), false));
+}
+
 TEST(RegionInsideTest, NoNumberIsOutside) {
   const qcRegion region(square(0, 0, 10), keep);
   EXPECT_FALSE(region.inside({std::nan(""), 5}, true));
