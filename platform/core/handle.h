@@ -106,10 +106,14 @@ class qcPtrHandle : public qcPtrHandleBase {
   requires std::is_convertible_v<U*, T*> qcPtrHandle(const qcPtrHandle<U>& other)
   noexcept  // NOLINT(google-explicit-constructor)
       : qcPtrHandle(other.get()) {}
-  /// Shares, or takes over, the object of `other`; deletes its own with the last reference.
-  qcPtrHandle& operator=(qcPtrHandle other) noexcept {
-    swap(other);
-    std::swap(object_, other.object_);
+  // Not one function that takes its argument by value: clang 14 leaks `handle = {}` in templates.
+  /// Shares the object of `other`; deletes its own with the last reference.
+  qcPtrHandle& operator=(const qcPtrHandle& other) noexcept { return *this = qcPtrHandle(other); }
+  /// Takes over the object of `other`; deletes its own with the last reference.
+  qcPtrHandle& operator=(qcPtrHandle&& other) noexcept {
+    qcPtrHandle taken(std::move(other));
+    swap(taken);
+    std::swap(object_, taken.object_);
     return *this;
   }
   ~qcPtrHandle() = default;
@@ -159,10 +163,15 @@ class qcPtrHandle_const : public qcPtrHandleBase_const {
       const qcPtrHandle_const<U>& other)
   noexcept  // NOLINT(google-explicit-constructor)
       : qcPtrHandle_const(other.get()) {}
-  /// Shares, or takes over, the object of `other`; deletes its own with the last reference.
-  qcPtrHandle_const& operator=(qcPtrHandle_const other) noexcept {
-    swap(other);
-    std::swap(object_, other.object_);
+  /// Shares the object of `other`; deletes its own with the last reference.
+  qcPtrHandle_const& operator=(const qcPtrHandle_const& other) noexcept {
+    return *this = qcPtrHandle_const(other);
+  }
+  /// Takes over the object of `other`; deletes its own with the last reference.
+  qcPtrHandle_const& operator=(qcPtrHandle_const&& other) noexcept {
+    qcPtrHandle_const taken(std::move(other));
+    swap(taken);
+    std::swap(object_, taken.object_);
     return *this;
   }
   ~qcPtrHandle_const() = default;

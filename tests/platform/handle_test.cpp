@@ -54,6 +54,23 @@ TEST(HandleTest, TheLastHandleDeletesTheObject) {
   EXPECT_EQ(LiveCount::alive(), 0);
 }
 
+/// In a template, where compilers have been seen to leak what is assigned over.
+template <class Handle>
+void assignNothing(Handle& handle) {
+  handle = {};
+}
+
+TEST(HandleTest, AssigningNothingDropsTheOldObject) {
+  qcPtrHandle<Base> handle(new Base(1));
+  qcPtrHandle_const<Base> constHandle(new Base(2));
+  EXPECT_EQ(LiveCount::alive(), 2);
+  assignNothing(handle);
+  assignNothing(constHandle);
+  EXPECT_EQ(LiveCount::alive(), 0);
+  EXPECT_FALSE(handle);
+  EXPECT_FALSE(constHandle);
+}
+
 TEST(HandleTest, AssigningDropsTheOldObject) {
   qcPtrHandle<Base> handle(new Base(1));
   handle = qcPtrHandle<Base>(new Base(2));
