@@ -1,0 +1,125 @@
+// SPDX-License-Identifier: MIT
+//
+// Fuzz target: a file of any bytes in each format that the program reads. What can be read is
+// measured, written in another format and read again.
+//
+// The input is the format (one number more than there are formats: by content), the format to
+// write, and the file.
+
+#include <sys/mman.h>
+#include <unistd.h>
+
+#include <sstream>
+#include <string>
+
+#include <tools/errors.h>
+#include <tools/input/input.h>
+#include <tools/output/writer.h>
+#include <tools/subject.h>
+
+#include "check.h"
+#include "input.h"
+
+namespace {
+
+using namespace tool;
+
+constexpr Format formats[] = {Format::eGeoJson, Format::eGeoJsonLines, Format::eWkt, Format::eCsv,
+                              Format::eArchive};
+
+/// A file that is nowhere but in memory.
+class MemoryFile {
+ public:
+  explicit MemoryFile(std::string_view bytes) : descriptor_(memfd_create("input", 0)) {
+    fuzz::require(descriptor_ >= 0, "a file in memory can be made");
+    const auto written = write(descriptor_, bytes.data(), bytes.size());
+    fuzz::require(written == static_cast<ssize_t>(bytes.size()), "a file in memory takes bytes");
+  }
+  MemoryFile(const MemoryFile&) = delete;
+  MemoryFile& operator=(const MemoryFile&) = delete;
+  ~MemoryFile() { close(descriptor_); }
+
+  /// Opened anew by this name it is read from the beginning.
+  std::string name() const { return "/proc/self/fd/" + std::to_string(descriptor_); }
+
+ private:
+  int descriptor_;
+};
+
+void check(const Feature& feature) {
+  const Geometry& geometry = feature.geometry;
+  fuzz::require(!geometry.parts.empty(), "a feature has a part");
+  for (const Part& part : geometry.parts) {
+    fuzz::require(geometry.closed || part.holes.empty(), "lines have no holes");
+    fuzz::require(part.edgelets.empty() || part.edgelets.size() == part.outline.size(),
+                  "there is an edge element for each vertex or none");
+  }
+}
+
+void measure(const Feature& feature) {
+  try {
+    const Subject subject(feature.geometry, true);
+    static_cast<void>(subject.length());
+    static_cast<void>(subject.area());
+    static_cast<void>(subject.body());
+  } catch (const FeatureError&) {
+  }
+}
+
+/// Looks at each feature, and writes it when there is a writer.
+class Examiner : public Sink {
+ public:
+  explicit Examiner(FeatureWriter* writer) : writer_(writer) {}
+
+  void take(Record record) override {
+    try {
+      Feature feature = record.decode();
+      check(feature);
+      measure(feature);
+      if (writer_ == nullptr) return;
+      writer_->write(writer_->prepare(std::move(feature), false));
+      ++written_;
+    } catch (const FeatureError&) {
+    }
+  }
+
+  void takeMembers(Json members) override {
+    if (writer_ != nullptr) writer_->takeMembers(std::move(members));
+  }
+
+  std::size_t written() const { return written_; }
+
+ private:
+  FeatureWriter* writer_;
+  std::size_t written_ = 0;
+};
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  fuzz::Input input({data, size});
+  const std::size_t number = input.below(std::size(formats) + 1);
+  const Format to = formats[input.below(std::size(formats))];
+  const std::optional<Format> from =
+      number < std::size(formats) ? std::optional(formats[number]) : std::nullopt;
+  const std::string bytes(input.rest().begin(), input.rest().end());
+
+  std::ostringstream out;
+  const auto writer = makeWriter(out, to, Rings::eAsGeoJsonWants);
+  Examiner examiner(writer.get());
+  try {
+    const MemoryFile file(bytes);
+    const Input opened = openInput(file.name(), from);
+    readRecords(*opened.source, opened.format, examiner);
+  } catch (const FileError&) {
+  }
+  writer->finish();
+  if (examiner.written() == 0) return 0;
+
+  // What the program writes it can read.
+  const MemoryFile again(out.str());
+  const Input opened = openInput(again.name(), to);
+  Examiner reexaminer(nullptr);
+  readRecords(*opened.source, opened.format, reexaminer);
+  return 0;
+}
