@@ -81,7 +81,8 @@ void askStored(Answers& answers, Object& object, Object& loaded) {
 
 void askData(Answers& answers) {
   forEachShape(500, [&](const shapes::Shape& shape, Random& random) {
-    ContourT contour(edgeletsAt(shape.points, random), sharedXform(random));
+    const qcPtrHandle_const<qc2XformBase> xform = sharedXform(random);
+    ContourT contour(edgeletsAt(shape.points, random), xform);
     answers.add(contour.points());
     contour.points(shape.points);
     answers.add(contour.data());
@@ -110,7 +111,8 @@ void askArchive(Answers& answers) {
     qcContour contour(shape.points, shape.closed, 4294967295U);
     qcContour loaded({}, false, 0);
     askStored(answers, contour, loaded);
-    ContourT withData(edgeletsAt(shape.points, random), sharedXform(random));
+    const qcPtrHandle_const<qc2XformBase> xform = sharedXform(random);
+    ContourT withData(edgeletsAt(shape.points, random), xform);
     ContourT loadedWithData;
     if (isFinite(withData.points())) askStored(answers, withData, loadedWithData);
   });
