@@ -25,7 +25,7 @@ class Parser {
   Geometry geometry() {
     const std::string type = withoutDimensions(word());
     skipDimensions();
-    const Geometry geometry = geometryOf(type);
+    Geometry geometry = geometryOf(type);
     skipBlanks();
     if (!rest_.empty()) throw FeatureError(quotedRest() + " follows the geometry");
     return geometry;
