@@ -54,6 +54,27 @@ TEST(HandleTest, TheLastHandleDeletesTheObject) {
   EXPECT_EQ(LiveCount::alive(), 0);
 }
 
+/// Holds the one before.
+class Link : public virtual qcRepBase {
+ public:
+  explicit Link(qcPtrHandle<Link> before) : before_(std::move(before)) {}
+
+ private:
+  qcPtrHandle<Link> before_;
+  LiveCount count_;
+};
+
+TEST(HandleTest, ChainsLongerThanTheStackIsDeepAreReleased) {
+  constexpr int length = 1000000;
+  for (int round = 0; round < 2; ++round) {
+    qcPtrHandle<Link> chain;
+    for (int i = 0; i < length; ++i) chain = qcPtrHandle<Link>(new Link(std::move(chain)));
+    EXPECT_EQ(LiveCount::alive(), length);
+    chain = {};
+    EXPECT_EQ(LiveCount::alive(), 0) << "chain " << round;
+  }
+}
+
 /// In a template, where compilers have been seen to leak what is assigned over.
 template <class Handle>
 void assignNothing(Handle& handle) {
