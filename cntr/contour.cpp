@@ -6,7 +6,9 @@
 
 #include <cntr/contour.h>
 
+#include <memory>
 #include <new>
+#include <utility>
 
 #include <cntr/cache/contourcache.h>
 #include <platform/core/record.h>
@@ -14,6 +16,8 @@
 namespace {
 
 constexpr const char* sourceName = "cntr/contour";
+
+using Points = std::vector<qcVector<2>>;
 
 std::vector<qcVector<2>> verticesOf(const qcPolygon& polygon) {
   std::vector<qcVector<2>> vertices;
@@ -34,10 +38,12 @@ qc_Instantiator qcContour::sExemplar(typeid(qcContour), &qcContour::make);
 qcPersistent* qcContour::make() { return new qcContour({}, true, 0); }
 
 qcContour::qcContour(const std::vector<qcVector<2>>& points, bool closed, unsigned long label)
-    : label_(label), closed_(closed), points_(points) {}
+    : label_(label), closed_(closed), points_(std::make_shared<Points>(points)) {}
 
 qcContour::qcContour(const qcPolygon& polygon, unsigned long label)
-    : label_(label), closed_(endsCoincide(polygon)), points_(verticesOf(polygon)) {}
+    : label_(label),
+      closed_(endsCoincide(polygon)),
+      points_(std::make_shared<Points>(verticesOf(polygon))) {}
 
 qcContour::qcContour(const qcContour& other)
     : qcPersistent(other),
@@ -63,12 +69,12 @@ qcContour& qcContour::operator=(const qcContour& other) {
 qcContour::~qcContour() = default;
 
 bool qcContour::operator==(const qcContour& other) const {
-  return isClosed() == other.isClosed() && points_ == other.points_ &&
+  return isClosed() == other.isClosed() && points() == other.points() &&
          cachedVectorSize_ == other.cachedVectorSize_;
 }
 
 void qcContour::points(const std::vector<qcVector<2>>& points) {
-  std::vector<qcVector<2>> exchanged = points;
+  std::shared_ptr<Points> exchanged = std::make_shared<Points>(points);
   cleanCacheInfo();
   points_.swap(exchanged);
   try {
@@ -80,8 +86,9 @@ void qcContour::points(const std::vector<qcVector<2>>& points) {
 }
 
 void qcContour::setPoints(const std::vector<qcVector<2>>& points) {
+  std::shared_ptr<Points> taken = std::make_shared<Points>(points);
   cleanCacheInfo();
-  points_ = points;
+  points_ = std::move(taken);
 }
 
 void qcContour::isClosed(bool closed) {
@@ -110,7 +117,7 @@ void qcContour::cleanCacheInfo() {
 }
 
 void qcContour::checkEmptyContour() const {
-  if (points_.size() < 2) throw qcContourDefs::EmptyContour();
+  if (points().size() < 2) throw qcContourDefs::EmptyContour();
 }
 
 // A copy may be closed where its source is open: a region is closed whatever its stored flag.
@@ -136,7 +143,7 @@ void qcContour::serialize_(qcArchive& archive, unsigned char version) {
   qcPersistent::dispatchSerialize(archive);
   Fields fields{label_, closed_, cachedVectorSize_, {}};
   archive || fields.label || fields.closed;
-  archive || (archive.isLoading() ? fields.points : points_) || fields.cachedVectorSize;
+  archive || (archive.isLoading() ? fields.points : *points_) || fields.cachedVectorSize;
   if (archive.isLoading()) takeLoaded(std::move(fields));
 }
 
@@ -147,7 +154,7 @@ void qcContour::serializeOldRecord_(qcArchive& archive, const char* source, int 
   qcPersistent::dispatchSerialize(archive);
   Fields fields{0, closed_, cachedVectorSize_, {}};
   unsigned char dropped = 0;
-  archive || (archive.isLoading() ? fields.points : points_);
+  archive || (archive.isLoading() ? fields.points : *points_);
   archive || dropped;
   archive || fields.cachedVectorSize || fields.closed;
   if (archive.isLoading()) takeLoaded(std::move(fields));
@@ -155,9 +162,9 @@ void qcContour::serializeOldRecord_(qcArchive& archive, const char* source, int 
 
 void qcContour::takeLoaded(Fields fields) {
   if (fields.cachedVectorSize < 0) throw qcArchive::BadFormat(L"a negative cachedVectorSize");
+  points_ = std::make_shared<Points>(std::move(fields.points));
   label_ = fields.label;
   closed_ = fields.closed;
-  points_ = std::move(fields.points);
   cachedVectorSize_ = fields.cachedVectorSize;
   cleanCacheInfo();
 }

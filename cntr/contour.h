@@ -54,7 +54,9 @@ class CNTR_EXPORT qcContour : public virtual qcPersistent, public virtual qcRepB
   /// The polygon's vertices, all of them. Closed when the first and the last coincide within 1e-15
   /// (which keeps the repeated vertex); a polygon without vertices gives an empty open contour.
   qcContour(const qcPolygon& polygon, unsigned long label);
-  /// Copies the answers already given, too; the copy is independent.
+  /// Copies the answers already given, too; the copy is independent. Vertices and indexes are
+  /// shared until one of the two changes: takes constant time, unless a derived class asked for the
+  /// edges as shapes.
   qcContour(const qcContour& other);
   /// Copies like the copy constructor, after forgetting this object's own answers.
   qcContour& operator=(const qcContour& other);
@@ -65,8 +67,9 @@ class CNTR_EXPORT qcContour : public virtual qcPersistent, public virtual qcRepB
   bool operator==(const qcContour& other) const;
 
   /// The vertices in order. A closed contour does not repeat its first vertex, unless it was given
-  /// so.
-  const std::vector<qcVector<2>>& points() const noexcept { return points_; }
+  /// so. The list stays as it is until the contour is assigned to, given other vertices, loaded or
+  /// destroyed.
+  const std::vector<qcVector<2>>& points() const noexcept { return *points_; }
   /// Replaces the vertices and forgets all answers. The closed flag and the label are kept.
   virtual void points(const std::vector<qcVector<2>>& points);
   /// True when the edge from the last vertex back to the first belongs to the contour.
@@ -238,7 +241,8 @@ class CNTR_EXPORT qcContour : public virtual qcPersistent, public virtual qcRepB
 
   unsigned long label_;
   bool closed_;
-  std::vector<qcVector<2>> points_;
+  /// Never null; never changed in place, because copies share it.
+  std::shared_ptr<std::vector<qcVector<2>>> points_;
   long cachedVectorSize_ = 3;
   mutable std::unique_ptr<qc_ContourCache> cache_;
 };

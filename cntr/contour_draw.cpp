@@ -8,7 +8,7 @@
 void qcContour::draw(qcUITablet& tablet, qcContourDefs::DrawMode /*mode*/, const qcColor& color,
                      const qcUITablet::Layers& layers) const {
   const auto pair = [](const qcVector<2>& p) { return qcPair<double>(p.x(), p.y()); };
-  cntr::compute::forEachEdge({points_, isClosed()}, [&](const auto& from, const auto& to) {
+  cntr::compute::forEachEdge({points(), isClosed()}, [&](const auto& from, const auto& to) {
     tablet.drawLineSeg(pair(from), pair(to), color, layers);
   });
 }

@@ -24,7 +24,7 @@ qc_EdgeShapes shapesOf(const cntr::compute::Path& path) {
 
 }  // namespace
 
-cntr::compute::Path qcContour::path() const { return {points_, isClosed()}; }
+cntr::compute::Path qcContour::path() const { return {points(), isClosed()}; }
 
 const cntr::index::EdgeIndex* qcContour::edgeIndex() const {
   const cntr::compute::Path edges = path();
@@ -36,7 +36,7 @@ const cntr::index::EdgeIndex* qcContour::edgeIndex() const {
 
 cntr::compute::CrossingTarget qcContour::crossingTarget() const {
   std::optional<cntr::index::Box>& known = cache().bounds;
-  if (!known) known = cntr::compute::boundingBox(points_);
+  if (!known) known = cntr::compute::boundingBox(points());
   return {path(), *known, edgeIndex()};
 }
 
@@ -88,7 +88,7 @@ std::vector<qcVector<2>> qcContour::intersections(const qcContour& other) const 
 }
 
 bool qcContour::isSelfIntersecting() const {
-  if (points_.size() < 2) return false;
+  if (points().size() < 2) return false;
   std::optional<bool>& known = cache().isSelfIntersecting;
   if (!known) known = cntr::compute::crossesItself(crossingTarget());
   return *known;
@@ -99,8 +99,8 @@ std::vector<int> qcContour::vertexIndex(const qcVector<2>& point, double toleran
   if (tolerance != tolerance) return {};
   auto& grids = cache().vertexGrids;
   for (const auto& grid : grids) {
-    if (grid->tolerance() == tolerance) return grid->near(points_, point);
+    if (grid->tolerance() == tolerance) return grid->near(points(), point);
   }
-  grids.push_back(std::make_shared<const cntr::index::VertexGrid>(points_, tolerance));
-  return grids.back()->near(points_, point);
+  grids.push_back(std::make_shared<const cntr::index::VertexGrid>(points(), tolerance));
+  return grids.back()->near(points(), point);
 }

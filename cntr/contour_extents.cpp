@@ -30,10 +30,10 @@ qcCircle qcContour::encloseCircle(qcContourDefs::DiameterMode mode) const {
   std::optional<qcCircle>& known = cache().circles[static_cast<std::size_t>(mode)];
   if (known) return *known;
   if (mode == qcContourDefs::eFarthestVertexPair) {
-    known = circleOf(points_, cntr::compute::farthestPair(path(), edgeIndex()));
+    known = circleOf(points(), cntr::compute::farthestPair(path(), edgeIndex()));
   } else {
-    if (points_.empty()) throw qcContourDefs::EmptyContour();
-    known = qcCircle(points_.front(), cntr::compute::radiusFromFirst(points_));
+    if (points().empty()) throw qcContourDefs::EmptyContour();
+    known = qcCircle(points().front(), cntr::compute::radiusFromFirst(points()));
   }
   return *known;
 }
@@ -62,7 +62,7 @@ long qcContour::extremalVertexIndex(const qcRadian& angle) const {
 qcVector<2> qcContour::extremalVertexPosition(const qcRadian& angle) const {
   const long index = extremalVertexIndex(angle);
   if (index < 0) throw qcContourDefs::BadParams();
-  return points_[static_cast<std::size_t>(index)];
+  return points()[static_cast<std::size_t>(index)];
 }
 
 qcRect qcContour::encloseRect(const qcXform<2>& xform) const {
@@ -70,15 +70,15 @@ qcRect qcContour::encloseRect(const qcXform<2>& xform) const {
   auto& known = cache().enclosingRects;
   if (const qcRect* rect = known.find(xform)) return *rect;
   qcRect rect =
-      rectOf(cntr::compute::isIdentity(xform) ? cntr::compute::boundingBox(points_)
-                                              : cntr::compute::boundingBox(points_, xform));
+      rectOf(cntr::compute::isIdentity(xform) ? cntr::compute::boundingBox(points())
+                                              : cntr::compute::boundingBox(points(), xform));
   known.remember(xform, rect, cachedVectorSize_);
   return rect;
 }
 
 void qcContour::map(const qcXform<2>& xform, qcContour& result) const {
   std::vector<qcVector<2>> mapped;
-  mapped.reserve(points_.size());
-  for (const qcVector<2>& p : points_) mapped.push_back(xform * p);
+  mapped.reserve(points().size());
+  for (const qcVector<2>& p : points()) mapped.push_back(xform * p);
   result = qcContour(mapped, isClosed(), label_);
 }

@@ -11,7 +11,7 @@
 #include <platform/core/hull.h>
 
 double qcContour::length() const {
-  if (points_.size() < 2) return 0.0;
+  if (points().size() < 2) return 0.0;
   std::optional<double>& known = cache().length;
   if (!known) known = cntr::compute::length(path());
   return *known;
@@ -33,7 +33,7 @@ double qcContour::medianFeatureSize() const {
 
 qcVector<2> qcContour::closestPoint(const qcVector<2>& p, bool vertexOnly) const {
   checkEmptyContour();
-  if (vertexOnly) return points_[static_cast<std::size_t>(closestVertexIndex(p))];
+  if (vertexOnly) return points()[static_cast<std::size_t>(closestVertexIndex(p))];
   return cntr::compute::closestPoint(path(), edgeIndex(), p);
 }
 
@@ -47,8 +47,8 @@ double qcContour::distToPoint(const qcVector<2>& p, bool vertexOnly) const {
 }
 
 qcPolygon qcContour::polygon() const {
-  std::vector<qcVector<2>> vertices = points_;
-  if (isClosed() && !vertices.empty()) vertices.push_back(points_.front());
+  std::vector<qcVector<2>> vertices = points();
+  if (isClosed() && !vertices.empty()) vertices.push_back(points().front());
   return qcPolygon(std::move(vertices), qcPolygon::eEvenOdd);
 }
 
@@ -57,7 +57,7 @@ void qcContour::convexHull(qcRegion& hull) const {
   qcPtrHandle<qcRegion>& known = cache().convexHull;
   if (!known) {
     std::vector<qcVector<2>> vertices;
-    qfConvexHull(points_, vertices);
+    qfConvexHull(points(), vertices);
     known = qcPtrHandle<qcRegion>(new qcRegion(vertices, qcContourDefs::eNoIntersectionRepair));
   }
   const qcPtrHandle<qcRegion> kept = known;
@@ -69,7 +69,7 @@ void qcContour::fitEllipse(qcEllipse& ellipse, double& error) const {
   std::optional<qc_FittedEllipse>& known = cache().fittedEllipse;
   if (!known) {
     qc_FittedEllipse fitted;
-    qf_FitEllipse(points_, fitted.ellipse, fitted.residual);
+    qf_FitEllipse(points(), fitted.ellipse, fitted.residual);
     known = fitted;
   }
   ellipse = known->ellipse;

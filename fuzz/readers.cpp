@@ -83,7 +83,7 @@ class Examiner : public Sink {
     }
   }
 
-  void takeMembers(Json members) override {
+  void takeMembers(Json&& members) override {
     if (writer_ != nullptr) writer_->takeMembers(std::move(members));
   }
 

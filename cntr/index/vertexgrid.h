@@ -32,6 +32,7 @@ class VertexGrid {
   struct Cell {
     std::int64_t x;
     std::int64_t y;
+    // NOLINTNEXTLINE(modernize-use-nullptr): clang-tidy takes the default for a null.
     auto operator<=>(const Cell&) const noexcept = default;
   };
   static Cell cellOf(const qcVector<2>& p, double tolerance) noexcept;

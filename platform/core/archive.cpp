@@ -41,7 +41,7 @@ qcArchive::UnknownVersion::UnknownVersion(const char* source, int line)
       line_(line) {}
 
 // Programs on Windows look for it in the DLL, where nothing else would put it.
-constexpr int qcArchive::maxNesting;
+constexpr int qcArchive::maxNesting;  // NOLINT(readability-redundant-declaration)
 
 void qcArchive::Errors::suicideAndRethrow() { qf_DeleteAndThrowCopy(this); }
 void qcArchive::UnknownVersion::suicideAndRethrow() { qf_DeleteAndThrowCopy(this); }

@@ -108,15 +108,24 @@ class qcPtrHandle : public qcPtrHandleBase {
       : qcPtrHandle(other.get()) {}
   // Not one function that takes its argument by value: clang 14 leaks `handle = {}` in templates.
   /// Shares the object of `other`; deletes its own with the last reference.
-  qcPtrHandle& operator=(const qcPtrHandle& other) noexcept { return *this = qcPtrHandle(other); }
+  qcPtrHandle& operator=(const qcPtrHandle& other) noexcept {
+    qcPtrHandle taken(other);
+    swap(taken);
+    return *this;
+  }
   /// Takes over the object of `other`; deletes its own with the last reference.
   qcPtrHandle& operator=(qcPtrHandle&& other) noexcept {
     qcPtrHandle taken(std::move(other));
     swap(taken);
-    std::swap(object_, taken.object_);
     return *this;
   }
   ~qcPtrHandle() = default;
+
+  /// Exchanges the objects; counts stay as they are.
+  void swap(qcPtrHandle& other) noexcept {
+    qcPtrHandleBase::swap(other);
+    std::swap(object_, other.object_);
+  }
 
   /// The object, or null. The handle keeps its reference.
   T* get() const noexcept { return object_; }
@@ -165,16 +174,23 @@ class qcPtrHandle_const : public qcPtrHandleBase_const {
       : qcPtrHandle_const(other.get()) {}
   /// Shares the object of `other`; deletes its own with the last reference.
   qcPtrHandle_const& operator=(const qcPtrHandle_const& other) noexcept {
-    return *this = qcPtrHandle_const(other);
+    qcPtrHandle_const taken(other);
+    swap(taken);
+    return *this;
   }
   /// Takes over the object of `other`; deletes its own with the last reference.
   qcPtrHandle_const& operator=(qcPtrHandle_const&& other) noexcept {
     qcPtrHandle_const taken(std::move(other));
     swap(taken);
-    std::swap(object_, taken.object_);
     return *this;
   }
   ~qcPtrHandle_const() = default;
+
+  /// Exchanges the objects; counts stay as they are.
+  void swap(qcPtrHandle_const& other) noexcept {
+    qcPtrHandleBase_const::swap(other);
+    std::swap(object_, other.object_);
+  }
 
   /// The object, or null. The handle keeps its reference.
   const T* get() const noexcept { return object_; }

@@ -125,6 +125,21 @@ TEST(HandleTest, MovingLeavesNull) {
   EXPECT_EQ(LiveCount::alive(), 1);
 }
 
+TEST(HandleTest, SwappingExchangesTheObjects) {
+  qcPtrHandle<Base> one(new Derived(1));
+  qcPtrHandle<Base> none;
+  one.swap(none);
+  EXPECT_FALSE(one);
+  EXPECT_EQ(none->value(), 1);
+  qcPtrHandle_const<Base> two(new Base(2));
+  qcPtrHandle_const<Base> shared = none;
+  two.swap(shared);
+  none = {};
+  EXPECT_EQ(two->value(), 1);
+  EXPECT_EQ(shared->value(), 2);
+  EXPECT_EQ(LiveCount::alive(), 2);
+}
+
 TEST(HandleTest, AHandleMayBeMadeAgainFromABarePointer) {
   Base* const object = new Base(1);
   const qcPtrHandle<Base> first(object);

@@ -219,7 +219,14 @@ TEST(Convert, AFormatThatCannotBeKnownIsWrongUsage) {
   const auto result = run({"convert", "samples/cell.geojson", "-o", "out.dat"});
   EXPECT_EQ(result.status, 2);
   EXPECT_THAT(result.messages, HasSubstr("the ending of 'out.dat' names no format; --to does"));
-  EXPECT_EQ(run({"convert", "samples/cell.geojson"}).status, 2) << "no output";
+}
+
+TEST(Convert, WritesToStandardOutputUnlessAFileIsNamed) {
+  const auto named = run({"convert", "samples/cell.geojson", "--to", "wkt", "-o", "-"});
+  const auto unnamed = run({"convert", "samples/cell.geojson", "--to", "wkt"});
+  EXPECT_THAT(named.out, HasSubstr("POLYGON"));
+  EXPECT_EQ(unnamed.out, named.out);
+  EXPECT_EQ(unnamed.status, 0);
 }
 
 TEST(Output, GoesThroughLinksAndKeepsPermissions) {

@@ -258,7 +258,7 @@ TEST(Repair, TheSamplesNeedNoneAndComeBackByteForByte) {
 }
 
 TEST(Repair, TheReportGoesToStandardErrorWhenTheOutlinesGoToStandardOutput) {
-  const auto result = run({"repair", "-o", "-"}, polygon({bowTie}));
+  const auto result = run({"repair"}, polygon({bowTie}));
   EXPECT_EQ(Json::parse(result.out)["type"], "Feature");
   EXPECT_THAT(result.messages, HasSubstr("repaired: vertices 4 -> 6"));
 }
@@ -281,6 +281,5 @@ TEST(Repair, AFileThatCannotBeWrittenEndsWithStatusTwo) {
 }
 
 TEST(Repair, WrongUsageEndsWithStatusTwo) {
-  EXPECT_EQ(run({"repair"}, polygon({bowTie})).status, 2) << "no output";
   EXPECT_EQ(run({"repair", "--mode", "magic", "-o", "-"}, polygon({bowTie})).status, 2);
 }

@@ -31,7 +31,7 @@ class Converting : public Answerer {
   Finish answer(const Origin& origin, Feature feature) const override {
     return file_.writing(origin, std::move(feature));
   }
-  void takeMembers(Json members) override { file_.takeMembers(std::move(members)); }
+  void takeMembers(Json&& members) override { file_.takeMembers(std::move(members)); }
 
  private:
   FeatureFile& file_;
@@ -72,7 +72,7 @@ constexpr const char* help =
     "  cntr convert samples/coins.geojson -o coins.wkt\n"
     "  cntr convert samples/cell-edgelets.geojson -o cell.qcar\n"
     "  cntr convert samples/coins.geojson samples/cell.geojson -o all.geojsonl\n"
-    "  cat samples/coins.geojson | cntr convert --from geojson -o - --to csv";
+    "  cat samples/coins.geojson | cntr convert --from geojson --to csv";
 
 }  // namespace
 

@@ -7,9 +7,10 @@
 namespace tool {
 
 void addOutput(CLI::App& command, OutputOptions& options) {
-  command.add_option("-o,--output", options.file, "The file to write; - is standard output")
-      ->type_name("FILE")
-      ->required();
+  command
+      .add_option("-o,--output", options.file,
+                  "The file to write; - (the default) is standard output")
+      ->type_name("FILE");
   addFormat(command, "--to", options.to, "Its format, rather than what its ending says");
 }
 
@@ -41,7 +42,7 @@ Finish FeatureFile::writingUnreadable(const Origin& origin, const Json& source) 
   return [this, prepared = *prepared] { write(prepared); };
 }
 
-void FeatureFile::takeMembers(Json members) {
+void FeatureFile::takeMembers(Json&& members) {
   const std::size_t ownMembers = members.contains("type") ? 1 : 0;
   if (inputs_ == 1 && format_ == Format::eGeoJson) {
     writer_->takeMembers(std::move(members));

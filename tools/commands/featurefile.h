@@ -20,7 +20,7 @@ namespace tool {
 
 /// -o and --to.
 struct OutputOptions {
-  std::string file;
+  std::string file = "-";
   std::string to;
 };
 
@@ -42,7 +42,7 @@ class FeatureFile {
   Finish writingUnreadable(const Origin& origin, const Json& source);
 
   /// The members of an input's collection, which are kept if it is the only input.
-  void takeMembers(Json members);
+  void takeMembers(Json&& members);
   /// To be called once, behind the last feature. Tells what could not be held.
   void complete();
 

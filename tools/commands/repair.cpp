@@ -87,7 +87,7 @@ class Repairing : public Answerer {
     return file_.writingUnreadable(origin, source);
   }
 
-  void takeMembers(Json members) override {
+  void takeMembers(Json&& members) override {
     members.erase("bbox");
     file_.takeMembers(std::move(members));
   }

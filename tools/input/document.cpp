@@ -19,7 +19,7 @@ class Collector : public Sink {
     }
   }
 
-  void takeMembers(Json members) override { document_.json.update(members); }
+  void takeMembers(Json&& members) override { document_.json.update(members); }
 
  private:
   Document& document_;

@@ -29,7 +29,7 @@ class Sink {
   virtual void take(Record record) = 0;
   /// The members of a FeatureCollection besides its features: those in front of the features when
   /// they begin, those behind them at the end.
-  virtual void takeMembers(Json members) { (void)members; }
+  virtual void takeMembers(Json&& /*members*/) {}
 };
 
 /// Hands all features of a file to `sink`. Throws FileError when the file cannot be read, is not of

@@ -39,6 +39,7 @@ qcPtrHandle<qcRegion> regionOf(const Feature& feature, const Part& part) {
 
 Shape setOf(const Feature& feature) {
   std::vector<qcPtrHandle<qcRegion>> regions;
+  regions.reserve(feature.geometry.parts.size());
   for (const Part& part : feature.geometry.parts) regions.push_back(regionOf(feature, part));
   return {{},
           qcPtrHandle<qcRegionSet>(new qcRegionSet(regions, qcContourDefs::eNoIntersectionRepair))};
@@ -48,6 +49,7 @@ std::vector<Shape> shapesOf(const Feature& feature) {
   const auto& [closed, parts, multiple] = feature.geometry;
   if (!closed) {
     std::vector<Shape> lines;
+    lines.reserve(parts.size());
     for (const Part& part : parts) lines.push_back(contourOf(feature, part));
     return lines;
   }

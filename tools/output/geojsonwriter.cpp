@@ -51,7 +51,7 @@ class GeoJsonWriter : public FeatureWriter {
     out_ << "\n}\n";
   }
 
-  void takeMembers(Json members) override {
+  void takeMembers(Json&& members) override {
     (hasBegun_ ? trailing_ : leading_).update(members);
     begin();
   }

@@ -57,7 +57,7 @@ class FeatureWriter {
 
   /// The members of a collection besides its features: once in front of the features, once behind
   /// them.
-  virtual void takeMembers(Json members) { (void)members; }
+  virtual void takeMembers(Json&& /*members*/) {}
 };
 
 std::unique_ptr<FeatureWriter> makeWriter(std::ostream& out, Format format, Rings rings);

@@ -72,10 +72,12 @@ class RecordQueue : public Sink {
     if (input_.source->isWaiting()) queue_.flush();
   }
 
-  void takeMembers(Json members) override {
+  void takeMembers(Json&& members) override {
     queue_.add(
         [&work = work_, members = std::move(members)] {
-          return [&work, members] { work.answerer.takeMembers(members); };
+          return [&work, members = Json(members)]() mutable {
+            work.answerer.takeMembers(std::move(members));
+          };
         },
         0);
   }

@@ -47,12 +47,11 @@ class Answerer {
   /// FeatureError or an exception of the library when there is no answer.
   virtual Finish answer(const Origin& origin, Feature feature) const = 0;
   /// The same for a feature that is JSON but cannot be read, which has been reported.
-  virtual Finish answerUnreadable(const Origin& origin, const Json& source) const {
-    (void)origin, (void)source;
+  virtual Finish answerUnreadable(const Origin& /*origin*/, const Json& /*source*/) const {
     return {};
   }
   /// In order on the calling thread, see Sink.
-  virtual void takeMembers(Json members) { (void)members; }
+  virtual void takeMembers(Json&& /*members*/) {}
 };
 
 /// Answers all features. What cannot be read or answered is reported, and the others are answered.
