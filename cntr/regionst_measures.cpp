@@ -78,9 +78,8 @@ bool qcRegionSet::inside(const qcVector<2>& p, bool considerHoles) const {
   };
   const cntr::index::RegionIndex* const known = index();
   if (known == nullptr) return std::any_of(regions_.begin(), regions_.end(), holdsPoint);
-  const std::vector<std::size_t> near = known->tree.touching(cntr::index::edgeBox(p, p));
-  return std::any_of(near.begin(), near.end(),
-                     [&](std::size_t i) { return holdsPoint(regions_[i]); });
+  return !known->tree.forEachTouching(cntr::index::edgeBox(p, p),
+                                      [&](std::size_t i) { return !holdsPoint(regions_[i]); });
 }
 
 double qcRegionSet::distToPoint(const qcVector<2>& p, bool vertexOnly, bool considerHoles,

@@ -25,13 +25,11 @@ void deleteGenerator(const qcThreadID&, void*) {
 
 /// This thread's generator, or null when the thread is too near its end to keep one.
 qcRandomUniform* generator() {
-  if (slot().OSValue() == nullptr) {
-    auto fresh = std::make_unique<qcRandomUniform>(1);
-    qfGetCurrentThreadID().atexit(&deleteGenerator, nullptr);
-    slot().OSValue(fresh.get());
-    if (slot().OSValue() != nullptr) return fresh.release();
-  }
-  return static_cast<qcRandomUniform*>(slot().OSValue());
+  if (void* const known = slot().OSValue()) return static_cast<qcRandomUniform*>(known);
+  auto fresh = std::make_unique<qcRandomUniform>(1);
+  qfGetCurrentThreadID().atexit(&deleteGenerator, nullptr);
+  slot().OSValue(fresh.get());
+  return slot().OSValue() == nullptr ? nullptr : fresh.release();
 }
 
 }  // namespace
@@ -39,7 +37,7 @@ qcRandomUniform* generator() {
 std::size_t randomIndexBelow(std::size_t count) {
   qcRandomUniform* const drawn = generator();
   if (drawn == nullptr) return 0;
-  return static_cast<std::size_t>(qfIFloor(drawn->next(0.0, static_cast<double>(count))));
+  return static_cast<std::size_t>(drawn->next(0.0, static_cast<double>(count)));
 }
 
 }  // namespace cntr::cache

@@ -56,13 +56,10 @@ BoxTree::BoxTree(const std::vector<Box>& boxes)
 
 std::vector<std::size_t> BoxTree::touching(const Box& box) const {
   std::vector<std::size_t> found;
-  hierarchy_.forEachRun([&](const Box& node) { return overlaps(node, box); },
-                        [&](std::size_t first, std::size_t last) {
-                          for (std::size_t slot = first; slot < last; ++slot) {
-                            if (overlaps(boxes_[slot], box)) found.push_back(numbers_[slot]);
-                          }
-                          return true;
-                        });
+  forEachTouching(box, [&](std::size_t number) {
+    found.push_back(number);
+    return true;
+  });
   std::sort(found.begin(), found.end());
   return found;
 }

@@ -19,6 +19,20 @@ class BoxTree {
   /// The box of all boxes.
   const Box& bounds() const noexcept { return hierarchy_.bounds(); }
 
+  /// Calls visit(number) for the boxes that share a point with `box`, in no order, until a visit
+  /// returns false; touching counts. Returns false when a visit did.
+  template <class Visit>
+  bool forEachTouching(const Box& box, Visit visit) const {
+    return hierarchy_.forEachRun([&](const Box& node) { return overlaps(node, box); },
+                                 [&](std::size_t first, std::size_t last) {
+                                   for (std::size_t slot = first; slot < last; ++slot) {
+                                     if (!overlaps(boxes_[slot], box)) continue;
+                                     if (!visit(numbers_[slot])) return false;
+                                   }
+                                   return true;
+                                 });
+  }
+
   /// The numbers of the boxes that share a point with `box`, ascending; touching counts.
   std::vector<std::size_t> touching(const Box& box) const;
 
