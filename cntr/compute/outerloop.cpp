@@ -6,249 +6,210 @@
 // Each of the three passes is defined as a scan that starts over after every change. They go on
 // where they are instead: what was found free of work before a change stays free of it, because
 // cutting leaves other loops alone, dropping a loop adds nothing to compare with, and a joined loop
-// has no vertices but those of its two parts. Vertices stay where they are, so which of them lie in
-// one place is found once, for all loops.
+// has no vertices but those of its two parts. A vertex that was found to touch nothing in its loop
+// is not looked at again, and of two pieces only the smaller one is labelled anew. What may be long
+// is the way along a loop to the place where the next one is joined: O(n) for each join at worst.
 
-#include <algorithm>
 #include <cstdint>
+#include <functional>
+#include <queue>
 #include <tuple>
+#include <utility>
 
 #include <cntr/compute/repair.h>
+#include <cntr/compute/rings.h>
 
 namespace cntr::compute {
 
 namespace {
 
-/// Vertices within this of each other lie in one place.
-constexpr double samePlace = 1e-6;
+/// The first vertex of `ring` in one place with v, other than v, in the order in which a grid over
+/// that ring lists them: by cells, ascending within a cell. REQUIRES: the ring's vertices ascend
+/// from its start on, but for one step down. Those of a ring do until another is joined to it.
+std::optional<Vertex> firstListed(const Rings& rings, Vertex v, Label ring) {
+  const auto count = static_cast<Vertex>(rings.vertexCount());
+  const Vertex start = rings[ring].start;
+  const auto place = [&](Vertex vertex) {
+    const Vertex position = vertex >= start ? vertex - start : vertex + (count - start);
+    return std::tuple(rings.places().cellOf(vertex), position);
+  };
+  std::optional<Vertex> first;
+  for (const Vertex other : rings.places().at(v)) {
+    if (rings.labelOf(other) != ring || other == v) continue;
+    if (!first || place(other) < place(*first)) first = other;
+  }
+  return first;
+}
 
-/// A vertex by its number in the traced boundary.
-using Vertex = std::uint32_t;
-using Loop = std::vector<Vertex>;
-
-/// Which vertices lie in one place with each.
-class Places {
+/// Cuts a boundary where it touches itself.
+class Cutting {
  public:
-  explicit Places(const std::vector<qcVector<2>>& points)
-      : points_(points), grid_(points, samePlace) {
-    // So many that all are remembered as long as few lie in each place. Where many do, the list of
-    // each of them would hold all of them.
-    const std::size_t mostRemembered = 16 * points.size();
-    starts_.reserve(points.size() + 1);
-    starts_.push_back(0);
-    for (const qcVector<2>& p : points) {
-      const std::vector<int> near = grid_.near(points, p);
-      if (shared_.size() + near.size() > mostRemembered) break;
-      shared_.insert(shared_.end(), near.begin(), near.end());
-      starts_.push_back(shared_.size());
-    }
-  }
+  explicit Cutting(Rings& rings) : rings_(rings), loops_{0}, scanned_{none} {}
 
-  /// With the vertex itself, unless its coordinates are not finite. Holds until the next call.
-  std::span<const Vertex> at(Vertex v) const {
-    if (v + 1 < starts_.size()) {
-      return std::span(shared_).subspan(starts_[v], starts_[v + 1] - starts_[v]);
-    }
-    const std::vector<int> near = grid_.near(points_, points_[v]);
-    last_.assign(near.begin(), near.end());
-    return last_;
-  }
-
- private:
-  const std::vector<qcVector<2>>& points_;
-  index::VertexGrid grid_;
-  /// For the first vertices, the place where its list starts, and one end more.
-  std::vector<std::size_t> starts_;
-  std::vector<Vertex> shared_;
-  mutable std::vector<Vertex> last_;
-};
-
-/// The loops that a traced boundary is cut into and joined to.
-class Loops {
- public:
-  explicit Loops(const std::vector<qcVector<2>>& points)
-      : points_(points), places_(points), loopOf_(points.size()), positionOf_(points.size()) {
-    Loop all(points.size());
-    for (std::size_t i = 0; i < all.size(); ++i) all[i] = static_cast<Vertex>(i);
-    add(std::move(all));
-  }
-
-  void cutAll() {
+  /// The loops, in the order of their making.
+  std::vector<Label> run() {
     for (std::size_t i = 0; i < loops_.size();) {
       if (!cutFirstTouch(i)) ++i;
     }
-  }
-
-  void dropNested() {
-    std::vector<Outline> outlines;
-    for (const Loop& loop : loops_) outlines.emplace_back(pointsOf(loop));
-    for (std::size_t i = 0; i < loops_.size();) {
-      if (!isNested(outlines, i)) {
-        ++i;
-        continue;
-      }
-      if (i + 1 < outlines.size()) outlines[i] = std::move(outlines.back());
-      outlines.pop_back();
-      drop(i);
-    }
-  }
-
-  void joinAll() {
-    for (std::size_t i = 0; i < loops_.size(); ++i) {
-      for (std::size_t j = nextTouching(i); j < loops_.size(); j = nextTouching(i)) join(i, j);
-    }
-  }
-
-  std::optional<std::vector<qcVector<2>>> first() const {
-    if (loops_.empty()) return {};
-    return pointsOf(loops_.front());
+    return std::move(loops_);
   }
 
  private:
-  std::vector<qcVector<2>> pointsOf(const Loop& loop) const {
-    std::vector<qcVector<2>> points;
-    points.reserve(loop.size());
-    for (const Vertex v : loop) points.push_back(points_[v]);
-    return points;
-  }
-
-  void add(Loop loop) {
-    loops_.emplace_back();
-    assign(loops_.size() - 1, std::move(loop));
-  }
-
-  void assign(std::size_t i, Loop loop) {
-    for (std::size_t k = 0; k < loop.size(); ++k) {
-      loopOf_[loop[k]] = i;
-      positionOf_[loop[k]] = k;
-    }
-    loops_[i] = std::move(loop);
-  }
-
-  /// Takes loop i out; the last one moves into its place.
-  void drop(std::size_t i) {
-    for (const Vertex v : loops_[i]) loopOf_[v] = none;
-    Loop last = std::move(loops_.back());
-    loops_.pop_back();
-    if (i < loops_.size()) assign(i, std::move(last));
-  }
-
-  /// Takes loop i out; the later ones move up.
-  void erase(std::size_t i) {
-    for (const Vertex v : loops_[i]) loopOf_[v] = none;
-    loops_.erase(loops_.begin() + static_cast<std::ptrdiff_t>(i));
-    for (std::size_t k = i; k < loops_.size(); ++k) assign(k, std::move(loops_[k]));
-  }
-
-  /// Vertices first, first + 1, ..., first + count - 1, going round the loop.
-  static Loop arc(const Loop& loop, std::size_t first, std::size_t count) {
-    Loop vertices;
-    vertices.reserve(count);
-    for (std::size_t i = 0; i < count; ++i) vertices.push_back(loop[(first + i) % loop.size()]);
-    return vertices;
-  }
-
-  /// The first vertex of loop i in one place with v, other than v, in the order in which a grid
-  /// over that loop lists them: by cells, ascending within a cell.
-  std::optional<Vertex> firstListed(Vertex v, std::size_t i) const {
-    std::optional<Vertex> first;
-    for (const Vertex other : places_.at(v)) {
-      if (loopOf_[other] != i || other == v) continue;
-      if (!first || isListedBefore(other, *first)) first = other;
-    }
-    return first;
-  }
-
-  bool isListedBefore(Vertex a, Vertex b) const {
-    const auto cellA = index::VertexGrid::cellOf(points_[a], samePlace);
-    const auto cellB = index::VertexGrid::cellOf(points_[b], samePlace);
-    return std::tuple(cellA, positionOf_[a]) < std::tuple(cellB, positionOf_[b]);
-  }
-
-  /// Cuts loop i in two at its first touch with itself; false when there is none. A piece of a
-  /// single vertex bounds nothing and is dropped; when that leaves nothing, so is the loop.
+  /// Cuts loop i in two at its first touch with itself; false when there is none.
   bool cutFirstTouch(std::size_t i) {
-    for (std::size_t a = 0; a < loops_[i].size(); ++a) {
-      const Vertex v = loops_[i][a];
-      if (places_.at(v).size() < 2) continue;
-      if (const std::optional<Vertex> other = firstListed(v, i)) {
-        cut(i, a, positionOf_[*other]);
+    const Label loop = loops_[i];
+    const Vertex start = rings_[loop].start;
+    const Vertex end = scanned_[loop] == none ? start : scanned_[loop];
+    Vertex v = start;
+    do {
+      const bool isAlone = rings_.places().at(v).size() < 2;
+      if (const auto other = isAlone ? std::nullopt : firstListed(rings_, v, loop)) {
+        cut(i, v, *other);
         return true;
       }
-    }
+      v = rings_.after(v);
+    } while (v != end);
     return false;
   }
 
-  void cut(std::size_t i, std::size_t a, std::size_t b) {
-    const Loop whole = std::move(loops_[i]);
-    const std::size_t length = b > a ? b - a : b + whole.size() - a;
-    Loop kept = arc(whole, a, length);
-    Loop split = arc(whole, a + length, whole.size() - length);
-    if (kept.size() == 1) std::swap(kept, split);
-    if (split.size() == 1) loopOf_[split.front()] = none;
-    if (kept.size() == 1) {
-      loops_[i] = std::move(kept);
-      erase(i);
-      return;
+  /// Cuts loop i from its first touch a to the vertex b that it touches. A piece of a single vertex
+  /// bounds nothing and is dropped; when that leaves nothing, so is the loop.
+  void cut(std::size_t i, Vertex a, Vertex b) {
+    const Label whole = loops_[i];
+    const Vertex start = rings_[whole].start;
+    // What was scanned, before the loop's start or from there to a, ends the second piece.
+    const Vertex passed = a == start ? none : start;
+    const Vertex scanned = scanned_[whole] == none ? passed : scanned_[whole];
+    auto [kept, split] = rings_.cut(a, b);
+    scanned_.resize(rings_.labelCount());
+    scanned_[kept] = none;
+    scanned_[split] = scanned;
+    if (rings_[kept].size == 1) std::swap(kept, split);
+    if (rings_[split].size == 1) rings_.drop(split);
+    loops_[i] = kept;
+    if (rings_[kept].size == 1) {
+      rings_.drop(kept);
+      loops_.erase(loops_.begin() + static_cast<std::ptrdiff_t>(i));
+    } else if (rings_[split].size > 1) {
+      loops_.push_back(split);
     }
-    assign(i, std::move(kept));
-    if (split.size() > 1) add(std::move(split));
   }
 
-  bool isNested(const std::vector<Outline>& outlines, std::size_t i) const {
-    const std::vector<qcVector<2>>& points = outlines[i].points();
-    const qcVector<2> middle = (points[0] + points[1]) * 0.5;
-    for (std::size_t j = 0; j < outlines.size(); ++j) {
-      if (j != i && outlines[j].holds(middle)) return true;
+  Rings& rings_;
+  std::vector<Label> loops_;
+  /// For each ring the vertex from which on to its end it is known to touch nothing in it, or none.
+  std::vector<Vertex> scanned_;
+};
+
+bool isNested(const std::vector<Outline>& outlines, std::size_t i) {
+  const std::vector<qcVector<2>>& points = outlines[i].points();
+  const qcVector<2> middle = (points[0] + points[1]) * 0.5;
+  for (std::size_t j = 0; j < outlines.size(); ++j) {
+    if (j != i && outlines[j].holds(middle)) return true;
+  }
+  return false;
+}
+
+/// Drops the loops inside others; the last one moves into the place of one that is dropped.
+void dropNested(Rings& rings, std::vector<Label>& loops) {
+  std::vector<Outline> outlines;
+  for (const Label loop : loops) outlines.emplace_back(rings.pointsOf(loop));
+  for (std::size_t i = 0; i < loops.size();) {
+    if (!isNested(outlines, i)) {
+      ++i;
+      continue;
     }
-    return false;
+    if (i + 1 < outlines.size()) outlines[i] = std::move(outlines.back());
+    outlines.pop_back();
+    rings.drop(loops[i]);
+    loops[i] = loops.back();
+    loops.pop_back();
+  }
+}
+
+/// Joins all loops that touch one, always the one with the lowest place next. The last loop moves
+/// into the place of one that was joined.
+class Joining {
+ public:
+  Joining(Rings& rings, std::vector<Label>& loops)
+      : rings_(rings),
+        loops_(loops),
+        placeOf_(rings.labelCount(), none),
+        isWaiting_(rings.labelCount(), false),
+        touched_(rings.vertexCount(), none) {
+    for (std::size_t i = 0; i < loops.size(); ++i) placeOf_[loops[i]] = static_cast<Place>(i);
   }
 
-  /// The first loop after i that touches it; the number of loops when there is none.
-  std::size_t nextTouching(std::size_t i) const {
-    std::size_t next = loops_.size();
-    for (const Vertex v : loops_[i]) {
-      for (const Vertex other : places_.at(v)) {
-        const std::size_t j = loopOf_[other];
-        if (j != none && j > i) next = std::min(next, j);
+  /// Everything that touches the first loop, and what touches that.
+  void joinToFirst() {
+    if (loops_.empty()) return;
+    const Label first = loops_.front();
+    await(first, first);
+    while (!waiting_.empty()) {
+      const auto [place, loop] = waiting_.top();
+      waiting_.pop();
+      if (placeOf_[loop] == place) join(first, loop);
+    }
+  }
+
+ private:
+  using Place = std::uint32_t;
+  using Waiting = std::pair<Place, Label>;
+
+  /// Notes the loops that touch `loop`, a part of `first` or about to become one.
+  void await(Label loop, Label first) {
+    rings_.forEachVertex(loop, [&](Vertex v) {
+      for (const Vertex other : rings_.places().at(v)) {
+        const Label near = rings_.labelOf(other);
+        if (near == none || near == first || isWaiting_[near]) continue;
+        isWaiting_[near] = true;
+        waiting_.emplace(placeOf_[near], near);
       }
-    }
-    return next;
+    });
   }
 
-  /// Joins loop j to loop i at the first vertex of loop i that lies in one place with one of loop
-  /// j.
-  void join(std::size_t i, std::size_t j) {
-    for (std::size_t a = 0; a < loops_[i].size(); ++a) {
-      const std::optional<Vertex> other = firstListed(loops_[i][a], j);
-      if (!other) continue;
-      Loop joined = arc(loops_[i], a, loops_[i].size());
-      const Loop added = arc(loops_[j], positionOf_[*other], loops_[j].size());
-      joined.insert(joined.end(), added.begin(), added.end());
-      drop(j);
-      assign(i, std::move(joined));
-      return;
-    }
+  /// Joins `loop` at the first vertex of `first` that lies in one place with one of its own.
+  void join(Label first, Label loop) {
+    await(loop, first);
+    rings_.forEachVertex(loop, [&](Vertex v) {
+      for (const Vertex other : rings_.places().at(v)) touched_[other] = loop;
+    });
+    Vertex a = rings_[first].start;
+    while (touched_[a] != loop) a = rings_.after(a);
+    rings_.join(a, *firstListed(rings_, a, loop));
+    fillPlaceOf(loop);
   }
 
-  static constexpr std::size_t none = static_cast<std::size_t>(-1);
+  void fillPlaceOf(Label joined) {
+    const Place place = std::exchange(placeOf_[joined], none);
+    const Label last = loops_.back();
+    loops_[place] = last;
+    loops_.pop_back();
+    if (last == joined) return;
+    placeOf_[last] = place;
+    if (isWaiting_[last]) waiting_.emplace(place, last);
+  }
 
-  const std::vector<qcVector<2>>& points_;
-  Places places_;
-  std::vector<Loop> loops_;
-  /// For each vertex its loop, or none, and its position in that.
-  std::vector<std::size_t> loopOf_;
-  std::vector<std::size_t> positionOf_;
+  Rings& rings_;
+  std::vector<Label>& loops_;
+  /// By label: the place in loops_, and whether it is or was among the waiting.
+  std::vector<Place> placeOf_;
+  std::vector<bool> isWaiting_;
+  /// The loops that touch the first one, the lowest place on top; places may be outdated.
+  std::priority_queue<Waiting, std::vector<Waiting>, std::greater<>> waiting_;
+  /// For each vertex the last loop that was seen to touch it.
+  std::vector<Label> touched_;
 };
 
 }  // namespace
 
 std::optional<std::vector<qcVector<2>>> outerLoop(const std::vector<qcVector<2>>& traced) {
-  Loops loops(traced);
-  loops.cutAll();
-  loops.dropNested();
-  loops.joinAll();
-  return loops.first();
+  Rings rings(traced);
+  std::vector<Label> loops = Cutting(rings).run();
+  dropNested(rings, loops);
+  Joining(rings, loops).joinToFirst();
+  if (loops.empty()) return {};
+  return rings.pointsOf(loops.front());
 }
 
 }  // namespace cntr::compute
