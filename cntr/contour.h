@@ -150,7 +150,7 @@ class CNTR_EXPORT qcContour : public virtual qcPersistent, public virtual qcRepB
   /// cell (x-major), ascending within a cell. A grid is kept for every tolerance that was asked
   /// for. Cell numbers saturate at 64 bits, so a tolerance of 0 finds nothing. Throws EmptyContour
   /// for fewer than 2 vertices. O(n) for the first query with a tolerance, whose grid takes up to
-  /// 200 bytes for each vertex; after that in proportion to the vertices in nine cells, O(n) at
+  /// 80 bytes for each vertex; after that in proportion to the vertices in nine cells, O(n) at
   /// worst.
   std::vector<int> vertexIndex(const qcVector<2>& point, double tolerance) const;
 

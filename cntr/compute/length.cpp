@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 #include <vector>
 
 namespace cntr::compute {
@@ -26,14 +27,18 @@ qcVector<2> meanPosition(const Path& path) {
 }
 
 double medianEdgeLength(const Path& path) {
-  std::vector<double> lengths;
-  lengths.reserve(path.edgeCount());
-  forEachEdge(
-      path, [&](const qcVector<2>& a, const qcVector<2>& b) { lengths.push_back(a.distance(b)); });
-  if (lengths.empty()) return 0.0;
-  const auto middle = lengths.begin() + static_cast<std::ptrdiff_t>(lengths.size() / 2);
-  std::nth_element(lengths.begin(), middle, lengths.end(),
-                   [](double a, double b) { return a < b || (std::isnan(b) && !std::isnan(a)); });
+  const std::size_t count = path.edgeCount();
+  std::vector<double> numbers;
+  numbers.reserve(count);
+  forEachEdge(path, [&](const qcVector<2>& a, const qcVector<2>& b) {
+    const double length = a.distance(b);
+    if (!std::isnan(length)) numbers.push_back(length);
+  });
+  if (count == 0) return 0.0;
+  // What is not a number is longer than anything.
+  if (count / 2 >= numbers.size()) return std::numeric_limits<double>::quiet_NaN();
+  const auto middle = numbers.begin() + static_cast<std::ptrdiff_t>(count / 2);
+  std::nth_element(numbers.begin(), middle, numbers.end());
   return *middle;
 }
 

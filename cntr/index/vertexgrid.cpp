@@ -2,6 +2,7 @@
 
 #include <cntr/index/vertexgrid.h>
 
+#include <bit>
 #include <limits>
 
 namespace cntr::index {
@@ -28,14 +29,14 @@ struct Neighbours {
   int count;
 };
 
-}  // namespace
-
-std::size_t VertexGrid::CellHash::operator()(const Cell& cell) const noexcept {
+std::size_t hashOf(const VertexGrid::Cell& cell) noexcept {
   std::uint64_t hash = static_cast<std::uint64_t>(cell.x) * 0x9E3779B97F4A7C15U;
   hash ^= static_cast<std::uint64_t>(cell.y) + (hash >> 29U);
   hash *= 0xBF58476D1CE4E5B9U;
   return static_cast<std::size_t>(hash ^ (hash >> 32U));
 }
+
+}  // namespace
 
 VertexGrid::Cell VertexGrid::cellOf(const qcVector<2>& p, double tolerance) noexcept {
   const double scale = 1.0 / tolerance;
@@ -43,11 +44,41 @@ VertexGrid::Cell VertexGrid::cellOf(const qcVector<2>& p, double tolerance) noex
 }
 
 VertexGrid::VertexGrid(std::span<const qcVector<2>> points, double tolerance)
-    : tolerance_(tolerance) {
-  cells_.reserve(points.size());
-  for (std::size_t i = 0; i < points.size(); ++i) {
-    cells_[cellOf(points[i], tolerance)].push_back(static_cast<int>(i));
+    : tolerance_(tolerance),
+      slots_(std::bit_ceil(points.size() + points.size() / 2 + 1)),
+      indices_(points.size()) {
+  countVertices(points);
+  fillCells(points);
+}
+
+std::size_t VertexGrid::slotOf(const Cell& cell) const noexcept {
+  const std::size_t mask = slots_.size() - 1;
+  std::size_t slot = hashOf(cell) & mask;
+  while (slots_[slot].count != 0 && slots_[slot].cell != cell) slot = (slot + 1) & mask;
+  return slot;
+}
+
+void VertexGrid::countVertices(std::span<const qcVector<2>> points) {
+  for (const qcVector<2>& p : points) {
+    const Cell cell = cellOf(p, tolerance_);
+    Slot& slot = slots_[slotOf(cell)];
+    slot.cell = cell;
+    ++slot.count;
   }
+}
+
+void VertexGrid::fillCells(std::span<const qcVector<2>> points) {
+  std::uint32_t end = 0;
+  for (Slot& slot : slots_) {
+    slot.first = end;
+    end += slot.count;
+  }
+  // While a cell fills, `first` is where its next vertex goes; in the end all are moved back.
+  for (std::size_t i = 0; i < points.size(); ++i) {
+    Slot& slot = slots_[slotOf(cellOf(points[i], tolerance_))];
+    indices_[slot.first++] = static_cast<int>(i);
+  }
+  for (Slot& slot : slots_) slot.first -= slot.count;
 }
 
 std::vector<int> VertexGrid::near(std::span<const qcVector<2>> points, const qcVector<2>& p) const {
@@ -57,9 +88,9 @@ std::vector<int> VertexGrid::near(std::span<const qcVector<2>> points, const qcV
   const Neighbours rows(centre.y);
   for (int column = 0; column < columns.count; ++column) {
     for (int row = 0; row < rows.count; ++row) {
-      const auto cell = cells_.find({columns.first + column, rows.first + row});
-      if (cell == cells_.end()) continue;
-      for (const int i : cell->second) {
+      const Slot& slot = slots_[slotOf({columns.first + column, rows.first + row})];
+      for (std::uint32_t k = 0; k < slot.count; ++k) {
+        const int i = indices_[slot.first + k];
         if (points[static_cast<std::size_t>(i)].distance(p) < tolerance_) result.push_back(i);
       }
     }

@@ -9,7 +9,6 @@
 #include <cstddef>
 #include <cstdint>
 #include <span>
-#include <unordered_map>
 #include <vector>
 
 #include <platform/core/vector.h>
@@ -38,12 +37,23 @@ class VertexGrid {
   static Cell cellOf(const qcVector<2>& p, double tolerance) noexcept;
 
  private:
-  struct CellHash {
-    std::size_t operator()(const Cell& cell) const noexcept;
+  /// The vertices of a cell: indices_[first] and so on. A free slot has a count of 0.
+  struct Slot {
+    Cell cell{};
+    std::uint32_t first = 0;
+    std::uint32_t count = 0;
   };
 
+  /// The slot of the cell, or the free one where it would be.
+  std::size_t slotOf(const Cell& cell) const noexcept;
+  void countVertices(std::span<const qcVector<2>> points);
+  void fillCells(std::span<const qcVector<2>> points);
+
   double tolerance_;
-  std::unordered_map<Cell, std::vector<int>, CellHash> cells_;
+  /// A hash table with linear probing; its size is a power of two.
+  std::vector<Slot> slots_;
+  /// The vertices cell by cell, ascending within each.
+  std::vector<int> indices_;
 };
 
 }  // namespace cntr::index
