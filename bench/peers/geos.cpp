@@ -140,18 +140,23 @@ void measure() {
 
 void store() {
   const Plan plan{"S", {1000, 100000, 1000000}};
-  once("store", plan, &polygon, [](const Geometry& g) {
-    std::ostringstream stream;
-    geos::io::WKBWriter().write(g, stream);
-    return std::move(stream).str();
+  askOnce("store", "GEOS", plan, [](const Work& given) {
+    const std::shared_ptr<Geometry> geometry = polygon(given.outline);
+    const auto stream = std::make_shared<std::ostringstream>();
+    geos::io::WKBWriter().write(*geometry, *stream);
+    return std::pair([stream] { stream->seekp(0); },
+                     [geometry, stream] {
+                       geos::io::WKBWriter().write(*geometry, *stream);
+                       return stream.get();
+                     });
   });
   askOnce("load", "GEOS", plan, [](const Work& given) {
     std::ostringstream stored;
     geos::io::WKBWriter().write(*polygon(given.outline), stored);
-    return std::pair(&setNothing, [bytes = std::move(stored).str()] {
-      std::istringstream stream(bytes);
-      return geos::io::WKBReader(factory()).read(stream)->getNumPoints();
-    });
+    const auto stream = std::make_shared<std::istringstream>(std::move(stored).str());
+    return std::pair(
+        [stream] { stream->seekg(0); },
+        [stream] { return geos::io::WKBReader(factory()).read(*stream)->getNumPoints(); });
   });
 }
 

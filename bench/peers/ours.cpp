@@ -211,26 +211,29 @@ void askSets() {
 void storeAndCopy() {
   const Plan plan{"S", {1000, 100000, 1000000}};
   askOnce("store", us, plan, [](const Work& given) {
-    auto region = regionOf(given);
-    return std::pair(&setNothing, [region] {
-      std::ostringstream stream;
-      qcStreamArchive archive(stream);
-      archive || static_cast<qcContour&>(*region);
-      return std::move(stream).str();
-    });
+    const auto contour = std::make_shared<qcContour>(given.outline, true, 0);
+    const auto stream = std::make_shared<std::ostringstream>();
+    const auto store = [contour, stream] {
+      qcStreamArchive archive(*stream);
+      archive || *contour;
+      return stream.get();
+    };
+    store();
+    return std::pair([stream] { stream->seekp(0); }, store);
   });
   askOnce("load", us, plan, [](const Work& given) {
     std::ostringstream stored;
     qcContour contour(given.outline, true, 0);
     qcStreamArchive archive(stored);
     archive || contour;
-    return std::pair(&setNothing, [bytes = std::move(stored).str()] {
-      qcContour loaded({}, true, 0);
-      std::istringstream stream(bytes);
-      qcStreamArchive source(stream);
-      source || loaded;
-      return loaded.points().size();
-    });
+    const auto stream = std::make_shared<std::istringstream>(std::move(stored).str());
+    return std::pair([stream] { stream->seekg(0); },
+                     [stream] {
+                       qcContour loaded({}, true, 0);
+                       qcStreamArchive source(*stream);
+                       source || loaded;
+                       return loaded.points().size();
+                     });
   });
   askOnce("copy with answers", us, plan, [](const Work& given) {
     auto region = regionOf(given);
