@@ -30,6 +30,12 @@ if(MSVC)
   return()
 endif()
 
+# Nobody replaces single functions of the libraries: calls within a library need no detour.
+if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND NOT WIN32)
+  add_compile_options(-fno-semantic-interposition)
+  add_link_options($<$<STREQUAL:$<TARGET_PROPERTY:TYPE>,SHARED_LIBRARY>:-Wl,-Bsymbolic-functions>)
+endif()
+
 # Fused multiply-adds would make answers depend on the processor. When g++ vectorizes
 # a * b - c * d, e * f + g * h it fuses them nevertheless.
 add_compile_options(-ffp-contract=off)

@@ -172,6 +172,8 @@ class CNTR_EXPORT qcRegion : public virtual qcContour {
   /// The grid that answers most containment questions; null until enough of them were asked, and
   /// for boundaries that are better off without.
   const cntr::index::ContainmentGrid* containmentGrid() const;
+  /// The same once it is there, else null.
+  const cntr::index::ContainmentGrid* knownContainmentGrid() const;
   /// True when insideCount(p, false) is odd.
   bool isInsideBoundary(const qcVector<2>& p) const;
   qcVector<2> centerOfMassWithHoles() const;

@@ -70,7 +70,6 @@ const cntr::index::ContainmentGrid* qcRegion::containmentGrid() const {
   // Making the grid costs about as much as one query by the ray for every 64 vertices.
   constexpr std::size_t verticesPerQuery = 64;
   qc_ContourCache& known = cache();
-  if (known.containmentGrid) return known.containmentGrid.get();
   if (++known.containmentQueries != 1 + points().size() / verticesPerQuery) return nullptr;
   const cntr::index::Box bounds = crossingTarget().bounds;
   if (!cntr::index::ContainmentGrid::isWorthwhile(points(), bounds)) return nullptr;
@@ -79,10 +78,19 @@ const cntr::index::ContainmentGrid* qcRegion::containmentGrid() const {
   return known.containmentGrid.get();
 }
 
+const cntr::index::ContainmentGrid* qcRegion::knownContainmentGrid() const {
+  const bool isValid = cache_ && cache_->ofClosed == isClosed();
+  return isValid ? cache_->containmentGrid.get() : nullptr;
+}
+
 bool qcRegion::isInsideBoundary(const qcVector<2>& p) const {
   using Answer = cntr::index::ContainmentGrid::Answer;
-  qcContour::checkEmptyContour();
-  if (const auto* grid = containmentGrid()) {
+  const cntr::index::ContainmentGrid* grid = knownContainmentGrid();
+  if (grid == nullptr) {
+    qcContour::checkEmptyContour();
+    grid = containmentGrid();
+  }
+  if (grid != nullptr) {
     const Answer answer = grid->locate(points(), p);
     if (answer != Answer::eUnknown) return answer == Answer::eInside;
   }

@@ -58,9 +58,12 @@ double extentOfEdges(std::span<const qcVector<2>> points) {
   return sum;
 }
 
+/// Signed numbers are converted in one step, unsigned ones are not. REQUIRES: count <= 2^31.
 std::size_t clampedFloor(double value, std::size_t count) {
   if (!(value > 0.0)) return 0;
-  return value < static_cast<double>(count) ? static_cast<std::size_t>(value) : count - 1;
+  const auto most = static_cast<std::int32_t>(count - 1);
+  if (value >= static_cast<double>(most)) return count - 1;
+  return static_cast<std::size_t>(static_cast<std::int32_t>(value));
 }
 
 }  // namespace
