@@ -70,6 +70,20 @@ TEST(ThreadsTest, DistinctShapesAreAskedOnDistinctThreads) {
   });
 }
 
+TEST(ThreadsTest, CopiesOfAShapeAreAskedAndChangedOnDistinctThreads) {
+  const std::vector<qcVector<2>> outline = shapes::crossingStar(200);
+  const qcRegion original(outline, keep);
+  const double expected = askEverything(original);
+  std::vector<qcRegion> copies(4, original);
+  onThreads(4, [&](int number) {
+    qcRegion& copy = copies[static_cast<std::size_t>(number)];
+    EXPECT_EQ(askEverything(copy), expected);
+    copy.points(shapes::regularPolygon(20, 50, {640, 480}));
+    copy = qcRegion(outline, keep);
+    EXPECT_EQ(askEverything(copy), expected);
+  });
+}
+
 TEST(ThreadsTest, HandlesToTheSameHolesAreCopiedAndReleasedOnDistinctThreads) {
   const Region hole(new qcRegion(shapes::regularPolygon(20, 50, {640, 480}), keep));
   static_cast<void>(hole->area(false));
