@@ -31,7 +31,7 @@ if(MSVC)
 endif()
 
 # Nobody replaces single functions of the libraries: calls within a library need no detour.
-if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND NOT WIN32)
+if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND CMAKE_SYSTEM_NAME STREQUAL "Linux")
   add_compile_options(-fno-semantic-interposition)
   add_link_options($<$<STREQUAL:$<TARGET_PROPERTY:TYPE>,SHARED_LIBRARY>:-Wl,-Bsymbolic-functions>)
 endif()

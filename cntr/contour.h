@@ -55,8 +55,8 @@ class CNTR_EXPORT qcContour : public virtual qcPersistent, public virtual qcRepB
   /// (which keeps the repeated vertex); a polygon without vertices gives an empty open contour.
   qcContour(const qcPolygon& polygon, unsigned long label);
   /// Copies the answers already given, too; the copy is independent. Vertices and indexes are
-  /// shared until one of the two changes: takes constant time, unless a derived class asked for the
-  /// edges as shapes.
+  /// shared until one of the two changes: the time does not depend on their number, unless a
+  /// derived class asked for the edges as shapes.
   qcContour(const qcContour& other);
   /// Copies like the copy constructor, after forgetting this object's own answers.
   qcContour& operator=(const qcContour& other);

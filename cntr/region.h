@@ -136,8 +136,8 @@ class CNTR_EXPORT qcRegion : public virtual qcContour {
   void regularize(qcRegion& dest) const;
   /// The same walk, its result cut into simple loops where it touches itself within 1e-6; loops
   /// inside others are dropped and loops that touch are joined. The result is the first loop. A
-  /// walk of t steps is cleaned in O(t log t) when it touches itself in few places, in O(t^2) when
-  /// in many, and in O(t^3) when many of these are one place.
+  /// walk of t steps is cleaned in O(t log t) when it touches itself in few places, and in
+  /// O(t^2 log t) at worst.
   void outerHull(qcRegion& dest) const;
 
   /// Writes the image of the outer boundary to `dest`: same label, cachedVectorSize 3, no holes
@@ -169,10 +169,10 @@ class CNTR_EXPORT qcRegion : public virtual qcContour {
   /// Crossings of a ray from p with the outer boundary; with `bothDirections` the smaller number of
   /// the ray and its opposite.
   long insideCount(const qcVector<2>& p, bool bothDirections) const;
-  /// The grid that answers most containment questions; null until enough of them were asked, and
-  /// for boundaries that are better off without.
+  /// Counts a question and makes the grid that answers most of them, once there were enough; null
+  /// before, and for boundaries that are better off without. REQUIRES: it is not known.
   const cntr::index::ContainmentGrid* containmentGrid() const;
-  /// The same once it is there, else null.
+  /// That grid, or null.
   const cntr::index::ContainmentGrid* knownContainmentGrid() const;
   /// True when insideCount(p, false) is odd.
   bool isInsideBoundary(const qcVector<2>& p) const;

@@ -7,8 +7,9 @@
 // where they are instead: what was found free of work before a change stays free of it, because
 // cutting leaves other loops alone, dropping a loop adds nothing to compare with, and a joined loop
 // has no vertices but those of its two parts. A vertex that was found to touch nothing in its loop
-// is not looked at again, and of two pieces only the smaller one is labelled anew. What may be long
-// is the way along a loop to the place where the next one is joined: O(n) for each join at worst.
+// is not looked at again, and of two pieces only the smaller one is labelled anew. What stays
+// quadratic at worst: every loop is looked for in every other one, the way along a loop to the
+// place where the next one is joined may be long, and many vertices may lie in one place.
 
 #include <cstdint>
 #include <functional>

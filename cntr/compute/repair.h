@@ -25,6 +25,7 @@ std::optional<std::vector<qcVector<2>>> traceBoundary(const Outline& boundary, d
 
 /// The first of the loops that are left when `traced` is cut where it touches itself within 1e-6,
 /// loops inside others are dropped, and loops that touch are joined. Nothing when none is left.
+/// REQUIRES: at least 2 vertices.
 std::optional<std::vector<qcVector<2>>> outerLoop(const std::vector<qcVector<2>>& traced);
 
 /// One boundary that runs round `mine` and then round `other`, from the first crossing of an edge

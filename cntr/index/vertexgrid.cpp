@@ -29,10 +29,13 @@ struct Neighbours {
   int count;
 };
 
+/// Two rounds: cell numbers may all be multiples of a large power of two.
 std::size_t hashOf(const VertexGrid::Cell& cell) noexcept {
   std::uint64_t hash = static_cast<std::uint64_t>(cell.x) * 0x9E3779B97F4A7C15U;
   hash ^= static_cast<std::uint64_t>(cell.y) + (hash >> 29U);
   hash *= 0xBF58476D1CE4E5B9U;
+  hash ^= hash >> 32U;
+  hash *= 0x94D049BB133111EBU;
   return static_cast<std::size_t>(hash ^ (hash >> 32U));
 }
 

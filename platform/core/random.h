@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
-// A small uniform random generator with the same sequence on every platform, and the integer floor
-// that turns its numbers into indices.
+// A small uniform random generator with the same sequence on every platform, and the integer
+// floor.
 
 #pragma once
 

@@ -11,6 +11,7 @@
 #include <vector>
 
 #include <cntr/regionst.h>
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <tests/support/shapes.h>
 
@@ -148,6 +149,20 @@ TEST(CoincidentEdgesTest, AMillionOfThemDoNotCross) {
   const qcContour contour(coincidentEdges(1000000), true, 0);
   EXPECT_FALSE(contour.isSelfIntersecting());
   EXPECT_EQ(contour.diameter(qcContourDefs::eFarthestVertexPair), qcVector<2>(10, 7).len());
+}
+
+TEST(VertexIndexTest, AMillionCellsWhoseNumbersEndInZeroBitsAreKeptApart) {
+  // One column of pixels, and a tolerance that makes every cell number a multiple of 2^44.
+  Points points;
+  for (int y = 0; y < 500000; ++y) points.emplace_back(3, y);
+  for (int x = 0; x < 500000; ++x) points.emplace_back(x, 3);
+  const qcContour contour(points, true, 0);
+  const HeapPeak heap;
+  EXPECT_THAT(contour.vertexIndex({3, 77777}, 0x1p-44), testing::ElementsAre(77777));
+  EXPECT_THAT(contour.vertexIndex({77777, 3}, 0x1p-44), testing::ElementsAre(577777));
+  EXPECT_THAT(contour.vertexIndex({3, 3}, 0x1p-44), testing::ElementsAre(3, 500003));
+  EXPECT_THAT(contour.vertexIndex({3, 77777.5}, 0x1p-44), testing::IsEmpty());
+  EXPECT_LE(heap.bytes(), 80 * points.size());
 }
 
 /// Has all the vertices `crowd` twice and a bow tie, which makes it cross itself.

@@ -55,6 +55,17 @@ TEST(BoxTreeTest, FindsBoxesThatTouchInAscendingOrder) {
   EXPECT_EQ(tree.bounds().maxY, 2);
 }
 
+TEST(BoxTreeTest, GoesOnUntilAVisitReturnsFalse) {
+  const std::vector<Box> boxes(25, {0, 0, 1, 1});
+  const BoxTree tree(boxes);
+  int visits = 0;
+  EXPECT_TRUE(tree.forEachTouching({1, 1, 2, 2}, [&](std::size_t) { return ++visits > 0; }));
+  EXPECT_EQ(visits, 25);
+  EXPECT_FALSE(tree.forEachTouching({1, 1, 2, 2}, [&](std::size_t) { return ++visits < 37; }));
+  EXPECT_EQ(visits, 37);
+  EXPECT_TRUE(tree.forEachTouching({3, 3, 4, 4}, [](std::size_t) { return false; }));
+}
+
 TEST(BoxTreeTest, FindsTheSameBoxesAsALookAtEveryOne) {
   shapes::Random random(31);
   for (std::size_t i = 0; i < repetitions(500); ++i) {

@@ -427,6 +427,14 @@ TEST(ContourLoadingTest, ForgetsTheAnswersOfEarlierVertices) {
   EXPECT_EQ(contour.encloseRect(qcXform<2>::I).width(), 2.0);
 }
 
+TEST(ContourLoadingTest, LeavesCopiesAsTheyAre) {
+  const qcContour original({{0, 0}, {5, 0}}, false, 0);
+  qcContour loaded(original);
+  loadHex(recordHex, [&](qcArchive& archive) { archive || loaded; });
+  expectSample(loaded, 7);
+  EXPECT_THAT(original.points(), ElementsAre(qcVector<2>(0, 0), qcVector<2>(5, 0)));
+}
+
 TEST(ContourLoadingTest, IsNotWhatStoringDoes) {
   Forgetful contour;
   contour.isTracking(true);

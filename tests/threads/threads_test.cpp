@@ -78,6 +78,9 @@ TEST(ThreadsTest, CopiesOfAShapeAreAskedAndChangedOnDistinctThreads) {
   onThreads(4, [&](int number) {
     qcRegion& copy = copies[static_cast<std::size_t>(number)];
     EXPECT_EQ(askEverything(copy), expected);
+    std::ostringstream stored;
+    qcStreamArchive archive(stored);
+    archive || copy;
     copy.points(shapes::regularPolygon(20, 50, {640, 480}));
     copy = qcRegion(outline, keep);
     EXPECT_EQ(askEverything(copy), expected);
