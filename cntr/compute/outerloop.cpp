@@ -114,6 +114,7 @@ bool isNested(const std::vector<Outline>& outlines, std::size_t i) {
 /// Drops the loops inside others; the last one moves into the place of one that is dropped.
 void dropNested(Rings& rings, std::vector<Label>& loops) {
   std::vector<Outline> outlines;
+  outlines.reserve(loops.size());
   for (const Label loop : loops) outlines.emplace_back(rings.pointsOf(loop));
   for (std::size_t i = 0; i < loops.size();) {
     if (!isNested(outlines, i)) {

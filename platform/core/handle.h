@@ -108,7 +108,7 @@ class qcPtrHandle : public qcPtrHandleBase {
       : qcPtrHandle(other.get()) {}
   // Not one function that takes its argument by value: clang 14 leaks `handle = {}` in templates.
   /// Shares the object of `other`; deletes its own with the last reference.
-  qcPtrHandle& operator=(const qcPtrHandle& other) noexcept {
+  qcPtrHandle& operator=(const qcPtrHandle& other) noexcept {  // NOLINT: copies, swaps
     qcPtrHandle taken(other);
     swap(taken);
     return *this;
@@ -173,7 +173,7 @@ class qcPtrHandle_const : public qcPtrHandleBase_const {
   noexcept  // NOLINT(google-explicit-constructor)
       : qcPtrHandle_const(other.get()) {}
   /// Shares the object of `other`; deletes its own with the last reference.
-  qcPtrHandle_const& operator=(const qcPtrHandle_const& other) noexcept {
+  qcPtrHandle_const& operator=(const qcPtrHandle_const& other) noexcept {  // NOLINT: copies, swaps
     qcPtrHandle_const taken(other);
     swap(taken);
     return *this;
