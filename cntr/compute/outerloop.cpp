@@ -13,9 +13,11 @@
 
 #include <cstdint>
 #include <functional>
+#include <optional>
 #include <queue>
 #include <tuple>
 #include <utility>
+#include <vector>
 
 #include <cntr/compute/repair.h>
 #include <cntr/compute/rings.h>
