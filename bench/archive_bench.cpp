@@ -13,7 +13,7 @@
 #include <benchmark/benchmark.h>
 #include <cntr/contour.h>
 #include <platform/core/archive.h>
-#include <tests/support/shapes.h>
+#include <testing/shapes/shapes.h>
 
 namespace {
 

@@ -9,7 +9,7 @@
 
 #include <benchmark/benchmark.h>
 #include <cntr/inertia.h>
-#include <tests/support/shapes.h>
+#include <testing/shapes/shapes.h>
 
 namespace {
 

@@ -20,7 +20,7 @@
 #include <cntr/compute/repair.h>
 #include <cntr/inertia.h>
 #include <cntr/region.h>
-#include <tests/support/shapes.h>
+#include <testing/shapes/shapes.h>
 
 namespace {
 

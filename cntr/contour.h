@@ -29,13 +29,15 @@ class qcRegion;
 struct qc_ContourCache;
 namespace cntr::compute {
 struct CrossingTarget;
-struct Path;
 }  // namespace cntr::compute
 namespace cntr::index {
-struct Box;
 class ContainmentGrid;
 class EdgeIndex;
 }  // namespace cntr::index
+namespace cntr::plane {
+struct Box;
+struct Path;
+}  // namespace cntr::plane
 
 /// A polyline (open) or the outline of a polygon (closed: the edge from the last vertex back to the
 /// first belongs to it) with a label for the caller's own use.
@@ -231,7 +233,7 @@ class CNTR_EXPORT qcContour : public virtual qcPersistent, public virtual qcRepB
   /// nothing, when it cannot be.
   void takeLoaded(Fields fields);
   qc_ContourCache& cache() const;
-  cntr::compute::Path path() const;
+  cntr::plane::Path path() const;
   /// The index of the edges; null for contours that are quicker without.
   const cntr::index::EdgeIndex* edgeIndex() const;
   /// The same for extremal vertices: null until enough directions were asked for.

@@ -179,9 +179,9 @@ class CNTR_EXPORT qcRegion : public virtual qcContour {
   qcVector<2> centerOfMassWithHoles() const;
   /// The box of the outer boundary and of all holes; nothing when asking the region could throw: a
   /// null hole, a boundary of fewer than 2 vertices, coordinates that are not finite.
-  std::optional<cntr::index::Box> boxOfBoundaries() const;
+  std::optional<cntr::plane::Box> boxOfBoundaries() const;
   /// The same of the outer boundary alone.
-  std::optional<cntr::index::Box> boxOfBoundary() const;
+  std::optional<cntr::plane::Box> boxOfBoundary() const;
   /// True when the outer boundaries cross or touch: intersections(other) has a point.
   bool crosses(const qcRegion& other) const;
   void assignRepaired(qcRegion& dest, bool outerHullMode) const;

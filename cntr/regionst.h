@@ -12,9 +12,11 @@
 
 struct qc_RegionSetCache;
 namespace cntr::index {
-struct Box;
 struct RegionIndex;
 }  // namespace cntr::index
+namespace cntr::plane {
+struct Box;
+}  // namespace cntr::plane
 
 /// Regions in order. They are shared and immutable once handed in: change one afterwards and an
 /// answer may be that of before the change. A null handle throws qcBadPointer when it is first met.
@@ -133,7 +135,7 @@ class CNTR_EXPORT qcRegionSet : public virtual qcPersistent, public virtual qcRe
   /// The regions with those that cross merged into one.
   std::vector<qcPtrHandle_const<qcRegion>> merged() const;
   /// The box of a region's boundaries; the whole plane when it has none that can be relied on.
-  static cntr::index::Box boxOf(const qcRegion& region);
+  static cntr::plane::Box boxOf(const qcRegion& region);
   qc_RegionSetCache& cache() const;
 
   std::vector<qcPtrHandle_const<qcRegion>> regions_;

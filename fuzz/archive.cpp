@@ -14,7 +14,7 @@
 
 #include <cntrtmpl/regionsett.h>
 #include <platform/core/archive.h>
-#include <tests/cntr/region_twin.h>
+#include <testing/twin/region_twin.h>
 
 #include "check.h"
 #include "draw.h"

@@ -8,7 +8,7 @@
 #include <iterator>
 #include <numbers>
 
-#include <tests/support/shapes.h>
+#include <testing/shapes/shapes.h>
 
 namespace fuzz {
 

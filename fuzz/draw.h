@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: MIT
 //
 // Geometry from a fuzzer's bytes: vertices, points, segments, transforms, regions and sets, in the
-// plain form of tests/plain.
+// plain form of testing/plain.
 
 #pragma once
 
 #include <platform/core/xform.h>
-#include <tests/plain/set.h>
+#include <testing/plain/set.h>
 
 #include "input.h"
 
@@ -14,7 +14,7 @@ namespace fuzz {
 
 /// Up to `most` vertices, as any bits, on a small grid, off it by about a tolerance, of 16-bit
 /// coordinates, at a drawn scale, as a pattern repeated with a shift, or as a shape of
-/// tests/support/shapes.h.
+/// testing/shapes/shapes.h.
 plain::Points drawVertices(Input& input, std::size_t most);
 
 /// Anywhere, or on, between and just off the vertices `near`.

@@ -8,7 +8,7 @@
 #include <cntrtmpl/regionsett.h>
 #include <platform/core/archive.h>
 #include <platform/display/recordingtablet.h>
-#include <tests/cntr/region_twin.h>
+#include <testing/twin/region_twin.h>
 
 #include "check.h"
 #include "draw.h"

@@ -6,9 +6,9 @@
 #include <cmath>
 
 #include <platform/display/recordingtablet.h>
-#include <tests/cntr/region_twin.h>
-#include <tests/plain/circle.h>
-#include <tests/plain/measures.h>
+#include <testing/plain/circle.h>
+#include <testing/plain/measures.h>
+#include <testing/twin/region_twin.h>
 
 #include "check.h"
 #include "draw.h"

@@ -6,7 +6,7 @@
 #pragma once
 
 #include <cntr/regionst.h>
-#include <tests/plain/set.h>
+#include <testing/plain/set.h>
 
 #include "input.h"
 

@@ -3,7 +3,7 @@
 // Fuzz target: a region, its holes and a sequence of questions and changes, compared with the plain
 // form after each.
 
-#include <tests/cntr/region_twin.h>
+#include <testing/twin/region_twin.h>
 
 #include "check.h"
 #include "draw.h"

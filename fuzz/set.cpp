@@ -5,7 +5,7 @@
 
 #include <algorithm>
 
-#include <tests/cntr/region_twin.h>
+#include <testing/twin/region_twin.h>
 
 #include "check.h"
 #include "draw.h"

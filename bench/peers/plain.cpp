@@ -11,7 +11,7 @@
 #include <memory>
 
 #include <platform/core/hull.h>
-#include <tests/plain/region.h>
+#include <testing/plain/region.h>
 
 namespace peers {
 

@@ -16,7 +16,7 @@
 #include <vector>
 
 #include <benchmark/benchmark.h>
-#include <tests/support/shapes.h>
+#include <testing/shapes/shapes.h>
 
 namespace peers {
 

@@ -30,7 +30,7 @@ double angleTo(const qcVector<2>& vertex, const qcVector<2>& p) {
   return (vertex - p).angle().norm().toDouble();
 }
 
-double widthOfClearGap(const Path& path) {
+double widthOfClearGap(const plane::Path& path) {
   return std::numbers::pi / static_cast<double>(path.points.size());
 }
 
@@ -48,7 +48,7 @@ class Wedge {
       : apex_(apex), lower_(1.0, qcRadian(low - slack)), upper_(1.0, qcRadian(high + slack)) {}
 
   /// False when no direction to a point of the box lies in the wedge.
-  bool mayMeet(const index::Box& box) const {
+  bool mayMeet(const plane::Box& box) const {
     // The corners of the box that lie farthest to the left of the lower and to the right of the
     // upper ray.
     const qcVector<2> leftmost(lower_.y() > 0.0 ? box.minX : box.maxX,
@@ -84,7 +84,7 @@ struct Sight {
 /// Sweeps once round p, counter-clockwise from the x axis.
 class Sweep {
  public:
-  Sweep(const Path& path, const index::EdgeIndex& index, const qcVector<2>& p)
+  Sweep(const plane::Path& path, const index::EdgeIndex& index, const qcVector<2>& p)
       : path_(path), index_(index), p_(p), step_(widthOfClearGap(path)) {}
 
   qcVector<2> firstWideGap() {
@@ -117,7 +117,7 @@ class Sweep {
   /// scan is quicker in the end.
   std::size_t mostBoxesTested() const { return 1000 + 8 * path_.points.size(); }
 
-  bool mayMeet(const Wedge& wedge, const index::Box& box) const {
+  bool mayMeet(const Wedge& wedge, const plane::Box& box) const {
     ++boxesTested_;
     return wedge.mayMeet(box);
   }
@@ -140,7 +140,7 @@ class Sweep {
 
   bool mayHoldVertex(double low, double high) const {
     const Wedge wedge(p_, low, high);
-    return !index_.forEachRun([&](const index::Box& box) { return mayMeet(wedge, box); },
+    return !index_.forEachRun([&](const plane::Box& box) { return mayMeet(wedge, box); },
                               [&](std::size_t first, std::size_t last) {
                                 const auto run = path_.points.subspan(first, last - first);
                                 return std::none_of(run.begin(), run.end(), [&](const auto& v) {
@@ -154,7 +154,7 @@ class Sweep {
     inWedge_.clear();
     const Wedge wedge(p_, swept_, high);
     const double seen = last_ ? last_->angle : -1.0;
-    index_.forEachRun([&](const index::Box& box) { return mayMeet(wedge, box); },
+    index_.forEachRun([&](const plane::Box& box) { return mayMeet(wedge, box); },
                       [&](std::size_t first, std::size_t last) {
                         for (std::size_t k = first; k < last; ++k) {
                           if (!wedge.mayHold(path_.points[k])) continue;
@@ -205,7 +205,7 @@ class Sweep {
     return a * b > 0.0 && c * c <= widest && std::isfinite(widest);
   }
 
-  const Path& path_;
+  const plane::Path& path_;
   const index::EdgeIndex& index_;
   qcVector<2> p_;
   double step_;
@@ -219,7 +219,7 @@ class Sweep {
 
 }  // namespace
 
-qcVector<2> clearDirection(const Path& path, const qcVector<2>& p) {
+qcVector<2> clearDirection(const plane::Path& path, const qcVector<2>& p) {
   const double step = widthOfClearGap(path);
   std::vector<double> angles;
   angles.reserve(path.points.size());
@@ -234,7 +234,8 @@ qcVector<2> clearDirection(const Path& path, const qcVector<2>& p) {
   return {1.0, 0.0};
 }
 
-qcVector<2> clearDirection(const Path& path, const index::EdgeIndex& index, const qcVector<2>& p) {
+qcVector<2> clearDirection(const plane::Path& path, const index::EdgeIndex& index,
+                           const qcVector<2>& p) {
   return Sweep(path, index, p).firstWideGap();
 }
 

@@ -12,10 +12,11 @@ namespace cntr::compute {
 /// between the directions from p to the n vertices of a closed path: a unit vector. The x axis when
 /// there is no such gap.
 /// REQUIRES: the path is closed and has a vertex.
-qcVector<2> clearDirection(const Path& path, const qcVector<2>& p);
+qcVector<2> clearDirection(const plane::Path& path, const qcVector<2>& p);
 
 /// The same by way of the index of the path.
 /// REQUIRES: all coordinates are finite.
-qcVector<2> clearDirection(const Path& path, const index::EdgeIndex& index, const qcVector<2>& p);
+qcVector<2> clearDirection(const plane::Path& path, const index::EdgeIndex& index,
+                           const qcVector<2>& p);
 
 }  // namespace cntr::compute

@@ -12,7 +12,7 @@ namespace {
 
 constexpr double onVertex = 1e-6;
 
-bool isWithin(const index::Box& box, const qcVector<2>& p) {
+bool isWithin(const plane::Box& box, const qcVector<2>& p) {
   return p.x() >= box.minX && p.x() <= box.maxX && p.y() >= box.minY && p.y() <= box.maxY;
 }
 
@@ -36,7 +36,7 @@ bool isOnVertex(const CrossingTarget& target, const qcVector<2>& p) {
   // Rounding is monotonic: no box is computed to be farther away than the vertices in it.
   constexpr double reach = onVertex * onVertex * (1.0 + 1e-9);
   return !target.index->forEachRun(
-      [&](const index::Box& box) { return index::squaredDistance(box, p) <= reach; },
+      [&](const plane::Box& box) { return plane::squaredDistance(box, p) <= reach; },
       [&](std::size_t first, std::size_t last) {
         return !isOnOneOf(target.path.points.subspan(first, last - first), p);
       });

@@ -17,7 +17,7 @@ namespace {
 template <class Found>
 void forEachCrossing(const CrossingTarget& target, const qcVector<2>& a, const qcVector<2>& b,
                      bool countEndpointTouches, Found found) {
-  if (!index::overlaps(target.bounds, index::edgeBox(a, b))) return;
+  if (!plane::overlaps(target.bounds, plane::edgeBox(a, b))) return;
   const Probe probe(a, b, countEndpointTouches, target.bounds);
   const auto visitRun = [&](std::size_t first, std::size_t last) {
     for (std::size_t k = first; k < last; ++k) {
@@ -29,11 +29,12 @@ void forEachCrossing(const CrossingTarget& target, const qcVector<2>& a, const q
   if (target.index == nullptr) {
     visitRun(0, target.path.edgeCount());
   } else {
-    target.index->forEachRun([&](const index::Box& box) { return probe.mayMeet(box); }, visitRun);
+    target.index->forEachRun([&](const plane::Box& box) { return probe.mayMeet(box); }, visitRun);
   }
 }
 
-bool isCrossed(const CrossingTarget& target, const Edge& segment, bool countEndpointTouches) {
+bool isCrossed(const CrossingTarget& target, const plane::Edge& segment,
+               bool countEndpointTouches) {
   bool crossed = false;
   forEachCrossing(target, segment.from, segment.to, countEndpointTouches,
                   [&](const qcVector<2>&, std::size_t, const Probe&) {
@@ -99,7 +100,7 @@ std::size_t countCrossings(const CrossingTarget& target, const qcVector<2>& a, c
   return count;
 }
 
-bool crosses(const CrossingTarget& target, const Path& other) {
+bool crosses(const CrossingTarget& target, const plane::Path& other) {
   for (std::size_t k = 0; k < other.edgeCount(); ++k) {
     if (isCrossed(target, other.edge(k), true)) return true;
   }

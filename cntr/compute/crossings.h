@@ -8,16 +8,16 @@
 #include <cstddef>
 #include <vector>
 
-#include <cntr/compute/path.h>
 #include <cntr/index/edgeindex.h>
+#include <cntr/plane/path.h>
 
 namespace cntr::compute {
 
 /// A path prepared for questions about crossings.
 struct CrossingTarget {
-  Path path;
+  plane::Path path;
   /// The box of all vertices, see boundingBox(): a segment that does not touch it crosses nothing.
-  index::Box bounds;
+  plane::Box bounds;
   /// The index of the path, or null for a plain scan.
   const index::EdgeIndex* index = nullptr;
 };
@@ -37,6 +37,6 @@ std::size_t countCrossings(const CrossingTarget& target, const qcVector<2>& a, c
                            bool countEndpointTouches);
 
 /// True when an edge of `other` crosses the path of `target`, end touches counted.
-bool crosses(const CrossingTarget& target, const Path& other);
+bool crosses(const CrossingTarget& target, const plane::Path& other);
 
 }  // namespace cntr::compute

@@ -9,22 +9,22 @@ namespace {
 /// How close a transform must come to the identity to be one.
 constexpr double identityTolerance = 1e-15;
 
-index::Box enlarge(const index::Box& box, const qcVector<2>& p) {
+plane::Box enlarge(const plane::Box& box, const qcVector<2>& p) {
   return {qnKernel::lesser(box.minX, p.x()), qnKernel::lesser(box.minY, p.y()),
           qnKernel::greater(box.maxX, p.x()), qnKernel::greater(box.maxY, p.y())};
 }
 
 }  // namespace
 
-index::Box boundingBox(Points points) {
-  index::Box box = index::edgeBox(points.front(), points.front());
+plane::Box boundingBox(Points points) {
+  plane::Box box = plane::edgeBox(points.front(), points.front());
   for (const qcVector<2>& p : points.subspan(1)) box = enlarge(box, p);
   return box;
 }
 
-index::Box boundingBox(Points points, const qcXform<2>& xform) {
+plane::Box boundingBox(Points points, const qcXform<2>& xform) {
   const qcVector<2> first = xform * points.front();
-  index::Box box = index::edgeBox(first, first);
+  plane::Box box = plane::edgeBox(first, first);
   for (const qcVector<2>& p : points.subspan(1)) box = enlarge(box, xform * p);
   return box;
 }

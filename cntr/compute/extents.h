@@ -7,7 +7,7 @@
 
 #include <span>
 
-#include <cntr/index/box.h>
+#include <cntr/plane/box.h>
 #include <platform/core/xform.h>
 
 namespace cntr::compute {
@@ -17,10 +17,10 @@ using Points = std::span<const qcVector<2>>;
 /// The box of the vertices: starts as the first one and grows with the others, so that a first
 /// coordinate that is not a number stays and a later one is passed over.
 /// REQUIRES: at least one vertex.
-index::Box boundingBox(Points points);
+plane::Box boundingBox(Points points);
 
 /// The same of the vertices mapped by `xform`.
-index::Box boundingBox(Points points, const qcXform<2>& xform);
+plane::Box boundingBox(Points points, const qcXform<2>& xform);
 
 /// True when the translation is within 1e-15 of zero and the matrix within 1e-15 of the identity.
 bool isIdentity(const qcXform<2>& xform);

@@ -26,7 +26,7 @@ std::optional<qcVector<2>> axisOf(const qcVector<2>& direction) {
 }
 
 template <class Position>
-long lastAlong(const Path& path, Position position) {
+long lastAlong(const plane::Path& path, Position position) {
   double best = std::numeric_limits<double>::lowest();
   long index = -1;
   for (std::size_t i = 0; i < path.points.size(); ++i) {
@@ -44,7 +44,7 @@ double along(const qcVector<2>& direction, double x, double y) {
   return direction.y() * y + direction.x() * x;
 }
 
-long extremalByScan(const Path& path, const qcVector<2>& direction, bool isAxis) {
+long extremalByScan(const plane::Path& path, const qcVector<2>& direction, bool isAxis) {
   if (isAxis && direction.y() == 0.0) {
     return lastAlong(path, [&](const qcVector<2>& p) { return direction.x() * p.x(); });
   }
@@ -65,19 +65,19 @@ struct Best {
   }
 };
 
-long extremalByIndex(const Path& path, const index::EdgeIndex& index,
+long extremalByIndex(const plane::Path& path, const index::EdgeIndex& index,
                      const qcVector<2>& direction) {
   Best best;
   const auto offer = [&](std::size_t vertex) {
     best.offer(along(direction, path.points[vertex].x(), path.points[vertex].y()), vertex);
   };
-  double index::Box::*const farX = direction.x() > 0.0 ? &index::Box::maxX : &index::Box::minX;
-  double index::Box::*const farY = direction.y() > 0.0 ? &index::Box::maxY : &index::Box::minY;
-  const auto farthestCorner = [&](const index::Box& box) {
+  double plane::Box::*const farX = direction.x() > 0.0 ? &plane::Box::maxX : &plane::Box::minX;
+  double plane::Box::*const farY = direction.y() > 0.0 ? &plane::Box::maxY : &plane::Box::minY;
+  const auto farthestCorner = [&](const plane::Box& box) {
     return along(direction, box.*farX, box.*farY);
   };
   if (!path.closed) offer(0);
-  index.forEachRunByBound([&](const index::Box& box) { return -farthestCorner(box); },
+  index.forEachRunByBound([&](const plane::Box& box) { return -farthestCorner(box); },
                           [&] { return -best.position; },
                           [&](std::size_t first, std::size_t last) {
                             for (std::size_t k = first; k < last; ++k) offer(path.endOf(k));
@@ -87,7 +87,7 @@ long extremalByIndex(const Path& path, const index::EdgeIndex& index,
 
 }  // namespace
 
-long extremalVertex(const Path& path, const index::EdgeIndex* index, const qcRadian& angle) {
+long extremalVertex(const plane::Path& path, const index::EdgeIndex* index, const qcRadian& angle) {
   const qcVector<2> given(std::cos(angle.toDouble()), std::sin(angle.toDouble()));
   const std::optional<qcVector<2>> axis = axisOf(given);
   const qcVector<2> direction = axis.value_or(given);

@@ -4,8 +4,8 @@
 
 #pragma once
 
-#include <cntr/compute/path.h>
 #include <cntr/index/edgeindex.h>
+#include <cntr/plane/path.h>
 
 namespace cntr::compute {
 
@@ -14,6 +14,6 @@ namespace cntr::compute {
 ///
 /// A direction within 1e-15 of an axis is decided on the bare coordinate, without the rounding of
 /// cosine and sine; any other on sin * y + cos * x.
-long extremalVertex(const Path& path, const index::EdgeIndex* index, const qcRadian& angle);
+long extremalVertex(const plane::Path& path, const index::EdgeIndex* index, const qcRadian& angle);
 
 }  // namespace cntr::compute

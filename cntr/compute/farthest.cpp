@@ -27,7 +27,7 @@ constexpr double tieSlack = 1.0 + 4.0 * std::numeric_limits<double>::epsilon();
 /// The farthest pair so far.
 class Best {
  public:
-  void offer(const Path& path, std::size_t i, std::size_t j) {
+  void offer(const plane::Path& path, std::size_t i, std::size_t j) {
     const qcVector<2> difference = path.points[i] - path.points[j];
     if (!reaches(difference * difference)) return;
     const double distance = difference.len();
@@ -65,7 +65,7 @@ double greaterReach(double a, double b) { return a > b || std::isnan(b) ? a : b;
 
 /// Not a number when all the vertices are infinitely far out on the same side: then no distance
 /// is a number.
-double squaredReach(const index::Box& a, const index::Box& b) {
+double squaredReach(const plane::Box& a, const plane::Box& b) {
   const double dx = greaterReach(a.maxX - b.minX, b.maxX - a.minX);
   const double dy = greaterReach(a.maxY - b.minY, b.maxY - a.minY);
   return dx * dx + dy * dy;
@@ -74,7 +74,7 @@ double squaredReach(const index::Box& a, const index::Box& b) {
 /// Visits all pairs of boxes of the index, and of vertices, that can reach the best pair.
 class Search {
  public:
-  Search(const Path& path, const index::EdgeIndex& index, Best& best)
+  Search(const plane::Path& path, const index::EdgeIndex& index, Best& best)
       : path_(path), index_(index), best_(best) {}
 
   void run() {
@@ -108,16 +108,16 @@ class Search {
     }
   }
 
-  const Path& path_;
+  const plane::Path& path_;
   const index::EdgeIndex& index_;
   Best& best_;
 };
 
-void offerAllFrom(const Path& path, std::size_t i, Best& best) {
+void offerAllFrom(const plane::Path& path, std::size_t i, Best& best) {
   for (std::size_t j = 0; j < path.points.size(); ++j) best.offer(path, i, j);
 }
 
-std::optional<VertexPair> farthestPairByScan(const Path& path) {
+std::optional<VertexPair> farthestPairByScan(const plane::Path& path) {
   VertexPair best{0, 0, 0.0};
   for (std::size_t i = 0; i < path.points.size(); ++i) {
     for (std::size_t j = i + 1; j < path.points.size(); ++j) {
@@ -128,7 +128,8 @@ std::optional<VertexPair> farthestPairByScan(const Path& path) {
   return best.distance > 0.0 ? std::optional(best) : std::nullopt;
 }
 
-std::optional<VertexPair> farthestPairByIndex(const Path& path, const index::EdgeIndex& index) {
+std::optional<VertexPair> farthestPairByIndex(const plane::Path& path,
+                                              const index::EdgeIndex& index) {
   Best best;
   offerAllFrom(path, 0, best);
   offerAllFrom(path, best.pair().second, best);
@@ -136,7 +137,7 @@ std::optional<VertexPair> farthestPairByIndex(const Path& path, const index::Edg
   return best.found();
 }
 
-std::optional<VertexPair> farthestPairOfNumbers(const Path& path) {
+std::optional<VertexPair> farthestPairOfNumbers(const plane::Path& path) {
   std::vector<qcVector<2>> points;
   std::vector<std::size_t> numbers;
   for (std::size_t i = 0; i < path.points.size(); ++i) {
@@ -144,7 +145,7 @@ std::optional<VertexPair> farthestPairOfNumbers(const Path& path) {
     points.push_back(path.points[i]);
     numbers.push_back(i);
   }
-  const Path rest{points, true};
+  const plane::Path rest{points, true};
   std::optional<VertexPair> pair = index::EdgeIndex::isWorthwhile(rest)
                                        ? farthestPairByIndex(rest, index::EdgeIndex(rest))
                                        : farthestPairByScan(rest);
@@ -154,7 +155,7 @@ std::optional<VertexPair> farthestPairOfNumbers(const Path& path) {
 
 }  // namespace
 
-std::optional<VertexPair> farthestPair(const Path& path, const index::EdgeIndex* index) {
+std::optional<VertexPair> farthestPair(const plane::Path& path, const index::EdgeIndex* index) {
   if (index == nullptr) return farthestPairByScan(path);
   return index->isFinite() ? farthestPairByIndex(path, *index) : farthestPairOfNumbers(path);
 }

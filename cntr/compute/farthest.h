@@ -7,8 +7,8 @@
 #include <cstddef>
 #include <optional>
 
-#include <cntr/compute/path.h>
 #include <cntr/index/edgeindex.h>
+#include <cntr/plane/path.h>
 
 namespace cntr::compute {
 
@@ -21,6 +21,6 @@ struct VertexPair {
 
 /// The pair of vertices with the largest computed distance, the first one in the order (first,
 /// second) on ties; nothing when no distance is above 0. `index`, if not null, is that of the path.
-std::optional<VertexPair> farthestPair(const Path& path, const index::EdgeIndex* index);
+std::optional<VertexPair> farthestPair(const plane::Path& path, const index::EdgeIndex* index);
 
 }  // namespace cntr::compute

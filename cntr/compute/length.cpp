@@ -9,16 +9,17 @@
 
 namespace cntr::compute {
 
-double length(const Path& path) {
+double length(const plane::Path& path) {
   double sum = 0.0;
-  forEachEdge(path, [&](const qcVector<2>& a, const qcVector<2>& b) { sum += a.distance(b); });
+  plane::forEachEdge(path,
+                     [&](const qcVector<2>& a, const qcVector<2>& b) { sum += a.distance(b); });
   return sum;
 }
 
-qcVector<2> meanPosition(const Path& path) {
+qcVector<2> meanPosition(const plane::Path& path) {
   double total = 0.0;
   qcVector<2> weighted;
-  forEachEdge(path, [&](const qcVector<2>& a, const qcVector<2>& b) {
+  plane::forEachEdge(path, [&](const qcVector<2>& a, const qcVector<2>& b) {
     const double edge = a.distance(b);
     total += edge;
     weighted = weighted + ((a + b) * 0.5) * edge;
@@ -26,11 +27,11 @@ qcVector<2> meanPosition(const Path& path) {
   return weighted * (1.0 / total);
 }
 
-double medianEdgeLength(const Path& path) {
+double medianEdgeLength(const plane::Path& path) {
   const std::size_t count = path.edgeCount();
   std::vector<double> numbers;
   numbers.reserve(count);
-  forEachEdge(path, [&](const qcVector<2>& a, const qcVector<2>& b) {
+  plane::forEachEdge(path, [&](const qcVector<2>& a, const qcVector<2>& b) {
     const double length = a.distance(b);
     if (!std::isnan(length)) numbers.push_back(length);
   });

@@ -60,10 +60,10 @@ class Best {
 /// Calls visitRun(first, last) for the runs of edges that the index cannot rule out; without an
 /// index for all edges at once.
 template <class VisitRun>
-void searchRuns(const Path& path, const index::EdgeIndex* index, const qcVector<2>& p,
+void searchRuns(const plane::Path& path, const index::EdgeIndex* index, const qcVector<2>& p,
                 const Best& best, VisitRun visitRun) {
   if (index != nullptr) {
-    index->forEachRunByBound([&p](const index::Box& box) { return index::squaredDistance(box, p); },
+    index->forEachRunByBound([&p](const plane::Box& box) { return plane::squaredDistance(box, p); },
                              [&best] { return best.limit(); }, visitRun);
   } else {
     visitRun(std::size_t{0}, path.edgeCount());
@@ -71,13 +71,14 @@ void searchRuns(const Path& path, const index::EdgeIndex* index, const qcVector<
 }
 
 /// True when nothing in the box can be better.
-bool isBeyond(const index::Box& box, const qcVector<2>& p, const Best& best) {
-  return index::squaredDistance(box, p) > best.limit();
+bool isBeyond(const plane::Box& box, const qcVector<2>& p, const Best& best) {
+  return plane::squaredDistance(box, p) > best.limit();
 }
 
 }  // namespace
 
-std::size_t closestVertex(const Path& path, const index::EdgeIndex* index, const qcVector<2>& p) {
+std::size_t closestVertex(const plane::Path& path, const index::EdgeIndex* index,
+                          const qcVector<2>& p) {
   Best best(0.0);
   if (!path.closed) best.offer(p - path.points.front(), 0);
   searchRuns(path, index, p, best, [&](std::size_t first, std::size_t last) {
@@ -88,22 +89,23 @@ std::size_t closestVertex(const Path& path, const index::EdgeIndex* index, const
   return best.number();
 }
 
-qcVector<2> closestPoint(const Path& path, const index::EdgeIndex* index, const qcVector<2>& p) {
-  Best best(index == nullptr ? 0.0 : roundingSlack * index::largestCoordinate(index->bounds(), p));
+qcVector<2> closestPoint(const plane::Path& path, const index::EdgeIndex* index,
+                         const qcVector<2>& p) {
+  Best best(index == nullptr ? 0.0 : roundingSlack * plane::largestCoordinate(index->bounds(), p));
   searchRuns(path, index, p, best, [&](std::size_t first, std::size_t last) {
     // The boxes of single edges are worth looking at once something near has been found.
     const bool isLater = index != nullptr && best.isFound();
     qcVector<2> from = path.edge(first).from;
     for (std::size_t k = first; k < last; ++k) {
       const qcVector<2>& to = path.points[path.endOf(k)];
-      if (!(isLater && isBeyond(index::edgeBox(from, to), p, best))) {
+      if (!(isLater && isBeyond(plane::edgeBox(from, to), p, best))) {
         best.offer(p - qnKernel::closestOnSegment(p, from, to), k);
       }
       from = to;
     }
   });
   if (!best.isFound()) return {};
-  const Edge edge = path.edge(best.number());
+  const plane::Edge edge = path.edge(best.number());
   return qnKernel::closestOnSegment(p, edge.from, edge.to);
 }
 

@@ -8,17 +8,19 @@
 
 #include <cstddef>
 
-#include <cntr/compute/path.h>
 #include <cntr/index/edgeindex.h>
+#include <cntr/plane/path.h>
 
 namespace cntr::compute {
 
 /// The lowest index among the vertices nearest to p; 0 when no distance is finite.
 /// `index`, if not null, is that of the path.
 /// REQUIRES: the path has an edge.
-std::size_t closestVertex(const Path& path, const index::EdgeIndex* index, const qcVector<2>& p);
+std::size_t closestVertex(const plane::Path& path, const index::EdgeIndex* index,
+                          const qcVector<2>& p);
 
 /// The nearest point of the first nearest edge; (0, 0) when no distance is finite.
-qcVector<2> closestPoint(const Path& path, const index::EdgeIndex* index, const qcVector<2>& p);
+qcVector<2> closestPoint(const plane::Path& path, const index::EdgeIndex* index,
+                         const qcVector<2>& p);
 
 }  // namespace cntr::compute

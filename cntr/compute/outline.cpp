@@ -8,7 +8,7 @@ namespace cntr::compute {
 
 CrossingTarget Outline::target() const {
   if (!bounds_) bounds_ = boundingBox(points_);
-  const Path path{points_, true};
+  const plane::Path path{points_, true};
   if (!edges_ && index::EdgeIndex::isWorthwhile(path)) {
     edges_ = std::make_unique<index::EdgeIndex>(path);
   }
@@ -22,7 +22,7 @@ std::vector<Crossing> Outline::crossingsWith(const qcVector<2>& a, const qcVecto
 
 std::size_t Outline::rayCrossingsFrom(const qcVector<2>& p, bool bothDirections) const {
   if (!bounds_) bounds_ = boundingBox(points_);
-  if (!index::overlaps(*bounds_, index::edgeBox(p, p))) return 0;
+  if (!plane::overlaps(*bounds_, plane::edgeBox(p, p))) return 0;
   if (!reach_) reach_ = 2.0 * radiusFromFirst(points_);
   return rayCrossings(target(), *reach_, p, bothDirections);
 }

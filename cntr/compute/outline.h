@@ -34,7 +34,7 @@ class Outline {
   CrossingTarget target() const;
 
   std::vector<qcVector<2>> points_;
-  mutable std::optional<index::Box> bounds_;
+  mutable std::optional<plane::Box> bounds_;
   mutable std::unique_ptr<index::EdgeIndex> edges_;
   mutable std::optional<double> reach_;
 };

@@ -16,8 +16,8 @@
 #include <limits>
 #include <optional>
 
-#include <cntr/compute/path.h>
-#include <cntr/index/box.h>
+#include <cntr/plane/box.h>
+#include <cntr/plane/path.h>
 
 namespace cntr::compute {
 
@@ -30,11 +30,11 @@ class Probe {
  public:
   /// `bounds` is the bounding box of the edges that will be asked about.
   Probe(const qcVector<2>& a, const qcVector<2>& b, bool countEndpointTouches,
-        const index::Box& bounds)
+        const plane::Box& bounds)
       : a_(a),
         b_(b),
         direction_(b - a),
-        box_(index::edgeBox(a, b)),
+        box_(plane::edgeBox(a, b)),
         margin_(marginFor(bounds)),
         countEndpointTouches_(countEndpointTouches) {}
 
@@ -42,14 +42,14 @@ class Probe {
   double key(const qcVector<2>& p) const noexcept { return (p - a_) * direction_; }
 
   /// False when no edge in the box can be crossed.
-  bool mayMeet(const index::Box& box) const noexcept {
-    return index::overlaps(box, box_) && !passesBy(box);
+  bool mayMeet(const plane::Box& box) const noexcept {
+    return plane::overlaps(box, box_) && !passesBy(box);
   }
 
   /// The crossing point of the segment with an edge, if they cross.
-  std::optional<qcVector<2>> crossingWith(const Edge& edge) const noexcept {
-    if (!index::overlaps(index::edgeBox(edge.from, edge.to), box_)) return {};
-    if (passesBy(edge) || isDegenerate(edge)) return {};
+  std::optional<qcVector<2>> crossingWith(const plane::Edge& edge) const noexcept {
+    if (!plane::overlaps(plane::edgeBox(edge.from, edge.to), box_)) return {};
+    if (passesBy(edge) || plane::isDegenerate(edge)) return {};
     const qcVector<2> along = edge.to - edge.from;
     if (qnKernel::isParallel(along, direction_)) return {};
     if (!countEndpointTouches_ && (touches(edge, a_) || touches(edge, b_))) return {};
@@ -60,19 +60,19 @@ class Probe {
   }
 
  private:
-  static bool touches(const Edge& edge, const qcVector<2>& end) noexcept {
+  static bool touches(const plane::Edge& edge, const qcVector<2>& end) noexcept {
     return qnKernel::distanceToSegment(end, edge.from, edge.to) <= touchDistance;
   }
 
   // In the next two numbers that overflow, or are none, rule nothing out.
 
-  bool passesBy(const Edge& edge) const noexcept {
+  bool passesBy(const plane::Edge& edge) const noexcept {
     const double from = qnKernel::cross(direction_, edge.from - a_);
     const double to = qnKernel::cross(direction_, edge.to - a_);
     return (from > margin_ && to > margin_) || (from < -margin_ && to < -margin_);
   }
 
-  bool passesBy(const index::Box& box) const noexcept {
+  bool passesBy(const plane::Box& box) const noexcept {
     const qcVector<2> center((box.minX + box.maxX) * 0.5, (box.minY + box.maxY) * 0.5);
     const double reach = std::abs(direction_.y()) * ((box.maxX - box.minX) * 0.5) +
                          std::abs(direction_.x()) * ((box.maxY - box.minY) * 0.5);
@@ -80,7 +80,7 @@ class Probe {
   }
 
   /// More than 2e-6 and all rounding, times a bound of |d|.
-  double marginFor(const index::Box& bounds) const noexcept {
+  double marginFor(const plane::Box& bounds) const noexcept {
     const double scale = std::max({std::abs(bounds.minX), std::abs(bounds.maxX),
                                    std::abs(bounds.minY), std::abs(bounds.maxY), std::abs(a_.x()),
                                    std::abs(a_.y()), std::abs(b_.x()), std::abs(b_.y())});
@@ -91,7 +91,7 @@ class Probe {
   qcVector<2> a_;
   qcVector<2> b_;
   qcVector<2> direction_;
-  index::Box box_;
+  plane::Box box_;
   double margin_;
   bool countEndpointTouches_;
 };

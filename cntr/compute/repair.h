@@ -31,6 +31,7 @@ std::optional<std::vector<qcVector<2>>> outerLoop(const std::vector<qcVector<2>>
 /// One boundary that runs round `mine` and then round `other`, from the first crossing of an edge
 /// of `mine` with `other`. Nothing when they do not cross. An edge whose ends coincide contributes
 /// the origin: its segment is a default one.
-std::optional<std::vector<qcVector<2>>> splice(const Path& mine, const CrossingTarget& other);
+std::optional<std::vector<qcVector<2>>> splice(const plane::Path& mine,
+                                               const CrossingTarget& other);
 
 }  // namespace cntr::compute

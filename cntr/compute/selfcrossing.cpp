@@ -30,22 +30,22 @@ namespace {
 using Ways = unsigned;
 constexpr Ways anyWay = 15;
 
-Ways waysOf(const Edge& edge) {
+Ways waysOf(const plane::Edge& edge) {
   return (edge.to.x() > edge.from.x() ? 1U : 0U) | (edge.to.x() < edge.from.x() ? 2U : 0U) |
          (edge.to.y() > edge.from.y() ? 4U : 0U) | (edge.to.y() < edge.from.y() ? 8U : 0U);
 }
 
-bool cross(const Edge& one, const Edge& other, const index::Box& bounds) {
-  if (!index::overlaps(index::edgeBox(one.from, one.to), index::edgeBox(other.from, other.to))) {
+bool cross(const plane::Edge& one, const plane::Edge& other, const plane::Box& bounds) {
+  if (!plane::overlaps(plane::edgeBox(one.from, one.to), plane::edgeBox(other.from, other.to))) {
     return false;
   }
-  if (isDegenerate(one) || isDegenerate(other)) return false;
+  if (plane::isDegenerate(one) || plane::isDegenerate(other)) return false;
   return Probe(one.from, one.to, false, bounds).crossingWith(other).has_value() ||
          Probe(other.from, other.to, false, bounds).crossingWith(one).has_value();
 }
 
 bool crossesItselfByScan(const CrossingTarget& target) {
-  const Path& path = target.path;
+  const plane::Path& path = target.path;
   for (std::size_t i = 0; i < path.edgeCount(); ++i) {
     for (std::size_t j = i + 1; j < path.edgeCount(); ++j) {
       if (cross(path.edge(i), path.edge(j), target.bounds)) return true;
@@ -138,13 +138,13 @@ class Join {
   }
 
   bool mayMeet(std::size_t level, std::size_t i, std::size_t j) const {
-    return index::overlaps(index_.boxes(level)[i], index_.boxes(level)[j]) &&
+    return plane::overlaps(index_.boxes(level)[i], index_.boxes(level)[j]) &&
            !(parallels_ && parallels_->areParallel(level, i, j)) &&
            !(strips_ && index::areApart(strips_->of(level, i), strips_->of(level, j), margin_));
   }
 
   bool mayChildMeet(std::size_t level, std::size_t child, std::size_t other) const {
-    if (!index::overlaps(boxOfChild(level, child), index_.boxes(level)[other])) return false;
+    if (!plane::overlaps(boxOfChild(level, child), index_.boxes(level)[other])) return false;
     if (!strips_) return true;
     const index::Strip& strip = strips_->of(level, other);
     return level > 0 ? !index::areApart(strips_->of(level - 1, child), strip, margin_)
@@ -156,21 +156,21 @@ class Join {
     if (comparisonsLeft_ > 0 || parallels_) return;
     parallels_.emplace(path_, index_);
     if (!index_.isFinite()) return;
-    const double scale = index::largestCoordinate(bounds_, {});
+    const double scale = plane::largestCoordinate(bounds_, {});
     if (scale > index::Strips::largestCoordinate) return;
     strips_.emplace(path_, index_);
     margin_ = 3.0 * touchDistance + 64.0 * std::numeric_limits<double>::epsilon() * scale;
   }
 
-  index::Box boxOfChild(std::size_t level, std::size_t i) const {
+  plane::Box boxOfChild(std::size_t level, std::size_t i) const {
     if (level > 0) return index_.boxes(level - 1)[i];
-    const Edge edge = path_.edge(i);
-    return index::edgeBox(edge.from, edge.to);
+    const plane::Edge edge = path_.edge(i);
+    return plane::edgeBox(edge.from, edge.to);
   }
 
-  const Path& path_;
+  const plane::Path& path_;
   const index::EdgeIndex& index_;
-  const index::Box& bounds_;
+  const plane::Box& bounds_;
   std::size_t comparisonsLeft_;
   /// Made when comparisonsLeft_ has come to 0.
   std::optional<index::Parallels> parallels_;
@@ -184,7 +184,7 @@ class Join {
 
 bool crossesItself(const CrossingTarget& target) {
   // Bounds that are not numbers touch no segment, so nothing crosses.
-  if (!index::overlaps(target.bounds, target.bounds)) return false;
+  if (!plane::overlaps(target.bounds, target.bounds)) return false;
   return target.index == nullptr ? crossesItselfByScan(target) : Join(target).run();
 }
 

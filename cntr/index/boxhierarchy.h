@@ -12,7 +12,7 @@
 #include <utility>
 #include <vector>
 
-#include <cntr/index/box.h>
+#include <cntr/plane/box.h>
 
 namespace cntr::index {
 
@@ -25,7 +25,7 @@ class BoxHierarchy {
   static constexpr std::size_t fanOut = 8;
 
   /// `leaves` are the boxes of the lowest level, one for every `leafSize` slots.
-  BoxHierarchy(std::vector<Box> leaves, std::size_t slotCount);
+  BoxHierarchy(std::vector<plane::Box> leaves, std::size_t slotCount);
 
   /// Visits, in order, runs of consecutive slots [first, last) whose box passes `mayMatter`.
   /// `visitRun(first, last)` returns false to end the search. Returns false when it was ended.
@@ -49,7 +49,7 @@ class BoxHierarchy {
   // The tree, for joins: level 0 lies over the slots, the last level has at most fanOut boxes.
 
   std::size_t levelCount() const noexcept { return levels_.size(); }
-  const std::vector<Box>& boxes(std::size_t level) const noexcept { return levels_[level]; }
+  const std::vector<plane::Box>& boxes(std::size_t level) const noexcept { return levels_[level]; }
   /// The boxes [first, last) of the level below that box i of `level` holds; for level 0 the slots.
   std::pair<std::size_t, std::size_t> childrenOf(std::size_t level, std::size_t i) const noexcept {
     return level == 0 ? std::pair(i * leafSize, endOfLeaf(i))
@@ -58,10 +58,10 @@ class BoxHierarchy {
 
   std::size_t slotCount() const noexcept { return slotCount_; }
   /// The box of everything.
-  const Box& bounds() const noexcept { return bounds_; }
+  const plane::Box& bounds() const noexcept { return bounds_; }
 
  private:
-  using Level = std::vector<Box>;
+  using Level = std::vector<plane::Box>;
 
   template <class MayMatter, class VisitRun>
   bool descend(std::size_t level, std::size_t first, std::size_t last, MayMatter& mayMatter,
@@ -88,7 +88,7 @@ class BoxHierarchy {
   }
 
   std::size_t slotCount_;
-  Box bounds_;
+  plane::Box bounds_;
   /// levels_[0] lies over the slots; the last level has at most fanOut boxes.
   std::vector<Level> levels_;
 };

@@ -15,7 +15,7 @@ namespace cntr::index {
 
 namespace {
 
-std::vector<std::size_t> sortedByPlace(const std::vector<Box>& boxes) {
+std::vector<std::size_t> sortedByPlace(const std::vector<plane::Box>& boxes) {
   std::vector<std::size_t> numbers(boxes.size());
   std::iota(numbers.begin(), numbers.end(), std::size_t{0});
   const auto x = [&](std::size_t i) { return boxes[i].minX * 0.5 + boxes[i].maxX * 0.5; };
@@ -34,27 +34,29 @@ std::vector<std::size_t> sortedByPlace(const std::vector<Box>& boxes) {
   return numbers;
 }
 
-std::vector<Box> inOrder(const std::vector<Box>& boxes, const std::vector<std::size_t>& numbers) {
-  std::vector<Box> sorted;
+std::vector<plane::Box> inOrder(const std::vector<plane::Box>& boxes,
+                                const std::vector<std::size_t>& numbers) {
+  std::vector<plane::Box> sorted;
   sorted.reserve(boxes.size());
   for (const std::size_t number : numbers) sorted.push_back(boxes[number]);
   return sorted;
 }
 
-std::vector<Box> leavesOver(const std::vector<Box>& boxes) {
-  std::vector<Box> leaves((boxes.size() + BoxHierarchy::leafSize - 1) / BoxHierarchy::leafSize);
+std::vector<plane::Box> leavesOver(const std::vector<plane::Box>& boxes) {
+  std::vector<plane::Box> leaves((boxes.size() + BoxHierarchy::leafSize - 1) /
+                                 BoxHierarchy::leafSize);
   for (std::size_t i = 0; i < boxes.size(); ++i) leaves[i / BoxHierarchy::leafSize].add(boxes[i]);
   return leaves;
 }
 
 }  // namespace
 
-BoxTree::BoxTree(const std::vector<Box>& boxes)
+BoxTree::BoxTree(const std::vector<plane::Box>& boxes)
     : numbers_(sortedByPlace(boxes)),
       boxes_(inOrder(boxes, numbers_)),
       hierarchy_(leavesOver(boxes_), boxes_.size()) {}
 
-std::vector<std::size_t> BoxTree::touching(const Box& box) const {
+std::vector<std::size_t> BoxTree::touching(const plane::Box& box) const {
   std::vector<std::size_t> found;
   forEachTouching(box, [&](std::size_t number) {
     found.push_back(number);

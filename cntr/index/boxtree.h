@@ -14,19 +14,19 @@ namespace cntr::index {
 /// A tree over numbered boxes with finite corners. It never changes once built.
 class BoxTree {
  public:
-  explicit BoxTree(const std::vector<Box>& boxes);
+  explicit BoxTree(const std::vector<plane::Box>& boxes);
 
   /// The box of all boxes.
-  const Box& bounds() const noexcept { return hierarchy_.bounds(); }
+  const plane::Box& bounds() const noexcept { return hierarchy_.bounds(); }
 
   /// Calls visit(number) for the boxes that share a point with `box`, in no order, until a visit
   /// returns false; touching counts. Returns false when a visit did.
   template <class Visit>
-  bool forEachTouching(const Box& box, Visit visit) const {
-    return hierarchy_.forEachRun([&](const Box& node) { return overlaps(node, box); },
+  bool forEachTouching(const plane::Box& box, Visit visit) const {
+    return hierarchy_.forEachRun([&](const plane::Box& node) { return plane::overlaps(node, box); },
                                  [&](std::size_t first, std::size_t last) {
                                    for (std::size_t slot = first; slot < last; ++slot) {
-                                     if (!overlaps(boxes_[slot], box)) continue;
+                                     if (!plane::overlaps(boxes_[slot], box)) continue;
                                      if (!visit(numbers_[slot])) return false;
                                    }
                                    return true;
@@ -34,25 +34,26 @@ class BoxTree {
   }
 
   /// The numbers of the boxes that share a point with `box`, ascending; touching counts.
-  std::vector<std::size_t> touching(const Box& box) const;
+  std::vector<std::size_t> touching(const plane::Box& box) const;
 
   /// Calls visit(number) in ascending order of the squared distance of the boxes from p, roughly,
   /// for as long as that is not above `limit()`, which the visits may lower.
   template <class Limit, class Visit>
   void forEachByDistance(const qcVector<2>& p, Limit limit, Visit visit) const {
-    hierarchy_.forEachRunByBound([&](const Box& box) { return squaredDistance(box, p); }, limit,
-                                 [&](std::size_t first, std::size_t last) {
-                                   for (std::size_t slot = first; slot < last; ++slot) {
-                                     if (squaredDistance(boxes_[slot], p) > limit()) continue;
-                                     visit(numbers_[slot]);
-                                   }
-                                 });
+    hierarchy_.forEachRunByBound(
+        [&](const plane::Box& box) { return plane::squaredDistance(box, p); }, limit,
+        [&](std::size_t first, std::size_t last) {
+          for (std::size_t slot = first; slot < last; ++slot) {
+            if (plane::squaredDistance(boxes_[slot], p) > limit()) continue;
+            visit(numbers_[slot]);
+          }
+        });
   }
 
  private:
   /// In sorted order, and the number of each.
   std::vector<std::size_t> numbers_;
-  std::vector<Box> boxes_;
+  std::vector<plane::Box> boxes_;
   BoxHierarchy hierarchy_;
 };
 

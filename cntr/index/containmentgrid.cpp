@@ -68,7 +68,7 @@ std::size_t clampedFloor(double value, std::size_t count) {
 
 }  // namespace
 
-bool ContainmentGrid::isWorthwhile(std::span<const qcVector<2>> points, const Box& bounds) {
+bool ContainmentGrid::isWorthwhile(std::span<const qcVector<2>> points, const plane::Box& bounds) {
   constexpr double marginsAcross = 16.0;
   if (points.size() < 3) return false;
   const auto isSmall = [](const qcVector<2>& p) {
@@ -80,7 +80,7 @@ bool ContainmentGrid::isWorthwhile(std::span<const qcVector<2>> points, const Bo
 }
 
 ContainmentGrid::Layout ContainmentGrid::layoutFor(std::span<const qcVector<2>> points,
-                                                   const Box& bounds) {
+                                                   const plane::Box& bounds) {
   const double n = static_cast<double>(points.size());
   const double width = bounds.maxX - bounds.minX;
   const double height = bounds.maxY - bounds.minY;
@@ -195,7 +195,7 @@ class ContainmentGrid::Builder {
   std::vector<bool> toggles_;
 };
 
-ContainmentGrid::ContainmentGrid(std::span<const qcVector<2>> points, const Box& bounds,
+ContainmentGrid::ContainmentGrid(std::span<const qcVector<2>> points, const plane::Box& bounds,
                                  double radius)
     : bounds_(bounds),
       layout_(layoutFor(points, bounds)),

@@ -35,7 +35,7 @@
 #include <span>
 #include <vector>
 
-#include <cntr/index/box.h>
+#include <cntr/plane/box.h>
 
 namespace cntr::index {
 
@@ -46,11 +46,11 @@ class ContainmentGrid {
 
   /// Grids are of no use for paths of other sizes: too many of their points fail the conditions.
   /// `bounds` is the bounding box of the vertices.
-  static bool isWorthwhile(std::span<const qcVector<2>> points, const Box& bounds);
+  static bool isWorthwhile(std::span<const qcVector<2>> points, const plane::Box& bounds);
 
   /// REQUIRES: isWorthwhile(points, bounds). `radius` is the largest distance of a vertex from the
   /// first one.
-  ContainmentGrid(std::span<const qcVector<2>> points, const Box& bounds, double radius);
+  ContainmentGrid(std::span<const qcVector<2>> points, const plane::Box& bounds, double radius);
 
   /// REQUIRES: `points` are those that the grid was made of.
   Answer locate(std::span<const qcVector<2>> points, const qcVector<2>& p) const noexcept;
@@ -71,7 +71,7 @@ class ContainmentGrid {
   };
   class Builder;
 
-  static Layout layoutFor(std::span<const qcVector<2>> points, const Box& bounds);
+  static Layout layoutFor(std::span<const qcVector<2>> points, const plane::Box& bounds);
 
   std::size_t columnOf(double x) const noexcept;
   std::size_t rowOf(double y) const noexcept;
@@ -86,7 +86,7 @@ class ContainmentGrid {
   bool isInside(std::span<const qcVector<2>> points, std::size_t column, std::size_t row,
                 const qcVector<2>& p) const noexcept;
 
-  Box bounds_;
+  plane::Box bounds_;
   Layout layout_;
   double columnsPerUnit_;
   double rowsPerUnit_;

@@ -9,11 +9,11 @@ namespace cntr::index {
 
 namespace {
 
-std::vector<Box> boxesOverEdges(const compute::Path& path) {
-  std::vector<Box> boxes((path.edgeCount() + EdgeIndex::leafSize - 1) / EdgeIndex::leafSize);
+std::vector<plane::Box> boxesOverEdges(const plane::Path& path) {
+  std::vector<plane::Box> boxes((path.edgeCount() + EdgeIndex::leafSize - 1) / EdgeIndex::leafSize);
   std::size_t k = 0;
-  compute::forEachEdge(path, [&](const qcVector<2>& a, const qcVector<2>& b) {
-    Box& box = boxes[k++ / EdgeIndex::leafSize];
+  plane::forEachEdge(path, [&](const qcVector<2>& a, const qcVector<2>& b) {
+    plane::Box& box = boxes[k++ / EdgeIndex::leafSize];
     box.add(a);
     box.add(b);
   });
@@ -24,7 +24,7 @@ bool isFinitePoint(const qcVector<2>& p) { return std::isfinite(p.x()) && std::i
 
 }  // namespace
 
-EdgeIndex::EdgeIndex(const compute::Path& path)
+EdgeIndex::EdgeIndex(const plane::Path& path)
     : BoxHierarchy(boxesOverEdges(path), path.edgeCount()),
       isFinite_(std::all_of(path.points.begin(), path.points.end(), isFinitePoint)) {}
 

@@ -10,8 +10,8 @@
 
 #pragma once
 
-#include <cntr/compute/path.h>
 #include <cntr/index/boxhierarchy.h>
+#include <cntr/plane/path.h>
 
 namespace cntr::index {
 
@@ -19,9 +19,9 @@ namespace cntr::index {
 class EdgeIndex : public BoxHierarchy {
  public:
   /// Paths of fewer edges answer by plain scans, which are as quick as the index there.
-  static bool isWorthwhile(const compute::Path& path) noexcept { return path.edgeCount() >= 32; }
+  static bool isWorthwhile(const plane::Path& path) noexcept { return path.edgeCount() >= 32; }
 
-  explicit EdgeIndex(const compute::Path& path);
+  explicit EdgeIndex(const plane::Path& path);
 
   /// True when all coordinates are finite numbers. Boxes pass over vertices that are not numbers.
   bool isFinite() const noexcept { return isFinite_; }

@@ -17,10 +17,10 @@ bool Parallels::areClose(const Direction& a, const Direction& b) noexcept {
   return std::abs(qnKernel::cross(a, b)) <= closeness;
 }
 
-Parallels::Direction Parallels::directionOf(const compute::Edge& edge) noexcept {
+Parallels::Direction Parallels::directionOf(const plane::Edge& edge) noexcept {
   constexpr double none = std::numeric_limits<double>::quiet_NaN();
   constexpr double longest = 1e100;  // of those whose squares are numbers above 0
-  if (compute::isDegenerate(edge)) return {};
+  if (plane::isDegenerate(edge)) return {};
   const qcVector<2> along = edge.to - edge.from;
   // The point where such an edge would cross is not a number.
   if (!std::isfinite(along.x()) || !std::isfinite(along.y())) return {};
@@ -35,7 +35,7 @@ Parallels::Direction Parallels::common(const Direction& a, const Direction& b) n
   return a == Direction() ? b : a;
 }
 
-Parallels::Parallels(const compute::Path& path, const EdgeIndex& index) {
+Parallels::Parallels(const plane::Path& path, const EdgeIndex& index) {
   for (std::size_t level = 0; level < index.levelCount(); ++level) {
     std::vector<Direction> directions(index.boxes(level).size());
     for (std::size_t i = 0; i < directions.size(); ++i) {

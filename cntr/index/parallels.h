@@ -8,8 +8,8 @@
 #include <cstddef>
 #include <vector>
 
-#include <cntr/compute/path.h>
 #include <cntr/index/edgeindex.h>
+#include <cntr/plane/path.h>
 
 namespace cntr::index {
 
@@ -17,7 +17,7 @@ namespace cntr::index {
 class Parallels {
  public:
   /// O(n).
-  Parallels(const compute::Path& path, const EdgeIndex& index);
+  Parallels(const plane::Path& path, const EdgeIndex& index);
 
   /// True when no edge under box i of a level can cross one under box j: those that can cross
   /// anything are certainly parallel, as qcLine::isParallel() has it.
@@ -31,7 +31,7 @@ class Parallels {
   using Direction = qcVector<2>;
 
   static bool areClose(const Direction& a, const Direction& b) noexcept;
-  static Direction directionOf(const compute::Edge& edge) noexcept;
+  static Direction directionOf(const plane::Edge& edge) noexcept;
   static Direction common(const Direction& a, const Direction& b) noexcept;
 
   std::vector<std::vector<Direction>> directions_;

@@ -40,7 +40,7 @@ class Frame {
 
  private:
   Point along_;
-  Box box_;
+  plane::Box box_;
 };
 
 /// How far a strip reaches from its centre towards a unit vector.
@@ -67,7 +67,7 @@ bool areApart(const Strip& a, const Strip& b, double margin) {
          apartAlong(b.along);
 }
 
-bool areApart(const compute::Edge& edge, const Strip& strip, double margin) {
+bool areApart(const plane::Edge& edge, const Strip& strip, double margin) {
   const auto apartAlong = [&](const Point& axis, double half) {
     const double from = (edge.from - strip.center) * axis;
     const double to = (edge.to - strip.center) * axis;
@@ -77,11 +77,10 @@ bool areApart(const compute::Edge& edge, const Strip& strip, double margin) {
          apartAlong(strip.along, strip.halfAlong);
 }
 
-Strips::Bundle Strips::bundleOfEdges(const compute::Path& path, std::size_t first,
-                                     std::size_t last) {
+Strips::Bundle Strips::bundleOfEdges(const plane::Path& path, std::size_t first, std::size_t last) {
   MainDirection direction;
   for (std::size_t k = first; k < last; ++k) {
-    const compute::Edge edge = path.edge(k);
+    const plane::Edge edge = path.edge(k);
     direction.add(edge.to - edge.from);
   }
   Frame frame(direction.along());
@@ -99,7 +98,7 @@ Strips::Bundle Strips::bundleOfBundles(std::size_t level, std::size_t first,
   return {direction, frame.strip()};
 }
 
-Strips::Strips(const compute::Path& path, const EdgeIndex& index) {
+Strips::Strips(const plane::Path& path, const EdgeIndex& index) {
   for (std::size_t level = 0; level < index.levelCount(); ++level) {
     std::vector<Bundle> bundles;
     bundles.reserve(index.boxes(level).size());

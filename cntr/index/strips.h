@@ -10,8 +10,8 @@
 #include <cstddef>
 #include <vector>
 
-#include <cntr/compute/path.h>
 #include <cntr/index/edgeindex.h>
+#include <cntr/plane/path.h>
 
 namespace cntr::index {
 
@@ -46,7 +46,7 @@ class MainDirection {
 bool areApart(const Strip& a, const Strip& b, double margin);
 
 /// The same for an edge, and lines parallel to the sides of the strip.
-bool areApart(const compute::Edge& edge, const Strip& strip, double margin);
+bool areApart(const plane::Edge& edge, const Strip& strip, double margin);
 
 /// A strip for every box of an edge index, along the main direction of the edges under it.
 class Strips {
@@ -55,7 +55,7 @@ class Strips {
   static constexpr double largestCoordinate = 1e100;
 
   /// O(n).
-  Strips(const compute::Path& path, const EdgeIndex& index);
+  Strips(const plane::Path& path, const EdgeIndex& index);
 
   const Strip& of(std::size_t level, std::size_t i) const noexcept {
     return levels_[level][i].strip;
@@ -67,7 +67,7 @@ class Strips {
     Strip strip;
   };
 
-  static Bundle bundleOfEdges(const compute::Path& path, std::size_t first, std::size_t last);
+  static Bundle bundleOfEdges(const plane::Path& path, std::size_t first, std::size_t last);
   Bundle bundleOfBundles(std::size_t level, std::size_t first, std::size_t last) const;
 
   std::vector<std::vector<Bundle>> levels_;

@@ -13,7 +13,7 @@
 #include <cntr/regionst.h>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <tests/support/shapes.h>
+#include <testing/shapes/shapes.h>
 
 #include "heap_peak.h"
 

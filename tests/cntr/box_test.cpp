@@ -2,7 +2,7 @@
 //
 // Boxes of bare doubles.
 
-#include <cntr/index/box.h>
+#include <cntr/plane/box.h>
 
 #include <cmath>
 #include <limits>
@@ -11,10 +11,10 @@
 
 namespace {
 
-using cntr::index::Box;
-using cntr::index::edgeBox;
-using cntr::index::largestCoordinate;
-using cntr::index::overlaps;
+using cntr::plane::Box;
+using cntr::plane::edgeBox;
+using cntr::plane::largestCoordinate;
+using cntr::plane::overlaps;
 
 constexpr double infinity = std::numeric_limits<double>::infinity();
 constexpr double nan = std::numeric_limits<double>::quiet_NaN();

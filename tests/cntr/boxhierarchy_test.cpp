@@ -14,8 +14,8 @@
 
 namespace {
 
-using cntr::index::Box;
 using cntr::index::BoxHierarchy;
+using cntr::plane::Box;
 using testing::ElementsAre;
 
 constexpr double infinity = std::numeric_limits<double>::infinity();

@@ -10,13 +10,13 @@
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <tests/support/repetitions.h>
-#include <tests/support/shapes.h>
+#include <testing/shapes/shapes.h>
+#include <testing/twin/repetitions.h>
 
 namespace {
 
-using cntr::index::Box;
 using cntr::index::BoxTree;
+using cntr::plane::Box;
 using testing::ElementsAre;
 using testing::IsEmpty;
 

@@ -14,10 +14,10 @@
 #include <cntr/region.h>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <testing/shapes/shapes.h>
 #include <tests/platform/archive_bytes.h>
-#include <tests/support/shapes.h>
 
-#include "same.h"
+#include <testing/twin/same.h>
 
 namespace {
 

@@ -10,11 +10,11 @@
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <tests/plain/edges.h>
-#include <tests/support/shapes.h>
+#include <testing/plain/edges.h>
+#include <testing/shapes/shapes.h>
 
+#include <testing/twin/same.h>
 #include "contour_probe.h"
-#include "same.h"
 
 namespace {
 

@@ -12,8 +12,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <testing/twin/same.h>
 #include "contour_probe.h"
-#include "same.h"
 
 namespace {
 

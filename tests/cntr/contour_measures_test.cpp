@@ -16,8 +16,8 @@
 #include <gtest/gtest.h>
 #include <platform/core/hull.h>
 
+#include <testing/twin/same.h>
 #include "contour_probe.h"
-#include "same.h"
 
 namespace {
 

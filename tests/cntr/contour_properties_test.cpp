@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// Every answer of thousands of contours, compared bit for bit with the plain ones of tests/plain.
+// Every answer of thousands of contours, compared bit for bit with the plain ones of testing/plain.
 // The shapes and questions are drawn from seeds that failures name; rapidcheck, which shrinks what
 // it finds, asks about small grids.
 
@@ -14,16 +14,16 @@
 #include <cntr/region.h>
 #include <gtest/gtest.h>
 #include <rapidcheck/gtest.h>
-#include <tests/plain/circle.h>
-#include <tests/plain/edges.h>
-#include <tests/plain/extents.h>
-#include <tests/plain/measures.h>
-#include <tests/support/repetitions.h>
-#include <tests/support/shapes.h>
+#include <testing/plain/circle.h>
+#include <testing/plain/edges.h>
+#include <testing/plain/extents.h>
+#include <testing/plain/measures.h>
+#include <testing/shapes/shapes.h>
+#include <testing/twin/repetitions.h>
 
+#include <testing/twin/same.h>
 #include "contour_probe.h"
 #include "hard_questions.h"
-#include "same.h"
 
 namespace {
 

@@ -14,14 +14,14 @@
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <tests/support/shapes.h>
+#include <testing/shapes/shapes.h>
 
 namespace {
 
-using cntr::compute::Edge;
-using cntr::compute::Path;
-using cntr::index::Box;
 using cntr::index::EdgeIndex;
+using cntr::plane::Box;
+using cntr::plane::Edge;
+using cntr::plane::Path;
 
 using Point = qcVector<2>;
 using Points = std::vector<Point>;
@@ -116,7 +116,7 @@ TEST(EdgeIndexTest, NeverLeavesOutAnEdgeWhoseBoxMatters) {
     const EdgeIndex index(path);
     for (std::size_t k = 0; k < path.edgeCount(); ++k) {
       const Edge edge = path.edge(k);
-      const Box wanted = cntr::index::edgeBox(edge.from, edge.to);
+      const Box wanted = cntr::plane::edgeBox(edge.from, edge.to);
       bool visited = false;
       for (const auto& [first, last] :
            runsThat(index, [&](const Box& box) { return overlaps(box, wanted); })) {

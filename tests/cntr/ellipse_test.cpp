@@ -13,10 +13,10 @@
 
 #include <gtest/gtest.h>
 #include <platform/core/fit.h>
-#include <tests/plain/ellipse.h>
-#include <tests/support/shapes.h>
+#include <testing/plain/ellipse.h>
+#include <testing/shapes/shapes.h>
 
-#include "same.h"
+#include <testing/twin/same.h>
 
 namespace {
 

@@ -8,8 +8,8 @@
 #include <vector>
 
 #include <gtest/gtest.h>
-#include <tests/support/repetitions.h>
-#include <tests/support/shapes.h>
+#include <testing/shapes/shapes.h>
+#include <testing/twin/repetitions.h>
 
 namespace {
 

@@ -2,12 +2,12 @@
 //
 // Questions about a contour that look for the edges of its quick ways: ties, segments that graze
 // vertices and boxes, directions square to an edge, transforms near the identity. They go beyond
-// those of tests/support/shapes.h, which they include.
+// those of testing/shapes/shapes.h, which they include.
 
 #pragma once
 
 #include <platform/core/xform.h>
-#include <tests/support/shapes.h>
+#include <testing/shapes/shapes.h>
 
 namespace hard {
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
 // Moments of polygons: against formulas of the figures that have one, and bit for bit against a
-// second implementation (tests/plain/moments.h) on thousands of shapes.
+// second implementation (testing/plain/moments.h) on thousands of shapes.
 
 #include <algorithm>
 #include <cmath>
@@ -13,10 +13,10 @@
 
 #include <cntr/inertia.h>
 #include <gtest/gtest.h>
-#include <tests/plain/moments.h>
-#include <tests/support/shapes.h>
+#include <testing/plain/moments.h>
+#include <testing/shapes/shapes.h>
 
-#include "same.h"
+#include <testing/twin/same.h>
 
 namespace {
 

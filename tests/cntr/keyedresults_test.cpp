@@ -3,7 +3,7 @@
 // The bounded lists of results and the random choice of the one that a full list drops. How
 // contours use them is asked in contour_cache_test.cpp.
 
-#include <cntr/cache/keyedresults.h>
+#include <cntr/model/keyedresults.h>
 
 #include <cmath>
 #include <limits>
@@ -11,7 +11,7 @@
 #include <thread>
 #include <vector>
 
-#include <cntr/cache/randomindex.h>
+#include <cntr/model/randomindex.h>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <platform/core/random.h>
@@ -24,8 +24,8 @@ using testing::IsEmpty;
 constexpr double infinity = std::numeric_limits<double>::infinity();
 constexpr double nan = std::numeric_limits<double>::quiet_NaN();
 
-using ByAngle = cntr::cache::KeyedResults<qcRadian, std::string, cntr::cache::AngleKey>;
-using ByXform = cntr::cache::KeyedResults<qcXform<2>, int, cntr::cache::XformKey>;
+using ByAngle = cntr::model::KeyedResults<qcRadian, std::string, cntr::model::AngleKey>;
+using ByXform = cntr::model::KeyedResults<qcXform<2>, int, cntr::model::XformKey>;
 
 /// Runs `work` on a thread of its own, whose random sequence starts afresh.
 template <class Work>
@@ -52,7 +52,7 @@ TEST(RandomIndexTest, IsTheFloorOfTheThreadsDeviates) {
     qcRandomUniform random(1);
     for (std::size_t count = 1; count < 50; ++count) {
       const int expected = qfIFloor(random.next(0.0, static_cast<double>(count)));
-      EXPECT_EQ(cntr::cache::randomIndexBelow(count), static_cast<std::size_t>(expected));
+      EXPECT_EQ(cntr::model::randomIndexBelow(count), static_cast<std::size_t>(expected));
     }
   });
 }
@@ -61,7 +61,7 @@ TEST(RandomIndexTest, StartsWithTheKnownIndicesOnEveryThread) {
   for (int thread = 0; thread < 3; ++thread) {
     std::vector<std::size_t> indices;
     onFreshThread([&] {
-      for (int i = 0; i < 12; ++i) indices.push_back(cntr::cache::randomIndexBelow(3));
+      for (int i = 0; i < 12; ++i) indices.push_back(cntr::model::randomIndexBelow(3));
     });
     EXPECT_THAT(indices, ElementsAre(1, 2, 2, 1, 1, 2, 2, 1, 0, 2, 1, 1));
   }
@@ -71,8 +71,8 @@ TEST(RandomIndexTest, IsNotDisturbedByOtherThreads) {
   onFreshThread([] {
     std::vector<std::size_t> indices;
     for (int i = 0; i < 5; ++i) {
-      indices.push_back(cntr::cache::randomIndexBelow(3));
-      onFreshThread([] { cntr::cache::randomIndexBelow(3); });
+      indices.push_back(cntr::model::randomIndexBelow(3));
+      onFreshThread([] { cntr::model::randomIndexBelow(3); });
     }
     EXPECT_THAT(indices, ElementsAre(1, 2, 2, 1, 1));
   });
@@ -137,7 +137,7 @@ TEST(KeyedResultsTest, DrawNoRandomNumberWhileThereIsRoom) {
   onFreshThread([] {
     ByAngle results;
     for (const int key : {8, 2, 6, 4}) remember(results, key, 3);
-    EXPECT_EQ(cntr::cache::randomIndexBelow(3), 1U) << "the first one of the thread";
+    EXPECT_EQ(cntr::model::randomIndexBelow(3), 1U) << "the first one of the thread";
   });
 }
 

@@ -12,7 +12,7 @@
 #include <gtest/gtest.h>
 #include <tests/platform/archive_bytes.h>
 
-#include "same.h"
+#include <testing/twin/same.h>
 
 namespace fixtures {
 

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// Regions against tests/plain: the same bits, or the same exception with the same message, for
+// Regions against testing/plain: the same bits, or the same exception with the same message, for
 // shapes of every kind with holes in holes.
 
 #include <utility>
@@ -9,11 +9,11 @@
 #include <cntr/compute/repair.h>
 #include <cntr/region.h>
 #include <gtest/gtest.h>
-#include <tests/plain/error.h>
-#include <tests/plain/measures.h>
-#include <tests/plain/repair.h>
+#include <testing/plain/error.h>
+#include <testing/plain/measures.h>
+#include <testing/plain/repair.h>
 
-#include "region_twin.h"
+#include <testing/twin/region_twin.h>
 
 namespace {
 
@@ -343,7 +343,7 @@ TEST(RegionPropertiesTest, TwoBoundariesAreJoinedAsThePlainOnes) {
         [&] {
           const plain::Points& mine = first.region.points;
           const plain::Points& others = second.region.points;
-          const cntr::compute::Path other{others, true};
+          const cntr::plane::Path other{others, true};
           const auto points = cntr::compute::splice(
               {mine, true}, {other, cntr::compute::boundingBox(others), nullptr});
           if (!points) {

@@ -1,13 +1,13 @@
 // SPDX-License-Identifier: MIT
 //
-// Region sets against tests/plain: the same bits, or the same exception with the same message, for
-// sets of disjoint, touching, overlapping and nested regions.
+// Region sets against testing/plain: the same bits, or the same exception with the same message,
+// for sets of disjoint, touching, overlapping and nested regions.
 
 #include <cntr/regionst.h>
 #include <gtest/gtest.h>
-#include <tests/plain/set.h>
+#include <testing/plain/set.h>
 
-#include "region_twin.h"
+#include <testing/twin/region_twin.h>
 
 namespace {
 

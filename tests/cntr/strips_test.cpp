@@ -11,19 +11,19 @@
 
 #include <cntr/contour.h>
 #include <gtest/gtest.h>
-#include <tests/plain/edges.h>
-#include <tests/support/repetitions.h>
-#include <tests/support/shapes.h>
+#include <testing/plain/edges.h>
+#include <testing/shapes/shapes.h>
+#include <testing/twin/repetitions.h>
 
 namespace {
 
-using cntr::compute::Edge;
-using cntr::compute::Path;
 using cntr::index::areApart;
 using cntr::index::EdgeIndex;
 using cntr::index::MainDirection;
 using cntr::index::Strip;
 using cntr::index::Strips;
+using cntr::plane::Edge;
+using cntr::plane::Path;
 using shapes::Point;
 using shapes::Points;
 using shapes::Random;
@@ -119,7 +119,7 @@ TEST(StripsTest, HoldEveryVertexOfTheirRunAtEveryLevel) {
     const Path path{shape.points, shape.closed};
     if (path.edgeCount() == 0) continue;
     const EdgeIndex index(path);
-    const double slack = 1e-12 * cntr::index::largestCoordinate(index.bounds(), {});
+    const double slack = 1e-12 * cntr::plane::largestCoordinate(index.bounds(), {});
     if (slack > 1e80) continue;
     const Strips strips(path, index);
     for (std::size_t level = 0; level < index.levelCount(); ++level) {

@@ -10,8 +10,8 @@
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <tests/plain/edges.h>
-#include <tests/support/shapes.h>
+#include <testing/plain/edges.h>
+#include <testing/shapes/shapes.h>
 
 namespace {
 

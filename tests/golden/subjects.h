@@ -9,7 +9,7 @@
 #include <cstddef>
 
 #include <cntr/regionst.h>
-#include <tests/support/shapes.h>
+#include <testing/shapes/shapes.h>
 
 namespace golden {
 

@@ -13,7 +13,7 @@
 
 #include <cntr/contour.h>
 #include <gtest/gtest.h>
-#include <tests/support/shapes.h>
+#include <testing/shapes/shapes.h>
 
 namespace peer {
 

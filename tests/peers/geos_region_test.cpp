@@ -10,7 +10,7 @@
 
 #include <cntr/regionst.h>
 #include <gtest/gtest.h>
-#include <tests/support/shapes.h>
+#include <testing/shapes/shapes.h>
 
 #include "geos_geometry.h"
 

@@ -9,7 +9,7 @@
 #include <string>
 #include <vector>
 
-#include <tests/support/shapes.h>
+#include <testing/shapes/shapes.h>
 #include <nlohmann/json.hpp>
 
 namespace peer {

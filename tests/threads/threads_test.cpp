@@ -14,7 +14,7 @@
 #include <gtest/gtest.h>
 #include <platform/core/archive.h>
 #include <platform/core/thread.h>
-#include <tests/support/shapes.h>
+#include <testing/shapes/shapes.h>
 
 #include "heap_count.h"
 

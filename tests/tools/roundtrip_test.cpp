@@ -12,7 +12,7 @@
 #include <bit>
 
 #include "program.h"
-#include "tests/support/shapes.h"
+#include "testing/shapes/shapes.h"
 
 using program::Directory;
 using tool::Feature;

@@ -1,0 +1,84 @@
+// SPDX-License-Identifier: MIT
+//
+// The contour's circles, extremal vertices and rectangles, and its image under a transform.
+
+#include <cntr/compute/extents.h>
+#include <cntr/compute/extremal.h>
+#include <cntr/compute/farthest.h>
+#include <cntr/contour.h>
+#include <cntr/model/contourcache.h>
+
+namespace {
+
+qcRect rectOf(const cntr::plane::Box& box) {
+  return qcRect(qcPoint(qcVector<2>(box.minX, box.minY)), qcPoint(qcVector<2>(box.maxX, box.maxY)));
+}
+
+/// The circle between the two, a default one when there are none.
+qcCircle circleOf(const std::vector<qcVector<2>>& points,
+                  const std::optional<cntr::compute::VertexPair>& pair) {
+  if (!pair) return {};
+  return {(points[pair->first] + points[pair->second]) * 0.5, pair->distance * 0.5};
+}
+
+}  // namespace
+
+qcCircle qcContour::encloseCircle(qcContourDefs::DiameterMode mode) const {
+  if (mode != qcContourDefs::eFarthestVertexPair && mode != qcContourDefs::eFromFirstVertex) {
+    throw qcContourDefs::BadParams(L"diameterMode is not one of the valid enums");
+  }
+  std::optional<qcCircle>& known = cache().circles[static_cast<std::size_t>(mode)];
+  if (known) return *known;
+  if (mode == qcContourDefs::eFarthestVertexPair) {
+    known = circleOf(points(), cntr::compute::farthestPair(path(), edgeIndex()));
+  } else {
+    if (points().empty()) throw qcContourDefs::EmptyContour();
+    known = qcCircle(points().front(), cntr::compute::radiusFromFirst(points()));
+  }
+  return *known;
+}
+
+double qcContour::diameter(qcContourDefs::DiameterMode mode) const {
+  return 2.0 * encloseCircle(mode).radius();
+}
+
+const cntr::index::EdgeIndex* qcContour::indexForExtremes() const {
+  // A scan costs less than making the index, which pays from a few directions on.
+  constexpr std::size_t directionsWorthIndexing = 4;
+  qc_ContourCache& known = cache();
+  const bool useIndex = known.edgeIndex || ++known.extremalQueries > directionsWorthIndexing;
+  return useIndex ? edgeIndex() : nullptr;
+}
+
+long qcContour::extremalVertexIndex(const qcRadian& angle) const {
+  checkEmptyContour();
+  auto& known = cache().extremalVertices;
+  if (const long* index = known.find(angle)) return *index;
+  const long index = cntr::compute::extremalVertex(path(), indexForExtremes(), angle);
+  known.remember(angle, index, cachedVectorSize_);
+  return index;
+}
+
+qcVector<2> qcContour::extremalVertexPosition(const qcRadian& angle) const {
+  const long index = extremalVertexIndex(angle);
+  if (index < 0) throw qcContourDefs::BadParams();
+  return points()[static_cast<std::size_t>(index)];
+}
+
+qcRect qcContour::encloseRect(const qcXform<2>& xform) const {
+  checkEmptyContour();
+  auto& known = cache().enclosingRects;
+  if (const qcRect* rect = known.find(xform)) return *rect;
+  qcRect rect =
+      rectOf(cntr::compute::isIdentity(xform) ? cntr::compute::boundingBox(points())
+                                              : cntr::compute::boundingBox(points(), xform));
+  known.remember(xform, rect, cachedVectorSize_);
+  return rect;
+}
+
+void qcContour::map(const qcXform<2>& xform, qcContour& result) const {
+  std::vector<qcVector<2>> mapped;
+  mapped.reserve(points().size());
+  for (const qcVector<2>& p : points()) mapped.push_back(xform * p);
+  result = qcContour(mapped, isClosed(), label_);
+}

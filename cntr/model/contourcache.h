@@ -1,0 +1,57 @@
+// SPDX-License-Identifier: MIT
+//
+// Everything that a contour remembers. Nothing here outlives a change of the vertices or the closed
+// flag; a copied contour gets a copy. Indexes never change once built, so copies share them.
+
+#pragma once
+
+#include <array>
+#include <memory>
+#include <optional>
+#include <vector>
+
+#include <cntr/index/containmentgrid.h>
+#include <cntr/index/edgeindex.h>
+#include <cntr/index/vertexgrid.h>
+#include <cntr/model/keyedresults.h>
+#include <cntr/region.h>
+#include <platform/core/shapes.h>
+
+/// The edges as shape objects, for derived classes that ask for them.
+struct qc_EdgeShapes {
+  std::vector<qcLineSeg> segments;
+  std::vector<bool> isValid;
+};
+
+/// A fitted ellipse with its residual.
+struct qc_FittedEllipse {
+  qcEllipse ellipse;
+  double residual = 0.0;
+};
+
+/// The answers of one contour, each empty until it was asked for.
+struct qc_ContourCache {
+  /// Whether the contour was closed that the answers are of.
+  bool ofClosed = false;
+  std::optional<double> length;
+  std::optional<qcVector<2>> meanPosition;
+  std::optional<double> medianFeatureSize;
+  std::optional<bool> isSelfIntersecting;
+  std::optional<cntr::plane::Box> bounds;
+  std::optional<qc_FittedEllipse> fittedEllipse;
+  /// By DiameterMode.
+  std::array<std::optional<qcCircle>, 2> circles;
+  qcPtrHandle<qcRegion> convexHull;
+  cntr::model::KeyedResults<qcRadian, long, cntr::model::AngleKey> extremalVertices;
+  cntr::model::KeyedResults<qcXform<2>, qcRect, cntr::model::XformKey> enclosingRects;
+  std::optional<qc_EdgeShapes> edgeShapes;
+  std::shared_ptr<const cntr::index::EdgeIndex> edgeIndex;
+  /// How many directions were searched without the index.
+  std::size_t extremalQueries = 0;
+  /// How often containment was asked for, and the grid that answers once that has been often
+  /// enough.
+  std::size_t containmentQueries = 0;
+  std::shared_ptr<const cntr::index::ContainmentGrid> containmentGrid;
+  /// One for each tolerance that was asked for.
+  std::vector<std::shared_ptr<const cntr::index::VertexGrid>> vertexGrids;
+};

@@ -1,0 +1,147 @@
+// SPDX-License-Identifier: MIT
+//
+// The region set's measures and queries, made from those of its regions. Filling a remembered
+// answer sends one change notice.
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+
+#include <cntr/inertia.h>
+#include <cntr/model/regionsetcache.h>
+
+double qcRegionSet::area(bool considerHoles) const {
+  std::optional<double>& known = cache().area[considerHoles ? 1 : 0];
+  if (known) return *known;
+  double sum = 0.0;
+  for (const auto& region : regions_) sum += region->area(considerHoles);
+  known = sum;
+  mutating_();
+  return sum;
+}
+
+qcVector<2> qcRegionSet::centerOfMass(bool considerHoles) const {
+  constexpr double negligibleArea = 1e-15;
+  checkEmptyRegionSet();
+  std::optional<qcVector<2>>& known = cache().centerOfMass[considerHoles ? 1 : 0];
+  if (known) return *known;
+  qcVector<2> weighted;
+  double total = 0.0;
+  for (const auto& region : regions_) {
+    const double regionArea = region->area(considerHoles);
+    weighted = weighted + region->centerOfMass(considerHoles) * regionArea;
+    total += regionArea;
+  }
+  const bool isNegligible = !(std::abs(total) > negligibleArea);
+  const qcVector<2> center = isNegligible ? qcVector<2>() : weighted * (1.0 / total);
+  known = center;
+  mutating_();
+  return center;
+}
+
+qcMatrix<2> qcRegionSet::inertiaMatrix(bool considerHoles) const {
+  checkEmptyRegionSet();
+  std::optional<qcMatrix<2>>& known = cache().inertiaMatrix[considerHoles ? 1 : 0];
+  if (known) return *known;
+  qc_InertiaData sum;
+  for (const auto& region : regions_) {
+    const qcMatrix<2> matrix = region->inertiaMatrix(considerHoles);
+    const qcVector<2> center = region->centerOfMass(considerHoles);
+    sum = sum + qc_InertiaData(region->area(considerHoles), center, matrix);
+  }
+  known = sum.inertiaMatrix();
+  mutating_();
+  return *known;
+}
+
+const cntr::index::RegionIndex* qcRegionSet::index() const {
+  constexpr std::size_t regionsWorthIndexing = 8;
+  qc_RegionSetCache& known = cache();
+  if (known.indexIsKnown || regions_.size() < regionsWorthIndexing) return known.index.get();
+  std::vector<cntr::plane::Box> boxes;
+  boxes.reserve(regions_.size());
+  for (const auto& region : regions_) {
+    const auto box = region ? region->boxOfBoundaries() : std::nullopt;
+    if (!box) break;
+    boxes.push_back(*box);
+  }
+  if (boxes.size() == regions_.size()) {
+    known.index = std::make_shared<const cntr::index::RegionIndex>(boxes);
+  }
+  known.indexIsKnown = true;
+  return known.index.get();
+}
+
+bool qcRegionSet::inside(const qcVector<2>& p, bool considerHoles) const {
+  const auto holdsPoint = [&](const qcPtrHandle_const<qcRegion>& region) {
+    return region->inside(p, considerHoles);
+  };
+  const cntr::index::RegionIndex* const known = index();
+  if (known == nullptr) return std::any_of(regions_.begin(), regions_.end(), holdsPoint);
+  return !known->tree.forEachTouching(cntr::plane::edgeBox(p, p),
+                                      [&](std::size_t i) { return !holdsPoint(regions_[i]); });
+}
+
+double qcRegionSet::distToPoint(const qcVector<2>& p, bool vertexOnly, bool considerHoles,
+                                bool zeroIfInside) const {
+  checkEmptyRegionSet();
+  double nearest = std::numeric_limits<double>::infinity();
+  const auto visit = [&](std::size_t i) {
+    const double distance = regions_[i]->distToPoint(p, vertexOnly, considerHoles, zeroIfInside);
+    if (distance < nearest) nearest = distance;
+  };
+  if (const cntr::index::RegionIndex* const known = index()) {
+    // A nearest point inside an edge may be rounded out of the box by a little.
+    const double slack = 16.0 * std::numeric_limits<double>::epsilon() *
+                         cntr::plane::largestCoordinate(known->tree.bounds(), p);
+    known->tree.forEachByDistance(
+        p, [&] { return (nearest + slack) * (nearest + slack) * (1.0 + 1e-15); }, visit);
+  } else {
+    for (std::size_t i = 0; i < regions_.size(); ++i) visit(i);
+  }
+  return nearest;
+}
+
+bool qcRegionSet::isSelfIntersecting() const {
+  if (regions_.empty()) return false;
+  std::optional<bool>& known = cache().isSelfIntersecting;
+  if (known) return *known;
+  known = false;
+  mutating_();
+  for (const auto& region : regions_) {
+    if (region->isSelfIntersecting()) known = true;
+  }
+  if (hasCrossingPair()) known = true;
+  return *known;
+}
+
+bool qcRegionSet::hasCrossingPair() const {
+  const cntr::index::RegionIndex* const known = index();
+  for (std::size_t i = 0; i + 1 < regions_.size(); ++i) {
+    const auto isLaterAndCrosses = [&](std::size_t j) {
+      return j > i && regions_[i]->crosses(*regions_[j]);
+    };
+    if (known != nullptr) {
+      const std::vector<std::size_t> near = known->tree.touching(known->boxes[i]);
+      if (std::any_of(near.begin(), near.end(), isLaterAndCrosses)) return true;
+    } else {
+      for (std::size_t j = i + 1; j < regions_.size(); ++j) {
+        if (isLaterAndCrosses(j)) return true;
+      }
+    }
+  }
+  return false;
+}
+
+qcRect qcRegionSet::encloseRect(const qcXform<2>& xform) const {
+  checkEmptyRegionSet();
+  auto& known = cache().enclosingRects;
+  if (const qcRect* rect = known.find(xform)) return *rect;
+  qcRect rect = regions_.front()->encloseRect(xform);
+  for (std::size_t i = 1; i < regions_.size(); ++i) {
+    rect = rect.enclose(regions_[i]->encloseRect(xform));
+  }
+  known.remember(xform, rect, cachedVectorSize_);
+  mutating_();
+  return rect;
+}

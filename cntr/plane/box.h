@@ -1,0 +1,65 @@
+// SPDX-License-Identifier: MIT
+//
+// Axis-aligned boxes of bare doubles, for loops and indexes. The shape class is qcRect.
+
+#pragma once
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+
+#include <platform/core/kernels.h>
+
+namespace cntr::plane {
+
+/// Corners of smaller and larger coordinates. A default box is empty: it overlaps nothing and any
+/// box or point joined to it takes its place.
+struct Box {
+  double minX = std::numeric_limits<double>::infinity();
+  double minY = std::numeric_limits<double>::infinity();
+  double maxX = -std::numeric_limits<double>::infinity();
+  double maxY = -std::numeric_limits<double>::infinity();
+
+  /// Grows to hold p; coordinates that are not numbers are passed over.
+  void add(const qcVector<2>& p) noexcept {
+    minX = qnKernel::lesser(minX, p.x());
+    minY = qnKernel::lesser(minY, p.y());
+    maxX = qnKernel::greater(maxX, p.x());
+    maxY = qnKernel::greater(maxY, p.y());
+  }
+  void add(const Box& other) noexcept {
+    minX = qnKernel::lesser(minX, other.minX);
+    minY = qnKernel::lesser(minY, other.minY);
+    maxX = qnKernel::greater(maxX, other.maxX);
+    maxY = qnKernel::greater(maxY, other.maxY);
+  }
+};
+
+/// The box of an edge as the rectangle of its first point enlarged by its second: a first
+/// coordinate that is not a number stays, a second one is passed over.
+inline Box edgeBox(const qcVector<2>& a, const qcVector<2>& b) noexcept {
+  return {qnKernel::lesser(a.x(), b.x()), qnKernel::lesser(a.y(), b.y()),
+          qnKernel::greater(a.x(), b.x()), qnKernel::greater(a.y(), b.y())};
+}
+
+/// True when the boxes share a point; touching counts. A not-a-number in an upper corner of `box`
+/// shares nothing, one in a lower corner does not hinder.
+inline bool overlaps(const Box& box, const Box& other) noexcept {
+  return box.maxX >= other.minX && !(box.minX > other.maxX) && box.maxY >= other.minY &&
+         !(box.minY > other.maxY);
+}
+
+/// The largest size of a coordinate of the box or of p.
+inline double largestCoordinate(const Box& box, const qcVector<2>& p) noexcept {
+  return std::max({std::abs(box.minX), std::abs(box.maxX), std::abs(box.minY), std::abs(box.maxY),
+                   std::abs(p.x()), std::abs(p.y())});
+}
+
+/// Squared distance from p to the nearest point of `box`; 0 inside.
+inline double squaredDistance(const Box& box, const qcVector<2>& p) noexcept {
+  const double dx = std::max(std::max(box.minX - p.x(), p.x() - box.maxX), 0.0);
+  const double dy = std::max(std::max(box.minY - p.y(), p.y() - box.maxY), 0.0);
+  return dx * dx + dy * dy;
+}
+
+}  // namespace cntr::plane

@@ -1,0 +1,40 @@
+// SPDX-License-Identifier: MIT
+//
+// Measures of a contour: length, wire centroid, median edge, nearest point and vertex, outline and
+// convex hull.
+
+#pragma once
+
+#include <testing/plain/contour.h>
+
+namespace plain {
+
+/// Sum of the edge lengths; 0 below two vertices.
+double length(const Contour& contour);
+
+/// Centroid of the contour as a uniform wire; not a number when every edge has length 0.
+Point meanPosition(const Contour& contour);
+
+/// The edge length at half the count of the sorted edge lengths.
+double medianFeatureSize(const Contour& contour);
+
+/// The point of the contour (or its vertex) nearest to `p`, the first on ties; (0, 0) if no edge
+/// has a finite distance.
+Point closestPoint(const Contour& contour, const Point& p, bool vertexOnly);
+
+/// Index of the vertex nearest to `p`, the lowest on ties; 0 if none has a finite distance.
+long closestVertexIndex(const Contour& contour, const Point& p);
+
+double distToPoint(const Contour& contour, const Point& p, bool vertexOnly);
+
+/// The vertices, for a closed contour followed by the first one again.
+Points polygon(const Contour& contour);
+
+/// Hull counter-clockwise from the smallest x, then the smallest y, without collinear points;
+/// points on one line give the two extremes.
+Points convexHull(const Points& points);
+
+/// The same of a contour's vertices.
+Points convexHull(const Contour& contour);
+
+}  // namespace plain

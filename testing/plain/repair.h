@@ -1,0 +1,34 @@
+// SPDX-License-Identifier: MIT
+//
+// Repair of a region whose outer boundary crosses itself, and the joining of two regions that cross
+// each other. Holes are not carried over.
+
+#pragma once
+
+#include <cstddef>
+
+#include <testing/plain/region.h>
+
+namespace plain {
+
+/// First edge (from vertex i to i + 1) that surely lies on the outside of the figure; throws
+/// `badParams` if there is none.
+std::size_t startingEdge(const Region& region);
+
+/// Walk from that edge that turns onto every edge it meets, until it is back; throws `badParams`
+/// when it never is.
+Points tracedBoundary(const Region& region);
+
+/// The walk cut where it touches itself, freed of loops inside others, joined where loops touch.
+Region cleanedHull(const Points& traced);
+
+/// The region itself when its boundary does not cross itself, else the traced boundary.
+Region regularize(const Region& region);
+
+/// The region itself when its boundary does not cross itself, else the cleaned trace.
+Region outerHull(const Region& region);
+
+/// One boundary round both from their first crossing; throws `badParams` when they do not meet.
+Region splice(const Region& region, const Region& other);
+
+}  // namespace plain
