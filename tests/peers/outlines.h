@@ -9,6 +9,7 @@
 #include <string>
 #include <vector>
 
+#include <testing/repository/repository.h>
 #include <testing/shapes/shapes.h>
 #include <nlohmann/json.hpp>
 
@@ -16,7 +17,7 @@ namespace peer {
 
 /// The outer boundaries of a file in samples/, without the repeated last point.
 inline std::vector<shapes::Shape> sampleOutlines(const std::string& file) {
-  std::ifstream in(std::string(CNTR_REPOSITORY_DIR) + "/samples/" + file);
+  std::ifstream in(repositoryDirectory() + "/samples/" + file);
   if (!in) throw std::runtime_error("cannot open " + file);
   const nlohmann::json collection = nlohmann::json::parse(in);
   std::vector<shapes::Shape> outlines;

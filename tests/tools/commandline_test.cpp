@@ -8,6 +8,8 @@
 
 #include <sstream>
 
+#include <testing/repository/repository.h>
+
 #include "program.h"
 
 using program::run;
@@ -62,7 +64,8 @@ TEST(CommandLine, AnOutputThatFailsEndsWithStatusTwo) {
   std::ostringstream out;
   std::ostringstream messages;
   out.setstate(std::ios::badbit);
-  const char* arguments[] = {"cntr", "measure", CNTR_REPOSITORY_DIR "/samples/cell.geojson"};
+  const std::string sample = repositoryDirectory() + "/samples/cell.geojson";
+  const char* arguments[] = {"cntr", "measure", sample.c_str()};
   EXPECT_EQ(tool::run(3, arguments, {out, messages}), 2);
   EXPECT_EQ(messages.str(), "cntr: standard output: cannot be written\n");
 }

@@ -8,6 +8,8 @@
 #include <fstream>
 #include <sstream>
 
+#include <testing/repository/repository.h>
+
 #include "program.h"
 
 using program::clockwiseSquare;
@@ -107,7 +109,7 @@ TEST(Convert, KeepsTheMembersOfOneCollection) {
 
 TEST(Convert, TheSamplesComeBackByteForByte) {
   for (const std::string name : {"coins.geojson", "cell.geojson", "cell-edgelets.geojson"}) {
-    std::ifstream sample(CNTR_REPOSITORY_DIR "/samples/" + name, std::ios::binary);
+    std::ifstream sample(repositoryDirectory() + "/samples/" + name, std::ios::binary);
     std::ostringstream text;
     text << sample.rdbuf();
     const auto result = run({"convert", "samples/" + name, "-o", "-"});

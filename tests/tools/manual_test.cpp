@@ -11,6 +11,8 @@
 #include <set>
 #include <sstream>
 
+#include <testing/repository/repository.h>
+
 #include "program.h"
 
 using program::run;
@@ -22,7 +24,7 @@ namespace {
 const std::vector<std::string> commands{"measure", "query", "repair", "draw", "convert"};
 
 std::string content(const std::string& path) {
-  std::ifstream file(CNTR_REPOSITORY_DIR "/" + path);
+  std::ifstream file(repositoryDirectory() + "/" + path);
   std::ostringstream text;
   text << file.rdbuf();
   EXPECT_NE(text.str(), "") << path;
@@ -78,7 +80,8 @@ TEST(Manual, ItsExamplesRun) { expectToRun(examplesIn(content("docs/man/cntr.1")
 
 TEST(Manual, HasNothingThatTheFormatterMinds) {
   if (runShell("command -v mandoc").status != 0) GTEST_SKIP() << "mandoc is not installed";
-  const auto result = runShell("mandoc -T lint -W style " CNTR_REPOSITORY_DIR "/docs/man/cntr.1");
+  const auto result =
+      runShell("mandoc -T lint -W style " + repositoryDirectory() + "/docs/man/cntr.1");
   EXPECT_EQ(result.status, 0);
   EXPECT_EQ(result.out, "");
 }
@@ -100,7 +103,7 @@ namespace {
 /// What completion offers for the last word of a command line.
 std::set<std::string> completions(const std::string& line) {
   const auto result = runShell(
-      "bash -c 'set -u; source " CNTR_REPOSITORY_DIR
+      "bash -c 'set -u; source " + repositoryDirectory() +
       "/tools/completion/cntr.bash; "
       "COMP_LINE=\"" +
       line +

@@ -12,6 +12,8 @@
 
 #include <cntr/region.h>
 
+#include <testing/repository/repository.h>
+
 #include "program.h"
 
 using program::clockwiseSquare;
@@ -313,7 +315,7 @@ TEST(Measure, MeasuresTheCoins) {
 }
 
 TEST(Measure, GivesTheLibrarysAnswersToTheLastBit) {
-  const Json coins = Json::parse(std::ifstream(CNTR_REPOSITORY_DIR "/samples/coins.geojson"));
+  const Json coins = Json::parse(std::ifstream(repositoryDirectory() + "/samples/coins.geojson"));
   const Json rows = runJson({"measure", "samples/coins.geojson"});
   for (std::size_t i = 0; i < rows.size(); ++i) {
     std::vector<qcVector<2>> points;

@@ -17,6 +17,8 @@
 #include <system_error>
 #include <utility>
 
+#include <testing/repository/repository.h>
+
 extern char** environ;
 
 namespace program {
@@ -82,7 +84,7 @@ Result run(const std::vector<std::string>& arguments, const std::string& input) 
   directory.write("in", input);
   std::vector<std::string> command{CNTR_PROGRAM};
   command.insert(command.end(), arguments.begin(), arguments.end());
-  std::filesystem::current_path(CNTR_REPOSITORY_DIR);
+  std::filesystem::current_path(repositoryDirectory());
   const int status = spawn(command, Redirections(directory));
   return {status, directory.read("out"), directory.read("messages")};
 }
@@ -93,14 +95,14 @@ Result runOnFullDisk(const std::vector<std::string>& arguments) {
   command.insert(command.end(), arguments.begin(), arguments.end());
   const Directory directory;
   directory.write("in", "");
-  std::filesystem::current_path(CNTR_REPOSITORY_DIR);
+  std::filesystem::current_path(repositoryDirectory());
   const int status = spawn(command, Redirections(directory));
   return {status, directory.read("out"), directory.read("messages")};
 }
 
 Result runShell(const std::string& line) {
   const Directory directory;
-  std::filesystem::create_directory_symlink(CNTR_REPOSITORY_DIR "/samples",
+  std::filesystem::create_directory_symlink(repositoryDirectory() + "/samples",
                                             directory.path("samples"));
   const std::string programs = std::filesystem::path(CNTR_PROGRAM).parent_path().string();
   const Directory streams;
@@ -123,7 +125,7 @@ Result runOnTerminal(const std::vector<std::string>& arguments, const std::strin
   std::vector<char*> pointers;
   for (std::string& argument : command) pointers.push_back(argument.data());
   pointers.push_back(nullptr);
-  std::filesystem::current_path(CNTR_REPOSITORY_DIR);
+  std::filesystem::current_path(repositoryDirectory());
   int terminal = -1;
   const pid_t child = forkpty(&terminal, nullptr, nullptr, nullptr);
   if (child < 0) throw std::system_error(errno, std::generic_category(), "forkpty");

@@ -8,6 +8,8 @@
 #include <fstream>
 #include <sstream>
 
+#include <testing/repository/repository.h>
+
 #include "program.h"
 
 using program::clockwiseSquare;
@@ -251,7 +253,7 @@ TEST(Repair, TheSamplesNeedNoneAndComeBackByteForByte) {
     EXPECT_EQ(run({"repair", "samples/" + name, "-o", out}).status, 0);
     EXPECT_EQ(run({"repair", out, "-o", out}).status, 0) << "a file may be written over itself";
   }
-  std::ifstream sample(CNTR_REPOSITORY_DIR "/samples/coins.geojson");
+  std::ifstream sample(repositoryDirectory() + "/samples/coins.geojson");
   std::ostringstream text;
   text << sample.rdbuf();
   EXPECT_EQ(directory.read("coins.geojson"), text.str());

@@ -11,6 +11,8 @@
 #include <algorithm>
 #include <bit>
 
+#include <testing/repository/repository.h>
+
 #include "program.h"
 #include "testing/shapes/shapes.h"
 
@@ -170,7 +172,7 @@ TEST_P(FromEachFormat, LabelsAreKeptByAllButWkt) {
 TEST_P(FromEachFormat, TheSamplesComeBackAsTheyWere) {
   const Directory directory;
   for (const std::string name : {"coins", "cell", "cell-edgelets"}) {
-    const Features features = readBack(CNTR_REPOSITORY_DIR "/samples/" + name + ".geojson");
+    const Features features = readBack(repositoryDirectory() + "/samples/" + name + ".geojson");
     const Features after = through(directory, GetParam(), features);
     expectSame(features, after, name);
     const bool holdsEdgelets =
