@@ -9,8 +9,7 @@
 #include <cntrtmpl/regionsett.h>
 #include <gtest/gtest.h>
 #include <platform/core/archive.h>
-
-#include "heap_peak.h"
+#include <testing/heap/heap.h>
 
 namespace {
 
@@ -29,10 +28,10 @@ template <class Value>
 std::size_t peakOfRefusal(const std::string& bytes) {
   std::istringstream stream(header() + bytes);
   Value value{};
-  const HeapPeak heap;
+  const heap::Watch watch;
   qcStreamArchive archive(stream);
   EXPECT_THROW(archive || value, qcArchive::Truncated);
-  return heap.bytes();
+  return watch.peakBytes();
 }
 
 constexpr std::size_t firstRoom = 16384;
@@ -57,10 +56,10 @@ TEST(ArchiveMemoryTest, EndlessListsOfOtherThingsTakeRoomForWhatIsThere) {
 TEST(ArchiveMemoryTest, ALongNameIsRefusedBeforeItIsRead) {
   std::istringstream stream(header() + std::string("\x01\0\0\0", 4) + std::string(4, '\xFF'));
   qcPtrHandle<qcRegion> region;
-  const HeapPeak heap;
+  const heap::Watch watch;
   qcStreamArchive archive(stream);
   EXPECT_THROW(archive || region, qcArchive::BadFormat);
-  EXPECT_LE(heap.bytes(), firstRoom);
+  EXPECT_LE(watch.peakBytes(), firstRoom);
 }
 
 TEST(ArchiveMemoryTest, ManySmallObjectsTakeASmallMultipleOfTheirBytes) {
@@ -76,11 +75,11 @@ TEST(ArchiveMemoryTest, ManySmallObjectsTakeASmallMultipleOfTheirBytes) {
   const std::string bytes = out.str();
   std::istringstream in(bytes);
   Handles loaded;
-  const HeapPeak heap;
+  const heap::Watch watch;
   qcStreamArchive loading(in);
   loading || loaded;
   EXPECT_EQ(loaded.size(), 10000U);
-  EXPECT_LE(heap.bytes(), 40 * bytes.size());
+  EXPECT_LE(watch.peakBytes(), 40 * bytes.size());
 }
 
 }  // namespace

@@ -13,9 +13,8 @@
 #include <cntr/regionst.h>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <testing/heap/heap.h>
 #include <testing/shapes/shapes.h>
-
-#include "heap_peak.h"
 
 namespace {
 
@@ -130,9 +129,9 @@ class WorstInputsTest : public testing::TestWithParam<Input> {};
 TEST_P(WorstInputsTest, QuestionsEndAndTakeMemoryInProportion) {
   const Points& points = GetParam().points;
   const std::size_t inputBytes = points.size() * sizeof(qcVector<2>);
-  const HeapPeak heap;
+  const heap::Watch watch;
   askEverything(qcRegion(points, keep));
-  EXPECT_LE(heap.bytes(), 30 * inputBytes);
+  EXPECT_LE(watch.peakBytes(), 30 * inputBytes);
 }
 
 INSTANTIATE_TEST_SUITE_P(All, WorstInputsTest, testing::ValuesIn(inputs()));
@@ -140,9 +139,9 @@ INSTANTIATE_TEST_SUITE_P(All, WorstInputsTest, testing::ValuesIn(inputs()));
 TEST(CoincidentEdgesTest, ASegmentAcrossAMillionOfThemCrossesEachOne) {
   constexpr std::size_t n = 1000000;
   const qcContour contour(coincidentEdges(n), true, 0);
-  const HeapPeak heap;
+  const heap::Watch watch;
   EXPECT_EQ(contour.intersections(qcLineSeg({0, 5}, {10, 2}), true).size(), n);
-  EXPECT_LE(heap.bytes(), 12 * n * sizeof(qcVector<2>));
+  EXPECT_LE(watch.peakBytes(), 12 * n * sizeof(qcVector<2>));
 }
 
 TEST(CoincidentEdgesTest, AMillionOfThemDoNotCross) {
@@ -157,12 +156,12 @@ TEST(VertexIndexTest, AMillionCellsWhoseNumbersEndInZeroBitsAreKeptApart) {
   for (int y = 0; y < 500000; ++y) points.emplace_back(3, y);
   for (int x = 0; x < 500000; ++x) points.emplace_back(x, 3);
   const qcContour contour(points, true, 0);
-  const HeapPeak heap;
+  const heap::Watch watch;
   EXPECT_THAT(contour.vertexIndex({3, 77777}, 0x1p-44), testing::ElementsAre(77777));
   EXPECT_THAT(contour.vertexIndex({77777, 3}, 0x1p-44), testing::ElementsAre(577777));
   EXPECT_THAT(contour.vertexIndex({3, 3}, 0x1p-44), testing::ElementsAre(3, 500003));
   EXPECT_THAT(contour.vertexIndex({3, 77777.5}, 0x1p-44), testing::IsEmpty());
-  EXPECT_LE(heap.bytes(), 80 * points.size());
+  EXPECT_LE(watch.peakBytes(), 80 * points.size());
 }
 
 /// Has all the vertices `crowd` twice and a bow tie, which makes it cross itself.
@@ -176,11 +175,11 @@ TEST(RepairTest, VerticesInOnePlaceDoNotTakeMemoryForEachOther) {
   // A list of all others for each of them would take 800 times the input.
   const Points points = withBowTie(coincidentEdges(3000));
   const qcRegion region(points, keep);
-  const HeapPeak heap;
+  const heap::Watch watch;
   qcRegion result;
   region.outerHull(result);
   EXPECT_GE(result.points().size(), 3U);
-  EXPECT_LE(heap.bytes(), 60 * points.size() * sizeof(qcVector<2>));
+  EXPECT_LE(watch.peakBytes(), 60 * points.size() * sizeof(qcVector<2>));
 }
 
 Points triangleAt(double x, double y) { return {{x, y}, {x + 1, y}, {x, y + 1}}; }
@@ -199,7 +198,7 @@ std::vector<Region> triangles() {
 
 TEST(ManyHolesTest, ARegionWithAHundredThousandHolesIsAsked) {
   const std::vector<Region> holes = triangles();
-  const HeapPeak heap;
+  const heap::Watch watch;
   qcRegion region({{0, 0}, {802, 0}, {802, 502}, {0, 502}}, keep);
   region.holes(holes);
   EXPECT_DOUBLE_EQ(region.area(true), 802.0 * 502.0 - 50000.0);
@@ -207,18 +206,18 @@ TEST(ManyHolesTest, ARegionWithAHundredThousandHolesIsAsked) {
   EXPECT_TRUE(region.inside({0.5, 0.5}, true));
   EXPECT_EQ(region.closestPoint({3.5, 0.9}, false, true), qcVector<2>(3.5, 1));
   EXPECT_EQ(region.intersections(qcLineSeg({-1, 1.25}, {803, 1.25}), true, true).size(), 802U);
-  EXPECT_LE(heap.bytes(), 3000 * holes.size()) << "with what the holes remember";
+  EXPECT_LE(watch.peakBytes(), 3000 * holes.size()) << "with what the holes remember";
 }
 
 TEST(ManyHolesTest, ASetOfAHundredThousandRegionsIsAsked) {
   const std::vector<Region> regions = triangles();
-  const HeapPeak heap;
+  const heap::Watch watch;
   const qcRegionSet set(regions, keep);
   EXPECT_DOUBLE_EQ(set.area(true), 50000.0);
   EXPECT_TRUE(set.inside({1.2, 1.2}, true));
   EXPECT_FALSE(set.isSelfIntersecting());
   EXPECT_DOUBLE_EQ(set.distToPoint({0, 1}, false, true, true), 1.0);
-  EXPECT_LE(heap.bytes(), 1000 * regions.size()) << "with what the regions remember";
+  EXPECT_LE(watch.peakBytes(), 1000 * regions.size()) << "with what the regions remember";
 }
 
 }  // namespace

@@ -11,9 +11,9 @@
 
 #include <gtest/gtest.h>
 #include <platform/display/recordingtablet.h>
+#include <testing/heap/heap.h>
 #include <tests/platform/archive_bytes.h>
 
-#include "heap_watch.h"
 #include "probe.h"
 #include "samples.h"
 #include "test_xform.h"
@@ -556,9 +556,9 @@ class DamageTest : public testing::Test {
 
   /// The outcome of loading `damaged`, which must leave nothing behind.
   static Outcome outcome(const std::string& damaged) {
-    const long before = heap_watch::blocksAlive();
+    const long before = heap::blocksAlive();
     const Outcome result = outcomeOf<Shape>(damaged);
-    EXPECT_EQ(heap_watch::blocksAlive(), before);
+    EXPECT_EQ(heap::blocksAlive(), before);
     return result;
   }
 };

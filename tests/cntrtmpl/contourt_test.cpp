@@ -12,8 +12,8 @@
 #include <vector>
 
 #include <gtest/gtest.h>
+#include <testing/heap/heap.h>
 
-#include "heap_watch.h"
 #include "probe.h"
 #include "samples.h"
 #include "test_xform.h"
@@ -394,13 +394,13 @@ TEST_F(ContourTTest, ACopyIsIndependent) {
 
 /// Whether the contour's edges have to be made when they are asked for.
 bool remembersItsEdges(const ContourT& contour) {
-  const long before = heap_watch::blocksMade();
+  const long before = heap::blocksMade();
   EXPECT_EQ(Probe<ContourT>::edges(contour).size(), contour.points().size());
-  return heap_watch::blocksMade() == before;
+  return heap::blocksMade() == before;
 }
 
 TEST_F(ContourTTest, CopiesCarryAnswersAlong) {
-  if (!heap_watch::counts) GTEST_SKIP() << "nothing tells an answer from a remembered one";
+  if (!heap::counts) GTEST_SKIP() << "nothing tells an answer from a remembered one";
   const ContourT contour(edgelets_);
   const ContourT before(contour);
   EXPECT_FALSE(remembersItsEdges(before));

@@ -14,9 +14,9 @@
 
 #include <gtest/gtest.h>
 #include <platform/display/recordingtablet.h>
+#include <testing/heap/heap.h>
 #include <tests/platform/archive_bytes.h>
 
-#include "heap_watch.h"
 #include "probe.h"
 #include "samples.h"
 #include "test_xform.h"
@@ -141,12 +141,12 @@ TYPED_TEST(EveryBaseTest, CleanCacheInfoIsTheRegions) {
 }
 
 TYPED_TEST(EveryBaseTest, TheDestructorIsVirtual) {
-  const long before = heap_watch::blocksAlive();
+  const long before = heap::blocksAlive();
   TypeParam* const base =
       new RegionT(edgeletsAt(squarePoints()), XformHandle(new testXform({1.0, 1.0})), 7);
   EXPECT_EQ(testXform::alive, 2);
   delete base;
-  EXPECT_EQ(heap_watch::blocksAlive(), before);
+  EXPECT_EQ(heap::blocksAlive(), before);
 }
 
 TEST_F(RegionTTest, DrawingWithoutAModeIsTheRegionTs) {
@@ -219,9 +219,9 @@ TEST_F(RegionTTest, ARegionFromAClosedContourCarriesItsAnswersAlong) {
   const ContourT contour(edgelets_);
   Probe<ContourT>::edges(contour);
   const RegionT region(contour, 7);
-  const long before = heap_watch::blocksMade();
+  const long before = heap::blocksMade();
   EXPECT_EQ(Probe<RegionT>::edges(region).size(), 4U);
-  EXPECT_EQ(heap_watch::blocksMade(), before);
+  EXPECT_EQ(heap::blocksMade(), before);
 }
 
 TEST_F(RegionTTest, ARegionFromAnOpenContourForgetsWhatHeldForTheOpenOne) {

@@ -10,13 +10,13 @@
 #include <cntrtmpl/regionsett.h>
 #include <gtest/gtest.h>
 #include <platform/core/archive.h>
+#include <testing/heap/fail_each.h>
 
 #include "answers.h"
-#include "failing_heap.h"
 
 namespace {
 
-using failing_heap::failEachAllocation;
+using heap::failEachAllocation;
 using ContourT = qcContourT<qcEdgelet>;
 using RegionT = qcRegionT<qcEdgelet>;
 using RegionSetT = qcRegionSetT<qcEdgelet>;
@@ -90,8 +90,8 @@ TEST(ArchiveExceptionsTest, AnArchiveThatCouldNotFinishAnObjectTakesNothingMore)
     Everything everything;
     std::ostringstream stream;
     qcStreamArchive archive(stream);
-    const bool failed = failing_heap::runsOutOfMemory(number, failing_heap::Failing::eOne,
-                                                      [&] { everything.transfer(archive); });
+    const bool failed =
+        heap::runsOutOfMemory(number, heap::Failing::eOne, [&] { everything.transfer(archive); });
     if (!failed) break;
     try {
       archive || everything.polygon;

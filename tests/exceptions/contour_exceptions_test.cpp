@@ -10,13 +10,13 @@
 #include <gtest/gtest.h>
 #include <platform/display/recordingtablet.h>
 #include <platform/display/svgtablet.h>
+#include <testing/heap/fail_each.h>
 
 #include "answers.h"
-#include "failing_heap.h"
 
 namespace {
 
-using failing_heap::failEachAllocation;
+using heap::failEachAllocation;
 
 /// Something that can be done to a shape.
 template <class Shape>

@@ -7,13 +7,13 @@
 #include <cntrtmpl/regionsett.h>
 #include <gtest/gtest.h>
 #include <platform/display/recordingtablet.h>
+#include <testing/heap/fail_each.h>
 
 #include "answers.h"
-#include "failing_heap.h"
 
 namespace {
 
-using failing_heap::failEachAllocation;
+using heap::failEachAllocation;
 using Edgelets = std::vector<qcEdgelet>;
 using ContourT = qcContourT<qcEdgelet>;
 using RegionT = qcRegionT<qcEdgelet>;

@@ -14,8 +14,8 @@
 #include <gtest/gtest.h>
 #include <platform/core/archive.h>
 #include <platform/core/random.h>
+#include <testing/heap/heap.h>
 
-#include "allocation_watch.h"
 #include "archive_bytes.h"
 #include "archive_test_objects.h"
 #include "live_count.h"
@@ -133,10 +133,10 @@ template <class T>
 void expectTruncatedWithinItsMeans(std::string_view hex) {
   T value{};
   const std::string bytes = fromHex(hex);
-  const AllocationWatch watch;
+  const heap::Watch watch;
   EXPECT_THROW(loadBytes(bytes, [&](qcArchive& archive) { archive || value; }),
                qcArchive::Truncated);
-  EXPECT_LT(AllocationWatch::largestBlock(), 16384U);
+  EXPECT_LT(heap::Watch::largestBlock(), 16384U);
 }
 
 TEST(HostileCountTest, AllocatesNoMoreThanTheInputIsWorth) {
@@ -147,20 +147,14 @@ TEST(HostileCountTest, AllocatesNoMoreThanTheInputIsWorth) {
   expectTruncatedWithinItsMeans<std::vector<testDerived>>("00 ffffffff 0000");
 }
 
-TEST(HostileCountTest, AWatchSeesWhatIsAllocated) {
-  const AllocationWatch watch;
-  ::operator delete(::operator new(100000));
-  EXPECT_EQ(AllocationWatch::largestBlock(), 100000U);
-}
-
 TEST(HostileCountTest, ALongListThatEndsEarlyTakesNoMoreThanAFewTimesItsSize) {
   std::string bytes = fromHex("00 ffffffff") + std::string(1600000, '\x01');
   std::istringstream stream(archiveHeader() + bytes);
   qcStreamArchive archive(stream);
   std::vector<qcVector<2>> points;
-  const AllocationWatch watch;
+  const heap::Watch watch;
   EXPECT_THROW(archive || points, qcArchive::Truncated);
-  EXPECT_LE(AllocationWatch::largestBlock(), 2 * bytes.size());
+  EXPECT_LE(heap::Watch::largestBlock(), 2 * bytes.size());
 }
 
 /// Why loading one handle from these bytes is refused.

@@ -14,9 +14,8 @@
 #include <gtest/gtest.h>
 #include <platform/core/archive.h>
 #include <platform/core/thread.h>
+#include <testing/heap/heap.h>
 #include <testing/shapes/shapes.h>
-
-#include "heap_count.h"
 
 namespace {
 
@@ -177,9 +176,9 @@ TEST(ThreadsTest, ThousandsOfShortThreadsLeaveNothingBehind) {
     }
   };
   run(10);  // what the system keeps for reuse is made now
-  const long before = blocksAlive();
+  const long before = heap::blocksAlive();
   run(1000);
-  EXPECT_EQ(blocksAlive(), before);
+  EXPECT_EQ(heap::blocksAlive(), before);
 }
 
 TEST(ThreadsTest, FunctionsRunWhenTheirThreadEnds) {

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
-// A heap that refuses on demand: runs an operation with its first, second, third, ... allocation
-// failing, until it needs no more.
+// Runs an operation with its first, second, third, ... allocation failing, until it needs no more.
+// Needs GoogleTest and the target `heap`.
 
 #pragma once
 
@@ -10,25 +10,9 @@
 
 #include <gtest/gtest.h>
 
-namespace failing_heap {
+#include "heap.h"
 
-/// Blocks that new gave and nobody has deleted yet.
-long blocksAlive();
-
-/// Which allocations of this program fail.
-enum class Failing { eOne, eAllFromOneOn };
-
-/// As long as it lives, the allocation of this number (counted from 1) fails.
-class Refusal {
- public:
-  Refusal(std::size_t number, Failing failing);
-  Refusal(const Refusal&) = delete;
-  Refusal& operator=(const Refusal&) = delete;
-  ~Refusal();
-
-  /// True when an allocation has failed.
-  static bool hasHappened();
-};
+namespace heap {
 
 /// True when the operation runs out of memory.
 template <class Operation>
@@ -72,4 +56,4 @@ std::size_t failEachAllocation(Make make, Operation operation, Check check) {
   return allocations;
 }
 
-}  // namespace failing_heap
+}  // namespace heap
