@@ -5,20 +5,16 @@
 #include <algorithm>
 
 #include <cntr/compute/cleardirection.h>
+#include <cntr/plane/tolerances.h>
 
 namespace cntr::compute {
 
 namespace {
 
-constexpr double onVertex = 1e-6;
-
-bool isWithin(const plane::Box& box, const qcVector<2>& p) {
-  return p.x() >= box.minX && p.x() <= box.maxX && p.y() >= box.minY && p.y() <= box.maxY;
-}
-
 bool isOnOneOf(std::span<const qcVector<2>> vertices, const qcVector<2>& p) {
-  return std::any_of(vertices.begin(), vertices.end(),
-                     [&](const qcVector<2>& vertex) { return !((vertex - p).len() > onVertex); });
+  return std::any_of(vertices.begin(), vertices.end(), [&](const qcVector<2>& vertex) {
+    return !((vertex - p).len() > plane::touchDistance);
+  });
 }
 
 /// A vertex at no finite distance counts as being at p, but no box would tell.
@@ -34,7 +30,7 @@ qcVector<2> rayDirection(const CrossingTarget& target, const qcVector<2>& p) {
 bool isOnVertex(const CrossingTarget& target, const qcVector<2>& p) {
   if (!canUseIndex(target)) return isOnOneOf(target.path.points, p);
   // Rounding is monotonic: no box is computed to be farther away than the vertices in it.
-  constexpr double reach = onVertex * onVertex * (1.0 + 1e-9);
+  constexpr double reach = plane::touchDistance * plane::touchDistance * (1.0 + 1e-9);
   return !target.index->forEachRun(
       [&](const plane::Box& box) { return plane::squaredDistance(box, p) <= reach; },
       [&](std::size_t first, std::size_t last) {
@@ -46,7 +42,7 @@ bool isOnVertex(const CrossingTarget& target, const qcVector<2>& p) {
 
 std::size_t rayCrossings(const CrossingTarget& target, double reach, const qcVector<2>& p,
                          bool bothDirections) {
-  if (!isWithin(target.bounds, p)) return 0;
+  if (!plane::contains(target.bounds, p)) return 0;
   if (isOnVertex(target, p)) return 1;
   const qcVector<2> ray = rayDirection(target, p) * reach;
   const std::size_t count = countCrossings(target, p, p + ray, false);

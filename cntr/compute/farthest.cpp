@@ -3,9 +3,8 @@
 // Pairs of boxes of the index are searched from the root down, as long as their farthest corners
 // are as far apart as the best pair so far; a first good pair comes from going to the farthest
 // vertex and on from there. Rounding is monotonic, so no pair of vertices is computed to be farther
-// apart than the corners of their boxes. Square roots merge squares that differ by less than about
-// 2^-52 of their size, hence `tieSlack`: what can still tie is visited, but only where it would
-// come before the best pair.
+// apart than the corners of their boxes. Square roots merge squares, hence `tieSlack`: what can
+// still tie is visited, but only where it would come before the best pair.
 //
 // A vertex with a coordinate that is not a number is at no distance from any other. Where there are
 // such, or infinite ones, the search is made on a copy without the former.
@@ -14,15 +13,14 @@
 
 #include <algorithm>
 #include <cmath>
-#include <limits>
 #include <tuple>
 #include <vector>
+
+#include <cntr/plane/tolerances.h>
 
 namespace cntr::compute {
 
 namespace {
-
-constexpr double tieSlack = 1.0 + 4.0 * std::numeric_limits<double>::epsilon();
 
 /// The farthest pair so far.
 class Best {
@@ -39,7 +37,9 @@ class Best {
   }
 
   /// False when pairs of this squared distance, and nearer ones, cannot even tie.
-  bool reaches(double squaredDistance) const { return !(squaredDistance * tieSlack < square_); }
+  bool reaches(double squaredDistance) const {
+    return !(squaredDistance * plane::tieSlack < square_);
+  }
 
   /// False when no pair of at most this squared distance, of vertices from `first` and `second` on,
   /// can be better.

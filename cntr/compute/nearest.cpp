@@ -5,27 +5,24 @@
 // *computed* distance, not even on a tie.
 //
 // Vertices: subtraction, squaring, addition and square root are monotonic in floating point, so the
-// squared distance of a box, computed the same way, never exceeds that of a vertex in it. Square
-// roots merge squares that differ by less than about 2^-52 of their size, hence the widening by
-// `tieSlack`.
+// squared distance of a box, computed the same way, never exceeds that of a vertex in it. The limit
+// is widened by `tieSlack`, because square roots merge squares.
 //
 // Edges: the nearest point of an edge is a vertex or a + d * t with t in (0, 1), which rounding
-// moves by no more than a few units in the last place of the largest coordinate involved;
-// `roundingSlack` of them is well above that.
+// moves out of the box by at most nearestPointRounding().
 
 #include <cntr/compute/nearest.h>
 
 #include <cmath>
 #include <limits>
 
+#include <cntr/plane/tolerances.h>
+
 namespace cntr::compute {
 
 namespace {
 
 constexpr double infinity = std::numeric_limits<double>::infinity();
-constexpr double epsilon = std::numeric_limits<double>::epsilon();
-constexpr double tieSlack = 1.0 + 4.0 * epsilon;
-constexpr double roundingSlack = 16.0 * epsilon;
 
 /// The best candidate of a search: nearest first, then lowest number.
 class Best {
@@ -41,7 +38,7 @@ class Best {
       distance_ = distance;
       number_ = number;
       const double reach = distance + slack_;
-      limit_ = reach * reach * tieSlack;
+      limit_ = reach * reach * plane::tieSlack;
     }
   }
 
@@ -91,7 +88,9 @@ std::size_t closestVertex(const plane::Path& path, const index::EdgeIndex* index
 
 qcVector<2> closestPoint(const plane::Path& path, const index::EdgeIndex* index,
                          const qcVector<2>& p) {
-  Best best(index == nullptr ? 0.0 : roundingSlack * plane::largestCoordinate(index->bounds(), p));
+  Best best(index == nullptr
+                ? 0.0
+                : plane::nearestPointRounding(plane::largestCoordinate(index->bounds(), p)));
   searchRuns(path, index, p, best, [&](std::size_t first, std::size_t last) {
     // The boxes of single edges are worth looking at once something near has been found.
     const bool isLater = index != nullptr && best.isFound();

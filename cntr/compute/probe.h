@@ -3,27 +3,22 @@
 // One segment that is asked what it crosses: the test that decides each edge, and two cheap ones
 // that rule out edges and whole boxes without changing an answer.
 //
-// A crossing point is within 1e-6 of the segment and of its edge, so the edge comes within 2e-6 of
-// the segment's line, give or take the rounding of coordinates. What keeps farther away from that
-// line, on one side of it, is not crossed. With the line's direction d a point q is |cross(d, q -
-// a)| / |d| away; a box of centre c and half extents h reaches (|d.y| h.x + |d.x| h.y) / |d|
-// towards it.
+// An edge that crosses the segment comes within the crossing margin (plane/tolerances.h) of the
+// segment's line. What stays farther away, on one side of the line, is not crossed. A point q lies
+// |cross(d, q - a)| / |d| away from the line through a with direction d; a box with centre c and
+// half extents h reaches (|d.y| h.x + |d.x| h.y) / |d| towards it.
 
 #pragma once
 
 #include <algorithm>
 #include <cmath>
-#include <limits>
 #include <optional>
 
 #include <cntr/plane/box.h>
 #include <cntr/plane/path.h>
+#include <cntr/plane/tolerances.h>
 
 namespace cntr::compute {
-
-/// A crossing point lies nearer than this to both segments; an end of the segment that comes as
-/// near as this to an edge touches it.
-inline constexpr double touchDistance = 1e-6;
 
 /// The segment that is being asked about.
 class Probe {
@@ -54,17 +49,18 @@ class Probe {
     if (qnKernel::isParallel(along, direction_)) return {};
     if (!countEndpointTouches_ && (touches(edge, a_) || touches(edge, b_))) return {};
     const qcVector<2> p = qnKernel::intersectLines(edge.from, along, a_, direction_);
-    if (!(qnKernel::distanceToSegment(p, edge.from, edge.to) < touchDistance)) return {};
-    if (!(qnKernel::distanceToSegment(p, a_, b_) < touchDistance)) return {};
+    if (!(qnKernel::distanceToSegment(p, edge.from, edge.to) < plane::touchDistance)) return {};
+    if (!(qnKernel::distanceToSegment(p, a_, b_) < plane::touchDistance)) return {};
     return p;
   }
 
  private:
   static bool touches(const plane::Edge& edge, const qcVector<2>& end) noexcept {
-    return qnKernel::distanceToSegment(end, edge.from, edge.to) <= touchDistance;
+    return qnKernel::distanceToSegment(end, edge.from, edge.to) <= plane::touchDistance;
   }
 
-  // In the next two numbers that overflow, or are none, rule nothing out.
+  // Both comparisons below are false when a product overflows or is NaN: the edge or box is then
+  // not ruled out.
 
   bool passesBy(const plane::Edge& edge) const noexcept {
     const double from = qnKernel::cross(direction_, edge.from - a_);
@@ -79,13 +75,11 @@ class Probe {
     return std::abs(qnKernel::cross(direction_, center - a_)) > reach + margin_;
   }
 
-  /// More than 2e-6 and all rounding, times a bound of |d|.
+  /// The crossing margin times an upper bound of |d|.
   double marginFor(const plane::Box& bounds) const noexcept {
-    const double scale = std::max({std::abs(bounds.minX), std::abs(bounds.maxX),
-                                   std::abs(bounds.minY), std::abs(bounds.maxY), std::abs(a_.x()),
-                                   std::abs(a_.y()), std::abs(b_.x()), std::abs(b_.y())});
-    return (3.0 * touchDistance + 64.0 * std::numeric_limits<double>::epsilon() * scale) *
-           (std::abs(direction_.x()) + std::abs(direction_.y()));
+    const double scale =
+        std::max({plane::largestCoordinate(bounds, a_), std::abs(b_.x()), std::abs(b_.y())});
+    return plane::crossingMargin(scale) * (std::abs(direction_.x()) + std::abs(direction_.y()));
   }
 
   qcVector<2> a_;

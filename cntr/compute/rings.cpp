@@ -2,16 +2,12 @@
 
 #include <cntr/compute/rings.h>
 
+#include <cntr/plane/tolerances.h>
+
 namespace cntr::compute {
 
-namespace {
-
-/// Vertices within this of each other lie in one place.
-constexpr double samePlace = 1e-6;
-
-}  // namespace
-
-Places::Places(const std::vector<qcVector<2>>& points) : points_(points), grid_(points, samePlace) {
+Places::Places(const std::vector<qcVector<2>>& points)
+    : points_(points), grid_(points, plane::touchDistance) {
   // So many that all are remembered as long as few lie in each place. Where many do, the list of
   // each of them would hold all of them.
   const std::size_t mostRemembered = 16 * points.size();
@@ -35,7 +31,7 @@ std::span<const Vertex> Places::at(Vertex v) const {
 }
 
 index::VertexGrid::Cell Places::cellOf(Vertex v) const {
-  return index::VertexGrid::cellOf(points_[v], samePlace);
+  return index::VertexGrid::cellOf(points_[v], plane::touchDistance);
 }
 
 Rings::Rings(const std::vector<qcVector<2>>& points)

@@ -7,20 +7,20 @@
 // that way, at every level of the index.
 //
 // Where that still leaves many pairs of edges to compare, as with spikes side by side, strips
-// (index/strips.h) rule out more: edges that cross come within 2e-6 of each other, give or take the
-// rounding of coordinates. Runs that are all parallel, as those of edges on one line, are ruled out
-// as well (index/parallels.h).
+// (index/strips.h) rule out more: edges that cross come within the crossing margin of each other
+// (plane/tolerances.h). Runs of edges that are all parallel, such as edges along one line, are
+// ruled out as well (index/parallels.h).
 
 #include <cntr/compute/selfcrossing.h>
 
 #include <algorithm>
 #include <array>
-#include <limits>
 #include <optional>
 
 #include <cntr/compute/probe.h>
 #include <cntr/index/parallels.h>
 #include <cntr/index/strips.h>
+#include <cntr/plane/tolerances.h>
 
 namespace cntr::compute {
 
@@ -159,7 +159,7 @@ class Join {
     const double scale = plane::largestCoordinate(bounds_, {});
     if (scale > index::Strips::largestCoordinate) return;
     strips_.emplace(path_, index_);
-    margin_ = 3.0 * touchDistance + 64.0 * std::numeric_limits<double>::epsilon() * scale;
+    margin_ = plane::crossingMargin(scale);
   }
 
   plane::Box boxOfChild(std::size_t level, std::size_t i) const {

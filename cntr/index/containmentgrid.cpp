@@ -12,14 +12,13 @@
 #include <cmath>
 #include <numbers>
 
+#include <cntr/plane/tolerances.h>
+
 namespace cntr::index {
 
 namespace {
 
-/// The margin m of the conditions.
-constexpr double margin = 1.1e-6;
-/// Condition (e).
-constexpr double coordinateLimit = 1e6;
+constexpr double margin = plane::containmentMargin;
 
 /// Cells for each vertex: more cells hold more answers and more memory (4 bytes each).
 constexpr double cellsPerVertex = 4.0;
@@ -72,7 +71,8 @@ bool ContainmentGrid::isWorthwhile(std::span<const qcVector<2>> points, const pl
   constexpr double marginsAcross = 16.0;
   if (points.size() < 3) return false;
   const auto isSmall = [](const qcVector<2>& p) {
-    return std::abs(p.x()) < coordinateLimit && std::abs(p.y()) < coordinateLimit;
+    return std::abs(p.x()) < plane::containmentCoordinates &&
+           std::abs(p.y()) < plane::containmentCoordinates;
   };
   const double narrowest = std::min(bounds.maxX - bounds.minX, bounds.maxY - bounds.minY);
   return narrowest > marginsAcross * vertexMarginFor(points.size()) &&
@@ -285,9 +285,7 @@ bool ContainmentGrid::isInside(std::span<const qcVector<2>> points, std::size_t 
 
 ContainmentGrid::Answer ContainmentGrid::locate(std::span<const qcVector<2>> points,
                                                 const qcVector<2>& p) const noexcept {
-  const bool isWithinBounds = p.x() >= bounds_.minX && p.x() <= bounds_.maxX &&
-                              p.y() >= bounds_.minY && p.y() <= bounds_.maxY;
-  if (!isWithinBounds) return Answer::eOutside;
+  if (!plane::contains(bounds_, p)) return Answer::eOutside;
   const std::size_t column = columnOf(p.x());
   const std::size_t row = rowOf(p.y());
   const Cell cell = cells_[row * layout_.columns + column];

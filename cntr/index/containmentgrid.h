@@ -5,8 +5,8 @@
 // Containment is defined by the crossings of a ray that keeps clear of all vertices by an angle of
 // more than pi / (2n) (compute/containment.h). Where a point meets the conditions below, every
 // crossing of that ray is a proper one, well away from the tolerances of the crossing test, and the
-// answer is plain even-odd parity, which needs no ray of that direction. With m = 1.1e-6, the
-// tolerance of the crossing test and a margin for rounding:
+// answer is plain even-odd parity, which needs no ray of that direction. With the margin m, the
+// touch distance of the crossing test and room for rounding (both in plane/tolerances.h):
 //
 //   (a) the point is inside the bounding box,
 //   (b) the distance r to the nearest vertex has r * sin(pi / (2n)) >= m: vertices keep at least m
@@ -15,7 +15,8 @@
 //   (d) the ray's end lies outside by m: the point is at most R - m from the first vertex, R being
 //       the largest distance of a vertex from it, or the farthest corner of the bounding box is at
 //       most 2R - m away (the ray is 2R long),
-//   (e) coordinates stay below 1e6, so that distances are rounded by less than 1e-8.
+//   (e) coordinates stay below 1e6, so that distances are rounded by less than 1e-8, the
+//       containmentRounding of plane/tolerances.h.
 //
 // For then an edge that the ray crosses has its ends m or more off the ray's line, on either side:
 // the lines are not taken for parallel, and the computed crossing, which rounding moves off neither

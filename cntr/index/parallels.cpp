@@ -1,9 +1,8 @@
 // SPDX-License-Identifier: MIT
 //
-// The direction of a run is that of one of its edges. Those of the runs that it is made of are
-// close to it, and so on down: with ten levels, which is a thousand million edges, two edges under
-// two close boxes are at most 21 times as far apart as two close directions, which is less than the
-// 1e-12 that parallel edges may be apart.
+// The direction of a run is that of one of its edges. The directions of the runs it is made of are
+// close to it, and so on down: with L levels, two edges under two close boxes are at most 2 L + 1
+// times as far apart as two close directions, which must be less than parallel edges may be apart.
 
 #include <cntr/index/parallels.h>
 
@@ -12,8 +11,17 @@
 
 namespace cntr::index {
 
+namespace {
+
+/// The sine of the largest angle between two directions that count as close.
+constexpr double closeness = 4e-14;
+/// Enough for more than ten thousand million edges.
+constexpr int mostLevels = 10;
+static_assert((2 * mostLevels + 1) * closeness < qnKernel::parallelSine);
+
+}  // namespace
+
 bool Parallels::areClose(const Direction& a, const Direction& b) noexcept {
-  constexpr double closeness = 4e-14;
   return std::abs(qnKernel::cross(a, b)) <= closeness;
 }
 

@@ -11,6 +11,7 @@
 #include <utility>
 
 #include <cntr/model/contourcache.h>
+#include <cntr/plane/tolerances.h>
 #include <platform/core/record.h>
 
 namespace {
@@ -27,8 +28,7 @@ std::vector<qcVector<2>> verticesOf(const qcPolygon& polygon) {
 }
 
 bool endsCoincide(const qcPolygon& polygon) {
-  constexpr double coincidence = 1e-15;
-  return polygon.size() > 0 && qfRealEq(polygon[0], polygon[polygon.size() - 1], coincidence);
+  return polygon.size() > 0 && cntr::plane::coincide(polygon[0], polygon[polygon.size() - 1]);
 }
 
 }  // namespace

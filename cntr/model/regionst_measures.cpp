@@ -9,6 +9,7 @@
 
 #include <cntr/inertia.h>
 #include <cntr/model/regionsetcache.h>
+#include <cntr/plane/tolerances.h>
 
 double qcRegionSet::area(bool considerHoles) const {
   std::optional<double>& known = cache().area[considerHoles ? 1 : 0];
@@ -91,11 +92,10 @@ double qcRegionSet::distToPoint(const qcVector<2>& p, bool vertexOnly, bool cons
     if (distance < nearest) nearest = distance;
   };
   if (const cntr::index::RegionIndex* const known = index()) {
-    // A nearest point inside an edge may be rounded out of the box by a little.
-    const double slack = 16.0 * std::numeric_limits<double>::epsilon() *
-                         cntr::plane::largestCoordinate(known->tree.bounds(), p);
+    const double slack =
+        cntr::plane::nearestPointRounding(cntr::plane::largestCoordinate(known->tree.bounds(), p));
     known->tree.forEachByDistance(
-        p, [&] { return (nearest + slack) * (nearest + slack) * (1.0 + 1e-15); }, visit);
+        p, [&] { return (nearest + slack) * (nearest + slack) * cntr::plane::tieSlack; }, visit);
   } else {
     for (std::size_t i = 0; i < regions_.size(); ++i) visit(i);
   }

@@ -49,6 +49,11 @@ inline bool overlaps(const Box& box, const Box& other) noexcept {
          !(box.minY > other.maxY);
 }
 
+/// True when p lies in the box or on its boundary; false when a number of either is NaN.
+inline bool contains(const Box& box, const qcVector<2>& p) noexcept {
+  return p.x() >= box.minX && p.x() <= box.maxX && p.y() >= box.minY && p.y() <= box.maxY;
+}
+
 /// The largest size of a coordinate of the box or of p.
 inline double largestCoordinate(const Box& box, const qcVector<2>& p) noexcept {
   return std::max({std::abs(box.minX), std::abs(box.maxX), std::abs(box.minY), std::abs(box.maxY),

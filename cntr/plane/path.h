@@ -8,7 +8,7 @@
 #include <cstddef>
 #include <span>
 
-#include <platform/core/vector.h>
+#include <cntr/plane/tolerances.h>
 
 namespace cntr::plane {
 
@@ -51,11 +51,7 @@ void forEachEdge(const Path& path, Visit visit) {
   }
 }
 
-/// Edges whose ends agree within this in both coordinates are degenerate: they carry no line.
-inline constexpr double coincidence = 1e-15;
-
-inline bool isDegenerate(const Edge& edge) noexcept {
-  return qfRealEq(edge.from, edge.to, coincidence);
-}
+/// True for an edge whose ends coincide: it carries no line.
+inline bool isDegenerate(const Edge& edge) noexcept { return coincide(edge.from, edge.to); }
 
 }  // namespace cntr::plane

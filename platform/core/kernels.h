@@ -33,9 +33,13 @@ inline double distanceToLine(const qcVector<2>& p, const qcVector<2>& point,
   return length == 0.0 ? p.distance(point) : std::abs(cross(d, p - point)) / length;
 }
 
-/// True when |cross(d1, d2)| <= 1e-12 * |d1| * |d2|: a zero direction is parallel to everything.
+/// The sine of the largest angle between parallel directions.
+inline constexpr double parallelSine = 1e-12;
+
+/// True when |cross(d1, d2)| <= parallelSine * |d1| * |d2|: a zero direction is parallel to
+/// everything.
 inline bool isParallel(const qcVector<2>& d1, const qcVector<2>& d2) noexcept {
-  return std::abs(cross(d1, d2)) <= 1e-12 * d1.len() * d2.len();
+  return std::abs(cross(d1, d2)) <= parallelSine * d1.len() * d2.len();
 }
 
 /// Where the line (p1, d1) meets the line (p2, d2): p1 + d1 * (cross(p2 - p1, d2) / c) with

@@ -12,6 +12,7 @@
 namespace {
 
 using cntr::plane::Box;
+using cntr::plane::contains;
 using cntr::plane::edgeBox;
 using cntr::plane::largestCoordinate;
 using cntr::plane::overlaps;
@@ -103,6 +104,27 @@ TEST(BoxTest, SharesNothingThroughAnUpperCornerThatIsNotANumber) {
   EXPECT_FALSE(overlaps({0, 0, 1, nan}, other));
   EXPECT_TRUE(overlaps({nan, 0, 1, 1}, other));
   EXPECT_TRUE(overlaps({0, nan, 1, 1}, other));
+}
+
+TEST(BoxTest, ContainsItsBoundary) {
+  const Box box{0, 0, 2, 4};
+  for (const auto& p : {qcVector<2>(1, 1), {0, 1}, {2, 1}, {1, 0}, {1, 4}, {0, 0}, {2, 4}}) {
+    EXPECT_TRUE(contains(box, p)) << p.x() << ' ' << p.y();
+  }
+  for (const auto& p :
+       {qcVector<2>(justBelow(0), 1), {justAbove(2), 1}, {1, justBelow(0)}, {1, justAbove(4)}}) {
+    EXPECT_FALSE(contains(box, p)) << p.x() << ' ' << p.y();
+  }
+  EXPECT_FALSE(contains(Box(), {0, 0}));
+}
+
+TEST(BoxTest, ContainsNoNaN) {
+  EXPECT_FALSE(contains({0, 0, 2, 4}, {nan, 1}));
+  EXPECT_FALSE(contains({0, 0, 2, 4}, {1, nan}));
+  EXPECT_FALSE(contains({nan, 0, 2, 4}, {1, 1}));
+  EXPECT_FALSE(contains({0, nan, 2, 4}, {1, 1}));
+  EXPECT_FALSE(contains({0, 0, nan, 4}, {1, 1}));
+  EXPECT_FALSE(contains({0, 0, 2, nan}, {1, 1}));
 }
 
 TEST(BoxTest, TellsTheSquaredDistanceOfAPoint) {
