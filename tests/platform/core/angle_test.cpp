@@ -13,8 +13,7 @@
 
 #include <gtest/gtest.h>
 #include <rapidcheck/gtest.h>
-
-#include "archive_bytes.h"
+#include <tests/platform/archive_bytes.h>
 
 namespace {
 

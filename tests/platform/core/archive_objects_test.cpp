@@ -14,8 +14,8 @@
 
 #include <gtest/gtest.h>
 #include <platform/core/archive.h>
+#include <tests/platform/archive_bytes.h>
 
-#include "archive_bytes.h"
 #include "archive_test_objects.h"
 #include "live_count.h"
 

@@ -13,8 +13,7 @@
 #include <rapidcheck/gtest.h>
 
 #include <platform/core/archive.h>
-
-#include "archive_bytes.h"
+#include <tests/platform/archive_bytes.h>
 
 namespace {
 

@@ -15,8 +15,8 @@
 #include <platform/core/archive.h>
 #include <platform/core/random.h>
 #include <testing/heap/heap.h>
+#include <tests/platform/archive_bytes.h>
 
-#include "archive_bytes.h"
 #include "archive_test_objects.h"
 #include "live_count.h"
 

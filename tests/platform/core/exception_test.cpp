@@ -16,8 +16,8 @@
 #include <gtest/gtest.h>
 #include <platform/core/archive.h>
 #include <platform/core/thread.h>
+#include <tests/platform/archive_bytes.h>
 
-#include "archive_bytes.h"
 #include "live_count.h"
 
 namespace {

@@ -19,8 +19,7 @@
 #include <vector>
 
 #include <gtest/gtest.h>
-
-#include "archive_bytes.h"
+#include <tests/platform/archive_bytes.h>
 
 namespace {
 

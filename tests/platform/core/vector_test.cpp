@@ -11,8 +11,7 @@
 
 #include <gtest/gtest.h>
 #include <rapidcheck/gtest.h>
-
-#include "archive_bytes.h"
+#include <tests/platform/archive_bytes.h>
 
 namespace {
 

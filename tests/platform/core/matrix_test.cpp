@@ -12,8 +12,7 @@
 #include <rapidcheck/gtest.h>
 
 #include <platform/core/exception.h>
-
-#include "archive_bytes.h"
+#include <tests/platform/archive_bytes.h>
 
 namespace {
 

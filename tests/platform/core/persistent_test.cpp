@@ -11,8 +11,7 @@
 
 #include <gtest/gtest.h>
 #include <platform/core/archive.h>
-
-#include "archive_bytes.h"
+#include <tests/platform/archive_bytes.h>
 
 /// In no namespace, as the classes of the library are.
 template <class... T>
