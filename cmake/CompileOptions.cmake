@@ -14,14 +14,21 @@ set(CMAKE_POSITION_INDEPENDENT_CODE ON)
 
 if(PROJECT_IS_TOP_LEVEL)
   set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
-  get_property(multi_config GLOBAL PROPERTY GENERATOR_IS_MULTI_CONFIG)
-  if(NOT multi_config AND NOT CMAKE_BUILD_TYPE)
-    set(CMAKE_BUILD_TYPE Release CACHE STRING "Kind of build" FORCE)
-  endif()
   find_program(CNTR_CCACHE ccache)
   mark_as_advanced(CNTR_CCACHE)
   if(CNTR_CCACHE AND NOT CMAKE_CXX_COMPILER_LAUNCHER)
     set(CMAKE_CXX_COMPILER_LAUNCHER ${CNTR_CCACHE})
+  endif()
+endif()
+
+# A build without a type is optimised: by its type where it is ours to choose, and otherwise, where
+# the project that this one is a part of has none, by the same flags.
+get_property(multi_config GLOBAL PROPERTY GENERATOR_IS_MULTI_CONFIG)
+if(NOT multi_config AND NOT CMAKE_BUILD_TYPE)
+  if(PROJECT_IS_TOP_LEVEL)
+    set(CMAKE_BUILD_TYPE Release CACHE STRING "Kind of build" FORCE)
+  else()
+    set(CMAKE_CXX_FLAGS "${CMAKE_CXX_FLAGS_RELEASE} ${CMAKE_CXX_FLAGS}")
   endif()
 endif()
 
@@ -63,6 +70,13 @@ endif()
 # Instrumented code makes g++ warn of what cannot happen.
 if(CNTR_WERROR AND NOT CNTR_SANITIZE AND NOT CNTR_SANITIZE_THREADS)
   add_compile_options(-Werror)
+endif()
+
+# What Debian asks of its packages.
+if(CNTR_HARDENING)
+  add_compile_definitions(_FORTIFY_SOURCE=2)
+  add_compile_options(-fstack-protector-strong -Werror=format-security)
+  add_link_options(LINKER:-z,relro LINKER:-z,now)
 endif()
 
 if(CNTR_SANITIZE)

@@ -30,6 +30,7 @@ function(cntr_add_page page)
     set(source ${CMAKE_CURRENT_BINARY_DIR}/${program}.cpp)
     file(CONFIGURE OUTPUT ${source} CONTENT "${code}\n" @ONLY)
     add_executable(${program} ${source})
+    set_target_properties(${program} PROPERTIES INCLUDE_DIRECTORIES "")  # the public headers alone
     target_link_libraries(${program} PRIVATE cntr::cntr)
     list(APPEND programs ${program})
   endwhile()

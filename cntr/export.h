@@ -7,8 +7,10 @@
 #include <platform/export.h>
 
 /// @def CNTR_EXPORT
-/// Marks a class or function that libcntr offers to its users.
-#if defined(_WIN32)
+/// Marks a class or function that libcntr offers to its users; empty for static libraries.
+#if defined(CNTR_STATIC)
+#define CNTR_EXPORT
+#elif defined(_WIN32)
 #if defined(cntr_EXPORTS)
 #define CNTR_EXPORT __declspec(dllexport)
 #else

@@ -10,8 +10,11 @@
 #endif
 
 /// @def QCPLATFORM_EXPORT
-/// Marks a class or function that libqcplatform offers to its users.
-#if defined(_WIN32)
+/// Marks a class or function that libqcplatform offers to its users. Static libraries need no mark;
+/// whoever uses them defines CNTR_STATIC, as their CMake and pkg-config files do.
+#if defined(CNTR_STATIC)
+#define QCPLATFORM_EXPORT
+#elif defined(_WIN32)
 #if defined(qcplatform_EXPORTS)
 #define QCPLATFORM_EXPORT __declspec(dllexport)
 #else
