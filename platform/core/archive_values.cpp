@@ -2,7 +2,7 @@
 //
 // The archive operators of the plain values: angles, vectors, matrices, transforms. They have no
 // version. Storing never writes to the value, so that objects shared between threads can be stored
-// on both. The basic types and lists are in archive.cpp.
+// on both. The basic types are in archive.cpp, lists in archive_lists.cpp.
 
 #include <platform/core/archive.h>
 #include <platform/core/xform.h>
