@@ -1,0 +1,121 @@
+// SPDX-License-Identifier: MIT
+//
+// The direction that keeps clear of all vertices, by scan and by index.
+
+#include <cntr/compute/cleardirection.h>
+
+#include <algorithm>
+#include <cmath>
+#include <numbers>
+
+#include <testing/twin/repetitions.h>
+#include <testing/twin/same.h>
+
+#include "subject.h"
+
+namespace {
+
+using same::same;
+using subject::forEachShape;
+using subject::nan;
+using subject::Point;
+using subject::Points;
+using subject::Subject;
+
+constexpr double pi = std::numbers::pi;
+
+/// The definition: the bisector of the first wide gap between the sorted angles.
+Point byDefinition(const Points& points, const Point& p) {
+  std::vector<double> angles;
+  for (const Point& v : points) {
+    angles.push_back(plain::norm(std::atan2(v.y() - p.y(), v.x() - p.x())));
+  }
+  std::sort(angles.begin(), angles.end(), plain::nanLast);
+  for (std::size_t i = 0; i < angles.size(); ++i) {
+    const double gap = plain::norm(angles[(i + 1) % angles.size()] - angles[i]);
+    if (!(gap > pi / static_cast<double>(angles.size()))) continue;
+    const double middle = angles[i] + 0.5 * gap;
+    return {std::cos(middle), std::sin(middle)};
+  }
+  return {1.0, 0.0};
+}
+
+/// The answer of the scan, which must be that of the index as well.
+Point clear(const Subject& s, const Point& p) {
+  const Point scanned = cntr::compute::clearDirection(s.path(), p);
+  if (s.index().isFinite()) {
+    const Point indexed = cntr::compute::clearDirection(s.path(), s.index(), p);
+    EXPECT_TRUE(same(indexed, scanned))
+        << testing::PrintToString(indexed) << " by index, asked " << testing::PrintToString(p);
+  }
+  return scanned;
+}
+
+Point clear(const Points& points, const Point& p) { return clear(Subject(points, true), p); }
+
+Point atAngle(double angle) { return {std::cos(angle), std::sin(angle)}; }
+
+TEST(ClearDirectionTest, BisectsTheFirstWideGapFromTheXAxisOn) {
+  EXPECT_TRUE(same(clear({{1, 1}, {-1, 1}, {-1, -1}, {1, -1}}, {0, 0}), atAngle(pi / 2)));
+  // Between 0 and 45 degrees the gap is as wide as it must be, but not wider.
+  EXPECT_TRUE(same(clear({{2, 0}, {1, 1}, {-1, 1}, {0, -1}}, {0, 0}), atAngle(pi / 2)));
+}
+
+TEST(ClearDirectionTest, ClosesTheTurn) {
+  // Directions 10, 20, ... degrees below a quarter turn: the wide gap is the one round to the
+  // first.
+  Points points;
+  for (int i = 1; i < 9; ++i) {
+    points.push_back(atAngle(i * pi / 18));
+  }
+  const Point direction = clear(points, {0, 0});
+  EXPECT_NEAR(direction.angle().norm().toDouble(), pi / 4 + pi, 1e-12);
+}
+
+TEST(ClearDirectionTest, IsTheXAxisWhereAllVerticesLieInOneDirection) {
+  EXPECT_EQ(clear({{1, 1}}, {0, 0}), Point(1, 0));
+  EXPECT_EQ(clear(Points(50, {-2, 3}), {1, 1}), Point(1, 0));
+  EXPECT_EQ(clear({{0, 1}, {0, 2}, {0, 3}}, {0, 0}), Point(1, 0));
+}
+
+TEST(ClearDirectionTest, LeavesOutVerticesThatAreNan) {
+  EXPECT_TRUE(same(clear({{1, 1}, {nan, 1}, {-1, 1}, {-1, -1}}, {0, 0}), atAngle(pi / 2)));
+  EXPECT_EQ(clear({{nan, 1}, {nan, 2}}, {0, 0}), Point(1, 0));
+}
+
+TEST(ClearDirectionTest, KeepsClearOfEveryVertex) {
+  forEachShape(repetitions(200), shapes::anyFinite, 3, 100,
+               [](const Subject& s, shapes::Random& random) {
+                 const Point p = shapes::queryPoint(random, s.points());
+                 const Point direction = clear(s.points(), p);
+                 if (same(direction, {1.0, 0.0}) || !std::isfinite(p.x() + p.y())) return;
+                 const double room = pi / static_cast<double>(2 * s.points().size());
+                 for (const Point& v : s.points()) {
+                   const double turned = ((v - p).angle() - direction.angle()).norm().toDouble();
+                   EXPECT_GT(std::min(turned, 2 * pi - turned), room * (1 - 1e-9));
+                 }
+               });
+}
+
+TEST(ClearDirectionTest, IsThatOfTheDefinition) {
+  forEachShape(repetitions(600), shapes::any, 1, 300, [](const Subject& s, shapes::Random& random) {
+    const Subject closed(s.points(), true);
+    for (int i = 0; i < 4; ++i) {
+      const Point p = shapes::queryPoint(random, s.points());
+      EXPECT_TRUE(same(clear(closed, p), byDefinition(s.points(), p)));
+    }
+  });
+}
+
+TEST(ClearDirectionTest, OfSmoothOutlinesIsThatOfTheDefinition) {
+  // So many vertices in order round the point that the sweep follows the curve.
+  for (const std::size_t n : {64U, 500U, 3000U}) {
+    const Points points = shapes::smoothStar(n);
+    const Subject s(points, true);
+    for (const Point& p : shapes::pointsInBox(points, repetitions(60))) {
+      EXPECT_TRUE(same(clear(s, p), byDefinition(points, p)));
+    }
+  }
+}
+
+}  // namespace

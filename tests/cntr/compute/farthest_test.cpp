@@ -1,0 +1,97 @@
+// SPDX-License-Identifier: MIT
+//
+// The two vertices farthest apart, by scan and by index.
+
+#include <cntr/compute/farthest.h>
+
+#include <cmath>
+#include <tuple>
+
+#include <testing/twin/repetitions.h>
+
+#include "subject.h"
+
+namespace {
+
+using cntr::compute::farthestPair;
+using cntr::compute::VertexPair;
+using subject::forEachShape;
+using subject::infinity;
+using subject::nan;
+using subject::Points;
+using subject::Subject;
+
+using Answer = std::tuple<std::size_t, std::size_t, double>;
+constexpr Answer nothing{0, 0, 0.0};
+
+Answer answerOf(const std::optional<VertexPair>& pair) {
+  return pair ? Answer(pair->first, pair->second, pair->distance) : nothing;
+}
+
+/// The answer of the scan, which must be that of the index as well.
+Answer farthest(const Subject& s) {
+  const Answer scanned = answerOf(farthestPair(s.path(), nullptr));
+  EXPECT_EQ(answerOf(farthestPair(s.path(), &s.index())), scanned) << "by index";
+  return scanned;
+}
+
+Answer farthest(const Points& points) { return farthest(Subject(points, true)); }
+
+/// The definition: every pair in turn, the first one of the largest distance.
+Answer byDefinition(const Points& points) {
+  Answer best = nothing;
+  for (std::size_t i = 0; i < points.size(); ++i) {
+    for (std::size_t j = i + 1; j < points.size(); ++j) {
+      const double distance = plain::distance(points[i], points[j]);
+      if (distance > std::get<2>(best)) best = {i, j, distance};
+    }
+  }
+  return best;
+}
+
+TEST(FarthestPairTest, IsThePairWithTheLargestDistance) {
+  EXPECT_EQ(farthest(Points{{0, 0}, {1, 0}, {4, 3}}), Answer(0, 2, 5.0));
+  EXPECT_EQ(farthest(Points{{1, 1}, {0, 0}, {2, 2}, {-1, -1}, {6, 8}}),
+            Answer(3, 4, std::sqrt(130.0)));
+}
+
+TEST(FarthestPairTest, IsTheFirstOneOnTies) {
+  EXPECT_EQ(farthest(Points{{0, 0}, {4, 0}, {4, 3}, {0, 3}}), Answer(0, 2, 5.0));
+  EXPECT_EQ(farthest(Points{{2, 0}, {0, 1}, {4, 1}, {2, 0}, {4, 1}, {0, 1}}), Answer(1, 2, 4.0));
+}
+
+TEST(FarthestPairTest, IsNothingWhereNoDistanceIsAboveZero) {
+  EXPECT_FALSE(farthestPair({}, nullptr).has_value());
+  EXPECT_EQ(farthest(Points{{5, 5}}), nothing);
+  EXPECT_EQ(farthest(Points(70, {5, 5})), nothing);
+  EXPECT_EQ(farthest(Points{{nan, 0}, {0, nan}, {1, nan}}), nothing);
+}
+
+TEST(FarthestPairTest, PassesOverNanAndTakesInfiniteDistances) {
+  EXPECT_EQ(farthest(Points{{nan, 0}, {0, 0}, {nan, 9}, {3, 4}}), Answer(1, 3, 5.0));
+  EXPECT_EQ(farthest(Points{{0, 0}, {infinity, 0}, {1, 1}}), Answer(0, 1, infinity));
+  // Infinitely far out on the same side, they are at no distance from each other.
+  EXPECT_EQ(farthest(Points{{infinity, 0}, {infinity, 1}}), nothing);
+}
+
+TEST(FarthestPairTest, OfManyVerticesWithANanIsThatOfTheOthers) {
+  Points points = shapes::regularPolygon(100, 10, {0, 0});
+  points[3] = {nan, 1};
+  EXPECT_EQ(farthest(points), byDefinition(points));
+}
+
+TEST(FarthestPairTest, IsThatOfTheDefinition) {
+  forEachShape(repetitions(400), shapes::any, 2, 150, [](const Subject& s, shapes::Random&) {
+    EXPECT_EQ(farthest(s), byDefinition(s.points()));
+  });
+}
+
+TEST(FarthestPairTest, OfManyTiesIsTheFirst) {
+  for (std::uint64_t seed = 1; seed <= repetitions(100); ++seed) {
+    shapes::Random random(seed);
+    const Points points = shapes::gridPoints(random, 64 + random.below(100), 4);
+    EXPECT_EQ(farthest(points), byDefinition(points)) << seed;
+  }
+}
+
+}  // namespace

@@ -1,0 +1,99 @@
+// SPDX-License-Identifier: MIT
+//
+// The vertex and the edge nearest to a point, by scan and by index.
+
+#include <cntr/compute/nearest.h>
+
+#include <testing/plain/measures.h>
+#include <testing/twin/repetitions.h>
+#include <testing/twin/same.h>
+
+#include "subject.h"
+
+namespace {
+
+using same::same;
+using subject::forEachShape;
+using subject::infinity;
+using subject::nan;
+using subject::Point;
+using subject::Points;
+using subject::Subject;
+
+/// The answers of the scan, which must be those of the index as well.
+std::size_t vertex(const Subject& s, const Point& p) {
+  const std::size_t scanned = cntr::compute::closestVertex(s.path(), nullptr, p);
+  EXPECT_EQ(cntr::compute::closestVertex(s.path(), &s.index(), p), scanned)
+      << "by index, " << testing::PrintToString(p);
+  return scanned;
+}
+
+Point nearest(const Subject& s, const Point& p) {
+  const Point scanned = cntr::compute::closestPoint(s.path(), nullptr, p);
+  const Point indexed = cntr::compute::closestPoint(s.path(), &s.index(), p);
+  EXPECT_TRUE(same(indexed, scanned))
+      << testing::PrintToString(indexed) << " by index, asked " << testing::PrintToString(p);
+  return scanned;
+}
+
+const Points square = {{0, 0}, {4, 0}, {4, 4}, {0, 4}};
+
+TEST(ClosestVertexTest, IsTheNearestOne) {
+  const Subject s(square, true);
+  EXPECT_EQ(vertex(s, {3, 1}), 1U);
+  EXPECT_EQ(vertex(s, {9, 9}), 2U);
+  EXPECT_EQ(vertex(s, {0, 4}), 3U);
+}
+
+TEST(ClosestVertexTest, IsTheFirstOneOnTies) {
+  EXPECT_EQ(vertex(Subject(square, true), {2, 2}), 0U);
+  EXPECT_EQ(vertex(Subject(square, true), {4, 2}), 1U);
+  EXPECT_EQ(vertex(Subject(Points(90, {1, 1}), true), {7, 2}), 0U);
+}
+
+TEST(ClosestVertexTest, OfAnOpenPathMayBeItsFirst) {
+  EXPECT_EQ(vertex(Subject(square, false), {-1, -1}), 0U);
+  EXPECT_EQ(vertex(Subject(square, false), {-1, 5}), 3U);
+}
+
+TEST(ClosestVertexTest, IsTheFirstOneWhereNoDistanceIsFinite) {
+  EXPECT_EQ(vertex(Subject(square, true), {nan, 0}), 0U);
+  EXPECT_EQ(vertex(Subject(square, true), {infinity, 0}), 0U);
+  EXPECT_EQ(vertex(Subject({{nan, 0}, {0, nan}}, true), {1, 1}), 0U);
+  EXPECT_EQ(vertex(Subject({{nan, 0}, {0, 0}, {infinity, 0}}, true), {1, 1}), 1U);
+}
+
+TEST(ClosestPointTest, LiesOnTheNearestEdge) {
+  const Subject closed(square, true);
+  EXPECT_EQ(nearest(closed, {3, 1.5}), Point(4, 1.5));
+  EXPECT_EQ(nearest(closed, {-1, 3}), Point(0, 3));
+  EXPECT_EQ(nearest(closed, {6, 6}), Point(4, 4));
+  EXPECT_EQ(nearest(Subject(square, false), {-1, 3}), Point(0, 4)) << "no edge closes it";
+}
+
+TEST(ClosestPointTest, LiesOnTheFirstOfEquallyNearEdges) {
+  EXPECT_EQ(nearest(Subject(square, true), {2, 2}), Point(0, 2)) << "the closing edge comes first";
+  EXPECT_EQ(nearest(Subject(square, false), {2, 2}), Point(2, 0));
+}
+
+TEST(ClosestPointTest, OfEdgesWithoutLengthIsTheirVertex) {
+  EXPECT_EQ(nearest(Subject({{3, 4}}, true), {0, 0}), Point(3, 4));
+  EXPECT_EQ(nearest(Subject(Points(40, {3, 4}), true), {0, 0}), Point(3, 4));
+}
+
+TEST(ClosestPointTest, IsTheOriginWhereNoDistanceIsFinite) {
+  EXPECT_EQ(nearest(Subject(square, true), {nan, 1}), Point(0, 0));
+  EXPECT_EQ(nearest(Subject({{nan, 1}, {2, nan}}, true), {5, 5}), Point(0, 0));
+}
+
+TEST(NearestTest, IsThatOfThePlainDefinition) {
+  forEachShape(repetitions(600), shapes::any, 2, 120, [](const Subject& s, shapes::Random& random) {
+    for (int i = 0; i < 5; ++i) {
+      const Point p = shapes::queryPoint(random, s.points());
+      EXPECT_EQ(static_cast<long>(vertex(s, p)), plain::closestVertexIndex(s.plain(), p));
+      EXPECT_TRUE(same(nearest(s, p), plain::closestPoint(s.plain(), p, false)));
+    }
+  });
+}
+
+}  // namespace
