@@ -17,7 +17,9 @@ if(PROJECT_IS_TOP_LEVEL)
   find_program(CNTR_CCACHE ccache)
   mark_as_advanced(CNTR_CCACHE)
   if(CNTR_CCACHE AND NOT CMAKE_CXX_COMPILER_LAUNCHER)
-    set(CMAKE_CXX_COMPILER_LAUNCHER ${CNTR_CCACHE})
+    # Precompiled headers are cached on these terms alone.
+    set(CMAKE_CXX_COMPILER_LAUNCHER
+        ${CMAKE_COMMAND} -E env CCACHE_SLOPPINESS=pch_defines,time_macros ${CNTR_CCACHE})
   endif()
 endif()
 

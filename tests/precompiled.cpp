@@ -1,0 +1,3 @@
+// SPDX-License-Identifier: MIT
+//
+// Holds no code: the headers that all test programs use are precompiled along with this file.
