@@ -1,0 +1,95 @@
+// SPDX-License-Identifier: MIT
+//
+// The steps of every set operation in their order.
+
+#include <cntrsets/faces/filledset.h>
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+#include <string>
+
+#include <cntr/contourdefs.h>
+#include <cntrsets/faces/boundary.h>
+#include <cntrsets/validity.h>
+
+namespace cntr::sets {
+namespace {
+
+/// The scaled coordinates have one unit in the last place: that of the largest.
+constexpr int scaledExponent = 480;
+constexpr int scaledUnit = scaledExponent - std::numeric_limits<double>::digits;
+
+std::vector<bool> keptFaces(const Faces& faces, const Rule& rule) {
+  std::vector<bool> kept(faces.windings.size());
+  std::transform(faces.windings.begin(), faces.windings.end(), kept.begin(), rule);
+  return kept;
+}
+
+void restore(std::vector<Point>& ring, const Scaling& scaling) {
+  std::transform(ring.begin(), ring.end(), ring.begin(),
+                 [&](const Point& p) { return scaling.restored(p); });
+}
+
+/// How far a piece can lie from its edge, in scaled coordinates: half a unit for each coordinate
+/// that is rounded.
+double farthestMove(const Noding& noding) {
+  const double unit = noding.grid > 0.0 ? noding.grid : std::ldexp(1.0, scaledUnit);
+  return std::sqrt(0.5) * unit * noding.roundings;
+}
+
+void refuseFlaws(const std::vector<qcRings>& parts) {
+  const std::string flaw = flawOf(parts);
+  if (!flaw.empty())
+    throw qcContourDefs::BadParams(L"the result is not valid: " +
+                                   std::wstring(flaw.begin(), flaw.end()));
+}
+
+}  // namespace
+
+double largestCoordinate(std::span<const std::span<const Point>> rings) {
+  double largest = 0.0;
+  for (const std::span<const Point>& ring : rings) {
+    for (const Point& p : ring) {
+      if (!std::isfinite(p.x()) || !std::isfinite(p.y()))
+        throw qcContourDefs::BadParams(L"a coordinate is not a finite number");
+      largest = std::max({largest, std::abs(p.x()), std::abs(p.y())});
+    }
+  }
+  return largest;
+}
+
+Scaling::Scaling(double largest) : exponent_(0) {
+  if (largest > 0.0) exponent_ = scaledExponent - 1 - std::ilogb(largest);
+}
+
+Point Scaling::scaled(const Point& p) const {
+  return {std::ldexp(p.x(), exponent_), std::ldexp(p.y(), exponent_)};
+}
+
+Point Scaling::restored(const Point& p) const { return {restored(p.x()), restored(p.y())}; }
+
+double Scaling::restored(double length) const { return std::ldexp(length, -exponent_); }
+
+FilledSet filledSet(std::span<const std::span<const Point>> rings, const Rule& rule) {
+  const Scaling scaling(largestCoordinate(rings));
+  std::vector<Piece> pieces = piecesOf(rings);
+  for (Piece& piece : pieces)
+    piece = {scaling.scaled(piece.from), scaling.scaled(piece.to), piece.ring};
+
+  const std::size_t edges = pieces.size();
+  const Noding noding = node(std::move(pieces));
+  const Faces faces = facesOf(noding.pieces);
+  FilledSet result{boundaryOf(faces, keptFaces(faces, rule))};
+  for (qcRings& part : result.parts) {
+    restore(part.outline, scaling);
+    for (std::vector<Point>& hole : part.holes) restore(hole, scaling);
+  }
+  result.cut = noding.pieces.size() != edges || noding.roundings > 0;
+  result.grid = scaling.restored(noding.grid);
+  result.moved = scaling.restored(farthestMove(noding));
+  if (result.cut) refuseFlaws(result.parts);
+  return result;
+}
+
+}  // namespace cntr::sets

@@ -1,0 +1,52 @@
+// SPDX-License-Identifier: MIT
+//
+// From rings and a rule to the boundary of what the rule keeps: noding.h, faces.h and boundary.h
+// one after the other, in coordinates scaled by a power of two.
+
+#pragma once
+
+#include <functional>
+#include <span>
+#include <vector>
+
+#include <cntrsets/faces/faces.h>
+#include <cntrsets/rings.h>
+
+namespace cntr::sets {
+
+/// Whether a face of these windings is kept. The outside, around which nothing winds, must not be.
+using Rule = std::function<bool(const Windings&)>;
+
+/// The largest size of a coordinate, 0 for none. Throws qcContourDefs::BadParams "a coordinate is
+/// not a finite number".
+double largestCoordinate(std::span<const std::span<const Point>> rings);
+
+/// A power of two, by its exponent, that coordinates are multiplied with. The largest comes to lie
+/// between 2^479 and 2^480, so that products of two coordinates neither overflow nor, in any
+/// outline of less than 280 orders of magnitude, lose digits below the smallest double.
+class Scaling {
+ public:
+  explicit Scaling(double largest);
+
+  Point scaled(const Point& p) const;
+  Point restored(const Point& p) const;
+  double restored(double length) const;
+
+ private:
+  int exponent_;
+};
+
+struct FilledSet {
+  std::vector<qcRings> parts;
+  /// The rings met in more than their vertices: the result has edges that are not the input's.
+  bool cut = false;
+  /// See Noding.
+  double grid = 0.0;
+  /// The farthest that an edge was moved.
+  double moved = 0.0;
+};
+
+/// The boundary of the faces that the rule keeps, see sets.h for its form and for what is thrown.
+FilledSet filledSet(std::span<const std::span<const Point>> rings, const Rule& rule);
+
+}  // namespace cntr::sets

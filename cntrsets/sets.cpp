@@ -1,0 +1,179 @@
+// SPDX-License-Identifier: MIT
+//
+// The rules of the set operations. How faces and their boundary are found is in faces/.
+
+#include <cntrsets/sets.h>
+
+#include <algorithm>
+#include <cmath>
+#include <numeric>
+#include <utility>
+
+#include <cntr/contourdefs.h>
+#include <cntrsets/faces/filledset.h>
+#include <cntrsets/offset.h>
+
+namespace {
+
+using cntr::sets::FilledSet;
+using cntr::sets::Point;
+using cntr::sets::Rule;
+using cntr::sets::Winding;
+using cntr::sets::Windings;
+using Feature = std::vector<qcRings>;
+
+/// The rings of one or two features in one list, outlines before their holes.
+class RingList {
+ public:
+  explicit RingList(const Feature& feature) { add(feature, 0); }
+  RingList(const Feature& a, const Feature& b) {
+    add(a, 0);
+    add(b, 1);
+  }
+
+  const std::vector<std::span<const Point>>& rings() const { return rings_; }
+
+  /// Whether a face of these windings is in the filled set of a feature by the rule eNonZero.
+  bool fills(int feature, const Windings& windings) const {
+    for (std::size_t i = 0; i < windings.size(); ++i) {
+      const Role& role = roles_[windings[i].ring];
+      if (role.feature != feature || role.isHole) continue;
+      if (i + 1 == windings.size() || roles_[windings[i + 1].ring].part != role.part) return true;
+    }
+    return false;
+  }
+
+ private:
+  /// What a ring is.
+  struct Role {
+    int feature;
+    std::size_t part;
+    bool isHole;
+  };
+
+  void add(const Feature& feature, int number) {
+    for (const qcRings& part : feature) {
+      rings_.emplace_back(part.outline);
+      roles_.push_back({number, parts_, false});
+      for (const std::vector<Point>& hole : part.holes) {
+        rings_.emplace_back(hole);
+        roles_.push_back({number, parts_, true});
+      }
+      ++parts_;
+    }
+  }
+
+  std::vector<std::span<const Point>> rings_;
+  std::vector<Role> roles_;
+  std::size_t parts_ = 0;
+};
+
+int sumOf(const Windings& windings) {
+  return std::accumulate(windings.begin(), windings.end(), 0,
+                         [](int sum, const Winding& winding) { return sum + winding.times; });
+}
+
+Rule ruleOf(const RingList& list, qcPolygon::PolyFillMode rule) {
+  if (rule == qcPolygon::eEvenOdd)
+    return [](const Windings& windings) { return sumOf(windings) % 2 != 0; };
+  return [&list](const Windings& windings) { return list.fills(0, windings); };
+}
+
+/// The faces that `keeps(in a, in b)` wants.
+template <class Keeps>
+Feature combined(const Feature& a, const Feature& b, Keeps keeps) {
+  const RingList list(a, b);
+  return cntr::sets::filledSet(list.rings(),
+                               [&](const Windings& windings) {
+                                 return keeps(list.fills(0, windings), list.fills(1, windings));
+                               })
+      .parts;
+}
+
+/// Signed area, counter-clockwise positive, from the first vertex so that few digits are lost.
+double areaOf(const std::vector<Point>& ring) {
+  double doubled = 0.0;
+  for (std::size_t i = 2; i < ring.size(); ++i) {
+    const Point a = ring[i - 1] - ring[0];
+    const Point b = ring[i] - ring[0];
+    doubled += a.x() * b.y() - a.y() * b.x();
+  }
+  return 0.5 * doubled;
+}
+
+double lengthOf(std::span<const Point> ring) {
+  double length = 0.0;
+  for (std::size_t i = 0; i < ring.size(); ++i)
+    length += ring[i].distance(ring[i == 0 ? ring.size() - 1 : i - 1]);
+  return length;
+}
+
+qcRepairReport reportOf(const Feature& feature, const RingList& list, const FilledSet& filled) {
+  qcRepairReport report;
+  report.changed = feature != filled.parts;
+  report.snapped = filled.grid > 0.0;
+  report.gridSize = filled.grid;
+  for (const std::span<const Point>& ring : list.rings()) {
+    report.verticesBefore += ring.size();
+    report.areaError += lengthOf(ring) * filled.moved;
+  }
+  report.parts = filled.parts.size();
+  for (const qcRings& part : filled.parts) {
+    report.area += areaOf(part.outline);
+    report.verticesAfter += part.outline.size();
+    report.holes += part.holes.size();
+    for (const std::vector<Point>& hole : part.holes) {
+      report.area += areaOf(hole);
+      report.verticesAfter += hole.size();
+    }
+  }
+  return report;
+}
+
+}  // namespace
+
+std::vector<qcRings> qf_MakeValid(const std::vector<qcRings>& feature, qcPolygon::PolyFillMode rule,
+                                  qcRepairReport* report) {
+  const RingList list(feature);
+  FilledSet filled = cntr::sets::filledSet(list.rings(), ruleOf(list, rule));
+  if (filled.parts.empty()) throw qcContourDefs::BadParams(L"the feature has no area");
+  if (report != nullptr) *report = reportOf(feature, list, filled);
+  return std::move(filled.parts);
+}
+
+std::vector<qcRings> qf_Union(const std::vector<qcRings>& a, const std::vector<qcRings>& b) {
+  return combined(a, b, [](bool inA, bool inB) { return inA || inB; });
+}
+
+std::vector<qcRings> qf_Intersection(const std::vector<qcRings>& a, const std::vector<qcRings>& b) {
+  return combined(a, b, [](bool inA, bool inB) { return inA && inB; });
+}
+
+std::vector<qcRings> qf_Difference(const std::vector<qcRings>& a, const std::vector<qcRings>& b) {
+  return combined(a, b, [](bool inA, bool inB) { return inA && !inB; });
+}
+
+std::vector<qcRings> qf_SymmetricDifference(const std::vector<qcRings>& a,
+                                            const std::vector<qcRings>& b) {
+  return combined(a, b, [](bool inA, bool inB) { return inA != inB; });
+}
+
+std::vector<qcRings> qf_Offset(const std::vector<qcRings>& feature, double distance,
+                               double arcTolerance) {
+  if (!std::isfinite(distance))
+    throw qcContourDefs::BadParams(L"the distance is not a finite number");
+  if (!(arcTolerance > 0.0)) throw qcContourDefs::BadParams(L"the arc tolerance must be above 0");
+  const Feature none;
+  Feature filled = qf_Union(feature, none);
+  if (distance == 0.0) return filled;
+
+  std::vector<std::vector<Point>> curves;
+  for (const qcRings& part : filled) {
+    curves.push_back(cntr::sets::offsetCurve(part.outline, distance, arcTolerance));
+    for (const std::vector<Point>& hole : part.holes)
+      curves.push_back(cntr::sets::offsetCurve(hole, distance, arcTolerance));
+  }
+  const std::vector<std::span<const Point>> rings(curves.begin(), curves.end());
+  return cntr::sets::filledSet(rings, [](const Windings& windings) { return sumOf(windings) > 0; })
+      .parts;
+}

@@ -1,0 +1,127 @@
+// SPDX-License-Identifier: MIT
+//
+// Pieces after noding: they meet at their ends alone and are still the rings that were given.
+
+#include <cntrsets/faces/noding.h>
+
+#include <algorithm>
+#include <cmath>
+#include <string>
+
+#include <cntr/contourdefs.h>
+#include <gtest/gtest.h>
+#include <testing/shapes/shapes.h>
+
+namespace {
+
+using cntr::sets::node;
+using cntr::sets::nodeOnGrid;
+using cntr::sets::nodeUnlessCrossed;
+using cntr::sets::Noding;
+using cntr::sets::orientation;
+using cntr::sets::Piece;
+using cntr::sets::Point;
+
+/// In the range of coordinates that noding works in.
+std::vector<Piece> scaledPieces(const shapes::Points& ring) {
+  double largest = 1.0;
+  for (const Point& p : ring) largest = std::max({largest, std::abs(p.x()), std::abs(p.y())});
+  shapes::Points scaled;
+  for (const Point& p : ring) scaled.push_back(p * std::ldexp(1.0, 479 - std::ilogb(largest)));
+  const std::vector<std::span<const Point>> rings{scaled};
+  return cntr::sets::piecesOf(rings);
+}
+
+bool liesWithin(const Piece& piece, const Point& p) {
+  if (p == piece.from || p == piece.to || orientation(piece.from, piece.to, p) != 0) return false;
+  return std::min(piece.from.x(), piece.to.x()) <= p.x() &&
+         p.x() <= std::max(piece.from.x(), piece.to.x()) &&
+         std::min(piece.from.y(), piece.to.y()) <= p.y() &&
+         p.y() <= std::max(piece.from.y(), piece.to.y());
+}
+
+bool meetElsewhere(const Piece& a, const Piece& b) {
+  if (orientation(a.from, a.to, b.from) * orientation(a.from, a.to, b.to) < 0 &&
+      orientation(b.from, b.to, a.from) * orientation(b.from, b.to, a.to) < 0)
+    return true;
+  return liesWithin(a, b.from) || liesWithin(a, b.to) || liesWithin(b, a.from) ||
+         liesWithin(b, a.to);
+}
+
+void expectNoded(const std::vector<Piece>& pieces, std::uint64_t seed) {
+  for (std::size_t i = 0; i < pieces.size(); ++i) {
+    EXPECT_EQ(pieces[i].to, pieces[(i + 1) % pieces.size()].from) << "seed " << seed;
+    for (std::size_t j = 0; j < i; ++j)
+      ASSERT_FALSE(meetElsewhere(pieces[i], pieces[j])) << "seed " << seed;
+  }
+}
+
+TEST(PiecesOf, LeavesOutEdgesOfNoLength) {
+  const shapes::Points ring{{0, 0}, {0, 0}, {1, 0}, {1, 1}, {0, 0}};
+  const shapes::Points point{{3, 3}, {3, 3}};
+  const std::vector<std::span<const Point>> rings{point, ring, {}};
+  const std::vector<Piece> pieces = cntr::sets::piecesOf(rings);
+  ASSERT_EQ(pieces.size(), 3U);
+  EXPECT_EQ(pieces[0].from, Point(0, 0));
+  EXPECT_EQ(pieces[0].to, Point(1, 0));
+  EXPECT_EQ(pieces[2].to, Point(0, 0));
+  EXPECT_EQ(pieces[1].ring, 1U);
+}
+
+TEST(Node, LeavesPiecesThatMeetAtTheirEndsAlone) {
+  for (std::uint64_t seed = 0; seed < 400; ++seed) {
+    const Noding noding = node(scaledPieces(shapes::anyFinite(seed, 40).points));
+    expectNoded(noding.pieces, seed);
+    if (testing::Test::HasFatalFailure()) return;
+  }
+}
+
+TEST(Node, NeedsAGridForFewOutlinesAndNoneWithoutNearlyParallelEdges) {
+  int onGrid = 0;
+  for (std::uint64_t seed = 0; seed < 1000; ++seed) {
+    const shapes::Shape shape = shapes::anyFinite(seed, 40);
+    onGrid += node(scaledPieces(shape.points)).grid > 0.0;
+    shapes::Random random(seed);
+    EXPECT_EQ(node(scaledPieces(shapes::cloud(random, 40))).grid, 0.0) << "seed " << seed;
+  }
+  EXPECT_GT(onGrid, 0);
+  EXPECT_LT(onGrid, 40);
+}
+
+TEST(Node, SettlesWhereCrossingsAreFinerThanTheCoordinates) {
+  for (std::uint64_t seed = 0; seed < 40; ++seed) {
+    shapes::Random random(seed);
+    shapes::Points ring;
+    for (int i = 0; i < 30; ++i)
+      ring.push_back({0x1p52 + static_cast<double>(random.below(200)),
+                      0x1p52 + static_cast<double>(random.below(200))});
+    expectNoded(node(scaledPieces(ring)).pieces, seed);
+    if (testing::Test::HasFatalFailure()) return;
+  }
+}
+
+TEST(NodeOnGrid, LeavesPiecesOnTheGridThatMeetAtTheirEndsAlone) {
+  for (std::uint64_t seed = 0; seed < 200; ++seed) {
+    const double grid = std::ldexp(1.0, seed % 2 == 0 ? 470 : 440);
+    const Noding noding = nodeOnGrid(scaledPieces(shapes::anyFinite(seed, 30).points), grid);
+    ASSERT_GT(noding.roundings, 0) << "seed " << seed;
+    EXPECT_EQ(noding.grid, grid);
+    for (const Piece& piece : noding.pieces) {
+      EXPECT_EQ(std::fmod(piece.from.x(), grid), 0.0);
+      EXPECT_EQ(std::fmod(piece.from.y(), grid), 0.0);
+    }
+    expectNoded(noding.pieces, seed);
+    if (testing::Test::HasFatalFailure()) return;
+  }
+}
+
+TEST(NodeUnlessCrossed, CutsAtVerticesAndTellsOfCrossings) {
+  const shapes::Points touching{{0, 0}, {8, 0}, {8, 8}, {4, 0}, {0, 8}};
+  const Noding touches = nodeUnlessCrossed(scaledPieces(touching));
+  EXPECT_FALSE(touches.crossed);
+  EXPECT_EQ(touches.pieces.size(), 6U);
+  EXPECT_EQ(touches.roundings, 0);
+  EXPECT_TRUE(nodeUnlessCrossed(scaledPieces({{0, 0}, {8, 8}, {8, 0}, {0, 8}})).crossed);
+}
+
+}  // namespace
