@@ -25,6 +25,9 @@
 #include <platform/core/xform.h>
 #include <platform/display/tablet.h>
 
+/// @addtogroup contours
+/// @{
+
 class qcRegion;
 struct qc_ContourCache;
 namespace cntr::compute {
@@ -46,8 +49,8 @@ struct Path;
 /// (p[0], p[1]), ..., (p[n-2], p[n-1]), an open one (p[0], p[1]), ..., (p[n-2], p[n-1]).
 /// Sums run in this order, and of several equally good answers the first one counts.
 ///
-/// Costs are told for a contour of n vertices. What tells none takes O(n) time at worst; memory is
-/// O(n) but for what is said otherwise, and the indexes take less than the vertices do.
+/// Costs are given for a contour of n vertices. Where none is given, the time is O(n) at worst;
+/// memory is O(n) unless stated otherwise, and the indexes take less than the vertices.
 class CNTR_EXPORT qcContour : public virtual qcPersistent, public virtual qcRepBase {
  public:
   /// Any number of vertices is accepted; queries that need a curve throw
@@ -56,21 +59,21 @@ class CNTR_EXPORT qcContour : public virtual qcPersistent, public virtual qcRepB
   /// The polygon's vertices, all of them. Closed when the first and the last coincide within 1e-15
   /// (which keeps the repeated vertex); a polygon without vertices gives an empty open contour.
   qcContour(const qcPolygon& polygon, unsigned long label);
-  /// Copies the answers already given, too; the copy is independent. Vertices and indexes are
-  /// shared until one of the two changes: the time does not depend on their number, unless a
-  /// derived class asked for the edges as shapes.
+  /// Copies the remembered answers too; the copy is independent. Vertices and indexes are shared
+  /// until one of the two changes: the time does not depend on their number, unless a derived class
+  /// has asked for the edges as shapes.
   qcContour(const qcContour& other);
   /// Copies like the copy constructor, after forgetting this object's own answers.
   qcContour& operator=(const qcContour& other);
   ~qcContour() override;
 
-  /// Equal closedness, equal vertices (exactly) and equal cachedVectorSize. The label takes no
-  /// part.
+  /// True when both are open or both closed, and vertices (exactly) and cachedVectorSize are equal.
+  /// Labels are not compared.
   bool operator==(const qcContour& other) const;
 
   /// The vertices in order. A closed contour does not repeat its first vertex, unless it was given
-  /// so. The list stays as it is until the contour is assigned to, given other vertices, loaded or
-  /// destroyed.
+  /// that way. The list stays as it is until the contour is assigned to, given other vertices,
+  /// loaded or destroyed.
   const std::vector<qcVector<2>>& points() const noexcept { return *points_; }
   /// Replaces the vertices and forgets all answers. The closed flag and the label are kept.
   virtual void points(const std::vector<qcVector<2>>& points);
@@ -78,14 +81,14 @@ class CNTR_EXPORT qcContour : public virtual qcPersistent, public virtual qcRepB
   virtual bool isClosed() const { return closed_; }
   /// Opens or closes the contour and forgets all answers.
   virtual void isClosed(bool closed);
-  /// The caller's own number; 0 unless it was given.
+  /// A number for the caller's own use; 0 unless given.
   unsigned long label() const noexcept { return label_; }
   /// Sets the label; answers are kept. An archive holds labels of up to 32 bits.
   void label(unsigned long label);
-  /// The capacity of each list of remembered answers that is keyed by an argument (by angle, by
+  /// The capacity of each list of remembered answers that depend on an argument (an angle, a
   /// transform); 3 in a new contour. Such a list holds at most one answer more than that.
   long cachedVectorSize() const noexcept { return cachedVectorSize_; }
-  /// Takes effect with the next answer that is remembered; lists are not trimmed. Throws
+  /// Takes effect when the next answer is remembered; lists are not shortened. Throws
   /// qcContourDefs::BadParams, and changes nothing, when `size` is negative.
   void cachedVectorSize(long size);
 
@@ -114,16 +117,17 @@ class CNTR_EXPORT qcContour : public virtual qcPersistent, public virtual qcRepB
   /// O(n log n), remembered.
   void convexHull(qcRegion& hull) const;
   /// The ellipse that fits the vertices best and its residual (root mean square distance), or a
-  /// circle where no ellipse fits; see qf_FitEllipse(), which also tells what a residual of -1
-  /// means. Throws EmptyContour for fewer than 2 vertices. O(n), remembered.
+  /// circle where no ellipse fits; see qf_FitEllipse(), also for a residual of -1. Throws
+  /// EmptyContour for fewer than 2 vertices. O(n), remembered.
   void fitEllipse(qcEllipse& ellipse, double& error) const;
 
   /// A circle from vertex distances, see qcContourDefs::DiameterMode; not the minimum enclosing
-  /// circle. Closedness plays no part. eFarthestVertexPair gives, of several farthest pairs, the
-  /// first in the order of (i, j), and a default circle when all vertices coincide or there are
-  /// none. eFromFirstVertex throws EmptyContour without vertices. Any other mode throws BadParams
-  /// "diameterMode is not one of the valid enums". Remembered by mode. O(n); the farthest pair O(n
-  /// log n) for well-behaved outlines, O(n^2) at worst: neighbours far apart, all near the rim.
+  /// circle. Open and closed contours give the same. eFarthestVertexPair takes, of several farthest
+  /// pairs, the first in the order of (i, j), and a default circle when all vertices coincide or
+  /// there are none. eFromFirstVertex throws EmptyContour without vertices. Any other mode throws
+  /// BadParams "diameterMode is not one of the valid enums". Remembered by mode. O(n); the farthest
+  /// pair O(n log n) for well-behaved outlines, O(n^2) at worst: neighbours far apart, all near the
+  /// rim.
   qcCircle encloseCircle(qcContourDefs::DiameterMode mode) const;
   /// Twice the radius of encloseCircle(mode): with eFromFirstVertex it can be nearly twice the
   /// largest extent.
@@ -144,13 +148,13 @@ class CNTR_EXPORT qcContour : public virtual qcPersistent, public virtual qcRepB
   /// as many segments; there may be as many crossings as pairs of edges.
   std::vector<qcVector<2>> intersections(const qcContour& other) const;
   /// True when an edge crosses another one away from its own ends. Edges that only meet at a vertex
-  /// or overlap along a line do not count; a vertex on the inside of another edge does. False for
+  /// or overlap along a line do not count; a vertex in the interior of another edge does. False for
   /// fewer than 2 vertices. O(n log n) for well-behaved outlines, also where many edges lie side by
   /// side or on one line; O(n^2) at worst. Remembered.
   bool isSelfIntersecting() const;
-  /// The vertices nearer than `tolerance` to `point`, out of a grid of cells of that size: cell by
-  /// cell (x-major), ascending within a cell. A grid is kept for every tolerance that was asked
-  /// for. Cell numbers saturate at 64 bits, so a tolerance of 0 finds nothing. Throws EmptyContour
+  /// The vertices nearer than `tolerance` to `point`, from a grid of cells of that size: cell by
+  /// cell (x-major), ascending within a cell. A grid is kept for every tolerance used. Cell numbers
+  /// saturate at 64 bits, so a tolerance of 0 finds nothing. Throws EmptyContour
   /// for fewer than 2 vertices. O(n) for the first query with a tolerance, whose grid takes up to
   /// 80 bytes for each vertex; after that in proportion to the vertices in nine cells, O(n) at
   /// worst.
@@ -188,12 +192,13 @@ class CNTR_EXPORT qcContour : public virtual qcPersistent, public virtual qcRepB
   /// flag. Loading sets the label to 0.
   void serializeOldRecord_(qcArchive& archive, const char* source, int line);
 
-  /// Hooks of contours that carry data for each vertex; they do nothing here.
+  /// Hook for contours that carry data for each vertex: called when the points have been set. Does
+  /// nothing here.
   virtual void makeDataConsistentWithPoints();
-  /// The hook's counterpart: called when the data were set.
+  /// Its counterpart: called when the data have been set.
   virtual void makePointsConsistentWithData();
-  /// Forgets every answer and sends a change notice. The one place where answers are forgotten:
-  /// whatever changes the vertices or the closed flag ends here.
+  /// Forgets every answer and sends a change notice. This is the only place where answers are
+  /// forgotten: every change of the vertices or the closed flag ends here.
   virtual void cleanCacheInfo();
 
   /// Replaces the vertices without calling makeDataConsistentWithPoints().
@@ -204,14 +209,14 @@ class CNTR_EXPORT qcContour : public virtual qcPersistent, public virtual qcRepB
   /// The middle edge length (the upper one of two). Throws EmptyContour for fewer than 2 vertices.
   /// O(n), remembered.
   double medianFeatureSize() const;
-  /// Builds what lineSegs() and validLine() return, unless it is there.
+  /// Builds what lineSegs() and validLine() return, unless it already exists.
   void computeLineSegs() const;
   /// The edges as segments, in order; a default segment for an edge whose ends coincide within
   /// 1e-15. Built on first use.
   const std::vector<qcLineSeg>& lineSegs() const;
   /// For each edge whether its ends are apart. Built on first use.
   const std::vector<bool>& validLine() const;
-  /// As the public form; `segIndices` receives the index of the crossed edge of each point.
+  /// Like the public form; `segIndices` receives the index of the crossed edge for each point.
   std::vector<qcVector<2>> intersections(const qcLineSeg& segment, std::vector<int>& segIndices,
                                          bool countEndpointTouches) const;
 
@@ -248,3 +253,5 @@ class CNTR_EXPORT qcContour : public virtual qcPersistent, public virtual qcRepB
   long cachedVectorSize_ = 3;
   mutable std::unique_ptr<qc_ContourCache> cache_;
 };
+
+/// @}

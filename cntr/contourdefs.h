@@ -11,6 +11,9 @@
 #include <cntr/export.h>
 #include <platform/core/exception.h>
 
+/// @addtogroup contours
+/// @{
+
 /// A class used as a namespace: `qcContourDefs::eOuterHull`, `qcContourDefs::BadParams`.
 class CNTR_EXPORT qcContourDefs {
  public:
@@ -25,7 +28,7 @@ class CNTR_EXPORT qcContourDefs {
     eFromFirstVertex = 1
   };
 
-  /// What becomes of regions that cross themselves or each other. Any other value acts as 0.
+  /// What is done with regions that cross themselves or each other. Any other value acts as 0.
   enum IntersectionMode : std::int32_t {
     /// They are kept as given.
     eNoIntersectionRepair = 0,
@@ -35,8 +38,8 @@ class CNTR_EXPORT qcContourDefs {
     eRegularize = 2
   };
 
-  /// Everything that this library throws on its own account; abstract. Failures of the platform
-  /// (archives, null handles, singular transforms) pass through unwrapped.
+  /// Base of the exceptions of this library; abstract. Failures of the platform (archives, null
+  /// handles, singular transforms) pass through unchanged.
   ///
   /// Records: each class is a version byte 0, then the records of its bases. The message is not
   /// stored: an exception read back keeps its class and number and has an empty message.
@@ -131,3 +134,5 @@ class CNTR_EXPORT qcContourDefs {
     static qc_Instantiator sExemplar;
   };
 };
+
+/// @}

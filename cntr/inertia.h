@@ -16,6 +16,9 @@
 #include <platform/core/vector.h>
 #include <platform/image/edgelet.h>
 
+/// @addtogroup moments
+/// @{
+
 /// Zeroth, first and central second moments of a plane body: a plain value.
 ///
 /// The matrix holds the second moments about the centre of mass: element (0,0) the integral of
@@ -39,10 +42,10 @@ class CNTR_EXPORT qc_InertiaData {
   /// The second moments about the centre of mass, in the fourth power of the coordinates' unit.
   const qcMatrix<2>& inertiaMatrix() const noexcept { return matrix_; }
 
-  /// The combined body. Bodies of one sign add; a body and one of the other sign (a hole)
-  /// subtract: the negative operand's moments are taken away. When the hole is the larger, the
-  /// matrix may have a negative diagonal. A record of area exactly 0 adds nothing. When the areas
-  /// cancel (|sum| <= 1e-16) the combined centre is (0, 0).
+  /// The combined body. Bodies of the same sign add up; a body and one of the opposite sign (a
+  /// hole) subtract: the negative operand's moments are taken away. When the hole is the larger,
+  /// the matrix may have a negative diagonal. A record of area exactly 0 adds nothing. When the
+  /// areas cancel (|sum| <= 1e-16) the combined centre is (0, 0).
   qc_InertiaData operator+(const qc_InertiaData& other) const noexcept;
 
  private:
@@ -80,7 +83,9 @@ CNTR_EXPORT qcVector<2> centerOfMass(const std::vector<qcVector<2>>& points);
 /// centroid and each edge. The record of nothing for fewer than 3 vertices.
 ///
 /// Meaningful for outlines that do not cross themselves. Clockwise ones must be convex: seen from
-/// the centroid, an edge that runs backwards is a hole, and adding a hole to an outline of negative
-/// area takes the wrong one's moments away. Reverse a clockwise outline that has reflex corners
+/// the centroid, an edge that runs backwards counts as a hole, and adding a hole to an outline of
+/// negative area subtracts the wrong moments. Reverse a clockwise outline with reflex corners
 /// first. O(n), allocates n records.
 CNTR_EXPORT qc_InertiaData qf_InertiaDataPolygon(const std::vector<qcVector<2>>& points);
+
+/// @}

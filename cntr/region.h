@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// qcRegion, a planar area: a closed outer boundary and holes, which are regions themselves. The
+// qcRegion, a planar area: a closed outline and holes, which are regions themselves. The
 // boundary is the region's qcContour part, so every query of contour.h asks the boundary alone;
 // the queries here take the holes into account. Sets of regions are in regionst.h.
 
@@ -13,15 +13,18 @@
 #include <cntr/contour.h>
 #include <platform/core/matrix.h>
 
+/// @addtogroup regions
+/// @{
+
 struct qc_RegionCache;
 
-/// An area with holes. Holes are shared and immutable once handed in: change a hole afterwards and
-/// an answer may be that of before the change.
+/// An area with holes. Holes are shared and must not be changed once they have been handed over: a
+/// later answer may be that from before the change.
 ///
-/// Measures need an outer boundary of 3 vertices or more and throw qcContourDefs::EmptyContour
+/// Measures need an outline of 3 vertices or more and throw qcContourDefs::EmptyContour
 /// otherwise. A null handle among the holes throws qcBadPointer when it is first met.
 ///
-/// A question with holes costs what it costs the outer boundary and each hole, see contour.h; it
+/// A question with holes costs what it costs the outline and each hole, see contour.h; it
 /// does not look for the holes that matter.
 class CNTR_EXPORT qcRegion : public virtual qcContour {
  public:
@@ -35,20 +38,20 @@ class CNTR_EXPORT qcRegion : public virtual qcContour {
   /// A copy of the contour's vertices, label and cachedVectorSize. The region is closed even when
   /// the contour is open (its stored flag stays open, and is what archives store).
   qcRegion(const qcContour& contour, qcContourDefs::IntersectionMode mode);
-  /// Copies the answers already given, too. Holes are shared, not cloned.
+  /// Copies the remembered answers too. Holes are shared, not cloned.
   qcRegion(const qcRegion& other);
   /// Copies like the copy constructor, after forgetting this object's own answers.
   qcRegion& operator=(const qcRegion& other);
   ~qcRegion() override;
 
-  /// Compares the outer boundaries as contours. Holes are not compared: two regions that differ
+  /// Compares the outlines as contours. Holes are not compared: two regions that differ
   /// only in their holes are equal; compare holes() as well where that matters.
   bool operator==(const qcRegion& other) const;
 
   /// The holes in the order in which they were set.
   const std::vector<qcPtrHandle_const<qcRegion>>& holes() const noexcept { return holes_; }
   /// Replaces all holes and forgets all answers. Every new hole is checked first: a null handle
-  /// throws qcBadPointer, a hole whose outer boundary crosses or touches this one's (as
+  /// throws qcBadPointer, a hole whose outline crosses or touches this one's (as
   /// intersections() reports it) throws BadParams "holes cannot intersect region"; the holes are
   /// then as before.
   ///
@@ -63,22 +66,21 @@ class CNTR_EXPORT qcRegion : public virtual qcContour {
   /// Accepts true, which changes nothing; false throws qcContourDefs::RegionCannotBeSetOpen.
   void isClosed(bool closed) override;
 
-  /// Area of the outer boundary, less the areas of the holes when `considerHoles`. Only one level
-  /// is subtracted: holes of a hole are not added back; add area(true) of those yourself.
-  /// Remembered.
+  /// Area of the outline, less the areas of the holes with `considerHoles`. Only one level is
+  /// subtracted: holes in a hole are not added back; add area(true) of those yourself. Remembered.
   double area(bool considerHoles) const;
-  /// Centre of mass of the outer boundary, or with `considerHoles` of the area without the holes.
+  /// Centre of mass of the outline, or with `considerHoles` of the area without the holes.
   ///
-  /// With holes it is computed by the first call after a change alone: later calls return (0, 0).
-  /// Keep the first answer. Otherwise remembered.
+  /// With holes only the first call after a change computes it: later calls return (0, 0). Keep the
+  /// first answer. Otherwise remembered.
   qcVector<2> centerOfMass(bool considerHoles) const;
-  /// Second moments of the outer boundary about its centre of mass, see qf_InertiaDataPolygon().
+  /// Second moments of the outline about its centre of mass, see qf_InertiaDataPolygon().
   /// With `considerHoles` on a region that has holes: throws BadParams
   /// "inertiaMatrix(considerHoles) is not implemented"; add up qc_InertiaData records of the
   /// boundary and, with negative area, of each hole instead. Remembered.
   qcMatrix<2> inertiaMatrix(bool considerHoles) const;
 
-  /// True when p lies inside the outer boundary and, with `considerHoles`, in none of its holes (a
+  /// True when p lies inside the outline and, with `considerHoles`, in none of its holes (a
   /// point in a hole of a hole is inside again).
   ///
   /// Decided by counting the crossings of a ray with the boundary, in a direction that keeps clear
@@ -87,29 +89,29 @@ class CNTR_EXPORT qcRegion : public virtual qcContour {
   /// twice the largest distance of a vertex from the first one: for points near a corner of the
   /// bounding box it can fall short of the far side.
   ///
-  /// For each boundary O(log n) for well-behaved outlines, O(1) mostly once it was asked often
-  /// (which takes up to 100 bytes for each vertex and 2,000 more), O(n log n) at worst. A hole is
-  /// decided once, however many handles lead to it.
+  /// For each boundary O(log n) for well-behaved outlines, mostly O(1) once it has been asked often
+  /// (which takes up to 100 bytes for each vertex and 2,000 more), O(n log n) at worst. Each hole
+  /// is decided only once, however many handles lead to it.
   bool inside(const qcVector<2>& p, bool considerHoles) const;
   /// Distance from p to the nearest boundary point or vertex; 0 when `zeroIfInside` and
   /// inside(p, considerHoles).
   double distToPoint(const qcVector<2>& p, bool vertexOnly, bool considerHoles,
                      bool zeroIfInside) const;
-  /// The nearest vertex, or boundary point, of the outer boundary and the holes; the outer boundary
+  /// The nearest vertex, or boundary point, of the outline and the holes; the outline
   /// and earlier holes win ties. `considerHoles` matters with `vertexOnly` alone: otherwise holes
-  /// are always searched; ask the contour, closestPoint(p, false), for the outer boundary.
+  /// are always searched; ask the contour, closestPoint(p, false), for the outline.
   qcVector<2> closestPoint(const qcVector<2>& p, bool vertexOnly, bool considerHoles) const;
   /// The index of the nearest vertex and, in `holeIndex`, the hole whose boundary it belongs to
-  /// (-1: the outer boundary).
+  /// (-1: the outline).
   long closestVertexIndex(const qcVector<2>& p, bool considerHoles, long& holeIndex) const;
-  /// Crossings of a segment with the outer boundary, then with each hole's boundary in hole order;
+  /// Crossings of a segment with the outline, then with each hole's boundary in hole order;
   /// sorted along the segment within each boundary.
   std::vector<qcVector<2>> intersections(const qcLineSeg& segment, bool countEndpointTouches,
                                          bool considerHoles) const;
-  /// Crossings of `other` with the outer boundary, then with each hole's boundary.
+  /// Crossings of `other` with the outline, then with each hole's boundary.
   std::vector<qcVector<2>> intersections(const qcContour& other, bool considerHoles) const;
 
-  /// The outer boundary's own queries.
+  /// The outline's own queries.
   using qcContour::closestPoint;
   using qcContour::closestVertexIndex;
   using qcContour::distToPoint;
@@ -118,33 +120,36 @@ class CNTR_EXPORT qcRegion : public virtual qcContour {
   using qcContour::map;
 
   /// Replaces `dest` by a region whose boundary does not cross itself: walks the boundary from an
-  /// edge that lies on its outside and turns onto every edge that it meets. Where two lobes overlap
-  /// the overlap is left out. The result has no holes.
+  /// edge that lies on its outside and turns onto every edge that it meets. What the boundary
+  /// covers twice is left out; parts of a boundary with many crossings may be lost
+  /// (docs/repair.md). The result has no holes.
   ///
-  /// A boundary that runs within 1e-6 of itself can leave a result that crosses itself still, one
-  /// that bounds nothing a result of 2 vertices. docs/repair.md tells how often.
+  /// A boundary that runs within 1e-6 of itself may give a result that still crosses itself, and
+  /// one that bounds nothing a result of 2 vertices. docs/repair.md tells how often.
   ///
-  /// A region whose outer boundary does not cross itself is copied as it is, holes included; holes
-  /// are not examined. Throws BadParams "invalid contour" when no edge can start the walk (every
-  /// one is crossed) or the walk never comes back, EmptyContour for fewer than 3 vertices; `dest`,
-  /// which may be this region, is then as before. Remembered.
+  /// A region whose outline does not cross itself is copied unchanged, holes included; holes are
+  /// not examined. Throws BadParams "invalid contour" when no edge can start the walk (every one is
+  /// crossed) or the walk never comes back, EmptyContour for fewer than 3 vertices; `dest`, which
+  /// may be this region, is then unchanged. Remembered.
   ///
-  /// The walk passes up to k crossings and n vertices, which is what the result may have; each step
-  /// costs intersections() of a segment, and so does every edge tried as a start, with inside().
+  /// The walk passes through up to k crossings and n vertices, all of which may be in the result.
+  /// Each step costs as much as intersections() of a segment, and so does every edge tried as a
+  /// start, plus inside().
   /// O((n + k) log n) for well-behaved outlines, O((n + k) n log n) at worst, where k may be n^2
   /// / 2.
   void regularize(qcRegion& dest) const;
   /// The same walk, its result cut into simple loops where it touches itself within 1e-6; loops
-  /// inside others are dropped and loops that touch are joined. The result is the first loop. A
-  /// walk of t steps is cleaned in O(t log t) when it touches itself in few places, and in
-  /// O(t^2 log t) at worst.
+  /// inside others are dropped and loops that touch are joined. The result is the first loop: the
+  /// union, with openings filled, when the boundary crosses itself once; otherwise parts may be
+  /// missing (docs/repair.md). A walk of t steps is cleaned up in O(t log t) when it touches itself
+  /// in few places, and in O(t^2 log t) at worst.
   void outerHull(qcRegion& dest) const;
 
-  /// Writes the image of the outer boundary to `dest`: same label, cachedVectorSize 3, no holes
-  /// (map and set them yourself). A mirroring transform reverses the orientation.
+  /// Writes the image of the outline to `dest`: same label, cachedVectorSize 3, no holes (map and
+  /// set them yourself). A transform that mirrors reverses the winding.
   void map(const qcXform<2>& xform, qcRegion& dest) const;
 
-  /// Draws nothing: use draw() with a mode, which draws the outer boundary.
+  /// Draws nothing: use draw() with a mode, which draws the outline.
   virtual void draw(qcUITablet& tablet, const qcColor& color,
                     const qcUITablet::Layers& layers) const;
 
@@ -194,3 +199,5 @@ class CNTR_EXPORT qcRegion : public virtual qcContour {
   std::vector<qcPtrHandle_const<qcRegion>> holes_;
   mutable std::unique_ptr<qc_RegionCache> regionCache_;
 };
+
+/// @}

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
-// qcRegionSet, an ordered collection of shared regions that is measured, asked and repaired as a
-// whole. Regions are in region.h.
+// qcRegionSet, an ordered collection of shared regions that are measured, queried and repaired
+// together. Regions are in region.h.
 
 #pragma once
 
@@ -9,6 +9,9 @@
 #include <vector>
 
 #include <cntr/region.h>
+
+/// @addtogroup sets
+/// @{
 
 struct qc_RegionSetCache;
 namespace cntr::index {
@@ -18,15 +21,16 @@ namespace cntr::plane {
 struct Box;
 }  // namespace cntr::plane
 
-/// Regions in order. They are shared and immutable once handed in: change one afterwards and an
-/// answer may be that of before the change. A null handle throws qcBadPointer when it is first met.
+/// Regions in order. They are shared and must not be changed once they have been handed over: a
+/// later answer may be that from before the change. A null handle throws qcBadPointer when it is
+/// first met.
 ///
 /// Answers are remembered until the collection changes; one set may be used by one thread at a
 /// time.
 ///
-/// A question costs what it costs all its regions together, but inside(), distToPoint() and
-/// isSelfIntersecting() look only at those whose boxes matter. In a set where a region's boundary
-/// has fewer than 2 vertices, or numbers that are not finite, they look at all, or all pairs.
+/// A query costs as much as the same query on all regions together, but inside(), distToPoint() and
+/// isSelfIntersecting() look only at regions whose boxes matter. If the boundary of any region has
+/// fewer than 2 vertices or non-finite coordinates, they look at all regions, or all pairs.
 class CNTR_EXPORT qcRegionSet : public virtual qcPersistent, public virtual qcRepBase {
  public:
   /// An empty vector is accepted. With mode eOuterHull or eRegularize the set then replaces itself
@@ -58,7 +62,7 @@ class CNTR_EXPORT qcRegionSet : public virtual qcPersistent, public virtual qcRe
   /// silently with mode 0.
   void add(const qcPtrHandle_const<qcRegion>& region, qcContourDefs::IntersectionMode mode);
 
-  /// How many rectangles encloseRect() remembers (one more than that at most); 3 in a new set.
+  /// How many rectangles encloseRect() remembers (at most one more than that); 3 in a new set.
   long cachedVectorSize() const noexcept { return cachedVectorSize_; }
   /// Takes effect with the next rectangle. Throws BadParams when `size` is negative.
   void cachedVectorSize(long size);
@@ -67,7 +71,7 @@ class CNTR_EXPORT qcRegionSet : public virtual qcPersistent, public virtual qcRe
   double area(bool considerHoles) const;
   /// Mean of the regions' centres of mass, weighted with their areas; (0, 0) when the total area is
   /// at most 1e-15 in size. Throws EmptyRegionSet. Remembered. With holes it asks each region's
-  /// centerOfMass(true), which tells the truth once after a change of the region only.
+  /// centerOfMass(true), which returns the centre only once after each change of the region.
   qcVector<2> centerOfMass(bool considerHoles) const;
   /// Second moments about the common centre of mass. Throws EmptyRegionSet, and what
   /// qcRegion::inertiaMatrix() throws: with `considerHoles` no region may have holes. Remembered.
@@ -77,23 +81,26 @@ class CNTR_EXPORT qcRegionSet : public virtual qcPersistent, public virtual qcRe
   /// The smallest qcRegion::distToPoint() with the same flags. Throws EmptyRegionSet.
   double distToPoint(const qcVector<2>& p, bool vertexOnly, bool considerHoles,
                      bool zeroIfInside) const;
-  /// True when an outer boundary crosses itself or two of them cross or touch (a region inside
+  /// True when an outline crosses itself or two of them cross or touch (a region inside
   /// another, clear of its boundary, does not count). Holes are not examined. False for an empty
   /// set.
   ///
   /// Remembered, and marked as known (with the answer false) before it is computed: when a region
   /// makes the computation throw, the next call answers false. Check such sets by their regions.
   bool isSelfIntersecting() const;
-  /// The smallest rectangle around all outer boundaries mapped by `xform`. Throws EmptyRegionSet.
+  /// The smallest rectangle around all outlines mapped by `xform`. Throws EmptyRegionSet.
   /// Remembered by transform.
   qcRect encloseRect(const qcXform<2>& xform) const;
 
   /// Merges regions that cross into one and makes every region well-formed by its own
   /// regularize(). A set that is not self-intersecting is copied as it is. Remembered.
   ///
-  /// Merging is a single pass over pairs i < j that looks at outer boundaries only: a region that
-  /// crosses the result of a later merge may stay unmerged. Call again until isSelfIntersecting()
-  /// is false where that matters. `result`, which may be this set, is as before when a region
+  /// Two regions are merged into one ring that runs around each in its own sense. What becomes of
+  /// their overlap depends on their winding and on their first vertices, see docs/repair.md.
+  ///
+  /// Merging is a single pass over pairs i < j that looks at outlines only: a region that crosses
+  /// the result of a later merge may stay unmerged. Where that matters, repeat until
+  /// isSelfIntersecting() is false. `result`, which may be this set, is unchanged when a region
   /// cannot be repaired (see qcRegion::regularize()). At worst every pair is compared, as
   /// intersections() of two contours are, and a merged boundary has all vertices.
   void regularize(qcRegionSet& result) const;
@@ -110,9 +117,10 @@ class CNTR_EXPORT qcRegionSet : public virtual qcPersistent, public virtual qcRe
   void dispatchSerialize(qcArchive& archive) override;
   /// The fields of a record of the given version; throws qcArchive::UnknownVersion for others.
   virtual void serialize_(qcArchive& archive, unsigned char version);
-  /// Hooks of sets that carry data for each vertex; they do nothing here.
+  /// Hook for sets that carry data for each vertex: called when the regions have been set. Does
+  /// nothing here.
   virtual void makeDataConsistentWithPoints();
-  /// The hook's counterpart: called when the data were set.
+  /// Its counterpart: called when the data have been set.
   virtual void makePointsConsistentWithData();
   /// Forgets every answer and sends a change notice.
   virtual void cleanCacheInfo();
@@ -142,3 +150,5 @@ class CNTR_EXPORT qcRegionSet : public virtual qcPersistent, public virtual qcRe
   long cachedVectorSize_ = 3;
   mutable std::unique_ptr<qc_RegionSetCache> cache_;
 };
+
+/// @}

@@ -11,16 +11,19 @@
 #include <cntr/contour.h>
 #include <platform/image/edgelet.h>
 
+/// @addtogroup data
+/// @{
+
 template <class Datum>
 class qcRegionT;
 
 /// A contour whose vertices and data are linked by a transform: a vertex maps through it to the
 /// position of its datum, a position through its inverse to the vertex.
 ///
-/// Whichever side was set last wins. Setting the points rebuilds the data with magnitude and angle
-/// 0: what the data held before is lost. Setting the data rebuilds the points and keeps the data.
-/// Assigning to it as a plain qcContour, as map() into it does, is neither: it replaces the points
-/// and leaves the data as they were; set either side afterwards.
+/// The side that was set last decides. Setting the points rebuilds the data with magnitude and
+/// angle 0: the previous data are lost. Setting the data rebuilds the points and keeps the data.
+/// Assigning to it as a plain qcContour, as map() does, replaces the points and leaves the data
+/// unchanged; set either side afterwards.
 ///
 /// Transforms are immutable and may be shared between contours; constructors take a clone of
 /// theirs, copies share it.
@@ -36,13 +39,13 @@ class CNTR_EXPORT qcContourT : public virtual qcContour {
   /// The same with a clone of `dataFromPoints`; a null handle means the identity. Throws what the
   /// transform's inverse throws (qcMathError::Singular).
   qcContourT(const std::vector<Datum>& data, const qcPtrHandle_const<qc2XformBase>& dataFromPoints);
-  /// Copies points, data and the answers already given; shares the transform.
+  /// Copies points, data and remembered answers; shares the transform.
   qcContourT(const qcContourT& other);
   /// Copies like the copy constructor, after forgetting this object's own answers.
   qcContourT& operator=(const qcContourT& other);
 
   /// Equal points, exactly, and the very same transform object: a copy equals its source, contours
-  /// made separately from equal transforms do not. Data, label and closed flag take no part.
+  /// made separately from equal transforms do not. Data, label and closed flag are not compared.
   bool operator==(const qcContourT& other) const;
 
   /// One datum for each vertex, in the order of the points.
@@ -78,13 +81,13 @@ class CNTR_EXPORT qcContourT : public virtual qcContour {
   /// Rebuilds the points from the data.
   void makePointsConsistentWithData() override;
 
-  /// What a contour with data has beside its contour.
+  /// What a contour with data has in addition to its contour.
   struct DataAndTransform {
     /// One datum for each vertex.
     std::vector<Datum> data;
     /// The transform, null for none.
     qcPtrHandle_const<qc2XformBase> dataFromPoints;
-    /// Its inverse, null until it was asked for.
+    /// Its inverse, null until it is first needed.
     qcPtrHandle_const<qc2XformBase> pointsFromData;
   };
   /// A copy of the data that shares the transforms. O(n).
@@ -103,3 +106,5 @@ class CNTR_EXPORT qcContourT : public virtual qcContour {
 };
 
 extern template class CNTR_EXPORT qcContourT<qcEdgelet>;
+
+/// @}

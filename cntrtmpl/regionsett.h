@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// qcRegionSetT, a region set that keeps, beside its plain regions, the same regions with their
-// data.
+// qcRegionSetT, a region set that keeps the same regions twice: plain, and with their data.
 
 #pragma once
 
@@ -10,13 +9,16 @@
 #include <cntr/regionst.h>
 #include <cntrtmpl/regiont.h>
 
+/// @addtogroup data
+/// @{
+
 /// A region set and a parallel list of regions with data.
 ///
-/// Made from regions with data, regions()[i] and regionsT()[i] are one and the same object. Setting
-/// or adding plain regions rebuilds the list with data: new regions with the plain ones' outer
-/// points alone, without holes and labels, magnitudes and angles 0; what was there before is lost.
-/// A repair mode replaces the plain regions after that, and leaves the list with data as it is: ask
-/// for the mode eNoIntersectionRepair where the two shall stay parallel.
+/// In a set made from regions with data, regions()[i] and regionsT()[i] are the same object.
+/// Setting or adding plain regions rebuilds the list with data: new regions that have only the
+/// outlines of the plain ones, without holes and labels, with magnitudes and angles 0; the previous
+/// list is lost. A repair mode then replaces the plain regions but not the list with data: use the
+/// mode eNoIntersectionRepair to keep the two parallel.
 ///
 /// Equality, measures, queries and repair are those of qcRegionSet, over the plain regions.
 template <class Datum>
@@ -60,3 +62,5 @@ class CNTR_EXPORT qcRegionSetT : public qcRegionSet {
 };
 
 extern template class CNTR_EXPORT qcRegionSetT<qcEdgelet>;
+
+/// @}

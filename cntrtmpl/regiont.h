@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// qcRegionT, a region whose outer boundary carries a datum for each vertex, see contourt.h. Sets of
+// qcRegionT, a region whose outline carries a datum for each vertex, see contourt.h. Sets of
 // such regions are in regionsett.h.
 
 #pragma once
@@ -10,15 +10,18 @@
 #include <cntr/region.h>
 #include <cntrtmpl/contourt.h>
 
-/// A qcRegion and a qcContourT over one and the same outer boundary. It is always closed; the
-/// geometry is the region's, the data are the contour's.
+/// @addtogroup data
+/// @{
+
+/// A qcRegion and a qcContourT over the same outline. It is always closed; the geometry is that of
+/// the region, the data are those of the contour.
 ///
 /// The plain holes, which measures and queries consider, are the region's:
 /// `region.qcRegion::holes()`. Setting them rebuilds the data: magnitudes and angles become 0. The
 /// holes with data, holes(), are a list of their own; neither is copied into the other.
 ///
-/// What is written to it as a plain qcRegion or qcContour (by assignment, map(), convexHull(),
-/// regularize(), outerHull()) replaces its points and leaves its data as they were; set either side
+/// Writing to it as a plain qcRegion or qcContour (by assignment, map(), convexHull(),
+/// regularize(), outerHull()) replaces its points and leaves its data unchanged; set either side
 /// afterwards.
 template <class Datum>
 class CNTR_EXPORT qcRegionT : public qcRegion, public qcContourT<Datum> {
@@ -62,8 +65,8 @@ class CNTR_EXPORT qcRegionT : public qcRegion, public qcContourT<Datum> {
 
  protected:
   /// Record version 0: the qcRegion record and nothing else. Data, transform and holes with data
-  /// are not stored: store a qcContourT to keep them. Loading leaves them as they were, whatever
-  /// the points that come: set either side afterwards.
+  /// are not stored: store a qcContourT to keep them. Loading leaves them unchanged, whatever
+  /// points are loaded: set either side afterwards.
   void dispatchSerialize(qcArchive& archive) override;
   /// The fields of record version 0; throws qcArchive::UnknownVersion for others.
   void serialize_(qcArchive& archive, unsigned char version) override;
@@ -76,3 +79,5 @@ class CNTR_EXPORT qcRegionT : public qcRegion, public qcContourT<Datum> {
 };
 
 extern template class CNTR_EXPORT qcRegionT<qcEdgelet>;
+
+/// @}

@@ -14,6 +14,9 @@
 
 #include <platform/export.h>
 
+/// @addtogroup plane
+/// @{
+
 class qcArchive;
 class qcDegree;
 
@@ -139,4 +142,6 @@ inline qcDegree qcDegree::norm() const noexcept { return qcDegree(qfNormTurn(val
 QCPLATFORM_EXPORT qcArchive& operator||(qcArchive& archive, qcRadian& angle);
 QCPLATFORM_EXPORT qcArchive& operator||(qcArchive& archive, qcDegree& angle);
 QCPLATFORM_EXPORT qcArchive& operator||(qcArchive& archive, qcAngle8& angle);
+/// @}
+
 /// @}

@@ -37,6 +37,9 @@
 #include <platform/core/handle.h>
 #include <platform/core/vector.h>
 
+/// @addtogroup archives
+/// @{
+
 class qc_ArchiveMemory;
 class qc_ArchiveTransfer;
 
@@ -249,3 +252,5 @@ qcArchive& operator||(qcArchive& archive, std::vector<T>& list) {
 
 /// A list of points, transferred in blocks.
 QCPLATFORM_EXPORT qcArchive& operator||(qcArchive& archive, std::vector<qcVector<2>>& points);
+
+/// @}

@@ -13,6 +13,9 @@
 
 #include <platform/core/persistent.h>
 
+/// @addtogroup objects
+/// @{
+
 /// Root of all exceptions. It is archivable (its record is a version byte 0 and the qcPersistent
 /// record), so that a failure can travel in an archive and be raised again.
 class QCPLATFORM_EXPORT qcException : public virtual qcPersistent, public std::exception {
@@ -111,3 +114,5 @@ template <class X>
   delete exception;
   throw X(copy);
 }
+
+/// @}

@@ -9,6 +9,9 @@
 
 #include <platform/core/shapes.h>
 
+/// @addtogroup fits
+/// @{
+
 /// Thrown when the points do not determine the curve: too few of them, all on one line, not finite,
 /// or, for an ellipse, on another conic. "On" means as far as their own rounding lets tell. Also
 /// thrown for parameters that are out of range. The message says which.
@@ -150,3 +153,5 @@ QCPLATFORM_EXPORT void qfEllipseFit(const qcEllipseFitParams& params,
 QCPLATFORM_EXPORT void qfCircleFit(const qcCircleFitParams& params,
                                    const std::vector<qcVector<2>>& points,
                                    qcCircleFitResults& results);
+
+/// @}

@@ -13,6 +13,9 @@
 #include <platform/core/exception.h>
 #include <platform/core/interlocked.h>
 
+/// @addtogroup objects
+/// @{
+
 /// Base of every object that handles can share. A copy of an object starts uncounted.
 class QCPLATFORM_EXPORT qcRepBase {
  public:
@@ -210,3 +213,5 @@ class qcPtrHandle_const : public qcPtrHandleBase_const {
  private:
   const T* object_ = nullptr;
 };
+
+/// @}

@@ -8,6 +8,9 @@
 
 #include <platform/core/vector.h>
 
+/// @addtogroup fits
+/// @{
+
 /// The convex hull of `points`, written to `hull`: counter-clockwise (with y up) from the
 /// lowest-leftmost point (smallest x, then smallest y), without duplicates and without points in
 /// the middle of an edge. Points all on one line give the two extremes, fewer than three distinct
@@ -20,3 +23,5 @@
 /// Information Processing Letters 9 (1979).
 QCPLATFORM_EXPORT void qfConvexHull(const std::vector<qcVector<2>>& points,
                                     std::vector<qcVector<2>>& hull);
+
+/// @}

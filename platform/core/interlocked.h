@@ -6,6 +6,9 @@
 
 #include <atomic>
 
+/// @addtogroup objects
+/// @{
+
 /// Adds 1 and returns the new value. Enough ordering to take another reference to an object that
 /// the caller already holds.
 inline long qfInterlockedIncrement(std::atomic<long>& counter) noexcept {
@@ -17,3 +20,5 @@ inline long qfInterlockedIncrement(std::atomic<long>& counter) noexcept {
 inline long qfInterlockedDecrement(std::atomic<long>& counter) noexcept {
   return counter.fetch_sub(1, std::memory_order_acq_rel) - 1;
 }
+
+/// @}

@@ -10,6 +10,9 @@
 
 #include <platform/core/vector.h>
 
+/// @addtogroup plane
+/// @{
+
 namespace qnKernel {
 
 /// z component of the cross product, a.x*b.y - a.y*b.x: positive when b lies counter-clockwise of
@@ -77,3 +80,5 @@ inline double greater(double first, double second) noexcept {
 }
 
 }  // namespace qnKernel
+
+/// @}

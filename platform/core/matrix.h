@@ -7,6 +7,9 @@
 
 #include <platform/core/vector.h>
 
+/// @addtogroup plane
+/// @{
+
 template <int N>
 class qcMatrix;
 
@@ -81,3 +84,5 @@ inline bool qfRealEq(const qcMatrix<2>& a, const qcMatrix<2>& b, double eps) noe
 
 /// Stores or loads the four elements by rows; loading recomputes the determinant.
 QCPLATFORM_EXPORT qcArchive& operator||(qcArchive& archive, qcMatrix<2>& matrix);
+
+/// @}

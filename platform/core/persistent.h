@@ -11,6 +11,9 @@
 
 #include <platform/export.h>
 
+/// @addtogroup archives
+/// @{
+
 class qcArchive;
 
 /// Base of every archivable object: its record, its change notices, and the marks that keep an
@@ -94,3 +97,5 @@ class QCPLATFORM_EXPORT qc_Instantiator {
 /// The name of a class as written in C++ without spaces, e.g. `qcContourT<qcEdgelet>`, the same on
 /// every compiler.
 QCPLATFORM_EXPORT std::string qf_ClassName(const std::type_info& type);
+
+/// @}

@@ -8,6 +8,9 @@
 #include <platform/core/archive.h>
 #include <platform/core/persistent.h>
 
+/// @addtogroup archives
+/// @{
+
 /// Transfers records. Befriended by qcPersistent, whose marks and own record it needs.
 class qc_Record {
  public:
@@ -47,3 +50,5 @@ class qc_Record {
     if (version != 0) throw qcArchive::UnknownVersion(className, 0);
   }
 };
+
+/// @}

@@ -16,6 +16,9 @@
 #include <platform/core/persistent.h>
 #include <platform/core/vector.h>
 
+/// @addtogroup plane
+/// @{
+
 /// A point of the plane as an object.
 class QCPLATFORM_EXPORT qcPoint : public virtual qcPersistent {
  public:
@@ -284,3 +287,5 @@ class QCPLATFORM_EXPORT qcPolygon : public virtual qcPersistent {
   std::vector<qcVector<2>> vertices_;
   PolyFillMode fillMode_ = eEvenOdd;
 };
+
+/// @}

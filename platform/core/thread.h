@@ -9,6 +9,9 @@
 
 #include <platform/core/exception.h>
 
+/// @addtogroup objects
+/// @{
+
 /// One pointer for each thread, null until the thread sets it. Slots are independent; the slot of a
 /// destroyed qc_ThreadLocal is never seen by a later one.
 class QCPLATFORM_EXPORT qc_ThreadLocal {
@@ -59,3 +62,5 @@ class QCPLATFORM_EXPORT qcThreadID {
 
 /// The calling thread's ID.
 QCPLATFORM_EXPORT qcThreadID qfGetCurrentThreadID() noexcept;
+
+/// @}

@@ -9,6 +9,9 @@
 #include <platform/core/matrix.h>
 #include <platform/core/persistent.h>
 
+/// @addtogroup plane
+/// @{
+
 template <int N>
 class qcXform;
 
@@ -145,3 +148,5 @@ class QCPLATFORM_EXPORT qc2Rigid : public qc2XformBase {
   qcDegree angle_;
   qcXform<2> xform_;
 };
+
+/// @}

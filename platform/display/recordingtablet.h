@@ -9,6 +9,9 @@
 
 #include <platform/display/tablet.h>
 
+/// @addtogroup display
+/// @{
+
 /// Remembers every drawLineSeg call.
 class QCPLATFORM_EXPORT qcRecordingTablet : public qcUITablet {
  public:
@@ -38,3 +41,5 @@ class QCPLATFORM_EXPORT qcRecordingTablet : public qcUITablet {
  private:
   std::vector<Segment> segments_;
 };
+
+/// @}

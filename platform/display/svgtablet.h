@@ -9,6 +9,9 @@
 #include <platform/core/shapes.h>
 #include <platform/display/recordingtablet.h>
 
+/// @addtogroup display
+/// @{
+
 /// Collects segments and writes them as SVG: one group a layer, the image layer first; segments
 /// that continue each other in one colour become one path. Line ends and corners are round.
 class QCPLATFORM_EXPORT qcSvgTablet : public qcUITablet {
@@ -35,3 +38,5 @@ class QCPLATFORM_EXPORT qcSvgTablet : public qcUITablet {
   bool hasView_ = false;
   double strokeWidth_;
 };
+
+/// @}

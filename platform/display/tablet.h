@@ -7,6 +7,9 @@
 
 #include <platform/core/vector.h>
 
+/// @addtogroup display
+/// @{
+
 /// A colour, 8 bits a channel.
 class qcColor {
  public:
@@ -66,3 +69,5 @@ class QCPLATFORM_EXPORT qcUITablet {
   virtual void drawLineSeg(const qcPair<double>& from, const qcPair<double>& to,
                            const qcColor& color, Layers layers) = 0;
 };
+
+/// @}

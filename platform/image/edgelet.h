@@ -7,6 +7,9 @@
 
 #include <platform/core/vector.h>
 
+/// @addtogroup display
+/// @{
+
 /// An edge point: sub-pixel position, gradient magnitude (16 bits, in the caller's scale) and
 /// gradient direction (256 steps to a full turn). A plain value.
 class qcEdgelet {
@@ -40,3 +43,5 @@ static_assert(std::is_trivially_copyable_v<qcEdgelet>);
 /// qcArchive::UnknownVersion naming "qcEdgelet", line 0), the position, the magnitude as unsigned
 /// long (above 65,535 throws qcArchive::ValueTooLarge), the angle's steps as one byte.
 QCPLATFORM_EXPORT qcArchive& operator||(qcArchive& archive, qcEdgelet& edgelet);
+
+/// @}
