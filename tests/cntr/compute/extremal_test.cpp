@@ -68,6 +68,7 @@ TEST(ExtremalVertexTest, PassesOverNan) {
 TEST(ExtremalVertexTest, TakesInfiniteCoordinates) {
   EXPECT_EQ(extremal(Points{{0, 0}, {infinity, 0}, {1, 0}}, 0.1), 1);
   EXPECT_EQ(extremal(Points{{-infinity, 0}, {-infinity, 0}}, 0.1), -1);
+  EXPECT_EQ(extremal(Points{{0, 0}, {5, infinity}, {1, 0}}, 0.0), 1) << "its height does not count";
 }
 
 TEST(ExtremalVertexTest, IsThatOfThePlainDefinition) {

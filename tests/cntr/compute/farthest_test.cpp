@@ -22,7 +22,8 @@ using subject::Points;
 using subject::Subject;
 
 using Answer = std::tuple<std::size_t, std::size_t, double>;
-constexpr Answer nothing{0, 0, 0.0};
+/// Unlike any pair of no distance.
+constexpr Answer nothing{0, 0, -1.0};
 
 Answer answerOf(const std::optional<VertexPair>& pair) {
   return pair ? Answer(pair->first, pair->second, pair->distance) : nothing;
@@ -39,14 +40,14 @@ Answer farthest(const Points& points) { return farthest(Subject(points, true)); 
 
 /// The definition: every pair in turn, the first one of the largest distance.
 Answer byDefinition(const Points& points) {
-  Answer best = nothing;
+  Answer best{0, 0, 0.0};
   for (std::size_t i = 0; i < points.size(); ++i) {
     for (std::size_t j = i + 1; j < points.size(); ++j) {
       const double distance = plain::distance(points[i], points[j]);
       if (distance > std::get<2>(best)) best = {i, j, distance};
     }
   }
-  return best;
+  return std::get<2>(best) > 0.0 ? best : nothing;
 }
 
 TEST(FarthestPairTest, IsThePairWithTheLargestDistance) {

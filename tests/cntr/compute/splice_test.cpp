@@ -65,6 +65,16 @@ TEST(SpliceTest, AnEdgeWithoutLengthContributesTheOrigin) {
   EXPECT_THAT(joined, testing::Contains(Point(0, 0)).Times(1));
 }
 
+TEST(SpliceTest, DoesNotStartAtAnEdgeWithoutLength) {
+  // The closing edge is 8e-16 long and would cross the lower side of the other one.
+  const Points mine = {{0, 4e-16}, {5, 5}, {0, -4e-16}};
+  const Points other = {{-1, 0}, {1, 0}, {0.5, -9}};
+  const Points joined = spliced(mine, other);
+  EXPECT_TRUE(same::same(joined, plain::splice({mine, {}}, {other, {}}).points));
+  ASSERT_EQ(joined.size(), 8U);
+  EXPECT_EQ(joined[1], Point(0, -4e-16)) << "edge 2 is the first";
+}
+
 TEST(SpliceTest, IsThatOfThePlainDefinition) {
   forEachShape(repetitions(600), shapes::any, 2, 60, [](const Subject& s, shapes::Random& random) {
     const shapes::Shape other = shapes::any(random.next(), 60);

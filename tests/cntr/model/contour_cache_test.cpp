@@ -12,7 +12,6 @@
 #include <memory>
 #include <ostream>
 #include <string>
-#include <thread>
 #include <utility>
 #include <vector>
 
@@ -21,6 +20,7 @@
 #include <gtest/gtest.h>
 
 #include "contour_probe.h"
+#include "fresh_thread.h"
 
 namespace {
 
@@ -297,13 +297,6 @@ TEST(ContourEdgeIndexCacheTest, IsForgottenWhenThePointsChangeOrTheContourIsOpen
   EXPECT_EQ(contour.closestVertexIndex({1000, 1000}), 0);
   contour.points({{5, 5}, {6, 6}});
   EXPECT_EQ(contour.closestVertexIndex({6, 6}), 1);
-}
-
-/// Runs `work` on a thread of its own, whose random sequence starts afresh.
-template <class Work>
-void onFreshThread(Work work) {
-  std::thread thread(work);
-  thread.join();
 }
 
 /// The keys among 0, 1, ..., 9 whose answers, keyed by angle or by transform, the contour, which

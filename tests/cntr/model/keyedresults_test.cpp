@@ -1,20 +1,21 @@
 // SPDX-License-Identifier: MIT
 //
-// The bounded lists of results and the random choice of the one that a full list drops. How
-// contours use them is asked in contour_cache_test.cpp.
+// The bounded lists of results. Which one a full list drops is chosen by randomindex.h; how
+// contours use the lists is asked in contour_cache_test.cpp.
 
 #include <cntr/model/keyedresults.h>
 
 #include <cmath>
 #include <limits>
 #include <string>
-#include <thread>
 #include <vector>
 
 #include <cntr/model/randomindex.h>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <platform/core/random.h>
+
+#include "fresh_thread.h"
 
 namespace {
 
@@ -27,13 +28,6 @@ constexpr double nan = std::numeric_limits<double>::quiet_NaN();
 using ByAngle = cntr::model::KeyedResults<qcRadian, std::string, cntr::model::AngleKey>;
 using ByXform = cntr::model::KeyedResults<qcXform<2>, int, cntr::model::XformKey>;
 
-/// Runs `work` on a thread of its own, whose random sequence starts afresh.
-template <class Work>
-void onFreshThread(Work work) {
-  std::thread thread(work);
-  thread.join();
-}
-
 /// The keys among 0, 1, ..., 9 that are remembered.
 std::vector<int> keysIn(const ByAngle& results) {
   std::vector<int> keys;
@@ -45,37 +39,6 @@ std::vector<int> keysIn(const ByAngle& results) {
 
 void remember(ByAngle& results, int key, long capacity) {
   results.remember(qcRadian(key), "result of " + std::to_string(key), capacity);
-}
-
-TEST(RandomIndexTest, IsTheFloorOfTheThreadsDeviates) {
-  onFreshThread([] {
-    qcRandomUniform random(1);
-    for (std::size_t count = 1; count < 50; ++count) {
-      const int expected = qfIFloor(random.next(0.0, static_cast<double>(count)));
-      EXPECT_EQ(cntr::model::randomIndexBelow(count), static_cast<std::size_t>(expected));
-    }
-  });
-}
-
-TEST(RandomIndexTest, StartsWithTheKnownIndicesOnEveryThread) {
-  for (int thread = 0; thread < 3; ++thread) {
-    std::vector<std::size_t> indices;
-    onFreshThread([&] {
-      for (int i = 0; i < 12; ++i) indices.push_back(cntr::model::randomIndexBelow(3));
-    });
-    EXPECT_THAT(indices, ElementsAre(1, 2, 2, 1, 1, 2, 2, 1, 0, 2, 1, 1));
-  }
-}
-
-TEST(RandomIndexTest, IsNotDisturbedByOtherThreads) {
-  onFreshThread([] {
-    std::vector<std::size_t> indices;
-    for (int i = 0; i < 5; ++i) {
-      indices.push_back(cntr::model::randomIndexBelow(3));
-      onFreshThread([] { cntr::model::randomIndexBelow(3); });
-    }
-    EXPECT_THAT(indices, ElementsAre(1, 2, 2, 1, 1));
-  });
 }
 
 TEST(KeyedResultsTest, FindNothingAtFirst) {

@@ -13,7 +13,6 @@
 
 #include <gtest/gtest.h>
 #include <rapidcheck/gtest.h>
-#include <tests/platform/archive_bytes.h>
 
 namespace {
 
@@ -144,32 +143,6 @@ TEST(Angle8Test, ConvertsToDegrees) {
   EXPECT_EQ(qcDegree(qcAngle8(1)).toDouble(), 1.40625);
   EXPECT_EQ(qcDegree(qcAngle8(64)).toDouble(), 90.0);
   EXPECT_EQ(qcDegree(qcAngle8(255)).toDouble(), 358.59375);
-}
-
-template <class T>
-std::string hexOf(T value) {
-  return storedHex([&](qcArchive& archive) { archive || value; });
-}
-
-template <class T>
-T loadedFrom(std::string_view hex) {
-  T value{};
-  loadHex(hex, [&](qcArchive& archive) { archive || value; });
-  return value;
-}
-
-TEST(AngleArchiveTest, AnglesAreOneDoubleAndStepsOneByte) {
-  EXPECT_EQ(hexOf(qcRadian(-2.5)), "00 00 00 00 00 00 04 c0");
-  EXPECT_EQ(hexOf(qcDegree(-2.5)), "00 00 00 00 00 00 04 c0");
-  EXPECT_EQ(hexOf(qcAngle8(0xa5)), "a5");
-  EXPECT_EQ(loadedFrom<qcRadian>("00 00 00 00 00 00 04 c0"), qcRadian(-2.5));
-  EXPECT_EQ(loadedFrom<qcDegree>("00 00 00 00 00 00 04 c0"), qcDegree(-2.5));
-  EXPECT_EQ(loadedFrom<qcAngle8>("a5"), qcAngle8(0xa5));
-}
-
-TEST(AngleArchiveTest, NothingIsNormalised) {
-  EXPECT_EQ(loadedFrom<qcDegree>(hexOf(qcDegree(-7200.0))), qcDegree(-7200.0));
-  EXPECT_EQ(hexOf(loadedFrom<qcRadian>("01 00 00 00 00 00 f8 7f")), "01 00 00 00 00 00 f8 7f");
 }
 
 }  // namespace

@@ -12,7 +12,6 @@
 #include <rapidcheck/gtest.h>
 
 #include <platform/core/exception.h>
-#include <tests/platform/archive_bytes.h>
 
 namespace {
 
@@ -131,27 +130,6 @@ RC_GTEST_PROP(MatrixTest, InverseTimesMatrixIsTheIdentity, ()) {
   RC_PRE(std::abs(m.det()) > 1.0);
   RC_ASSERT(qfRealEq(m.inverse() * m, Matrix(), 1e-9));
   RC_ASSERT(qfRealEq(m * m.inverse(), Matrix(), 1e-9));
-}
-
-TEST(MatrixArchiveTest, IsFourElementsByRows) {
-  Matrix m(1.0, -2.0, 0.5, 4.0);
-  const char* const hex =
-      "00 00 00 00 00 00 f0 3f 00 00 00 00 00 00 00 c0 "
-      "00 00 00 00 00 00 e0 3f 00 00 00 00 00 00 10 40";
-  EXPECT_EQ(storedHex([&](qcArchive& archive) { archive || m; }), hex);
-  Matrix loaded;
-  loadHex(hex, [&](qcArchive& archive) { archive || loaded; });
-  EXPECT_EQ(loaded, m);
-}
-
-TEST(MatrixArchiveTest, LoadingRecomputesTheDeterminant) {
-  Matrix stale(1, 2, 3, 4);
-  stale.element(0, 0, 11.0);
-  const std::string bytes = storedBytes([&](qcArchive& archive) { archive || stale; });
-  EXPECT_EQ(stale.det(), -2.0) << "storing leaves the matrix alone";
-  Matrix loaded;
-  loadBytes(bytes, [&](qcArchive& archive) { archive || loaded; });
-  EXPECT_EQ(loaded.det(), 38.0);
 }
 
 }  // namespace

@@ -11,7 +11,6 @@
 
 #include <gtest/gtest.h>
 #include <rapidcheck/gtest.h>
-#include <tests/platform/archive_bytes.h>
 
 namespace {
 
@@ -154,33 +153,6 @@ RC_GTEST_PROP(VectorTest, PolarFormAndAngleAreInverse, ()) {
   const Vector v(length, qcDegree(degrees));
   RC_ASSERT(std::abs(qcDegree(v.angle()).toDouble() - degrees) < 1e-12);
   RC_ASSERT(std::abs(v.len() - length) < 1e-12);
-}
-
-TEST(VectorArchiveTest, IsXThenY) {
-  Vector v(1.0, -2.0);
-  EXPECT_EQ(storedHex([&](qcArchive& archive) { archive || v; }),
-            "00 00 00 00 00 00 f0 3f 00 00 00 00 00 00 00 c0");
-  Vector loaded;
-  loadHex("00 00 00 00 00 00 f0 3f 00 00 00 00 00 00 00 c0",
-          [&](qcArchive& archive) { archive || loaded; });
-  EXPECT_EQ(loaded, v);
-}
-
-TEST(VectorArchiveTest, EveryBitSurvives) {
-  // A negative NaN with a payload, and the negative zero.
-  const char* const hex = "ef cd ab 00 00 00 f8 ff 00 00 00 00 00 00 00 80";
-  Vector loaded;
-  loadHex(hex, [&](qcArchive& archive) { archive || loaded; });
-  EXPECT_EQ(storedHex([&](qcArchive& archive) { archive || loaded; }), hex);
-  EXPECT_TRUE(std::isnan(loaded.x()));
-  EXPECT_TRUE(std::signbit(loaded.y()));
-}
-
-TEST(VectorArchiveTest, HalfAVectorChangesNothing) {
-  Vector loaded(7.0, 8.0);
-  const auto load = [&](qcArchive& archive) { archive || loaded; };
-  EXPECT_THROW(loadHex("00 00 00 00 00 00 f0 3f 00 00", load), qcArchive::Truncated);
-  EXPECT_EQ(loaded, Vector(7.0, 8.0));
 }
 
 }  // namespace

@@ -183,14 +183,6 @@ const char* const rigidHex =
     "00 00 00 00 00 00 3e 40 "
     "00 00 00 00 00 00 f0 3f 00 00 00 00 00 00 00 c0";
 
-TEST(XformArchiveTest, ValueIsMatrixThenTranslation) {
-  Xform stored = shear;
-  EXPECT_EQ(storedHex([&](qcArchive& archive) { archive || stored; }), shearHex);
-  Xform loaded;
-  loadHex(shearHex, [&](qcArchive& archive) { archive || loaded; });
-  EXPECT_EQ(loaded, shear);
-}
-
 TEST(XformArchiveTest, LinearRecordIsVersionBaseAndTransform) {
   qc2XformLinear stored(shear);
   const std::string hex = std::string("00 00 ") + shearHex;

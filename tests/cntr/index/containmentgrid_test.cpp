@@ -1,0 +1,127 @@
+// SPDX-License-Identifier: MIT
+//
+// The containment grid by itself: where it answers, the answer is that of the ray, and it leaves
+// few points to the ray.
+
+#include <cntr/index/containmentgrid.h>
+
+#include <cmath>
+#include <numbers>
+#include <string>
+
+#include <cntr/compute/containment.h>
+#include <cntr/compute/extents.h>
+#include <gtest/gtest.h>
+#include <testing/shapes/shapes.h>
+#include <testing/twin/repetitions.h>
+
+namespace {
+
+using cntr::index::ContainmentGrid;
+using Answer = ContainmentGrid::Answer;
+using Point = qcVector<2>;
+using Points = std::vector<Point>;
+
+constexpr double nan = std::numeric_limits<double>::quiet_NaN();
+
+/// An outline, its grid, and the ray that defines the answers.
+class Gridded {
+ public:
+  explicit Gridded(Points points)
+      : points_(std::move(points)),
+        bounds_(cntr::compute::boundingBox(points_)),
+        radius_(cntr::compute::radiusFromFirst(points_)),
+        grid_(points_, bounds_, radius_) {}
+
+  const Points& points() const { return points_; }
+  Answer locate(const Point& p) const { return grid_.locate(points_, p); }
+  Answer byRay(const Point& p) const {
+    const std::size_t count =
+        cntr::compute::rayCrossings({{points_, true}, bounds_}, 2.0 * radius_, p, false);
+    return count % 2 == 1 ? Answer::eInside : Answer::eOutside;
+  }
+  /// True when the grid answers; an answer must be that of the ray.
+  bool answers(const Point& p) const {
+    const Answer answer = locate(p);
+    if (answer == Answer::eUnknown) return false;
+    EXPECT_EQ(answer, byRay(p)) << p.x() << ", " << p.y();
+    return true;
+  }
+
+ private:
+  Points points_;
+  cntr::plane::Box bounds_;
+  double radius_;
+  ContainmentGrid grid_;
+};
+
+Points square() { return {{0, 0}, {100, 0}, {100, 100}, {0, 100}}; }
+
+TEST(ContainmentGridTest, KnowsTheInsideAndTheOutside) {
+  // An L: the upper right quarter is outside.
+  const Gridded grid({{0, 0}, {100, 0}, {100, 50}, {50, 50}, {50, 100}, {0, 100}});
+  EXPECT_EQ(grid.locate({25, 25}), Answer::eInside);
+  EXPECT_EQ(grid.locate({80, 20}), Answer::eInside);
+  EXPECT_EQ(grid.locate({70, 60}), Answer::eOutside);
+}
+
+TEST(ContainmentGridTest, HoldsNothingOutsideTheBox) {
+  const Gridded grid(square());
+  for (const Point& p : {Point(-1, 50), Point(101, 50), Point(50, -1), Point(50, 1e9)}) {
+    EXPECT_EQ(grid.locate(p), Answer::eOutside);
+  }
+  EXPECT_EQ(grid.locate({nan, 50}), Answer::eOutside);
+  EXPECT_EQ(grid.locate({50, nan}), Answer::eOutside);
+}
+
+TEST(ContainmentGridTest, DoesNotKnowWhatIsNextToAnEdgeOrAVertex) {
+  const Gridded grid(square());
+  EXPECT_EQ(grid.locate({40, 0.5e-6}), Answer::eUnknown);
+  EXPECT_EQ(grid.locate({40, 0}), Answer::eUnknown);
+  EXPECT_EQ(grid.locate({100, 100}), Answer::eUnknown);
+  EXPECT_EQ(grid.locate({1e-6, 1e-6}), Answer::eUnknown);
+  EXPECT_EQ(grid.locate({40, 2e-5}), Answer::eInside);
+}
+
+TEST(ContainmentGridTest, DoesNotKnowWhereTheRayFallsShort) {
+  // A first vertex in the middle: the ray is as long as the sides, less than the way from corner to
+  // corner.
+  const Gridded grid({{50, 50}, {100, 0}, {100, 100}, {0, 100}, {0, 0}});
+  EXPECT_TRUE(grid.answers({60, 55}));
+  for (const Point& p : {Point(99, 1), Point(99, 99), Point(1, 99), Point(1, 1), Point(50, 1)}) {
+    grid.answers(p);
+  }
+}
+
+void expectAnswersOfTheRay(const std::string& name, Points points, double fewest) {
+  SCOPED_TRACE(name);
+  const Gridded grid(std::move(points));
+  const std::size_t count = repetitions(1000);
+  std::size_t answered = 0;
+  for (const Point& p : shapes::pointsInBox(grid.points(), count)) answered += grid.answers(p);
+  EXPECT_GE(static_cast<double>(answered), fewest * static_cast<double>(count));
+  // Next to edges and vertices.
+  shapes::Random random(1);
+  for (std::size_t i = 0; i < count; ++i) grid.answers(shapes::queryPoint(random, grid.points()));
+}
+
+TEST(ContainmentGridTest, AnswersMostPointsAsTheRayDoes) {
+  expectAnswersOfTheRay("smooth star", shapes::smoothStar(300), 0.99);
+  expectAnswersOfTheRay("spiky star", shapes::spikyStar(300), 0.99);
+  expectAnswersOfTheRay("comb", shapes::comb(300), 0.99);
+  expectAnswersOfTheRay("crossing star", shapes::crossingStar(300), 0.99);
+  expectAnswersOfTheRay("small star", shapes::smoothStar(20), 0.99);
+  expectAnswersOfTheRay("triangle", {{0, 0}, {100, 10}, {30, 90}}, 0.9);
+}
+
+TEST(ContainmentGridTest, AnswersOnTheLinesBetweenItsCellsAndInTheHeightOfVertices) {
+  const Gridded grid(shapes::comb(60));
+  const auto& points = grid.points();
+  const auto box = cntr::compute::boundingBox(points);
+  for (int i = 0; i <= 64; ++i) {
+    const double x = box.minX + (box.maxX - box.minX) * i / 64;
+    for (const Point& vertex : points) grid.answers({x, vertex.y()});
+  }
+}
+
+}  // namespace
