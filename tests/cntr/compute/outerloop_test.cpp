@@ -80,4 +80,18 @@ TEST(OuterLoopTest, OfManyTouchesIsThatOfThePlainDefinition) {
   }
 }
 
+TEST(OuterLoopTest, OfVerticesNearlyInOnePlaceIsThatOfThePlainDefinition) {
+  // Touching is not transitive: of three vertices two may lie in one place with the third alone.
+  for (std::uint64_t seed = 1; seed <= repetitions(2000) && !HasFailure(); ++seed) {
+    SCOPED_TRACE(seed);
+    shapes::Random random(seed);
+    Points traced = shapes::gridPoints(random, 4 + random.below(16), 3);
+    for (Point& p : traced) {
+      const auto off = [&] { return 0.4e-6 * (static_cast<double>(random.below(5)) - 2.0); };
+      p = Point(p.x() + off(), p.y() + off());
+    }
+    expectAsPlain(traced);
+  }
+}
+
 }  // namespace

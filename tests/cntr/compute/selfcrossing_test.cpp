@@ -54,6 +54,22 @@ TEST(CrossesItselfTest, AVertexInsideAnotherEdgeDoes) {
   EXPECT_FALSE(crossesItself({{0, 0}, {4, 0}, {4, 4}, {2, 0.5e-6}, {0, 4}})) << "boxes apart";
 }
 
+TEST(CrossesItselfTest, AVertexInsideAnEdgeAlongAnAxisDoesWhicheverWayTheyGo) {
+  // An edge back along an axis passes the vertex where the edges turned onto it.
+  const Points down = {{2, 5}, {2, 0}, {5, 0}, {1, 0}, {1, -5}};
+  for (const bool swapped : {false, true}) {
+    for (const double x : {1.0, -1.0}) {
+      for (const double y : {1.0, -1.0}) {
+        Points points;
+        for (const auto& p : down) {
+          points.emplace_back(x * (swapped ? p.y() : p.x()), y * (swapped ? p.x() : p.y()));
+        }
+        EXPECT_TRUE(crossesItself(Subject(points, false)));
+      }
+    }
+  }
+}
+
 TEST(CrossesItselfTest, ParallelEdgesOnOneLineDoNot) {
   EXPECT_FALSE(crossesItself({{0, 0}, {4, 0}, {1, 0}, {3, 0}}));
   EXPECT_FALSE(crossesItself(Subject(Points(100, {1, 1}), true)));
