@@ -1,7 +1,7 @@
 # SPDX-License-Identifier: MIT
 #
 # The Debian packages that CPack makes: libcntr1 (both libraries, which are released as one),
-# libcntr-dev and cntr (the program). Build them with the preset `package`, whose prefix is /usr:
+# libcntr-dev, libcntr-doc and cntr (the program). Build them with the preset `package`, whose prefix is /usr:
 # there the libraries live in the machine's own directory and no run path is needed.
 set(CNTR_MAINTAINER
     "cntr maintainers <maintainers@cntr.example>"
@@ -26,9 +26,15 @@ set(CPACK_DEBIAN_PACKAGE_GENERATE_SHLIBS TRUE)
 set(CPACK_DEBIAN_PACKAGE_GENERATE_SHLIBS_POLICY >=)
 set(CPACK_DEBIAN_PACKAGE_CONTROL_STRICT_PERMISSION TRUE)
 
+# CPack has no word for this field before CMake 3.31; it takes a further line of the one before.
+set(multi_arch_same "\nMulti-Arch: same")
+set(multi_arch_foreign "\nMulti-Arch: foreign")
+
+# The symbols file is made of debian/libcntr1.symbols by scripts/check-symbols.
 set(CPACK_DEBIAN_LIBRARIES_PACKAGE_NAME ${soname_package})
-set(CPACK_DEBIAN_LIBRARIES_PACKAGE_SECTION libs)
-set(CPACK_DEBIAN_LIBRARIES_PACKAGE_CONTROL_EXTRA ${CMAKE_CURRENT_SOURCE_DIR}/debian/triggers)
+set(CPACK_DEBIAN_LIBRARIES_PACKAGE_SECTION libs${multi_arch_same})
+set(CPACK_DEBIAN_LIBRARIES_PACKAGE_CONTROL_EXTRA ${CMAKE_CURRENT_SOURCE_DIR}/debian/triggers
+                                                 ${PROJECT_BINARY_DIR}/symbols)
 set(CPACK_DEBIAN_LIBRARIES_DESCRIPTION
     "planar geometry for machine vision (shared libraries)
 Contours, regions with holes and region sets: how long, how big, where, how
@@ -38,16 +44,27 @@ are repaired; shapes are drawn and archived.
 This package holds the shared libraries libcntr and libqcplatform.")
 
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_NAME libcntr-dev)
-set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_SECTION libdevel)
+set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_SECTION libdevel${multi_arch_same})
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_SHLIBDEPS FALSE)
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_DEPENDS ${same_version})
+set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_SUGGESTS libcntr-doc)
 set(CPACK_DEBIAN_DEVELOPMENT_DESCRIPTION
     "planar geometry for machine vision (development files)
 Contours, regions with holes and region sets, measured, asked, repaired, drawn
 and archived from C++20.
 
-This package holds the headers, the files of pkg-config and CMake, and the
-documents.")
+This package holds the headers and the files of pkg-config and CMake.")
+
+set(CPACK_DEBIAN_DOCUMENTS_PACKAGE_NAME libcntr-doc)
+set(CPACK_DEBIAN_DOCUMENTS_PACKAGE_SECTION doc${multi_arch_foreign})
+set(CPACK_DEBIAN_DOCUMENTS_PACKAGE_ARCHITECTURE all)
+set(CPACK_DEBIAN_DOCUMENTS_PACKAGE_SHLIBDEPS FALSE)
+set(CPACK_DEBIAN_DOCUMENTS_DESCRIPTION
+    "planar geometry for machine vision (documents)
+Contours, regions with holes and region sets, measured, asked, repaired, drawn
+and archived from C++20.
+
+This package holds the pages, the reference of the library and the examples.")
 
 set(CPACK_DEBIAN_TOOL_PACKAGE_NAME cntr)
 set(CPACK_DEBIAN_TOOL_PACKAGE_SECTION science)
@@ -73,7 +90,7 @@ endfunction()
 
 configure_file(debian/changelog.in changelog @ONLY)
 cntr_compress(${CMAKE_CURRENT_BINARY_DIR}/changelog changelog)
-foreach(component IN ITEMS libraries development tool)
+foreach(component IN ITEMS libraries development documents tool)
   string(TOUPPER ${component} upper)
   install(
     FILES debian/copyright ${CMAKE_CURRENT_BINARY_DIR}/changelog.gz
@@ -91,16 +108,20 @@ install(
   DESTINATION ${CMAKE_INSTALL_MANDIR}/man1
   COMPONENT debian_tool EXCLUDE_FROM_ALL)
 
-set(CPACK_COMPONENTS_ALL libraries debian_libraries headers development documents
-                         debian_development tool debian_tool)
+set(CPACK_COMPONENTS_ALL libraries debian_libraries headers development debian_development
+                         documents reference debian_documents tool debian_tool)
 include(CPack)
 cpack_add_component_group(libraries)
 cpack_add_component_group(development)
+cpack_add_component_group(documents)
 cpack_add_component_group(tool)
 cpack_add_component(libraries GROUP libraries)
 cpack_add_component(debian_libraries GROUP libraries)
-foreach(component IN ITEMS headers development documents debian_development)
+foreach(component IN ITEMS headers development debian_development)
   cpack_add_component(${component} GROUP development)
+endforeach()
+foreach(component IN ITEMS documents reference debian_documents)
+  cpack_add_component(${component} GROUP documents)
 endforeach()
 cpack_add_component(tool GROUP tool)
 cpack_add_component(debian_tool GROUP tool)
