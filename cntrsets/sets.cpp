@@ -12,61 +12,17 @@
 #include <cntr/contourdefs.h>
 #include <cntrsets/faces/filledset.h>
 #include <cntrsets/offset.h>
+#include <cntrsets/ringlist.h>
 
 namespace {
 
 using cntr::sets::FilledSet;
 using cntr::sets::Point;
+using cntr::sets::RingList;
 using cntr::sets::Rule;
 using cntr::sets::Winding;
 using cntr::sets::Windings;
 using Feature = std::vector<qcRings>;
-
-/// The rings of one or two features in one list, outlines before their holes.
-class RingList {
- public:
-  explicit RingList(const Feature& feature) { add(feature, 0); }
-  RingList(const Feature& a, const Feature& b) {
-    add(a, 0);
-    add(b, 1);
-  }
-
-  const std::vector<std::span<const Point>>& rings() const { return rings_; }
-
-  /// Whether a face of these windings is in the filled set of a feature by the rule eNonZero.
-  bool fills(int feature, const Windings& windings) const {
-    for (std::size_t i = 0; i < windings.size(); ++i) {
-      const Role& role = roles_[windings[i].ring];
-      if (role.feature != feature || role.isHole) continue;
-      if (i + 1 == windings.size() || roles_[windings[i + 1].ring].part != role.part) return true;
-    }
-    return false;
-  }
-
- private:
-  /// What a ring is.
-  struct Role {
-    int feature;
-    std::size_t part;
-    bool isHole;
-  };
-
-  void add(const Feature& feature, int number) {
-    for (const qcRings& part : feature) {
-      rings_.emplace_back(part.outline);
-      roles_.push_back({number, parts_, false});
-      for (const std::vector<Point>& hole : part.holes) {
-        rings_.emplace_back(hole);
-        roles_.push_back({number, parts_, true});
-      }
-      ++parts_;
-    }
-  }
-
-  std::vector<std::span<const Point>> rings_;
-  std::vector<Role> roles_;
-  std::size_t parts_ = 0;
-};
 
 int sumOf(const Windings& windings) {
   return std::accumulate(windings.begin(), windings.end(), 0,

@@ -10,43 +10,10 @@
 #include <cmath>
 #include <cstddef>
 
+#include <cntrsets/exact/twofold.h>
+
 namespace cntr::sets {
 namespace {
-
-/// A number as the exact sum of two doubles, the second at most half a unit in the last place of
-/// the first.
-struct Twofold {
-  double high;
-  double low;
-};
-
-Twofold sumOf(double a, double b) {
-  const double sum = a + b;
-  const double fromB = sum - a;
-  return {sum, (a - (sum - fromB)) + (b - fromB)};
-}
-
-Twofold productOf(double a, double b) {
-  const double product = a * b;
-  return {product, std::fma(a, b, -product)};
-}
-
-Twofold operator+(const Twofold& a, double b) {
-  const Twofold sum = sumOf(a.high, b);
-  return sumOf(sum.high, sum.low + a.low);
-}
-
-Twofold operator*(const Twofold& a, const Twofold& b) {
-  const Twofold product = productOf(a.high, b.high);
-  return sumOf(product.high, product.low + (a.high * b.low + a.low * b.high));
-}
-
-Twofold operator/(const Twofold& a, const Twofold& b) {
-  const double first = a.high / b.high;
-  const Twofold back = Twofold{first, 0.0} * b;
-  const double rest = ((a.high - back.high) + (a.low - back.low)) / b.high;
-  return sumOf(first, rest);
-}
 
 /// An exact sum of at most eight products and one number more.
 class ExactSum {
@@ -119,7 +86,7 @@ ExactSum crossProduct(const Point& a, const Point& b, const Point& c, const Poin
 }
 
 double along(double from, double to, const Twofold& share) noexcept {
-  return (share * sumOf(to, -from) + from).high;
+  return (share * sumOf(to, -from) + Twofold(from)).high;
 }
 
 /// `value` moved into the interval that both pairs of ends enclose.

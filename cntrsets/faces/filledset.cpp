@@ -71,12 +71,17 @@ Point Scaling::restored(const Point& p) const { return {restored(p.x()), restore
 
 double Scaling::restored(double length) const { return std::ldexp(length, -exponent_); }
 
-FilledSet filledSet(std::span<const std::span<const Point>> rings, const Rule& rule) {
-  const Scaling scaling(largestCoordinate(rings));
+std::vector<Piece> scaledPieces(std::span<const std::span<const Point>> rings,
+                                const Scaling& scaling) {
   std::vector<Piece> pieces = piecesOf(rings);
   for (Piece& piece : pieces)
     piece = {scaling.scaled(piece.from), scaling.scaled(piece.to), piece.ring};
+  return pieces;
+}
 
+FilledSet filledSet(std::span<const std::span<const Point>> rings, const Rule& rule) {
+  const Scaling scaling(largestCoordinate(rings));
+  std::vector<Piece> pieces = scaledPieces(rings, scaling);
   const std::size_t edges = pieces.size();
   const Noding noding = node(std::move(pieces));
   const Faces faces = facesOf(noding.pieces);

@@ -36,6 +36,10 @@ class Scaling {
   int exponent_;
 };
 
+/// The edges of the rings, scaled.
+std::vector<Piece> scaledPieces(std::span<const std::span<const Point>> rings,
+                                const Scaling& scaling);
+
 struct FilledSet {
   std::vector<qcRings> parts;
   /// The rings met in more than their vertices: the result has edges that are not the input's.

@@ -1,0 +1,236 @@
+// SPDX-License-Identifier: MIT
+//
+// How rings lie to each other, and moments of filled sets against exact rational arithmetic.
+
+#include <cntrsets/filled.h>
+
+#include <cmath>
+#include <limits>
+#include <string>
+
+#include <cntr/contourdefs.h>
+#include <tests/cntrsets/features.h>
+
+namespace {
+
+using features::box;
+using features::Feature;
+using features::Points;
+using features::reversed;
+using features::square;
+__extension__ using Wide = __int128;
+
+constexpr auto simple = qcRingContact::eSimple;
+constexpr auto touches = qcRingContact::eTouches;
+constexpr auto crosses = qcRingContact::eCrosses;
+constexpr auto overlaps = qcRingContact::eOverlaps;
+
+struct Case {
+  const char* name;
+  qcRingContact contact;
+  Feature feature;
+};
+
+const std::vector<Case>& cases() {
+  static const std::vector<Case> all{
+      {"nothing", simple, {}},
+      {"a point", simple, {{{{1, 1}}, {}}}},
+      {"a square", simple, {{square, {}}}},
+      {"a clockwise square", simple, {{reversed(square), {}}}},
+      {"a repeated vertex", simple, {{{{0, 0}, {10, 0}, {10, 0}, {10, 10}, {0, 0}}, {}}}},
+      {"a hole", simple, {{square, {box(2, 2, 4, 4)}}}},
+      {"a part in a hole", simple, {{square, {box(2, 2, 8, 8)}}, {box(4, 4, 6, 6), {}}}},
+      {"a hole that meets its outline in a vertex",
+       touches,
+       {{square, {{{0, 0}, {2, 1}, {1, 2}}}}}},
+      {"a hole whose vertex lies on an edge", touches, {{square, {{{0, 5}, {3, 6}, {3, 4}}}}}},
+      {"a hole along an edge", touches, {{square, {box(0, 4, 3, 6)}}}},
+      {"a hole that fills its outline", touches, {{square, {square}}}},
+      {"holes with a common corner", touches, {{square, {box(2, 2, 4, 4), box(4, 4, 6, 6)}}}},
+      {"holes with a common edge", touches, {{square, {box(2, 2, 4, 4), box(4, 2, 6, 4)}}}},
+      {"parts with a common edge", touches, {{square, {}}, {box(10, 0, 20, 10), {}}}},
+      {"a part that fills a hole", touches, {{square, {box(2, 2, 8, 8)}}, {box(2, 2, 8, 8), {}}}},
+      {"a spike", touches, {{{{0, 0}, {10, 0}, {20, 0}, {10, 0}, {10, 10}, {0, 10}}, {}}}},
+      {"a line there and back", touches, {{{{0, 0}, {5, 0}}, {}}}},
+      {"pixels that meet in a corner",
+       touches,
+       {{{{0, 0}, {1, 0}, {1, 1}, {2, 1}, {2, 2}, {1, 2}, {1, 1}, {0, 1}}, {}}}},
+      {"a ring around its hole through one vertex",
+       touches,
+       {{{{0, 0}, {10, 0}, {10, 10}, {0, 10}, {0, 0}, {2, 5}, {5, 5}, {5, 2}}, {}}}},
+      {"a bow tie", crosses, {{{{0, 0}, {4, 4}, {4, 0}, {0, 4}}, {}}}},
+      {"a bow tie with a vertex in its middle",
+       crosses,
+       {{{{0, 0}, {2, 2}, {4, 4}, {4, 0}, {2, 2}, {0, 4}}, {}}}},
+      {"parts that cross", crosses, {{square, {}}, {box(5, 5, 15, 15), {}}}},
+      {"a hole across its outline", crosses, {{square, {box(5, 5, 15, 8)}}}},
+      {"a ring walked twice", overlaps, {{{{0, 0}, {4, 0}, {4, 4}, {0, 0}, {4, 0}, {4, 4}}, {}}}},
+      {"a part within a part", overlaps, {{square, {}}, {reversed(box(2, 2, 4, 4)), {}}}},
+      {"the same part twice", overlaps, {{square, {}}, {reversed(square), {}}}},
+      {"a hole outside", overlaps, {{square, {box(20, 0, 22, 2)}}}},
+      {"a hole in a hole", overlaps, {{square, {box(1, 1, 9, 9), box(3, 3, 6, 6)}}}},
+      {"the same hole twice", overlaps, {{square, {box(1, 1, 9, 9), box(1, 1, 9, 9)}}}}};
+  return all;
+}
+
+TEST(RingContact, IsToldOfEachKind) {
+  for (const Case& known : cases())
+    EXPECT_EQ(qf_RingContact(known.feature), known.contact) << known.name;
+}
+
+TEST(RingContact, DependsOnNoDirection) {
+  for (Case known : cases()) {
+    for (qcRings& part : known.feature) part.outline = reversed(part.outline);
+    EXPECT_EQ(qf_RingContact(known.feature), known.contact) << known.name;
+    for (qcRings& part : known.feature)
+      for (Points& hole : part.holes) hole = reversed(hole);
+    EXPECT_EQ(qf_RingContact(known.feature), known.contact) << known.name;
+  }
+}
+
+TEST(RingContact, SeesTheLastBit) {
+  const double y = 1.0 / 3.0;
+  const auto withTip = [&](double tip) {
+    return Feature{{{{0, y}, {9, y}, {9, 3}, {4, tip}, {0, 3}}, {}}};
+  };
+  EXPECT_EQ(qf_RingContact(withTip(std::nextafter(y, 1.0))), simple);
+  EXPECT_EQ(qf_RingContact(withTip(y)), touches);
+  EXPECT_EQ(qf_RingContact(withTip(std::nextafter(y, 0.0))), crosses);
+}
+
+TEST(RingContact, RefusesCoordinatesThatAreNotFiniteNumbers) {
+  try {
+    qf_RingContact({{{{0, 0}, {1, std::nan("")}, {1, 1}}, {}}});
+    FAIL() << "not refused";
+  } catch (const qcContourDefs::BadParams& error) {
+    EXPECT_EQ(error.message(), L"a coordinate is not a finite number");
+  }
+}
+
+TEST(RingContact, TouchingRingsHaveTheAreaOfTheirFilledSet) {
+  int simplyBounded = 0;
+  for (std::uint64_t seed = 0; seed < 4000; ++seed) {
+    shapes::Random random(seed);
+    Feature feature(1 + random.below(2));
+    for (qcRings& part : feature) {
+      part.outline = shapes::gridPoints(random, 3 + random.below(4), 6);
+      if (random.chance(0.4)) part.holes.push_back(shapes::gridPoints(random, 3, 6));
+    }
+    const qcRingContact contact = qf_RingContact(feature);
+    if (contact != simple && contact != touches) continue;
+    ++simplyBounded;
+    EXPECT_NEAR(qf_FilledMoments(feature).area(),
+                plain::filledArea(features::plainOf(feature), plain::Rule::nonZero), 1e-12)
+        << "seed " << seed;
+  }
+  EXPECT_GT(simplyBounded, 400);
+}
+
+TEST(FilledMoments, AreTheSameForEveryContactAndThoseOfTheFilledSet) {
+  for (const Case& known : cases()) {
+    const double area = plain::filledArea(features::plainOf(known.feature), plain::Rule::nonZero);
+    EXPECT_NEAR(qf_FilledMoments(known.feature).area(), area, 1e-12) << known.name;
+  }
+}
+
+TEST(FilledMoments, OfASquareAreKnown) {
+  const qc_InertiaData moments = qf_FilledMoments({{square, {}}});
+  EXPECT_EQ(moments.area(), 100.0);
+  EXPECT_EQ(moments.centerOfMass(), qcVector<2>(5, 5));
+  EXPECT_EQ(moments.inertiaMatrix(), qcMatrix<2>(2500.0 / 3.0, 0.0, 0.0, 2500.0 / 3.0));
+}
+
+TEST(FilledMoments, OfNothingAreTheRecordOfNothing) {
+  for (const Feature& feature : {Feature{}, Feature{{{{1, 1}}, {}}},
+                                 Feature{{{{0, 0}, {5, 0}}, {}}}, Feature{{square, {square}}}}) {
+    EXPECT_EQ(qf_FilledMoments(feature).area(), 0.0);
+    EXPECT_EQ(qf_FilledMoments(feature).centerOfMass(), qcVector<2>());
+  }
+}
+
+/// Twice the area, and 6 times the integrals of x and of y over it, of a ring of integers.
+struct ExactSums {
+  Wide area2 = 0;
+  Wide x6 = 0;
+  Wide y6 = 0;
+  Wide xx12 = 0;
+  Wide xy24 = 0;
+
+  explicit ExactSums(const Points& ring) {
+    for (std::size_t i = 0; i < ring.size(); ++i) {
+      const qcVector<2>& a = ring[i];
+      const qcVector<2>& b = ring[(i + 1) % ring.size()];
+      const auto ax = static_cast<Wide>(a.x());
+      const auto ay = static_cast<Wide>(a.y());
+      const auto bx = static_cast<Wide>(b.x());
+      const auto by = static_cast<Wide>(b.y());
+      const Wide cross = ax * by - bx * ay;
+      area2 += cross;
+      x6 += cross * (ax + bx);
+      y6 += cross * (ay + by);
+      xx12 += cross * (ax * ax + ax * bx + bx * bx);
+      xy24 += cross * (2 * ax * ay + ax * by + bx * ay + 2 * bx * by);
+    }
+  }
+};
+
+/// A simple outline of integers with very many vertices, as a camera gives it, moved by whole
+/// numbers.
+Points skyline(std::uint64_t seed, std::size_t n, const qcVector<2>& shift) {
+  shapes::Random random(seed);
+  Points ring = shapes::skyline(random, n);
+  for (qcVector<2>& p : ring) p = p + shift;
+  return ring;
+}
+
+TEST(FilledMoments, AreThoseOfExactArithmeticFarFromTheOriginAndForManyVertices) {
+  for (const double far : {0.0, 1e6, 1e9}) {
+    for (const std::size_t n : {8U, 100U, 10000U}) {
+      const Points near = skyline(n, n, {0, 0});
+      const ExactSums exact(near);
+      const auto area = static_cast<long double>(exact.area2) / 2.0L;
+      const auto x = static_cast<long double>(exact.x6) / static_cast<long double>(3 * exact.area2);
+      const auto y = static_cast<long double>(exact.y6) / static_cast<long double>(3 * exact.area2);
+      const auto xx = static_cast<long double>(exact.xx12) / 12.0L - area * x * x;
+      const auto xy = static_cast<long double>(exact.xy24) / 24.0L - area * x * y;
+      double width = 0.0;
+      double height = 0.0;
+      for (const qcVector<2>& p : near) {
+        width = std::max(width, std::abs(p.x() - near[0].x()));
+        height = std::max(height, std::abs(p.y() - near[0].y()));
+      }
+      const double boxArea = width * height;
+      const double extent = std::max(width, height);
+      const double sign = area < 0.0L ? -1.0 : 1.0;
+
+      const qc_InertiaData moments = qf_FilledMoments({{skyline(n, n, {far, -far}), {}}});
+      EXPECT_NEAR(moments.area(), sign * static_cast<double>(area), 1e-12 * boxArea);
+      const double centerError =
+          1e-12 * extent * boxArea / moments.area() + std::nextafter(far, INFINITY) - far;
+      EXPECT_NEAR(moments.centerOfMass().x(),
+                  static_cast<double>(static_cast<long double>(far) + x), centerError);
+      EXPECT_NEAR(moments.centerOfMass().y(),
+                  static_cast<double>(y - static_cast<long double>(far)), centerError);
+      EXPECT_NEAR(moments.inertiaMatrix().element(0, 0), sign * static_cast<double>(xx),
+                  1e-12 * boxArea * extent * extent);
+      EXPECT_NEAR(moments.inertiaMatrix().element(0, 1), sign * static_cast<double>(xy),
+                  1e-12 * boxArea * extent * extent);
+    }
+  }
+}
+
+TEST(FilledMoments, ScaleWithTheFeature) {
+  const Points tee{{0, 0}, {3, 0}, {3, 5}, {6, 5}, {6, 7}, {-3, 7}, {-3, 5}, {0, 5}};
+  const qc_InertiaData whole = qf_FilledMoments({{tee, {}}});
+  for (const double scale : {0x1p-200, 0x1p-30, 0x1p30, 0x1p200}) {
+    Points scaled = tee;
+    for (qcVector<2>& p : scaled) p = p * scale;
+    const qc_InertiaData moments = qf_FilledMoments({{scaled, {}}});
+    EXPECT_EQ(moments.area(), whole.area() * scale * scale);
+    EXPECT_EQ(moments.centerOfMass(), whole.centerOfMass() * scale);
+    EXPECT_EQ(moments.inertiaMatrix().element(1, 1),
+              whole.inertiaMatrix().element(1, 1) * scale * scale * scale * scale);
+  }
+}
+
+}  // namespace
