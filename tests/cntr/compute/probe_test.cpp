@@ -6,6 +6,7 @@
 #include <cntr/compute/probe.h>
 
 #include <testing/twin/repetitions.h>
+#include <testing/twin/same.h>
 
 #include "subject.h"
 
@@ -42,15 +43,20 @@ TEST(ProbeTest, AnEndWithinAMillionthOfTheEdgeTouches) {
   EXPECT_FALSE(crossing({0, 0}, {4 - 0.5e-6, 0}, true, edge).has_value()) << "boxes apart";
 }
 
-TEST(ProbeTest, TheTouchDistanceItselfTouchesButIsNoCrossing) {
-  // 1e-6 beside an edge at 0 is exact.
+TEST(ProbeTest, AnEndAtTheTouchDistanceItselfTouches) {
   constexpr double touch = cntr::plane::touchDistance;
-  const Edge edge{{0, -4}, {0, 4}};
-  EXPECT_FALSE(crossing({touch, 0}, {-3, 0}, false, edge).has_value());
-  const Box wide{-10, -10, 10, 10};
-  EXPECT_FALSE(Probe({0, 4 + 1e-5}, {-3, 4 + 1e-5}, true, wide).crossingWith(edge).has_value());
-  const Edge upright{{0, 0}, {0, touch * 4}};
-  EXPECT_TRUE(crossing({-1, touch * 4}, {1, touch * 4}, true, upright).has_value());
+  EXPECT_FALSE(crossing({touch, 0}, {-3, 0}, false, {{0, -4}, {0, 4}}).has_value());
+}
+
+TEST(ProbeTest, LinesThatMeetAtTheTouchDistanceItselfFromAnEndDoNotCross) {
+  // They meet at (0, u), without rounding.
+  constexpr double u = cntr::plane::touchDistance;
+  const Edge upright{{0, 0}, {0, -4 * u}};
+  const Edge slanted{{-2 * u, -u}, {2 * u, 3 * u}};
+  EXPECT_FALSE(crossing(slanted.from, slanted.to, true, upright).has_value());
+  EXPECT_FALSE(crossing(upright.from, upright.to, true, slanted).has_value());
+  const Edge longer{{0, u}, {0, -4 * u}};
+  EXPECT_EQ(crossing(longer.from, longer.to, true, slanted), Point(0, u));
 }
 
 TEST(ProbeTest, DoesNotCrossWhatIsParallelOrHasNoLength) {
@@ -82,7 +88,7 @@ TEST(ProbeTest, RulesOutBoxesAsideOfItsLine) {
   EXPECT_FALSE(probe.mayMeet({8.1, 8.1, 9, 9})) << "beyond the end";
 }
 
-TEST(ProbeTest, MayMeetTheBoxOfEveryEdgeThatItCrosses) {
+TEST(ProbeTest, MeetsTheBoxOfEveryEdgeThatItCrossesInThePointOfThePlainDefinition) {
   std::size_t crossed = 0;
   for (std::uint64_t seed = 1; seed <= repetitions(4000); ++seed) {
     shapes::Random random(seed);
@@ -94,8 +100,11 @@ TEST(ProbeTest, MayMeetTheBoxOfEveryEdgeThatItCrosses) {
     const cntr::plane::Path path{points, true};
     for (std::size_t k = 0; k < path.edgeCount(); ++k) {
       const Edge edge = path.edge(k);
-      if (!probe.crossingWith(edge)) continue;
+      const std::optional<Point> p = probe.crossingWith(edge);
+      if (!p) continue;
       ++crossed;
+      EXPECT_TRUE(same::same(*p, plain::intersect(plain::lineOf({edge.from, edge.to}),
+                                                  plain::lineOf({segment.a, segment.b}))));
       EXPECT_TRUE(probe.mayMeet(cntr::plane::edgeBox(edge.from, edge.to))) << seed;
     }
   }

@@ -11,6 +11,8 @@
 #include <cntr/contour.h>
 #include <gtest/gtest.h>
 
+#include "refusals.h"
+
 using Point = qcVector<2>;
 using Points = std::vector<Point>;
 
@@ -56,21 +58,11 @@ inline std::vector<ContourProbe> contoursWithoutCurve() {
 /// Expects that `ask` throws EmptyContour with an empty message.
 template <class Ask>
 void expectEmptyContour(Ask ask) {
-  try {
-    ask();
-    ADD_FAILURE() << "nothing was thrown";
-  } catch (const qcContourDefs::EmptyContour& error) {
-    EXPECT_EQ(error.message(), L"");
-  }
+  EXPECT_EQ(fixtures::emptyContourOf(ask), L"");
 }
 
 /// Expects that `ask` throws BadParams with this message.
 template <class Ask>
 void expectBadParams(const std::wstring& message, Ask ask) {
-  try {
-    ask();
-    ADD_FAILURE() << "nothing was thrown";
-  } catch (const qcContourDefs::BadParams& error) {
-    EXPECT_EQ(error.message(), message);
-  }
+  EXPECT_EQ(fixtures::badParamsOf(ask), message);
 }

@@ -10,9 +10,10 @@
 #include <cntr/region.h>
 #include <cntr/regionst.h>
 #include <gtest/gtest.h>
+#include <testing/twin/same.h>
 #include <tests/platform/archive_bytes.h>
 
-#include <testing/twin/same.h>
+#include "refusals.h"
 
 namespace fixtures {
 
@@ -101,28 +102,6 @@ unsigned long noticesOf(qcPersistent& object, Act act) {
   act();
   object.isTracking(wasTracking);
   return object.changes() - before;
-}
-
-/// The message of the BadParams that `act` throws.
-template <class Act>
-std::wstring badParamsOf(Act act) {
-  try {
-    act();
-  } catch (const qcContourDefs::BadParams& error) {
-    return error.message();
-  }
-  return L"no BadParams was thrown";
-}
-
-/// The message of the EmptyContour that `act` throws.
-template <class Act>
-std::wstring emptyContourOf(Act act) {
-  try {
-    act();
-  } catch (const qcContourDefs::EmptyContour& error) {
-    return error.message();
-  }
-  return L"no EmptyContour was thrown";
 }
 
 }  // namespace fixtures
