@@ -56,7 +56,7 @@ struct Sides {
   bool equal() const { return from * to > 0; }
 };
 
-/// Cuts of two pieces where they cross or an end of one lies on the other.
+/// Cuts of two pieces where they cross or one begins on the other; where one ends another begins.
 void meet(Cuts& cuts, std::size_t i, std::size_t j) {
   const Piece& p = cuts.pieces[i];
   const Piece& q = cuts.pieces[j];
@@ -72,9 +72,7 @@ void meet(Cuts& cuts, std::size_t i, std::size_t j) {
     return;
   }
   if (ofP.from == 0 && inBoxOf(p, q.from)) cuts.add(i, q.from);
-  if (ofP.to == 0 && inBoxOf(p, q.to)) cuts.add(i, q.to);
   if (ofQ.from == 0 && inBoxOf(q, p.from)) cuts.add(j, p.from);
-  if (ofQ.to == 0 && inBoxOf(q, p.to)) cuts.add(j, p.to);
 }
 
 Cuts meetings(std::vector<Piece> pieces) {
@@ -167,16 +165,14 @@ void addCrossings(std::vector<Piece>& pieces, std::vector<Cut>& cuts, double gri
   pieces.insert(pieces.end(), crossings.begin(), crossings.end());
 }
 
-/// Cuts pieces that pass the cells of the ends of others.
+/// Cuts pieces that pass the cells in which others begin.
 void addPassages(const std::vector<Piece>& pieces, std::vector<Cut>& cuts, double grid) {
   const auto add = [&](std::size_t piece, const Point& end) {
     if (passesThrough(pieces[piece], end, 0.5 * grid)) cuts.push_back({piece, end});
   };
   PieceTree(pieces, 0.5 * grid).forEachPair([&](std::size_t i, std::size_t j) {
     add(i, pieces[j].from);
-    add(i, pieces[j].to);
     add(j, pieces[i].from);
-    add(j, pieces[i].to);
   });
 }
 

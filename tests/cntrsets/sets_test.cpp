@@ -82,6 +82,13 @@ TEST(MakeValid, KeepsTheMiddleOfAPentagramByWindingAndLeavesItOutByParity) {
   EXPECT_GT(features::areaOf(whole), features::areaOf(points) + 1000.0);
 }
 
+TEST(MakeValid, ReportsByHowMuchRoundedCrossingsCanChangeTheArea) {
+  qcRepairReport report;
+  qf_MakeValid({{shapes::starPolygon(5, 2, 100.0), {}}}, qcPolygon::eNonZero, &report);
+  EXPECT_GT(report.areaError, 0.0);
+  EXPECT_LT(report.areaError, 1e-10);
+}
+
 TEST(MakeValid, DropsASpikeWalkedThereAndBack) {
   EXPECT_EQ(repaired({{{{0, 0}, {10, 0}, {20, 0}, {10, 0}, {10, 10}, {0, 10}}, {}}}),
             (Feature{{square, {}}}));
