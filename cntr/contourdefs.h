@@ -50,7 +50,7 @@ class CNTR_EXPORT qcContourDefs {
 
    protected:
     /// Keeps `message`.
-    explicit Errors(const std::wstring& message) : qcExceptionWithString(message.c_str()) {}
+    Errors(const std::wstring& message = std::wstring()) : qcExceptionWithString(message.c_str()) {}
     void dispatchSerialize(qcArchive& archive) override;
     /// What follows the version byte; throws qcArchive::UnknownVersion naming the class, line 0,
     /// for a version other than 0.
@@ -61,7 +61,7 @@ class CNTR_EXPORT qcContourDefs {
   class CNTR_EXPORT EmptyContour : public Errors {
    public:
     /// Thrown with an empty message unless the operation that throws it quotes one.
-    explicit EmptyContour(const std::wstring& message = std::wstring()) : Errors(message) {}
+    EmptyContour(const std::wstring& message = std::wstring()) : Errors(message) {}
     /// 0x10004680.
     long errorNumber() const override;
     void suicideAndRethrow() override;
@@ -80,7 +80,7 @@ class CNTR_EXPORT qcContourDefs {
   class CNTR_EXPORT EmptyRegionSet : public Errors {
    public:
     /// Thrown with an empty message unless the operation that throws it quotes one.
-    explicit EmptyRegionSet(const std::wstring& message = std::wstring()) : Errors(message) {}
+    EmptyRegionSet(const std::wstring& message = std::wstring()) : Errors(message) {}
     /// 0x10004682.
     long errorNumber() const override;
     void suicideAndRethrow() override;
@@ -99,7 +99,7 @@ class CNTR_EXPORT qcContourDefs {
   class CNTR_EXPORT BadParams : public Errors {
    public:
     /// Thrown with an empty message unless the operation that throws it quotes one.
-    explicit BadParams(const std::wstring& message = std::wstring()) : Errors(message) {}
+    BadParams(const std::wstring& message = std::wstring()) : Errors(message) {}
     /// 0x10004683.
     long errorNumber() const override;
     void suicideAndRethrow() override;
@@ -118,8 +118,7 @@ class CNTR_EXPORT qcContourDefs {
   class CNTR_EXPORT RegionCannotBeSetOpen : public Errors {
    public:
     /// Thrown with an empty message unless the operation that throws it quotes one.
-    explicit RegionCannotBeSetOpen(const std::wstring& message = std::wstring())
-        : Errors(message) {}
+    RegionCannotBeSetOpen(const std::wstring& message = std::wstring()) : Errors(message) {}
     /// 0x10004684.
     long errorNumber() const override;
     void suicideAndRethrow() override;

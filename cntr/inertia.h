@@ -27,12 +27,10 @@
 /// carries the orientation.
 class CNTR_EXPORT qc_InertiaData {
  public:
-  /// The record of nothing: area 0, centre (0, 0), a zero matrix.
-  qc_InertiaData() noexcept : matrix_(0.0, 0.0, 0.0, 0.0) {}
-  /// The body of the given area (signed), centre of mass and central second moments, as given.
-  explicit qc_InertiaData(double area, const qcVector<2>& centerOfMass = qcVector<2>(),
-                          const qcMatrix<2>& inertiaMatrix = qcMatrix<2>(0.0, 0.0, 0.0,
-                                                                         0.0)) noexcept
+  /// The body of the given area (signed), centre of mass and central second moments, as given;
+  /// without arguments the record of nothing: area 0, centre (0, 0), a zero matrix.
+  qc_InertiaData(double area = 0.0, const qcVector<2>& centerOfMass = qcVector<2>(),
+                 const qcMatrix<2>& inertiaMatrix = qcMatrix<2>(0.0, 0.0, 0.0, 0.0)) noexcept
       : area_(area), center_(centerOfMass), matrix_(inertiaMatrix) {}
 
   /// Signed area, negative for a clockwise outline or a hole.
@@ -49,7 +47,7 @@ class CNTR_EXPORT qc_InertiaData {
   qc_InertiaData operator+(const qc_InertiaData& other) const noexcept;
 
  private:
-  double area_ = 0.0;
+  double area_;
   qcVector<2> center_;
   qcMatrix<2> matrix_;
 };

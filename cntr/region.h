@@ -6,6 +6,7 @@
 
 #pragma once
 
+#include <initializer_list>
 #include <memory>
 #include <optional>
 #include <vector>
@@ -26,6 +27,19 @@ struct qc_RegionCache;
 ///
 /// A question with holes costs what it costs the outline and each hole, see contour.h; it
 /// does not look for the holes that matter.
+///
+/// The outer boundary belongs to the virtual base qcContour, which the constructor of the most
+/// derived class makes. A class derived from qcRegion therefore gives the vertices to both; those
+/// given to qcRegion alone are lost:
+///
+///     class Plate : public qcRegion {
+///      public:
+///       Plate(const std::vector<qcVector<2>>& outline, double thickness)
+///           : qcContour(outline, true, 0),
+///             qcRegion(outline, qcContourDefs::eNoIntersectionRepair),
+///             thickness_(thickness) {}
+///       ...
+///     };
 class CNTR_EXPORT qcRegion : public virtual qcContour {
  public:
   /// No vertices, no holes.
@@ -33,6 +47,8 @@ class CNTR_EXPORT qcRegion : public virtual qcContour {
   /// A boundary through `vertices`, label 0, no holes. Repaired in place when `mode` asks for it,
   /// see outerHull() and regularize() for what that throws.
   qcRegion(const std::vector<qcVector<2>>& vertices, qcContourDefs::IntersectionMode mode);
+  /// The same for vertices listed in braces; `{}` is no vertices.
+  qcRegion(std::initializer_list<qcVector<2>> vertices, qcContourDefs::IntersectionMode mode);
   /// The polygon's vertices as they are: a repeated last vertex is kept.
   qcRegion(const qcPolygon& polygon, qcContourDefs::IntersectionMode mode);
   /// A copy of the contour's vertices, label and cachedVectorSize. The region is closed even when
@@ -60,6 +76,8 @@ class CNTR_EXPORT qcRegion : public virtual qcContour {
   void holes(const std::vector<qcPtrHandle_const<qcRegion>>& holes);
   /// The same for handles that may change their hole; do not change it afterwards.
   void holes(const std::vector<qcPtrHandle<qcRegion>>& holes);
+  /// The same for handles of either kind listed in braces; `{}` removes all holes.
+  void holes(std::initializer_list<qcPtrHandle_const<qcRegion>> holes);
 
   /// Always true.
   bool isClosed() const override { return true; }
@@ -110,13 +128,21 @@ class CNTR_EXPORT qcRegion : public virtual qcContour {
                                          bool considerHoles) const;
   /// Crossings of `other` with the outline, then with each hole's boundary.
   std::vector<qcVector<2>> intersections(const qcContour& other, bool considerHoles) const;
+  /// Crossings of a segment with the outer boundary, see qcContour::intersections().
+  std::vector<qcVector<2>> intersections(const qcLineSeg& segment,
+                                         bool countEndpointTouches) const {
+    return qcContour::intersections(segment, countEndpointTouches);
+  }
+  /// Crossings of `other` with the outer boundary, see qcContour::intersections().
+  std::vector<qcVector<2>> intersections(const qcContour& other) const {
+    return qcContour::intersections(other);
+  }
 
   /// The outline's own queries.
   using qcContour::closestPoint;
   using qcContour::closestVertexIndex;
   using qcContour::distToPoint;
   using qcContour::draw;
-  using qcContour::intersections;
   using qcContour::map;
 
   /// Replaces `dest` by a region whose boundary does not cross itself: walks the boundary from an

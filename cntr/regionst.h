@@ -5,6 +5,7 @@
 
 #pragma once
 
+#include <initializer_list>
 #include <memory>
 #include <vector>
 
@@ -40,6 +41,9 @@ class CNTR_EXPORT qcRegionSet : public virtual qcPersistent, public virtual qcRe
   /// The same for handles that may change their region; do not change it afterwards.
   qcRegionSet(const std::vector<qcPtrHandle<qcRegion>>& regions,
               qcContourDefs::IntersectionMode mode);
+  /// The same for handles of either kind listed in braces; `{}` is no regions.
+  qcRegionSet(std::initializer_list<qcPtrHandle_const<qcRegion>> regions,
+              qcContourDefs::IntersectionMode mode);
   /// Shares the regions; copies the answers already given.
   qcRegionSet(const qcRegionSet& other);
   /// Copies like the copy constructor, after forgetting this object's own answers.
@@ -57,6 +61,9 @@ class CNTR_EXPORT qcRegionSet : public virtual qcPersistent, public virtual qcRe
                qcContourDefs::IntersectionMode mode);
   /// The same for handles that may change their region; do not change it afterwards.
   void regions(const std::vector<qcPtrHandle<qcRegion>>& regions,
+               qcContourDefs::IntersectionMode mode);
+  /// The same for handles of either kind listed in braces; `{}` removes all regions.
+  void regions(std::initializer_list<qcPtrHandle_const<qcRegion>> regions,
                qcContourDefs::IntersectionMode mode);
   /// Appends a region, forgets all answers and applies the mode to the whole set. Overlaps are kept
   /// silently with mode 0.

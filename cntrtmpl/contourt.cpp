@@ -17,7 +17,11 @@ qcPtrHandle_const<qc2XformBase> ownTransform(const qcPtrHandle_const<qc2XformBas
 }  // namespace
 
 template <class Datum>
-qc_Instantiator qcContourT<Datum>::sExemplar(typeid(qcContourT<Datum>), &qcContourT<Datum>::make);
+qcContourT<Datum>::Instantiator::Instantiator()
+    : qc_Instantiator(typeid(qcContourT), &qcContourT::make) {}
+
+template <class Datum>
+typename qcContourT<Datum>::Instantiator qcContourT<Datum>::sExemplar;
 
 template <class Datum>
 qcPersistent* qcContourT<Datum>::make() {

@@ -35,7 +35,7 @@ class CNTR_EXPORT qcContourT : public virtual qcContour {
   /// Points are then set nevertheless, and the data stay as they were.
   qcContourT();
   /// Closed, label 0, the identity as transform: the points are the data's positions.
-  explicit qcContourT(const std::vector<Datum>& data);
+  qcContourT(const std::vector<Datum>& data);
   /// The same with a clone of `dataFromPoints`; a null handle means the identity. Throws what the
   /// transform's inverse throws (qcMathError::Singular).
   qcContourT(const std::vector<Datum>& data, const qcPtrHandle_const<qc2XformBase>& dataFromPoints);
@@ -96,8 +96,12 @@ class CNTR_EXPORT qcContourT : public virtual qcContour {
   void take(DataAndTransform taken) noexcept;
 
  private:
+  /// Registers make() for the archives.
+  struct Instantiator : qc_Instantiator {
+    Instantiator();
+  };
   static qcPersistent* make();
-  static qc_Instantiator sExemplar;
+  static Instantiator sExemplar;
 
   qcPtrHandle_const<qc2XformBase> dataFromPoints_;
   std::vector<Datum> data_;

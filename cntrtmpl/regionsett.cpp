@@ -8,8 +8,11 @@
 #include <platform/core/record.h>
 
 template <class Datum>
-qc_Instantiator qcRegionSetT<Datum>::sExemplar(typeid(qcRegionSetT<Datum>),
-                                               &qcRegionSetT<Datum>::make);
+qcRegionSetT<Datum>::Instantiator::Instantiator()
+    : qc_Instantiator(typeid(qcRegionSetT), &qcRegionSetT::make) {}
+
+template <class Datum>
+typename qcRegionSetT<Datum>::Instantiator qcRegionSetT<Datum>::sExemplar;
 
 template <class Datum>
 qcPersistent* qcRegionSetT<Datum>::make() {
@@ -29,6 +32,21 @@ qcRegionSetT<Datum>::qcRegionSetT(const RegionsT& regions)
 template <class Datum>
 qcRegionSetT<Datum>::qcRegionSetT(std::vector<qcPtrHandle<qcRegionT<Datum>>> regions)
     : qcRegionSetT(RegionsT(regions.begin(), regions.end())) {}
+
+template <class Datum>
+qcRegionSetT<Datum>::qcRegionSetT(
+    std::initializer_list<qcPtrHandle_const<qcRegionT<Datum>>> regions)
+    : qcRegionSetT(RegionsT(regions)) {}
+
+template <class Datum>
+bool qcRegionSetT<Datum>::operator==(const qcRegionSetT& other) const {
+  return qcRegionSet::operator==(other);
+}
+
+template <class Datum>
+void qcRegionSetT<Datum>::cleanCacheInfo() {
+  qcRegionSet::cleanCacheInfo();
+}
 
 template <class Datum>
 void qcRegionSetT<Datum>::regularizeT(qcRegionSetT& /*result*/) const {

@@ -4,6 +4,7 @@
 
 #pragma once
 
+#include <initializer_list>
 #include <vector>
 
 #include <cntr/regionst.h>
@@ -30,9 +31,14 @@ class CNTR_EXPORT qcRegionSetT : public qcRegionSet {
   /// No regions.
   qcRegionSetT();
   /// Shares the regions; nothing is repaired. A null handle throws qcBadPointer.
-  explicit qcRegionSetT(const RegionsT& regions);
+  qcRegionSetT(const RegionsT& regions);
   /// The same for handles that may change their region; do not change it afterwards.
-  explicit qcRegionSetT(std::vector<qcPtrHandle<qcRegionT<Datum>>> regions);
+  qcRegionSetT(std::vector<qcPtrHandle<qcRegionT<Datum>>> regions);
+  /// The same for handles of either kind listed in braces.
+  qcRegionSetT(std::initializer_list<qcPtrHandle_const<qcRegionT<Datum>>> regions);
+
+  /// The comparison of qcRegionSet, over the plain regions; the list with data takes no part.
+  bool operator==(const qcRegionSetT& other) const;
 
   /// The regions with data, in order. O(n): the handles are copied.
   RegionsT regionsT() const { return regionsT_; }
@@ -53,10 +59,16 @@ class CNTR_EXPORT qcRegionSetT : public qcRegionSet {
   void makeDataConsistentWithPoints() override;
   /// Makes the regions with data the plain ones, too.
   void makePointsConsistentWithData() override;
+  /// Forgets what qcRegionSet remembers; the list with data stays.
+  void cleanCacheInfo() override;
 
  private:
+  /// Registers make() for the archives.
+  struct Instantiator : qc_Instantiator {
+    Instantiator();
+  };
   static qcPersistent* make();
-  static qc_Instantiator sExemplar;
+  static Instantiator sExemplar;
 
   RegionsT regionsT_;
 };

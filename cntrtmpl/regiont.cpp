@@ -27,7 +27,11 @@ void drawEdgelet(qcUITablet& tablet, const qcEdgelet& edgelet, const qcXform<2>&
 }  // namespace
 
 template <class Datum>
-qc_Instantiator qcRegionT<Datum>::sExemplar(typeid(qcRegionT<Datum>), &qcRegionT<Datum>::make);
+qcRegionT<Datum>::Instantiator::Instantiator()
+    : qc_Instantiator(typeid(qcRegionT), &qcRegionT::make) {}
+
+template <class Datum>
+typename qcRegionT<Datum>::Instantiator qcRegionT<Datum>::sExemplar;
 
 template <class Datum>
 qcPersistent* qcRegionT<Datum>::make() {

@@ -23,6 +23,9 @@
 /// Writing to it as a plain qcRegion or qcContour (by assignment, map(), convexHull(),
 /// regularize(), outerHull()) replaces its points and leaves its data unchanged; set either side
 /// afterwards.
+///
+/// A class derived from it that is made from a contour gives the contour to the virtual base
+/// qcContour as well, see qcRegion; one that is made from data does not need to.
 template <class Datum>
 class CNTR_EXPORT qcRegionT : public qcRegion, public qcContourT<Datum> {
  public:
@@ -38,6 +41,13 @@ class CNTR_EXPORT qcRegionT : public qcRegion, public qcContourT<Datum> {
   /// The same with a transform between data and points, see qcContourT.
   qcRegionT(const std::vector<Datum>& data, const qcPtrHandle_const<qc2XformBase>& dataFromPoints,
             unsigned long label);
+  /// @{
+  /// The second argument is a label: these regions are not repaired when they are made.
+  qcRegionT(const qcContourT<Datum>& contour, qcContourDefs::IntersectionMode mode) = delete;
+  qcRegionT(const std::vector<Datum>& data, qcContourDefs::IntersectionMode mode) = delete;
+  qcRegionT(const std::vector<Datum>& data, const qcPtrHandle_const<qc2XformBase>& dataFromPoints,
+            qcContourDefs::IntersectionMode mode) = delete;
+  /// @}
   /// Copies points, data, holes of both kinds and the answers already given; shares the transform.
   qcRegionT(const qcRegionT& other) = default;
   /// Copies like the copy constructor, after forgetting this object's own answers.
@@ -72,8 +82,12 @@ class CNTR_EXPORT qcRegionT : public qcRegion, public qcContourT<Datum> {
   void serialize_(qcArchive& archive, unsigned char version) override;
 
  private:
+  /// Registers make() for the archives.
+  struct Instantiator : qc_Instantiator {
+    Instantiator();
+  };
   static qcPersistent* make();
-  static qc_Instantiator sExemplar;
+  static Instantiator sExemplar;
 
   Holes holes_;
 };

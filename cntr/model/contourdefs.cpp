@@ -12,7 +12,7 @@ void qcContourDefs::Errors::dispatchSerialize(qcArchive& archive) {
 
 void qcContourDefs::Errors::serialize_(qcArchive& archive, unsigned char version) {
   qc_Record::checkVersion(version, "qcContourDefs::Errors");
-  qcException::dispatchSerialize(archive);
+  qcExceptionWithString::dispatchSerialize(archive);
 }
 
 // The four concrete classes differ in name and number alone.

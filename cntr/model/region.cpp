@@ -26,6 +26,10 @@ qcRegion::qcRegion(const std::vector<qcVector<2>>& vertices, qcContourDefs::Inte
   repair(mode);
 }
 
+qcRegion::qcRegion(std::initializer_list<qcVector<2>> vertices,
+                   qcContourDefs::IntersectionMode mode)
+    : qcRegion(std::vector<qcVector<2>>(vertices), mode) {}
+
 qcRegion::qcRegion(const qcPolygon& polygon, qcContourDefs::IntersectionMode mode)
     : qcContour(polygon, 0) {
   repair(mode);
@@ -75,6 +79,10 @@ void qcRegion::holes(const std::vector<qcPtrHandle_const<qcRegion>>& holes) {
 
 void qcRegion::holes(const std::vector<qcPtrHandle<qcRegion>>& holes) {
   this->holes(std::vector<qcPtrHandle_const<qcRegion>>(holes.begin(), holes.end()));
+}
+
+void qcRegion::holes(std::initializer_list<qcPtrHandle_const<qcRegion>> holes) {
+  this->holes(std::vector<qcPtrHandle_const<qcRegion>>(holes));
 }
 
 void qcRegion::checkHole(const qcPtrHandle_const<qcRegion>& hole) const {

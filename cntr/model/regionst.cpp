@@ -35,6 +35,10 @@ qcRegionSet::qcRegionSet(const std::vector<qcPtrHandle<qcRegion>>& regions,
                          qcContourDefs::IntersectionMode mode)
     : qcRegionSet(constHandles(regions), mode) {}
 
+qcRegionSet::qcRegionSet(std::initializer_list<qcPtrHandle_const<qcRegion>> regions,
+                         qcContourDefs::IntersectionMode mode)
+    : qcRegionSet(ConstHandles(regions), mode) {}
+
 qcRegionSet::qcRegionSet(const qcRegionSet& other)
     : qcPersistent(other),
       qcRepBase(other),
@@ -81,6 +85,11 @@ void qcRegionSet::regions(const ConstHandles& regions, qcContourDefs::Intersecti
 void qcRegionSet::regions(const std::vector<qcPtrHandle<qcRegion>>& regions,
                           qcContourDefs::IntersectionMode mode) {
   this->regions(constHandles(regions), mode);
+}
+
+void qcRegionSet::regions(std::initializer_list<qcPtrHandle_const<qcRegion>> regions,
+                          qcContourDefs::IntersectionMode mode) {
+  this->regions(ConstHandles(regions), mode);
 }
 
 void qcRegionSet::add(const qcPtrHandle_const<qcRegion>& region,

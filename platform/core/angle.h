@@ -29,7 +29,7 @@ class qcRadian {
   /// An angle of so many radians, of any size.
   constexpr explicit qcRadian(double radians = 0.0) noexcept : value_(radians) {}
   /// Converts by one multiplication with pi / 180 (rounded once).
-  constexpr qcRadian(const qcDegree& degrees) noexcept;  // NOLINT(google-explicit-constructor)
+  constexpr qcRadian(const qcDegree& degrees) noexcept;
 
   /// The angle in radians.
   constexpr double toDouble() const noexcept { return value_; }
@@ -65,7 +65,7 @@ class qcDegree {
   /// An angle of so many degrees, of any size.
   constexpr explicit qcDegree(double degrees = 0.0) noexcept : value_(degrees) {}
   /// Converts by one multiplication with 180 / pi (rounded once).
-  constexpr qcDegree(const qcRadian& radians) noexcept  // NOLINT(google-explicit-constructor)
+  constexpr qcDegree(const qcRadian& radians) noexcept
       : value_(radians.toDouble() * 57.29577951308232) {}
 
   /// The angle in degrees.
@@ -104,9 +104,7 @@ class qcAngle8 {
   /// The angle in 256ths of a full turn.
   constexpr unsigned char steps() const noexcept { return steps_; }
   /// The angle in degrees, in [0, 360). Exact.
-  constexpr operator qcDegree() const noexcept {  // NOLINT(google-explicit-constructor)
-    return qcDegree(steps_ * degreesPerStep);
-  }
+  constexpr operator qcDegree() const noexcept { return qcDegree(steps_ * degreesPerStep); }
 
   /// The sum, modulo a full turn.
   constexpr qcAngle8 operator+(qcAngle8 other) const noexcept {

@@ -195,11 +195,16 @@ class QCPLATFORM_EXPORT qcArchive {
 
 /// An archive in a standard stream, which must be open in binary mode and outlive the archive.
 /// Starts with the bytes "QCAR", 1, 0, 0, 0: written, or checked, by the constructor.
+///
+/// Whatever the stream's buffer throws becomes WriteFailed or Truncated. After either, the stream's
+/// state says that it failed: badbit after WriteFailed and when the buffer threw, eofbit and failbit
+/// when the input ended too early. The stream's own exceptions() are not thrown.
 class QCPLATFORM_EXPORT qcStreamArchive : public qcArchive {
  public:
-  /// Stores. Throws WriteFailed when the stream refuses.
+  /// Stores. Throws WriteFailed when the stream has failed before or does not take the header.
   explicit qcStreamArchive(std::ostream& out);
-  /// Loads. Throws BadFormat or Truncated when the stream does not start as an archive.
+  /// Loads. Throws Truncated when the stream has failed before or ends within the header, BadFormat
+  /// when it does not start as an archive.
   explicit qcStreamArchive(std::istream& in);
   ~qcStreamArchive() override;
 

@@ -130,6 +130,11 @@ qcExceptionWithString::qcExceptionWithString(const wchar_t* message)
 
 void qcExceptionWithString::message_(std::wostream& out) const { out << message_text_; }
 
+void qcExceptionWithString::dispatchSerialize(qcArchive& archive) {
+  qcException::dispatchSerialize(archive);
+  if (archive.isLoading()) qcExceptionWithString::operator=(qcExceptionWithString());
+}
+
 std::string qcExceptionWithString::description() const { return toUtf8(message_text_); }
 
 void qcException::suicideAndRethrow() { qf_DeleteAndThrowCopy(this); }

@@ -19,6 +19,9 @@
 /// Root of all exceptions. It is archivable (its record is a version byte 0 and the qcPersistent
 /// record), so that a failure can travel in an archive and be raised again.
 class QCPLATFORM_EXPORT qcException : public virtual qcPersistent, public std::exception {
+ protected:
+  void dispatchSerialize(qcArchive& archive) override;
+
  public:
   qcException() noexcept = default;
   /// The text of what() is not copied: the copy makes its own.
@@ -37,8 +40,6 @@ class QCPLATFORM_EXPORT qcException : public virtual qcPersistent, public std::e
   virtual void suicideAndRethrow();
 
  protected:
-  void dispatchSerialize(qcArchive& archive) override;
-
   /// What what() appends to the class name, in UTF-8; empty here.
   virtual std::string description() const;
 
@@ -50,11 +51,12 @@ class QCPLATFORM_EXPORT qcException : public virtual qcPersistent, public std::e
   mutable std::atomic<const std::string*> what_{nullptr};
 };
 
-/// An exception that carries a text.
+/// An exception that carries a text. Its record is that of qcException: an exception loaded from an
+/// archive has an empty text.
 class QCPLATFORM_EXPORT qcExceptionWithString : public qcException {
  public:
   /// The text up to its terminating null; a null pointer is an empty text.
-  explicit qcExceptionWithString(const wchar_t* message = L"");
+  qcExceptionWithString(const wchar_t* message = L"");
 
   /// The text.
   std::wstring message() const { return message_text_; }
@@ -63,6 +65,8 @@ class QCPLATFORM_EXPORT qcExceptionWithString : public qcException {
   void suicideAndRethrow() override;
 
  protected:
+  /// The record of qcException; loading empties the text.
+  void dispatchSerialize(qcArchive& archive) override;
   std::string description() const override;
 
  private:

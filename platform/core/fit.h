@@ -32,9 +32,9 @@ class qcEllipseFitDefs {
 class qcEllipseFitParams {
  public:
   /// See the functions of the same names for what each parameter means; qfEllipseFit() checks them.
-  explicit qcEllipseFitParams(qcEllipseFitDefs::fit_mode mode = qcEllipseFitDefs::eLeastSquares,
-                              const qcRadian& angle = qcRadian(0.0), unsigned long count = 0,
-                              double threshold = std::numeric_limits<double>::infinity()) noexcept
+  qcEllipseFitParams(qcEllipseFitDefs::fit_mode mode = qcEllipseFitDefs::eLeastSquares,
+                     const qcRadian& angle = qcRadian(0.0), unsigned long count = 0,
+                     double threshold = std::numeric_limits<double>::infinity()) noexcept
       : mode_(mode), angle_(angle), count_(count), threshold_(threshold) {}
 
   /// The method of the fit.
@@ -85,9 +85,9 @@ class qcCircleFitDefs {
 class qcCircleFitParams {
  public:
   /// See the functions of the same names for what each parameter means; qfCircleFit() checks them.
-  explicit qcCircleFitParams(qcCircleFitDefs::fit_mode mode = qcCircleFitDefs::eLeastSquares,
-                             double relaxation = 1.0, unsigned long count = 0,
-                             double threshold = std::numeric_limits<double>::infinity()) noexcept
+  qcCircleFitParams(qcCircleFitDefs::fit_mode mode = qcCircleFitDefs::eLeastSquares,
+                    double relaxation = 1.0, unsigned long count = 0,
+                    double threshold = std::numeric_limits<double>::infinity()) noexcept
       : mode_(mode), relaxation_(relaxation), count_(count), threshold_(threshold) {}
 
   /// The method of the fit.

@@ -7,6 +7,8 @@
 
 #pragma once
 
+#include <concepts>
+#include <cstddef>
 #include <type_traits>
 #include <utility>
 
@@ -97,6 +99,9 @@ class qcPtrHandle : public qcPtrHandleBase {
 
   /// Null.
   qcPtrHandle() noexcept = default;
+  /// Null, from nullptr itself: 0 is no handle.
+  template <std::same_as<std::nullptr_t> Null>
+  qcPtrHandle(Null /*null*/) noexcept {}
   /// Shares `object`, which was made with new; the last handle deletes it.
   explicit qcPtrHandle(T* object) noexcept : qcPtrHandleBase(object), object_(object) {}
   /// Shares the object of `other`.
@@ -107,8 +112,7 @@ class qcPtrHandle : public qcPtrHandleBase {
   /// A handle to a derived class is a handle to its base.
   template <class U>
   requires std::is_convertible_v<U*, T*> qcPtrHandle(const qcPtrHandle<U>& other)
-  noexcept  // NOLINT(google-explicit-constructor)
-      : qcPtrHandle(other.get()) {}
+  noexcept : qcPtrHandle(other.get()) {}
   // Not one function that takes its argument by value: clang 14 leaks `handle = {}` in templates.
   /// Shares the object of `other`; deletes its own with the last reference.
   qcPtrHandle& operator=(const qcPtrHandle& other) noexcept {  // NOLINT: copies, swaps
@@ -156,6 +160,9 @@ class qcPtrHandle_const : public qcPtrHandleBase_const {
 
   /// Null.
   qcPtrHandle_const() noexcept = default;
+  /// Null, from nullptr itself: 0 is no handle.
+  template <std::same_as<std::nullptr_t> Null>
+  qcPtrHandle_const(Null /*null*/) noexcept {}
   /// Shares `object`, which was made with new; the last handle deletes it.
   explicit qcPtrHandle_const(const T* object) noexcept
       : qcPtrHandleBase_const(object), object_(object) {}
@@ -167,14 +174,12 @@ class qcPtrHandle_const : public qcPtrHandleBase_const {
   /// Shares the object of a handle that may change it.
   template <class U>
   requires std::is_convertible_v<const U*, const T*> qcPtrHandle_const(const qcPtrHandle<U>& other)
-  noexcept  // NOLINT(google-explicit-constructor)
-      : qcPtrHandle_const(other.get()) {}
+  noexcept : qcPtrHandle_const(other.get()) {}
   /// A handle to a derived class is a handle to its base.
   template <class U>
   requires std::is_convertible_v<const U*, const T*> qcPtrHandle_const(
       const qcPtrHandle_const<U>& other)
-  noexcept  // NOLINT(google-explicit-constructor)
-      : qcPtrHandle_const(other.get()) {}
+  noexcept : qcPtrHandle_const(other.get()) {}
   /// Shares the object of `other`; deletes its own with the last reference.
   qcPtrHandle_const& operator=(const qcPtrHandle_const& other) noexcept {  // NOLINT: copies, swaps
     qcPtrHandle_const taken(other);

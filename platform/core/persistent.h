@@ -21,11 +21,27 @@ class qcArchive;
 ///
 /// Change notices: a class sends one (mutating_()) whenever its content or a remembered answer of
 /// it changes; while tracking is on they are counted. Tracking is off in a new object.
+///
+/// Virtual functions are declared in the order of their slots: add new ones at the end.
 class QCPLATFORM_EXPORT qcPersistent {
  public:
   /// Tells the archives of this thread that the object is gone, so that another object at the same
   /// address is not taken for it.
   virtual ~qcPersistent();
+
+ protected:
+  /// Stores or loads the object's record: called by the archive, and by derived classes for their
+  /// base record. The record of qcPersistent itself is one version byte, 0; another one read
+  /// throws qcArchive::UnknownVersion naming "qcPersistent", line 0.
+  virtual void dispatchSerialize(qcArchive& archive);
+
+ public:
+  /// Hook for classes that must rebuild something after a load: called by the archive when it has
+  /// loaded the object, by value or through a pointer. Does nothing here.
+  virtual void reInit();
+  /// Transfers the object's own record through `archive`, whether or not the object has been
+  /// transferred before, and nothing else (no reInit()).
+  virtual void loadSimple(qcArchive& archive);
 
   /// True while change notices are counted.
   bool isTracking() const noexcept { return isTracking_; }
@@ -34,24 +50,12 @@ class QCPLATFORM_EXPORT qcPersistent {
   /// The number of change notices sent while tracking was on. Never copied or assigned.
   unsigned long changes() const noexcept { return changes_; }
 
-  /// Hook for classes that must rebuild something after a load: called by the archive when it has
-  /// loaded the object, by value or through a pointer. Does nothing here.
-  virtual void reInit();
-  /// Transfers the object's own record through `archive`, whether or not the object has been
-  /// transferred before, and nothing else (no reInit()).
-  virtual void loadSimple(qcArchive& archive);
-
  protected:
   qcPersistent() noexcept = default;
   /// A copy starts with tracking off and no changes.
   qcPersistent(const qcPersistent&) noexcept {}
   /// Keeps the tracking flag and the count of the target.
   qcPersistent& operator=(const qcPersistent&) noexcept { return *this; }
-
-  /// Stores or loads the object's record: called by the archive, and by derived classes for their
-  /// base record. The record of qcPersistent itself is one version byte, 0; another one read
-  /// throws qcArchive::UnknownVersion naming "qcPersistent", line 0.
-  virtual void dispatchSerialize(qcArchive& archive);
 
   /// Sends a change notice; counted while tracking is on.
   void mutating_() const noexcept {

@@ -16,7 +16,7 @@
 class QCPLATFORM_EXPORT qcRandomUniform {
  public:
   /// Starts the sequence of `seed`; equal seeds give equal sequences.
-  explicit qcRandomUniform(long seed) noexcept : state_(static_cast<std::uint64_t>(seed)) {}
+  qcRandomUniform(long seed) noexcept : state_(static_cast<std::uint64_t>(seed)) {}
 
   /// The next deviate in [low, high): low + u * (high - low) with u a multiple of 2^-53 in [0, 1).
   /// Gives `low` when the range is empty or the sum rounds up to `high`.

@@ -25,15 +25,12 @@ class QCPLATFORM_EXPORT qcPoint : public virtual qcPersistent {
   /// The origin.
   qcPoint() noexcept = default;
   /// At `position`.
-  qcPoint(const qcVector<2>& position) noexcept  // NOLINT(google-explicit-constructor)
-      : position_(position) {}
+  qcPoint(const qcVector<2>& position) noexcept : position_(position) {}
 
   /// Where the point is.
   const qcVector<2>& pos() const noexcept { return position_; }
   /// A point is a vector wherever one is asked for.
-  operator const qcVector<2>&() const noexcept {  // NOLINT(google-explicit-constructor)
-    return position_;
-  }
+  operator const qcVector<2>&() const noexcept { return position_; }
   /// Euclidean distance to p.
   double distToPoint(const qcVector<2>& p) const noexcept { return position_.distance(p); }
   /// Exact equality of the positions.
@@ -227,9 +224,9 @@ class QCPLATFORM_EXPORT qcEllipse : public virtual qcPersistent {
   /// Centre (0, 0), both radii 0.
   qcEllipse() noexcept = default;
   /// Both radii those of the circle, angles 0.
-  explicit qcEllipse(const qcCircle& circle) noexcept;
+  qcEllipse(const qcCircle& circle) noexcept;
   /// The ellipse that `geom` describes; nothing is checked or brought into another form.
-  explicit qcEllipse(const qcEllipseGeom& geom) noexcept : geom_(geom) {}
+  qcEllipse(const qcEllipseGeom& geom) noexcept : geom_(geom) {}
 
   /// The geometry record as given.
   const qcEllipseGeom& geom() const noexcept { return geom_; }
@@ -261,7 +258,7 @@ class QCPLATFORM_EXPORT qcPolygon : public virtual qcPersistent {
   /// No vertices, even-odd.
   qcPolygon() = default;
   /// The vertices as given.
-  explicit qcPolygon(std::vector<qcVector<2>> vertices, PolyFillMode fillMode = eEvenOdd)
+  qcPolygon(std::vector<qcVector<2>> vertices, PolyFillMode fillMode = eEvenOdd)
       : vertices_(std::move(vertices)), fillMode_(fillMode) {}
 
   /// The number of vertices.

@@ -47,7 +47,7 @@ class qcVector<2> {
   qcVector(double length, const qcRadian& angle) noexcept
       : x_(length * std::cos(angle.toDouble())), y_(length * std::sin(angle.toDouble())) {}
   /// A pixel position. Exact below 2^53.
-  constexpr explicit qcVector(const qcPair<long>& pixel) noexcept
+  constexpr qcVector(const qcPair<long>& pixel) noexcept
       : x_(static_cast<double>(pixel.x())), y_(static_cast<double>(pixel.y())) {}
 
   /// The coordinate along the x axis.

@@ -21,6 +21,10 @@ qc_Instantiator qc2XformLinear::sExemplar(typeid(qc2XformLinear), &qc2XformLinea
 
 qcPersistent* qc2XformLinear::make() { return new qc2XformLinear; }
 
+void* qc2XformLinear::operator new(std::size_t size) { return ::operator new(size); }
+
+void qc2XformLinear::operator delete(void* memory) noexcept { ::operator delete(memory); }
+
 qcVector<2> qc2XformLinear::mapPoint(const qcVector<2>& point) const { return xform_ * point; }
 
 bool qc2XformLinear::isLinear() const { return true; }

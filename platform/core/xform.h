@@ -85,7 +85,14 @@ class QCPLATFORM_EXPORT qc2XformLinear : public qc2XformBase {
   /// The identity.
   qc2XformLinear() noexcept = default;
   /// The transform object of `xform`.
-  explicit qc2XformLinear(const qcXform<2>& xform) noexcept : xform_(xform) {}
+  qc2XformLinear(const qcXform<2>& xform) noexcept : xform_(xform) {}
+
+  /// @{
+  /// Objects made with new come from this library's heap and go back to it, whichever module makes
+  /// them or drops their last handle.
+  static void* operator new(std::size_t size);
+  static void operator delete(void* memory) noexcept;
+  /// @}
 
   /// The image of a point, as of linearXform().
   qcVector<2> mapPoint(const qcVector<2>& point) const override;

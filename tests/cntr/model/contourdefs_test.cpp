@@ -194,6 +194,7 @@ std::string bytesByPointer() {
 TYPED_TEST(ContourDefsErrorTest, IsStoredAsFourVersionBytesWithoutItsMessage) {
   TypeParam error(L"a reason");
   EXPECT_EQ(storedHex([&](qcArchive& archive) { archive || error; }), record);
+  EXPECT_EQ(error.message(), L"a reason");
 }
 
 TYPED_TEST(ContourDefsErrorTest, StoredTwiceIsWrittenOnce) {
@@ -209,10 +210,12 @@ TYPED_TEST(ContourDefsErrorTest, IsAnnouncedByItsNameWhenStoredByPointer) {
 }
 
 TYPED_TEST(ContourDefsErrorTest, ReadBackByValueHasItsNumberAndNoMessage) {
-  TypeParam error;
+  TypeParam error(L"an older reason");
+  EXPECT_EQ(error.what(), std::string(Facts<TypeParam>::name) + ": an older reason");
   loadHex(record, [&](qcArchive& archive) { archive || error; });
   EXPECT_EQ(error.errorNumber(), Facts<TypeParam>::number);
   EXPECT_EQ(error.message(), L"");
+  EXPECT_STREQ(error.what(), Facts<TypeParam>::name);
 }
 
 TYPED_TEST(ContourDefsErrorTest, ReadBackByPointerHasItsClassAndNumberAndNoMessage) {

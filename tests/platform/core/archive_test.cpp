@@ -315,6 +315,17 @@ TEST(StreamArchiveTest, LoadsFromAStreamThatTrickles) {
   EXPECT_TRUE(loaded == points);
 }
 
+/// The message of the Error that `operation` throws.
+template <class Error, class Operation>
+std::wstring messageOf(Operation operation) {
+  try {
+    operation();
+  } catch (const Error& error) {
+    return error.message();
+  }
+  return L"nothing was thrown";
+}
+
 /// Takes a number of bytes and no more; throws instead of refusing when told to.
 class FullBuffer : public std::streambuf {
  public:
@@ -338,7 +349,10 @@ TEST(StreamArchiveTest, AStreamThatRefusesGivesWriteFailed) {
   qcStreamArchive archive(stream);
   unsigned long number = 1;
   archive || number;
-  EXPECT_THROW(archive || number, qcArchive::WriteFailed);
+  EXPECT_TRUE(stream.good());
+  EXPECT_EQ(messageOf<qcArchive::WriteFailed>([&] { archive || number; }),
+            L"at byte 12: the stream does not take the bytes");
+  EXPECT_EQ(stream.rdstate(), std::ios::badbit);
 }
 
 TEST(StreamArchiveTest, NothingFollowsAFailedWrite) {
@@ -347,16 +361,43 @@ TEST(StreamArchiveTest, NothingFollowsAFailedWrite) {
   qcStreamArchive archive(stream);
   unsigned long number = 1;
   unsigned char byte = 1;
-  EXPECT_THROW(archive || number, std::runtime_error);
-  EXPECT_THROW(archive || byte, qcArchive::WriteFailed);
+  EXPECT_EQ(messageOf<qcArchive::WriteFailed>([&] { archive || number; }),
+            L"at byte 8: the stream does not take the bytes");
+  EXPECT_EQ(stream.rdstate(), std::ios::badbit);
+  EXPECT_EQ(messageOf<qcArchive::WriteFailed>([&] { archive || byte; }),
+            L"at byte 8: an earlier failure left an object incomplete");
 }
 
 TEST(StreamArchiveTest, AStreamThatTakesNothingIsRefusedAtOnce) {
   FullBuffer buffer(7);
   std::ostream full(&buffer);
   EXPECT_THROW(qcStreamArchive archive(full), qcArchive::WriteFailed);
+  EXPECT_EQ(full.rdstate(), std::ios::badbit);
   std::ofstream closed;
   EXPECT_THROW(qcStreamArchive archive(closed), qcArchive::WriteFailed);
+}
+
+TEST(StreamArchiveTest, AStreamThatHasFailedBeforeIsRefusedAndNotTouched) {
+  for (const std::ios::iostate state : {std::ios::failbit, std::ios::badbit}) {
+    std::ostringstream out;
+    out.setstate(state);
+    EXPECT_EQ(messageOf<qcArchive::WriteFailed>([&] { qcStreamArchive archive(out); }),
+              L"at byte 0: the stream has failed before");
+    EXPECT_EQ(out.str(), "");
+    EXPECT_EQ(out.rdstate(), state);
+    std::istringstream in(archiveHeader());
+    in.setstate(state);
+    EXPECT_EQ(messageOf<qcArchive::Truncated>([&] { qcStreamArchive archive(in); }),
+              L"at byte 0: the stream has failed before");
+    EXPECT_EQ(in.rdbuf()->in_avail(), 8);
+    EXPECT_EQ(in.rdstate(), state);
+  }
+}
+
+TEST(StreamArchiveTest, AStreamThatHasMetItsEndWithoutFailingIsTaken) {
+  std::istringstream in(archiveHeader());
+  in.setstate(std::ios::eofbit);
+  EXPECT_NO_THROW(qcStreamArchive archive(in));
 }
 
 TEST(StreamArchiveTest, AStreamWithoutABufferIsRefused) {
@@ -364,6 +405,14 @@ TEST(StreamArchiveTest, AStreamWithoutABufferIsRefused) {
   EXPECT_THROW(qcStreamArchive archive(out), qcArchive::WriteFailed);
   std::istream in(nullptr);
   EXPECT_THROW(qcStreamArchive archive(in), qcArchive::Truncated);
+}
+
+TEST(StreamArchiveTest, AStreamThatLosesItsBufferIsTruncated) {
+  std::istringstream stream(archiveHeader() + "\x01");
+  qcStreamArchive archive(stream);
+  static_cast<std::ios&>(stream).rdbuf(nullptr);
+  bool flag = false;
+  EXPECT_THROW(archive || flag, qcArchive::Truncated);
 }
 
 TEST(StreamArchiveTest, AClosedFileIsTruncated) {
@@ -384,14 +433,36 @@ class ThrowingBuffer : public std::stringbuf {
   }
 };
 
-TEST(StreamArchiveTest, WhatAStreamThrowsPassesThrough) {
+TEST(StreamArchiveTest, WhatABufferThrowsIsTruncated) {
   ThrowingBuffer buffer(archiveHeader() + "\x01", std::ios::in);
   std::istream stream(&buffer);
   qcStreamArchive archive(stream);
   bool flag = false;
   archive || flag;
   EXPECT_TRUE(flag);
-  EXPECT_THROW(archive || flag, std::runtime_error);
+  EXPECT_EQ(messageOf<qcArchive::Truncated>([&] { archive || flag; }),
+            L"at byte 9: the input ends too early");
+  EXPECT_EQ(stream.rdstate(), std::ios::badbit);
+}
+
+/// Does not know how many bytes are left, and throws when asked.
+class SecretiveBuffer : public std::stringbuf {
+ public:
+  using std::stringbuf::stringbuf;
+
+ protected:
+  std::streamsize showmanyc() override { throw std::runtime_error("no idea"); }
+};
+
+TEST(StreamArchiveTest, ABufferThatCannotTellHowMuchIsLeftLoadsLists) {
+  std::vector<qcVector<2>> points = manyPoints(3);
+  const std::string bytes = storedBytes([&](qcArchive& archive) { archive || points; });
+  SecretiveBuffer buffer(archiveHeader() + bytes.substr(0, bytes.size() - 1), std::ios::in);
+  std::istream stream(&buffer);
+  qcStreamArchive archive(stream);
+  std::vector<qcVector<2>> loaded;
+  EXPECT_THROW(archive || loaded, qcArchive::Truncated);
+  EXPECT_EQ(stream.rdstate(), std::ios::eofbit | std::ios::failbit);
 }
 
 TEST(StreamArchiveTest, StreamsThatThrowOnFailureGiveTheArchivesOwnErrors) {
@@ -400,6 +471,17 @@ TEST(StreamArchiveTest, StreamsThatThrowOnFailureGiveTheArchivesOwnErrors) {
   qcStreamArchive archive(stream);
   bool flag = false;
   EXPECT_THROW(archive || flag, qcArchive::Truncated);
+  EXPECT_EQ(stream.rdstate(), std::ios::eofbit | std::ios::failbit);
+}
+
+TEST(StreamArchiveTest, OutputThatThrowsOnFailureGivesTheArchivesOwnErrors) {
+  FullBuffer buffer(8, true);
+  std::ostream stream(&buffer);
+  stream.exceptions(std::ios::failbit | std::ios::badbit | std::ios::eofbit);
+  qcStreamArchive archive(stream);
+  bool flag = false;
+  EXPECT_THROW(archive || flag, qcArchive::WriteFailed);
+  EXPECT_EQ(stream.rdstate(), std::ios::badbit);
 }
 
 TEST(StreamArchiveTest, AnArchiveMayStartInTheMiddleOfAStream) {

@@ -240,10 +240,13 @@ TEST(ExceptionRecordTest, ByPointerIsIdNameAndRecord) {
 
 TEST(ExceptionRecordTest, TheMessageIsNotStored) {
   qcExceptionWithString stored(L"stays here");
-  qcExceptionWithString loaded(L"kept");
+  qcExceptionWithString loaded(L"older");
+  EXPECT_STREQ(loaded.what(), "qcExceptionWithString: older");
   const std::string bytes = storedBytes([&](qcArchive& archive) { archive || stored; });
   loadBytes(bytes, [&](qcArchive& archive) { archive || loaded; });
-  EXPECT_EQ(loaded.message(), L"kept");
+  EXPECT_EQ(stored.message(), L"stays here");
+  EXPECT_EQ(loaded.message(), L"");
+  EXPECT_STREQ(loaded.what(), "qcExceptionWithString");
   loadBytes(storedBytes([&](qcArchive& archive) { archive.transferShared(&stored); }),
             [](qcArchive& archive) {
               const auto* const back =

@@ -21,7 +21,7 @@ const double notANumber = std::nan("");
 
 static_assert(std::is_trivially_copyable_v<Vector> && sizeof(Vector) == 2 * sizeof(double));
 static_assert(std::is_trivially_copyable_v<qcPair<long>>);
-static_assert(!std::is_convertible_v<qcPair<long>, Vector>);
+static_assert(std::is_convertible_v<qcPair<long>, Vector>);
 static_assert((Vector(1, 2) + Vector(3, 4)) * 2.0 == Vector(8, 12), "usable in constants");
 
 TEST(PairTest, HoldsTwoValues) {

@@ -13,6 +13,7 @@
 #include <rapidcheck/gtest.h>
 
 #include <platform/core/archive.h>
+#include <testing/heap/heap.h>
 #include <tests/platform/archive_bytes.h>
 
 namespace {
@@ -235,6 +236,17 @@ TEST(XformArchiveTest, HandlesShareAndKeepTheClass) {
   EXPECT_EQ(dynamic_cast<const qc2XformLinear&>(*loaded[1]).linearXform(), shear);
   EXPECT_TRUE(loaded[2] == loaded[0]);
   EXPECT_FALSE(loaded[3]);
+}
+
+TEST(LinearXformTest, IsMadeAndFreedByItsClass) {
+  if (!heap::counts) GTEST_SKIP() << "what a DLL allocates is not counted";
+  const long before = heap::blocksAlive();
+  void* const memory = qc2XformLinear::operator new(sizeof(qc2XformLinear));
+  EXPECT_EQ(heap::blocksAlive(), before + 1);
+  const qc2XformBase* const made = ::new (memory) qc2XformLinear(shear);
+  EXPECT_EQ(made->linearXform(), shear);
+  delete made;
+  EXPECT_EQ(heap::blocksAlive(), before);
 }
 
 }  // namespace
