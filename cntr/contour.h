@@ -223,8 +223,8 @@ class CNTR_EXPORT qcContour : public virtual qcPersistent, public virtual qcRepB
  private:
   friend class qcRegion;
 
-  static qcPersistent* make();
-  static qc_Instantiator sExemplar;
+  CNTR_LOCAL static qcPersistent* make();
+  CNTR_LOCAL static qc_Instantiator sExemplar;
 
   /// What a record holds.
   struct Fields {
@@ -236,15 +236,15 @@ class CNTR_EXPORT qcContour : public virtual qcPersistent, public virtual qcRepB
 
   /// Makes a loaded record this contour's content; throws qcArchive::BadFormat, and changes
   /// nothing, when it cannot be.
-  void takeLoaded(Fields fields);
-  qc_ContourCache& cache() const;
-  cntr::plane::Path path() const;
+  CNTR_LOCAL void takeLoaded(Fields fields);
+  CNTR_LOCAL qc_ContourCache& cache() const;
+  CNTR_LOCAL cntr::plane::Path path() const;
   /// The index of the edges; null for contours that are quicker without.
-  const cntr::index::EdgeIndex* edgeIndex() const;
+  CNTR_LOCAL const cntr::index::EdgeIndex* edgeIndex() const;
   /// The same for extremal vertices: null until enough directions were asked for.
-  const cntr::index::EdgeIndex* indexForExtremes() const;
+  CNTR_LOCAL const cntr::index::EdgeIndex* indexForExtremes() const;
   /// REQUIRES: at least one vertex.
-  cntr::compute::CrossingTarget crossingTarget() const;
+  CNTR_LOCAL cntr::compute::CrossingTarget crossingTarget() const;
 
   unsigned long label_;
   bool closed_;

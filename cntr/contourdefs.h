@@ -72,8 +72,8 @@ class CNTR_EXPORT qcContourDefs {
     void serialize_(qcArchive& archive, unsigned char version);
 
    private:
-    static qcPersistent* make();
-    static qc_Instantiator sExemplar;
+    CNTR_LOCAL static qcPersistent* make();
+    CNTR_LOCAL static qc_Instantiator sExemplar;
   };
 
   /// A region set without regions where one is needed.
@@ -91,8 +91,8 @@ class CNTR_EXPORT qcContourDefs {
     void serialize_(qcArchive& archive, unsigned char version);
 
    private:
-    static qcPersistent* make();
-    static qc_Instantiator sExemplar;
+    CNTR_LOCAL static qcPersistent* make();
+    CNTR_LOCAL static qc_Instantiator sExemplar;
   };
 
   /// An argument, or a shape, that the operation cannot work with; the message says why.
@@ -110,8 +110,8 @@ class CNTR_EXPORT qcContourDefs {
     void serialize_(qcArchive& archive, unsigned char version);
 
    private:
-    static qcPersistent* make();
-    static qc_Instantiator sExemplar;
+    CNTR_LOCAL static qcPersistent* make();
+    CNTR_LOCAL static qc_Instantiator sExemplar;
   };
 
   /// A region was asked to be open.
@@ -129,8 +129,8 @@ class CNTR_EXPORT qcContourDefs {
     void serialize_(qcArchive& archive, unsigned char version);
 
    private:
-    static qcPersistent* make();
-    static qc_Instantiator sExemplar;
+    CNTR_LOCAL static qcPersistent* make();
+    CNTR_LOCAL static qc_Instantiator sExemplar;
   };
 };
 

@@ -19,3 +19,7 @@
 #else
 #define CNTR_EXPORT __attribute__((visibility("default")))
 #endif
+
+/// @def CNTR_LOCAL
+/// Marks a private member of an exported class: no dynamic symbol.
+#define CNTR_LOCAL QCPLATFORM_LOCAL

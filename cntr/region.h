@@ -192,35 +192,35 @@ class CNTR_EXPORT qcRegion : public virtual qcContour {
  private:
   friend class qcRegionSet;
 
-  static qcPersistent* make();
-  static qc_Instantiator sExemplar;
+  CNTR_LOCAL static qcPersistent* make();
+  CNTR_LOCAL static qc_Instantiator sExemplar;
 
-  void repair(qcContourDefs::IntersectionMode mode);
-  void checkHole(const qcPtrHandle_const<qcRegion>& hole) const;
+  CNTR_LOCAL void repair(qcContourDefs::IntersectionMode mode);
+  CNTR_LOCAL void checkHole(const qcPtrHandle_const<qcRegion>& hole) const;
   /// Crossings of a ray from p with the outer boundary; with `bothDirections` the smaller number of
   /// the ray and its opposite.
-  long insideCount(const qcVector<2>& p, bool bothDirections) const;
+  CNTR_LOCAL long insideCount(const qcVector<2>& p, bool bothDirections) const;
   /// Counts a question and makes the grid that answers most of them, once there were enough; null
   /// before, and for boundaries that are better off without. REQUIRES: it is not known.
-  const cntr::index::ContainmentGrid* containmentGrid() const;
+  CNTR_LOCAL const cntr::index::ContainmentGrid* containmentGrid() const;
   /// That grid, or null.
-  const cntr::index::ContainmentGrid* knownContainmentGrid() const;
+  CNTR_LOCAL const cntr::index::ContainmentGrid* knownContainmentGrid() const;
   /// True when insideCount(p, false) is odd.
-  bool isInsideBoundary(const qcVector<2>& p) const;
-  qcVector<2> centerOfMassWithHoles() const;
+  CNTR_LOCAL bool isInsideBoundary(const qcVector<2>& p) const;
+  CNTR_LOCAL qcVector<2> centerOfMassWithHoles() const;
   /// The box of the outer boundary and of all holes; nothing when asking the region could throw: a
   /// null hole, a boundary of fewer than 2 vertices, coordinates that are not finite.
-  std::optional<cntr::plane::Box> boxOfBoundaries() const;
+  CNTR_LOCAL std::optional<cntr::plane::Box> boxOfBoundaries() const;
   /// The same of the outer boundary alone.
-  std::optional<cntr::plane::Box> boxOfBoundary() const;
+  CNTR_LOCAL std::optional<cntr::plane::Box> boxOfBoundary() const;
   /// True when the outer boundaries cross or touch: intersections(other) has a point.
-  bool crosses(const qcRegion& other) const;
-  void assignRepaired(qcRegion& dest, bool outerHullMode) const;
-  void outerHullRegularize(qcRegion& dest, bool outerHullMode) const;
+  CNTR_LOCAL bool crosses(const qcRegion& other) const;
+  CNTR_LOCAL void assignRepaired(qcRegion& dest, bool outerHullMode) const;
+  CNTR_LOCAL void outerHullRegularize(qcRegion& dest, bool outerHullMode) const;
   /// Joins two regions whose outer boundaries cross into one boundary that runs round both; throws
   /// BadParams "spliced regions do not intersect".
-  void splice(const qcRegion& other, qcRegion& dest) const;
-  qc_RegionCache& regionCache() const;
+  CNTR_LOCAL void splice(const qcRegion& other, qcRegion& dest) const;
+  CNTR_LOCAL qc_RegionCache& regionCache() const;
 
   std::vector<qcPtrHandle_const<qcRegion>> holes_;
   mutable std::unique_ptr<qc_RegionCache> regionCache_;

@@ -138,20 +138,20 @@ class CNTR_EXPORT qcRegionSet : public virtual qcPersistent, public virtual qcRe
   void checkEmptyRegionSet() const;
 
  private:
-  static qcPersistent* make();
-  static qc_Instantiator sExemplar;
+  CNTR_LOCAL static qcPersistent* make();
+  CNTR_LOCAL static qc_Instantiator sExemplar;
 
-  void repair(qcContourDefs::IntersectionMode mode);
-  bool hasCrossingPair() const;
+  CNTR_LOCAL void repair(qcContourDefs::IntersectionMode mode);
+  CNTR_LOCAL bool hasCrossingPair() const;
   /// The regions by place; null for small sets and for sets with regions that cannot be asked.
-  const cntr::index::RegionIndex* index() const;
-  void assignRepaired(qcRegionSet& result, bool outerHullMode) const;
-  void outerHullRegularize(qcRegionSet& result, bool outerHullMode) const;
+  CNTR_LOCAL const cntr::index::RegionIndex* index() const;
+  CNTR_LOCAL void assignRepaired(qcRegionSet& result, bool outerHullMode) const;
+  CNTR_LOCAL void outerHullRegularize(qcRegionSet& result, bool outerHullMode) const;
   /// The regions with those that cross merged into one.
-  std::vector<qcPtrHandle_const<qcRegion>> merged() const;
+  CNTR_LOCAL std::vector<qcPtrHandle_const<qcRegion>> merged() const;
   /// The box of a region's boundaries; the whole plane when it has none that can be relied on.
-  static cntr::plane::Box boxOf(const qcRegion& region);
-  qc_RegionSetCache& cache() const;
+  CNTR_LOCAL static cntr::plane::Box boxOf(const qcRegion& region);
+  CNTR_LOCAL qc_RegionSetCache& cache() const;
 
   std::vector<qcPtrHandle_const<qcRegion>> regions_;
   long cachedVectorSize_ = 3;

@@ -98,10 +98,10 @@ class CNTR_EXPORT qcContourT : public virtual qcContour {
  private:
   /// Registers make() for the archives.
   struct Instantiator : qc_Instantiator {
-    Instantiator();
+    CNTR_LOCAL Instantiator();
   };
-  static qcPersistent* make();
-  static Instantiator sExemplar;
+  CNTR_LOCAL static qcPersistent* make();
+  CNTR_LOCAL static Instantiator sExemplar;
 
   qcPtrHandle_const<qc2XformBase> dataFromPoints_;
   std::vector<Datum> data_;

@@ -65,10 +65,10 @@ class CNTR_EXPORT qcRegionSetT : public qcRegionSet {
  private:
   /// Registers make() for the archives.
   struct Instantiator : qc_Instantiator {
-    Instantiator();
+    CNTR_LOCAL Instantiator();
   };
-  static qcPersistent* make();
-  static Instantiator sExemplar;
+  CNTR_LOCAL static qcPersistent* make();
+  CNTR_LOCAL static Instantiator sExemplar;
 
   RegionsT regionsT_;
 };

@@ -84,10 +84,10 @@ class CNTR_EXPORT qcRegionT : public qcRegion, public qcContourT<Datum> {
  private:
   /// Registers make() for the archives.
   struct Instantiator : qc_Instantiator {
-    Instantiator();
+    CNTR_LOCAL Instantiator();
   };
-  static qcPersistent* make();
-  static Instantiator sExemplar;
+  CNTR_LOCAL static qcPersistent* make();
+  CNTR_LOCAL static Instantiator sExemplar;
 
   Holes holes_;
 };

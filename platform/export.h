@@ -9,6 +9,15 @@
 #error "The inline arithmetic of this library needs IEEE 754: compile without -ffast-math."
 #endif
 
+// The checked containers of libstdc++ have another layout and other names. QCPLATFORM_GLIBCXX_DEBUG
+// says that the libraries were built with them; their CMake files define it.
+#if defined(_GLIBCXX_DEBUG) && !defined(QCPLATFORM_GLIBCXX_DEBUG)
+#error \
+    "The cntr libraries were built without _GLIBCXX_DEBUG: build them with it, or compile without."
+#elif defined(QCPLATFORM_GLIBCXX_DEBUG) && !defined(_GLIBCXX_DEBUG)
+#error "The cntr libraries were built with _GLIBCXX_DEBUG: compile with it, too."
+#endif
+
 /// @def QCPLATFORM_EXPORT
 /// Marks a class or function that libqcplatform offers to its users. Static libraries need no mark;
 /// whoever uses them defines CNTR_STATIC, as their CMake and pkg-config files do.
@@ -22,4 +31,12 @@
 #endif
 #else
 #define QCPLATFORM_EXPORT __attribute__((visibility("default")))
+#endif
+
+/// @def QCPLATFORM_LOCAL
+/// Marks a private member of an exported class: no dynamic symbol.
+#if defined(_WIN32)
+#define QCPLATFORM_LOCAL
+#else
+#define QCPLATFORM_LOCAL __attribute__((visibility("hidden")))
 #endif

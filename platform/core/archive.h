@@ -168,17 +168,17 @@ class QCPLATFORM_EXPORT qcArchive {
 
   enum class PointerUse { eShared, eRaw };
 
-  void storeNumber(std::uint32_t number);
-  std::uint32_t loadNumber();
-  void transferRecord(qcPersistent& object);
-  qcPersistent* transferPointer(qcPersistent* object, PointerUse use);
-  void storePointer(qcPersistent* object, PointerUse use);
-  void storeNewObject(qcPersistent& object);
-  qcPersistent* loadPointer(PointerUse use);
-  void loadNewObject(std::uint32_t id);
-  std::string loadClassName();
-  void checkKnownObject(std::uint32_t id, PointerUse use);
-  void objectDied(const qcPersistent& object) noexcept;
+  QCPLATFORM_LOCAL void storeNumber(std::uint32_t number);
+  QCPLATFORM_LOCAL std::uint32_t loadNumber();
+  QCPLATFORM_LOCAL void transferRecord(qcPersistent& object);
+  QCPLATFORM_LOCAL qcPersistent* transferPointer(qcPersistent* object, PointerUse use);
+  QCPLATFORM_LOCAL void storePointer(qcPersistent* object, PointerUse use);
+  QCPLATFORM_LOCAL void storeNewObject(qcPersistent& object);
+  QCPLATFORM_LOCAL qcPersistent* loadPointer(PointerUse use);
+  QCPLATFORM_LOCAL void loadNewObject(std::uint32_t id);
+  QCPLATFORM_LOCAL std::string loadClassName();
+  QCPLATFORM_LOCAL void checkKnownObject(std::uint32_t id, PointerUse use);
+  QCPLATFORM_LOCAL void objectDied(const qcPersistent& object) noexcept;
 
   Direction direction_;
   /// A failure left half an object behind: nothing may follow it.

@@ -44,8 +44,8 @@ class QCPLATFORM_EXPORT qcException : public virtual qcPersistent, public std::e
   virtual std::string description() const;
 
  private:
-  static qcPersistent* make();
-  static qc_Instantiator sExemplar;
+  QCPLATFORM_LOCAL static qcPersistent* make();
+  QCPLATFORM_LOCAL static qc_Instantiator sExemplar;
 
   /// Made by the first what(); atomic because threads may share one exception.
   mutable std::atomic<const std::string*> what_{nullptr};

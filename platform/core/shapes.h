@@ -40,8 +40,8 @@ class QCPLATFORM_EXPORT qcPoint : public virtual qcPersistent {
   void dispatchSerialize(qcArchive& archive) override;
 
  private:
-  static qcPersistent* make();
-  static qc_Instantiator sExemplar;
+  QCPLATFORM_LOCAL static qcPersistent* make();
+  QCPLATFORM_LOCAL static qc_Instantiator sExemplar;
 
   qcVector<2> position_;
 };
@@ -87,8 +87,8 @@ class QCPLATFORM_EXPORT qcLine : public virtual qcPersistent {
   void dispatchSerialize(qcArchive& archive) override;
 
  private:
-  static qcPersistent* make();
-  static qc_Instantiator sExemplar;
+  QCPLATFORM_LOCAL static qcPersistent* make();
+  QCPLATFORM_LOCAL static qc_Instantiator sExemplar;
 
   qcVector<2> point_;
   qcVector<2> direction_;
@@ -122,8 +122,8 @@ class QCPLATFORM_EXPORT qcLineSeg : public virtual qcPersistent {
   void dispatchSerialize(qcArchive& archive) override;
 
  private:
-  static qcPersistent* make();
-  static qc_Instantiator sExemplar;
+  QCPLATFORM_LOCAL static qcPersistent* make();
+  QCPLATFORM_LOCAL static qc_Instantiator sExemplar;
 
   qcVector<2> p1_;
   qcVector<2> p2_;
@@ -166,8 +166,8 @@ class QCPLATFORM_EXPORT qcRect : public virtual qcPersistent {
   void dispatchSerialize(qcArchive& archive) override;
 
  private:
-  static qcPersistent* make();
-  static qc_Instantiator sExemplar;
+  QCPLATFORM_LOCAL static qcPersistent* make();
+  QCPLATFORM_LOCAL static qc_Instantiator sExemplar;
 
   qcVector<2> ul_;
   qcVector<2> lr_;
@@ -194,8 +194,8 @@ class QCPLATFORM_EXPORT qcCircle : public virtual qcPersistent {
   void dispatchSerialize(qcArchive& archive) override;
 
  private:
-  static qcPersistent* make();
-  static qc_Instantiator sExemplar;
+  QCPLATFORM_LOCAL static qcPersistent* make();
+  QCPLATFORM_LOCAL static qc_Instantiator sExemplar;
 
   qcVector<2> center_;
   double radius_ = 0.0;
@@ -237,8 +237,8 @@ class QCPLATFORM_EXPORT qcEllipse : public virtual qcPersistent {
   void dispatchSerialize(qcArchive& archive) override;
 
  private:
-  static qcPersistent* make();
-  static qc_Instantiator sExemplar;
+  QCPLATFORM_LOCAL static qcPersistent* make();
+  QCPLATFORM_LOCAL static qc_Instantiator sExemplar;
 
   qcEllipseGeom geom_;
 };
@@ -278,8 +278,8 @@ class QCPLATFORM_EXPORT qcPolygon : public virtual qcPersistent {
   void dispatchSerialize(qcArchive& archive) override;
 
  private:
-  static qcPersistent* make();
-  static qc_Instantiator sExemplar;
+  QCPLATFORM_LOCAL static qcPersistent* make();
+  QCPLATFORM_LOCAL static qc_Instantiator sExemplar;
 
   std::vector<qcVector<2>> vertices_;
   PolyFillMode fillMode_ = eEvenOdd;

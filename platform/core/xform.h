@@ -110,8 +110,8 @@ class QCPLATFORM_EXPORT qc2XformLinear : public qc2XformBase {
   void serialize_(qcArchive& archive, unsigned char version);
 
  private:
-  static qcPersistent* make();
-  static qc_Instantiator sExemplar;
+  QCPLATFORM_LOCAL static qcPersistent* make();
+  QCPLATFORM_LOCAL static qc_Instantiator sExemplar;
 
   qcXform<2> xform_;
 };
@@ -149,8 +149,8 @@ class QCPLATFORM_EXPORT qc2Rigid : public qc2XformBase {
   void serialize_(qcArchive& archive, unsigned char version);
 
  private:
-  static qcPersistent* make();
-  static qc_Instantiator sExemplar;
+  QCPLATFORM_LOCAL static qcPersistent* make();
+  QCPLATFORM_LOCAL static qc_Instantiator sExemplar;
 
   qcDegree angle_;
   qcXform<2> xform_;
