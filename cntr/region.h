@@ -28,9 +28,9 @@ struct qc_RegionCache;
 /// A question with holes costs what it costs the outline and each hole, see contour.h; it
 /// does not look for the holes that matter.
 ///
-/// The outer boundary belongs to the virtual base qcContour, which the constructor of the most
-/// derived class makes. A class derived from qcRegion therefore gives the vertices to both; those
-/// given to qcRegion alone are lost:
+/// The outline is the virtual base qcContour, which is constructed by the most derived class. A
+/// class derived from qcRegion must therefore give the vertices to both constructors; those given
+/// to qcRegion alone are lost:
 ///
 ///     class Plate : public qcRegion {
 ///      public:
@@ -128,12 +128,12 @@ class CNTR_EXPORT qcRegion : public virtual qcContour {
                                          bool considerHoles) const;
   /// Crossings of `other` with the outline, then with each hole's boundary.
   std::vector<qcVector<2>> intersections(const qcContour& other, bool considerHoles) const;
-  /// Crossings of a segment with the outer boundary, see qcContour::intersections().
+  /// Crossings of a segment with the outline, see qcContour::intersections().
   std::vector<qcVector<2>> intersections(const qcLineSeg& segment,
                                          bool countEndpointTouches) const {
     return qcContour::intersections(segment, countEndpointTouches);
   }
-  /// Crossings of `other` with the outer boundary, see qcContour::intersections().
+  /// Crossings of `other` with the outline, see qcContour::intersections().
   std::vector<qcVector<2>> intersections(const qcContour& other) const {
     return qcContour::intersections(other);
   }

@@ -20,13 +20,13 @@
 class qcArchive;
 class qcDegree;
 
-/// An angle in radians. Holds the value as given: nothing is normalised until norm() is asked.
+/// An angle in radians. Keeps the value as given; only norm() normalises it.
 class qcRadian {
  public:
   /// A full turn, 2 pi.
   static constexpr double fullTurn = 2.0 * std::numbers::pi;
 
-  /// An angle of so many radians, of any size.
+  /// The angle of `radians`; any value is accepted.
   constexpr explicit qcRadian(double radians = 0.0) noexcept : value_(radians) {}
   /// Converts by one multiplication with pi / 180 (rounded once).
   constexpr qcRadian(const qcDegree& degrees) noexcept;
@@ -56,13 +56,13 @@ class qcRadian {
   double value_;
 };
 
-/// An angle in degrees. Holds the value as given.
+/// An angle in degrees. Keeps the value as given.
 class qcDegree {
  public:
   /// A full turn, 360.
   static constexpr double fullTurn = 360.0;
 
-  /// An angle of so many degrees, of any size.
+  /// The angle of `degrees`; any value is accepted.
   constexpr explicit qcDegree(double degrees = 0.0) noexcept : value_(degrees) {}
   /// Converts by one multiplication with 180 / pi (rounded once).
   constexpr qcDegree(const qcRadian& radians) noexcept
@@ -98,7 +98,7 @@ class qcAngle8 {
   /// One step in degrees, 360 / 256 (exact).
   static constexpr double degreesPerStep = 1.40625;
 
-  /// An angle of so many 256ths of a full turn.
+  /// The angle of `steps` 256ths of a full turn.
   constexpr explicit qcAngle8(unsigned char steps = 0) noexcept : steps_(steps) {}
 
   /// The angle in 256ths of a full turn.

@@ -40,7 +40,7 @@ qcArchive::UnknownVersion::UnknownVersion(const char* source, int line)
       source_(source == nullptr ? "" : source),
       line_(line) {}
 
-// Programs on Windows look for it in the DLL, where nothing else would put it.
+// Programs on Windows look for it in the DLL, where nothing else would define it.
 constexpr int qcArchive::maxNesting;  // NOLINT(readability-redundant-declaration)
 
 void qcArchive::Errors::suicideAndRethrow() { qf_DeleteAndThrowCopy(this); }
@@ -56,7 +56,7 @@ qcArchive::qcArchive(Direction direction)
       next_(std::exchange(qc_archiveThread.archives, this)) {}
 
 qcArchive::~qcArchive() {
-  // Off the list first: the objects that die with memory_ need not be forgotten any more.
+  // Off the list first: objects that are destroyed along with memory_ need not be forgotten.
   qcArchive** link = &qc_archiveThread.archives;
   while (*link != nullptr && *link != this) link = &(*link)->next_;
   if (*link == this) *link = next_;

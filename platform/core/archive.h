@@ -11,18 +11,19 @@
 //
 // Objects by value (`archive || object`) and through handles (`archive || handle`) are kept apart:
 // an object stored both ways is written in full once for each, and is two objects when it is read
-// back. Met twice the same way it is written once. A variable that is loaded into again and again
-// must be forgotten in between, or the second load finds it already met and reads nothing:
+// back. If it is met twice in the same way, it is written once. A variable that is loaded
+// repeatedly must be forgotten in between; otherwise the second load finds that it was met before
+// and reads nothing:
 //
 //   while (more) { archive || contour; use(contour); archive.forget(contour); }
 //
-// Storing needs no such care for locals: an object that dies is forgotten by the archives of its
-// thread.
+// Storing local variables needs no such care: when an object is destroyed, the archives of its
+// thread forget it.
 //
 // Hostile input is expected. Counts are not trusted, references must lead to objects already
-// announced, nesting is bounded; whatever does not fit throws an exception under qcArchive::Errors
-// and leaves nothing behind on the heap once the archive is gone. Storing refuses what loading
-// would refuse.
+// announced, nesting is bounded; anything malformed throws an exception derived from
+// qcArchive::Errors and leaves nothing on the heap once the archive is destroyed. Storing refuses
+// what loading would refuse.
 
 #pragma once
 
@@ -43,11 +44,11 @@
 class qc_ArchiveMemory;
 class qc_ArchiveTransfer;
 
-/// Stores or loads values and objects. An archive is made, used and destroyed on one thread, and so
-/// are the objects that it meets, as long as it lives.
+/// Stores or loads values and objects. An archive is made, used and destroyed on one thread; as
+/// long as it exists, the objects that it has met are used and destroyed on that thread, too.
 ///
-/// After a failure in the middle of an object a storing archive takes nothing more (WriteFailed),
-/// because what would follow could not be read.
+/// After a failure in the middle of an object, a storing archive accepts nothing more
+/// (WriteFailed), because what would follow could not be read.
 class QCPLATFORM_EXPORT qcArchive {
  public:
   /// Everything that can go wrong with an archive.
@@ -89,14 +90,14 @@ class QCPLATFORM_EXPORT qcArchive {
     using Errors::Errors;
     void suicideAndRethrow() override;
   };
-  /// The stream behind the archive did not take the bytes.
+  /// The stream behind the archive did not accept the bytes.
   class QCPLATFORM_EXPORT WriteFailed : public Errors {
    public:
     using Errors::Errors;
     void suicideAndRethrow() override;
   };
 
-  /// Objects may be nested this deep, each inside the one before, by value or through pointers.
+  /// How deep objects may be nested in each other, by value or through pointers.
   static constexpr int maxNesting = 256;
 
   qcArchive(const qcArchive&) = delete;
@@ -119,7 +120,7 @@ class QCPLATFORM_EXPORT qcArchive {
   /// Stores or loads an object by value.
   qcArchive& operator||(qcPersistent& object);
 
-  /// `count` consecutive doubles, as `count` single ones would be stored, at the speed of copying.
+  /// `count` consecutive doubles, in the format of `count` single ones but at the speed of copying.
   void transferDoubles(double* values, std::size_t count);
 
   /// Forgets that `object` was met, by value or (when storing) through a pointer, so that its next
@@ -128,16 +129,16 @@ class QCPLATFORM_EXPORT qcArchive {
 
   /// Transfers a pointer as a record that shares what is met twice: the engine behind handles.
   /// Loading returns the object (null for null); the archive keeps it alive until it is itself
-  /// destroyed. Throws BadFormat when a handle leads back into an object still under way: such a
-  /// ring would keep itself alive for ever.
+  /// destroyed. Throws BadFormat when a handle leads back into an object that is still being
+  /// transferred: such a cycle would keep itself alive forever.
   qcPersistent* transferShared(qcPersistent* object);
 
-  /// How many elements of `bytesEach` bytes a loading archive may expect at least and should make
-  /// room for at once, of `remaining` still announced: bounded by the bytes that are really there.
+  /// How many elements of `bytesEach` bytes a loading archive should reserve room for at once, of
+  /// `remaining` ones still announced: bounded by the bytes that are really available.
   std::size_t roomFor(std::size_t remaining, std::size_t bytesEach) const;
 
  protected:
-  /// Which way an archive goes; fixed when it is made.
+  /// The direction of an archive, fixed at its construction.
   enum class Direction { eStoring, eLoading };
   /// An archive that has met no object yet.
   explicit qcArchive(Direction direction);
@@ -146,17 +147,17 @@ class QCPLATFORM_EXPORT qcArchive {
   virtual void storeBytes(const void* bytes, std::size_t count) = 0;
   /// Gives the next `count` bytes, or throws Truncated.
   virtual void loadBytes(void* bytes, std::size_t count) = 0;
-  /// A lower bound of the bytes that are still to come, 0 when nothing is known.
+  /// A lower bound on the number of bytes still to come; 0 when nothing is known.
   virtual std::size_t bytesAtHand() const = 0;
 
-  /// The number of bytes so far.
+  /// The number of bytes transferred so far.
   std::uint64_t position() const noexcept { return position_; }
   /// "at byte 123: " and the text, the form of all messages: what is wrong with the item that
-  /// starts there.
+  /// starts at that byte.
   std::wstring atPosition(const std::wstring& text) const;
-  /// Through storeBytes and loadBytes, counted.
+  /// Calls storeBytes() and counts the bytes.
   void store(const void* bytes, std::size_t count);
-  /// Through loadBytes(), counted.
+  /// Calls loadBytes() and counts the bytes.
   void load(void* bytes, std::size_t count);
   /// Throws BadFormat, with the position.
   [[noreturn]] void badFormat(const std::wstring& what) const;
@@ -187,7 +188,7 @@ class QCPLATFORM_EXPORT qcArchive {
   /// Where the last item that was loaded, or the next one to be stored, starts.
   std::uint64_t itemStart_ = 0;
   std::unique_ptr<qc_ArchiveMemory> memory_;
-  /// The innermost transfer of this archive that is under way.
+  /// The innermost transfer in progress in this archive.
   qc_ArchiveTransfer* transfer_ = nullptr;
   /// The next archive of this thread.
   qcArchive* next_ = nullptr;
@@ -197,8 +198,8 @@ class QCPLATFORM_EXPORT qcArchive {
 /// Starts with the bytes "QCAR", 1, 0, 0, 0: written, or checked, by the constructor.
 ///
 /// Whatever the stream's buffer throws becomes WriteFailed or Truncated. After either, the stream's
-/// state says that it failed: badbit after WriteFailed and when the buffer threw, eofbit and failbit
-/// when the input ended too early. The stream's own exceptions() are not thrown.
+/// state says that it failed: badbit after WriteFailed and when the buffer threw, eofbit and
+/// failbit when the input ended too early. The stream's own exceptions() are not thrown.
 class QCPLATFORM_EXPORT qcStreamArchive : public qcArchive {
  public:
   /// Stores. Throws WriteFailed when the stream has failed before or does not take the header.

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
-// Pointers and handles in an archive: ids for objects that are met again, class names for those
-// that are met first. The bytes are described in docs/archive.md.
+// Pointers and handles in an archive: ids for objects that are met again, class names for objects
+// that are met for the first time. The bytes are described in docs/archive.md.
 
 #include <string>
 #include <typeinfo>
@@ -15,7 +15,7 @@ namespace {
 constexpr std::uint32_t longestClassName = 255;
 constexpr std::uint64_t largestId = 0xFFFFFFFF;
 
-/// A class name in quotes for a message. Whatever is not plain text becomes '?'.
+/// A class name in quotes for a message. Characters that are not printable ASCII become '?'.
 std::wstring quoted(const std::string& name) {
   std::wstring text = L"\"";
   for (const char c : name) text += c >= ' ' && c <= '~' ? static_cast<wchar_t>(c) : L'?';

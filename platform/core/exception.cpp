@@ -47,8 +47,8 @@ constexpr char32_t replacementCharacter = 0xFFFD;
 bool isLeadSurrogate(char32_t c) { return c >= 0xD800 && c <= 0xDBFF; }
 bool isTrailSurrogate(char32_t c) { return c >= 0xDC00 && c <= 0xDFFF; }
 
-/// The code point at `position`, which moves behind it. Wide characters may be 16 or 32 bits; what
-/// is no code point reads as the replacement character.
+/// The code point at `position`, which is advanced past it. Wide characters may have 16 or 32 bits;
+/// whatever is not a code point reads as the replacement character.
 char32_t nextCodePoint(const std::wstring& text, std::size_t& position) {
   const auto at = [&text](std::size_t i) { return static_cast<char32_t>(text[i]); };
   const char32_t first = at(position++);

@@ -30,8 +30,9 @@ class QCPLATFORM_EXPORT qcException : public virtual qcPersistent, public std::e
   qcException& operator=(const qcException& other) noexcept;
   ~qcException() override;
 
-  /// Class and message in UTF-8, e.g. "qcContourDefs::BadParams: invalid contour". The text lives
-  /// until the exception dies or is assigned to. Falls back to "qcException" when memory runs out.
+  /// Class and message in UTF-8, e.g. "qcContourDefs::BadParams: invalid contour". The text is
+  /// valid until the exception is destroyed or assigned to. Falls back to "qcException" when memory
+  /// runs out.
   const char* what() const noexcept override;
   /// The fixed number of the class; 0 for classes that have none.
   virtual long errorNumber() const;
@@ -103,7 +104,7 @@ class QCPLATFORM_EXPORT qcPel {
    public:
     void suicideAndRethrow() override;
   };
-  /// A window, or an operation, that there is not.
+  /// A window that does not exist, or an operation that is not supported.
   class QCPLATFORM_EXPORT BadWindow : public Errors {
    public:
     void suicideAndRethrow() override;

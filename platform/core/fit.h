@@ -13,8 +13,8 @@
 /// @{
 
 /// Thrown when the points do not determine the curve: too few of them, all on one line, not finite,
-/// or, for an ellipse, on another conic. "On" means as far as their own rounding lets tell. Also
-/// thrown for parameters that are out of range. The message says which.
+/// or, for an ellipse, on another conic. "On" means within their own rounding errors. Also thrown
+/// for parameters that are out of range. The message says which.
 class QCPLATFORM_EXPORT qcFitError : public qcExceptionWithString {
  public:
   using qcExceptionWithString::qcExceptionWithString;
@@ -42,11 +42,11 @@ class qcEllipseFitParams {
   /// The reference direction, finite: the reported rotation lies within a quarter turn of it, in
   /// (angle - pi/2, angle + pi/2]. The rotation of a circle is the reference direction itself.
   const qcRadian& angle() const noexcept { return angle_; }
-  /// At most this many points may be left out of the fit. They leave one at a time, always the one
-  /// farthest from the curve, the first of equals; after each the fit is repeated, so leaving out k
-  /// points costs k + 1 fits. Never so many leave that fewer than 5 remain.
+  /// At most this many points may be left out of the fit. They are left out one at a time, always
+  /// the one farthest from the curve (the first one on ties), and the fit is repeated after each:
+  /// leaving out k points costs k + 1 fits. At least 5 points remain.
   unsigned long count() const noexcept { return count_; }
-  /// A point farther from the fitted curve than this is one to leave out, in the points' unit.
+  /// Points farther than this from the fitted curve, in the points' unit, may be left out.
   double threshold() const noexcept { return threshold_; }
 
  private:
@@ -94,11 +94,11 @@ class qcCircleFitParams {
   qcCircleFitDefs::fit_mode mode() const noexcept { return mode_; }
   /// The share of each refining step that is taken, in (0, 1]; 1 takes full steps.
   double relaxation() const noexcept { return relaxation_; }
-  /// At most this many points may be left out of the fit. They leave one at a time, always the one
-  /// farthest from the curve, the first of equals; after each the fit is repeated, so leaving out k
-  /// points costs k + 1 fits. Never so many leave that fewer than 3 remain.
+  /// At most this many points may be left out of the fit. They are left out one at a time, always
+  /// the one farthest from the curve (the first one on ties), and the fit is repeated after each:
+  /// leaving out k points costs k + 1 fits. At least 3 points remain.
   unsigned long count() const noexcept { return count_; }
-  /// A point farther from the fitted curve than this is one to leave out, in the points' unit.
+  /// Points farther than this from the fitted curve, in the points' unit, may be left out.
   double threshold() const noexcept { return threshold_; }
 
  private:
@@ -147,9 +147,9 @@ QCPLATFORM_EXPORT void qfEllipseFit(const qcEllipseFitParams& params,
 /// stays as it was when the fit throws. Where points are nowhere near a circle and the sum of
 /// squares has several minima, it is the one reached from the algebraic fit. Throws qcFitError for
 /// fewer than 3 points, points that coincide or lie on a line, points whose best circle grows
-/// without end (they scatter about a line), points that are not finite, and a relaxation outside
-/// (0, 1]. Radii up to about a million times the extent of the points can be told from a line. O(n)
-/// a step, a few steps.
+/// without bound (they scatter about a line), points that are not finite, and a relaxation outside
+/// (0, 1]. Circles with radii up to about a million times the extent of the points can be
+/// distinguished from a line. O(n) per step, a few steps.
 QCPLATFORM_EXPORT void qfCircleFit(const qcCircleFitParams& params,
                                    const std::vector<qcVector<2>>& points,
                                    qcCircleFitResults& results);

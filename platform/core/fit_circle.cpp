@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
-// Least-squares fit of a circle: an algebraic start, then Newton steps on the sum of squares of the
-// distances, held back as K. Levenberg does where a full step would not lessen it.
+// Least-squares fit of a circle: an algebraic fit to start from, then Newton steps on the sum of
+// the squared distances, damped as K. Levenberg does where a full step would not reduce it.
 
 #include <algorithm>
 #include <cmath>
@@ -17,13 +17,13 @@ namespace {
 
 constexpr std::size_t fewestPoints = 3;
 constexpr double epsilon = std::numeric_limits<double>::epsilon();
-/// How many times the rounding of a distance is allowed for.
+/// Rounding errors of a distance are allowed for this many times over.
 constexpr double safety = 16.0;
 /// Steps at full length; shares of them take that many more.
 constexpr double maxFullSteps = 200.0;
 constexpr double maxSteps = 1e5;
-/// Steps this small against the radius, or promising to lessen the sum of squares by less than this
-/// share, are taken as they are: the sum no longer tells better from worse.
+/// Steps this small relative to the radius, or expected to reduce the sum of squares by less than
+/// this fraction, are taken as they are: the sum can no longer tell better from worse.
 constexpr double nearby = 1e-6;
 constexpr double invisible = 1e-11;
 
@@ -71,8 +71,8 @@ struct Symmetric {
   }
 };
 
-/// The centre that makes |p - center|^2 - r^2 least in the squares (I. Kasa, 1976). In the spread's
-/// coordinates the normal equations are diagonal.
+/// The centre that minimises the sum of the squares of |p - center|^2 - r^2 (I. Kasa, 1976). In the
+/// spread's coordinates the normal equations are diagonal.
 Point algebraicCenter(const Points& framed, const Spread& spread) {
   Point sum;
   for (const Point& p : framed) sum = sum + spread.fromFrame(p) * (p * p);
@@ -81,7 +81,7 @@ Point algebraicCenter(const Points& framed, const Spread& spread) {
   return {(0.5 * mean.x() - y * spread.yu) / spread.xu, y};
 }
 
-/// Where the points are seen from the centre: unit vectors, and their mean.
+/// The directions of the points from the centre: unit vectors, and their mean.
 std::vector<Point> directions(const Points& points, const Point& center) {
   std::vector<Point> result;
   result.reserve(points.size());
@@ -89,13 +89,13 @@ std::vector<Point> directions(const Points& points, const Point& center) {
   return result;
 }
 
-/// Halves of the gradient (negative) and the Hessian of the sum of squares over the centre, the
-/// radius following.
+/// Half of the negative gradient and half of the Hessian of the sum of squares as a function of the
+/// centre, with the best radius for each centre.
 struct Descent {
   Point direction;
   Symmetric gaussNewton;
   Symmetric newton;
-  /// The centre is one of the points, where the sum of squares has a peak instead of derivatives.
+  /// The centre is one of the points, where the sum of squares has a peak and no derivatives.
   bool onPoint = false;
 
   Descent(const Points& points, const Circle& circle) {
@@ -109,10 +109,11 @@ struct Descent {
     newton.yy += gaussNewton.yy;
   }
 
-  /// True when the sum curves upwards all around.
+  /// True when the sum curves upwards in every direction.
   bool curvesUp() const noexcept { return !onPoint && newton.positiveDefinite(); }
 
-  /// The step towards the least sum, `damping` times the size of the Hessian added to it.
+  /// The step towards the minimum, with `damping` times the size of the Hessian added to the
+  /// Hessian.
   Point step(double damping) const noexcept {
     const Symmetric& hessian = curvesUp() ? newton : gaussNewton;
     return hessian.plus(damping * (hessian.xx + hessian.yy)).solve(direction);
@@ -134,14 +135,14 @@ struct Descent {
 };
 
 /// Throws when the circle is so large that its points cannot be told from those of a line: when the
-/// rounding of distances to its centre comes near the spread across the line.
+/// rounding of distances to its centre comes close to the spread across the line.
 void checkCurvature(const Circle& circle, const Spread& spread) {
   if (!(safety * epsilon * circle.radius < spread.across)) {
     throw qcFitError(L"the points lie on a line");
   }
 }
 
-/// Follows the steps down to the least sum of squares.
+/// Goes step by step down to the minimum of the sum of squares.
 class Refinement {
  public:
   Refinement(const Points& points, const Circle& start, double relaxation)
@@ -151,7 +152,7 @@ class Refinement {
 
   /// True once the steps are as short as rounding allows.
   bool settled() const noexcept { return settled_; }
-  /// True when there is no way to go on. That happens far out, where the sum is all but constant.
+  /// True when no step makes progress. That happens far away, where the sum is almost constant.
   bool stuck() const noexcept { return stuck_; }
 
   void advance() {
@@ -180,14 +181,14 @@ class Refinement {
   static constexpr double leastDamping = 1e-6;
   static constexpr double mostDamping = 1e8;
 
-  /// True when the points are no farther from the circle than rounding may take them.
+  /// True when the points are no farther from the circle than rounding errors can explain.
   bool isExact() const noexcept {
     const double rounding = safety * epsilon * circle_.radius;
     return circle_.sumOfSquares <= static_cast<double>(points_.size()) * (rounding * rounding);
   }
 
-  /// Points in symmetry can lead to where the sum is least only along their axis, or to one of the
-  /// points. One move across gets away from there; false when it is no such place.
+  /// Symmetric points can lead to a place where the sum is minimal only along their axis, or to one
+  /// of the points. One move across the axis escapes from there; false when this is no such place.
   bool leaveSaddle(const Descent& descent) {
     if (descent.curvesUp()) return false;
     const Point across = descent.newton.lesserDirection() * circle_.radius;
@@ -201,8 +202,8 @@ class Refinement {
     return false;
   }
 
-  /// The last steps, as long as each is shorter than the one before. On the way to a circle without
-  /// end every step is a third of the radius.
+  /// The last steps, as long as each is shorter than the one before. On the way to a circle that
+  /// grows without bound every step is a third of the radius.
   void settle(const Point& step) {
     const double length = step.len();
     if (length < lastStep_) {

@@ -24,7 +24,7 @@ namespace {
 
 constexpr std::size_t fewestPoints = 5;
 constexpr double epsilon = std::numeric_limits<double>::epsilon();
-/// How many times their bound rounding errors are allowed for before a number counts as not 0.
+/// A number counts as nonzero when it exceeds the bound of its rounding error this many times.
 constexpr double safety = 16.0;
 
 /// a u^2 + b uv + c v^2 + d u + e v + f.
@@ -69,15 +69,15 @@ double roundingOf(const Points& framed, const Spread& spread) {
 }
 
 /// (a, b, c) of the best ellipse from the part of the factor that stands for u^2, uv and v^2 once
-/// u, v and 1 are taken out: the left side's sum of squares is |factor (a, b, c)|^2. Written in
-/// the singular directions and scaled by the least singular value s2, the condition becomes
-/// w^T N w with N_ij = K_ij (s2 / s_i) (s2 / s_j), K being the matrix of 4ac - b^2 there, and the
-/// answer is the eigenvector of N's one positive eigenvalue. No quotient exceeds 1, also for points
-/// exactly on an ellipse, where s2 is 0.
+/// u, v and 1 are eliminated: the left side's sum of squares is |factor (a, b, c)|^2. Written in
+/// the singular directions and scaled by the least singular value s2, the condition becomes w^T N w
+/// with N_ij = K_ij (s2 / s_i) (s2 / s_j), K being the matrix of 4ac - b^2 there, and the answer is
+/// the eigenvector of N's one positive eigenvalue. No quotient exceeds 1, also for points exactly
+/// on an ellipse, where s2 is 0.
 Vector3 bestQuadraticPart(const Matrix3& factor, double rounding) {
   const auto [values, directions] = singularValues(factor);
-  // The columns measure about 1 before u, v and 1 are taken out; three distinct points leave
-  // nothing but the rounding of that.
+  // The columns have norms of about 1 before u, v and 1 are eliminated; three distinct points leave
+  // nothing but rounding errors of that size.
   const double error = safety * rounding * std::max(values[0], 1.0);
   if (!(values[1] > error)) throw qcFitError(L"the points do not determine an ellipse");
   const Vector3 shrunk = {values[2] / values[0], values[2] / values[1], 1.0};
@@ -123,7 +123,7 @@ Conic bestConic(const Points& framed, const Spread& spread) {
 
 /// The semi-axes of the image of the unit circle under [[m00, m01], [m10, m11]]: its singular
 /// values and its first left singular vector. The smaller one comes from the determinant, which is
-/// known to all its digits.
+/// accurate to all digits.
 Ellipse imageOfUnitCircle(double m00, double m01, double m10, double m11, double det) {
   const double xx = m00 * m00 + m01 * m01;
   const double xy = m00 * m10 + m01 * m11;
@@ -180,7 +180,7 @@ class EllipseFit {
 
  private:
   /// The direction of the major axis within a quarter turn of `reference`; `reference` itself for a
-  /// circle, whose axis is but rounding.
+  /// circle, whose axis is nothing but rounding errors.
   qcRadian rotation(const qcRadian& reference) const noexcept {
     if (ellipse_.major - ellipse_.minor <= safety * rounding_ * ellipse_.major) return reference;
     const double angle = ellipse_.axis.angle().toDouble() - reference.toDouble();

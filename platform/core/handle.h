@@ -35,21 +35,21 @@ class QCPLATFORM_EXPORT qcRepBase {
   mutable std::atomic<long> references_{0};
 };
 
-/// The only one that touches the counts.
+/// The only class that changes the counts.
 class QCPLATFORM_EXPORT qc_PtrHandleBase_RepAccessor {
  protected:
-  /// Counts one more reference; nothing for null.
+  /// Adds a reference; does nothing for null.
   static void addReference(const qcRepBase* rep) noexcept {
     if (rep != nullptr) qfInterlockedIncrement(rep->references_);
   }
-  /// Deletes the object with its last reference.
+  /// Drops a reference, and deletes the object with the last one.
   static void dropReference(const qcRepBase* rep) noexcept {
     if (rep != nullptr && qfInterlockedDecrement(rep->references_) == 0) destroy(rep);
   }
 
  private:
-  /// Deletes an object and all that die with it, however long the chain of handles is: deep down
-  /// it waits instead of recursing.
+  /// Deletes an object and whatever is destroyed along with it, however long the chain of handles
+  /// is: deep in the chain, deletions are postponed instead of nested.
   static void destroy(const qcRepBase* rep) noexcept;
 };
 
@@ -61,19 +61,19 @@ class QCPLATFORM_EXPORT qcPtrHandleBase_const : protected qc_PtrHandleBase_RepAc
 
  protected:
   qcPtrHandleBase_const() noexcept = default;
-  /// Counts one more reference to `rep`, which may be null.
+  /// Adds a reference to `rep`, which may be null.
   explicit qcPtrHandleBase_const(const qcRepBase* rep) noexcept : rep_(rep) { addReference(rep_); }
-  /// Counts one more reference to the object of `other`.
+  /// Adds a reference to the object of `other`.
   qcPtrHandleBase_const(const qcPtrHandleBase_const& other) noexcept : rep_(other.rep_) {
     addReference(rep_);
   }
-  /// Takes over the reference of `other`, which is null then.
+  /// Takes over the reference of `other`, which becomes null.
   qcPtrHandleBase_const(qcPtrHandleBase_const&& other) noexcept
       : rep_(std::exchange(other.rep_, nullptr)) {}
   qcPtrHandleBase_const& operator=(const qcPtrHandleBase_const&) = delete;
   ~qcPtrHandleBase_const() { dropReference(rep_); }
 
-  /// Exchanges the objects; counts stay as they are.
+  /// Exchanges the objects; the counts do not change.
   void swap(qcPtrHandleBase_const& other) noexcept { std::swap(rep_, other.rep_); }
 
   /// The counted part of the object, or null.
@@ -106,7 +106,7 @@ class qcPtrHandle : public qcPtrHandleBase {
   explicit qcPtrHandle(T* object) noexcept : qcPtrHandleBase(object), object_(object) {}
   /// Shares the object of `other`.
   qcPtrHandle(const qcPtrHandle&) noexcept = default;
-  /// Takes over the reference of `other`, which is null then.
+  /// Takes over the reference of `other`, which becomes null.
   qcPtrHandle(qcPtrHandle&& other) noexcept
       : qcPtrHandleBase(std::move(other)), object_(std::exchange(other.object_, nullptr)) {}
   /// A handle to a derived class is a handle to its base.
@@ -128,7 +128,7 @@ class qcPtrHandle : public qcPtrHandleBase {
   }
   ~qcPtrHandle() = default;
 
-  /// Exchanges the objects; counts stay as they are.
+  /// Exchanges the objects; the counts do not change.
   void swap(qcPtrHandle& other) noexcept {
     qcPtrHandleBase::swap(other);
     std::swap(object_, other.object_);
@@ -168,7 +168,7 @@ class qcPtrHandle_const : public qcPtrHandleBase_const {
       : qcPtrHandleBase_const(object), object_(object) {}
   /// Shares the object of `other`.
   qcPtrHandle_const(const qcPtrHandle_const&) noexcept = default;
-  /// Takes over the reference of `other`, which is null then.
+  /// Takes over the reference of `other`, which becomes null.
   qcPtrHandle_const(qcPtrHandle_const&& other) noexcept
       : qcPtrHandleBase_const(std::move(other)), object_(std::exchange(other.object_, nullptr)) {}
   /// Shares the object of a handle that may change it.
@@ -194,7 +194,7 @@ class qcPtrHandle_const : public qcPtrHandleBase_const {
   }
   ~qcPtrHandle_const() = default;
 
-  /// Exchanges the objects; counts stay as they are.
+  /// Exchanges the objects; the counts do not change.
   void swap(qcPtrHandle_const& other) noexcept {
     qcPtrHandleBase_const::swap(other);
     std::swap(object_, other.object_);

@@ -2,7 +2,7 @@
 //
 // Convex hull by two monotone chains over the points in lexicographic order. Sorting is half of the
 // work, so the points are first spread over buckets of equal width in x, which leaves little to
-// sort when they are spread at all.
+// sort unless they are crowded.
 
 #include <platform/core/hull.h>
 
@@ -18,7 +18,7 @@ namespace {
 using Point = qcVector<2>;
 using Points = std::vector<Point>;
 
-/// Below this many points, spreading them over buckets is not worth while.
+/// Below this many points, spreading them over buckets does not pay.
 constexpr std::size_t smallSet = 32;
 /// Buckets of more points than this are sorted on their own, so that inserting stays cheap.
 constexpr std::uint32_t fullBucket = 16;
@@ -29,8 +29,8 @@ bool byXThenY(const Point& a, const Point& b) noexcept {
   return a.x() < b.x() || (a.x() == b.x() && a.y() < b.y());
 }
 
-/// Sorts what is nearly in order. Like all sorting here it is stable: of equal points (0 and -0 are
-/// equal) the first one stays first.
+/// Sorts points that are nearly in order. Like all sorting here it is stable: of equal points (0
+/// and -0 are equal) the first one stays first.
 void insertionSort(Points& points) {
   for (std::size_t i = 1; i < points.size(); ++i) {
     const Point p = points[i];
@@ -118,8 +118,8 @@ bool superfluous(const Point& a, const Point& b, const Point& c) noexcept {
   return (b.x() - a.x()) * (c.y() - a.y()) - (b.y() - a.y()) * (c.x() - a.x()) <= 0.0;
 }
 
-/// Appends to `hull` the points from `first` to before `last` at which the way turns
-/// counter-clockwise, with both ends.
+/// Appends to `hull` those of the points in [first, last) at which the chain turns
+/// counter-clockwise, and both ends.
 template <class Iterator>
 void appendChain(Iterator first, Iterator last, Points& hull) {
   const std::size_t start = hull.size();

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
-// qcPersistent: its own record, and the way to the archives of its thread. The registry of classes
-// is in instantiator.cpp.
+// qcPersistent: its own record, and its access to the archives of its thread. The registry of
+// classes is in instantiator.cpp.
 
 #include <platform/core/persistent.h>
 

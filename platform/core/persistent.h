@@ -26,7 +26,7 @@ class qcArchive;
 class QCPLATFORM_EXPORT qcPersistent {
  public:
   /// Tells the archives of this thread that the object is gone, so that another object at the same
-  /// address is not taken for it.
+  /// address is not mistaken for it.
   virtual ~qcPersistent();
 
  protected:
@@ -62,14 +62,14 @@ class QCPLATFORM_EXPORT qcPersistent {
     if (isTracking_) ++changes_;
   }
 
-  /// True when the object at `object` of `size` bytes has been marked in the archive whose
-  /// transfer is under way on this thread. False when none is.
+  /// True when the object at `object` of `size` bytes has been marked in the archive whose transfer
+  /// is in progress on this thread. False when none is.
   static bool haveVisited(const void* object, std::size_t size);
-  /// Marks it; does nothing when no transfer is under way on this thread.
+  /// Marks it; does nothing when no transfer is in progress on this thread.
   static void setVisited(const void* object, std::size_t size);
   /// Stores `pointer`, or loads into it: null, an object already transferred through a pointer, or
   /// a new one (created by its registered factory). A pointer may lead back to an object whose
-  /// record is still under way (a parent).
+  /// record is still being transferred (a parent).
   ///
   /// Who deletes a loaded object: whoever received it first, when it is not reference counted. A
   /// reference-counted one is kept by the archive; put it in a handle before the archive dies.

@@ -9,7 +9,7 @@
 
 #include <platform/export.h>
 
-/// Uniform deviates from a 64-bit state. Not for secrets.
+/// Uniform deviates from a 64-bit state. Not for cryptography.
 ///
 /// G. L. Steele, D. Lea, C. H. Flood, "Fast splittable pseudorandom number generators", OOPSLA 2014
 /// (SplitMix64); period 2^64.

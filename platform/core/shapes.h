@@ -29,7 +29,7 @@ class QCPLATFORM_EXPORT qcPoint : public virtual qcPersistent {
 
   /// Where the point is.
   const qcVector<2>& pos() const noexcept { return position_; }
-  /// A point is a vector wherever one is asked for.
+  /// Converts to a vector where one is expected.
   operator const qcVector<2>&() const noexcept { return position_; }
   /// Euclidean distance to p.
   double distToPoint(const qcVector<2>& p) const noexcept { return position_.distance(p); }
@@ -102,9 +102,9 @@ class QCPLATFORM_EXPORT qcLineSeg : public virtual qcPersistent {
   /// From p1 to p2.
   qcLineSeg(const qcVector<2>& p1, const qcVector<2>& p2) noexcept : p1_(p1), p2_(p2) {}
 
-  /// The end where it starts.
+  /// The start.
   const qcVector<2>& p1() const noexcept { return p1_; }
-  /// The end where it leads.
+  /// The end.
   const qcVector<2>& p2() const noexcept { return p2_; }
 
   /// The line that carries the segment: (p1, p2 - p1).
@@ -129,8 +129,9 @@ class QCPLATFORM_EXPORT qcLineSeg : public virtual qcPersistent {
   qcVector<2> p2_;
 };
 
-/// An axis-aligned rectangle: its corners are kept exactly as given, no size that would round.
-/// "Upper left" is the corner of the smaller coordinates, as on a screen whose y points down.
+/// An axis-aligned rectangle: it keeps its corners exactly as given, rather than a size that would
+/// be rounded. "Upper left" is the corner of the smaller coordinates, as on a screen whose y points
+/// down.
 class QCPLATFORM_EXPORT qcRect : public virtual qcPersistent {
  public:
   /// Zero-size at the origin.
@@ -151,7 +152,7 @@ class QCPLATFORM_EXPORT qcRect : public virtual qcPersistent {
   double height() const noexcept { return lr_.y() - ul_.y(); }
 
   /// The smallest rectangle that holds both: componentwise minimum and maximum. A NaN coordinate of
-  /// this rectangle stays, one of `other` is passed over.
+  /// this rectangle stays, one of `other` is ignored.
   qcRect enclose(const qcRect& other) const noexcept;
   /// True for points inside and on the boundary.
   bool within(const qcVector<2>& p) const noexcept {
@@ -214,7 +215,7 @@ class QCPLATFORM_EXPORT qcEllipse : public virtual qcPersistent {
     double radius2 = 0.0;
     /// Direction of the first semi-axis.
     qcRadian rotation;
-    /// Departure of the second semi-axis from a right angle; 0 for a principal-axes description.
+    /// Deviation of the second semi-axis from a right angle; 0 for a principal-axes description.
     qcRadian skew;
 
     /// Exact equality of all numbers.

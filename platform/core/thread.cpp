@@ -32,7 +32,7 @@ struct ThreadState {
   std::vector<ExitFunction> exitFunctions;
 };
 
-// These outlive the state, because slots may still be asked while later thread_local objects die.
+// These outlive the state: slots may still be read while other thread_local objects are destroyed.
 constinit thread_local ThreadState* stateOfThread = nullptr;
 constinit thread_local bool hasEnded = false;
 
@@ -53,7 +53,7 @@ ThreadState::~ThreadState() {
 
 #if defined(__MINGW32__)
 
-// Here the memory of thread_local objects may be gone, or new, before they are destroyed.
+// Here the memory of thread_local objects may be freed, or used anew, before they are destroyed.
 class StateKey {
  public:
   StateKey() { pthread_key_create(&key_, &StateKey::end); }

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// Thread-local slots that can be made at run time, and functions that run when a thread ends.
+// Thread-local slots that are made at run time, and functions that run when a thread ends.
 
 #pragma once
 
@@ -13,7 +13,7 @@
 /// @{
 
 /// One pointer for each thread, null until the thread sets it. Slots are independent; the slot of a
-/// destroyed qc_ThreadLocal is never seen by a later one.
+/// destroyed qc_ThreadLocal is never used by a later one.
 class QCPLATFORM_EXPORT qc_ThreadLocal {
  public:
   qc_ThreadLocal();
@@ -21,11 +21,11 @@ class QCPLATFORM_EXPORT qc_ThreadLocal {
   qc_ThreadLocal& operator=(const qc_ThreadLocal&) = delete;
   ~qc_ThreadLocal();
 
-  /// This thread's pointer; null when it was never set, and once the thread's end has passed its
-  /// thread-exit functions.
+  /// This thread's pointer; null when it was never set, and after the thread-exit functions have
+  /// run.
   void* OSValue() const noexcept;
-  /// Sets this thread's pointer. The slot does not own what it points to. Ignored once the thread's
-  /// end has passed its thread-exit functions.
+  /// Sets this thread's pointer. The slot does not own what it points to. Ignored after the
+  /// thread-exit functions have run.
   void OSValue(void* value);
 
  private:
@@ -36,7 +36,7 @@ class QCPLATFORM_EXPORT qc_ThreadLocal {
 /// Names a thread.
 class QCPLATFORM_EXPORT qcThreadID {
  public:
-  /// Thrown when a thread-exit function is asked for a thread that is not the calling one.
+  /// Thrown when a thread-exit function is registered for a thread other than the calling one.
   class QCPLATFORM_EXPORT NotCurrentThread : public qcException {
    public:
     void suicideAndRethrow() override;
@@ -48,8 +48,8 @@ class QCPLATFORM_EXPORT qcThreadID {
   /// Runs `function(thread, context)` on this thread when it ends (on the first thread: when the
   /// program exits); the last one registered runs first. Thread-local slots can still be read and
   /// set then, and more functions be registered; they run too. Functions registered even later,
-  /// while the thread's own thread_local objects die, are not run. A function must not throw.
-  /// Throws NotCurrentThread unless this is the calling thread's ID.
+  /// while the thread's own thread_local objects are destroyed, are not run. A function must not
+  /// throw. Throws NotCurrentThread unless this is the calling thread's ID.
   /// REQUIRES: function is not null.
   void atexit(void (*function)(const qcThreadID& thread, void* context), void* context) const;
 

@@ -10,7 +10,7 @@
 
 #include <platform/core/angle.h>
 
-/// Two values of one type, for coordinates that are handed over without geometry.
+/// Two values of one type: coordinates without any geometry.
 template <class T>
 class qcPair {
  public:

@@ -17,8 +17,8 @@
 class QCPLATFORM_EXPORT qcSvgTablet : public qcUITablet {
  public:
   /// A picture whose user units are those of the drawing and whose strokes are `strokeWidth` of
-  /// them wide. The view is the box of all that was drawn, with a margin of four stroke widths; of
-  /// nothing, the margin around the origin.
+  /// them wide. The view is the box of all that was drawn, with a margin of four stroke widths;
+  /// when nothing was drawn, the margin around the origin.
   /// REQUIRES: strokeWidth is finite and not negative.
   explicit qcSvgTablet(double strokeWidth = 1.0);
   /// The same with a fixed view, which has finite corners.
@@ -27,9 +27,9 @@ class QCPLATFORM_EXPORT qcSvgTablet : public qcUITablet {
   void drawLineSeg(const qcPair<double>& from, const qcPair<double>& to, const qcColor& color,
                    Layers layers) override;
 
-  /// Writes the picture, complete with its XML head. Numbers are written with the digits that give
-  /// back the same double, in the C locale's form whatever the stream's. Segments with a coordinate
-  /// that is not finite are left out.
+  /// Writes the picture, complete with its XML head. Numbers are written with the digits that read
+  /// back as the same double, in the format of the C locale whatever the stream's locale. Segments
+  /// with a coordinate that is not finite are left out.
   void write(std::ostream& out) const;
 
  private:

@@ -35,11 +35,12 @@ struct qc_KnownObject {
 
   bool isUnderWay() const noexcept { return levels == 0; }
 
-  /// Null once the object has died.
+  /// Null once the object has been destroyed.
   qcPersistent* object;
   std::unique_ptr<qcPersistent> owned;
   qcPtrHandle<qcRepBase> reference;
-  /// How many objects are nested in each other here, itself included; 0 while it is under way.
+  /// How many objects are nested in each other here, itself included; 0 while it is being
+  /// transferred.
   int levels = 0;
 };
 

@@ -11,12 +11,12 @@
 #include <platform/core/archive.h>
 #include <platform/core/internal/archive_memory.h>
 
-/// What a thread knows of its archives. Trivial, so that objects may still die while the thread's
-/// other thread-local objects are being destroyed.
+/// What a thread knows of its archives. Trivial, so that objects may still be destroyed along with
+/// the thread's other thread-local objects.
 struct qc_ArchiveThread {
   /// All archives made on this thread, linked.
   qcArchive* archives = nullptr;
-  /// The transfer under way.
+  /// The transfer in progress.
   qc_ArchiveTransfer* transfer = nullptr;
 };
 extern constinit thread_local qc_ArchiveThread qc_archiveThread;
@@ -41,7 +41,7 @@ class qc_ArchiveTransfer {
   /// Forgets the marks that the object has in this mode.
   void forgetMarks() noexcept;
 
-  /// Takes note of an object inside this one that is itself `levels` deep.
+  /// Records an object inside this one that is itself `levels` deep.
   void contains(int levels) noexcept;
   /// How many objects are nested in each other here, this one included.
   int levels() const noexcept { return levels_; }

@@ -16,8 +16,8 @@ namespace qnFit {
 /// The foot of the perpendicular is (a m0, b m1) with m0 = (a/b) x / (w + gap) and m1 = y / w,
 /// where x and y are |p| / b, gap is (a/b)^2 - 1 and w > 0 solves m0^2 + m1^2 = 1 (D. Eberly,
 /// "Distance from a point to an ellipse, an ellipsoid, or a hyperellipsoid"). That sum falls with w
-/// and is convex, so Newton's method, begun where one of the terms is 1 and none is more, climbs to
-/// the root without ever passing it.
+/// and is convex, so Newton's method, started where one of the terms is 1 and neither is greater,
+/// climbs to the root without ever overshooting.
 inline double distanceToEllipse(const qcVector<2>& p, double a, double b) noexcept {
   constexpr int maxSteps = 100;
   const double ratio = a / b;

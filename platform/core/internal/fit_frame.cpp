@@ -14,8 +14,8 @@ namespace qnFit {
 
 namespace {
 
-/// Points on a line depart from it by their rounding, at most about one epsilon of the frame; the
-/// rest covers the arithmetic here.
+/// Points on a line deviate from it by their rounding errors, at most about one epsilon of the
+/// frame; the rest covers the arithmetic here.
 constexpr double roundingAcross = 8.0 * std::numeric_limits<double>::epsilon();
 
 double largestCoordinate(const Points& points) {

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 //
 // The coordinates in which curves are fitted (internal to the fits): points brought near the origin
-// and to a size of about 1, and the linear map that makes them as spread in one direction as in any
-// other. fit_ellipse.cpp and fit_circle.cpp stand on it.
+// and to a size of about 1, and the linear map that gives them the same spread in every direction.
+// fit_ellipse.cpp and fit_circle.cpp use it.
 
 #pragma once
 
@@ -44,7 +44,7 @@ struct Spread {
   /// The spread of the points across their main direction, in the frame's unit.
   double across;
 
-  /// Throws qcFitError when the points lie on one line, as far as their own rounding lets tell.
+  /// Throws qcFitError when the points lie on one line, within their own rounding errors.
   explicit Spread(const Points& framed);
 
   Point toFrame(const Point& p) const noexcept { return {xu * p.x(), yu * p.x() + yv * p.y()}; }

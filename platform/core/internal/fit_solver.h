@@ -20,11 +20,12 @@ Vector3 multiply(const Matrix3& matrix, const Vector3& vector) noexcept;
 /// Columns of equal length.
 using Columns = std::vector<std::vector<double>>;
 
-/// The upper triangular factor R of the columns' QR decomposition, R[i][j] with i <= j; what lies
-/// below is 0. Modified Gram-Schmidt: as good a factor as by reflections (Å. Björck, 1967). O(n).
+/// The upper triangular factor R of the columns' QR decomposition, R[i][j] with i <= j; the
+/// elements below the diagonal are 0. Modified Gram-Schmidt: as good a factor as by reflections (Å.
+/// Björck, 1967). O(n).
 Columns triangularFactor(Columns columns);
 
-/// R = U diag(values) V^T, the values falling; the columns of V are the directions.
+/// R = U diag(values) V^T, the values in descending order; the columns of V are the directions.
 struct Singular {
   Vector3 values;
   Matrix3 directions;
