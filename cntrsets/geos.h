@@ -13,6 +13,9 @@
 #include <cntrsets/export.h>
 #include <cntrsets/rings.h>
 
+/// @addtogroup setoperations
+/// @{
+
 /// Destroys a geometry in the context that it was made in.
 struct qcGeosDestroy {
   /// The context; must outlive the geometry.
@@ -37,3 +40,5 @@ CNTRSETS_EXPORT qcGeosGeometry qf_ToGeos(GEOSContextHandle_t context,
 /// any other. O(n).
 CNTRSETS_EXPORT std::vector<qcRings> qf_FromGeos(GEOSContextHandle_t context,
                                                  const GEOSGeometry* geometry);
+
+/// @}

@@ -10,6 +10,9 @@
 #include <cntr/region.h>
 #include <cntrsets/export.h>
 
+/// @addtogroup setoperations
+/// @{
+
 /// One part of a feature: an outline and its holes, each a list of vertices whose last one joins
 /// the first. The direction of a ring does not matter. A feature is a std::vector<qcRings>.
 struct qcRings {
@@ -26,3 +29,5 @@ struct qcRings {
 /// qcContourDefs::BadParams "holes cannot intersect region" when a hole crosses or touches the
 /// outline, as qcRegion::holes() does. O(n log n) for well-behaved outlines.
 CNTRSETS_EXPORT qcRegion qf_ToRegion(const qcRings& rings);
+
+/// @}

@@ -38,22 +38,29 @@
 #include <cntrsets/rings.h>
 #include <platform/core/shapes.h>
 
+/// @addtogroup setoperations
+/// @{
+
 /// What a repair has done.
 struct qcRepairReport {
   /// The result differs from the input.
   bool changed = false;
-  /// Vertices were moved to a grid, and its spacing; else 0.
+  /// Vertices were moved to a grid.
   bool snapped = false;
+  /// The spacing of that grid; 0 for none.
   double gridSize = 0.0;
-  /// Area of the result, and by how much it can differ from that of the filled set, because
-  /// crossings and grid vertices are rounded.
+  /// Area of the result.
   double area = 0.0;
+  /// By how much it can differ from that of the filled set, because crossings and grid vertices are
+  /// rounded.
   double areaError = 0.0;
-  /// Of all rings.
+  /// Vertices of all rings of the input.
   std::size_t verticesBefore = 0;
+  /// Vertices of all rings of the result.
   std::size_t verticesAfter = 0;
-  /// Of the result.
+  /// Parts of the result.
   std::size_t parts = 0;
+  /// Holes of the result.
   std::size_t holes = 0;
 };
 
@@ -91,3 +98,5 @@ CNTRSETS_EXPORT std::vector<qcRings> qf_SymmetricDifference(const std::vector<qc
 /// An outline of short edges crosses its own offset k = O(n distance / edge length) times.
 CNTRSETS_EXPORT std::vector<qcRings> qf_Offset(const std::vector<qcRings>& feature, double distance,
                                                double arcTolerance);
+
+/// @}

@@ -10,6 +10,9 @@
 
 #include <platform/core/angle.h>
 
+/// @addtogroup plane
+/// @{
+
 /// Two values of one type: coordinates without any geometry.
 template <class T>
 class qcPair {
@@ -107,3 +110,5 @@ inline bool qfRealEq(const qcVector<2>& a, const qcVector<2>& b, double eps) noe
 
 /// Stores or loads a vector: x, then y.
 QCPLATFORM_EXPORT qcArchive& operator||(qcArchive& archive, qcVector<2>& vector);
+
+/// @}
