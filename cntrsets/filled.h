@@ -11,6 +11,9 @@
 #include <cntrsets/export.h>
 #include <cntrsets/rings.h>
 
+/// @addtogroup setoperations
+/// @{
+
 /// How the rings of a feature lie to each other.
 enum class qcRingContact {
   /// They share no point but the vertices between neighbouring edges.
@@ -49,3 +52,5 @@ CNTRSETS_EXPORT qc_InertiaData qf_FilledMoments(const std::vector<qcRings>& feat
 /// The same for a feature whose contact is known.
 CNTRSETS_EXPORT qc_InertiaData qf_FilledMoments(const std::vector<qcRings>& feature,
                                                 qcRingContact contact);
+
+/// @}
