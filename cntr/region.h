@@ -197,7 +197,7 @@ class CNTR_EXPORT qcRegion : public virtual qcContour {
 
   CNTR_LOCAL void repair(qcContourDefs::IntersectionMode mode);
   CNTR_LOCAL void checkHole(const qcPtrHandle_const<qcRegion>& hole) const;
-  /// Crossings of a ray from p with the outer boundary; with `bothDirections` the smaller number of
+  /// Crossings of a ray from p with the outline; with `bothDirections` the smaller number of
   /// the ray and its opposite.
   CNTR_LOCAL long insideCount(const qcVector<2>& p, bool bothDirections) const;
   /// Counts a question and makes the grid that answers most of them, once there were enough; null
@@ -208,16 +208,16 @@ class CNTR_EXPORT qcRegion : public virtual qcContour {
   /// True when insideCount(p, false) is odd.
   CNTR_LOCAL bool isInsideBoundary(const qcVector<2>& p) const;
   CNTR_LOCAL qcVector<2> centerOfMassWithHoles() const;
-  /// The box of the outer boundary and of all holes; nothing when asking the region could throw: a
+  /// The box of the outline and of all holes; nothing when asking the region could throw: a
   /// null hole, a boundary of fewer than 2 vertices, coordinates that are not finite.
   CNTR_LOCAL std::optional<cntr::plane::Box> boxOfBoundaries() const;
-  /// The same of the outer boundary alone.
+  /// The same of the outline alone.
   CNTR_LOCAL std::optional<cntr::plane::Box> boxOfBoundary() const;
-  /// True when the outer boundaries cross or touch: intersections(other) has a point.
+  /// True when the outlines cross or touch: intersections(other) has a point.
   CNTR_LOCAL bool crosses(const qcRegion& other) const;
   CNTR_LOCAL void assignRepaired(qcRegion& dest, bool outerHullMode) const;
   CNTR_LOCAL void outerHullRegularize(qcRegion& dest, bool outerHullMode) const;
-  /// Joins two regions whose outer boundaries cross into one boundary that runs round both; throws
+  /// Joins two regions whose outlines cross into one boundary that runs around both; throws
   /// BadParams "spliced regions do not intersect".
   CNTR_LOCAL void splice(const qcRegion& other, qcRegion& dest) const;
   CNTR_LOCAL qc_RegionCache& regionCache() const;

@@ -44,7 +44,7 @@ class CNTR_EXPORT qcRegionSet : public virtual qcPersistent, public virtual qcRe
   /// The same for handles of either kind listed in braces; `{}` is no regions.
   qcRegionSet(std::initializer_list<qcPtrHandle_const<qcRegion>> regions,
               qcContourDefs::IntersectionMode mode);
-  /// Shares the regions; copies the answers already given.
+  /// Shares the regions; copies the remembered answers.
   qcRegionSet(const qcRegionSet& other);
   /// Copies like the copy constructor, after forgetting this object's own answers.
   qcRegionSet& operator=(const qcRegionSet& other);

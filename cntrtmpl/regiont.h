@@ -48,7 +48,7 @@ class CNTR_EXPORT qcRegionT : public qcRegion, public qcContourT<Datum> {
   qcRegionT(const std::vector<Datum>& data, const qcPtrHandle_const<qc2XformBase>& dataFromPoints,
             qcContourDefs::IntersectionMode mode) = delete;
   /// @}
-  /// Copies points, data, holes of both kinds and the answers already given; shares the transform.
+  /// Copies points, data, holes of both kinds and remembered answers; shares the transform.
   qcRegionT(const qcRegionT& other) = default;
   /// Copies like the copy constructor, after forgetting this object's own answers.
   qcRegionT& operator=(const qcRegionT& other);

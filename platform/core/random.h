@@ -9,6 +9,9 @@
 
 #include <platform/export.h>
 
+/// @addtogroup objects
+/// @{
+
 /// Uniform deviates from a 64-bit state. Not for cryptography.
 ///
 /// G. L. Steele, D. Lea, C. H. Flood, "Fast splittable pseudorandom number generators", OOPSLA 2014
@@ -29,3 +32,5 @@ class QCPLATFORM_EXPORT qcRandomUniform {
 /// The largest integer that is not greater than `value`. Values beyond an int give the nearest int,
 /// NaN gives 0.
 QCPLATFORM_EXPORT int qfIFloor(double value) noexcept;
+
+/// @}
