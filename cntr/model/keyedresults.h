@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: MIT
 //
-// Results remembered by an argument: a small map with a bound. It is a sorted list, because most
-// lists hold four results, and one chosen at random by its place is found at once in long ones.
+// Results remembered by an argument: a small map with a bound. Most hold four results and are a
+// sorted list; a long one keeps the order of its results in a Ranking (ranking.h), where the one to
+// drop is found by its place and a new one takes its rank in O(log n).
 
 #pragma once
 
@@ -12,13 +13,14 @@
 #include <vector>
 
 #include <cntr/model/randomindex.h>
+#include <cntr/model/ranking.h>
 #include <platform/core/angle.h>
 #include <platform/core/xform.h>
 
 namespace cntr::model {
 
-/// Order of keys and whether a key holds something that is not a number: such a key equals nothing,
-/// so it is neither looked up nor stored.
+/// The order of keys, and whether a key is free of NaN: one with NaN equals nothing, so it is
+/// neither looked up nor stored.
 struct AngleKey {
   static bool isNumber(const qcRadian& angle) noexcept { return !std::isnan(angle.toDouble()); }
   bool operator()(const qcRadian& a, const qcRadian& b) const noexcept {
@@ -40,19 +42,22 @@ class KeyedResults {
   /// The result remembered for `key`, or null.
   const Value* find(const Key& key) const {
     if (!KeyOrder::isNumber(key)) return nullptr;
-    const auto entry = placeOf(results_, key);
-    const bool isKnown = entry != results_.end() && !KeyOrder()(key, entry->first);
-    return isKnown ? &entry->second : nullptr;
+    const std::size_t rank = rankOf(key);
+    if (rank == results_.size()) return nullptr;
+    const Result& result = results_[isLong() ? order_.at(rank) : rank];
+    return KeyOrder()(key, result.first) ? nullptr : &result.second;
   }
 
   /// REQUIRES: `key` is not there, capacity >= 0.
   void remember(const Key& key, const Value& value, long capacity) {
     if (!KeyOrder::isNumber(key)) return;
-    if (static_cast<long>(results_.size()) > capacity) {
-      const std::size_t victim = randomIndexBelow(results_.size());
-      results_.erase(results_.begin() + static_cast<std::ptrdiff_t>(victim));
+    const bool isFull = static_cast<long>(results_.size()) > capacity;
+    if (isLong() || (results_.size() == longestSorted && !isFull)) {
+      rememberInLong({key, value}, isFull);
+      return;
     }
-    results_.emplace(placeOf(results_, key), key, value);
+    if (isFull) results_.erase(results_.begin() + offset(randomIndexBelow(results_.size())));
+    results_.emplace(results_.begin() + offset(rankOf(key)), key, value);
   }
 
   std::size_t size() const noexcept { return results_.size(); }
@@ -60,16 +65,46 @@ class KeyedResults {
  private:
   using Result = std::pair<Key, Value>;
 
-  /// The first result whose key is not before `key`.
-  template <class Results>
-  static auto placeOf(Results& results, const Key& key) {
-    return std::lower_bound(
-        results.begin(), results.end(), key,
-        [](const Result& result, const Key& sought) { return KeyOrder()(result.first, sought); });
+  static std::ptrdiff_t offset(std::size_t index) { return static_cast<std::ptrdiff_t>(index); }
+
+  bool isLong() const noexcept { return order_.size() > 0; }
+
+  /// The number of keys before `key`.
+  std::size_t rankOf(const Key& key) const {
+    const auto isBefore = [&](const Result& result) { return KeyOrder()(result.first, key); };
+    if (isLong()) {
+      return order_.countWhile([&](Ranking::Item item) { return isBefore(results_[item]); });
+    }
+    return static_cast<std::size_t>(
+        std::partition_point(results_.begin(), results_.end(), isBefore) - results_.begin());
   }
 
-  /// In ascending order of the keys.
+  void rememberInLong(const Result& result, bool isFull) {
+    if (!isLong()) startOrder();
+    auto item = static_cast<Ranking::Item>(results_.size());
+    if (isFull) {
+      item = order_.erase(randomIndexBelow(results_.size()));
+      results_[item] = result;
+    } else {
+      order_.makeRoomFor(results_.size() + 1);
+      results_.push_back(result);
+    }
+    order_.insert(rankOf(result.first), item);
+  }
+
+  /// The order of a sorted list.
+  void startOrder() {
+    order_.makeRoomFor(results_.size());
+    for (Ranking::Item item = 0; item < results_.size(); ++item) order_.insert(item, item);
+  }
+
+  /// Inserting into a sorted list of this length takes about as long as into an ordered one.
+  static constexpr std::size_t longestSorted = 64;
+
+  /// In ascending order of the keys up to longestSorted of them, in any order beyond that.
   std::vector<Result> results_;
+  /// The ascending order of the keys, by place in results_. Empty while these are sorted.
+  Ranking order_;
 };
 
 }  // namespace cntr::model

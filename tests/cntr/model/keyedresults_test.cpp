@@ -5,15 +5,20 @@
 
 #include <cntr/model/keyedresults.h>
 
+#include <algorithm>
 #include <cmath>
+#include <cstdint>
 #include <limits>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include <cntr/model/randomindex.h>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <platform/core/random.h>
+#include <testing/heap/fail_each.h>
+#include <testing/shapes/shapes.h>
 
 #include "fresh_thread.h"
 
@@ -131,6 +136,85 @@ TEST(KeyedResultsTest, NeitherStoreNorFindAnAngleThatIsNotANumber) {
   EXPECT_EQ(results.size(), 4U);
   results.remember(qcRadian(infinity), "infinite", 4);
   EXPECT_NE(results.find(qcRadian(infinity)), nullptr);
+}
+
+/// The same by the letter: a sorted list of keys with their values.
+class LiteralList {
+ public:
+  void remember(double key, int value, long capacity) {
+    if (static_cast<long>(list_.size()) > capacity) {
+      list_.erase(list_.begin() + qfIFloor(random_.next(0.0, static_cast<double>(list_.size()))));
+    }
+    const auto isBefore = [](const auto& entry, double sought) { return entry.first < sought; };
+    list_.insert(std::lower_bound(list_.begin(), list_.end(), key, isBefore), {key, value});
+  }
+  const std::vector<std::pair<double, int>>& entries() const { return list_; }
+  bool holds(double key) const {
+    return std::any_of(list_.begin(), list_.end(),
+                       [&](const auto& entry) { return entry.first == key; });
+  }
+
+ private:
+  std::vector<std::pair<double, int>> list_;
+  qcRandomUniform random_{1};
+};
+
+TEST(KeyedResultsTest, OfAnyLengthAreThoseOfASortedList) {
+  using Numbers = cntr::model::KeyedResults<qcRadian, int, cntr::model::AngleKey>;
+  for (const long capacity : {0L, 3L, 62L, 63L, 64L, 65L, 700L}) {
+    onFreshThread([&] {
+      Numbers results;
+      LiteralList expected;
+      shapes::Random random(static_cast<std::uint64_t>(capacity));
+      for (int i = 0; i < 4000; ++i) {
+        const auto key = static_cast<double>(random.below(3000));
+        ASSERT_EQ(results.find(qcRadian(key)) != nullptr, expected.holds(key)) << i;
+        if (expected.holds(key)) continue;
+        // Now and then a smaller capacity: nothing is trimmed, one is dropped for each new one.
+        const long now = random.chance(0.05) ? capacity / 2 : capacity;
+        results.remember(qcRadian(key), i, now);
+        expected.remember(key, i, now);
+      }
+      ASSERT_EQ(results.size(), expected.entries().size());
+      for (const auto& [key, value] : expected.entries()) {
+        const int* const found = results.find(qcRadian(key));
+        ASSERT_NE(found, nullptr) << key;
+        EXPECT_EQ(*found, value) << key;
+      }
+    });
+  }
+}
+
+TEST(KeyedResultsTest, OfGreatLengthCanBeCopied) {
+  ByAngle results;
+  for (int key = 0; key < 100; ++key) remember(results, key, 100);
+  ByAngle copy = results;
+  remember(copy, 100, 101);
+  EXPECT_EQ(results.size(), 100U);
+  EXPECT_EQ(copy.size(), 101U);
+  EXPECT_EQ(results.find(qcRadian(100)), nullptr);
+  EXPECT_EQ(*copy.find(qcRadian(100)), "result of 100");
+  EXPECT_EQ(*copy.find(qcRadian(7)), "result of 7");
+  results = ByAngle();
+  EXPECT_EQ(results.find(qcRadian(7)), nullptr);
+}
+
+TEST(KeyedResultsTest, StayInOrderWhenMemoryRunsOut) {
+  if (!heap::counts) GTEST_SKIP() << "the heap of the libraries cannot be replaced here";
+  using Numbers = cntr::model::KeyedResults<qcRadian, int, cntr::model::AngleKey>;
+  const auto full = [] {
+    Numbers results;
+    for (int key = 0; key < 64; ++key) results.remember(qcRadian(2 * key), key, 1000);
+    return results;
+  };
+  const std::size_t allocations = heap::failEachAllocation(
+      full, [](Numbers& results) { results.remember(qcRadian(21), -1, 1000); },
+      [](const Numbers& results) {
+        for (int key = 0; key < 64; ++key) ASSERT_EQ(*results.find(qcRadian(2 * key)), key);
+        const bool wasRemembered = results.find(qcRadian(21)) != nullptr;
+        EXPECT_EQ(results.size(), wasRemembered ? 65U : 64U);
+      });
+  EXPECT_GE(allocations, 2U);
 }
 
 /// A transform that is told from the identity by its number `index` (matrix by rows, translation).
