@@ -49,12 +49,19 @@ struct Path;
 /// (p[0], p[1]), ..., (p[n-2], p[n-1]), an open one (p[0], p[1]), ..., (p[n-2], p[n-1]).
 /// Sums run in this order, and of several equally good answers the first one counts.
 ///
+/// A shape that is given what it has forgets its answers and gives their memory back:
+/// `contour.isClosed(contour.isClosed())`, `region.points(region.points())`, for shapes with an
+/// edge element for each vertex `shape.data(shape.data())` (setting their points would reset the
+/// elements), `set.regions(set.regions(), qcContourDefs::eNoIntersectionRepair)`. A region of 100
+/// vertices takes 2 kB; once asked everything, 14 kB.
+///
 /// Costs are given for a contour of n vertices. Where none is given, the time is O(n) at worst;
 /// memory is O(n) unless stated otherwise, and the indexes take less than the vertices.
 class CNTR_EXPORT qcContour : public virtual qcPersistent, public virtual qcRepBase {
  public:
   /// Any number of vertices is accepted; queries that need a curve throw
-  /// qcContourDefs::EmptyContour when there are fewer than 2.
+  /// qcContourDefs::EmptyContour when there are fewer than 2. Every constructor that takes a label
+  /// refuses one as label(label) does.
   qcContour(const std::vector<qcVector<2>>& points, bool closed, unsigned long label);
   /// The polygon's vertices, all of them. Closed when the first and the last coincide within 1e-15
   /// (which keeps the repeated vertex); a polygon without vertices gives an empty open contour.
@@ -83,7 +90,8 @@ class CNTR_EXPORT qcContour : public virtual qcPersistent, public virtual qcRepB
   virtual void isClosed(bool closed);
   /// A number for the caller's own use; 0 unless given.
   unsigned long label() const noexcept { return label_; }
-  /// Sets the label; answers are kept. An archive holds labels of up to 32 bits.
+  /// Sets the label; answers are kept. Throws qcContourDefs::BadParams "label is above 4294967295",
+  /// and changes nothing, when an archive could not hold it.
   void label(unsigned long label);
   /// The capacity of each list of remembered answers that depend on an argument (an angle, a
   /// transform); 3 in a new contour. Such a list holds at most one answer more than that.
@@ -222,6 +230,8 @@ class CNTR_EXPORT qcContour : public virtual qcPersistent, public virtual qcRepB
 
  private:
   friend class qcRegion;
+  /// Lets the tests see what is remembered.
+  friend struct qc_RememberedBy;
 
   CNTR_LOCAL static qcPersistent* make();
   CNTR_LOCAL static qc_Instantiator sExemplar;
@@ -243,6 +253,8 @@ class CNTR_EXPORT qcContour : public virtual qcPersistent, public virtual qcRepB
   CNTR_LOCAL const cntr::index::EdgeIndex* edgeIndex() const;
   /// The same for extremal vertices: null until enough directions were asked for.
   CNTR_LOCAL const cntr::index::EdgeIndex* indexForExtremes() const;
+  /// The box of all vertices. REQUIRES: at least one vertex.
+  CNTR_LOCAL const cntr::plane::Box& bounds() const;
   /// REQUIRES: at least one vertex.
   CNTR_LOCAL cntr::compute::CrossingTarget crossingTarget() const;
 

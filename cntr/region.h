@@ -200,8 +200,8 @@ class CNTR_EXPORT qcRegion : public virtual qcContour {
   /// Crossings of a ray from p with the outline; with `bothDirections` the smaller number of
   /// the ray and its opposite.
   CNTR_LOCAL long insideCount(const qcVector<2>& p, bool bothDirections) const;
-  /// Counts a question and makes the grid that answers most of them, once there were enough; null
-  /// before, and for boundaries that are better off without. REQUIRES: it is not known.
+  /// Counts a question and makes the grid that answers most of them, once there have been enough;
+  /// null until then, and for boundaries that can have none. REQUIRES: it is not known.
   CNTR_LOCAL const cntr::index::ContainmentGrid* containmentGrid() const;
   /// That grid, or null.
   CNTR_LOCAL const cntr::index::ContainmentGrid* knownContainmentGrid() const;

@@ -138,6 +138,9 @@ class CNTR_EXPORT qcRegionSet : public virtual qcPersistent, public virtual qcRe
   void checkEmptyRegionSet() const;
 
  private:
+  /// Lets the tests see what is remembered.
+  friend struct qc_RememberedBy;
+
   CNTR_LOCAL static qcPersistent* make();
   CNTR_LOCAL static qc_Instantiator sExemplar;
 
@@ -145,6 +148,7 @@ class CNTR_EXPORT qcRegionSet : public virtual qcPersistent, public virtual qcRe
   CNTR_LOCAL bool hasCrossingPair() const;
   /// The regions by place; null for small sets and for sets with regions that cannot be asked.
   CNTR_LOCAL const cntr::index::RegionIndex* index() const;
+  CNTR_LOCAL std::shared_ptr<const cntr::index::RegionIndex> madeIndex() const;
   CNTR_LOCAL void assignRepaired(qcRegionSet& result, bool outerHullMode) const;
   CNTR_LOCAL void outerHullRegularize(qcRegionSet& result, bool outerHullMode) const;
   /// The regions with those that cross merged into one.

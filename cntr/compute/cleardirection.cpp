@@ -2,14 +2,14 @@
 //
 // A plain scan computes and sorts all angles. With the index the plane is swept round p in narrow
 // wedges of a few vertices each, until a gap is wide enough. Two short cuts keep the sweep from
-// meeting every vertex where the first wide gap lies far round:
+// meeting every vertex where the first wide gap comes late:
 //
 // - Empty wedges are skipped by widening them, and the next vertex is then closed in on by halving.
 // - Where the curve runs round p in edges that each span less than pi / n as seen from p, no gap in
-//   what it spans can be wide enough: the sweep follows the curve by a cheap test of each edge, and
-//   goes on where that fails.
+//   what it spans can be wide enough: the sweep follows the curve with a cheap test of each edge,
+//   and resumes where that fails.
 //
-// A sweep that meets too many boxes is given up for the scan.
+// A sweep that tests too many boxes is abandoned in favour of the scan.
 //
 // Which vertices lie in a wedge, and how wide a gap is, is decided by the computed angles alone, as
 // in the scan; everything else is a superset of what can matter.
@@ -117,7 +117,7 @@ class Sweep {
   /// scan is quicker in the end.
   std::size_t mostBoxesTested() const { return 1000 + 8 * path_.points.size(); }
 
-  bool mayMeet(const Wedge& wedge, const plane::Box& box) const {
+  bool mayMeet(const Wedge& wedge, const plane::Box& box) {
     ++boxesTested_;
     return wedge.mayMeet(box);
   }
@@ -138,7 +138,7 @@ class Sweep {
     return true;
   }
 
-  bool mayHoldVertex(double low, double high) const {
+  bool mayHoldVertex(double low, double high) {
     const Wedge wedge(p_, low, high);
     return !index_.forEachRun([&](const plane::Box& box) { return mayMeet(wedge, box); },
                               [&](std::size_t first, std::size_t last) {
@@ -214,7 +214,7 @@ class Sweep {
   std::optional<Sight> first_;
   std::optional<Sight> last_;
   std::vector<Sight> inWedge_;
-  mutable std::size_t boxesTested_ = 0;
+  std::size_t boxesTested_ = 0;
 };
 
 }  // namespace
@@ -224,7 +224,7 @@ qcVector<2> clearDirection(const plane::Path& path, const qcVector<2>& p) {
   std::vector<double> angles;
   angles.reserve(path.points.size());
   for (const qcVector<2>& vertex : path.points) angles.push_back(angleTo(vertex, p));
-  // What is not a number comes last.
+  // NaN comes last.
   std::sort(angles.begin(), angles.end(),
             [](double a, double b) { return a < b || (std::isnan(b) && !std::isnan(a)); });
   for (std::size_t i = 0; i < angles.size(); ++i) {

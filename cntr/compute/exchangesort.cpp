@@ -6,7 +6,8 @@
 // the end. To keys that are equal this means: a new one joins them at their end, and whenever a
 // smaller one comes in, the first of them goes to their end. So the order of equal keys is that of
 // a ring which is turned between additions, by as many places as smaller keys came in. It is worked
-// out backwards: where the last one of them ended is known, and, without it, where the one before.
+// out backwards: where the last of them ended up is known, then, without it, the one before, and so
+// on.
 
 #include <cntr/compute/exchangesort.h>
 
@@ -53,7 +54,7 @@ class Counts {
   std::vector<std::size_t> tree_;
 };
 
-/// A key that is a number.
+/// A key that is not NaN.
 struct Arrival {
   std::size_t number;
   /// How many smaller keys came in before it.

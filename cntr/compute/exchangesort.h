@@ -10,9 +10,9 @@
 
 namespace cntr::compute {
 
-/// Numbers of the keys in the order in which an exchange sort leaves them: one that compares each
-/// position with every later one, and exchanges the two when the later key is smaller. Equal keys
-/// do not keep their order, keys that are not numbers keep their places. O(n log n).
+/// The indices of the keys in the order in which an exchange sort leaves them: one that compares
+/// each position with every later one, and exchanges the two when the later key is smaller. Equal
+/// keys do not keep their order; NaN keys keep their places. O(n log n).
 std::vector<std::size_t> exchangeSortedOrder(std::span<const double> keys);
 
 }  // namespace cntr::compute

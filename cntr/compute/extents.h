@@ -14,9 +14,8 @@ namespace cntr::compute {
 
 using Points = std::span<const qcVector<2>>;
 
-/// The box of the vertices: starts as the first one and grows with the others, so that a first
-/// coordinate that is not a number stays and a later one is passed over.
-/// REQUIRES: at least one vertex.
+/// The box of the vertices: starts as the first one and grows with the others, so that a NaN in the
+/// first vertex stays and a later one is ignored. REQUIRES: at least one vertex.
 plane::Box boundingBox(Points points);
 
 /// The same of the vertices mapped by `xform`.

@@ -6,8 +6,8 @@
 // apart than the corners of their boxes. Square roots merge squares, hence `tieSlack`: what can
 // still tie is visited, but only where it would come before the best pair.
 //
-// A vertex with a coordinate that is not a number is at no distance from any other. Where there are
-// such, or infinite ones, the search is made on a copy without the former.
+// A vertex with a NaN coordinate has no distance to any other. Where there are NaN or infinite
+// coordinates, the search works on a copy without the vertices that have NaN.
 
 #include <cntr/compute/farthest.h>
 
@@ -16,6 +16,7 @@
 #include <tuple>
 #include <vector>
 
+#include <cntr/index/policy.h>
 #include <cntr/plane/tolerances.h>
 
 namespace cntr::compute {
@@ -60,11 +61,10 @@ class Best {
   double square_ = 0.0;
 };
 
-/// The larger one that is a number.
+/// The larger value; NaN only when both are.
 double greaterReach(double a, double b) { return a > b || std::isnan(b) ? a : b; }
 
-/// Not a number when all the vertices are infinitely far out on the same side: then no distance
-/// is a number.
+/// NaN when all the vertices are infinitely far out on the same side: then every distance is NaN.
 double squaredReach(const plane::Box& a, const plane::Box& b) {
   const double dx = greaterReach(a.maxX - b.minX, b.maxX - a.minX);
   const double dy = greaterReach(a.maxY - b.minY, b.maxY - a.minY);
@@ -146,7 +146,7 @@ std::optional<VertexPair> farthestPairOfNumbers(const plane::Path& path) {
     numbers.push_back(i);
   }
   const plane::Path rest{points, true};
-  std::optional<VertexPair> pair = index::EdgeIndex::isWorthwhile(rest)
+  std::optional<VertexPair> pair = index::wantsEdgeIndex(rest.edgeCount())
                                        ? farthestPairByIndex(rest, index::EdgeIndex(rest))
                                        : farthestPairByScan(rest);
   if (pair) *pair = {numbers[pair->first], numbers[pair->second], pair->distance};

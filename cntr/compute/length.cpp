@@ -36,7 +36,7 @@ double medianEdgeLength(const plane::Path& path) {
     if (!std::isnan(length)) numbers.push_back(length);
   });
   if (count == 0) return 0.0;
-  // What is not a number is longer than anything.
+  // NaN counts as longer than anything.
   if (count / 2 >= numbers.size()) return std::numeric_limits<double>::quiet_NaN();
   const auto middle = numbers.begin() + static_cast<std::ptrdiff_t>(count / 2);
   std::nth_element(numbers.begin(), middle, numbers.end());

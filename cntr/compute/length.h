@@ -15,8 +15,8 @@ double length(const plane::Path& path);
 /// have length 0.
 qcVector<2> meanPosition(const plane::Path& path);
 
-/// The edge length at index count / 2 of the ascending lengths; 0 without edges. Lengths that are
-/// not numbers sort last.
+/// The edge length at index count / 2 of the ascending lengths; 0 without edges. NaN lengths sort
+/// last.
 double medianEdgeLength(const plane::Path& path);
 
 }  // namespace cntr::compute

@@ -3,13 +3,13 @@
 // From a traced boundary to one simple loop: cut it where it touches itself, drop loops inside
 // others, join loops that touch.
 //
-// Each of the three passes is defined as a scan that starts over after every change. They go on
-// where they are instead: what was found free of work before a change stays free of it, because
-// cutting leaves other loops alone, dropping a loop adds nothing to compare with, and a joined loop
-// has no vertices but those of its two parts. A vertex that was found to touch nothing in its loop
-// is not looked at again, and of two pieces only the smaller one is labelled anew. What stays
-// quadratic at worst: every loop is looked for in every other one, the way along a loop to the
-// place where the next one is joined may be long, and many vertices may lie in one place.
+// Each of the three passes is defined as a scan that starts over after every change. Here they
+// continue where they are: what needed no work before a change needs none after it, because cutting
+// leaves other loops alone, dropping a loop adds nothing to compare with, and a joined loop has no
+// vertices but those of its two parts. A vertex that was found to touch nothing in its loop is not
+// looked at again, and of two pieces only the smaller one is labelled anew. What stays quadratic at
+// worst: every loop is looked for in every other one, the way along a loop to the place where the
+// next one is joined may be long, and many vertices may lie in one place.
 
 #include <cstdint>
 #include <functional>
@@ -27,8 +27,9 @@ namespace cntr::compute {
 namespace {
 
 /// The first vertex of `ring` in one place with v, other than v, in the order in which a grid over
-/// that ring lists them: by cells, ascending within a cell. REQUIRES: the ring's vertices ascend
-/// from its start on, but for one step down. Those of a ring do until another is joined to it.
+/// that ring lists them: cell by cell, ascending within a cell. REQUIRES: the ring's vertices
+/// ascend from its start on, but for one step down. Those of a ring do until another is joined to
+/// it.
 std::optional<Vertex> firstListed(const Rings& rings, Vertex v, Label ring) {
   const auto count = static_cast<Vertex>(rings.vertexCount());
   const Vertex start = rings[ring].start;
@@ -37,10 +38,10 @@ std::optional<Vertex> firstListed(const Rings& rings, Vertex v, Label ring) {
     return std::tuple(rings.places().cellOf(vertex), position);
   };
   std::optional<Vertex> first;
-  for (const Vertex other : rings.places().at(v)) {
-    if (rings.labelOf(other) != ring || other == v) continue;
+  rings.places().forEachAt(v, [&](Vertex other) {
+    if (rings.labelOf(other) != ring || other == v) return;
     if (!first || place(other) < place(*first)) first = other;
-  }
+  });
   return first;
 }
 
@@ -65,8 +66,7 @@ class Cutting {
     const Vertex end = scanned_[loop] == none ? start : scanned_[loop];
     Vertex v = start;
     do {
-      const bool isAlone = rings_.places().at(v).size() < 2;
-      if (const auto other = isAlone ? std::nullopt : firstListed(rings_, v, loop)) {
+      if (const auto other = firstListed(rings_, v, loop)) {
         cut(i, v, *other);
         return true;
       }
@@ -163,12 +163,12 @@ class Joining {
   /// Notes the loops that touch `loop`, a part of `first` or about to become one.
   void await(Label loop, Label first) {
     rings_.forEachVertex(loop, [&](Vertex v) {
-      for (const Vertex other : rings_.places().at(v)) {
+      rings_.places().forEachAt(v, [&](Vertex other) {
         const Label near = rings_.labelOf(other);
-        if (near == none || near == first || isWaiting_[near]) continue;
+        if (near == none || near == first || isWaiting_[near]) return;
         isWaiting_[near] = true;
         waiting_.emplace(placeOf_[near], near);
-      }
+      });
     });
   }
 
@@ -176,7 +176,7 @@ class Joining {
   void join(Label first, Label loop) {
     await(loop, first);
     rings_.forEachVertex(loop, [&](Vertex v) {
-      for (const Vertex other : rings_.places().at(v)) touched_[other] = loop;
+      rings_.places().forEachAt(v, [&](Vertex other) { touched_[other] = loop; });
     });
     Vertex a = rings_[first].start;
     while (touched_[a] != loop) a = rings_.after(a);

@@ -2,17 +2,18 @@
 
 #include <cntr/compute/outline.h>
 
+#include <utility>
+
 #include <cntr/compute/extents.h>
+#include <cntr/index/policy.h>
 
 namespace cntr::compute {
 
-CrossingTarget Outline::target() const {
-  if (!bounds_) bounds_ = boundingBox(points_);
-  const plane::Path path{points_, true};
-  if (!edges_ && index::EdgeIndex::isWorthwhile(path)) {
-    edges_ = std::make_unique<index::EdgeIndex>(path);
-  }
-  return {path, *bounds_, edges_.get()};
+Outline::Outline(std::vector<qcVector<2>> points)
+    : points_(std::move(points)),
+      bounds_(boundingBox(points_)),
+      reach_(2.0 * radiusFromFirst(points_)) {
+  if (index::wantsEdgeIndex(path().edgeCount())) edges_.emplace(path());
 }
 
 std::vector<Crossing> Outline::crossingsWith(const qcVector<2>& a, const qcVector<2>& b,
@@ -21,10 +22,7 @@ std::vector<Crossing> Outline::crossingsWith(const qcVector<2>& a, const qcVecto
 }
 
 std::size_t Outline::rayCrossingsFrom(const qcVector<2>& p, bool bothDirections) const {
-  if (!bounds_) bounds_ = boundingBox(points_);
-  if (!plane::overlaps(*bounds_, plane::edgeBox(p, p))) return 0;
-  if (!reach_) reach_ = 2.0 * radiusFromFirst(points_);
-  return rayCrossings(target(), *reach_, p, bothDirections);
+  return rayCrossings(target(), reach_, p, bothDirections);
 }
 
 }  // namespace cntr::compute

@@ -1,24 +1,23 @@
 // SPDX-License-Identifier: MIT
 //
-// A closed path that owns its vertices and builds what questions about it need, once: for the
-// repair of boundaries, whose loops come and go. Shapes that callers hold remember the same things
-// in their caches.
+// A closed path that owns its vertices and what questions about them need: for the repair of
+// boundaries, whose loops come and go. Shapes that callers hold keep the same in what they
+// remember.
 
 #pragma once
 
-#include <memory>
 #include <optional>
 #include <vector>
 
 #include <cntr/compute/containment.h>
-#include <cntr/index/vertexgrid.h>
 
 namespace cntr::compute {
 
 /// A closed outline of at least one vertex.
 class Outline {
  public:
-  explicit Outline(std::vector<qcVector<2>> points) : points_(std::move(points)) {}
+  /// O(n).
+  explicit Outline(std::vector<qcVector<2>> points);
 
   const std::vector<qcVector<2>>& points() const noexcept { return points_; }
   std::size_t size() const noexcept { return points_.size(); }
@@ -31,12 +30,15 @@ class Outline {
   bool holds(const qcVector<2>& p) const { return rayCrossingsFrom(p, false) % 2 == 1; }
 
  private:
-  CrossingTarget target() const;
+  plane::Path path() const noexcept { return {points_, true}; }
+  CrossingTarget target() const noexcept { return {path(), bounds_, edges_ ? &*edges_ : nullptr}; }
 
   std::vector<qcVector<2>> points_;
-  mutable std::optional<plane::Box> bounds_;
-  mutable std::unique_ptr<index::EdgeIndex> edges_;
-  mutable std::optional<double> reach_;
+  plane::Box bounds_;
+  /// Nothing for short outlines.
+  std::optional<index::EdgeIndex> edges_;
+  /// The length of the ray that decides containment.
+  double reach_;
 };
 
 }  // namespace cntr::compute

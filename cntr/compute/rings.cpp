@@ -8,8 +8,8 @@ namespace cntr::compute {
 
 Places::Places(const std::vector<qcVector<2>>& points)
     : points_(points), grid_(points, plane::touchDistance) {
-  // So many that all are remembered as long as few lie in each place. Where many do, the list of
-  // each of them would hold all of them.
+  // Enough to remember every list as long as few vertices share a place. Where many do, each of
+  // their lists would hold all of them.
   const std::size_t mostRemembered = 16 * points.size();
   starts_.reserve(points.size() + 1);
   starts_.push_back(0);
@@ -19,15 +19,6 @@ Places::Places(const std::vector<qcVector<2>>& points)
     shared_.insert(shared_.end(), near.begin(), near.end());
     starts_.push_back(shared_.size());
   }
-}
-
-std::span<const Vertex> Places::at(Vertex v) const {
-  if (v + 1 < starts_.size()) {
-    return std::span(shared_).subspan(starts_[v], starts_[v + 1] - starts_[v]);
-  }
-  const std::vector<int> near = grid_.near(points_, points_[v]);
-  last_.assign(near.begin(), near.end());
-  return last_;
 }
 
 index::VertexGrid::Cell Places::cellOf(Vertex v) const {

@@ -9,7 +9,6 @@
 #include <cstddef>
 #include <cstdint>
 #include <limits>
-#include <span>
 #include <vector>
 
 #include <cntr/index/vertexgrid.h>
@@ -28,9 +27,16 @@ class Places {
  public:
   explicit Places(const std::vector<qcVector<2>>& points);
 
-  /// With the vertex itself, unless its coordinates are not finite. The relation is symmetric.
-  /// Holds until the next call.
-  std::span<const Vertex> at(Vertex v) const;
+  /// Calls visit(other) for the vertices in one place with v; v itself is one of them, unless its
+  /// coordinates are not finite. The relation is symmetric.
+  template <class Visit>
+  void forEachAt(Vertex v, Visit visit) const {
+    if (v + 1 < starts_.size()) {
+      for (std::size_t i = starts_[v]; i < starts_[v + 1]; ++i) visit(shared_[i]);
+    } else {
+      for (const int other : grid_.near(points_, points_[v])) visit(static_cast<Vertex>(other));
+    }
+  }
 
   /// The cell of a vertex, by which vertices in one place are listed.
   index::VertexGrid::Cell cellOf(Vertex v) const;
@@ -38,10 +44,10 @@ class Places {
  private:
   const std::vector<qcVector<2>>& points_;
   index::VertexGrid grid_;
-  /// For the first vertices, the place where its list starts, and one end more.
+  /// The lists of the first vertices, one after the other: where each starts, and where the last
+  /// one ends.
   std::vector<std::size_t> starts_;
   std::vector<Vertex> shared_;
-  mutable std::vector<Vertex> last_;
 };
 
 /// A loop: vertices from `start` on, round to it again.

@@ -19,6 +19,7 @@
 
 #include <cntr/compute/probe.h>
 #include <cntr/index/parallels.h>
+#include <cntr/index/policy.h>
 #include <cntr/index/strips.h>
 #include <cntr/plane/tolerances.h>
 
@@ -60,10 +61,7 @@ using Range = std::pair<std::size_t, std::size_t>;
 class Join {
  public:
   explicit Join(const CrossingTarget& target)
-      : path_(target.path),
-        index_(*target.index),
-        bounds_(target.bounds),
-        comparisonsLeft_(comparisonsPerEdge * target.path.edgeCount()) {}
+      : path_(target.path), index_(*target.index), bounds_(target.bounds) {}
 
   bool run() {
     const std::size_t top = index_.levelCount() - 1;
@@ -72,9 +70,6 @@ class Join {
   }
 
  private:
-  /// After so many comparisons of edges in different boxes parallels and strips are made; that
-  /// costs about as much as one comparison for each edge.
-  static constexpr std::size_t comparisonsPerEdge = 1;
   static constexpr std::size_t mostChildren =
       std::max(index::EdgeIndex::fanOut, index::EdgeIndex::leafSize);
 
@@ -152,8 +147,8 @@ class Join {
   }
 
   void countComparisons(std::size_t comparisons) {
-    comparisonsLeft_ -= std::min(comparisons, comparisonsLeft_);
-    if (comparisonsLeft_ > 0 || parallels_) return;
+    comparisons_ += comparisons;
+    if (parallels_ || !index::wantsStrips(path_.edgeCount(), comparisons_)) return;
     parallels_.emplace(path_, index_);
     if (!index_.isFinite()) return;
     const double scale = plane::largestCoordinate(bounds_, {});
@@ -171,8 +166,9 @@ class Join {
   const plane::Path& path_;
   const index::EdgeIndex& index_;
   const plane::Box& bounds_;
-  std::size_t comparisonsLeft_;
-  /// Made when comparisonsLeft_ has come to 0.
+  /// Comparisons of edges in different boxes so far.
+  std::size_t comparisons_ = 0;
+  /// Made when there have been many.
   std::optional<index::Parallels> parallels_;
   std::optional<index::Strips> strips_;
   /// How far apart strips must be to rule out a crossing.

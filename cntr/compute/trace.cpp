@@ -40,10 +40,9 @@ struct State {
   static std::uint64_t bits(double value) noexcept { return std::bit_cast<std::uint64_t>(value); }
 };
 
-/// Notices when a walk goes round in a circle that its start is not part of: the state now and then
-/// taken note of comes again (R. P. Brent, "An improved Monte Carlo factorization algorithm", BIT
-/// 20, 1980). The walk is let go on for at most three times the way that it takes to close the
-/// circle.
+/// Detects a walk that has entered a cycle without its start: a state noted from time to time comes
+/// up again (R. P. Brent, "An improved Monte Carlo factorization algorithm", BIT 20, 1980). The
+/// walk goes on for at most three times as many steps as it takes to close the cycle.
 class CircleWatch {
  public:
   explicit CircleWatch(const State& start) : noted_(start) {}

@@ -2,7 +2,7 @@
 //
 // A hierarchy of boxes: boxes over runs of consecutive items, boxes over runs of boxes, up to a few
 // at the top. The items are numbered slots, whatever they stand for: edges of a path (edgeindex.h)
-// or boxes sorted by place (boxtree.h). It holds boxes alone.
+// or boxes sorted by place (boxtree.h). It holds nothing but boxes.
 
 #pragma once
 
@@ -20,7 +20,7 @@ namespace cntr::index {
 class BoxHierarchy {
  public:
   /// Slots under one box of the lowest level, and boxes under one box of the levels above. With 10
-  /// and 8 the boxes take 3.7 bytes a slot; of 8 to 16 and 4 to 16 nothing was quicker.
+  /// and 8 the boxes take 3.7 bytes a slot; no other choice from 8 to 16 and 4 to 16 was faster.
   static constexpr std::size_t leafSize = 10;
   static constexpr std::size_t fanOut = 8;
 
@@ -36,9 +36,8 @@ class BoxHierarchy {
   }
 
   /// Visits the runs of slots for which `boundOf(box)`, a bound of what the box can offer, is not
-  /// above `limit()`, which the visits may lower. Of boxes side by side the one with the lowest
-  /// bound comes first: what it offers rules out most of the others, so there is no need to sort
-  /// them.
+  /// above `limit()`, which the visits may lower. Among siblings the box with the lowest bound
+  /// comes first: what it offers rules out most of the others, so there is no need to sort them.
   template <class BoundOf, class Limit, class VisitRun>
   void forEachRunByBound(BoundOf boundOf, Limit limit, VisitRun visitRun) const {
     if (!levels_.empty()) {

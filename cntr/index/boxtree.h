@@ -19,8 +19,8 @@ class BoxTree {
   /// The box of all boxes.
   const plane::Box& bounds() const noexcept { return hierarchy_.bounds(); }
 
-  /// Calls visit(number) for the boxes that share a point with `box`, in no order, until a visit
-  /// returns false; touching counts. Returns false when a visit did.
+  /// Calls visit(number) for the boxes that share a point with `box`, in no particular order, until
+  /// a visit returns false; touching counts. Returns false when a visit did.
   template <class Visit>
   bool forEachTouching(const plane::Box& box, Visit visit) const {
     return hierarchy_.forEachRun([&](const plane::Box& node) { return plane::overlaps(node, box); },
@@ -36,8 +36,8 @@ class BoxTree {
   /// The numbers of the boxes that share a point with `box`, ascending; touching counts.
   std::vector<std::size_t> touching(const plane::Box& box) const;
 
-  /// Calls visit(number) in ascending order of the squared distance of the boxes from p, roughly,
-  /// for as long as that is not above `limit()`, which the visits may lower.
+  /// Calls visit(number) in roughly ascending order of the squared distance of the boxes from p, as
+  /// long as that does not exceed `limit()`, which the visits may lower.
   template <class Limit, class Visit>
   void forEachByDistance(const qcVector<2>& p, Limit limit, Visit visit) const {
     hierarchy_.forEachRunByBound(

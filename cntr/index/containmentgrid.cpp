@@ -23,7 +23,7 @@ constexpr double margin = plane::containmentMargin;
 /// Cells for each vertex: more cells hold more answers and more memory (4 bytes each).
 constexpr double cellsPerVertex = 4.0;
 constexpr double fewestCells = 256.0;
-/// Entries in lists for each vertex, about: 4 bytes each.
+/// List entries for each vertex, roughly: 4 bytes each.
 constexpr double entriesPerVertex = 4.0;
 /// A cell is at least this many vertex margins wide, or the margin would fill it.
 constexpr double marginsPerCell = 4.0;
@@ -36,8 +36,8 @@ const qcVector<2>& before(std::span<const qcVector<2>> points, std::size_t k) {
   return points[k == 0 ? points.size() - 1 : k - 1];
 }
 
-/// Half-open, so that a vertex on the line belongs to one of its two edges or to both or none
-/// alike.
+/// Half-open, so that a vertex on the line counts for one of its two edges where the path passes
+/// through the line, and for both or neither where it only touches.
 bool straddles(const qcVector<2>& a, const qcVector<2>& b, double y) {
   return (a.y() <= y) != (b.y() <= y);
 }
@@ -47,7 +47,7 @@ double crossingX(const qcVector<2>& a, const qcVector<2>& b, double y) {
   return a.x() + (y - a.y()) / (b.y() - a.y()) * (b.x() - a.x());
 }
 
-/// The sum of the extents of all edges: how many cells of width 1 they pass through, about.
+/// The sum of the extents of all edges: roughly how many cells of width 1 they pass through.
 double extentOfEdges(std::span<const qcVector<2>> points) {
   double sum = 0.0;
   for (std::size_t k = 0; k < points.size(); ++k) {
@@ -57,7 +57,8 @@ double extentOfEdges(std::span<const qcVector<2>> points) {
   return sum;
 }
 
-/// Signed numbers are converted in one step, unsigned ones are not. REQUIRES: count <= 2^31.
+/// Converting to a signed integer takes one instruction, to an unsigned one several. REQUIRES:
+/// count <= 2^31.
 std::size_t clampedFloor(double value, std::size_t count) {
   if (!(value > 0.0)) return 0;
   const auto most = static_cast<std::int32_t>(count - 1);
@@ -67,7 +68,7 @@ std::size_t clampedFloor(double value, std::size_t count) {
 
 }  // namespace
 
-bool ContainmentGrid::isWorthwhile(std::span<const qcVector<2>> points, const plane::Box& bounds) {
+bool ContainmentGrid::isPossible(std::span<const qcVector<2>> points, const plane::Box& bounds) {
   constexpr double marginsAcross = 16.0;
   if (points.size() < 3) return false;
   const auto isSmall = [](const qcVector<2>& p) {

@@ -18,17 +18,17 @@
 //   (e) coordinates stay below 1e6, so that distances are rounded by less than 1e-8, the
 //       containmentRounding of plane/tolerances.h.
 //
-// For then an edge that the ray crosses has its ends m or more off the ray's line, on either side:
-// the lines are not taken for parallel, and the computed crossing, which rounding moves off neither
-// line by more than 1e-8, lies within the tolerance of both; where it slides along two nearly
-// parallel lines, the edge is so long that it stays between its ends, and p, being m away from it,
-// stays behind. An edge that the ray does not cross keeps m away from it, and so does every
-// crossing point with it. The ends of the ray touch nothing.
+// For then an edge that the ray crosses has its ends at least m away from the ray's line, one on
+// each side: the lines are not taken for parallel, and the computed crossing, which rounding moves
+// away from either line by at most 1e-8, lies within the tolerance of both; where it slides along
+// two nearly parallel lines, the edge is so long that it stays between its ends, and p, being m
+// away from it, stays behind. An edge that the ray does not cross keeps m away from it, and so does
+// every crossing point with it. The ends of the ray touch nothing.
 //
 // A cell that no edge comes near, by the larger margin m / sin(pi / (2n)) of (b), holds its answer.
 // A mixed cell lists the edges that come near: they decide (b) and (c), and parity is counted from
-// the point along its row to the next cell that holds an answer. Where a condition fails the grid
-// does not know, and the ray must be cast.
+// the point along its row to the next cell that holds an answer. Where a condition fails, the grid
+// has no answer and the ray must be cast.
 
 #pragma once
 
@@ -45,15 +45,15 @@ class ContainmentGrid {
  public:
   enum class Answer : std::uint8_t { eOutside, eInside, eUnknown };
 
-  /// Grids are of no use for paths of other sizes: too many of their points fail the conditions.
-  /// `bounds` is the bounding box of the vertices.
-  static bool isWorthwhile(std::span<const qcVector<2>> points, const plane::Box& bounds);
+  /// False where too many points would fail the conditions: in very thin outlines and those with
+  /// large coordinates. `bounds` is the bounding box of the vertices.
+  static bool isPossible(std::span<const qcVector<2>> points, const plane::Box& bounds);
 
-  /// REQUIRES: isWorthwhile(points, bounds). `radius` is the largest distance of a vertex from the
+  /// REQUIRES: isPossible(points, bounds). `radius` is the largest distance of a vertex from the
   /// first one.
   ContainmentGrid(std::span<const qcVector<2>> points, const plane::Box& bounds, double radius);
 
-  /// REQUIRES: `points` are those that the grid was made of.
+  /// REQUIRES: `points` are those the grid was made from.
   Answer locate(std::span<const qcVector<2>> points, const qcVector<2>& p) const noexcept;
 
  private:

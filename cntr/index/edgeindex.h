@@ -4,9 +4,9 @@
 //
 // A contour is walked in order, so neighbours in the list are neighbours in the plane: no sorting
 // is needed, the boxes are filled in one pass, and whatever a query visits comes out in edge order.
-// The index holds boxes alone; it refers to no vertices, and can always be thrown away. Every
-// search visits a superset of the edges that matter: the caller decides each one by the same
-// arithmetic that a plain scan would use, so the answers are those of the scan, bit for bit.
+// The index holds nothing but boxes: it does not refer to the vertices and can be discarded at any
+// time. Every search visits a superset of the edges that matter: the caller decides each one by the
+// same arithmetic that a plain scan would use, so the answers are those of the scan, bit for bit.
 
 #pragma once
 
@@ -18,12 +18,9 @@ namespace cntr::index {
 /// Boxes over the edges of one path; the slots are the edges.
 class EdgeIndex : public BoxHierarchy {
  public:
-  /// Paths of fewer edges answer by plain scans, which are as quick as the index there.
-  static bool isWorthwhile(const plane::Path& path) noexcept { return path.edgeCount() >= 32; }
-
   explicit EdgeIndex(const plane::Path& path);
 
-  /// True when all coordinates are finite numbers. Boxes pass over vertices that are not numbers.
+  /// True when all coordinates are finite. The boxes ignore NaN.
   bool isFinite() const noexcept { return isFinite_; }
 
  private:

@@ -27,10 +27,10 @@ bool Parallels::areClose(const Direction& a, const Direction& b) noexcept {
 
 Parallels::Direction Parallels::directionOf(const plane::Edge& edge) noexcept {
   constexpr double none = std::numeric_limits<double>::quiet_NaN();
-  constexpr double longest = 1e100;  // of those whose squares are numbers above 0
+  constexpr double longest = 1e100;  // squares of lengths within neither overflow nor vanish
   if (plane::isDegenerate(edge)) return {};
   const qcVector<2> along = edge.to - edge.from;
-  // The point where such an edge would cross is not a number.
+  // The point where such an edge would cross is NaN.
   if (!std::isfinite(along.x()) || !std::isfinite(along.y())) return {};
   const double length = along.len();
   if (!(length > 1.0 / longest && length < longest)) return {none, none};

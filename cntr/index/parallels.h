@@ -19,15 +19,14 @@ class Parallels {
   /// O(n).
   Parallels(const plane::Path& path, const EdgeIndex& index);
 
-  /// True when no edge under box i of a level can cross one under box j: those that can cross
-  /// anything are certainly parallel, as qcLine::isParallel() has it.
+  /// True when no edge under box i of a level can cross one under box j, because those that can
+  /// cross anything are certainly parallel in the sense of qcLine::isParallel().
   bool areParallel(std::size_t level, std::size_t i, std::size_t j) const noexcept {
     return areClose(directions_[level][i], directions_[level][j]);
   }
 
  private:
-  /// A unit vector; zero where no edge can cross anything, not a number where they go different
-  /// ways.
+  /// A unit vector; zero where no edge can cross anything, NaN where the edges go different ways.
   using Direction = qcVector<2>;
 
   static bool areClose(const Direction& a, const Direction& b) noexcept;

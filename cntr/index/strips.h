@@ -51,7 +51,7 @@ bool areApart(const plane::Edge& edge, const Strip& strip, double margin);
 /// A strip for every box of an edge index, along the main direction of the edges under it.
 class Strips {
  public:
-  /// Beyond this size of coordinates, or with numbers that are not finite, strips hold nothing.
+  /// With larger coordinates, or coordinates that are not finite, the strips are not valid.
   static constexpr double largestCoordinate = 1e100;
 
   /// O(n).

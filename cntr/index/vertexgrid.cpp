@@ -11,7 +11,7 @@ namespace {
 
 using Limits = std::numeric_limits<std::int64_t>;
 
-/// Rounds half away from zero, saturating; what is not a number goes to cell 0.
+/// Rounds half away from zero, saturating; NaN goes to cell 0.
 std::int64_t roundToCell(double value) noexcept {
   constexpr double beyond = 9223372036854775808.0;
   const double shifted = value < 0.0 ? value - 0.5 : value + 0.5;

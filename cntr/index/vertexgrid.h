@@ -24,7 +24,7 @@ class VertexGrid {
   double tolerance() const noexcept { return tolerance_; }
 
   /// The vertices nearer than the tolerance to p: cell by cell around p's (x-major), ascending
-  /// within a cell. REQUIRES: `points` are those that the grid was made of.
+  /// within a cell. REQUIRES: `points` are those the grid was made from.
   std::vector<int> near(std::span<const qcVector<2>> points, const qcVector<2>& p) const;
 
   /// Ordered x-major, as near() goes through them.

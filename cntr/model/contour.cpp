@@ -6,6 +6,7 @@
 
 #include <cntr/contour.h>
 
+#include <cstdint>
 #include <memory>
 #include <new>
 #include <utility>
@@ -27,6 +28,14 @@ std::vector<qcVector<2>> verticesOf(const qcPolygon& polygon) {
   return vertices;
 }
 
+/// Refuses what no archive could hold.
+unsigned long checkedLabel(unsigned long label) {
+  if (!std::in_range<std::uint32_t>(label)) {
+    throw qcContourDefs::BadParams(L"label is above 4294967295");
+  }
+  return label;
+}
+
 bool endsCoincide(const qcPolygon& polygon) {
   return polygon.size() > 0 && cntr::plane::coincide(polygon[0], polygon[polygon.size() - 1]);
 }
@@ -38,10 +47,10 @@ qc_Instantiator qcContour::sExemplar(typeid(qcContour), &qcContour::make);
 qcPersistent* qcContour::make() { return new qcContour({}, true, 0); }
 
 qcContour::qcContour(const std::vector<qcVector<2>>& points, bool closed, unsigned long label)
-    : label_(label), closed_(closed), points_(std::make_shared<Points>(points)) {}
+    : label_(checkedLabel(label)), closed_(closed), points_(std::make_shared<Points>(points)) {}
 
 qcContour::qcContour(const qcPolygon& polygon, unsigned long label)
-    : label_(label),
+    : label_(checkedLabel(label)),
       closed_(endsCoincide(polygon)),
       points_(std::make_shared<Points>(verticesOf(polygon))) {}
 
@@ -97,7 +106,7 @@ void qcContour::isClosed(bool closed) {
 }
 
 void qcContour::label(unsigned long label) {
-  label_ = label;
+  label_ = checkedLabel(label);
   mutating_();
 }
 
@@ -113,7 +122,7 @@ void qcContour::makePointsConsistentWithData() {}
 
 void qcContour::cleanCacheInfo() {
   mutating_();
-  if (cache_) *cache_ = qc_ContourCache();
+  cache_.reset();
 }
 
 void qcContour::checkEmptyContour() const {

@@ -6,6 +6,7 @@
 #include <cntr/compute/extents.h>
 #include <cntr/compute/selfcrossing.h>
 #include <cntr/contour.h>
+#include <cntr/index/policy.h>
 #include <cntr/model/contourcache.h>
 
 namespace {
@@ -28,16 +29,24 @@ cntr::plane::Path qcContour::path() const { return {points(), isClosed()}; }
 
 const cntr::index::EdgeIndex* qcContour::edgeIndex() const {
   const cntr::plane::Path edges = path();
-  if (!cntr::index::EdgeIndex::isWorthwhile(edges)) return nullptr;
-  auto& known = cache().edgeIndex;
-  if (!known) known = std::make_shared<const cntr::index::EdgeIndex>(edges);
-  return known.get();
+  qc_ContourCache& known = cache();
+  if (!cntr::index::wantsEdgeIndex(edges.edgeCount())) {
+    ++known.waysTaken.scan;
+    return nullptr;
+  }
+  if (!known.edgeIndex) known.edgeIndex = std::make_shared<const cntr::index::EdgeIndex>(edges);
+  ++known.waysTaken.index;
+  return known.edgeIndex.get();
+}
+
+const cntr::plane::Box& qcContour::bounds() const {
+  std::optional<cntr::plane::Box>& known = cache().bounds;
+  if (!known) known = cntr::compute::boundingBox(points());
+  return *known;
 }
 
 cntr::compute::CrossingTarget qcContour::crossingTarget() const {
-  std::optional<cntr::plane::Box>& known = cache().bounds;
-  if (!known) known = cntr::compute::boundingBox(points());
-  return {path(), *known, edgeIndex()};
+  return {path(), bounds(), edgeIndex()};
 }
 
 void qcContour::computeLineSegs() const {
@@ -97,9 +106,12 @@ bool qcContour::isSelfIntersecting() const {
 std::vector<int> qcContour::vertexIndex(const qcVector<2>& point, double tolerance) const {
   checkEmptyContour();
   if (tolerance != tolerance) return {};
-  auto& grids = cache().vertexGrids;
+  qc_ContourCache& known = cache();
+  auto& grids = known.vertexGrids;
   for (const auto& grid : grids) {
-    if (grid->tolerance() == tolerance) return grid->near(points(), point);
+    if (grid->tolerance() != tolerance) continue;
+    ++known.waysTaken.vertexGrid;
+    return grid->near(points(), point);
   }
   grids.push_back(std::make_shared<const cntr::index::VertexGrid>(points(), tolerance));
   return grids.back()->near(points(), point);

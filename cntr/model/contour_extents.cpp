@@ -6,6 +6,7 @@
 #include <cntr/compute/extremal.h>
 #include <cntr/compute/farthest.h>
 #include <cntr/contour.h>
+#include <cntr/index/policy.h>
 #include <cntr/model/contourcache.h>
 
 namespace {
@@ -43,11 +44,12 @@ double qcContour::diameter(qcContourDefs::DiameterMode mode) const {
 }
 
 const cntr::index::EdgeIndex* qcContour::indexForExtremes() const {
-  // A scan costs less than making the index, which pays from a few directions on.
-  constexpr std::size_t directionsWorthIndexing = 4;
   qc_ContourCache& known = cache();
-  const bool useIndex = known.edgeIndex || ++known.extremalQueries > directionsWorthIndexing;
-  return useIndex ? edgeIndex() : nullptr;
+  if (known.edgeIndex || cntr::index::wantsIndexForDirections(++known.directions)) {
+    return edgeIndex();
+  }
+  ++known.waysTaken.scan;
+  return nullptr;
 }
 
 long qcContour::extremalVertexIndex(const qcRadian& angle) const {

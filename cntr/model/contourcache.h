@@ -14,6 +14,7 @@
 #include <cntr/index/edgeindex.h>
 #include <cntr/index/vertexgrid.h>
 #include <cntr/model/keyedresults.h>
+#include <cntr/model/waystaken.h>
 #include <cntr/region.h>
 #include <platform/core/shapes.h>
 
@@ -31,7 +32,7 @@ struct qc_FittedEllipse {
 
 /// The answers of one contour, each empty until it was asked for.
 struct qc_ContourCache {
-  /// Whether the contour was closed that the answers are of.
+  /// Whether the contour was closed when the answers were computed.
   bool ofClosed = false;
   std::optional<double> length;
   std::optional<qcVector<2>> meanPosition;
@@ -46,12 +47,14 @@ struct qc_ContourCache {
   cntr::model::KeyedResults<qcXform<2>, qcRect, cntr::model::XformKey> enclosingRects;
   std::optional<qc_EdgeShapes> edgeShapes;
   std::shared_ptr<const cntr::index::EdgeIndex> edgeIndex;
-  /// How many directions were searched without the index.
-  std::size_t extremalQueries = 0;
-  /// How often containment was asked for, and the grid that answers once that has been often
-  /// enough.
+  /// Directions asked for while there was no index of the edges.
+  std::size_t directions = 0;
+  /// Points asked about while there was no grid of containment, and that grid, unless the outline
+  /// has been found to have none.
   std::size_t containmentQueries = 0;
   std::shared_ptr<const cntr::index::ContainmentGrid> containmentGrid;
+  bool hasNoContainmentGrid = false;
   /// One for each tolerance that was asked for.
   std::vector<std::shared_ptr<const cntr::index::VertexGrid>> vertexGrids;
+  qc_WaysTaken waysTaken;
 };

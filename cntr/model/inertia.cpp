@@ -34,8 +34,8 @@ double shoelaceArea(const std::vector<Vertex>& vertices) {
 }
 
 /// The centroid of the triangle (0, 0), b, c as the crossing of the medians from the origin and
-/// from b. The origin is not added to c: that could change the sign of a zero alone, which gets
-/// lost in the sums of centerOfMass().
+/// from b. The origin is not added to c: that could only change the sign of a zero, which is lost
+/// in the sums of centerOfMass().
 qcVector<2> centroidFromOrigin(const qcVector<2>& b, const qcVector<2>& c) {
   return qnKernel::intersectLines({}, (b + c) * 0.5, b, c * 0.5 - b);
 }

@@ -103,7 +103,7 @@ void qcRegion::draw(qcUITablet& /*tablet*/, const qcColor& /*color*/,
 
 void qcRegion::cleanCacheInfo() {
   qcContour::cleanCacheInfo();
-  if (regionCache_) *regionCache_ = qc_RegionCache();
+  regionCache_.reset();
 }
 
 void qcRegion::checkEmptyContour() const {

@@ -8,14 +8,15 @@
 #include <unordered_set>
 
 #include <cntr/compute/containment.h>
+#include <cntr/index/policy.h>
 #include <cntr/model/contourcache.h>
 #include <cntr/region.h>
 
 namespace {
 
 /// Whether a point lies in holes that have holes themselves. Each hole is decided once, however
-/// many handles lead to it, and without recursion: as few as a hundred shared holes could take for
-/// ever, a chain of holes be longer than the stack is deep.
+/// many handles lead to it, and without recursion: otherwise a hundred shared holes could take
+/// forever, and a long chain of holes could overflow the stack.
 class NestedHoles {
  public:
   explicit NestedHoles(const qcVector<2>& p) : p_(p) {}
@@ -63,18 +64,23 @@ class NestedHoles {
 long qcRegion::insideCount(const qcVector<2>& p, bool bothDirections) const {
   qcContour::checkEmptyContour();
   const double reach = 2.0 * encloseCircle(qcContourDefs::eFromFirstVertex).radius();
+  ++cache().waysTaken.ray;
   return static_cast<long>(cntr::compute::rayCrossings(crossingTarget(), reach, p, bothDirections));
 }
 
 const cntr::index::ContainmentGrid* qcRegion::containmentGrid() const {
-  // Making the grid costs about as much as one query by the ray for every 64 vertices.
-  constexpr std::size_t verticesPerQuery = 64;
+  using cntr::index::ContainmentGrid;
   qc_ContourCache& known = cache();
-  if (++known.containmentQueries != 1 + points().size() / verticesPerQuery) return nullptr;
-  const cntr::plane::Box bounds = crossingTarget().bounds;
-  if (!cntr::index::ContainmentGrid::isWorthwhile(points(), bounds)) return nullptr;
-  known.containmentGrid = std::make_shared<const cntr::index::ContainmentGrid>(
-      points(), bounds, encloseCircle(qcContourDefs::eFromFirstVertex).radius());
+  if (known.hasNoContainmentGrid ||
+      !cntr::index::wantsContainmentGrid(points().size(), ++known.containmentQueries)) {
+    return nullptr;
+  }
+  if (!ContainmentGrid::isPossible(points(), bounds())) {
+    known.hasNoContainmentGrid = true;
+    return nullptr;
+  }
+  known.containmentGrid = std::make_shared<const ContainmentGrid>(
+      points(), bounds(), encloseCircle(qcContourDefs::eFromFirstVertex).radius());
   return known.containmentGrid.get();
 }
 
@@ -92,7 +98,10 @@ bool qcRegion::isInsideBoundary(const qcVector<2>& p) const {
   }
   if (grid != nullptr) {
     const Answer answer = grid->locate(points(), p);
-    if (answer != Answer::eUnknown) return answer == Answer::eInside;
+    if (answer != Answer::eUnknown) {
+      ++cache_->waysTaken.grid;
+      return answer == Answer::eInside;
+    }
   }
   return insideCount(p, false) % 2 != 0;
 }
@@ -181,7 +190,7 @@ std::optional<cntr::plane::Box> qcRegion::boxOfBoundary() const {
     return std::isfinite(p.x()) && std::isfinite(p.y());
   };
   if (points().size() < 2 || !std::all_of(points().begin(), points().end(), isFinite)) return {};
-  return crossingTarget().bounds;
+  return bounds();
 }
 
 std::optional<cntr::plane::Box> qcRegion::boxOfBoundaries() const {

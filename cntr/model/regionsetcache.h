@@ -10,6 +10,7 @@
 
 #include <cntr/index/regionindex.h>
 #include <cntr/model/keyedresults.h>
+#include <cntr/model/waystaken.h>
 #include <cntr/regionst.h>
 
 /// The answers of one set. Repaired sets never change once made, so copies share them.
@@ -25,4 +26,5 @@ struct qc_RegionSetCache {
   std::shared_ptr<const cntr::index::RegionIndex> index;
   qcPtrHandle_const<qcRegionSet> regularized;
   qcPtrHandle_const<qcRegionSet> outerHull;
+  qc_WaysTaken waysTaken;
 };

@@ -123,7 +123,7 @@ void qcRegionSet::makePointsConsistentWithData() {}
 
 void qcRegionSet::cleanCacheInfo() {
   mutating_();
-  if (cache_) *cache_ = qc_RegionSetCache();
+  cache_.reset();
 }
 
 void qcRegionSet::checkEmptyRegionSet() const {

@@ -7,6 +7,7 @@
 #include <cmath>
 #include <limits>
 
+#include <cntr/index/policy.h>
 #include <cntr/inertia.h>
 #include <cntr/model/regionsetcache.h>
 #include <cntr/plane/tolerances.h>
@@ -56,21 +57,24 @@ qcMatrix<2> qcRegionSet::inertiaMatrix(bool considerHoles) const {
 }
 
 const cntr::index::RegionIndex* qcRegionSet::index() const {
-  constexpr std::size_t regionsWorthIndexing = 8;
   qc_RegionSetCache& known = cache();
-  if (known.indexIsKnown || regions_.size() < regionsWorthIndexing) return known.index.get();
+  if (!known.indexIsKnown && cntr::index::wantsRegionIndex(regions_.size())) {
+    known.index = madeIndex();
+    known.indexIsKnown = true;
+  }
+  ++(known.index ? known.waysTaken.index : known.waysTaken.scan);
+  return known.index.get();
+}
+
+std::shared_ptr<const cntr::index::RegionIndex> qcRegionSet::madeIndex() const {
   std::vector<cntr::plane::Box> boxes;
   boxes.reserve(regions_.size());
   for (const auto& region : regions_) {
     const auto box = region ? region->boxOfBoundaries() : std::nullopt;
-    if (!box) break;
+    if (!box) return nullptr;
     boxes.push_back(*box);
   }
-  if (boxes.size() == regions_.size()) {
-    known.index = std::make_shared<const cntr::index::RegionIndex>(boxes);
-  }
-  known.indexIsKnown = true;
-  return known.index.get();
+  return std::make_shared<const cntr::index::RegionIndex>(boxes);
 }
 
 bool qcRegionSet::inside(const qcVector<2>& p, bool considerHoles) const {

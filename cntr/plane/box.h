@@ -20,7 +20,7 @@ struct Box {
   double maxX = -std::numeric_limits<double>::infinity();
   double maxY = -std::numeric_limits<double>::infinity();
 
-  /// Grows to hold p; coordinates that are not numbers are passed over.
+  /// Grows to hold p; NaN coordinates are ignored.
   void add(const qcVector<2>& p) noexcept {
     minX = qnKernel::lesser(minX, p.x());
     minY = qnKernel::lesser(minY, p.y());
@@ -35,15 +35,15 @@ struct Box {
   }
 };
 
-/// The box of an edge as the rectangle of its first point enlarged by its second: a first
-/// coordinate that is not a number stays, a second one is passed over.
+/// The box of an edge as the rectangle of its first point enlarged by its second: a NaN in the
+/// first point stays, one in the second is ignored.
 inline Box edgeBox(const qcVector<2>& a, const qcVector<2>& b) noexcept {
   return {qnKernel::lesser(a.x(), b.x()), qnKernel::lesser(a.y(), b.y()),
           qnKernel::greater(a.x(), b.x()), qnKernel::greater(a.y(), b.y())};
 }
 
-/// True when the boxes share a point; touching counts. A not-a-number in an upper corner of `box`
-/// shares nothing, one in a lower corner does not hinder.
+/// True when the boxes share a point; touching counts. A NaN in an upper corner of `box` rules out
+/// any shared point; one in a lower corner is ignored.
 inline bool overlaps(const Box& box, const Box& other) noexcept {
   return box.maxX >= other.minX && !(box.minX > other.maxX) && box.maxY >= other.minY &&
          !(box.minY > other.maxY);
@@ -54,7 +54,7 @@ inline bool contains(const Box& box, const qcVector<2>& p) noexcept {
   return p.x() >= box.minX && p.x() <= box.maxX && p.y() >= box.minY && p.y() <= box.maxY;
 }
 
-/// The largest size of a coordinate of the box or of p.
+/// The largest absolute value of a coordinate of the box or of p.
 inline double largestCoordinate(const Box& box, const qcVector<2>& p) noexcept {
   return std::max({std::abs(box.minX), std::abs(box.maxX), std::abs(box.minY), std::abs(box.maxY),
                    std::abs(p.x()), std::abs(p.y())});

@@ -6,6 +6,7 @@
 #include <cntrtmpl/regiont.h>
 
 #include <cmath>
+#include <cstdint>
 #include <functional>
 #include <memory>
 #include <string>
@@ -184,6 +185,24 @@ TEST_F(RegionTTest, ADefaultRegionIsEmptyWithTheIdentity) {
   EXPECT_EQ(region.cachedVectorSize(), 3);
   ASSERT_TRUE(region.dataFromPointsXform());
   EXPECT_EQ(region.dataFromPointsXform()->linearXform(), qcXform<2>::I);
+}
+
+TEST_F(RegionTTest, ALabelThatNoArchiveCouldHoldIsRefused) {
+  if (sizeof(long) == 4) GTEST_SKIP() << "no label is too wide, as on Windows";
+  const auto wide = static_cast<unsigned long>(std::uint64_t{1} << 32U);
+  const auto expectRefusal = [](const auto& make) {
+    try {
+      make();
+      ADD_FAILURE() << "nothing was thrown";
+    } catch (const qcContourDefs::BadParams& error) {
+      EXPECT_EQ(error.message(), L"label is above 4294967295");
+    }
+  };
+  expectRefusal([&] { RegionT(edgelets_, wide); });
+  expectRefusal([&] { RegionT(edgelets_, XformHandle(), wide); });
+  expectRefusal([&] { RegionT(ContourT(edgelets_), wide); });
+  expectRefusal([&] { region_.label(wide); });
+  EXPECT_EQ(region_.label(), 7U);
 }
 
 TEST_F(RegionTTest, PointsCanBeSetOnADefaultRegion) {

@@ -30,8 +30,9 @@ std::vector<Vertex> verticesOf(const Rings& rings, Label ring) {
 }
 
 std::vector<Vertex> placeOf(const Places& places, Vertex v) {
-  const auto at = places.at(v);
-  return {at.begin(), at.end()};
+  std::vector<Vertex> vertices;
+  places.forEachAt(v, [&](Vertex other) { vertices.push_back(other); });
+  return vertices;
 }
 
 /// Vertices 0, 1, ... on a line, far from each other.

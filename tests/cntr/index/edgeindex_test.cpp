@@ -58,15 +58,6 @@ std::vector<std::size_t> sizes() {
   return sizes;
 }
 
-TEST(EdgeIndexTest, IsWorthwhileFrom32EdgesOn) {
-  const Points points(32);
-  EXPECT_TRUE(EdgeIndex::isWorthwhile({points, true}));
-  EXPECT_FALSE(EdgeIndex::isWorthwhile({points, false}));
-  EXPECT_FALSE(EdgeIndex::isWorthwhile({Points(31), true}));
-  EXPECT_TRUE(EdgeIndex::isWorthwhile({Points(33), false}));
-  EXPECT_FALSE(EdgeIndex::isWorthwhile({Points(), true}));
-}
-
 TEST(EdgeIndexTest, CountsTheEdges) {
   for (const std::size_t n : sizes()) {
     const Points points = shapes::regularPolygon(n, 10, {0, 0});

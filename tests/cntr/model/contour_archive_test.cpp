@@ -363,23 +363,8 @@ TEST(ContourRoundTripTest, KeepsTheLargestNumbers) {
   EXPECT_EQ(loaded.cachedVectorSize(), 0x7FFFFFFF);
 }
 
-/// Where a long has 32 bits, as on Windows, nothing is too large.
-constexpr bool isLongWide = sizeof(long) > 4;
-constexpr auto tooLargeLabel = static_cast<unsigned long>(std::uint64_t{1} << 32U);
-
-TEST(ContourStoringTest, RefusesALabelThatNeedsMoreThan32Bits) {
-  if (!isLongWide) GTEST_SKIP();
-  qcContour contour(vertices, true, tooLargeLabel);
-  try {
-    storedBytes([&](qcArchive& archive) { archive || contour; });
-    FAIL() << "nothing was thrown";
-  } catch (const qcArchive::ValueTooLarge& error) {
-    EXPECT_EQ(error.message(), L"at byte 10: 4294967296 needs more than 32 bits");
-  }
-}
-
 TEST(ContourStoringTest, RefusesACapacityThatNeedsMoreThan32Bits) {
-  if (!isLongWide) GTEST_SKIP();
+  if (sizeof(long) == 4) GTEST_SKIP() << "no capacity is too wide, as on Windows";
   qcContour contour(vertices, true, 0);
   contour.cachedVectorSize(static_cast<long>(std::int64_t{1} << 31U));
   EXPECT_THROW(storedBytes([&](qcArchive& archive) { archive || contour; }),
@@ -387,7 +372,7 @@ TEST(ContourStoringTest, RefusesACapacityThatNeedsMoreThan32Bits) {
 }
 
 TEST(ContourStoringTest, OfAnOldRecordDoesNotAskForTheLabel) {
-  Versioned contour(qcContour(vertices, true, tooLargeLabel), 0);
+  Versioned contour(qcContour(vertices, true, 4294967295U), 0);
   EXPECT_EQ(storedBytes([&](qcArchive& archive) { archive || contour; }), fromHex(oldRecordHex));
 }
 

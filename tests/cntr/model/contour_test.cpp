@@ -5,6 +5,7 @@
 // record in contour_archive_test.cpp.
 
 #include <cmath>
+#include <cstdint>
 #include <limits>
 #include <string>
 #include <type_traits>
@@ -194,10 +195,26 @@ TEST(ContourSettersTest, IsClosedSetsTheFlagAlone) {
   EXPECT_EQ(contour.label(), 7U);
 }
 
-TEST(ContourSettersTest, LabelSetsAnyNumber) {
+TEST(ContourSettersTest, LabelSetsAnyNumberOf32Bits) {
   qcContour contour(triangle, true, 0);
   contour.label(4294967295U);
   EXPECT_EQ(contour.label(), 4294967295U);
+}
+
+TEST(ContourSettersTest, ALabelThatNoArchiveCouldHoldIsRefusedAndTheOldOneKept) {
+  if (sizeof(long) == 4) GTEST_SKIP() << "no label is too wide, as on Windows";
+  const auto wide = static_cast<unsigned long>(std::uint64_t{1} << 32U);
+  const wchar_t* const message = L"label is above 4294967295";
+  qcContour contour(triangle, true, 7);
+  const unsigned long changes = contour.changes();
+  expectBadParams(message, [&] { contour.label(wide); });
+  EXPECT_EQ(contour.label(), 7U);
+  EXPECT_EQ(contour.changes(), changes);
+  expectBadParams(message, [&] { qcContour(triangle, true, wide); });
+  expectBadParams(message, [&] { qcContour(qcPolygon(triangle, qcPolygon::eEvenOdd), wide); });
+  qcRegion region(triangle, qcContourDefs::eNoIntersectionRepair);
+  expectBadParams(message, [&] { region.label(wide); });
+  EXPECT_EQ(region.label(), 0U);
 }
 
 TEST(ContourSettersTest, TheCapacityForAnswersIsRefusedWhenNegativeAndKeepsItsValue) {

@@ -234,13 +234,6 @@ TEST(RegionArchiveTest, SharedHolesOutliveTheArchive) {
   EXPECT_EQ(loaded->area(true), 99.0);
 }
 
-TEST(RegionArchiveTest, WideLabelsAreRefusedWhenStoring) {
-  if (sizeof(long) == 4) GTEST_SKIP() << "no label is too wide";
-  qcRegion region(triangle(), keep);
-  region.label(static_cast<unsigned long>(std::uint64_t{1} << 32U));
-  EXPECT_THROW(hexOf(region), qcArchive::ValueTooLarge);
-}
-
 TEST(RegionArchiveTest, LaterVersionsAreRefused) {
   qcRegion region;
   std::string record = regionRecord("00000000", noHoles);

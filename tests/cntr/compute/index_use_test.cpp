@@ -1,0 +1,128 @@
+// SPDX-License-Identifier: MIT
+//
+// What is computed with an index looks only where the index tells it to. Each question is asked
+// with the index of another path, of as many edges but far away: a search that believes it finds
+// something else than a scan does. Otherwise a search that quietly went back to scanning would give
+// right answers in every other test.
+
+#include <cntr/compute/cleardirection.h>
+#include <cntr/compute/containment.h>
+#include <cntr/compute/crossings.h>
+#include <cntr/compute/extents.h>
+#include <cntr/compute/extremal.h>
+#include <cntr/compute/farthest.h>
+#include <cntr/compute/nearest.h>
+#include <cntr/compute/selfcrossing.h>
+#include <gtest/gtest.h>
+#include <testing/shapes/shapes.h>
+
+namespace {
+
+using cntr::index::EdgeIndex;
+using cntr::plane::Path;
+using shapes::Point;
+using shapes::Points;
+
+constexpr std::size_t n = 100;
+const Point center(640, 480);
+
+Points shifted(Points points, const Point& by, std::size_t first, std::size_t last) {
+  for (std::size_t i = first; i < last; ++i) points[i] = points[i] + by;
+  return points;
+}
+
+/// A star that crosses itself, and an index that has it far away.
+class IndexUseTest : public testing::Test {
+ protected:
+  Points points_ = shapes::crossingStar(n);
+  Path path_{points_, true};
+  cntr::plane::Box bounds_ = cntr::compute::boundingBox(points_);
+  Points elsewhere_ = shifted(points_, {1e5, 0}, 0, n);
+  EdgeIndex decoy_{Path{elsewhere_, true}};
+  cntr::compute::CrossingTarget scanned_{path_, bounds_, nullptr};
+  cntr::compute::CrossingTarget misled_{path_, bounds_, &decoy_};
+};
+
+TEST_F(IndexUseTest, CrossingsAreLookedForWhereTheIndexTells) {
+  EXPECT_GT(cntr::compute::crossings(scanned_, center, {2000, 480}, true).size(), 0U);
+  EXPECT_EQ(cntr::compute::crossings(misled_, center, {2000, 480}, true).size(), 0U);
+  EXPECT_GT(cntr::compute::countCrossings(scanned_, center, {2000, 480}, true), 0U);
+  EXPECT_EQ(cntr::compute::countCrossings(misled_, center, {2000, 480}, true), 0U);
+  const Points across{center, {2000, 480}};
+  EXPECT_TRUE(cntr::compute::crosses(scanned_, {across, false}));
+  EXPECT_FALSE(cntr::compute::crosses(misled_, {across, false}));
+}
+
+TEST_F(IndexUseTest, SelfCrossingsAreLookedForWhereTheIndexTells) {
+  // Boxes that keep apart rule out what lies in different ones.
+  const Points stretched = [&] {
+    Points far;
+    for (std::size_t i = 0; i < n; ++i) far.emplace_back(1e4 * static_cast<double>(i / 10), 0.0);
+    return far;
+  }();
+  const Points crossed = shapes::starPolygon(n, 3, 400);
+  const EdgeIndex apart(Path{stretched, false});
+  const auto bounds = cntr::compute::boundingBox(crossed);
+  EXPECT_TRUE(cntr::compute::crossesItself({{crossed, true}, bounds, nullptr}));
+  EXPECT_FALSE(cntr::compute::crossesItself({{crossed, true}, bounds, &apart}));
+}
+
+TEST_F(IndexUseTest, TheNearestIsLookedForWhereTheIndexTells) {
+  // Only the boxes of the first half are where they belong.
+  const Points half = shifted(points_, {1e5, 0}, n / 2, n);
+  const EdgeIndex index(Path{half, true});
+  const Point nearTheSecondHalf = points_[3 * n / 4] * 1.01;
+  EXPECT_EQ(cntr::compute::closestVertex(path_, nullptr, nearTheSecondHalf), 3 * n / 4);
+  EXPECT_LE(cntr::compute::closestVertex(path_, &index, nearTheSecondHalf), n / 2 + 9);
+  EXPECT_NE(cntr::compute::closestPoint(path_, &index, nearTheSecondHalf),
+            cntr::compute::closestPoint(path_, nullptr, nearTheSecondHalf));
+}
+
+TEST_F(IndexUseTest, TheExtremalVertexIsLookedForWhereTheIndexTells) {
+  const Points half = shifted(points_, {1e5, 0}, 0, n / 2);
+  const EdgeIndex index(Path{half, true});
+  const qcRadian down(-1.5);
+  const long lowest = cntr::compute::extremalVertex(path_, nullptr, down);
+  EXPECT_GE(lowest, static_cast<long>(n / 2)) << "the second half lies below";
+  const Points raised = shifted(points_, {0, 1e5}, n / 2, n);
+  const EdgeIndex misled(Path{raised, true});
+  EXPECT_NE(cntr::compute::extremalVertex(path_, &misled, down), lowest);
+}
+
+TEST_F(IndexUseTest, TheFarthestPairIsLookedForWhereTheIndexTells) {
+  // The boxes say that nothing is farther apart than the pair that is tried first.
+  const Points together(n, center);
+  const EdgeIndex index(Path{together, true});
+  Points rectangle{{0, 0}, {50, 0}, {100, 0}, {100, 40}, {50, 40}, {0, 40}};
+  const Points start(n - rectangle.size(), Point(50, 0));
+  rectangle.insert(rectangle.begin(), start.begin(), start.end());
+  const Path path{rectangle, true};
+  const auto scanned = cntr::compute::farthestPair(path, nullptr);
+  const auto misled = cntr::compute::farthestPair(path, &index);
+  ASSERT_TRUE(scanned && misled);
+  EXPECT_EQ(scanned->first, n - 6);
+  EXPECT_EQ(scanned->second, n - 3);
+}
+
+TEST_F(IndexUseTest, AVertexAtThePointIsLookedForWhereTheIndexTells) {
+  const Point p = points_[10];
+  EXPECT_EQ(cntr::compute::rayCrossings(scanned_, 0.0, p, false), 1U);
+  EXPECT_EQ(cntr::compute::rayCrossings(misled_, 0.0, p, false), 0U);
+}
+
+TEST_F(IndexUseTest, AClearDirectionIsLookedForWhereTheIndexTells) {
+  // Spikes: no edge is short as seen from the middle, so the sweep cannot follow the curve.
+  const Points spikes = shapes::starPolygon(n + 1, 50, 400);
+  const Path path{spikes, true};
+  // As the index has it, all vertices lie in the direction opposite to the x axis, which the sweep
+  // comes to late.
+  const Points left(n + 1, Point(-1e5, 0));
+  const EdgeIndex misled(Path{left, true});
+  const EdgeIndex honest(path);
+  const Point p(1, 2);
+  const Point scanned = cntr::compute::clearDirection(path, p);
+  EXPECT_EQ(cntr::compute::clearDirection(path, honest, p), scanned);
+  EXPECT_NE(cntr::compute::clearDirection(path, misled, p), scanned);
+}
+
+}  // namespace

@@ -1,0 +1,286 @@
+// SPDX-License-Identifier: MIT
+//
+// The fast ways are taken: which questions are answered by a grid, an index, a ray or a scan, from
+// which one on, and that copies and forgetting treat indexes as answers. That all ways give the
+// same answers is tested elsewhere.
+
+#include <cntr/model/waystaken.h>
+
+#include <ostream>
+#include <string>
+#include <vector>
+
+#include <cntr/regionst.h>
+#include <gtest/gtest.h>
+#include <testing/heap/fail_each.h>
+#include <testing/shapes/shapes.h>
+
+#include "contour_probe.h"
+#include "remembered.h"
+
+namespace {
+
+const Point center(640, 480);
+
+qcRegion star(std::size_t n) {
+  return {shapes::smoothStar(n), qcContourDefs::eNoIntersectionRepair};
+}
+
+const qc_WaysTaken& waysOf(const qcContour& contour) {
+  return qc_RememberedBy::contour(contour).waysTaken;
+}
+
+void ask(const qcRegion& region, std::size_t times) {
+  for (std::size_t i = 0; i < times; ++i) EXPECT_TRUE(region.inside(center, false));
+}
+
+// Containment.
+
+TEST(WaysTakenTest, CastARayForTheFirstPointsAndAskTheGridFromThenOn) {
+  for (const auto& [vertices, rays] : {std::pair(50, 0), {63, 0}, {64, 1}, {640, 10}}) {
+    const qcRegion region = star(static_cast<std::size_t>(vertices));
+    ask(region, 15);
+    EXPECT_EQ(waysOf(region).ray, static_cast<std::size_t>(rays)) << vertices;
+    EXPECT_EQ(waysOf(region).grid, static_cast<std::size_t>(15 - rays)) << vertices;
+  }
+}
+
+TEST(WaysTakenTest, AskTheGridForNearlyAllPointsOfTheBoundingBox) {
+  for (const auto& outline :
+       {shapes::smoothStar(1000), shapes::spikyStar(1000), shapes::comb(1000)}) {
+    const qcRegion region(outline, qcContourDefs::eNoIntersectionRepair);
+    for (int i = 0; i < 16; ++i) region.inside(center, false);
+    const std::size_t before = waysOf(region).grid;
+    const qcRect box = region.encloseRect(qcXform<2>::I);
+    shapes::Random random(1);
+    for (int i = 0; i < 1000; ++i) {
+      region.inside(
+          {random.uniform(box.ul().x(), box.lr().x()), random.uniform(box.ul().y(), box.lr().y())},
+          false);
+    }
+    EXPECT_GT(waysOf(region).grid - before, 980U);
+  }
+}
+
+TEST(WaysTakenTest, CastARayWhereTheGridDoesNotKnow) {
+  const qcRegion region = star(640);
+  ask(region, 11);
+  EXPECT_EQ(waysOf(region).ray, 10U);
+  EXPECT_TRUE(region.inside(region.points().front(), false)) << "a vertex counts as inside";
+  EXPECT_EQ(waysOf(region).ray, 11U);
+}
+
+TEST(WaysTakenTest, LookOnceWhetherThereCanBeAGrid) {
+  Points outline = shapes::smoothStar(100);
+  for (Point& p : outline) p = p + Point(2e6, 0);
+  const qcRegion region(outline, qcContourDefs::eNoIntersectionRepair);
+  for (int i = 0; i < 5; ++i) EXPECT_TRUE(region.inside(center + Point(2e6, 0), false));
+  EXPECT_EQ(waysOf(region).ray, 5U);
+  EXPECT_EQ(waysOf(region).grid, 0U);
+  EXPECT_TRUE(qc_RememberedBy::contour(region).hasNoContainmentGrid);
+  EXPECT_EQ(qc_RememberedBy::contour(region).containmentQueries, 2U);
+}
+
+TEST(WaysTakenTest, TryAgainWhenMemoryRanOutForTheGrid) {
+  if (!heap::counts) GTEST_SKIP() << "the heap of the libraries cannot be replaced here";
+  std::size_t failures = 0;
+  for (bool failed = true; failed; ++failures) {
+    const qcRegion region = star(640);
+    ask(region, 10);
+    failed = heap::runsOutOfMemory(failures + 1, heap::Failing::eOne,
+                                   [&] { region.inside(center, false); });
+    const std::size_t before = waysOf(region).grid;
+    ask(region, 1);
+    EXPECT_EQ(waysOf(region).grid, before + 1) << "after the failure of allocation " << failures;
+  }
+  EXPECT_GT(failures, 3U);
+}
+
+TEST(WaysTakenTest, SearchTheEdgesOfARayByTheIndex) {
+  const qcRegion small = star(31);
+  const qcRegion large = star(640);
+  small.inside(small.points().front(), false);
+  large.inside(center, false);
+  EXPECT_EQ(waysOf(small).scan, 1U);
+  EXPECT_EQ(waysOf(small).index, 0U);
+  EXPECT_EQ(waysOf(large).scan, 0U);
+  EXPECT_EQ(waysOf(large).index, 1U);
+}
+
+// Edges.
+
+struct Question {
+  std::string name;
+  void (*ask)(const ContourProbe& contour);
+};
+
+void PrintTo(const Question& question, std::ostream* out) { *out << question.name; }
+
+const Question edgeQuestions[] = {
+    {"Segment",
+     [](const ContourProbe& c) {
+       c.intersections(qcLineSeg({0, 0}, {900, 700}), true);
+     }},
+    {"Contour",
+     [](const ContourProbe& c) {
+       c.intersections(openContour({{0, 0}, {900, 700}, {0, 1}}));
+     }},
+    {"SelfIntersection", [](const ContourProbe& c) { c.isSelfIntersecting(); }},
+    {"ClosestPoint", [](const ContourProbe& c) { c.closestPoint(center, false); }},
+    {"ClosestVertexAsAPoint", [](const ContourProbe& c) { c.closestPoint(center, true); }},
+    {"ClosestVertex", [](const ContourProbe& c) { c.closestVertexIndex(center); }},
+    {"FarthestPair",
+     [](const ContourProbe& c) { c.encloseCircle(qcContourDefs::eFarthestVertexPair); }},
+};
+
+class EdgeWaysTest : public testing::TestWithParam<Question> {};
+
+INSTANTIATE_TEST_SUITE_P(Each, EdgeWaysTest, testing::ValuesIn(edgeQuestions),
+                         [](const auto& instance) { return instance.param.name; });
+
+TEST_P(EdgeWaysTest, LeadThroughTheIndexFrom32EdgesOn) {
+  const ContourProbe contour = closedContour(shapes::smoothStar(32));
+  GetParam().ask(contour);
+  EXPECT_EQ(waysOf(contour).index, 1U);
+  EXPECT_EQ(waysOf(contour).scan, 0U);
+}
+
+TEST_P(EdgeWaysTest, LeadThroughAScanBelow32Edges) {
+  const ContourProbe contour = openContour(shapes::smoothStar(32));
+  GetParam().ask(contour);
+  EXPECT_EQ(waysOf(contour).index, 0U);
+  EXPECT_EQ(waysOf(contour).scan, 1U);
+}
+
+TEST_P(EdgeWaysTest, ShareOneIndexWithAllOthersAndWithCopies) {
+  const ContourProbe contour = closedContour(shapes::smoothStar(100));
+  contour.closestVertexIndex(center);
+  const auto* const index = qc_RememberedBy::contour(contour).edgeIndex.get();
+  GetParam().ask(contour);
+  EXPECT_EQ(qc_RememberedBy::contour(contour).edgeIndex.get(), index);
+  const ContourProbe copy = contour;
+  GetParam().ask(copy);
+  EXPECT_EQ(qc_RememberedBy::contour(copy).edgeIndex.get(), index);
+}
+
+TEST(WaysTakenTest, ScanForTheFirstFourDirectionsAndSearchTheIndexForTheFifth) {
+  const ContourProbe contour = closedContour(shapes::smoothStar(100));
+  for (int i = 0; i < 4; ++i) contour.extremalVertexIndex(qcRadian(0.1 * i));
+  EXPECT_EQ(waysOf(contour).scan, 4U);
+  EXPECT_EQ(waysOf(contour).index, 0U);
+  contour.extremalVertexIndex(qcRadian(1));
+  EXPECT_EQ(waysOf(contour).scan, 4U);
+  EXPECT_EQ(waysOf(contour).index, 1U);
+}
+
+TEST(WaysTakenTest, SearchTheIndexForADirectionOnceItIsThere) {
+  const ContourProbe contour = closedContour(shapes::smoothStar(100));
+  contour.closestVertexIndex(center);
+  contour.extremalVertexIndex(qcRadian(1));
+  EXPECT_EQ(waysOf(contour).index, 2U);
+  EXPECT_EQ(waysOf(contour).scan, 0U);
+}
+
+TEST(WaysTakenTest, MakeOneVertexGridForEachTolerance) {
+  const ContourProbe contour = closedContour(shapes::smoothStar(100));
+  const auto grids = [&] { return qc_RememberedBy::contour(contour).vertexGrids.size(); };
+  contour.vertexIndex(center, 1.0);
+  EXPECT_EQ(waysOf(contour).vertexGrid, 0U);
+  EXPECT_EQ(grids(), 1U);
+  contour.vertexIndex(center, 1.0);
+  EXPECT_EQ(waysOf(contour).vertexGrid, 1U);
+  EXPECT_EQ(grids(), 1U);
+  contour.vertexIndex(center, 2.0);
+  EXPECT_EQ(waysOf(contour).vertexGrid, 1U);
+  EXPECT_EQ(grids(), 2U);
+  contour.vertexIndex(center, 1.0);
+  contour.vertexIndex(center, 2.0);
+  EXPECT_EQ(waysOf(contour).vertexGrid, 3U);
+}
+
+TEST(WaysTakenTest, AreCountedAnewWhenTheAnswersAreForgotten) {
+  qcRegion region = star(100);
+  ask(region, 5);
+  EXPECT_EQ(waysOf(region).grid, 4U);
+  region.points(region.points());
+  EXPECT_EQ(waysOf(region).grid, 0U);
+  ask(region, 5);
+  EXPECT_EQ(waysOf(region).grid, 4U);
+}
+
+TEST(WaysTakenTest, OfACopyGoOnWithTheSameGrid) {
+  const qcRegion region = star(640);
+  ask(region, 11);
+  const qcRegion copy = region;
+  ask(copy, 1);
+  EXPECT_EQ(waysOf(copy).ray, 10U);
+  EXPECT_EQ(waysOf(copy).grid, 2U);
+  EXPECT_EQ(waysOf(region).grid, 1U);
+}
+
+// Sets.
+
+/// k overlapping stars, one to the right of the other.
+qcRegionSet rowOfStars(std::size_t k) {
+  std::vector<qcPtrHandle_const<qcRegion>> regions;
+  for (std::size_t i = 0; i < k; ++i) {
+    Points outline = shapes::smoothStar(16);
+    for (Point& p : outline) p = p + Point(700.0 * static_cast<double>(i), 0.0);
+    regions.emplace_back(new qcRegion(outline, qcContourDefs::eNoIntersectionRepair));
+  }
+  return {regions, qcContourDefs::eNoIntersectionRepair};
+}
+
+struct SetQuestion {
+  std::string name;
+  void (*ask)(const qcRegionSet& set);
+  /// How often the regions are searched.
+  std::size_t searches = 1;
+};
+
+void PrintTo(const SetQuestion& question, std::ostream* out) { *out << question.name; }
+
+const SetQuestion setQuestions[] = {
+    {"Inside", [](const qcRegionSet& s) { EXPECT_TRUE(s.inside(center, false)); }},
+    {"Distance", [](const qcRegionSet& s) { s.distToPoint(center, false, false, false); }},
+    {"SelfIntersection", [](const qcRegionSet& s) { EXPECT_TRUE(s.isSelfIntersecting()); }},
+    {"Repair",
+     [](const qcRegionSet& s) {
+       qcRegionSet repaired = s;
+       s.regularize(repaired);
+       EXPECT_LT(repaired.regions().size(), s.regions().size());
+     },
+     2},
+};
+
+class SetWaysTest : public testing::TestWithParam<SetQuestion> {};
+
+INSTANTIATE_TEST_SUITE_P(Each, SetWaysTest, testing::ValuesIn(setQuestions),
+                         [](const auto& instance) { return instance.param.name; });
+
+TEST_P(SetWaysTest, LeadThroughTheIndexFrom8RegionsOn) {
+  const qcRegionSet set = rowOfStars(8);
+  GetParam().ask(set);
+  EXPECT_EQ(qc_RememberedBy::set(set).waysTaken.index, GetParam().searches);
+  EXPECT_EQ(qc_RememberedBy::set(set).waysTaken.scan, 0U);
+}
+
+TEST_P(SetWaysTest, LeadThroughAScanBelow8Regions) {
+  const qcRegionSet set = rowOfStars(7);
+  GetParam().ask(set);
+  EXPECT_EQ(qc_RememberedBy::set(set).waysTaken.index, 0U);
+  EXPECT_EQ(qc_RememberedBy::set(set).waysTaken.scan, GetParam().searches);
+}
+
+TEST(WaysTakenTest, LookOnceWhetherASetCanHaveAnIndex) {
+  std::vector<qcPtrHandle_const<qcRegion>> regions = rowOfStars(8).regions();
+  regions.emplace_back();
+  const qcRegionSet set(regions, qcContourDefs::eNoIntersectionRepair);
+  EXPECT_TRUE(set.inside(center, false));
+  EXPECT_TRUE(set.inside(center, false));
+  EXPECT_EQ(qc_RememberedBy::set(set).waysTaken.scan, 2U);
+  EXPECT_TRUE(qc_RememberedBy::set(set).indexIsKnown);
+  EXPECT_EQ(qc_RememberedBy::set(set).index, nullptr);
+}
+
+}  // namespace
