@@ -12,20 +12,15 @@
 #include <sstream>
 #include <string>
 
-#include <tools/errors.h>
-#include <tools/input/input.h>
-#include <tools/output/writer.h>
-#include <tools/subject.h>
+#include <cntrformats/input.h>
+#include <tools/answers/subject.h>
 
 #include "check.h"
 #include "input.h"
 
 namespace {
 
-using namespace tool;
-
-constexpr Format formats[] = {Format::eGeoJson, Format::eGeoJsonLines, Format::eWkt, Format::eCsv,
-                              Format::eArchive};
+using namespace formats;
 
 /// A file that is nowhere but in memory.
 class MemoryFile {
@@ -58,7 +53,7 @@ void check(const Feature& feature) {
 
 void measure(const Feature& feature) {
   try {
-    const Subject subject(feature.geometry, true);
+    const tool::Subject subject(feature.geometry, true);
     static_cast<void>(subject.length());
     static_cast<void>(subject.area());
     static_cast<void>(subject.body());
@@ -98,19 +93,19 @@ class Examiner : public Sink {
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   fuzz::Input input({data, size});
-  const std::size_t number = input.below(std::size(formats) + 1);
-  const Format to = formats[input.below(std::size(formats))];
-  const std::optional<Format> from =
-      number < std::size(formats) ? std::optional(formats[number]) : std::nullopt;
+  const auto table = allFormats();
+  const std::size_t number = input.below(table.size() + 1);
+  const Format& to = table[input.below(table.size())];
+  const Format* const from = number < table.size() ? &table[number] : nullptr;
   const std::string bytes(input.rest().begin(), input.rest().end());
 
   std::ostringstream out;
-  const auto writer = makeWriter(out, to, Rings::eAsGeoJsonWants);
+  const auto writer = to.makeWriter(out, Rings::eAsGeoJsonWants);
   Examiner examiner(writer.get());
   try {
     const MemoryFile file(bytes);
     const Input opened = openInput(file.name(), from);
-    readRecords(*opened.source, opened.format, examiner);
+    opened.read(Keep::eSourceToo, examiner);
   } catch (const FileError&) {
   }
   writer->finish();
@@ -118,8 +113,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
 
   // What the program writes it can read.
   const MemoryFile again(out.str());
-  const Input opened = openInput(again.name(), to);
+  const Input opened = openInput(again.name(), &to);
   Examiner reexaminer(nullptr);
-  readRecords(*opened.source, opened.format, reexaminer);
+  opened.read(Keep::eFeature, reexaminer);
   return 0;
 }

@@ -6,7 +6,7 @@
 #include <string>
 
 #include <tools/commands/commands.h>
-#include <tools/stream/features.h>
+#include <tools/run/features.h>
 
 namespace tool {
 

@@ -4,7 +4,7 @@
 
 #pragma once
 
-#include <tools/console.h>
+#include <tools/run/console.h>
 
 namespace tool {
 

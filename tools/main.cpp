@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
-// The program `cntr`. Start with commandline.h; each subcommand is a file in commands/.
+// The program `cntr`. Start with commandline.h; each subcommand is a file in commands/. Includes go
+// one way: commands/ -> draw/ -> answers/, run/ -> report/ -> cntrformats/.
 
 #include <tools/commandline.h>
 

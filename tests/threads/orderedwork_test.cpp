@@ -2,32 +2,56 @@
 //
 // The program's work on several threads, for the thread sanitizer to look at.
 
-#include <tools/stream/orderedwork.h>
+#include <tools/run/orderedwork.h>
 
 #include <algorithm>
 #include <atomic>
 #include <stdexcept>
+#include <thread>
 #include <vector>
 
 #include <gtest/gtest.h>
 
-using tool::Finish;
+using tool::Job;
+using tool::JobQueue;
 using tool::runInOrder;
-using tool::TaskQueue;
 
 namespace {
 
+using Function = std::function<void()>;
+
 void nothing() {}
 
-TEST(OrderedWork, FinishesInTheOrderOfTheTasks) {
+/// A job of two functions.
+class TestJob : public Job {
+ public:
+  TestJob(Function work, Function finish) : work_(std::move(work)), finish_(std::move(finish)) {}
+  void work() override { work_(); }
+  void finish() override { finish_(); }
+
+ private:
+  Function work_;
+  Function finish_;
+};
+
+std::unique_ptr<Job> job(Function work, Function finish) {
+  return std::make_unique<TestJob>(std::move(work), std::move(finish));
+}
+
+TEST(OrderedWork, FinishesInTheOrderOfTheJobs) {
   std::vector<int> finished;
+  std::vector<int> squares(10000);
   runInOrder(
       4,
-      [&](TaskQueue& queue) {
+      [&](JobQueue& queue) {
         for (int i = 0; i < 10000; ++i) {
-          queue.add(
-              [&finished, i]() -> Finish { return [&finished, i] { finished.push_back(i); }; },
-              static_cast<std::size_t>(i) * 7 % 3000);
+          int& square = squares[static_cast<std::size_t>(i)];
+          queue.add(job([&square, i] { square = i * i; },
+                        [&finished, &square, i] {
+                          EXPECT_EQ(square, i * i) << "finished before it was worked on";
+                          finished.push_back(i);
+                        }),
+                    static_cast<std::size_t>(i) * 7 % 3000);
         }
       },
       nothing);
@@ -35,16 +59,15 @@ TEST(OrderedWork, FinishesInTheOrderOfTheTasks) {
   EXPECT_TRUE(std::is_sorted(finished.begin(), finished.end()));
 }
 
-TEST(OrderedWork, HasFewTasksUnderWay) {
+TEST(OrderedWork, HasFewJobsUnderWay) {
   std::atomic<int> underWay = 0;
   std::atomic<int> most = 0;
   runInOrder(
       2,
-      [&](TaskQueue& queue) {
+      [&](JobQueue& queue) {
         for (int i = 0; i < 1000; ++i) {
           most = std::max(most.load(), ++underWay);
-          queue.add([&underWay]() -> Finish { return [&underWay] { --underWay; }; },
-                    std::size_t{1} << 20U);
+          queue.add(job(nothing, [&underWay] { --underWay; }), std::size_t{1} << 20U);
         }
       },
       nothing);
@@ -55,14 +78,14 @@ TEST(OrderedWork, HasFewTasksUnderWay) {
 TEST(OrderedWork, FailuresComeInTheirPlace) {
   for (const int failing : {0, 500, 999}) {
     int finished = 0;
-    const auto add = [&](TaskQueue& queue) {
+    const auto add = [&](JobQueue& queue) {
       for (int i = 0; i < 1000; ++i) {
-        queue.add(
-            [&finished, i, failing]() -> Finish {
-              if (i == failing) throw std::runtime_error("task");
-              return [&finished] { ++finished; };
-            },
-            1);
+        queue.add(job(
+                      [i, failing] {
+                        if (i == failing) throw std::runtime_error("job");
+                      },
+                      [&finished] { ++finished; }),
+                  1);
       }
     };
     EXPECT_THROW(runInOrder(3, add, nothing), std::runtime_error);
@@ -72,16 +95,30 @@ TEST(OrderedWork, FailuresComeInTheirPlace) {
 
 TEST(OrderedWork, AFailingProducerOrFinishEndsAll) {
   int finished = 0;
-  const auto add = [&](TaskQueue& queue) {
-    for (int i = 0; i < 10; ++i) queue.add([&]() -> Finish { return [&] { ++finished; }; }, 1);
+  const auto add = [&](JobQueue& queue) {
+    for (int i = 0; i < 10; ++i) queue.add(job(nothing, [&finished] { ++finished; }), 1);
     throw std::runtime_error("producer");
   };
   EXPECT_THROW(runInOrder(2, add, nothing), std::runtime_error);
   EXPECT_EQ(finished, 10) << "what was produced before is finished";
-  const auto endless = [&](TaskQueue& queue) {
-    for (;;) queue.add([]() -> Finish { return [] { throw std::runtime_error("finish"); }; }, 1);
+  const auto endless = [&](JobQueue& queue) {
+    for (;;) queue.add(job(nothing, [] { throw std::runtime_error("finish"); }), 1);
   };
   EXPECT_THROW(runInOrder(2, endless, nothing), std::runtime_error);
+}
+
+TEST(OrderedWork, WhatIsHandedOverIsFinishedBeforeMoreComes) {
+  std::atomic<bool> isFinished = false;
+  std::atomic<bool> isIdle = false;
+  runInOrder(
+      1,
+      [&](JobQueue& queue) {
+        queue.add(job(nothing, [&isFinished] { isFinished = true; }), 1);
+        queue.flush();
+        while (!isFinished || !isIdle) std::this_thread::yield();
+      },
+      [&isIdle] { isIdle = true; });
+  EXPECT_TRUE(isFinished);
 }
 
 }  // namespace

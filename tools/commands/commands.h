@@ -5,7 +5,7 @@
 
 #pragma once
 
-#include <tools/session.h>
+#include <tools/run/session.h>
 
 namespace CLI {
 class App;

@@ -10,6 +10,8 @@
 
 namespace tool {
 
+using namespace formats;
+
 namespace {
 
 struct Options {
@@ -17,9 +19,9 @@ struct Options {
   OutputOptions output;
 };
 
-Format formatOf(const OutputOptions& options) {
-  if (const auto named = namedFormat(options)) return *named;
-  if (options.file == "-") return Format::eGeoJson;
+const Format& formatOf(const OutputOptions& options) {
+  if (const Format* const named = namedFormat(options)) return *named;
+  if (options.file == "-") return allFormats().front();
   throw CLI::ValidationError("--output",
                              "the ending of '" + options.file + "' names no format; --to does");
 }
@@ -28,9 +30,10 @@ class Converting : public Answerer {
  public:
   explicit Converting(FeatureFile& file) : file_(file) {}
 
-  Finish answer(const Origin& origin, Feature feature) const override {
-    return file_.writing(origin, std::move(feature));
+  Answer answer(const Origin& origin, Feature feature) const override {
+    return file_.prepare(origin, std::move(feature));
   }
+  void write(Answer answer) override { file_.write(std::move(answer)); }
   void takeMembers(Json&& members) override { file_.takeMembers(std::move(members)); }
 
  private:
@@ -40,7 +43,8 @@ class Converting : public Answerer {
 void convert(const Options& options, Session& session) {
   Inputs inputs = options.input.inputs();
   inputs.showProgress = !(session.console.outIsTerminal && options.output.file == "-");
-  const Format format = formatOf(options.output);
+  inputs.keep = Keep::eSourceToo;
+  const Format& format = formatOf(options.output);
   try {
     FeatureFile file(session, options.output.file, format, Rings::eAsGeoJsonWants,
                      inputs.files.size());
@@ -52,14 +56,23 @@ void convert(const Options& options, Session& session) {
   }
 }
 
+/// A line for each format.
+std::string listOfFormats() {
+  std::string list;
+  for (const Format& format : allFormats()) {
+    std::string endings;
+    for (const std::string_view ending : format.endings) {
+      endings.append(endings.empty() || ending.empty() ? "" : " ").append(ending);
+    }
+    std::string name = format.name;
+    name.resize(10, ' ');
+    endings.resize(36, ' ');
+    list.append("  ").append(name).append(endings).append(format.meaning).append("\n");
+  }
+  return list;
+}
+
 constexpr const char* help =
-    "Formats, with the endings that stand for them:\n"
-    "  geojson   .geojson .json                      one document\n"
-    "  geojsonl  .geojsonl .geojsons .ndjson .jsonl  a feature to a line; RFC 8142 sequences are "
-    "read\n"
-    "  wkt       .wkt                                a geometry to a line\n"
-    "  csv       .csv                                a vertex to a line: id,x,y\n"
-    "  archive   .qcar                               the library's archive: a list of shapes\n"
     "Standard input and files with other endings are known by how they begin.\n\n"
     "All formats hold outlines with holes, open lines and features of several parts, and all "
     "digits.\n"
@@ -81,7 +94,7 @@ void addConvert(CLI::App& app, Session& session) {
   CLI::App& command = *app.add_subcommand("convert", "Write the outlines in another format");
   addInputs(command, options->input);
   addOutput(command, options->output);
-  command.footer(help);
+  command.footer("Formats, with the endings that stand for them:\n" + listOfFormats() + help);
   command.callback([options, &session] { convert(*options, session); });
 }
 

@@ -5,14 +5,16 @@
 #include <algorithm>
 #include <memory>
 
+#include <cntrformats/errors.h>
 #include <tools/commands/commands.h>
 #include <tools/commands/options.h>
+#include <tools/draw/document.h>
 #include <tools/draw/picture.h>
-#include <tools/errors.h>
-#include <tools/input/document.h>
-#include <tools/output/file.h>
+#include <tools/run/outputfile.h>
 
 namespace tool {
+
+using namespace formats;
 
 namespace {
 
@@ -83,7 +85,7 @@ void requireDrawable(const qcRect& view) {
 std::optional<qcRect> readFiles(Drawing& drawing, const Options& options, Session& session) {
   std::optional<qcRect> images;
   for (const std::string& file : options.files) {
-    const auto document = readDocument(file, session.diagnostics, formatOr(options.from));
+    const auto document = readDocument(file, session.diagnostics, formatNamed(options.from));
     if (!document) continue;
     addFeatures(drawing, *document);
     const auto area = imageArea(document->json);

@@ -6,6 +6,8 @@
 
 namespace tool {
 
+using namespace formats;
+
 void addOutput(CLI::App& command, OutputOptions& options) {
   command
       .add_option("-o,--output", options.file,
@@ -14,52 +16,60 @@ void addOutput(CLI::App& command, OutputOptions& options) {
   addFormat(command, "--to", options.to, "Its format, rather than what its ending says");
 }
 
-std::optional<Format> namedFormat(const OutputOptions& options) {
-  return options.to.empty() ? formatByEnding(options.file) : formatOr(options.to);
+const Format* namedFormat(const OutputOptions& options) {
+  return options.to.empty() ? formatByEnding(options.file) : formatNamed(options.to);
 }
 
-FeatureFile::FeatureFile(Session& session, const std::string& file, Format format, Rings rings,
-                         std::size_t inputs)
+FeatureFile::FeatureFile(Session& session, const std::string& file, const Format& format,
+                         Rings rings, std::size_t inputs)
     : session_(session),
       name_(file == "-" ? "standard output" : file),
       format_(format),
       inputs_(inputs),
       output_(session.out, file),
-      writer_(makeWriter(output_.stream(), format, rings)) {}
+      writer_(format.makeWriter(output_.stream(), rings)) {}
 
-Finish FeatureFile::writing(const Origin& origin, Feature feature) {
-  const auto losses = lossesOf(feature, format_);
-  Prepared prepared = writer_->prepare(std::move(feature), isAlone(origin));
-  return [this, losses, prepared = std::move(prepared)] {
-    losses_.add(losses);
-    write(prepared);
-  };
+Answer FeatureFile::prepare(const Origin& origin, Feature feature) const {
+  Answer answer;
+  answer.losses = format_.lossesOf(feature);
+  answer.feature = writer_->prepare(std::move(feature), isAlone(origin));
+  return answer;
 }
 
-Finish FeatureFile::writingUnreadable(const Origin& origin, const Json& source) {
-  const auto prepared = writer_->prepareUnreadable(source, isAlone(origin));
-  if (!prepared) return {};
-  return [this, prepared = *prepared] { write(prepared); };
+Answer FeatureFile::prepareUnreadable(const Origin& origin, const Json& source) const {
+  Answer answer;
+  answer.feature = writer_->prepareUnreadable(source, isAlone(origin));
+  return answer;
+}
+
+void FeatureFile::write(Answer answer) {
+  if (!answer.feature) return;
+  for (const char* loss : answer.losses) ++losses_[loss];
+  writer_->write(std::move(*answer.feature));
+  if (!output_.stream()) output_.complete();
 }
 
 void FeatureFile::takeMembers(Json&& members) {
-  const std::size_t ownMembers = members.contains("type") ? 1 : 0;
-  if (inputs_ == 1 && format_ == Format::eGeoJson) {
-    writer_->takeMembers(std::move(members));
-  } else if (members.size() > ownMembers) {
-    losses_.add({inputs_ == 1 ? "members of the collection" : "members of the collections"});
-  }
+  const bool hasOthers = members.size() > (members.contains("type") ? 1U : 0U);
+  if (inputs_ == 1 && writer_->takeMembers(std::move(members))) return;
+  if (hasOthers)
+    ++losses_[inputs_ == 1 ? "members of the collection" : "members of the collections"];
 }
 
 void FeatureFile::complete() {
   writer_->finish();
   output_.complete();
-  if (!losses_.areNone()) session_.diagnostics.warning(name_, losses_.account(format_));
+  if (!losses_.empty()) session_.diagnostics.warning(name_, accountOfLosses());
 }
 
-void FeatureFile::write(const Prepared& prepared) {
-  writer_->write(prepared);
-  if (!output_.stream()) output_.complete();
+std::string FeatureFile::accountOfLosses() const {
+  std::string text = std::string(format_.title) + " cannot hold ";
+  const char* separator = "";
+  for (const auto& [loss, count] : losses_) {
+    text += separator + loss + " (" + std::to_string(count) + ")";
+    separator = ", ";
+  }
+  return text;
 }
 
 }  // namespace tool

@@ -5,16 +5,12 @@
 #pragma once
 
 #include <CLI/CLI.hpp>
-#include <functional>
+#include <map>
 #include <memory>
-#include <optional>
 #include <string>
 
-#include <tools/output/file.h>
-#include <tools/output/losses.h>
-#include <tools/output/writer.h>
-#include <tools/session.h>
-#include <tools/stream/features.h>
+#include <tools/run/features.h>
+#include <tools/run/outputfile.h>
 
 namespace tool {
 
@@ -26,37 +22,39 @@ struct OutputOptions {
 
 void addOutput(CLI::App& command, OutputOptions& options);
 
-/// The format that --to, or else the ending of the file, names; nothing when neither does.
-std::optional<Format> namedFormat(const OutputOptions& options);
+/// The format that --to, or else the ending of the file, names; null when neither does.
+const formats::Format* namedFormat(const OutputOptions& options);
 
 /// A file that is being written from one or several others.
 class FeatureFile {
  public:
-  /// Throws FileError, as complete() and the writings do.
-  FeatureFile(Session& session, const std::string& file, Format format, Rings rings,
-              std::size_t inputs);
+  /// Throws FileError, as write() and complete() do.
+  FeatureFile(Session& session, const std::string& file, const formats::Format& format,
+              formats::Rings rings, std::size_t inputs);
 
-  /// Makes a feature ready on any thread; what is returned writes it. Throws FeatureError.
-  Finish writing(const Origin& origin, Feature feature);
+  /// Makes a feature ready on any thread. Throws FeatureError.
+  Answer prepare(const Origin& origin, formats::Feature feature) const;
   /// The same for a feature that cannot be read; nothing where it cannot be written either.
-  Finish writingUnreadable(const Origin& origin, const Json& source);
+  Answer prepareUnreadable(const Origin& origin, const formats::Json& source) const;
 
+  void write(Answer answer);
   /// The members of an input's collection, which are kept if it is the only input.
-  void takeMembers(Json&& members);
-  /// To be called once, behind the last feature. Tells what could not be held.
+  void takeMembers(formats::Json&& members);
+  /// To be called once, after the last feature. Tells what could not be held.
   void complete();
 
  private:
   bool isAlone(const Origin& origin) const { return origin.location.isLone && inputs_ == 1; }
-  void write(const Prepared& prepared);
+  std::string accountOfLosses() const;
 
   Session& session_;
   std::string name_;
-  Format format_;
+  const formats::Format& format_;
   std::size_t inputs_;
   Output output_;
-  std::unique_ptr<FeatureWriter> writer_;
-  Losses losses_;
+  std::unique_ptr<formats::FeatureWriter> writer_;
+  /// How often each thing was lost.
+  std::map<std::string, std::size_t> losses_;
 };
 
 }  // namespace tool

@@ -8,12 +8,14 @@
 #include <memory>
 #include <sstream>
 
+#include <tools/answers/measures.h>
 #include <tools/commands/commands.h>
 #include <tools/commands/options.h>
-#include <tools/measures.h>
-#include <tools/output/rows.h>
+#include <tools/report/rows.h>
 
 namespace tool {
+
+using namespace formats;
 
 namespace {
 
@@ -102,10 +104,10 @@ class Measuring : public Answerer {
     }
   }
 
-  Finish answer(const Origin& origin, Feature feature) const override {
-    PreparedRows rows = rows_->prepare(answers(origin.file, feature));
-    return [&writer = *rows_, rows = std::move(rows)] { writer.write(rows); };
+  Answer answer(const Origin& origin, Feature feature) const override {
+    return {"", rows_->prepare(answers(origin.file, feature)), {}, {}};
   }
+  void write(Answer answer) override { rows_->write(std::move(answer.rows)); }
 
   bool isStreaming() const { return rows_->isStreaming(); }
   void finish() { rows_->finish(); }

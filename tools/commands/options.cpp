@@ -7,6 +7,8 @@
 
 namespace tool {
 
+using namespace formats;
+
 namespace {
 
 constexpr unsigned mostJobs = 256;
@@ -29,18 +31,16 @@ CLI::Option* addNames(CLI::App& command, const std::string& option, std::vector<
 
 CLI::Option* addFormat(CLI::App& command, const std::string& option, std::string& format,
                        const std::string& meaning) {
+  std::vector<std::string> names;
+  for (const Format& known : allFormats()) names.emplace_back(known.name);
   return command.add_option(option, format, meaning)
-      ->check(CLI::IsMember(formatNames()))
+      ->check(CLI::IsMember(names))
       ->type_name("FORMAT");
 }
 
 void addFrom(CLI::App& command, std::string& format) {
   addFormat(command, "--from", format,
             "The format of the files, rather than what their endings say");
-}
-
-std::optional<Format> formatOr(const std::string& name) {
-  return name.empty() ? std::nullopt : std::optional(formatNamed(name));
 }
 
 void addHoles(CLI::App& command, bool& withHoles) {
@@ -51,7 +51,7 @@ void addHoles(CLI::App& command, bool& withHoles) {
 Inputs InputOptions::inputs() const {
   Inputs inputs;
   inputs.files = files;
-  inputs.from = formatOr(from);
+  inputs.from = formatNamed(from);
   inputs.jobs = jobs;
   return inputs;
 }

@@ -6,13 +6,12 @@
 
 #include <CLI/CLI.hpp>
 #include <memory>
-#include <optional>
 #include <string>
 #include <vector>
 
-#include <tools/output/rows.h>
-#include <tools/session.h>
-#include <tools/stream/features.h>
+#include <tools/report/rows.h>
+#include <tools/run/features.h>
+#include <tools/run/session.h>
 
 namespace tool {
 
@@ -29,9 +28,6 @@ CLI::Option* addFormat(CLI::App& command, const std::string& option, std::string
 
 /// --from.
 void addFrom(CLI::App& command, std::string& format);
-/// The format of that name; nothing for an empty one.
-std::optional<Format> formatOr(const std::string& name);
-
 /// --holes and --no-holes.
 void addHoles(CLI::App& command, bool& withHoles);
 

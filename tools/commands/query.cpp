@@ -5,12 +5,14 @@
 #include <memory>
 #include <optional>
 
+#include <tools/answers/questions.h>
 #include <tools/commands/commands.h>
+#include <tools/commands/numberlist.h>
 #include <tools/commands/options.h>
-#include <tools/input/numberlist.h>
-#include <tools/questions.h>
 
 namespace tool {
+
+using namespace formats;
 
 namespace {
 
@@ -64,15 +66,16 @@ class Asking : public Answerer {
         rows_(makeRows(options.rows, session.out, columnsOf(options, question_),
                        EmptyColumns::eLeftOut, session.console.outStyle)) {}
 
-  Finish answer(const Origin& origin, Feature feature) const override {
+  Answer answer(const Origin& origin, Feature feature) const override {
     std::vector<Row> rows;
     for (const Row& answer : question_.answer(feature.geometry)) {
       Row row = heading(origin.file, feature);
       row.insert(row.end(), answer.begin(), answer.end());
       rows.push_back(std::move(row));
     }
-    return [&writer = *rows_, rows = rows_->prepare(std::move(rows))] { writer.write(rows); };
+    return {"", rows_->prepare(std::move(rows)), {}, {}};
   }
+  void write(Answer answer) override { rows_->write(std::move(answer.rows)); }
 
   bool isStreaming() const { return rows_->isStreaming(); }
   void finish() { rows_->finish(); }

@@ -2,19 +2,19 @@
 //
 // cntr repair: a copy of files in which outlines no longer cross themselves or each other.
 
-#include <tools/repair.h>
-
 #include <memory>
 
+#include <cntrformats/errors.h>
+#include <cntrformats/geojson/feature.h>
+#include <tools/answers/repair.h>
 #include <tools/commands/commands.h>
 #include <tools/commands/featurefile.h>
 #include <tools/commands/options.h>
-#include <tools/errors.h>
-#include <tools/input/geometry.h>
-#include <tools/output/geojson.h>
-#include <tools/output/rows.h>
+#include <tools/report/rows.h>
 
 namespace tool {
+
+using namespace formats;
 
 namespace {
 
@@ -28,22 +28,6 @@ struct Options {
 
 qcContourDefs::IntersectionMode modeOf(const Options& options) {
   return options.mode == "outer-hull" ? qcContourDefs::eOuterHull : qcContourDefs::eRegularize;
-}
-
-void replaceGeometry(Json& geometry, const Geometry& outlines) {
-  geometry.update(toJson(outlines));
-  geometry.erase("bbox");
-}
-
-/// What described the old outline and does not fit the new one goes: boxes and edge elements.
-void replace(Feature& feature, const Geometry& outlines) {
-  feature.geometry = outlines;
-  Json& json = feature.source;
-  if (json.is_null()) return;
-  if (isGeometry(json)) return replaceGeometry(json, outlines);
-  json.erase("bbox");
-  if (json["properties"].is_object()) json["properties"].erase("edgelets");
-  replaceGeometry(json["geometry"], outlines);
 }
 
 /// The report makes room on standard output when the outlines go there.
@@ -64,18 +48,16 @@ class Repairing : public Answerer {
         showsFile_(options.input.files.size() > 1),
         isQuiet_(options.isQuiet),
         file_(file),
-        session_(session),
         report_(makeReport(options, session)) {}
 
-  Finish answer(const Origin& origin, Feature feature) const override {
+  Answer answer(const Origin& origin, Feature feature) const override {
     try {
       const Repair repair = repaired(feature.geometry, mode_);
       PreparedRows row = report_->prepare({rowOf(origin, feature, repair.account)});
-      if (repair.geometry) replace(feature, *repair.geometry);
-      return [this, row = std::move(row), write = file_.writing(origin, std::move(feature))] {
-        write();
-        if (!isQuiet_) report_->write(row);
-      };
+      if (repair.geometry) replaceGeometry(feature, *repair.geometry);
+      Answer answer = file_.prepare(origin, std::move(feature));
+      answer.rows = std::move(row);
+      return answer;
     } catch (const FeatureError& error) {
       return unchanged(origin, std::move(feature), error.what());
     } catch (const qcException& error) {
@@ -83,8 +65,14 @@ class Repairing : public Answerer {
     }
   }
 
-  Finish answerUnreadable(const Origin& origin, const Json& source) const override {
-    return file_.writingUnreadable(origin, source);
+  Answer answerUnreadable(const Origin& origin, const Json& source) const override {
+    return file_.prepareUnreadable(origin, source);
+  }
+
+  void write(Answer answer) override {
+    PreparedRows row = std::move(answer.rows);
+    file_.write(std::move(answer));
+    if (!isQuiet_) report_->write(std::move(row));
   }
 
   void takeMembers(Json&& members) override {
@@ -98,11 +86,10 @@ class Repairing : public Answerer {
   }
 
  private:
-  Finish unchanged(const Origin& origin, Feature feature, const std::string& why) const {
-    return [this, origin, why, write = file_.writing(origin, std::move(feature))] {
-      session_.diagnostics.badFeature(origin.file, origin.location, why);
-      write();
-    };
+  Answer unchanged(const Origin& origin, Feature feature, const std::string& why) const {
+    Answer answer = file_.prepare(origin, std::move(feature));
+    answer.complaint = why;
+    return answer;
   }
 
   Row rowOf(const Origin& origin, const Feature& feature, const std::string& account) const {
@@ -118,24 +105,24 @@ class Repairing : public Answerer {
   bool showsFile_;
   bool isQuiet_;
   FeatureFile& file_;
-  Session& session_;
   std::unique_ptr<RowWriter> report_;
 };
 
 /// The format of the first file, which is opened for that.
-Format formatOfFirst(Inputs& inputs) {
+const Format& formatOfFirst(Inputs& inputs) {
   try {
     inputs.first = openInput(inputs.files.front(), inputs.from);
-    return inputs.first->format;
+    return *inputs.first->format;
   } catch (const FileError&) {
-    return Format::eGeoJson;  // It will be opened again, and reported.
+    return allFormats().front();  // It will be opened again, and reported.
   }
 }
 
 void repair(const Options& options, Session& session) {
   Inputs inputs = options.input.inputs();
-  const auto named = namedFormat(options.output);
-  const Format format = named ? *named : formatOfFirst(inputs);
+  inputs.keep = Keep::eSourceToo;
+  const Format* const named = namedFormat(options.output);
+  const Format& format = named != nullptr ? *named : formatOfFirst(inputs);
   inputs.showProgress = !session.console.outIsTerminal;
   try {
     FeatureFile file(session, options.output.file, format, Rings::eAsTheyWere, inputs.files.size());

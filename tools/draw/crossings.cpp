@@ -7,21 +7,13 @@
 #include <map>
 #include <utility>
 
-#include <cntr/contour.h>
-#include <tools/shapes.h>
+#include <cntrformats/shapes.h>
 
 namespace tool {
 
-namespace {
+using namespace formats;
 
-std::vector<qcContour> curvesOf(const Geometry& geometry) {
-  std::vector<qcContour> curves;
-  for (const Part& part : geometry.parts) {
-    curves.emplace_back(part.outline, geometry.closed, 0);
-    for (const Points& hole : part.holes) curves.emplace_back(hole, true, 0);
-  }
-  return curves;
-}
+namespace {
 
 /// Edge by edge, each away from its own ends.
 Points crossingsWithin(const qcContour& curve) {
@@ -37,8 +29,8 @@ Points crossingsWithin(const qcContour& curve) {
 }
 
 bool mayMeet(const qcContour& a, const qcContour& b) {
-  const qcRect boxA = boxOf(a.points());
-  const qcRect boxB = boxOf(b.points());
+  const qcRect boxA = a.encloseRect(qcXform<2>::I);
+  const qcRect boxB = b.encloseRect(qcXform<2>::I);
   return boxA.ul().x() <= boxB.lr().x() && boxB.ul().x() <= boxA.lr().x() &&
          boxA.ul().y() <= boxB.lr().y() && boxB.ul().y() <= boxA.lr().y();
 }
@@ -68,12 +60,14 @@ class Thinned {
 }  // namespace
 
 Points crossingsOf(const Geometry& geometry, double size) {
-  const std::vector<qcContour> curves = curvesOf(geometry);
+  const std::vector<Boundary> curves = boundariesOf(geometry, true);
   Thinned found(size);
   for (std::size_t i = 0; i < curves.size(); ++i) {
-    found.add(crossingsWithin(curves[i]));
+    const qcContour& curve = *curves[i].contour;
+    found.add(crossingsWithin(curve));
     for (std::size_t j = i + 1; j < curves.size(); ++j) {
-      if (mayMeet(curves[i], curves[j])) found.add(curves[i].intersections(curves[j]));
+      const qcContour& other = *curves[j].contour;
+      if (mayMeet(curve, other)) found.add(curve.intersections(other));
     }
   }
   return found.points();

@@ -4,12 +4,12 @@
 
 #pragma once
 
-#include <tools/feature.h>
+#include <cntrformats/feature.h>
 
 namespace tool {
 
 /// The crossings, sorted; those that share a square of the given size are one. An outline crosses
 /// itself where qcContour::isSelfIntersecting() says so; two cross where they touch, too.
-Points crossingsOf(const Geometry& geometry, double size);
+formats::Points crossingsOf(const formats::Geometry& geometry, double size);
 
 }  // namespace tool

@@ -6,14 +6,17 @@
 #include <cmath>
 #include <optional>
 
+#include <cntrformats/number.h>
+#include <cntrformats/shapes.h>
 #include <cntrtmpl/regiont.h>
 #include <platform/display/recordingtablet.h>
+#include <tools/answers/body.h>
 #include <tools/draw/crossings.h>
 #include <tools/draw/svg.h>
-#include <tools/output/numbers.h>
-#include <tools/shapes.h>
 
 namespace tool {
+
+using namespace formats;
 
 namespace {
 
@@ -22,8 +25,6 @@ namespace {
 constexpr double markSize = 6.0;
 /// Thin, so that single ones can be told apart; in thousandths of the picture.
 constexpr double edgeletWidth = 1.0;
-
-qcContour contourOf(const Part& part, bool closed) { return {part.outline, closed, 0}; }
 
 /// Draws a feature part by part.
 template <auto drawPart>
@@ -39,7 +40,7 @@ std::string rectangle(const Part& part, bool, double) {
 
 /// Of radius 0 where all vertices coincide. The closed flag plays no part in it.
 qcCircle circleAround(const Part& part) {
-  return contourOf(part, true).encloseCircle(qcContourDefs::eFarthestVertexPair);
+  return makeContour(part.outline, true)->encloseCircle(qcContourDefs::eFarthestVertexPair);
 }
 
 std::string circle(const Part& part, bool, double) {
@@ -56,7 +57,7 @@ qcRect circleExtent(const Part& part) {
 
 std::string hull(const Part& part, bool closed, double) {
   qcRegion hull;
-  contourOf(part, closed).convexHull(hull);
+  makeContour(part.outline, closed)->convexHull(hull);
   return svg::path({hull.points()}, true, "", "");
 }
 
@@ -64,7 +65,7 @@ std::string hull(const Part& part, bool closed, double) {
 std::optional<qcEllipse> ellipseOf(const Part& part) {
   qcEllipse ellipse;
   double residual = 0.0;
-  contourOf(part, true).fitEllipse(ellipse, residual);
+  makeContour(part.outline, true)->fitEllipse(ellipse, residual);
   return residual < 0.0 ? std::nullopt : std::optional(ellipse);
 }
 
@@ -97,7 +98,7 @@ std::string cross(const qcVector<2>& at, double unit) {
 }
 
 std::string centre(const Part& part, bool closed, double unit) {
-  return cross(centreOf(part, closed), unit);
+  return cross(middleOf(part, closed), unit);
 }
 
 /// One path of single segments, as the library draws them.
@@ -141,12 +142,5 @@ constexpr Overlay overlays[] = {
 }  // namespace
 
 std::span<const Overlay> allOverlays() { return overlays; }
-
-qcVector<2> centreOf(const Part& part, bool closed) {
-  const qc_InertiaData body = closed ? inertiaOf({part}, true) : qc_InertiaData();
-  if (isArea(body.area())) return body.centerOfMass();
-  const qcContour contour = contourOf(part, closed);
-  return contour.length() > 0.0 ? contour.meanPosition() : part.outline.front();
-}
 
 }  // namespace tool

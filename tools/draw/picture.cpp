@@ -8,12 +8,15 @@
 #include <algorithm>
 #include <cmath>
 
+#include <cntrformats/number.h>
+#include <tools/answers/body.h>
 #include <tools/draw/palette.h>
 #include <tools/draw/svg.h>
-#include <tools/output/numbers.h>
-#include <tools/shapes.h>
+#include <tools/report/numbers.h>
 
 namespace tool {
+
+using namespace formats;
 
 namespace {
 
@@ -87,7 +90,7 @@ std::string labels(const Drawing& drawing) {
     if (!drawn.feature.label) continue;
     for (const Part& part : drawn.feature.geometry.parts) {
       const double size = letterSize(part, unit);
-      const qcVector<2> centre = centreOf(part, drawn.feature.geometry.closed);
+      const qcVector<2> centre = middleOf(part, drawn.feature.geometry.closed);
       const qcVector<2> baseline(0.0, marked ? -9.0 * unit : 0.35 * size);
       text += svg::text(centre + baseline, size, std::to_string(*drawn.feature.label));
     }

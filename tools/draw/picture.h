@@ -9,11 +9,11 @@
 #include <string>
 #include <vector>
 
+#include <cntrformats/feature.h>
 #include <platform/core/shapes.h>
 #include <tools/draw/overlays.h>
 #include <tools/draw/scalebar.h>
 #include <tools/draw/underlay.h>
-#include <tools/feature.h>
 
 namespace tool {
 
@@ -21,7 +21,7 @@ namespace tool {
 struct Drawn {
   /// What a browser shows under the mouse.
   std::string title;
-  Feature feature;
+  formats::Feature feature;
 };
 
 struct Drawing {

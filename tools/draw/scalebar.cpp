@@ -4,7 +4,7 @@
 
 #include <cmath>
 
-#include <tools/output/numbers.h>
+#include <tools/report/numbers.h>
 
 namespace tool {
 

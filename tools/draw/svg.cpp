@@ -2,9 +2,11 @@
 
 #include <tools/draw/svg.h>
 
-#include <tools/output/numbers.h>
+#include <cntrformats/number.h>
 
 namespace tool::svg {
+
+using namespace formats;
 
 namespace {
 

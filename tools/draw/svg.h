@@ -7,8 +7,8 @@
 #include <string>
 #include <vector>
 
+#include <cntrformats/feature.h>
 #include <platform/core/shapes.h>
-#include <tools/feature.h>
 
 namespace tool::svg {
 
@@ -18,8 +18,8 @@ std::string escaped(const std::string& text);
 
 /// The rings as one path; with the even-odd rule those inside others are holes. `attributes` follow
 /// as they are; `title` is shown by browsers under the mouse, empty for none.
-std::string path(const std::vector<Points>& rings, bool closed, const std::string& attributes,
-                 const std::string& title);
+std::string path(const std::vector<formats::Points>& rings, bool closed,
+                 const std::string& attributes, const std::string& title);
 std::string circle(const qcCircle& circle);
 /// REQUIRES: no skew.
 std::string ellipse(const qcEllipse& ellipse);

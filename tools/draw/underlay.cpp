@@ -3,13 +3,16 @@
 #include <tools/draw/underlay.h>
 
 #include <cstdint>
+#include <iterator>
 #include <optional>
 #include <string_view>
 
-#include <tools/errors.h>
-#include <tools/input/text.h>
+#include <cntrformats/errors.h>
+#include <cntrformats/source.h>
 
 namespace tool {
+
+using namespace formats;
 
 namespace {
 
@@ -76,7 +79,8 @@ qcRect pixelArea(double width, double height) {
 }
 
 Underlay readUnderlay(const std::string& file) {
-  const std::string bytes = readText(file);
+  Source source(file);
+  const std::string bytes(std::istreambuf_iterator<char>(&source), {});
   const std::optional<Size> png = pngSize(bytes);
   const std::optional<Size> size = png ? png : jpegSize(bytes);
   if (!size || size->width == 0 || size->height == 0) {

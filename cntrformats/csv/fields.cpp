@@ -1,0 +1,40 @@
+// SPDX-License-Identifier: MIT
+
+#include <cntrformats/csv/fields.h>
+
+namespace formats {
+
+bool splitCsv(std::string_view line, std::vector<std::string>& fields) {
+  std::size_t used = 0;
+  const auto next = [&]() -> std::string& {
+    if (used == fields.size()) fields.emplace_back();
+    fields[used].clear();
+    return fields[used++];
+  };
+  std::string* field = &next();
+  bool isQuoted = false;
+  for (std::size_t i = 0; i < line.size(); ++i) {
+    const char c = line[i];
+    if (c == '"' && isQuoted && i + 1 < line.size() && line[i + 1] == '"') {
+      *field += line[++i];
+    } else if (c == '"' && (isQuoted || field->empty())) {
+      isQuoted = !isQuoted;
+    } else if (c == ',' && !isQuoted) {
+      field = &next();
+    } else {
+      *field += c;
+    }
+  }
+  fields.resize(used);
+  return !isQuoted;
+}
+
+std::string csvField(const std::string& text) {
+  const bool isEdged = !text.empty() && (text.front() == ' ' || text.back() == ' ');
+  if (!isEdged && text.find_first_of(",\"\r\n") == std::string::npos) return text;
+  std::string quoted = "\"";
+  for (const char c : text) quoted.append(c == '"' ? 2 : 1, c);
+  return quoted + '"';
+}
+
+}  // namespace formats

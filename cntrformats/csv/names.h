@@ -1,0 +1,46 @@
+// SPDX-License-Identifier: MIT
+//
+// The names that rings have in CSV.
+//
+// A file of vertices has a ring to each run of equal ids. The id of a ring is that of its feature,
+// and tells what else there is to know: "7", or "7/part 2" of a feature of several parts, with
+// "/hole 1" behind it for a hole, and "7/line" for an open line.
+
+#pragma once
+
+#include <cstddef>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace formats {
+
+struct RingName {
+  /// The name of the feature.
+  std::string id;
+  bool isLine = false;
+  /// From 1; 0 in a feature of a single part.
+  std::size_t part = 0;
+  /// From 1; 0 for an outline or a line.
+  std::size_t hole = 0;
+
+  bool operator==(const RingName&) const = default;
+};
+
+RingName parseRingName(const std::string& text);
+std::string toText(const RingName& name);
+
+/// What the name of a feature stands for: a whole number is a label, "#" and a number nothing at
+/// all, any other text an id.
+struct FeatureName {
+  std::optional<unsigned long> label;
+  std::optional<std::string> id;
+};
+
+FeatureName parseFeatureName(const std::string& text);
+
+/// True for a ring of the same feature as `before`: its next hole or its next part.
+bool follows(const RingName& name, const RingName& before);
+
+}  // namespace formats

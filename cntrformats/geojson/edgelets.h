@@ -1,0 +1,18 @@
+// SPDX-License-Identifier: MIT
+//
+// The property `edgelets`: an edge element for every vertex of a feature's only outline or line.
+
+#pragma once
+
+#include <cntrformats/feature.h>
+#include <cntrformats/geojson/json.h>
+
+namespace formats {
+
+/// Reads a list of [magnitude, angle], whole numbers from 0 to 65535 and from 0 to 255 (256ths of a
+/// turn from the x axis towards the y axis), into the part that they belong to; null leaves it as
+/// it is. Throws FeatureError for anything else, for several parts, and when there are more or
+/// fewer than the outline has vertices, its repeated last one not counted.
+void readEdgelets(const Json& json, Geometry& geometry);
+
+}  // namespace formats

@@ -1,0 +1,139 @@
+// SPDX-License-Identifier: MIT
+//
+// Features as they are written; feature.cpp reads them.
+
+#include <cntrformats/geojson/feature.h>
+
+#include <algorithm>
+
+#include <cntrformats/geojson/geometry.h>
+#include <cntrformats/rings.h>
+
+namespace formats {
+
+namespace {
+
+/// True for a ring that runs the other way than GeoJSON wants it; one without area runs either way.
+bool runsWrong(const Points& ring, bool isHole) {
+  const double area = signedArea(ring);
+  return isHole ? area > 0.0 : area < 0.0;
+}
+
+/// Reverses the order and keeps the first one first. `list` may be empty.
+template <class List>
+void turn(List& list) {
+  if (list.size() > 1) std::reverse(list.begin() + 1, list.end());
+}
+
+Json positions(const Points& points) {
+  Json list = Json::array();
+  for (const qcVector<2>& p : points) list.push_back(Json::array({p.x(), p.y()}));
+  return list;
+}
+
+Json ring(Points points, bool isHole) {
+  if (runsWrong(points, isHole)) turn(points);
+  points.push_back(points.front());
+  return positions(points);
+}
+
+Json coordinates(const Part& part, bool closed) {
+  if (!closed) return positions(part.outline);
+  Json rings = Json::array({ring(part.outline, false)});
+  for (const Points& hole : part.holes) rings.push_back(ring(hole, true));
+  return rings;
+}
+
+/// A Polygon or MultiPolygon, or LineString or MultiLineString. Rings repeat their first point at
+/// the end; outlines have positive area in the file's coordinates, holes negative, and the first
+/// vertex stays the first.
+Json toJson(const Geometry& geometry) {
+  const auto& [closed, parts, multiple] = geometry;
+  const std::string type = closed ? "Polygon" : "LineString";
+  if (parts.size() == 1 && !multiple) {
+    return {{"type", type}, {"coordinates", coordinates(parts.front(), closed)}};
+  }
+  Json all = Json::array();
+  for (const Part& part : parts) all.push_back(coordinates(part, closed));
+  return {{"type", "Multi" + type}, {"coordinates", all}};
+}
+
+Json edgelets(const Part& part, bool isTurned) {
+  Json list = Json::array();
+  for (const qcEdgelet& edgelet : part.edgelets) {
+    list.push_back(Json::array({edgelet.magnitude(), edgelet.angle().steps()}));
+  }
+  if (isTurned) turn(list);
+  return list;
+}
+
+/// The property that a feature of one part may have.
+Json edgelets(const Geometry& geometry) {
+  const Part& part = geometry.parts.front();
+  return edgelets(part, geometry.closed && runsWrong(part.outline, false));
+}
+
+Json newFeature(const Feature& feature) {
+  Json json{{"type", "Feature"}};
+  if (feature.id) json["id"] = *feature.id;
+  Json properties = Json::object();
+  if (feature.label) properties["label"] = *feature.label;
+  if (!feature.geometry.parts.front().edgelets.empty()) {
+    properties["edgelets"] = edgelets(feature.geometry);
+  }
+  json["properties"] = std::move(properties);
+  json["geometry"] = toJson(feature.geometry);
+  return json;
+}
+
+/// `ring` is that of `points` as the file has it, closed or not.
+void tidy(Json& ring, const Points& points, bool isHole) {
+  if (ring.size() == points.size()) ring.push_back(ring.front());
+  if (runsWrong(points, isHole)) std::reverse(ring.begin(), ring.end());
+}
+
+void tidy(Json& rings, const Part& part) {
+  tidy(rings[0], part.outline, false);
+  for (std::size_t k = 0; k < part.holes.size(); ++k) tidy(rings[k + 1], part.holes[k], true);
+}
+
+/// Turns the rings of the JSON that the geometry was read from, so that all that is in it stays.
+void tidyRings(Json& json, const Geometry& geometry) {
+  Json& coordinates = json["coordinates"];
+  if (json["type"] == "Polygon") return tidy(coordinates, geometry.parts.front());
+  for (std::size_t k = 0; k < geometry.parts.size(); ++k) tidy(coordinates[k], geometry.parts[k]);
+}
+
+void replaceCoordinates(Json& json, const Geometry& geometry) {
+  json.update(toJson(geometry));
+  json.erase("bbox");
+}
+
+}  // namespace
+
+Json toJson(Feature feature, Rings rings) {
+  if (feature.source.is_null()) return newFeature(feature);
+  Json json = std::move(feature.source);
+  if (rings == Rings::eAsTheyWere || !feature.geometry.closed) return json;
+  if (isGeometry(json)) {
+    tidyRings(json, feature.geometry);
+    return json;
+  }
+  tidyRings(json["geometry"], feature.geometry);
+  if (!feature.geometry.parts.front().edgelets.empty()) {
+    json["properties"]["edgelets"] = edgelets(feature.geometry);
+  }
+  return json;
+}
+
+void replaceGeometry(Feature& feature, const Geometry& geometry) {
+  feature.geometry = geometry;
+  Json& json = feature.source;
+  if (json.is_null()) return;
+  if (isGeometry(json)) return replaceCoordinates(json, geometry);
+  json.erase("bbox");
+  if (json["properties"].is_object()) json["properties"].erase("edgelets");
+  replaceCoordinates(json["geometry"], geometry);
+}
+
+}  // namespace formats

@@ -1,0 +1,117 @@
+// SPDX-License-Identifier: MIT
+//
+// GeoJSON documents with a feature to a line, and GeoJSON lines.
+
+#include <ostream>
+
+#include <cntrformats/geojson/feature.h>
+#include <cntrformats/geojson/geojson.h>
+#include <cntrformats/geojson/geometry.h>
+
+namespace formats {
+
+namespace {
+
+/// A collection has features; a geometry becomes one.
+Json asMember(Json json) {
+  if (!isGeometry(json)) return json;
+  return {{"type", "Feature"}, {"properties", Json::object()}, {"geometry", std::move(json)}};
+}
+
+class GeoJsonWriter : public FeatureWriter {
+ public:
+  GeoJsonWriter(std::ostream& out, Rings rings) : out_(out), rings_(rings) {}
+
+  Prepared prepare(Feature feature, bool isLone) const override {
+    Json json = toJson(std::move(feature), rings_);
+    if (rings_ == Rings::eAsGeoJsonWants && !isLone) json = asMember(std::move(json));
+    return {compact(json), {}, isLone};
+  }
+
+  std::optional<Prepared> prepareUnreadable(const Json& source, bool isLone) const override {
+    return Prepared{compact(source), {}, isLone};
+  }
+
+  void write(Prepared prepared) override {
+    if (prepared.isLone) {
+      out_ << prepared.text << '\n';
+      hasLone_ = true;
+      return;
+    }
+    begin();
+    out_ << (hasFeatures_ ? ",\n" : "\n") << prepared.text;
+    hasFeatures_ = true;
+  }
+
+  void finish() override {
+    if (hasLone_) return;
+    begin();
+    out_ << "\n]";
+    writeMembers(",\n", trailing_);
+    out_ << "\n}\n";
+  }
+
+  bool takeMembers(Json&& members) override {
+    (hasBegun_ ? trailing_ : leading_).update(members);
+    begin();
+    return true;
+  }
+
+ private:
+  void begin() {
+    if (std::exchange(hasBegun_, true)) return;
+    if (leading_.empty()) leading_["type"] = "FeatureCollection";
+    out_ << "{\n";
+    writeMembers("", leading_);
+    out_ << ",\n\"features\": [";
+  }
+
+  void writeMembers(const char* separator, const Json& members) {
+    for (const auto& [name, value] : members.items()) {
+      out_ << separator << compact(name) << ": " << compact(value);
+      separator = ",\n";
+    }
+  }
+
+  std::ostream& out_;
+  Rings rings_;
+  Json leading_ = Json::object();
+  Json trailing_ = Json::object();
+  bool hasBegun_ = false;
+  bool hasFeatures_ = false;
+  bool hasLone_ = false;
+};
+
+class GeoJsonLinesWriter : public FeatureWriter {
+ public:
+  GeoJsonLinesWriter(std::ostream& out, Rings rings) : out_(out), rings_(rings) {}
+
+  Prepared prepare(Feature feature, bool isLone) const override {
+    return {compact(toJson(std::move(feature), rings_)), {}, isLone};
+  }
+
+  std::optional<Prepared> prepareUnreadable(const Json& source, bool isLone) const override {
+    return Prepared{compact(source), {}, isLone};
+  }
+
+  void write(Prepared prepared) override { out_ << prepared.text << '\n'; }
+  void finish() override {}
+
+ private:
+  std::ostream& out_;
+  Rings rings_;
+};
+
+}  // namespace
+
+std::unique_ptr<FeatureWriter> makeGeoJsonWriter(std::ostream& out, Rings rings) {
+  return std::make_unique<GeoJsonWriter>(out, rings);
+}
+
+std::unique_ptr<FeatureWriter> makeGeoJsonLinesWriter(std::ostream& out, Rings rings) {
+  return std::make_unique<GeoJsonLinesWriter>(out, rings);
+}
+
+Losses lossesInGeoJson(const Feature& /*feature*/) { return {}; }
+
+}  // namespace formats

@@ -1,0 +1,20 @@
+// SPDX-License-Identifier: MIT
+//
+// Where in a file a feature is.
+
+#pragma once
+
+#include <cstddef>
+
+namespace formats {
+
+struct Location {
+  /// Features are counted from 1, those that cannot be read included.
+  std::size_t number = 1;
+  /// The line that it starts on, counted from 1; 0 in formats that are not read by lines.
+  std::size_t line = 0;
+  /// The file is this feature, rather than a collection with it.
+  bool isLone = false;
+};
+
+}  // namespace formats

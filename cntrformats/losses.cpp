@@ -1,0 +1,32 @@
+// SPDX-License-Identifier: MIT
+
+#include <cntrformats/losses.h>
+
+#include <algorithm>
+
+namespace formats {
+
+namespace {
+
+/// Properties besides the label and the edge elements.
+bool hasOtherProperties(const Json& source) {
+  const auto& properties = member(source, "properties").items();
+  return std::any_of(properties.begin(), properties.end(), [](const auto& property) {
+    return property.key() != "label" && property.key() != "edgelets";
+  });
+}
+
+}  // namespace
+
+Losses lossesOf(const Feature& feature, const Holding& holding) {
+  Losses losses;
+  if (feature.label && !holding.label) losses.push_back("labels");
+  if (feature.id && !holding.id) losses.push_back("ids");
+  if (hasOtherProperties(feature.source)) losses.push_back("other properties");
+  if (!feature.geometry.parts.front().edgelets.empty() && !holding.edgelets) {
+    losses.push_back("edge elements");
+  }
+  return losses;
+}
+
+}  // namespace formats

@@ -1,0 +1,26 @@
+// SPDX-License-Identifier: MIT
+//
+// What formats without properties cannot hold.
+
+#pragma once
+
+#include <vector>
+
+#include <cntrformats/feature.h>
+
+namespace formats {
+
+/// What is lost of a feature, in words such as "labels".
+using Losses = std::vector<const char*>;
+
+/// What a format holds of a feature besides its geometry.
+struct Holding {
+  bool label = false;
+  bool id = false;
+  bool edgelets = false;
+};
+
+/// All that the feature has besides its geometry and what is held of it.
+Losses lossesOf(const Feature& feature, const Holding& holding);
+
+}  // namespace formats

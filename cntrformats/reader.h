@@ -1,0 +1,40 @@
+// SPDX-License-Identifier: MIT
+//
+// Reading a file feature by feature, whatever its format: a reader finds where features begin and
+// end, and hands each over to be decoded on any thread.
+
+#pragma once
+
+#include <cstddef>
+#include <functional>
+
+#include <cntrformats/errors.h>
+#include <cntrformats/feature.h>
+#include <cntrformats/location.h>
+
+namespace formats {
+
+/// A feature as far as it takes to find its end.
+struct Record {
+  Location location;
+  /// About how many bytes it takes.
+  std::size_t size = 0;
+  /// Reads it; on any thread, once. Throws FeatureError, of JSON UnreadableFeature.
+  std::function<Feature()> decode;
+};
+
+/// Whether features keep the JSON that they were read from, to be written back with all that is in
+/// it.
+enum class Keep { eFeature, eSourceToo };
+
+/// Takes what a reader finds, in the order of the file.
+class Sink {
+ public:
+  virtual ~Sink() = default;
+  virtual void take(Record record) = 0;
+  /// The members of a FeatureCollection besides its features: those before the features when they
+  /// begin, those after them at the end.
+  virtual void takeMembers(Json&& /*members*/) {}
+};
+
+}  // namespace formats

@@ -1,0 +1,25 @@
+// SPDX-License-Identifier: MIT
+//
+// What all formats have in common about rings and lines.
+
+#pragma once
+
+#include <string>
+
+#include <cntrformats/feature.h>
+
+namespace formats {
+
+// These throw FeatureError, naming `place`, when there are fewer vertices than the 3 of a ring or
+// the 2 of a line.
+
+/// The vertices of a ring that may repeat its first point at the end.
+Points asRing(Points points, const std::string& place);
+void requireRing(const Points& points, const std::string& place);
+/// The vertices of a line.
+Points asLine(Points points, const std::string& place);
+
+/// The area of a ring, positive when it runs from the x axis towards the y axis.
+double signedArea(const Points& ring);
+
+}  // namespace formats

@@ -1,0 +1,48 @@
+// SPDX-License-Identifier: MIT
+//
+// The library's shapes, made from what a file says: the only place where that is done. Vertices
+// stay in the file's order, so that the library's vertex numbers are the file's. Every shape is
+// new: none has been asked anything yet.
+
+#pragma once
+
+#include <optional>
+#include <vector>
+
+#include <cntr/regionst.h>
+#include <cntrformats/feature.h>
+
+namespace formats {
+
+using ContourHandle = qcPtrHandle_const<qcContour>;
+using RegionHandle = qcPtrHandle_const<qcRegion>;
+
+ContourHandle makeContour(const Points& points, bool closed);
+
+/// An outline, with its holes if asked for. Throws FeatureError, naming the hole, when one crosses
+/// or touches the outline: the library takes no such holes.
+qcPtrHandle<qcRegion> makeRegion(const Part& part, bool withHoles);
+
+/// A set of regions, one for each part.
+qcRegionSet makeRegionSet(const std::vector<Part>& parts, bool withHoles);
+
+/// The smallest rectangle around at least two points.
+qcRect boxOf(const Points& points);
+
+struct Place {
+  /// The number of the part, from 1; none in a feature of a single part.
+  std::optional<std::size_t> part;
+  /// The number of the hole, from 1; none for an outline or a line.
+  std::optional<std::size_t> hole;
+};
+
+/// One curve of a feature, and where the file has it.
+struct Boundary {
+  Place place;
+  ContourHandle contour;
+};
+
+/// Every outline or line, each followed by its holes if asked for.
+std::vector<Boundary> boundariesOf(const Geometry& geometry, bool withHoles);
+
+}  // namespace formats

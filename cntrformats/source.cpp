@@ -1,0 +1,117 @@
+// SPDX-License-Identifier: MIT
+
+#include <cntrformats/source.h>
+
+#include <fcntl.h>
+#include <poll.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <system_error>
+
+#include <cntrformats/errors.h>
+
+namespace formats {
+
+namespace {
+
+constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
+
+constexpr std::size_t farthestLook = std::size_t{1} << 20U;
+
+[[noreturn]] void throwReason(int reason) {
+  throw FileError("cannot be read: " + std::generic_category().message(reason));
+}
+
+}  // namespace
+
+Source::Source(const std::string& file)
+    : descriptor_(file == "-" ? STDIN_FILENO : open(file.c_str(), O_RDONLY | O_CLOEXEC)),
+      buffer_() {
+  if (descriptor_ < 0) throwReason(errno);
+}
+
+Source::~Source() {
+  if (descriptor_ != STDIN_FILENO) close(descriptor_);
+}
+
+bool Source::startsWith(std::string_view text) {
+  while (ahead_.size() < text.size() + byteOrderMark.size() && lookFurther()) {
+  }
+  return std::string_view(ahead_).substr(0, text.size()) == text;
+}
+
+char Source::firstCharacter() {
+  const std::size_t first = findFirst();
+  return first == std::string::npos ? '\0' : ahead_[first];
+}
+
+std::string_view Source::firstLine() {
+  const std::size_t first = std::min(findFirst(), ahead_.size());
+  std::size_t end = ahead_.find('\n', first);
+  while (end == std::string::npos && ahead_.size() < farthestLook) {
+    const std::size_t searched = ahead_.size();
+    if (!lookFurther()) break;
+    end = ahead_.find('\n', searched);
+  }
+  const std::size_t count = end == std::string::npos ? end : end + 1 - first;
+  return std::string_view(ahead_).substr(first, count);
+}
+
+std::size_t Source::findFirst() {
+  for (std::size_t searched = 0;;) {
+    const std::size_t first = ahead_.find_first_not_of(" \t\r\n", searched);
+    if (first != std::string::npos) return first;
+    searched = ahead_.size();
+    if (!lookFurther()) return std::string::npos;
+  }
+}
+
+std::uint64_t Source::position() const {
+  return passed_ + static_cast<std::uint64_t>(gptr() - eback());
+}
+
+bool Source::isWaiting() const {
+  if (gptr() != egptr()) return false;
+  pollfd question{descriptor_, POLLIN, 0};
+  return poll(&question, 1, 0) == 0;
+}
+
+Source::int_type Source::underflow() {
+  if (eback() == nullptr && ahead_.empty()) lookFurther();
+  if (!ahead_.empty() && eback() != ahead_.data()) {
+    show(ahead_.data(), ahead_.size());
+    return traits_type::to_int_type(*gptr());
+  }
+  const std::size_t count = fill();
+  show(buffer_.data(), count);
+  ahead_ = std::string();
+  return count == 0 ? traits_type::eof() : traits_type::to_int_type(*gptr());
+}
+
+void Source::show(char* bytes, std::size_t count) {
+  passed_ = position();
+  setg(bytes, bytes, bytes + count);
+}
+
+bool Source::lookFurther() {
+  const std::size_t count = fill();
+  ahead_.append(buffer_.data(), count);
+  if (ahead_.size() < byteOrderMark.size() && count > 0) {
+    lookFurther();
+  } else if (ahead_.starts_with(byteOrderMark)) {
+    ahead_.erase(0, byteOrderMark.size());
+  }
+  return count > 0;
+}
+
+std::size_t Source::fill() {
+  for (;;) {
+    const ssize_t count = read(descriptor_, buffer_.data(), buffer_.size());
+    if (count >= 0) return static_cast<std::size_t>(count);
+    if (errno != EINTR) throwReason(errno);
+  }
+}
+
+}  // namespace formats

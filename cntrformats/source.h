@@ -1,0 +1,61 @@
+// SPDX-License-Identifier: MIT
+//
+// Files and standard input as streams that can be looked into before they are read.
+
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <streambuf>
+#include <string>
+#include <string_view>
+
+namespace formats {
+
+/// Starts each record of a GeoJSON text sequence.
+inline constexpr char recordSeparator = '\x1e';
+
+/// The bytes of a file, "-" for standard input, without a UTF-8 byte order mark. Reading throws
+/// FileError with the system's reason.
+class Source : public std::streambuf {
+ public:
+  explicit Source(const std::string& file);
+  ~Source() override;
+  Source(const Source&) = delete;
+  Source& operator=(const Source&) = delete;
+
+  // These look at what has not been read yet, and leave it. To be called before reading.
+
+  bool startsWith(std::string_view text);
+  /// The first character that is not blank; 0 when there is none.
+  char firstCharacter();
+  /// The first line that is not blank, from its first character that is not blank to its line feed,
+  /// which is included if there is one; of a line that does not end within a megabyte, its
+  /// beginning.
+  std::string_view firstLine();
+
+  /// How many bytes have been read.
+  std::uint64_t position() const;
+  /// True when the next byte has not arrived yet.
+  bool isWaiting() const;
+
+ protected:
+  int_type underflow() override;
+
+ private:
+  /// Where the first character that is not blank is in `ahead_`.
+  std::size_t findFirst();
+  /// Appends what comes next to `ahead_`; false at the end.
+  bool lookFurther();
+  std::size_t fill();
+  void show(char* bytes, std::size_t count);
+
+  int descriptor_;
+  std::array<char, std::size_t{1} << 16U> buffer_;
+  /// Looked at but not read.
+  std::string ahead_;
+  /// How many bytes came before those that are shown.
+  std::uint64_t passed_ = 0;
+};
+
+}  // namespace formats

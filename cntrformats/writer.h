@@ -1,0 +1,60 @@
+// SPDX-License-Identifier: MIT
+//
+// Writing features in any format.
+
+#pragma once
+
+#include <optional>
+#include <string>
+#include <vector>
+
+#include <cntr/regionst.h>
+#include <cntrformats/feature.h>
+
+namespace formats {
+
+/// How GeoJSON that is written as it was read has its rings.
+enum class Rings {
+  eAsTheyWere,
+  /// Closed, outlines with positive area in the file's coordinates and holes with negative area;
+  /// the first vertex stays the first.
+  eAsGeoJsonWants
+};
+
+/// An object of the library: one of these.
+struct Shape {
+  qcPtrHandle<qcContour> contour = {};
+  qcPtrHandle<qcRegionSet> set = {};
+};
+
+/// A feature in the form that it is written in.
+struct Prepared {
+  std::string text;
+  /// In an archive; several of what the library has no set for.
+  std::vector<Shape> shapes = {};
+  /// It is the whole file, see Location.
+  bool isLone = false;
+};
+
+/// Writes one file. Only prepare() and prepareUnreadable() may be called on several threads.
+class FeatureWriter {
+ public:
+  virtual ~FeatureWriter() = default;
+
+  /// `isLone` when the feature is all that will be written, and shall be no part of a collection.
+  virtual Prepared prepare(Feature feature, bool isLone) const = 0;
+  /// A feature that cannot be read, as it was; nothing when that cannot be written.
+  virtual std::optional<Prepared> prepareUnreadable(const Json& source, bool isLone) const {
+    (void)source, (void)isLone;
+    return std::nullopt;
+  }
+  virtual void write(Prepared prepared) = 0;
+  /// To be called once, after the last feature.
+  virtual void finish() = 0;
+
+  /// Takes the members of a collection besides its features, once before the features and once
+  /// after them. False, and the members are left alone, when the format cannot hold them.
+  virtual bool takeMembers(Json&& /*members*/) { return false; }
+};
+
+}  // namespace formats

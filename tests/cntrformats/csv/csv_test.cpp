@@ -1,0 +1,80 @@
+// SPDX-License-Identifier: MIT
+//
+// CSV: what is read, and what is written. Each refusal of a bad line is in
+// tests/tools/formats_test.cpp.
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <cntrformats/csv/fields.h>
+
+#include "../texts.h"
+
+using namespace formats;
+using testing::ElementsAre;
+
+namespace {
+
+using Fields = std::vector<std::string>;
+
+}  // namespace
+
+TEST(CsvFields, MayBeQuoted) {
+  Fields fields{"what was there before"};
+  EXPECT_TRUE(splitCsv(R"(a,"b,""c""",,"")", fields));
+  EXPECT_EQ(fields, (Fields{"a", "b,\"c\"", "", ""}));
+  EXPECT_TRUE(splitCsv("", fields));
+  EXPECT_EQ(fields, Fields{""});
+  EXPECT_FALSE(splitCsv("a,\"b", fields));
+}
+
+TEST(CsvFields, AreQuotedWhereTheyMustBe) {
+  EXPECT_EQ(csvField("a b"), "a b");
+  for (const char* text : {" a", "a ", "a,b", "a\"b", "a\nb"}) {
+    Fields fields;
+    EXPECT_NE(csvField(text), text);
+    EXPECT_TRUE(splitCsv(csvField(text), fields));
+    EXPECT_EQ(fields, Fields{text});
+  }
+}
+
+TEST(CsvReader, ARunOfEqualIdsIsARing) {
+  const auto found =
+      texts::read("csv",
+                  "y,x,id\n0,0,7\n0,4,7\n4,4,7\n1,2,7/hole 1\n1,3,7/hole 1\n"
+                  "2,3,7/hole 1\n0,0,b/line\n1,1,b/line\n\n0,0,b/line\n1,2,b/line\n");
+  ASSERT_EQ(found.features.size(), 3);
+  EXPECT_EQ(found.features[0].label, 7U);
+  EXPECT_EQ(found.features[0].geometry.parts[0].outline, (Points{{0, 0}, {4, 0}, {4, 4}}));
+  EXPECT_EQ(found.features[0].geometry.parts[0].holes,
+            (std::vector<Points>{{{2, 1}, {3, 1}, {3, 2}}}));
+  EXPECT_EQ(found.features[1].id, "b");
+  EXPECT_FALSE(found.features[1].geometry.closed);
+  EXPECT_EQ(found.features[2].number, 3) << "an empty line ends a feature";
+  EXPECT_EQ(found.places[1].line, 8);
+}
+
+TEST(CsvReader, RefusesOtherText) {
+  EXPECT_EQ(texts::flawOf("csv", "id,x,y\n"), "nothing in it");
+  EXPECT_EQ(texts::flawOf("csv", "id,x\n"),
+            "the first line is neither id,x,y nor three such values");
+}
+
+TEST(CsvWriter, WritesAVertexToALine) {
+  Feature feature = texts::outline({{0, 0}, {0.1, 0}, {0, 1}});
+  feature.number = 5;
+  feature.geometry.parts[0].holes.push_back({{1, 1}, {2, 1}, {1, 1}});
+  EXPECT_EQ(texts::written("csv", {feature}),
+            "id,x,y\n#5,0,0\n#5,0.1,0\n#5,0,1\n#5/hole 1,1,1\n#5/hole 1,2,1\n#5/hole 1,1,1\n"
+            "#5/hole 1,1,1\n")
+      << "a ring that ends where it begins repeats that point";
+}
+
+TEST(CsvWriter, KeepsFeaturesOfTheSameNameApart) {
+  Feature feature = texts::outline(texts::square(1));
+  feature.id = "a,b";
+  const std::string ring = "\"a,b\",0,0\n\"a,b\",1,0\n\"a,b\",1,1\n\"a,b\",0,1\n";
+  EXPECT_EQ(texts::written("csv", {feature, feature}), "id,x,y\n" + ring + "\n" + ring);
+  feature.label = 3;
+  EXPECT_THAT(texts::written("csv", {feature}), testing::StartsWith("id,x,y\n3,0,0\n"));
+}

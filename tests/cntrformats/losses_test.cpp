@@ -1,0 +1,80 @@
+// SPDX-License-Identifier: MIT
+//
+// What each format cannot hold.
+
+#include <cntrformats/losses.h>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "texts.h"
+
+using namespace formats;
+using testing::ElementsAre;
+using testing::IsEmpty;
+using testing::StrEq;
+
+namespace {
+
+/// A feature with all that a feature can have.
+Feature full() {
+  Feature feature = texts::outline(texts::square(4));
+  feature.label = 7;
+  feature.id = "a";
+  feature.source = {{"type", "Feature"}, {"properties", {{"label", 7}, {"colour", "red"}}}};
+  for (const auto& point : feature.geometry.parts[0].outline) {
+    feature.geometry.parts[0].edgelets.emplace_back(point, 1, qcAngle8(2));
+  }
+  return feature;
+}
+
+Losses lossesIn(const char* format, const Feature& feature) {
+  return formatNamed(format)->lossesOf(feature);
+}
+
+}  // namespace
+
+TEST(Losses, GeoJsonHoldsAll) {
+  EXPECT_THAT(lossesIn("geojson", full()), IsEmpty());
+  EXPECT_THAT(lossesIn("geojsonl", full()), IsEmpty());
+}
+
+TEST(Losses, WktHoldsTheGeometryAlone) {
+  EXPECT_THAT(lossesIn("wkt", full()),
+              ElementsAre(StrEq("labels"), StrEq("ids"), StrEq("other properties"),
+                          StrEq("edge elements")));
+  EXPECT_THAT(lossesIn("wkt", texts::outline(texts::square(1))), IsEmpty());
+}
+
+TEST(Losses, CsvHoldsALabelOrAnId) {
+  Feature feature = full();
+  EXPECT_THAT(lossesIn("csv", feature),
+              ElementsAre(StrEq("ids"), StrEq("other properties"), StrEq("edge elements")));
+  feature.label.reset();
+  EXPECT_THAT(lossesIn("csv", feature),
+              ElementsAre(StrEq("other properties"), StrEq("edge elements")));
+  for (const char* id : {"12", "#3", "a/hole 1", "b/line", "two\nlines", ""}) {
+    feature.id = id;
+    EXPECT_THAT(lossesIn("csv", feature),
+                ElementsAre(StrEq("ids"), StrEq("other properties"), StrEq("edge elements")))
+        << "the id would not come back: " << id;
+  }
+}
+
+TEST(Losses, AnArchiveHoldsLabelsAndEdgeElementsOfOutlinesWithoutHoles) {
+  Feature feature = full();
+  EXPECT_THAT(lossesIn("archive", feature), ElementsAre(StrEq("ids"), StrEq("other properties")));
+  feature.label = 0;
+  feature.geometry.parts[0].holes.push_back({{1, 1}, {1, 2}, {2, 2}});
+  EXPECT_THAT(lossesIn("archive", feature),
+              ElementsAre(StrEq("labels"), StrEq("ids"), StrEq("other properties"),
+                          StrEq("edge elements")));
+}
+
+TEST(Losses, AnArchiveHoldsLinesOneByOne) {
+  Feature feature = texts::outline({{0, 0}, {1, 1}});
+  feature.geometry.closed = false;
+  EXPECT_THAT(lossesIn("archive", feature), IsEmpty());
+  feature.geometry.multiple = true;
+  EXPECT_THAT(lossesIn("archive", feature), ElementsAre(StrEq("lines that belong together")));
+}

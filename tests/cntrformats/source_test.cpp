@@ -1,0 +1,59 @@
+// SPDX-License-Identifier: MIT
+
+#include <cntrformats/source.h>
+
+#include <gtest/gtest.h>
+
+#include <iterator>
+
+#include <cntrformats/errors.h>
+#include <cntrformats/lines.h>
+#include <testing/repository/repository.h>
+
+using namespace formats;
+
+namespace {
+
+std::string all(Source& source) { return {std::istreambuf_iterator<char>(&source), {}}; }
+
+}  // namespace
+
+TEST(Source, LookingAheadLeavesEverythingToBeRead) {
+  const std::string path = repositoryDirectory() + "/samples/coins.geojson";
+  Source plain(path);
+  const std::string text = all(plain);
+  Source looked(path);
+  EXPECT_TRUE(looked.startsWith("{"));
+  EXPECT_FALSE(looked.startsWith("QCAR"));
+  EXPECT_EQ(looked.firstCharacter(), '{');
+  EXPECT_EQ(looked.firstLine(), text.substr(0, text.find('\n') + 1));
+  EXPECT_EQ(all(looked), text);
+  EXPECT_EQ(looked.position(), text.size());
+}
+
+TEST(Source, AFileThatCannotBeReadSaysWhy) {
+  try {
+    Source source("/nowhere/at/all");
+    FAIL() << "there is no such file";
+  } catch (const FileError& error) {
+    EXPECT_STREQ(error.what(), "cannot be read: No such file or directory");
+  }
+}
+
+TEST(Lines, AreCountedFromOne) {
+  Source source(repositoryDirectory() + "/samples/coins.geojson");
+  Lines lines(source);
+  std::string line;
+  std::size_t count = 0;
+  while (lines.next(line)) {
+    EXPECT_EQ(lines.number(), ++count);
+    EXPECT_EQ(line.find('\n'), std::string::npos);
+  }
+  EXPECT_GT(count, 24);
+}
+
+TEST(Lines, BlankOnesHaveNothingToBeSeen) {
+  EXPECT_TRUE(isBlank(" \t\r\n"));
+  EXPECT_TRUE(isBlank(""));
+  EXPECT_FALSE(isBlank(" x"));
+}

@@ -1,0 +1,49 @@
+// SPDX-License-Identifier: MIT
+//
+// Texts as files of a format: what is read from them, and what is written.
+
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include <cntrformats/input.h>
+
+namespace texts {
+
+struct Found {
+  std::vector<formats::Feature> features;
+  std::vector<formats::Location> places;
+  /// "2: what is wrong" for feature 2.
+  std::vector<std::string> complaints;
+  /// The JSON of those that could not be read.
+  std::vector<formats::Json> unreadable;
+  formats::Json members = formats::Json::object();
+};
+
+/// All that a file of this content holds. Throws FileError.
+Found read(const std::string& format, const std::string& text,
+           formats::Keep keep = formats::Keep::eFeature);
+/// The same of a file of any format.
+Found readFile(const std::string& path, const formats::Format* from = nullptr);
+
+/// What a file of this content is wrong with as a whole; empty when nothing is.
+std::string flawOf(const std::string& format, const std::string& text);
+
+/// The name of the format that a text is taken for.
+std::string guess(const std::string& text);
+
+/// A file with these features.
+std::string written(const std::string& format, const std::vector<formats::Feature>& features,
+                    formats::Rings rings = formats::Rings::eAsGeoJsonWants);
+
+/// A square with a corner at (0, 0), which runs from the x axis towards the y axis.
+formats::Points square(double size);
+/// A feature of one outline.
+formats::Feature outline(const formats::Points& points);
+
+bool isSame(double a, double b);
+bool isSame(const formats::Points& a, const formats::Points& b);
+
+}  // namespace texts

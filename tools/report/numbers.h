@@ -1,0 +1,22 @@
+// SPDX-License-Identifier: MIT
+//
+// Numbers for people to read, always with a decimal point whatever the locale; allDigits() in
+// cntrformats/number.h writes those for programs.
+
+#pragma once
+
+#include <string>
+#include <vector>
+
+namespace tool {
+
+/// At most `digits` significant digits, as few as the value needs.
+std::string shortNumber(double value, int digits);
+
+/// The numbers of a column, with equally many decimals so that their points stand below each other:
+/// six significant digits of the largest one. Where a smaller one would lose nearly all of its
+/// digits, or the largest would be unreadably long, each has six significant digits of its own.
+/// REQUIRES: all are finite.
+std::vector<std::string> alignedNumbers(const std::vector<double>& values);
+
+}  // namespace tool

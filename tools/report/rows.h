@@ -1,0 +1,64 @@
+// SPDX-License-Identifier: MIT
+//
+// Rows of answers, written as a table for the eye or as JSON or CSV for programs.
+
+#pragma once
+
+#include <iosfwd>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include <tools/report/cell.h>
+#include <tools/report/style.h>
+
+namespace tool {
+
+using Row = std::vector<Cell>;
+
+/// The rows of one feature as far as they can be made ready without the others.
+struct PreparedRows {
+  std::vector<Row> rows;
+  std::string text;
+};
+
+/// Takes the rows of one feature after the other; each has a cell for every column. Only prepare()
+/// may be called on several threads.
+class RowWriter {
+ public:
+  virtual ~RowWriter() = default;
+  virtual PreparedRows prepare(std::vector<Row> rows) const = 0;
+  virtual void write(PreparedRows rows) = 0;
+  /// To be called once, after the last rows.
+  virtual void finish() = 0;
+  /// True when rows are written as they come, and none is kept.
+  virtual bool isStreaming() const = 0;
+};
+
+/// What a table does with columns that hold nothing in any row.
+enum class EmptyColumns { eKept, eLeftOut };
+
+/// Writes an aligned table when it is finished: six digits of the largest number in each column,
+/// "-" for nothing.
+std::unique_ptr<RowWriter> makeTable(std::ostream& out, std::vector<std::string> columns,
+                                     EmptyColumns emptyColumns, const Style& style);
+
+// These write rows as they come: numbers with all their digits, null or an empty field for nothing.
+
+/// An array of objects, one object to a line.
+std::unique_ptr<RowWriter> makeJsonRows(std::ostream& out, std::vector<std::string> columns);
+/// The same objects without the array.
+std::unique_ptr<RowWriter> makeJsonLines(std::ostream& out, std::vector<std::string> columns);
+/// Fields separated by commas below a line of the columns' names; true and false for yes and no.
+std::unique_ptr<RowWriter> makeCsvRows(std::ostream& out, const std::vector<std::string>& columns);
+
+/// How rows are sorted: by one of their cells, which comes last and is not shown.
+struct RowOrder {
+  bool descending = false;
+};
+
+/// Keeps all rows until it is finished, and then hands them to `writer`, sorted by their last cell,
+/// which is taken off. Rows without an answer in it come last; equal ones stay in order.
+std::unique_ptr<RowWriter> makeSorted(std::unique_ptr<RowWriter> writer, RowOrder order);
+
+}  // namespace tool

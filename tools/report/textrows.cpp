@@ -1,0 +1,135 @@
+// SPDX-License-Identifier: MIT
+//
+// Rows as text that does not depend on other rows: JSON and CSV.
+
+#include <ostream>
+
+#include <cntrformats/csv/fields.h>
+#include <cntrformats/geojson/json.h>
+#include <cntrformats/number.h>
+#include <tools/report/rows.h>
+
+namespace tool {
+
+using namespace formats;
+
+namespace {
+
+Json toJson(const Cell& cell) {
+  if (isEmpty(cell)) return nullptr;
+  if (const bool* answer = std::get_if<bool>(&cell)) return *answer;
+  if (const std::size_t* count = std::get_if<std::size_t>(&cell)) return *count;
+  if (const double* number = std::get_if<double>(&cell)) return *number;
+  return std::get<std::string>(cell);
+}
+
+std::string toCsv(const Cell& cell) {
+  if (isEmpty(cell)) return "";
+  if (const bool* answer = std::get_if<bool>(&cell)) return *answer ? "true" : "false";
+  if (const std::size_t* count = std::get_if<std::size_t>(&cell)) return std::to_string(*count);
+  if (const double* number = std::get_if<double>(&cell)) return allDigits(*number);
+  return csvField(std::get<std::string>(cell));
+}
+
+std::string objectOf(const std::vector<std::string>& columns, const Row& row) {
+  Json object = Json::object();
+  for (std::size_t k = 0; k < columns.size(); ++k) object[columns[k]] = toJson(row[k]);
+  return compact(object);
+}
+
+class JsonRows : public RowWriter {
+ public:
+  JsonRows(std::ostream& out, std::vector<std::string> columns)
+      : out_(out), columns_(std::move(columns)) {}
+
+  PreparedRows prepare(std::vector<Row> rows) const override {
+    std::string text;
+    for (const Row& row : rows) {
+      text.append(text.empty() ? "" : separator).append(objectOf(columns_, row));
+    }
+    return {{}, text};
+  }
+
+  void write(PreparedRows rows) override {
+    if (rows.text.empty()) return;
+    out_ << (hasRows_ ? separator : "[\n") << rows.text;
+    hasRows_ = true;
+  }
+
+  void finish() override { out_ << (hasRows_ ? "\n]\n" : "[]\n"); }
+  bool isStreaming() const override { return true; }
+
+ private:
+  static constexpr const char* separator = ",\n";
+
+  std::ostream& out_;
+  std::vector<std::string> columns_;
+  bool hasRows_ = false;
+};
+
+/// Rows that are lines of text, each for itself.
+class LineRows : public RowWriter {
+ public:
+  explicit LineRows(std::ostream& out) : out_(out) {}
+
+  PreparedRows prepare(std::vector<Row> rows) const override {
+    std::string text;
+    for (const Row& row : rows) text.append(lineOf(row)).append(1, '\n');
+    return {{}, text};
+  }
+
+  void write(PreparedRows rows) override { out_ << rows.text; }
+  void finish() override {}
+  bool isStreaming() const override { return true; }
+
+ protected:
+  virtual std::string lineOf(const Row& row) const = 0;
+
+ private:
+  std::ostream& out_;
+};
+
+class JsonLines : public LineRows {
+ public:
+  JsonLines(std::ostream& out, std::vector<std::string> columns)
+      : LineRows(out), columns_(std::move(columns)) {}
+
+ protected:
+  std::string lineOf(const Row& row) const override { return objectOf(columns_, row); }
+
+ private:
+  std::vector<std::string> columns_;
+};
+
+class CsvRows : public LineRows {
+ public:
+  CsvRows(std::ostream& out, const std::vector<std::string>& columns) : LineRows(out) {
+    out << csvLine(Row(columns.begin(), columns.end())) << '\n';
+  }
+
+ protected:
+  std::string lineOf(const Row& row) const override { return csvLine(row); }
+
+ private:
+  static std::string csvLine(const Row& row) {
+    std::string text;
+    for (const Cell& cell : row) text.append(&cell == row.data() ? "" : ",").append(toCsv(cell));
+    return text;
+  }
+};
+
+}  // namespace
+
+std::unique_ptr<RowWriter> makeJsonRows(std::ostream& out, std::vector<std::string> columns) {
+  return std::make_unique<JsonRows>(out, std::move(columns));
+}
+
+std::unique_ptr<RowWriter> makeJsonLines(std::ostream& out, std::vector<std::string> columns) {
+  return std::make_unique<JsonLines>(out, std::move(columns));
+}
+
+std::unique_ptr<RowWriter> makeCsvRows(std::ostream& out, const std::vector<std::string>& columns) {
+  return std::make_unique<CsvRows>(out, columns);
+}
+
+}  // namespace tool

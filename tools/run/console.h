@@ -1,0 +1,26 @@
+// SPDX-License-Identifier: MIT
+//
+// The streams that the program writes to, and what they are connected to.
+
+#pragma once
+
+#include <iosfwd>
+
+#include <tools/report/style.h>
+
+namespace tool {
+
+struct Console {
+  std::ostream& out;
+  std::ostream& messages;
+  bool outIsTerminal = false;
+  bool messagesAreTerminal = false;
+  Style outStyle = Style();
+  Style messageStyle = Style();
+};
+
+/// Standard output and standard error. Coloured where they are terminals, unless the environment
+/// sets NO_COLOR to anything but an empty text, or says that the terminal is dumb.
+Console standardConsole();
+
+}  // namespace tool

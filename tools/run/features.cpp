@@ -1,0 +1,142 @@
+// SPDX-License-Identifier: MIT
+
+#include <tools/run/features.h>
+
+#include <list>
+#include <memory>
+#include <utility>
+
+#include <platform/core/exception.h>
+#include <tools/run/orderedwork.h>
+#include <tools/run/progress.h>
+
+namespace tool {
+
+using namespace formats;
+
+namespace {
+
+/// What all jobs share.
+struct Work {
+  Session& session;
+  Answerer& answerer;
+  Progress progress;
+};
+
+/// One feature from its record to its answer.
+class FeatureJob : public Job {
+ public:
+  FeatureJob(Work& work, const std::string& file, Record record)
+      : work_(work), origin_{file, record.location}, record_(std::move(record)) {}
+
+  void work() override {
+    try {
+      answer_ = work_.answerer.answer(origin_, record_.decode());
+    } catch (const UnreadableFeature& error) {
+      answer_ = work_.answerer.answerUnreadable(origin_, error.source());
+      answer_.complaint = error.what();
+    } catch (const FeatureError& error) {
+      answer_.complaint = error.what();
+    } catch (const qcException& error) {
+      answer_.complaint = error.what();
+    }
+  }
+
+  void finish() override {
+    if (!answer_.complaint.empty()) {
+      work_.progress.clear();
+      work_.session.diagnostics.badFeature(origin_.file, origin_.location, answer_.complaint);
+    }
+    work_.answerer.write(std::move(answer_));
+    work_.progress.count();
+    work_.progress.update();
+    if (!work_.session.out) throw StandardOutputError();
+  }
+
+ private:
+  Work& work_;
+  Origin origin_;
+  Record record_;
+  Answer answer_;
+};
+
+class MembersJob : public Job {
+ public:
+  MembersJob(Work& work, Json members) : work_(work), members_(std::move(members)) {}
+  void work() override {}
+  void finish() override { work_.answerer.takeMembers(std::move(members_)); }
+
+ private:
+  Work& work_;
+  Json members_;
+};
+
+/// What is wrong with a file, in its place after what could be read of it.
+class BadFileJob : public Job {
+ public:
+  BadFileJob(Work& work, std::string file, std::string what)
+      : work_(work), file_(std::move(file)), what_(std::move(what)) {}
+  void work() override {}
+  void finish() override {
+    work_.progress.clear();
+    work_.session.diagnostics.badFile(file_, what_);
+  }
+
+ private:
+  Work& work_;
+  std::string file_;
+  std::string what_;
+};
+
+/// Makes jobs of what is found in one file.
+class Jobs : public Sink {
+ public:
+  Jobs(Work& work, JobQueue& queue, const Input& input)
+      : work_(work), queue_(queue), input_(input) {}
+
+  void take(Record record) override {
+    const std::size_t size = record.size;
+    queue_.add(std::make_unique<FeatureJob>(work_, input_.name, std::move(record)), size);
+    if (input_.source->isWaiting()) queue_.flush();
+  }
+
+  void takeMembers(Json&& members) override {
+    queue_.add(std::make_unique<MembersJob>(work_, std::move(members)), 0);
+  }
+
+ private:
+  Work& work_;
+  JobQueue& queue_;
+  const Input& input_;
+};
+
+}  // namespace
+
+void answerAll(Inputs& inputs, Session& session, Answerer& answerer) {
+  const bool showProgress = inputs.showProgress && session.console.messagesAreTerminal;
+  Work work{session, answerer, Progress(session.messages, showProgress)};
+  // Names live until the last job is finished.
+  std::list<Input> opened;
+  const auto readFile = [&](JobQueue& queue, const std::string& file) {
+    try {
+      opened.push_back(inputs.first ? *std::exchange(inputs.first, std::nullopt)
+                                    : openInput(file, inputs.from));
+      Jobs jobs(work, queue, opened.back());
+      opened.back().read(inputs.keep, jobs);
+    } catch (const FileError& error) {
+      queue.add(std::make_unique<BadFileJob>(work, displayName(file), error.what()), 0);
+    }
+  };
+  runInOrder(
+      inputs.jobs,
+      [&](JobQueue& queue) {
+        for (const std::string& file : inputs.files) readFile(queue, file);
+      },
+      [&] {
+        work.progress.update();
+        session.out.flush();
+      });
+  work.progress.clear();
+}
+
+}  // namespace tool
