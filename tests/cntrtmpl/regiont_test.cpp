@@ -201,8 +201,9 @@ TEST_F(RegionTTest, ALabelThatNoArchiveCouldHoldIsRefused) {
   expectRefusal([&] { RegionT(edgelets_, wide); });
   expectRefusal([&] { RegionT(edgelets_, XformHandle(), wide); });
   expectRefusal([&] { RegionT(ContourT(edgelets_), wide); });
-  expectRefusal([&] { region_.label(wide); });
-  EXPECT_EQ(region_.label(), 7U);
+  RegionT region(edgelets_, 7);
+  expectRefusal([&] { region.label(wide); });
+  EXPECT_EQ(region.label(), 7U);
 }
 
 TEST_F(RegionTTest, PointsCanBeSetOnADefaultRegion) {
