@@ -8,7 +8,7 @@
 #include <string>
 #include <utility>
 
-#include <cntrformats/geojson/json.h>
+#include <cntrformats/json.h>
 
 namespace formats {
 

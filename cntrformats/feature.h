@@ -10,7 +10,7 @@
 #include <string>
 #include <vector>
 
-#include <cntrformats/geojson/json.h>
+#include <cntrformats/json.h>
 #include <platform/core/vector.h>
 #include <platform/image/edgelet.h>
 

@@ -5,7 +5,7 @@
 #pragma once
 
 #include <cntrformats/feature.h>
-#include <cntrformats/geojson/json.h>
+#include <cntrformats/json.h>
 
 namespace formats {
 

@@ -5,7 +5,7 @@
 #include <ostream>
 
 #include <cntrformats/csv/fields.h>
-#include <cntrformats/geojson/json.h>
+#include <cntrformats/json.h>
 #include <cntrformats/number.h>
 #include <tools/report/rows.h>
 

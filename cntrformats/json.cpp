@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 
-#include <cntrformats/geojson/json.h>
+#include <cntrformats/json.h>
 
 #include <istream>
 

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// The JSON type of the tool: members stay in the order of the file, so that what is written back
+// The JSON type of the formats: members stay in the order of the file, so that what is written back
 // looks like what was read.
 
 #pragma once
