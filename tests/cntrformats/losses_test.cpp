@@ -46,6 +46,12 @@ TEST(Losses, WktHoldsTheGeometryAlone) {
   EXPECT_THAT(lossesIn("wkt", texts::outline(texts::square(1))), IsEmpty());
 }
 
+TEST(Losses, LabelsAndEdgeElementsAreNoOtherProperties) {
+  Feature feature = texts::outline(texts::square(1));
+  feature.source = Json::parse(R"({"type":"Feature","properties":{"label":7,"edgelets":null}})");
+  EXPECT_THAT(lossesIn("wkt", feature), IsEmpty());
+}
+
 TEST(Losses, CsvHoldsALabelOrAnId) {
   Feature feature = full();
   EXPECT_THAT(lossesIn("csv", feature),
