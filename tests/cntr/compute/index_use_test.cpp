@@ -93,15 +93,17 @@ TEST_F(IndexUseTest, TheFarthestPairIsLookedForWhereTheIndexTells) {
   // The boxes say that nothing is farther apart than the pair that is tried first.
   const Points together(n, center);
   const EdgeIndex index(Path{together, true});
-  Points rectangle{{0, 0}, {50, 0}, {100, 0}, {100, 40}, {50, 40}, {0, 40}};
-  const Points start(n - rectangle.size(), Point(50, 0));
-  rectangle.insert(rectangle.begin(), start.begin(), start.end());
-  const Path path{rectangle, true};
+  // The first vertex leads to (10, 0) and on from there: the pair across is found by searching.
+  Points points(n, Point(0, 0));
+  points[n - 3] = {10, 0};
+  points[n - 2] = {0, 9};
+  points[n - 1] = {0, -9};
+  const Path path{points, true};
   const auto scanned = cntr::compute::farthestPair(path, nullptr);
   const auto misled = cntr::compute::farthestPair(path, &index);
   ASSERT_TRUE(scanned && misled);
-  EXPECT_EQ(scanned->first, n - 6);
-  EXPECT_EQ(scanned->second, n - 3);
+  EXPECT_EQ(scanned->distance, 18.0);
+  EXPECT_LT(misled->distance, 14.0);
 }
 
 TEST_F(IndexUseTest, AVertexAtThePointIsLookedForWhereTheIndexTells) {
