@@ -72,3 +72,17 @@ template <class F>
 void loadHex(std::string_view text, F transfer) {
   loadBytes(fromHex(text), transfer);
 }
+
+/// The bytes of a value.
+template <class T>
+std::string hexOf(T value) {
+  return storedHex([&](qcArchive& archive) { archive || value; });
+}
+
+/// The value that the bytes are loaded as.
+template <class T>
+T loadedFrom(std::string_view hex) {
+  T value{};
+  loadHex(hex, [&](qcArchive& archive) { archive || value; });
+  return value;
+}

@@ -42,11 +42,6 @@ std::string oldRegion(const std::string& base = "00 00") {
 const std::string noHoles = "00000000";
 
 template <class Object>
-std::string hexOf(Object& object) {
-  return storedHex([&](qcArchive& archive) { archive || object; });
-}
-
-template <class Object>
 void load(const std::string& text, Object& object) {
   loadHex(text, [&](qcArchive& archive) { archive || object; });
 }

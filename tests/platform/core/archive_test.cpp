@@ -23,18 +23,6 @@
 
 namespace {
 
-template <class T>
-std::string hexOf(T value) {
-  return storedHex([&](qcArchive& archive) { archive || value; });
-}
-
-template <class T>
-T loadedFrom(std::string_view hex) {
-  T value{};
-  loadHex(hex, [&](qcArchive& archive) { archive || value; });
-  return value;
-}
-
 TEST(ArchiveHeaderTest, IsWrittenAtTheStart) {
   std::ostringstream stream;
   const qcStreamArchive archive(stream);

@@ -15,18 +15,6 @@
 
 namespace {
 
-template <class T>
-std::string hexOf(T value) {
-  return storedHex([&](qcArchive& archive) { archive || value; });
-}
-
-template <class T>
-T loadedFrom(std::string_view hex) {
-  T value{};
-  loadHex(hex, [&](qcArchive& archive) { archive || value; });
-  return value;
-}
-
 TEST(AngleArchiveTest, AnglesAreOneDoubleAndStepsOneByte) {
   EXPECT_EQ(hexOf(qcRadian(-2.5)), "00 00 00 00 00 00 04 c0");
   EXPECT_EQ(hexOf(qcDegree(-2.5)), "00 00 00 00 00 00 04 c0");

@@ -29,18 +29,6 @@ const std::string six = "00 00 00 00 00 00 18 40";
 const std::string head = "00 00 ";
 
 template <class Shape>
-std::string hexOf(Shape shape) {
-  return storedHex([&](qcArchive& archive) { archive || shape; });
-}
-
-template <class Shape>
-Shape loadedFrom(const std::string& hex) {
-  Shape shape;
-  loadHex(hex, [&](qcArchive& archive) { archive || shape; });
-  return shape;
-}
-
-template <class Shape>
 void expectRecord(const Shape& shape, const std::string& hex) {
   EXPECT_EQ(hexOf(shape), hex);
   EXPECT_TRUE(loadedFrom<Shape>(hex) == shape) << hex;
