@@ -29,11 +29,11 @@ cntr::plane::Path qcContour::path() const { return {points(), isClosed()}; }
 
 const cntr::index::EdgeIndex* qcContour::edgeIndex() const {
   const cntr::plane::Path edges = path();
-  qc_ContourCache& known = cache();
   if (!cntr::index::wantsEdgeIndex(edges.edgeCount())) {
-    ++known.waysTaken.scan;
+    if (cache_) ++cache_->waysTaken.scan;
     return nullptr;
   }
+  qc_ContourCache& known = cache();
   if (!known.edgeIndex) known.edgeIndex = std::make_shared<const cntr::index::EdgeIndex>(edges);
   ++known.waysTaken.index;
   return known.edgeIndex.get();

@@ -8,7 +8,8 @@
 #include <cstddef>
 
 /// How many questions were answered in each way since the answers were last forgotten; a copy takes
-/// the counts along.
+/// the counts along. A contour that remembers nothing makes no room for the sake of counting: its
+/// scans are counted from the first answer on that it remembers.
 struct qc_WaysTaken {
   /// Points by the grid of containment, and points by casting a ray, which searches the edges by
   /// index or scan.

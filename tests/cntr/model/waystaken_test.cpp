@@ -147,9 +147,19 @@ TEST_P(EdgeWaysTest, LeadThroughTheIndexFrom32EdgesOn) {
 
 TEST_P(EdgeWaysTest, LeadThroughAScanBelow32Edges) {
   const ContourProbe contour = openContour(shapes::smoothStar(32));
+  contour.length();
   GetParam().ask(contour);
   EXPECT_EQ(waysOf(contour).index, 0U);
   EXPECT_EQ(waysOf(contour).scan, 1U);
+}
+
+TEST(WaysTakenTest, MakeNoRoomForCountingTheScansOfASmallContour) {
+  if (!heap::counts) GTEST_SKIP() << "the heap is not counted here";
+  const ContourProbe contour = openContour(shapes::smoothStar(32));
+  const long before = heap::blocksMade();
+  contour.closestPoint(center, false);
+  contour.closestVertexIndex(center);
+  EXPECT_EQ(heap::blocksMade(), before);
 }
 
 TEST_P(EdgeWaysTest, ShareOneIndexWithAllOthersAndWithCopies) {
