@@ -15,7 +15,7 @@ namespace cntr::compute {
 qcVector<2> clearDirection(const plane::Path& path, const qcVector<2>& p);
 
 /// The same by way of the index of the path.
-/// REQUIRES: all coordinates are finite.
+/// REQUIRES: all coordinates are finite, those of p too.
 qcVector<2> clearDirection(const plane::Path& path, const index::EdgeIndex& index,
                            const qcVector<2>& p);
 
