@@ -20,6 +20,7 @@ std::string nameOfBadHole(const qcRegion& region, const std::vector<RegionHandle
 
 void addHoles(qcRegion& region, const std::vector<Points>& rings) {
   std::vector<RegionHandle> holes;
+  holes.reserve(rings.size());
   for (const Points& ring : rings) holes.emplace_back(new qcRegion(ring, asGiven));
   try {
     region.holes(holes);
@@ -43,7 +44,7 @@ qcPtrHandle<qcRegion> makeRegion(const Part& part, bool withHoles) {
 qcRegionSet makeRegionSet(const std::vector<Part>& parts, bool withHoles) {
   std::vector<RegionHandle> regions;
   regions.reserve(parts.size());
-  for (const Part& part : parts) regions.push_back(makeRegion(part, withHoles));
+  for (const Part& part : parts) regions.emplace_back(makeRegion(part, withHoles));
   return {regions, asGiven};
 }
 

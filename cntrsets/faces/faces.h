@@ -18,6 +18,7 @@ struct Winding {
   std::size_t ring;
   int times;
 
+  // NOLINTNEXTLINE(modernize-use-nullptr): clang-tidy takes the default for a null.
   auto operator<=>(const Winding&) const = default;
 };
 

@@ -59,7 +59,7 @@ double largestCoordinate(std::span<const std::span<const Point>> rings) {
   return largest;
 }
 
-Scaling::Scaling(double largest) : exponent_(0) {
+Scaling::Scaling(double largest) {
   if (largest > 0.0) exponent_ = scaledExponent - 1 - std::ilogb(largest);
 }
 
@@ -81,16 +81,15 @@ std::vector<Piece> scaledPieces(std::span<const std::span<const Point>> rings,
 
 FilledSet filledSet(std::span<const std::span<const Point>> rings, const Rule& rule) {
   const Scaling scaling(largestCoordinate(rings));
-  std::vector<Piece> pieces = scaledPieces(rings, scaling);
-  const std::size_t edges = pieces.size();
-  const Noding noding = node(std::move(pieces));
+  const std::vector<Piece> pieces = scaledPieces(rings, scaling);
+  const Noding noding = node(pieces);
   const Faces faces = facesOf(noding.pieces);
   FilledSet result{boundaryOf(faces, keptFaces(faces, rule))};
   for (qcRings& part : result.parts) {
     restore(part.outline, scaling);
     for (std::vector<Point>& hole : part.holes) restore(hole, scaling);
   }
-  result.cut = noding.pieces.size() != edges || noding.roundings > 0;
+  result.cut = noding.pieces.size() != pieces.size() || noding.roundings > 0;
   result.grid = scaling.restored(noding.grid);
   result.moved = scaling.restored(farthestMove(noding));
   if (result.cut) refuseFlaws(result.parts);

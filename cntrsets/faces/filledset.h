@@ -33,7 +33,7 @@ class Scaling {
   double restored(double length) const;
 
  private:
-  int exponent_;
+  int exponent_ = 0;
 };
 
 /// The edges of the rings, scaled.

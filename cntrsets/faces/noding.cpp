@@ -203,7 +203,7 @@ Noding nodeOnGrid(const std::vector<Piece>& pieces, double grid) {
   return {std::move(cut), true, settled ? 1 : 0, grid};
 }
 
-Noding node(std::vector<Piece> pieces) {
+Noding node(const std::vector<Piece>& pieces) {
   std::vector<Piece> cut = pieces;
   std::size_t fewest = std::numeric_limits<std::size_t>::max();
   for (int roundings = 0;; ++roundings) {

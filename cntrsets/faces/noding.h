@@ -46,7 +46,7 @@ struct Noding {
 /// REQUIRES: coordinates are finite, the largest of size 2^479 to 2^480.
 /// Throws qcContourDefs::BadParams "the outlines cannot be cut at their crossings" when none does.
 /// O((n + k) log n) for k meetings and rings whose neighbouring edges lie close to each other.
-Noding node(std::vector<Piece> pieces);
+Noding node(const std::vector<Piece>& pieces);
 
 /// The same on a grid of a spacing that is a power of two, at least 4 units in the last place of
 /// the largest coordinate: all ends are moved to the grid and every piece is led through the middle
