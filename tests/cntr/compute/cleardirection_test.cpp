@@ -56,9 +56,9 @@ Point clear(const Points& points, const Point& p) { return clear(Subject(points,
 Point atAngle(double angle) { return {std::cos(angle), std::sin(angle)}; }
 
 TEST(ClearDirectionTest, BisectsTheFirstWideGapFromTheXAxisOn) {
-  EXPECT_TRUE(same(clear({{1, 1}, {-1, 1}, {-1, -1}, {1, -1}}, {0, 0}), atAngle(pi / 2)));
+  EXPECT_LT(clear({{1, 1}, {-1, 1}, {-1, -1}, {1, -1}}, {0, 0}).distance(atAngle(pi / 2)), 1e-15);
   // Between 0 and 45 degrees the gap is as wide as it must be, but not wider.
-  EXPECT_TRUE(same(clear({{2, 0}, {1, 1}, {-1, 1}, {0, -1}}, {0, 0}), atAngle(pi / 2)));
+  EXPECT_LT(clear({{2, 0}, {1, 1}, {-1, 1}, {0, -1}}, {0, 0}).distance(atAngle(pi / 2)), 1e-15);
 }
 
 TEST(ClearDirectionTest, ClosesTheTurn) {
@@ -79,7 +79,7 @@ TEST(ClearDirectionTest, IsTheXAxisWhereAllVerticesLieInOneDirection) {
 }
 
 TEST(ClearDirectionTest, LeavesOutVerticesThatAreNan) {
-  EXPECT_TRUE(same(clear({{1, 1}, {nan, 1}, {-1, 1}, {-1, -1}}, {0, 0}), atAngle(pi / 2)));
+  EXPECT_LT(clear({{1, 1}, {nan, 1}, {-1, 1}, {-1, -1}}, {0, 0}).distance(atAngle(pi / 2)), 1e-15);
   EXPECT_EQ(clear({{nan, 1}, {nan, 2}}, {0, 0}), Point(1, 0));
 }
 
