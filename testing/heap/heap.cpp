@@ -6,14 +6,13 @@
 
 #include "heap.h"
 
+#include <algorithm>
 #include <atomic>
+#include <cstddef>
 #include <cstdlib>
+#include <cstring>
 #include <limits>
 #include <new>
-
-#if !defined(_WIN32)
-#include <malloc.h>
-#endif
 
 namespace {
 
@@ -52,20 +51,29 @@ bool isRefused() {
   return true;
 }
 
-/// Null when refused.
+constexpr std::size_t usual = alignof(std::max_align_t);
+
+constexpr std::size_t number(std::align_val_t alignment) {
+  return std::max(usual, static_cast<std::size_t>(alignment));
+}
+
+/// Null when refused. In front of each block lies the size that was asked for: what the allocator
+/// makes of it differs from one run to the next.
 void* allocate(std::size_t size, std::size_t alignment) noexcept {
   raise(largest, size);
   if (isRefused()) return nullptr;
-  void* block = nullptr;
-  if (alignment <= alignof(std::max_align_t)) {
-    block = std::malloc(size == 0 ? 1 : size);
-  } else if (posix_memalign(&block, alignment, size == 0 ? 1 : size) != 0) {
-    block = nullptr;
+  if (size > never - alignment) return nullptr;
+  void* memory = nullptr;
+  if (alignment == usual) {
+    memory = std::malloc(size + alignment);
+  } else if (posix_memalign(&memory, alignment, size + alignment) != 0) {
+    return nullptr;
   }
-  if (block == nullptr) return nullptr;
+  if (memory == nullptr) return nullptr;
   ++made;
-  const std::size_t usable = malloc_usable_size(block);
-  raise(mostBytes, bytes.fetch_add(usable) + usable);
+  raise(mostBytes, bytes.fetch_add(size) + size);
+  std::byte* const block = static_cast<std::byte*>(memory) + alignment;
+  std::memcpy(block - sizeof size, &size, sizeof size);
   return block;
 }
 
@@ -74,17 +82,14 @@ void* allocateOrThrow(std::size_t size, std::size_t alignment) {
   throw std::bad_alloc();
 }
 
-void release(void* block) noexcept {
-  if (block == nullptr) return;
+void release(void* pointer, std::size_t alignment) noexcept {
+  if (pointer == nullptr) return;
+  std::byte* const block = static_cast<std::byte*>(pointer);
+  std::size_t size = 0;
+  std::memcpy(&size, block - sizeof size, sizeof size);
   ++gone;
-  bytes -= malloc_usable_size(block);
-  std::free(block);
-}
-
-constexpr std::size_t usual = alignof(std::max_align_t);
-
-constexpr std::size_t number(std::align_val_t alignment) {
-  return static_cast<std::size_t>(alignment);
+  bytes -= size;
+  std::free(block - alignment);
 }
 
 }  // namespace
@@ -105,18 +110,24 @@ void* operator new[](std::size_t size, Alignment a, const NoThrow&) noexcept {
   return allocate(size, number(a));
 }
 
-void operator delete(void* block) noexcept { release(block); }
-void operator delete[](void* block) noexcept { release(block); }
-void operator delete(void* block, std::size_t) noexcept { release(block); }
-void operator delete[](void* block, std::size_t) noexcept { release(block); }
-void operator delete(void* block, const NoThrow&) noexcept { release(block); }
-void operator delete[](void* block, const NoThrow&) noexcept { release(block); }
-void operator delete(void* block, Alignment) noexcept { release(block); }
-void operator delete[](void* block, Alignment) noexcept { release(block); }
-void operator delete(void* block, std::size_t, Alignment) noexcept { release(block); }
-void operator delete[](void* block, std::size_t, Alignment) noexcept { release(block); }
-void operator delete(void* block, Alignment, const NoThrow&) noexcept { release(block); }
-void operator delete[](void* block, Alignment, const NoThrow&) noexcept { release(block); }
+void operator delete(void* block) noexcept { release(block, usual); }
+void operator delete[](void* block) noexcept { release(block, usual); }
+void operator delete(void* block, std::size_t) noexcept { release(block, usual); }
+void operator delete[](void* block, std::size_t) noexcept { release(block, usual); }
+void operator delete(void* block, const NoThrow&) noexcept { release(block, usual); }
+void operator delete[](void* block, const NoThrow&) noexcept { release(block, usual); }
+void operator delete(void* block, Alignment a) noexcept { release(block, number(a)); }
+void operator delete[](void* block, Alignment a) noexcept { release(block, number(a)); }
+void operator delete(void* block, std::size_t, Alignment a) noexcept { release(block, number(a)); }
+void operator delete[](void* block, std::size_t, Alignment a) noexcept {
+  release(block, number(a));
+}
+void operator delete(void* block, Alignment a, const NoThrow&) noexcept {
+  release(block, number(a));
+}
+void operator delete[](void* block, Alignment a, const NoThrow&) noexcept {
+  release(block, number(a));
+}
 #endif
 
 namespace heap {

@@ -24,7 +24,7 @@ inline constexpr bool counts = true;
 long blocksAlive();
 /// Blocks that new gave so far.
 long blocksMade();
-/// Bytes of the blocks alive, with what the system rounds each of them up by.
+/// The bytes asked for in the blocks alive.
 std::size_t bytesAlive();
 
 /// Measures from its construction on. One at a time.
