@@ -5,17 +5,18 @@
 #include <cntrsets/filled.h>
 
 #include <algorithm>
-#include <cmath>
 #include <utility>
 
 #include <cntrsets/exact/twofold.h>
 #include <cntrsets/faces/filledset.h>
+#include <cntrsets/frame.h>
 #include <cntrsets/ringlist.h>
 #include <cntrsets/sets.h>
 
 namespace {
 
 using cntr::sets::Faces;
+using cntr::sets::Frame;
 using cntr::sets::Piece;
 using cntr::sets::Point;
 using cntr::sets::productOf;
@@ -97,53 +98,6 @@ struct Sums {
   }
 };
 
-/// Where coordinates are counted from, and a power of two that they are multiplied with so that the
-/// feature's size is about 1.
-class Frame {
- public:
-  explicit Frame(const std::vector<std::span<const Point>>& rings) {
-    Point low;
-    Point high;
-    bool first = true;
-    for (const std::span<const Point>& ring : rings) {
-      for (const Point& p : ring) {
-        low = first ? p : Point(std::min(low.x(), p.x()), std::min(low.y(), p.y()));
-        high = first ? p : Point(std::max(high.x(), p.x()), std::max(high.y(), p.y()));
-        first = false;
-      }
-    }
-    // Halves first: the sizes of the largest doubles are none.
-    const double extent = std::max(high.x() * 0.5 - low.x() * 0.5, high.y() * 0.5 - low.y() * 0.5);
-    exponent_ = extent > 0.0 ? -1 - std::ilogb(extent) : 0;
-    origin_ = {originOf(low.x(), high.x()), originOf(low.y(), high.y())};
-  }
-
-  /// Rounded to a double: exact for coordinates far from the plane's origin, and for those near it
-  /// within half a unit in the last place of the feature's size.
-  Point local(const Point& p) const {
-    return {std::ldexp(p.x() - origin_.x(), exponent_), std::ldexp(p.y() - origin_.y(), exponent_)};
-  }
-
-  Point restored(const Twofold& x, const Twofold& y) const {
-    return {origin_.x() + std::ldexp(x.high, -exponent_),
-            origin_.y() + std::ldexp(y.high, -exponent_)};
-  }
-
-  double restored(const Twofold& value, int power) const {
-    return std::ldexp(value.high, -exponent_ * power);
-  }
-
- private:
-  /// The plane's own origin when it lies near.
-  double originOf(double low, double high) const {
-    const double middle = low * 0.5 + high * 0.5;
-    return std::abs(std::ldexp(middle, exponent_)) < 2.0 ? 0.0 : middle;
-  }
-
-  Point origin_;
-  int exponent_ = 0;
-};
-
 Sums sumsOf(std::span<const Point> ring, const Frame& frame) {
   Sums sums;
   if (ring.empty()) return sums;
@@ -171,9 +125,9 @@ qc_InertiaData momentsOf(const RingList& list) {
   const Twofold xx = sums.xx12 / Twofold(12.0) - area * (x * x);
   const Twofold xy = sums.xy24 / Twofold(24.0) - area * (x * y);
   const Twofold yy = sums.yy12 / Twofold(12.0) - area * (y * y);
-  return qc_InertiaData(frame.restored(area, 2), frame.restored(x, y),
-                        qcMatrix<2>(frame.restored(xx, 4), frame.restored(xy, 4),
-                                    frame.restored(xy, 4), frame.restored(yy, 4)));
+  return qc_InertiaData(frame.restored(area.high, 2), frame.restored({x.high, y.high}),
+                        qcMatrix<2>(frame.restored(xx.high, 4), frame.restored(xy.high, 4),
+                                    frame.restored(xy.high, 4), frame.restored(yy.high, 4)));
 }
 
 }  // namespace

@@ -1,0 +1,65 @@
+// SPDX-License-Identifier: MIT
+//
+// Coordinates of a feature's own, so that its measures have the same digits wherever it lies and
+// whatever its size.
+
+#pragma once
+
+#include <algorithm>
+#include <cmath>
+#include <span>
+#include <vector>
+
+#include <platform/core/vector.h>
+
+namespace cntr::sets {
+
+/// Where coordinates are counted from, and a power of two that they are multiplied with so that the
+/// feature's size is about 1.
+class Frame {
+ public:
+  /// REQUIRES: coordinates are finite.
+  explicit Frame(const std::vector<std::span<const qcVector<2>>>& rings) {
+    qcVector<2> low;
+    qcVector<2> high;
+    bool first = true;
+    for (const std::span<const qcVector<2>>& ring : rings) {
+      for (const qcVector<2>& p : ring) {
+        low = first ? p : qcVector<2>(std::min(low.x(), p.x()), std::min(low.y(), p.y()));
+        high = first ? p : qcVector<2>(std::max(high.x(), p.x()), std::max(high.y(), p.y()));
+        first = false;
+      }
+    }
+    // Halves first: the sizes of the largest doubles are none.
+    const double extent = std::max(high.x() * 0.5 - low.x() * 0.5, high.y() * 0.5 - low.y() * 0.5);
+    exponent_ = extent > 0.0 ? -1 - std::ilogb(extent) : 0;
+    origin_ = {originOf(low.x(), high.x()), originOf(low.y(), high.y())};
+  }
+
+  /// Exact, unless a coordinate is smaller than the feature by more than 300 orders of magnitude:
+  /// coordinates are counted from elsewhere only where their differences are doubles.
+  qcVector<2> local(const qcVector<2>& p) const {
+    return {std::ldexp(p.x() - origin_.x(), exponent_), std::ldexp(p.y() - origin_.y(), exponent_)};
+  }
+
+  /// The point of the plane, rounded once.
+  qcVector<2> restored(const qcVector<2>& p) const {
+    return {origin_.x() + std::ldexp(p.x(), -exponent_),
+            origin_.y() + std::ldexp(p.y(), -exponent_)};
+  }
+
+  /// What is in this power of the unit of length, in the plane's unit.
+  double restored(double value, int power) const { return std::ldexp(value, -exponent_ * power); }
+
+ private:
+  /// The plane's own origin when it lies near.
+  double originOf(double low, double high) const {
+    const double middle = low * 0.5 + high * 0.5;
+    return std::abs(std::ldexp(middle, exponent_)) < 2.0 ? 0.0 : middle;
+  }
+
+  qcVector<2> origin_;
+  int exponent_ = 0;
+};
+
+}  // namespace cntr::sets

@@ -1,0 +1,127 @@
+// SPDX-License-Identifier: MIT
+//
+// Shapes brought to coordinates of their own, and asked there.
+
+#include <cntrtable/facts.h>
+
+#include <algorithm>
+#include <cmath>
+#include <span>
+
+#include <cntr/contourdefs.h>
+#include <cntr/regionst.h>
+
+namespace table {
+
+namespace {
+
+using Point = qcVector<2>;
+using Ring = std::vector<Point>;
+using cntr::sets::Frame;
+
+/// An area up to this, in local coordinates, is the rounding of sums whose terms are about 1 and
+/// have twice a double's digits: that of a line walked there and back.
+constexpr double roundingOfSums = 1e-24;
+
+std::vector<std::span<const Point>> ringsOf(const std::vector<qcRings>& parts) {
+  std::vector<std::span<const Point>> rings;
+  for (const qcRings& part : parts) {
+    rings.emplace_back(part.outline);
+    rings.insert(rings.end(), part.holes.begin(), part.holes.end());
+  }
+  return rings;
+}
+
+void requireFinite(const std::vector<std::span<const Point>>& rings) {
+  for (const std::span<const Point>& ring : rings) {
+    for (const Point& p : ring) {
+      if (!std::isfinite(p.x()) || !std::isfinite(p.y()))
+        throw qcContourDefs::BadParams(L"a coordinate is not a finite number");
+    }
+  }
+}
+
+Ring localOf(const Ring& ring, const Frame& frame) {
+  Ring local;
+  local.reserve(ring.size());
+  for (const Point& p : ring) local.push_back(frame.local(p));
+  return local;
+}
+
+std::vector<qcRings> localOf(const std::vector<qcRings>& parts, const Frame& frame) {
+  std::vector<qcRings> locals;
+  for (const qcRings& part : parts) {
+    locals.push_back({localOf(part.outline, frame), {}});
+    for (const Ring& hole : part.holes) locals.back().holes.push_back(localOf(hole, frame));
+  }
+  return locals;
+}
+
+Extent extentOf(const std::vector<qcRings>& parts) {
+  Extent extent{parts.front().outline.front(), parts.front().outline.front()};
+  for (const qcRings& part : parts) {
+    for (const Point& p : part.outline) {
+      extent.low = {std::min(extent.low.x(), p.x()), std::min(extent.low.y(), p.y())};
+      extent.high = {std::max(extent.high.x(), p.x()), std::max(extent.high.y(), p.y())};
+    }
+  }
+  return extent;
+}
+
+/// The library's own answer, in which its tolerances are absolute.
+std::optional<bool> crossesItself(const Shape& shape) {
+  if (!shape.closed) {
+    if (shape.parts.size() > 1) return std::nullopt;
+    return qcContour(shape.parts.front().outline, false, 0).isSelfIntersecting();
+  }
+  constexpr auto asGiven = qcContourDefs::eNoIntersectionRepair;
+  std::vector<qcPtrHandle_const<qcRegion>> outlines;
+  for (const qcRings& part : shape.parts)
+    outlines.emplace_back(new qcRegion(part.outline, asGiven));
+  return qcRegionSet(outlines, asGiven).isSelfIntersecting();
+}
+
+void addFilled(Facts& facts, const std::vector<qcRings>& parts, Needs needs, Filling filling) {
+  // Of the coordinates as given: local ones have lost what is smallest.
+  facts.contact = qf_RingContact(parts);
+  const bool simple = isBoundedSimply(*facts.contact);
+  facts.isLeftOut = !simple && filling == Filling::eLeftOut;
+  if (facts.isLeftOut) return;
+  const std::vector<qcRings> local = localOf(parts, facts.frame);
+  const qc_InertiaData filled = qf_FilledMoments(local, *facts.contact);
+  if (!(filled.area() > roundingOfSums)) return;
+  facts.filled = filled;
+  if ((needs & eSolid) == 0U || parts.size() > 1) return;
+  const std::vector<qcRings> solid{{local.front().outline, {}}};
+  facts.solidArea =
+      (simple ? qf_FilledMoments(solid, qcRingContact::eSimple) : qf_FilledMoments(solid)).area();
+}
+
+}  // namespace
+
+bool isBoundedSimply(qcRingContact contact) {
+  return contact == qcRingContact::eSimple || contact == qcRingContact::eTouches;
+}
+
+Facts factsOf(const Shape& shape, Needs needs, Filling filling) {
+  const std::vector<std::span<const Point>> rings = ringsOf(shape.parts);
+  requireFinite(rings);
+  Facts facts(Frame(rings), shape.closed);
+  for (const qcRings& part : shape.parts) {
+    facts.vertices += part.outline.size();
+    facts.holes += part.holes.size();
+    if ((needs & eCurves) != 0U)
+      facts.curves.emplace_back(localOf(part.outline, facts.frame), shape.closed, 0);
+    if ((needs & eHoleCurves) == 0U) continue;
+    for (const Ring& hole : part.holes)
+      facts.holeCurves.emplace_back(localOf(hole, facts.frame), true, 0);
+  }
+  if ((needs & eExtent) != 0U) facts.extent = extentOf(shape.parts);
+  if ((needs & (eFilled | eSolid)) != 0U && shape.closed)
+    addFilled(facts, shape.parts, needs, filling);
+  if ((needs & (shape.closed ? eCrossings : eCrossings | eLineCrossings)) != 0U)
+    facts.crosses = crossesItself(shape);
+  return facts;
+}
+
+}  // namespace table

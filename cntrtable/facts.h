@@ -1,0 +1,103 @@
+// SPDX-License-Identifier: MIT
+//
+// What measures are computed from. A measure names the facts that it needs (measures.h); only those
+// are found out, each once however many measures share it.
+
+#pragma once
+
+#include <cstddef>
+#include <optional>
+#include <vector>
+
+#include <cntr/contour.h>
+#include <cntr/inertia.h>
+#include <cntrsets/filled.h>
+#include <cntrsets/frame.h>
+#include <cntrsets/rings.h>
+
+namespace table {
+
+/// What is measured: areas, or open lines, which are outlines without holes. It refers to the
+/// parts.
+struct Shape {
+  const std::vector<qcRings>& parts;
+  bool closed = true;
+};
+
+/// Kinds of facts, to be joined by |.
+enum Need : unsigned {
+  eCounts = 0U,
+  /// Facts::extent.
+  eExtent = 1U,
+  /// Facts::curves. What they are asked they find out themselves, see contour.h.
+  eCurves = 2U,
+  /// Facts::holeCurves.
+  eHoleCurves = 4U,
+  /// Facts::contact and Facts::filled; about 1 us for each vertex, more where edges cross.
+  eFilled = 8U,
+  /// Facts::solidArea; brings eFilled.
+  eSolid = 16U,
+  /// Facts::crosses.
+  eCrossings = 32U,
+  /// Facts::crosses of open lines alone.
+  eLineCrossings = 64U
+};
+
+using Needs = unsigned;
+
+/// What becomes of an area whose rings do not bound it simply.
+enum class Filling {
+  /// The set operations give the set that it fills.
+  eMeasured,
+  /// It has no area, centre or moments.
+  eLeftOut
+};
+
+/// The smallest box around outlines or lines, in the coordinates as given.
+struct Extent {
+  qcVector<2> low;
+  qcVector<2> high;
+};
+
+/// What is known of a shape. Facts in local coordinates are in those of `frame`, in which the shape
+/// is about 1 in size: no answer depends on where it lies or on its unit.
+struct Facts {
+  Facts(const cntr::sets::Frame& frame_, bool closed_) : frame(frame_), closed(closed_) {}
+
+  cntr::sets::Frame frame;
+  bool closed;
+  /// Of outlines or lines, without those of holes.
+  std::size_t vertices = 0;
+  std::size_t holes = 0;
+
+  std::optional<Extent> extent;
+  /// The outlines or lines, local.
+  std::vector<qcContour> curves;
+  /// The boundaries of the holes, local.
+  std::vector<qcContour> holeCurves;
+
+  // Of areas alone.
+
+  /// How the rings lie to each other.
+  std::optional<qcRingContact> contact;
+  /// They do not bound their area simply, and Filling::eLeftOut was asked for.
+  bool isLeftOut = false;
+  /// Area, centre and second moments of what is filled, local; nothing where there is no area or it
+  /// is left out.
+  std::optional<qc_InertiaData> filled;
+  /// The local area of a single outline without its holes; nothing where `filled` is nothing.
+  std::optional<double> solidArea;
+
+  /// Whether the library says that outlines cross themselves or each other, in the coordinates as
+  /// given; nothing for several lines.
+  std::optional<bool> crosses;
+};
+
+/// Whether the rings bound their area simply, so that it needs no set operations.
+bool isBoundedSimply(qcRingContact contact);
+
+/// REQUIRES: at least one part. Throws qcContourDefs::BadParams "a coordinate is not a finite
+/// number", and what the set operations throw (sets.h).
+Facts factsOf(const Shape& shape, Needs needs, Filling filling);
+
+}  // namespace table

@@ -1,0 +1,242 @@
+// SPDX-License-Identifier: MIT
+
+#include <cntrtable/measures.h>
+
+#include <algorithm>
+#include <cmath>
+#include <numbers>
+
+#include <cntr/contourdefs.h>
+#include <cntr/ellipse.h>
+
+namespace table {
+
+namespace {
+
+using Geom = qcEllipse::qcEllipseGeom;
+
+Value number(double value) { return std::isfinite(value) ? Value(value) : Value(); }
+
+/// A local value in the plane's unit.
+Value restored(const Facts& facts, double value, int power) {
+  return number(facts.frame.restored(value, power));
+}
+
+// Each template answers by the function that it is given, or with nothing where the question has no
+// meaning.
+
+template <double (*Ask)(const qcContour&)>
+Value ofCurve(const Facts& facts) {
+  return facts.curves.size() == 1 ? restored(facts, Ask(facts.curves.front()), 1) : Value();
+}
+
+template <qcContourDefs::DiameterMode Mode>
+double diameter(const qcContour& curve) {
+  return curve.diameter(Mode);
+}
+
+template <double (*Coordinate)(const qcVector<2>&)>
+Value ofMeanPosition(const Facts& facts) {
+  if (facts.curves.size() != 1) return {};
+  return number(Coordinate(facts.frame.restored(facts.curves.front().meanPosition())));
+}
+
+double x(const qcVector<2>& p) { return p.x(); }
+double y(const qcVector<2>& p) { return p.y(); }
+
+template <double (*Coordinate)(const qcVector<2>&)>
+Value ofCentre(const Facts& facts) {
+  if (!facts.filled) return {};
+  return number(Coordinate(facts.frame.restored(facts.filled->centerOfMass())));
+}
+
+template <int Row, int Column>
+Value moment(const Facts& facts) {
+  if (!facts.filled) return {};
+  return restored(facts, facts.filled->inertiaMatrix().element(Row, Column), 4);
+}
+
+Value equivalentDiameter(const Facts& facts) {
+  if (!facts.filled) return {};
+  return restored(facts, std::sqrt(4.0 * facts.filled->area() / std::numbers::pi), 1);
+}
+
+template <double (*Ask)(const Geom&)>
+Value ofMoments(const Facts& facts) {
+  if (!facts.filled) return {};
+  // The library takes a small moment for that of a line: those of a shape that is a million across
+  // are large enough for any that is not one.
+  constexpr double enlarged = 0x1p80;
+  try {
+    const qcMatrix<2>& m = facts.filled->inertiaMatrix();
+    const qc_InertiaData large(facts.filled->area(), facts.filled->centerOfMass(),
+                               qcMatrix<2>(enlarged * m.element(0, 0), enlarged * m.element(0, 1),
+                                           enlarged * m.element(1, 0), enlarged * m.element(1, 1)));
+    return number(Ask(qf_EllipseFromInertiaData(large).geom()));
+  } catch (const qcMathError::Singular&) {
+    return {};
+  }
+}
+
+double axisRatio(const Geom& ellipse) { return ellipse.radius2 / ellipse.radius1; }
+double eccentricity(const Geom& ellipse) {
+  const double ratio = axisRatio(ellipse);
+  return std::sqrt((1.0 - ratio) * (1.0 + ratio));
+}
+double rotation(const Geom& ellipse) { return qcDegree(ellipse.rotation).toDouble(); }
+
+/// The ellipse fitted to the vertices of a single outline or line; nothing where nothing fits.
+std::optional<std::pair<Geom, double>> fitted(const Facts& facts) {
+  if (facts.curves.size() != 1) return std::nullopt;
+  qcEllipse ellipse;
+  double residual = 0.0;
+  facts.curves.front().fitEllipse(ellipse, residual);
+  if (residual < 0.0) return std::nullopt;
+  return std::pair(ellipse.geom(), residual);
+}
+
+template <double (*Coordinate)(const qcVector<2>&)>
+Value fittedCentre(const Facts& facts) {
+  const auto fit = fitted(facts);
+  return fit ? number(Coordinate(facts.frame.restored(fit->first.center))) : Value();
+}
+
+template <double Geom::*Radius>
+Value fittedRadius(const Facts& facts) {
+  const auto fit = fitted(facts);
+  return fit ? restored(facts, fit->first.*Radius, 1) : Value();
+}
+
+Value fittedRotation(const Facts& facts) {
+  const auto fit = fitted(facts);
+  return fit ? number(rotation(fit->first)) : Value();
+}
+
+Value fitResidual(const Facts& facts) {
+  const auto fit = fitted(facts);
+  return fit ? restored(facts, fit->second, 1) : Value();
+}
+
+double lengthOf(const std::vector<qcContour>& curves) {
+  double sum = 0.0;
+  for (const qcContour& curve : curves) sum += curve.length();
+  return sum;
+}
+
+Value vertices(const Facts& facts) { return facts.vertices; }
+Value holes(const Facts& facts) { return facts.holes; }
+Value closed(const Facts& facts) { return facts.closed; }
+Value length(const Facts& facts) { return restored(facts, lengthOf(facts.curves), 1); }
+
+Value perimeter(const Facts& facts) {
+  if (!facts.closed) return {};
+  return restored(facts, lengthOf(facts.curves) + lengthOf(facts.holeCurves), 1);
+}
+
+Value area(const Facts& facts) {
+  if (!facts.closed || facts.isLeftOut) return {};
+  return restored(facts, facts.filled ? facts.filled->area() : 0.0, 2);
+}
+
+Value roundness(const Facts& facts) {
+  if (!facts.solidArea) return {};
+  const double length = lengthOf(facts.curves);
+  return number(4.0 * std::numbers::pi * *facts.solidArea / (length * length));
+}
+
+Value left(const Facts& facts) { return facts.extent->low.x(); }
+Value top(const Facts& facts) { return facts.extent->low.y(); }
+Value width(const Facts& facts) { return number(facts.extent->high.x() - facts.extent->low.x()); }
+Value height(const Facts& facts) { return number(facts.extent->high.y() - facts.extent->low.y()); }
+
+Value crossesItself(const Facts& facts) { return facts.crosses ? Value(*facts.crosses) : Value(); }
+
+/// What the rings of an area do that do not bound it simply, and what came of it.
+std::string contactNote(const Facts& facts) {
+  const std::string what = *facts.contact == qcRingContact::eCrosses ? "crosses" : "overlaps";
+  return what + (facts.isLeftOut ? ": not measured" : ": measured as filled");
+}
+
+Value note(const Facts& facts) {
+  std::string text;
+  const auto add = [&text](const std::string& more) {
+    if (!text.empty()) text += ", ";
+    text += more;
+  };
+  if (facts.closed) {
+    if (!isBoundedSimply(*facts.contact)) add(contactNote(facts));
+    if (!facts.filled && !facts.isLeftOut) add("no area");
+  } else {
+    add("open");
+    if (facts.crosses.value_or(false)) add("crosses itself");
+  }
+  if (lengthOf(facts.curves) == 0.0) add("no length");
+  return text.empty() ? Value() : Value(text);
+}
+
+constexpr auto farthestPair = qcContourDefs::eFarthestVertexPair;
+constexpr auto fromFirst = qcContourDefs::eFromFirstVertex;
+
+constexpr Measure measures[] = {
+    {"vertices", "vertices of the outline, without the repeated last one and those of holes", 0,
+     true, eCounts, vertices},
+    {"holes", "number of holes that were taken into account", 0, false, eCounts, holes},
+    {"closed", "yes for an outline, no for an open line", 0, false, eCounts, closed},
+    {"area", "area that is filled, without the holes", 2, true, eFilled, area},
+    {"centre_x", "centre of mass", 1, true, eFilled, ofCentre<x>},
+    {"centre_y", "", 1, true, eFilled, ofCentre<y>},
+    {"moment_xx", "second moment, the integral of (x - centre_x)^2 over the area", 4, true, eFilled,
+     moment<0, 0>},
+    {"moment_xy", "the integral of (x - centre_x)(y - centre_y)", 4, true, eFilled, moment<0, 1>},
+    {"moment_yy", "the integral of (y - centre_y)^2", 4, true, eFilled, moment<1, 1>},
+    {"length", "length of the outline or line, without holes", 1, false, eCurves, length},
+    {"perimeter", "length of all rings, the outline's and those of holes", 1, false,
+     eCurves | eHoleCurves, perimeter},
+    {"mean_x", "mean position of the outline or line, taken as a wire", 1, false, eCurves,
+     ofMeanPosition<x>},
+    {"mean_y", "", 1, false, eCurves, ofMeanPosition<y>},
+    {"roundness", "4 pi area / length^2 of the outline without its holes; 1 for a disc", 0, true,
+     eCurves | eSolid, roundness},
+    {"equivalent_diameter", "diameter of the disc of the same area", 1, false, eFilled,
+     equivalentDiameter},
+    {"axis_ratio", "smaller axis by larger axis of the ellipse that has the same second moments", 0,
+     false, eFilled, ofMoments<axisRatio>},
+    {"eccentricity", "sqrt(1 - axis_ratio^2); 0 for a disc", 0, false, eFilled,
+     ofMoments<eccentricity>},
+    {"orientation", "direction of its larger axis, degrees from the x axis towards the y axis", 0,
+     false, eFilled, ofMoments<rotation>},
+    {"diameter", "largest distance between two vertices", 1, false, eCurves,
+     ofCurve<diameter<farthestPair>>},
+    {"first_vertex_diameter", "twice the largest distance of a vertex from the first one", 1, false,
+     eCurves, ofCurve<diameter<fromFirst>>},
+    {"left", "smallest x of the enclosing rectangle", 1, false, eExtent, left},
+    {"top", "its smallest y", 1, false, eExtent, top},
+    {"width", "its width", 1, false, eExtent, width},
+    {"height", "its height", 1, false, eExtent, height},
+    {"ellipse_x", "centre of the ellipse fitted to the vertices (a direct algebraic fit)", 1, false,
+     eCurves, fittedCentre<x>},
+    {"ellipse_y", "", 1, false, eCurves, fittedCentre<y>},
+    {"ellipse_radius1", "its larger radius", 1, false, eCurves, fittedRadius<&Geom::radius1>},
+    {"ellipse_radius2", "its smaller radius", 1, false, eCurves, fittedRadius<&Geom::radius2>},
+    {"ellipse_rotation", "direction of its larger radius, degrees as above", 0, false, eCurves,
+     fittedRotation},
+    {"ellipse_residual", "root mean square distance of the vertices from it", 1, false, eCurves,
+     fitResidual},
+    {"crosses_itself", "yes when an edge of an outline crosses another one, within 1e-6", 0, false,
+     eCrossings, crossesItself},
+    {"note", "what to know of the measures: open, crosses, overlaps, no area ...", 0, true,
+     eFilled | eCurves | eLineCrossings, note},
+};
+
+}  // namespace
+
+std::span<const Measure> allMeasures() { return measures; }
+
+const Measure* measureNamed(std::string_view name) {
+  const auto* const found =
+      std::find_if(std::begin(measures), std::end(measures),
+                   [name](const Measure& measure) { return measure.name == name; });
+  return found == std::end(measures) ? nullptr : found;
+}
+
+}  // namespace table

@@ -1,0 +1,40 @@
+// SPDX-License-Identifier: MIT
+//
+// The one list of measures. Columns of the program, its help and docs/measures.md are made from it.
+
+#pragma once
+
+#include <cstddef>
+#include <span>
+#include <string>
+#include <string_view>
+#include <variant>
+
+#include <cntrtable/facts.h>
+
+namespace table {
+
+/// Nothing (there is no answer), yes or no, a count, a number, or a text.
+using Value = std::variant<std::monostate, bool, std::size_t, double, std::string>;
+
+struct Measure {
+  /// Its name as a column.
+  const char* name;
+  const char* meaning;
+  /// The power of the unit of length that it is in; 0 for angles and plain numbers.
+  int power;
+  /// Shown by those who show a few.
+  bool isStandard;
+  /// The facts that `answer` looks at.
+  Needs needs;
+  /// Finite, or nothing where the question has no meaning. In the unit of the coordinates.
+  Value (*answer)(const Facts&);
+};
+
+/// All measures, in the order of the columns.
+std::span<const Measure> allMeasures();
+
+/// Null where there is none of that name.
+const Measure* measureNamed(std::string_view name);
+
+}  // namespace table
