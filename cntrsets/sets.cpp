@@ -46,15 +46,33 @@ Feature combined(const Feature& a, const Feature& b, Keeps keeps) {
       .parts;
 }
 
-/// Signed area, counter-clockwise positive, from the first vertex so that few digits are lost.
-double areaOf(const std::vector<Point>& ring) {
-  double doubled = 0.0;
-  for (std::size_t i = 2; i < ring.size(); ++i) {
-    const Point a = ring[i - 1] - ring[0];
-    const Point b = ring[i] - ring[0];
-    doubled += a.x() * b.y() - a.y() * b.x();
+bool isBefore(const Point& a, const Point& b) {
+  return a.x() != b.x() ? a.x() < b.x() : a.y() < b.y();
+}
+
+bool ringIsBefore(const std::vector<Point>& a, const std::vector<Point>& b) {
+  return std::lexicographical_compare(a.begin(), a.end(), b.begin(), b.end(), isBefore);
+}
+
+/// Of the two directions that the ring may be walked in from its lowest-leftmost vertex, the one
+/// with the lower second vertex.
+void straighten(std::vector<Point>& ring) {
+  if (ring.empty()) return;
+  std::rotate(ring.begin(), std::min_element(ring.begin(), ring.end(), isBefore), ring.end());
+  if (isBefore(ring.back(), ring[1 % ring.size()])) std::reverse(ring.begin() + 1, ring.end());
+}
+
+/// The same for features that differ only in where rings start, how they run, and the order of
+/// parts and holes.
+Feature straightened(Feature feature) {
+  for (qcRings& part : feature) {
+    straighten(part.outline);
+    for (std::vector<Point>& hole : part.holes) straighten(hole);
+    std::sort(part.holes.begin(), part.holes.end(), ringIsBefore);
   }
-  return 0.5 * doubled;
+  std::sort(feature.begin(), feature.end(),
+            [](const qcRings& a, const qcRings& b) { return ringIsBefore(a.outline, b.outline); });
+  return feature;
 }
 
 double lengthOf(std::span<const Point> ring) {
@@ -67,21 +85,19 @@ double lengthOf(std::span<const Point> ring) {
 qcRepairReport reportOf(const Feature& feature, const RingList& list, const FilledSet& filled) {
   qcRepairReport report;
   report.changed = feature != filled.parts;
+  report.repaired = report.changed && straightened(feature) != straightened(filled.parts);
   report.snapped = filled.grid > 0.0;
   report.gridSize = filled.grid;
   for (const std::span<const Point>& ring : list.rings()) {
     report.verticesBefore += ring.size();
     report.areaError += lengthOf(ring) * filled.moved;
   }
+  report.area = filled.area;
   report.parts = filled.parts.size();
   for (const qcRings& part : filled.parts) {
-    report.area += areaOf(part.outline);
     report.verticesAfter += part.outline.size();
     report.holes += part.holes.size();
-    for (const std::vector<Point>& hole : part.holes) {
-      report.area += areaOf(hole);
-      report.verticesAfter += hole.size();
-    }
+    for (const std::vector<Point>& hole : part.holes) report.verticesAfter += hole.size();
   }
   return report;
 }

@@ -27,7 +27,9 @@
 // - "a coordinate is not a finite number",
 // - "the outlines cannot be cut at their crossings" when no grid helps; never seen yet,
 // - "the result is not valid: ..." when GEOS, which judges every result that is not simply its
-//   input's edges, disagrees; never seen yet.
+//   input's edges, disagrees, or when areas do not add up: those of the faces, taken as often as a
+//   ring winds around them, to the area of that ring, and those of the kept faces to the result's;
+//   never seen yet.
 
 #pragma once
 
@@ -45,6 +47,8 @@
 struct qcRepairReport {
   /// The result differs from the input.
   bool changed = false;
+  /// It does so in more than where rings start, how they run and how parts and holes are sorted.
+  bool repaired = false;
   /// Vertices were moved to a grid.
   bool snapped = false;
   /// The spacing of that grid; 0 for none.

@@ -10,6 +10,7 @@
 #include <string>
 
 #include <cntr/contourdefs.h>
+#include <cntrsets/faces/areas.h>
 #include <cntrsets/faces/boundary.h>
 #include <cntrsets/validity.h>
 
@@ -43,6 +44,17 @@ void refuseFlaws(const std::vector<qcRings>& parts) {
   if (!flaw.empty())
     throw qcContourDefs::BadParams(L"the result is not valid: " +
                                    std::wstring(flaw.begin(), flaw.end()));
+}
+
+Twofold areaOfKept(const std::vector<Twofold>& areas, const std::vector<bool>& kept) {
+  Twofold sum;
+  for (std::size_t i = 0; i < areas.size(); ++i)
+    if (kept[i]) sum = sum + areas[i];
+  return sum;
+}
+
+void refuse(bool isWrong, const wchar_t* what) {
+  if (isWrong) throw qcContourDefs::BadParams(std::wstring(L"the result is not valid: ") + what);
 }
 
 }  // namespace
@@ -84,14 +96,22 @@ FilledSet filledSet(std::span<const std::span<const Point>> rings, const Rule& r
   const std::vector<Piece> pieces = scaledPieces(rings, scaling);
   const Noding noding = node(pieces);
   const Faces faces = facesOf(noding.pieces);
-  FilledSet result{boundaryOf(faces, keptFaces(faces, rule))};
+  const std::vector<bool> kept = keptFaces(faces, rule);
+  FilledSet result{boundaryOf(faces, kept)};
+  const double moved = farthestMove(noding);
+  const std::vector<Twofold> areas = areasOf(faces);
+  const Twofold area = areaOfKept(areas, kept);
+  refuse(!areasAgree(pieces, faces, areas, moved), L"faces and rings differ in area");
+  refuse(std::abs((areaOf(result.parts) - area).high) > roundingOfAreas(noding.pieces.size()),
+         L"its rings have another area than its faces");
   for (qcRings& part : result.parts) {
     restore(part.outline, scaling);
     for (std::vector<Point>& hole : part.holes) restore(hole, scaling);
   }
   result.cut = noding.pieces.size() != pieces.size() || noding.roundings > 0;
+  result.area = scaling.restored(scaling.restored(area.high));
   result.grid = scaling.restored(noding.grid);
-  result.moved = scaling.restored(farthestMove(noding));
+  result.moved = scaling.restored(moved);
   if (result.cut) refuseFlaws(result.parts);
   return result;
 }

@@ -42,6 +42,8 @@ std::vector<Piece> scaledPieces(std::span<const std::span<const Point>> rings,
 
 struct FilledSet {
   std::vector<qcRings> parts;
+  /// Their area.
+  double area = 0.0;
   /// The rings met in more than their vertices: the result has edges that are not the input's.
   bool cut = false;
   /// See Noding.

@@ -39,6 +39,7 @@ TEST(MakeValid, LeavesAFeatureInNormalFormAsItIs) {
   qcRepairReport report;
   EXPECT_EQ(qf_MakeValid(feature, qcPolygon::eNonZero, &report), feature);
   EXPECT_FALSE(report.changed);
+  EXPECT_FALSE(report.repaired);
   EXPECT_FALSE(report.snapped);
   EXPECT_EQ(report.gridSize, 0.0);
   EXPECT_EQ(report.area, 146.0);
@@ -55,6 +56,25 @@ TEST(MakeValid, TurnsRingsTheRightWayAndStartsThemAtTheLowestLeftmostVertex) {
   EXPECT_EQ(qf_MakeValid(feature, qcPolygon::eNonZero, &report),
             (Feature{{square, {{{2, 2}, {2, 4}, {4, 4}, {4, 2}}}}}));
   EXPECT_TRUE(report.changed);
+  EXPECT_FALSE(report.repaired);
+}
+
+TEST(MakeValid, HasRepairedWhatIsNotTheSameRingsInAnotherOrder) {
+  const auto isRepaired = [](const Feature& feature) {
+    qcRepairReport report;
+    qf_MakeValid(feature, qcPolygon::eNonZero, &report);
+    EXPECT_EQ(report.changed, true);
+    return report.repaired;
+  };
+  const Points hole = box(2, 2, 4, 4);
+  const Points other = box(6, 6, 8, 8);
+  EXPECT_FALSE(isRepaired({{box(20, 0, 30, 10), {}}, {square, {other, hole}}}));
+  // Two parts that begin in one vertex.
+  EXPECT_FALSE(isRepaired({{{{0, 0}, {4, 3}, {3, 4}}, {}}, {{{0, 0}, {4, 1}, {4, 2}}, {}}}));
+  EXPECT_TRUE(isRepaired({{{{0, 0}, {4, 4}, {4, 0}, {0, 4}}, {}}}));
+  EXPECT_TRUE(isRepaired({{{{0, 0}, {0, 0}, {10, 0}, {0, 10}}, {}}}));
+  EXPECT_TRUE(isRepaired({{square, {hole, hole}}}));
+  EXPECT_TRUE(isRepaired({{square, {}}, {hole, {}}}));
 }
 
 TEST(MakeValid, SortsPartsAndHoles) {

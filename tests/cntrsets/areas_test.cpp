@@ -1,0 +1,104 @@
+// SPDX-License-Identifier: MIT
+//
+// The areas by which set operations check themselves: right for what was cut well, and not for
+// faces that are wrong by one winding, one edge or one ring.
+
+#include <cntrsets/faces/areas.h>
+
+#include <cmath>
+#include <vector>
+
+#include <cntrsets/faces/filledset.h>
+#include <tests/cntrsets/features.h>
+
+namespace {
+
+using cntr::sets::areaOf;
+using cntr::sets::areasAgree;
+using cntr::sets::areasOf;
+using cntr::sets::Faces;
+using cntr::sets::facesOf;
+using cntr::sets::Noding;
+using cntr::sets::Piece;
+using cntr::sets::Scaling;
+using features::Points;
+
+struct Cut {
+  std::vector<Piece> edges;
+  Noding noding;
+  Faces faces;
+  double unit;
+};
+
+Cut cut(const std::vector<Points>& rings) {
+  const std::vector<std::span<const qcVector<2>>> spans(rings.begin(), rings.end());
+  const double largest = cntr::sets::largestCoordinate(spans);
+  const Scaling scaling(largest);
+  const auto edges = cntr::sets::scaledPieces(spans, scaling);
+  const Noding noding = cntr::sets::node(edges);
+  const double unit = std::ldexp(1.0, 480 - 53);
+  return {edges, noding, facesOf(noding.pieces), unit};
+}
+
+bool agrees(const Cut& cut) {
+  return areasAgree(cut.edges, cut.faces, areasOf(cut.faces), cut.unit * cut.noding.roundings);
+}
+
+const Points bowTie{{0, 0}, {4, 4}, {4, 0}, {0, 4}};
+
+TEST(AreasOfFaces, AreThoseOfTheWindings) {
+  const Cut squares = cut({features::box(0, 0, 4, 4), features::box(2, 2, 6, 6)});
+  // Scaled so that 6 lies between 2^479 and 2^480.
+  const double unit = std::ldexp(1.0, 2 * (479 - 2));
+  double total = 0.0;
+  for (std::size_t i = 0; i < squares.faces.windings.size(); ++i) {
+    const double area = areasOf(squares.faces)[i].high / unit;
+    EXPECT_EQ(area, squares.faces.windings[i].empty()       ? 0.0
+                    : squares.faces.windings[i].size() == 2 ? 4.0
+                                                            : 12.0);
+    total += area;
+  }
+  EXPECT_EQ(total, 28.0);
+}
+
+TEST(AreasOfFaces, OfRingsAreSigned) {
+  EXPECT_EQ(areaOf({{features::square, {features::reversed(features::box(1, 1, 3, 4))}}}).high,
+            94.0);
+  EXPECT_EQ(areaOf({{features::reversed(features::square), {}}}).high, -100.0);
+  EXPECT_EQ(areaOf({}).high, 0.0);
+}
+
+TEST(AreasOfFaces, AgreeWithTheRingsOfAnyFeature) {
+  for (std::uint64_t seed = 0; seed < 1500; ++seed)
+    EXPECT_TRUE(agrees(cut(features::ringsOf(features::anyFeature(seed))))) << "seed " << seed;
+}
+
+TEST(AreasOfFaces, DoNotAgreeWhenAWindingIsWrong) {
+  Cut wrong = cut({bowTie});
+  ASSERT_TRUE(agrees(wrong));
+  for (auto& windings : wrong.faces.windings) {
+    if (windings.empty()) continue;
+    windings[0].times = -windings[0].times;
+    EXPECT_FALSE(agrees(wrong));
+    windings[0].times = -windings[0].times;
+  }
+}
+
+TEST(AreasOfFaces, DoNotAgreeWhenAnEdgeThatIsNotUprightIsMissing) {
+  Cut wrong = cut({bowTie});
+  std::erase_if(wrong.faces.edges, [&](const auto& edge) {
+    return edge.left == 0 &&
+           wrong.faces.vertices[edge.left].x() < wrong.faces.vertices[edge.right].x();
+  });
+  EXPECT_FALSE(agrees(wrong));
+}
+
+TEST(AreasOfFaces, DoNotAgreeWhenAVertexHasMovedMoreThanAllowed) {
+  Cut wrong = cut({features::square});
+  const double far = wrong.unit * 8.0;
+  wrong.faces.vertices[0] = wrong.faces.vertices[0] + qcVector<2>(far, 0.0);
+  EXPECT_FALSE(areasAgree(wrong.edges, wrong.faces, areasOf(wrong.faces), 0.0));
+  EXPECT_TRUE(areasAgree(wrong.edges, wrong.faces, areasOf(wrong.faces), far));
+}
+
+}  // namespace
