@@ -10,6 +10,7 @@
 #include <span>
 #include <vector>
 
+#include <cntr/plane/box.h>
 #include <platform/core/vector.h>
 
 namespace cntr::sets {
@@ -20,20 +21,15 @@ class Frame {
  public:
   /// REQUIRES: coordinates are finite.
   explicit Frame(const std::vector<std::span<const qcVector<2>>>& rings) {
-    qcVector<2> low;
-    qcVector<2> high;
-    bool first = true;
-    for (const std::span<const qcVector<2>>& ring : rings) {
-      for (const qcVector<2>& p : ring) {
-        low = first ? p : qcVector<2>(std::min(low.x(), p.x()), std::min(low.y(), p.y()));
-        high = first ? p : qcVector<2>(std::max(high.x(), p.x()), std::max(high.y(), p.y()));
-        first = false;
-      }
-    }
+    plane::Box box;
+    for (const std::span<const qcVector<2>>& ring : rings)
+      for (const qcVector<2>& p : ring) box.add(p);
+    if (!(box.minX <= box.maxX)) return;
     // Halves first: the sizes of the largest doubles are none.
-    const double extent = std::max(high.x() * 0.5 - low.x() * 0.5, high.y() * 0.5 - low.y() * 0.5);
+    const double extent =
+        std::max(box.maxX * 0.5 - box.minX * 0.5, box.maxY * 0.5 - box.minY * 0.5);
     exponent_ = extent > 0.0 ? -1 - std::ilogb(extent) : 0;
-    origin_ = {originOf(low.x(), high.x()), originOf(low.y(), high.y())};
+    origin_ = {originOf(box.minX, box.maxX), originOf(box.minY, box.maxY)};
   }
 
   /// Exact, unless a coordinate is smaller than the feature by more than 300 orders of magnitude:

@@ -1,0 +1,239 @@
+// SPDX-License-Identifier: MIT
+//
+// Points in features against the literal definition, point by point.
+
+#include <cntrsets/inside.h>
+
+#include <cmath>
+#include <limits>
+
+#include <cntr/contourdefs.h>
+#include <cntrsets/filled.h>
+#include <testing/plain/measures.h>
+#include <testing/plain/region.h>
+#include <tests/cntrsets/features.h>
+
+namespace {
+
+using features::box;
+using features::Feature;
+using features::Points;
+using features::square;
+
+bool isInside(const Feature& feature, const qcVector<2>& p) {
+  return qf_Inside(feature, std::vector{p}).front();
+}
+
+/// What the library's regions say, holes apart from outlines.
+bool libraryHolds(const qcRings& part, const qcVector<2>& p) {
+  if (!plain::inside({part.outline, {}}, p, false)) return false;
+  for (const Points& hole : part.holes)
+    if (plain::inside({hole, {}}, p, false)) return false;
+  return true;
+}
+
+bool libraryHolds(const Feature& feature, const qcVector<2>& p) {
+  return std::any_of(feature.begin(), feature.end(),
+                     [&p](const qcRings& part) { return libraryHolds(part, p); });
+}
+
+bool isFarFromEveryEdge(const Feature& feature, const qcVector<2>& p) {
+  const std::vector<Points> rings = features::ringsOf(feature);
+  return std::all_of(rings.begin(), rings.end(), [&p](const Points& ring) {
+    return plain::distToPoint(plain::Contour{ring, true}, p, false) > 1e-6;
+  });
+}
+
+/// The number of edges of all rings on one side of the point is odd.
+bool hasOddParity(const Feature& feature, const qcVector<2>& p) {
+  int sum = 0;
+  for (const Points& ring : features::ringsOf(feature)) sum += plain::windingNumber(ring, p);
+  return sum % 2 != 0;
+}
+
+bool isBoundedSimply(const Feature& feature) {
+  const qcRingContact contact = qf_RingContact(feature);
+  return contact == qcRingContact::eSimple || contact == qcRingContact::eTouches;
+}
+
+bool plainlyInside(const Feature& feature, const qcVector<2>& p) {
+  if (!isBoundedSimply(feature))
+    return plain::fills(features::plainOf(feature), plain::Rule::nonZero, p);
+  if (!libraryHolds(feature, p)) return false;
+  return hasOddParity(feature, p) || !isFarFromEveryEdge(feature, p);
+}
+
+/// A diamond with a vertex in the middle of each side, cut open to its centre, where its list
+/// begins: from a corner of its box the library's ray ends within it.
+Points cutDiamond(double size) {
+  const double end = size - 1.0;
+  return {{0, 0},
+          {end, 1},
+          {0.5 * end, 0.5 * (size + 1.0)},
+          {0, size},
+          {-0.5 * size, 0.5 * size},
+          {-size, 0},
+          {-0.5 * size, -0.5 * size},
+          {0, -size},
+          {0.5 * end, -0.5 * (size + 1.0)},
+          {end, -1}};
+}
+
+/// A feature of small integers.
+Feature anyFeature(shapes::Random& random) {
+  const auto ring = [&random]() -> Points {
+    switch (random.below(5)) {
+      case 0:
+        return cutDiamond(static_cast<double>(8 + random.below(32)));
+      case 1:
+      case 2:
+        return shapes::gridPoints(random, 3 + random.below(6), 9);
+      default:
+        return shapes::gridWalk(random, 4 + random.below(40));
+    }
+  };
+  Feature feature(1 + random.below(2));
+  for (qcRings& part : feature) {
+    part.outline = ring();
+    if (random.chance(0.3)) part.holes.push_back(shapes::gridPoints(random, 3, 9));
+  }
+  return feature;
+}
+
+/// Points at eighths, so that few lie on edges and all arithmetic of the definition is exact.
+Points anyPoints(shapes::Random& random, const Feature& feature) {
+  qcVector<2> low = feature[0].outline[0];
+  qcVector<2> high = low;
+  for (const Points& ring : features::ringsOf(feature)) {
+    for (const qcVector<2>& p : ring) {
+      low = {std::min(low.x(), p.x()), std::min(low.y(), p.y())};
+      high = {std::max(high.x(), p.x()), std::max(high.y(), p.y())};
+    }
+  }
+  const auto between = [&random](double from, double to) {
+    const auto steps = static_cast<std::size_t>(8.0 * (to - from)) + 17;
+    return from - 1.0 + static_cast<double>(random.below(steps)) / 8.0;
+  };
+  Points points;
+  for (int i = 0; i < 24; ++i)
+    points.emplace_back(between(low.x(), high.x()), between(low.y(), high.y()));
+  // The corners of the box, where the library's ray is too short, and what lies next to vertices.
+  points.emplace_back(low.x() + 0.125, low.y() + 0.125);
+  points.emplace_back(high.x() - 0.125, low.y() + 0.125);
+  points.emplace_back(low.x() + 0.125, high.y() - 0.125);
+  points.emplace_back(high.x() - 0.125, high.y() - 0.125);
+  const qcVector<2> vertex = feature[0].outline[0];
+  points.push_back(vertex + qcVector<2>(0x1p-22, 0x1p-23));
+  points.push_back(vertex - qcVector<2>(0x1p-18, 0.0));
+  return points;
+}
+
+bool liesOnAnEdge(const Feature& feature, const qcVector<2>& p) {
+  return plain::distanceToRings(features::plainOf(feature), p) < 1e-9;
+}
+
+}  // namespace
+
+TEST(Inside, IsTheAnswerOfTheDefinitionForEveryKindOfFeature) {
+  int corrected = 0;
+  int bySets = 0;
+  int inside = 0;
+  for (std::uint64_t seed = 0; seed < 3000; ++seed) {
+    shapes::Random random(seed);
+    const Feature feature = anyFeature(random);
+    const bool isSimple = isBoundedSimply(feature);
+    const Points points = anyPoints(random, feature);
+    const std::vector<bool> answers = qf_Inside(feature, points);
+    ASSERT_EQ(answers.size(), points.size());
+    for (std::size_t i = 0; i < points.size(); ++i) {
+      // On an edge of rings that cross, the winding number means nothing.
+      if (!isSimple && liesOnAnEdge(feature, points[i])) continue;
+      ASSERT_EQ(answers[i], plainlyInside(feature, points[i]))
+          << "seed " << seed << " at " << points[i].x() << ", " << points[i].y();
+      ASSERT_EQ(answers[i], isInside(feature, points[i])) << "asked alone; seed " << seed;
+      corrected += isSimple && libraryHolds(feature, points[i]) && !answers[i] ? 1 : 0;
+      bySets += isSimple ? 0 : 1;
+      inside += answers[i] ? 1 : 0;
+    }
+  }
+  EXPECT_GT(corrected, 20);
+  EXPECT_GT(bySets, 10000);
+  EXPECT_GT(inside, 10000);
+}
+
+TEST(Inside, SaysNoNearACornerOfTheBoxWhereTheLibrarysRayIsTooShort) {
+  const Points diamond = cutDiamond(50);
+  const qcRegion region(diamond, qcContourDefs::eNoIntersectionRepair);
+  EXPECT_TRUE(region.inside({49, -50}, true));
+  EXPECT_FALSE(isInside({{diamond, {}}}, {49, -50}));
+  EXPECT_FALSE(isInside({{square, {}}, {diamond, {}}}, {49, -50})) << "crossed by another part";
+  EXPECT_TRUE(isInside({{diamond, {}}}, {24, -24}));
+}
+
+TEST(Inside, KeepsTheLibrarysYesNextToVertices) {
+  const Feature feature{{{{0, 5}, {5, 0}, {10, 5}, {5, 10}}, {}}};
+  EXPECT_TRUE(isInside(feature, {5.0 + 3e-7, 3e-7}));
+  EXPECT_TRUE(isInside(feature, {4.9999999, 9.9999999}));
+  EXPECT_FALSE(isInside(feature, {5.00001, 0.0})) << "farther than 1e-6";
+}
+
+TEST(Inside, HolesMayTouch) {
+  const Feature feature{{square, {box(0, 2, 4, 4), box(4, 4, 6, 6)}}};
+  EXPECT_FALSE(isInside(feature, {2, 3}));
+  EXPECT_FALSE(isInside(feature, {5, 5}));
+  EXPECT_TRUE(isInside(feature, {2, 5}));
+  EXPECT_FALSE(isInside(feature, {11, 5}));
+}
+
+TEST(Inside, OfRingsThatCrossOrOverlapIsTheFilledSet) {
+  const Feature bowTie{{{{0, 0}, {4, 4}, {4, 0}, {0, 4}}, {}}};
+  EXPECT_TRUE(isInside(bowTie, {1, 2}));
+  EXPECT_TRUE(isInside(bowTie, {3, 2}));
+  EXPECT_FALSE(isInside(bowTie, {2, 1}));
+  const Feature overlapping{{square, {}}, {box(5, 5, 15, 15), {}}};
+  EXPECT_TRUE(isInside(overlapping, {7, 7})) << "in both parts";
+  EXPECT_TRUE(isInside(overlapping, {10, 7})) << "on an edge between filled faces";
+  EXPECT_TRUE(isInside(overlapping, {7, 5})) << "on an edge between filled faces";
+  const Feature partInAHole{{square, {box(1, 1, 9, 9)}}, {box(0, 0, 5, 5), {}}};
+  EXPECT_TRUE(isInside(partInAHole, {3, 3}));
+  EXPECT_FALSE(isInside(partInAHole, {7, 7}));
+}
+
+TEST(Inside, OfScrapsIsNothing) {
+  EXPECT_TRUE(qf_Inside({}, {}).empty());
+  EXPECT_FALSE(isInside({}, {0, 0}));
+  EXPECT_FALSE(isInside({{{{0, 0}, {5, 5}}, {}}}, {2, 2}));
+  EXPECT_FALSE(isInside({{{{2, 2}}, {}}}, {2, 2})) << "not even itself";
+  EXPECT_TRUE(isInside({{square, {{{1, 1}, {2, 2}}}}}, {1.5, 1.5}));
+}
+
+TEST(Inside, APointMayHaveAnyCoordinates) {
+  const double infinity = std::numeric_limits<double>::infinity();
+  for (const qcVector<2>& p : Points{{std::nan(""), 5}, {5, infinity}, {-infinity, 5}, {1e308, 5}})
+    EXPECT_FALSE(isInside({{square, {}}}, p));
+}
+
+TEST(Inside, RefusesVerticesThatAreNotFiniteNumbers) {
+  try {
+    isInside({{square, {{{1, 1}, {2, std::nan("")}, {2, 2}}}}}, {-5, -5});
+    FAIL() << "not refused";
+  } catch (const qcContourDefs::BadParams& error) {
+    EXPECT_EQ(error.message(), L"a coordinate is not a finite number");
+  }
+}
+
+TEST(Inside, ManyPointsOfALongOutlineHaveTheAnswersOfEachAlone) {
+  shapes::Random random(5);
+  const Feature feature{{shapes::skyline(random, 400), {}}};
+  const Points points = [&] {
+    Points all;
+    for (int i = 0; i < 40; ++i) {
+      const Points some = anyPoints(random, feature);
+      all.insert(all.end(), some.begin(), some.end());
+    }
+    return all;
+  }();
+  const std::vector<bool> answers = qf_Inside(feature, points);
+  for (std::size_t i = 0; i < points.size(); ++i)
+    EXPECT_EQ(answers[i], isInside(feature, points[i])) << i;
+}
