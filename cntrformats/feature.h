@@ -8,9 +8,10 @@
 #include <cstddef>
 #include <optional>
 #include <string>
+#include <variant>
 #include <vector>
 
-#include <cntrformats/json.h>
+#include <cntrsets/rings.h>
 #include <platform/core/vector.h>
 #include <platform/image/edgelet.h>
 
@@ -19,34 +20,36 @@ namespace formats {
 /// Vertices in the file's order, without the closing point that repeats the first one.
 using Points = std::vector<qcVector<2>>;
 
-/// One outline with the holes in it, or one open line (which has none).
-struct Part {
-  Points outline;
-  std::vector<Points> holes;
-  /// One for each vertex of the outline, or none at all.
-  std::vector<qcEdgelet> edgelets;
-};
-
 struct Geometry {
   /// Outlines rather than open lines.
   bool closed = true;
-  /// At least one.
-  std::vector<Part> parts;
   /// Made to have several parts, even if it has one.
   bool multiple = false;
+  /// An open line is an outline without holes. None where there is a problem, see Feature.
+  std::vector<qcRings> parts = {};
+  /// One list for each part, as long as its outline or empty; no lists at all where the file has no
+  /// edge elements.
+  std::vector<std::vector<qcEdgelet>> edgelets = {};
 };
 
-// Nothing that moves or dies here throws; nlohmann-json does not say so.
-struct Feature {  // NOLINT(bugprone-exception-escape)
+/// A number, or the name of a class.
+using Label = std::variant<unsigned long, std::string>;
+
+/// The label as people read it.
+std::string toText(const Label& label);
+
+struct Feature {
   /// Its place in the file, counted from 1.
   std::size_t number = 1;
-  std::optional<unsigned long> label;
+  std::optional<Label> label;
   Geometry geometry;
   /// The name that the file gives it besides the label.
   std::optional<std::string> id;
-  /// The Feature or geometry that it was read from; null when that was not JSON or was not to be
-  /// kept.
-  Json source;
+  /// Why there is no geometry to ask; empty when there is one.
+  std::string problem;
+  /// The JSON of the Feature or geometry that it was read from; empty when that was not JSON or was
+  /// not to be kept.
+  std::string text;
 };
 
 }  // namespace formats

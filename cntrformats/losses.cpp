@@ -4,12 +4,16 @@
 
 #include <algorithm>
 
+#include <cntrformats/json.h>
+
 namespace formats {
 
 namespace {
 
 /// Properties besides the label and the edge elements.
-bool hasOtherProperties(const Json& source) {
+bool hasOtherProperties(const std::string& text) {
+  if (text.empty()) return false;
+  const Json source = parseJson(text);
   const auto& properties = member(source, "properties").items();
   return std::any_of(properties.begin(), properties.end(), [](const auto& property) {
     return property.key() != "label" && property.key() != "edgelets";
@@ -22,10 +26,8 @@ Losses lossesOf(const Feature& feature, const Holding& holding) {
   Losses losses;
   if (feature.label && !holding.label) losses.push_back("labels");
   if (feature.id && !holding.id) losses.push_back("ids");
-  if (hasOtherProperties(feature.source)) losses.push_back("other properties");
-  if (!feature.geometry.parts.front().edgelets.empty() && !holding.edgelets) {
-    losses.push_back("edge elements");
-  }
+  if (!holding.properties && hasOtherProperties(feature.text)) losses.push_back("other properties");
+  if (!feature.geometry.edgelets.empty() && !holding.edgelets) losses.push_back("edge elements");
   return losses;
 }
 

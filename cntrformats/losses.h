@@ -18,6 +18,8 @@ struct Holding {
   bool label = false;
   bool id = false;
   bool edgelets = false;
+  /// Properties besides the label and the edge elements.
+  bool properties = false;
 };
 
 /// All that the feature has besides its geometry and what is held of it.

@@ -11,6 +11,7 @@
 #include <cntrformats/errors.h>
 #include <cntrformats/feature.h>
 #include <cntrformats/location.h>
+#include <cntrformats/members.h>
 
 namespace formats {
 
@@ -19,9 +20,13 @@ struct Record {
   Location location;
   /// About how many bytes it takes.
   std::size_t size = 0;
-  /// Reads it; on any thread, once. Throws FeatureError, of JSON UnreadableFeature.
+  /// Reads it; on any thread, once. What is wrong with it is the feature's problem.
   std::function<Feature()> decode;
 };
+
+/// The feature that `read` fills in. A FeatureError is its problem: it has no geometry then, but
+/// what had been filled in before.
+Feature decoded(std::size_t number, const std::function<void(Feature&)>& read);
 
 /// Whether features keep the JSON that they were read from, to be written back with all that is in
 /// it.
@@ -34,7 +39,7 @@ class Sink {
   virtual void take(Record record) = 0;
   /// The members of a FeatureCollection besides its features: those before the features when they
   /// begin, those after them at the end.
-  virtual void takeMembers(Json&& /*members*/) {}
+  virtual void takeMembers(Members&& /*members*/) {}
 };
 
 }  // namespace formats

@@ -35,16 +35,16 @@ ContourHandle makeContour(const Points& points, bool closed) {
   return ContourHandle(new qcContour(points, closed, 0));
 }
 
-qcPtrHandle<qcRegion> makeRegion(const Part& part, bool withHoles) {
+qcPtrHandle<qcRegion> makeRegion(const qcRings& part, bool withHoles) {
   qcPtrHandle<qcRegion> region(new qcRegion(part.outline, asGiven));
   if (withHoles) addHoles(*region, part.holes);
   return region;
 }
 
-qcRegionSet makeRegionSet(const std::vector<Part>& parts, bool withHoles) {
+qcRegionSet makeRegionSet(const std::vector<qcRings>& parts, bool withHoles) {
   std::vector<RegionHandle> regions;
   regions.reserve(parts.size());
-  for (const Part& part : parts) regions.emplace_back(makeRegion(part, withHoles));
+  for (const qcRings& part : parts) regions.emplace_back(makeRegion(part, withHoles));
   return {regions, asGiven};
 }
 

@@ -21,10 +21,10 @@ ContourHandle makeContour(const Points& points, bool closed);
 
 /// An outline, with its holes if asked for. Throws FeatureError, naming the hole, when one crosses
 /// or touches the outline: the library takes no such holes.
-qcPtrHandle<qcRegion> makeRegion(const Part& part, bool withHoles);
+qcPtrHandle<qcRegion> makeRegion(const qcRings& part, bool withHoles);
 
 /// A set of regions, one for each part.
-qcRegionSet makeRegionSet(const std::vector<Part>& parts, bool withHoles);
+qcRegionSet makeRegionSet(const std::vector<qcRings>& parts, bool withHoles);
 
 /// The smallest rectangle around at least two points.
 qcRect boxOf(const Points& points);

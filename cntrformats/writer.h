@@ -10,6 +10,7 @@
 
 #include <cntr/regionst.h>
 #include <cntrformats/feature.h>
+#include <cntrformats/members.h>
 
 namespace formats {
 
@@ -41,11 +42,12 @@ class FeatureWriter {
  public:
   virtual ~FeatureWriter() = default;
 
-  /// `isLone` when the feature is all that will be written, and shall be no part of a collection.
+  /// REQUIRES: the feature has a geometry. `isLone` when the feature is all that will be written,
+  /// and shall be no part of a collection.
   virtual Prepared prepare(Feature feature, bool isLone) const = 0;
-  /// A feature that cannot be read, as it was; nothing when that cannot be written.
-  virtual std::optional<Prepared> prepareUnreadable(const Json& source, bool isLone) const {
-    (void)source, (void)isLone;
+  /// A feature that has a problem, as it was; nothing when that cannot be written.
+  virtual std::optional<Prepared> prepareUnreadable(const Feature& feature, bool isLone) const {
+    (void)feature, (void)isLone;
     return std::nullopt;
   }
   virtual void write(Prepared prepared) = 0;
@@ -54,7 +56,7 @@ class FeatureWriter {
 
   /// Takes the members of a collection besides its features, once before the features and once
   /// after them. False, and the members are left alone, when the format cannot hold them.
-  virtual bool takeMembers(Json&& /*members*/) { return false; }
+  virtual bool takeMembers(Members&& /*members*/) { return false; }
 };
 
 }  // namespace formats

@@ -44,9 +44,14 @@ class MemoryFile {
 void check(const Feature& feature) {
   const Geometry& geometry = feature.geometry;
   fuzz::require(!geometry.parts.empty(), "a feature has a part");
-  for (const Part& part : geometry.parts) {
+  for (const qcRings& part : geometry.parts) {
     fuzz::require(geometry.closed || part.holes.empty(), "lines have no holes");
-    fuzz::require(part.edgelets.empty() || part.edgelets.size() == part.outline.size(),
+  }
+  fuzz::require(geometry.edgelets.empty() || geometry.edgelets.size() == geometry.parts.size(),
+                "there is a list of edge elements for each part, or none at all");
+  for (std::size_t k = 0; k < geometry.edgelets.size(); ++k) {
+    const std::size_t count = geometry.edgelets[k].size();
+    fuzz::require(count == 0 || count == geometry.parts[k].outline.size(),
                   "there is an edge element for each vertex or none");
   }
 }
@@ -69,6 +74,7 @@ class Examiner : public Sink {
   void take(Record record) override {
     try {
       Feature feature = record.decode();
+      if (!feature.problem.empty()) return;
       check(feature);
       measure(feature);
       if (writer_ == nullptr) return;
@@ -78,7 +84,7 @@ class Examiner : public Sink {
     }
   }
 
-  void takeMembers(Json&& members) override {
+  void takeMembers(Members&& members) override {
     if (writer_ != nullptr) writer_->takeMembers(std::move(members));
   }
 

@@ -3,6 +3,7 @@
 // The library's archive: one list of handles to contours, regions and region sets, those with edge
 // elements included.
 
+#include <algorithm>
 #include <cmath>
 #include <istream>
 #include <memory>
@@ -51,33 +52,31 @@ std::vector<qcEdgelet> edgeletsOf(const qcContour& contour, const Points& vertic
   return edgelets;
 }
 
-Part partOf(const qcRegion& region, const std::string& prefix) {
-  Part part{ring(region, prefix + "outline"), {}, {}};
+qcRings partOf(const qcRegion& region, const std::string& prefix) {
+  qcRings part{ring(region, prefix + "outline"), {}};
   for (const auto& hole : region.holes()) {
     const std::string place = prefix + "hole " + std::to_string(part.holes.size() + 1);
     if (!hole) throw FeatureError(place + " is missing");
     part.holes.push_back(ring(*hole, place));
   }
-  part.edgelets = edgeletsOf(region, part.outline);
   return part;
 }
 
-Part partOf(const qcContour& contour) {
+qcRings partOf(const qcContour& contour) {
   if (const auto* region = dynamic_cast<const qcRegion*>(&contour)) return partOf(*region, "");
-  Part part;
+  qcRings part;
   part.outline = contour.isClosed() ? ring(contour, "outline")
                                     : asLine(finite(contour.points(), "line"), "line");
-  part.edgelets = edgeletsOf(contour, part.outline);
   return part;
 }
 
 /// The library's label of what has none is 0.
-std::optional<unsigned long> labelOf(unsigned long label) {
-  return label == 0 ? std::nullopt : std::optional(label);
+std::optional<Label> labelOf(unsigned long label) {
+  return label == 0 ? std::nullopt : std::optional<Label>(label);
 }
 
 /// The label that all regions have.
-std::optional<unsigned long> commonLabel(const qcRegionSet& set) {
+std::optional<Label> commonLabel(const qcRegionSet& set) {
   const unsigned long label = set.regions().front()->label();
   for (const auto& region : set.regions()) {
     if (region->label() != label) return std::nullopt;
@@ -85,50 +84,55 @@ std::optional<unsigned long> commonLabel(const qcRegionSet& set) {
   return labelOf(label);
 }
 
+/// No lists at all rather than empty ones alone.
+void setEdgelets(Geometry& geometry, std::vector<std::vector<qcEdgelet>> lists) {
+  const bool isAny = std::any_of(lists.begin(), lists.end(),
+                                 [](const auto& edgelets) { return !edgelets.empty(); });
+  if (isAny) geometry.edgelets = std::move(lists);
+}
+
+Geometry geometryOf(const qcContour& contour) {
+  const bool isRegion = dynamic_cast<const qcRegion*>(&contour) != nullptr;
+  Geometry geometry{isRegion || contour.isClosed(), false, {partOf(contour)}};
+  setEdgelets(geometry, {edgeletsOf(contour, geometry.parts.front().outline)});
+  return geometry;
+}
+
 Geometry geometryOf(const qcRegionSet& set) {
-  Geometry geometry{true, {}, true};
+  Geometry geometry{true, true};
+  std::vector<std::vector<qcEdgelet>> edgelets;
   for (const auto& region : set.regions()) {
     const std::string prefix = "part " + std::to_string(geometry.parts.size() + 1) + ", ";
     if (!region) throw FeatureError(prefix + "no region");
     geometry.parts.push_back(partOf(*region, prefix));
+    edgelets.push_back(edgeletsOf(*region, geometry.parts.back().outline));
   }
   if (geometry.parts.empty()) throw FeatureError("a set without regions");
+  setEdgelets(geometry, std::move(edgelets));
   return geometry;
 }
 
-Feature featureOf(const qcPersistent* shape) {
-  Feature feature;
+void read(const qcPersistent* shape, Feature& feature) {
   if (const auto* set = dynamic_cast<const qcRegionSet*>(shape)) {
     feature.geometry = geometryOf(*set);
     feature.label = commonLabel(*set);
   } else if (const auto* contour = dynamic_cast<const qcContour*>(shape)) {
-    const auto* region = dynamic_cast<const qcRegion*>(contour);
-    feature.geometry = {region != nullptr || contour->isClosed(), {partOf(*contour)}};
+    feature.geometry = geometryOf(*contour);
     feature.label = labelOf(contour->label());
   } else {
     throw FeatureError(shape == nullptr ? "no object" : "an object without an outline");
   }
-  return feature;
 }
 
-/// Shapes are looked at while their archive lives, on its thread; what is wrong with them is told
-/// when the record is decoded.
-std::function<Feature()> decoded(const qcPersistent* shape, std::size_t number) {
-  try {
-    const auto feature = std::make_shared<Feature>(featureOf(shape));
-    feature->number = number;
-    return [feature] { return std::move(*feature); };
-  } catch (const FeatureError& error) {
-    return [what = std::string(error.what())]() -> Feature { throw FeatureError(what); };
-  }
-}
-
+/// Shapes are looked at while their archive lives, on its thread.
 void readShapes(qcArchive& archive, const Source& source, Sink& sink) {
   const std::size_t count = qf_TransferListHead(archive, 0);
   for (std::size_t number = 1; number <= count; ++number) {
     const std::uint64_t begin = source.position();
     const qcPersistent* shape = archive.transferShared(nullptr);
-    sink.take({{number}, source.position() - begin, decoded(shape, number)});
+    const auto feature =
+        std::make_shared<Feature>(decoded(number, [shape](Feature& made) { read(shape, made); }));
+    sink.take({{number}, source.position() - begin, [feature] { return std::move(*feature); }});
   }
   if (count == 0) throw FileError("nothing in it");
 }

@@ -17,21 +17,29 @@ namespace {
 
 using EdgeContour = qcContourT<qcEdgelet>;
 
-void setLabel(qcContour& contour, const Feature& feature) {
-  contour.label(feature.label.value_or(0));
+/// 0 stands for none.
+unsigned long labelOf(const Feature& feature) {
+  const auto* const number = feature.label ? std::get_if<unsigned long>(&*feature.label) : nullptr;
+  return number == nullptr ? 0 : *number;
 }
 
-Shape contourOf(const Feature& feature, const Part& part) {
-  const bool closed = feature.geometry.closed;
-  const qcPtrHandle<qcContour> contour(part.edgelets.empty()
-                                           ? new qcContour(part.outline, closed, 0)
-                                           : new EdgeContour(part.edgelets));
+void setLabel(qcContour& contour, const Feature& feature) { contour.label(labelOf(feature)); }
+
+bool hasEdgelets(const Geometry& geometry, std::size_t part) {
+  return !geometry.edgelets.empty() && !geometry.edgelets[part].empty();
+}
+
+Shape contourOf(const Feature& feature, std::size_t part) {
+  const auto& [closed, multiple, parts, edgelets] = feature.geometry;
+  const qcPtrHandle<qcContour> contour(hasEdgelets(feature.geometry, part)
+                                           ? new EdgeContour(edgelets[part])
+                                           : new qcContour(parts[part].outline, closed, 0));
   contour->isClosed(closed);
   setLabel(*contour, feature);
   return {contour};
 }
 
-qcPtrHandle<qcRegion> regionOf(const Feature& feature, const Part& part) {
+qcPtrHandle<qcRegion> regionOf(const Feature& feature, const qcRings& part) {
   qcPtrHandle<qcRegion> region = makeRegion(part, true);
   setLabel(*region, feature);
   return region;
@@ -40,23 +48,29 @@ qcPtrHandle<qcRegion> regionOf(const Feature& feature, const Part& part) {
 Shape setOf(const Feature& feature) {
   std::vector<qcPtrHandle<qcRegion>> regions;
   regions.reserve(feature.geometry.parts.size());
-  for (const Part& part : feature.geometry.parts) regions.push_back(regionOf(feature, part));
+  for (const qcRings& part : feature.geometry.parts) regions.push_back(regionOf(feature, part));
   return {{},
           qcPtrHandle<qcRegionSet>(new qcRegionSet(regions, qcContourDefs::eNoIntersectionRepair))};
 }
 
+/// Of lines, and of a single outline without holes.
+bool holdsEdgelets(const Geometry& geometry) {
+  if (!geometry.closed) return true;
+  return geometry.parts.size() == 1 && !geometry.multiple && hasEdgelets(geometry, 0) &&
+         geometry.parts.front().holes.empty();
+}
+
 std::vector<Shape> shapesOf(const Feature& feature) {
-  const auto& [closed, parts, multiple] = feature.geometry;
+  const auto& [closed, multiple, parts, edgelets] = feature.geometry;
   if (!closed) {
     std::vector<Shape> lines;
     lines.reserve(parts.size());
-    for (const Part& part : parts) lines.push_back(contourOf(feature, part));
+    for (std::size_t k = 0; k < parts.size(); ++k) lines.push_back(contourOf(feature, k));
     return lines;
   }
-  const Part& first = parts.front();
-  if (!first.edgelets.empty() && first.holes.empty()) return {contourOf(feature, first)};
   if (parts.size() > 1 || multiple) return {setOf(feature)};
-  return {{regionOf(feature, first)}};
+  if (holdsEdgelets(feature.geometry)) return {contourOf(feature, 0)};
+  return {{regionOf(feature, parts.front())}};
 }
 
 void store(qcArchive& archive, Shape& shape) {
@@ -103,8 +117,7 @@ std::unique_ptr<FeatureWriter> makeArchiveWriter(std::ostream& out, Rings) {
 
 Losses lossesInArchive(const Feature& feature) {
   const Geometry& geometry = feature.geometry;
-  Losses losses =
-      lossesOf(feature, {feature.label != 0U, false, geometry.parts.front().holes.empty()});
+  Losses losses = lossesOf(feature, {labelOf(feature) != 0, false, holdsEdgelets(geometry), false});
   if (!geometry.closed && geometry.multiple) losses.push_back("lines that belong together");
   return losses;
 }

@@ -66,13 +66,13 @@ Geometry geometryOf(const std::vector<Ring>& rings) {
   if (first.hole > 0 || first.part > 1) {
     throw FeatureError("begins with " + nameOfPlace(first));
   }
-  Geometry geometry{!first.isLine, {}, first.part > 0};
+  Geometry geometry{!first.isLine, first.part > 0};
   for (const Ring& ring : rings) {
     const std::string place = nameOfPlace(ring.name);
     if (ring.name.isLine && ring.name.hole > 0) throw FeatureError("a line has no holes");
     Points points = pointsOf(ring, place);
     if (ring.name.hole == 0) {
-      geometry.parts.push_back({std::move(points), {}, {}});
+      geometry.parts.push_back({std::move(points), {}});
     } else {
       geometry.parts.back().holes.push_back(std::move(points));
     }
@@ -80,14 +80,11 @@ Geometry geometryOf(const std::vector<Ring>& rings) {
   return geometry;
 }
 
-Feature decode(const std::vector<Ring>& rings, std::size_t number) {
-  Feature feature;
-  feature.number = number;
+void read(const std::vector<Ring>& rings, Feature& feature) {
   FeatureName name = parseFeatureName(rings.front().name.id);
   feature.label = name.label;
   feature.id = std::move(name.id);
   feature.geometry = geometryOf(rings);
-  return feature;
 }
 
 /// Gathers the rings of one feature after the other.
@@ -111,7 +108,7 @@ class Gatherer {
     if (rings_.empty()) return;
     const std::size_t number = ++number_;
     sink_.take({{number, line_}, size_, [rings = std::move(rings_), number] {
-                  return decode(rings, number);
+                  return decoded(number, [&rings](Feature& feature) { read(rings, feature); });
                 }});
     rings_.clear();
     size_ = 0;

@@ -35,16 +35,21 @@ bool holdsId(const Feature& feature) {
          parseRingName(*feature.id) == RingName{*feature.id};
 }
 
+/// A name that is no number is an id.
+bool holdsLabel(const Feature& feature) {
+  return feature.label && std::holds_alternative<unsigned long>(*feature.label);
+}
+
 /// A label rather than an id; "#" and the number of the feature where it has none that CSV can
 /// hold.
 std::string nameOf(const Feature& feature) {
-  if (feature.label) return std::to_string(*feature.label);
+  if (holdsLabel(feature)) return toText(*feature.label);
   if (holdsId(feature)) return *feature.id;
   return std::string(1, '#').append(std::to_string(feature.number));
 }
 
 std::string toCsv(const Feature& feature) {
-  const auto& [closed, parts, multiple] = feature.geometry;
+  const auto& [closed, multiple, parts, edgelets] = feature.geometry;
   RingName name{nameOf(feature), !closed};
   std::string text;
   for (std::size_t k = 0; k < parts.size(); ++k) {
@@ -90,7 +95,8 @@ std::unique_ptr<FeatureWriter> makeCsvWriter(std::ostream& out, Rings) {
 }
 
 Losses lossesInCsv(const Feature& feature) {
-  return lossesOf(feature, {true, !feature.label && holdsId(feature), false});
+  return lossesOf(feature,
+                  {holdsLabel(feature), !holdsLabel(feature) && holdsId(feature), false, false});
 }
 
 }  // namespace formats

@@ -29,17 +29,18 @@ void readEdgelets(const Json& json, Geometry& geometry) {
   if (json.is_null()) return;
   if (!json.is_array()) throw FeatureError("edgelets: " + excerpt(json) + " is not a list");
   if (geometry.parts.size() > 1) throw FeatureError("edgelets need an outline of a single part");
-  Part& part = geometry.parts.front();
-  if (json.size() != part.outline.size()) {
+  const Points& outline = geometry.parts.front().outline;
+  if (json.size() != outline.size()) {
     throw FeatureError(std::to_string(json.size()) + " edgelets for " +
-                       std::to_string(part.outline.size()) + " vertices");
+                       std::to_string(outline.size()) + " vertices");
   }
+  std::vector<qcEdgelet>& edgelets = geometry.edgelets.emplace_back();
   try {
     for (const Json& element : json) {
-      part.edgelets.push_back(edgelet(element, part.outline[part.edgelets.size()]));
+      edgelets.push_back(edgelet(element, outline[edgelets.size()]));
     }
   } catch (const FeatureError& error) {
-    throw FeatureError("edgelet " + std::to_string(part.edgelets.size()) + ": " + error.what());
+    throw FeatureError("edgelet " + std::to_string(edgelets.size()) + ": " + error.what());
   }
 }
 

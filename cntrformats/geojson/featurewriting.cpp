@@ -37,7 +37,7 @@ Json ring(Points points, bool isHole) {
   return positions(points);
 }
 
-Json coordinates(const Part& part, bool closed) {
+Json coordinates(const qcRings& part, bool closed) {
   if (!closed) return positions(part.outline);
   Json rings = Json::array({ring(part.outline, false)});
   for (const Points& hole : part.holes) rings.push_back(ring(hole, true));
@@ -48,39 +48,40 @@ Json coordinates(const Part& part, bool closed) {
 /// the end; outlines have positive area in the file's coordinates, holes negative, and the first
 /// vertex stays the first.
 Json toJson(const Geometry& geometry) {
-  const auto& [closed, parts, multiple] = geometry;
+  const auto& [closed, multiple, parts, edgelets] = geometry;
   const std::string type = closed ? "Polygon" : "LineString";
   if (parts.size() == 1 && !multiple) {
     return {{"type", type}, {"coordinates", coordinates(parts.front(), closed)}};
   }
   Json all = Json::array();
-  for (const Part& part : parts) all.push_back(coordinates(part, closed));
+  for (const qcRings& part : parts) all.push_back(coordinates(part, closed));
   return {{"type", "Multi" + type}, {"coordinates", all}};
 }
 
-Json edgelets(const Part& part, bool isTurned) {
-  Json list = Json::array();
-  for (const qcEdgelet& edgelet : part.edgelets) {
-    list.push_back(Json::array({edgelet.magnitude(), edgelet.angle().steps()}));
-  }
-  if (isTurned) turn(list);
-  return list;
+bool hasProperty(const Geometry& geometry) {
+  return geometry.parts.size() == 1 && !geometry.edgelets.empty();
 }
 
 /// The property that a feature of one part may have.
-Json edgelets(const Geometry& geometry) {
-  const Part& part = geometry.parts.front();
-  return edgelets(part, geometry.closed && runsWrong(part.outline, false));
+Json edgeletProperty(const Geometry& geometry) {
+  Json list = Json::array();
+  for (const qcEdgelet& edgelet : geometry.edgelets.front()) {
+    list.push_back(Json::array({edgelet.magnitude(), edgelet.angle().steps()}));
+  }
+  if (geometry.closed && runsWrong(geometry.parts.front().outline, false)) turn(list);
+  return list;
+}
+
+Json labelProperty(const Label& label) {
+  return std::visit([](const auto& value) { return Json(value); }, label);
 }
 
 Json newFeature(const Feature& feature) {
   Json json{{"type", "Feature"}};
   if (feature.id) json["id"] = *feature.id;
   Json properties = Json::object();
-  if (feature.label) properties["label"] = *feature.label;
-  if (!feature.geometry.parts.front().edgelets.empty()) {
-    properties["edgelets"] = edgelets(feature.geometry);
-  }
+  if (feature.label) properties["label"] = labelProperty(*feature.label);
+  if (hasProperty(feature.geometry)) properties["edgelets"] = edgeletProperty(feature.geometry);
   json["properties"] = std::move(properties);
   json["geometry"] = toJson(feature.geometry);
   return json;
@@ -92,7 +93,7 @@ void tidy(Json& ring, const Points& points, bool isHole) {
   if (runsWrong(points, isHole)) std::reverse(ring.begin(), ring.end());
 }
 
-void tidy(Json& rings, const Part& part) {
+void tidy(Json& rings, const qcRings& part) {
   tidy(rings[0], part.outline, false);
   for (std::size_t k = 0; k < part.holes.size(); ++k) tidy(rings[k + 1], part.holes[k], true);
 }
@@ -111,29 +112,33 @@ void replaceCoordinates(Json& json, const Geometry& geometry) {
 
 }  // namespace
 
-Json toJson(Feature feature, Rings rings) {
-  if (feature.source.is_null()) return newFeature(feature);
-  Json json = std::move(feature.source);
+Json toJson(const Feature& feature, Rings rings) {
+  if (feature.text.empty()) return newFeature(feature);
+  Json json = parseJson(feature.text);
   if (rings == Rings::eAsTheyWere || !feature.geometry.closed) return json;
   if (isGeometry(json)) {
     tidyRings(json, feature.geometry);
     return json;
   }
   tidyRings(json["geometry"], feature.geometry);
-  if (!feature.geometry.parts.front().edgelets.empty()) {
-    json["properties"]["edgelets"] = edgelets(feature.geometry);
+  if (hasProperty(feature.geometry)) {
+    json["properties"]["edgelets"] = edgeletProperty(feature.geometry);
   }
   return json;
 }
 
 void replaceGeometry(Feature& feature, const Geometry& geometry) {
   feature.geometry = geometry;
-  Json& json = feature.source;
-  if (json.is_null()) return;
-  if (isGeometry(json)) return replaceCoordinates(json, geometry);
-  json.erase("bbox");
-  if (json["properties"].is_object()) json["properties"].erase("edgelets");
-  replaceCoordinates(json["geometry"], geometry);
+  if (feature.text.empty()) return;
+  Json json = parseJson(feature.text);
+  if (isGeometry(json)) {
+    replaceCoordinates(json, geometry);
+  } else {
+    json.erase("bbox");
+    if (json["properties"].is_object()) json["properties"].erase("edgelets");
+    replaceCoordinates(json["geometry"], geometry);
+  }
+  feature.text = compact(json);
 }
 
 }  // namespace formats

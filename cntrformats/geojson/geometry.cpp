@@ -44,24 +44,24 @@ Points ring(const Json& json, const std::string& place) {
   return asRing(positions(json, place), place);
 }
 
-Part line(const Json& json, const std::string& prefix) {
+qcRings line(const Json& json, const std::string& prefix) {
   const std::string place = prefix + "line";
-  return {asLine(positions(json, place), place), {}, {}};
+  return {asLine(positions(json, place), place), {}};
 }
 
-Part polygon(const Json& json, const std::string& prefix) {
+qcRings polygon(const Json& json, const std::string& prefix) {
   if (array(json, prefix + "coordinates").empty()) throw FeatureError(prefix + "no outline");
-  Part part{ring(json[0], prefix + "outline"), {}, {}};
+  qcRings part{ring(json[0], prefix + "outline"), {}};
   for (std::size_t k = 1; k < json.size(); ++k) {
     part.holes.push_back(ring(json[k], prefix + "hole " + std::to_string(k)));
   }
   return part;
 }
 
-using ReadPart = Part (*)(const Json& json, const std::string& prefix);
+using ReadPart = qcRings (*)(const Json& json, const std::string& prefix);
 
-std::vector<Part> several(const Json& json, ReadPart readPart) {
-  std::vector<Part> parts;
+std::vector<qcRings> several(const Json& json, ReadPart readPart) {
+  std::vector<qcRings> parts;
   for (const Json& element : array(json, "coordinates")) {
     parts.push_back(readPart(element, "part " + std::to_string(parts.size() + 1) + ", "));
   }
@@ -83,10 +83,10 @@ Geometry readGeometry(const Json& json) {
   if (json.is_null()) throw FeatureError("no geometry");
   const Json& type = member(json, "type");
   const Json& coordinates = member(json, "coordinates");
-  if (type == "Polygon") return {true, {polygon(coordinates, "")}};
-  if (type == "MultiPolygon") return {true, several(coordinates, polygon), true};
-  if (type == "LineString") return {false, {line(coordinates, "")}};
-  if (type == "MultiLineString") return {false, several(coordinates, line), true};
+  if (type == "Polygon") return {true, false, {polygon(coordinates, "")}};
+  if (type == "MultiPolygon") return {true, true, several(coordinates, polygon)};
+  if (type == "LineString") return {false, false, {line(coordinates, "")}};
+  if (type == "MultiLineString") return {false, true, several(coordinates, line)};
   if (isGeometry(json)) throw FeatureError("a " + type.get<std::string>() + " has no outline");
   throw FeatureError(excerpt(json) + " is not a geometry");
 }

@@ -5,6 +5,7 @@
 #pragma once
 
 #include <cntrformats/feature.h>
+#include <cntrformats/json.h>
 
 namespace formats {
 

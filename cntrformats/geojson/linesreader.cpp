@@ -5,18 +5,19 @@
 
 #include <cntrformats/geojson/feature.h>
 #include <cntrformats/geojson/geojson.h>
+#include <cntrformats/json.h>
 #include <cntrformats/lines.h>
 
 namespace formats {
 
 namespace {
 
-Feature decode(const std::string& text, std::size_t number, Keep keep) {
-  Json json = parseJson(text);
+void read(const std::string& text, Keep keep, Feature& feature) {
+  const Json json = parseJson(text);
   if (member(json, "type") == "FeatureCollection") {
     throw FeatureError("a whole FeatureCollection, which is no line of GeoJSON lines");
   }
-  return readFeature(std::move(json), number, keep);
+  readFeature(json, keep, feature);
 }
 
 /// True for a whole JSON object in one line that is no collection, and is not all there is.
@@ -46,7 +47,7 @@ void readGeoJsonLines(Source& source, Keep keep, Sink& sink) {
     if (isBlank(text)) continue;
     ++number;
     sink.take({{number, lines.number()}, text.size(), [text, number, keep] {
-                 return decode(text, number, keep);
+                 return decoded(number, [&](Feature& feature) { read(text, keep, feature); });
                }});
   }
   if (number == 0) throw FileError("nothing in it");

@@ -47,7 +47,7 @@ class DocumentReader {
       throw FileError("not GeoJSON: neither a FeatureCollection, nor a Feature, nor a geometry");
     }
     if (number_ == 0) throw FileError("nothing in it: the collection has no features");
-    sink_.takeMembers(std::move(members_));
+    takeMembers();
   }
 
  private:
@@ -59,7 +59,14 @@ class DocumentReader {
   void beginFeatures() {
     if (!isCollection()) return;
     isInFeatures_ = true;
-    sink_.takeMembers(std::exchange(members_, Json::object()));
+    takeMembers();
+  }
+
+  void takeMembers() {
+    Members members;
+    for (const auto& [name, value] : members_.items()) members.push_back({name, compact(value)});
+    members_ = Json::object();
+    sink_.takeMembers(std::move(members));
   }
 
   void endFeatures() { isInFeatures_ = false; }
@@ -69,7 +76,8 @@ class DocumentReader {
     const auto kept = std::make_shared<Json>(std::move(json));
     const std::size_t size = source_.position() - std::exchange(position_, source_.position());
     sink_.take({{number, 0, isLone}, size, [kept, number, keep = keep_] {
-                  return readFeature(std::move(*kept), number, keep);
+                  return decoded(number,
+                                 [&](Feature& feature) { readFeature(*kept, keep, feature); });
                 }});
   }
 

@@ -23,13 +23,14 @@ class GeoJsonWriter : public FeatureWriter {
   GeoJsonWriter(std::ostream& out, Rings rings) : out_(out), rings_(rings) {}
 
   Prepared prepare(Feature feature, bool isLone) const override {
-    Json json = toJson(std::move(feature), rings_);
+    Json json = toJson(feature, rings_);
     if (rings_ == Rings::eAsGeoJsonWants && !isLone) json = asMember(std::move(json));
     return {compact(json), {}, isLone};
   }
 
-  std::optional<Prepared> prepareUnreadable(const Json& source, bool isLone) const override {
-    return Prepared{compact(source), {}, isLone};
+  std::optional<Prepared> prepareUnreadable(const Feature& feature, bool isLone) const override {
+    if (feature.text.empty()) return std::nullopt;
+    return Prepared{feature.text, {}, isLone};
   }
 
   void write(Prepared prepared) override {
@@ -51,8 +52,8 @@ class GeoJsonWriter : public FeatureWriter {
     out_ << "\n}\n";
   }
 
-  bool takeMembers(Json&& members) override {
-    (hasBegun_ ? trailing_ : leading_).update(members);
+  bool takeMembers(Members&& members) override {
+    update(hasBegun_ ? trailing_ : leading_, std::move(members));
     begin();
     return true;
   }
@@ -60,23 +61,23 @@ class GeoJsonWriter : public FeatureWriter {
  private:
   void begin() {
     if (std::exchange(hasBegun_, true)) return;
-    if (leading_.empty()) leading_["type"] = "FeatureCollection";
+    if (leading_.empty()) leading_.push_back({"type", "\"FeatureCollection\""});
     out_ << "{\n";
     writeMembers("", leading_);
     out_ << ",\n\"features\": [";
   }
 
-  void writeMembers(const char* separator, const Json& members) {
-    for (const auto& [name, value] : members.items()) {
-      out_ << separator << compact(name) << ": " << compact(value);
+  void writeMembers(const char* separator, const Members& members) {
+    for (const auto& [name, value] : members) {
+      out_ << separator << compact(name) << ": " << value;
       separator = ",\n";
     }
   }
 
   std::ostream& out_;
   Rings rings_;
-  Json leading_ = Json::object();
-  Json trailing_ = Json::object();
+  Members leading_;
+  Members trailing_;
   bool hasBegun_ = false;
   bool hasFeatures_ = false;
   bool hasLone_ = false;
@@ -87,11 +88,12 @@ class GeoJsonLinesWriter : public FeatureWriter {
   GeoJsonLinesWriter(std::ostream& out, Rings rings) : out_(out), rings_(rings) {}
 
   Prepared prepare(Feature feature, bool isLone) const override {
-    return {compact(toJson(std::move(feature), rings_)), {}, isLone};
+    return {compact(toJson(feature, rings_)), {}, isLone};
   }
 
-  std::optional<Prepared> prepareUnreadable(const Json& source, bool isLone) const override {
-    return Prepared{compact(source), {}, isLone};
+  std::optional<Prepared> prepareUnreadable(const Feature& feature, bool isLone) const override {
+    if (feature.text.empty()) return std::nullopt;
+    return Prepared{feature.text, {}, isLone};
   }
 
   void write(Prepared prepared) override { out_ << prepared.text << '\n'; }
@@ -112,6 +114,8 @@ std::unique_ptr<FeatureWriter> makeGeoJsonLinesWriter(std::ostream& out, Rings r
   return std::make_unique<GeoJsonLinesWriter>(out, rings);
 }
 
-Losses lossesInGeoJson(const Feature& /*feature*/) { return {}; }
+Losses lossesInGeoJson(const Feature& feature) {
+  return lossesOf(feature, {true, true, feature.geometry.parts.size() == 1, true});
+}
 
 }  // namespace formats

@@ -38,11 +38,11 @@ class Parser {
 
  private:
   Geometry geometryOf(const std::string& type) {
-    if (type == "POLYGON") return {true, {polygon("")}};
-    if (type == "MULTIPOLYGON") return {true, several(&Parser::polygon), true};
-    if (type == "LINESTRING") return {false, {line("")}};
-    if (type == "MULTILINESTRING") return {false, several(&Parser::line), true};
-    if (type == "LINEARRING") return {true, {{asRing(positions("outline"), "outline"), {}, {}}}};
+    if (type == "POLYGON") return {true, false, {polygon("")}};
+    if (type == "MULTIPOLYGON") return {true, true, several(&Parser::polygon)};
+    if (type == "LINESTRING") return {false, false, {line("")}};
+    if (type == "MULTILINESTRING") return {false, true, several(&Parser::line)};
+    if (type == "LINEARRING") return {true, false, {{asRing(positions("outline"), "outline"), {}}}};
     if (type == "POINT" || type == "MULTIPOINT" || type == "GEOMETRYCOLLECTION") {
       throw FeatureError("a " + type + " has no outline");
     }
@@ -50,8 +50,8 @@ class Parser {
     throw FeatureError(type + " is not a geometry that can be read");
   }
 
-  std::vector<Part> several(Part (Parser::*readPart)(const std::string&)) {
-    std::vector<Part> parts;
+  std::vector<qcRings> several(qcRings (Parser::*readPart)(const std::string&)) {
+    std::vector<qcRings> parts;
     if (isEmpty()) throw FeatureError("no coordinates");
     list([&] {
       parts.push_back((this->*readPart)("part " + std::to_string(parts.size() + 1) + ", "));
@@ -59,9 +59,9 @@ class Parser {
     return parts;
   }
 
-  Part polygon(const std::string& prefix) {
+  qcRings polygon(const std::string& prefix) {
     if (isEmpty()) throw FeatureError(prefix + "no outline");
-    Part part;
+    qcRings part;
     std::size_t count = 0;
     list([&] {
       const std::string place = prefix + (count == 0 ? "outline" : "hole " + std::to_string(count));
@@ -75,9 +75,9 @@ class Parser {
     return part;
   }
 
-  Part line(const std::string& prefix) {
+  qcRings line(const std::string& prefix) {
     const std::string place = prefix + "line";
-    return {asLine(positions(place), place), {}, {}};
+    return {asLine(positions(place), place), {}};
   }
 
   Points positions(const std::string& place) {
@@ -201,10 +201,9 @@ void readWkt(Source& source, Keep /*keep*/, Sink& sink) {
     if (isBlank(text)) continue;
     ++number;
     sink.take({{number, lines.number()}, text.size(), [text, number] {
-                 Feature feature;
-                 feature.number = number;
-                 feature.geometry = Parser(text).geometry();
-                 return feature;
+                 return decoded(number, [&text](Feature& feature) {
+                   feature.geometry = Parser(text).geometry();
+                 });
                }});
   }
   if (number == 0) throw FileError("nothing in it");

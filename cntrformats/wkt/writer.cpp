@@ -34,7 +34,7 @@ void appendRing(std::string& text, const Points& ring) {
   appendPoints(text, closed);
 }
 
-void appendPart(std::string& text, const Part& part, bool closed) {
+void appendPart(std::string& text, const qcRings& part, bool closed) {
   if (!closed) return appendPoints(text, part.outline);
   std::vector<Points> rings{part.outline};
   rings.insert(rings.end(), part.holes.begin(), part.holes.end());
@@ -42,7 +42,7 @@ void appendPart(std::string& text, const Part& part, bool closed) {
 }
 
 std::string toWkt(const Geometry& geometry) {
-  const auto& [closed, parts, multiple] = geometry;
+  const auto& [closed, multiple, parts, edgelets] = geometry;
   const std::string type = closed ? "POLYGON " : "LINESTRING ";
   if (parts.size() == 1 && !multiple) {
     std::string text = type;
@@ -51,7 +51,7 @@ std::string toWkt(const Geometry& geometry) {
   }
   std::string text = "MULTI" + type;
   appendList(text, parts,
-             [&, isClosed = closed](const Part& part) { appendPart(text, part, isClosed); });
+             [&, isClosed = closed](const qcRings& part) { appendPart(text, part, isClosed); });
   return text;
 }
 

@@ -19,11 +19,12 @@ namespace {
 /// A feature with all that a feature can have.
 Feature full() {
   Feature feature = texts::outline(texts::square(4));
-  feature.label = 7;
+  feature.label = 7UL;
   feature.id = "a";
-  feature.source = {{"type", "Feature"}, {"properties", {{"label", 7}, {"colour", "red"}}}};
+  feature.text = R"({"type":"Feature","properties":{"label":7,"colour":"red"}})";
+  feature.geometry.edgelets.emplace_back();
   for (const auto& point : feature.geometry.parts[0].outline) {
-    feature.geometry.parts[0].edgelets.emplace_back(point, 1, qcAngle8(2));
+    feature.geometry.edgelets[0].emplace_back(point, 1, qcAngle8(2));
   }
   return feature;
 }
@@ -39,6 +40,22 @@ TEST(Losses, GeoJsonHoldsAll) {
   EXPECT_THAT(lossesIn("geojsonl", full()), IsEmpty());
 }
 
+TEST(Losses, GeoJsonHoldsEdgeElementsOfASinglePart) {
+  Feature feature = full();
+  feature.geometry.parts.push_back(feature.geometry.parts[0]);
+  feature.geometry.edgelets.push_back(feature.geometry.edgelets[0]);
+  EXPECT_THAT(lossesIn("geojson", feature), ElementsAre(StrEq("edge elements")));
+}
+
+TEST(Losses, LabelsThatAreTextAreHeldByGeoJsonAlone) {
+  Feature feature = texts::outline(texts::square(1));
+  feature.label = "nut";
+  EXPECT_THAT(lossesIn("geojson", feature), IsEmpty());
+  for (const char* format : {"csv", "wkt", "archive"}) {
+    EXPECT_THAT(lossesIn(format, feature), ElementsAre(StrEq("labels"))) << format;
+  }
+}
+
 TEST(Losses, WktHoldsTheGeometryAlone) {
   EXPECT_THAT(lossesIn("wkt", full()),
               ElementsAre(StrEq("labels"), StrEq("ids"), StrEq("other properties"),
@@ -48,7 +65,7 @@ TEST(Losses, WktHoldsTheGeometryAlone) {
 
 TEST(Losses, LabelsAndEdgeElementsAreNoOtherProperties) {
   Feature feature = texts::outline(texts::square(1));
-  feature.source = Json::parse(R"({"type":"Feature","properties":{"label":7,"edgelets":null}})");
+  feature.text = R"({"type":"Feature","properties":{"label":7,"edgelets":null}})";
   EXPECT_THAT(lossesIn("wkt", feature), IsEmpty());
 }
 
@@ -70,7 +87,7 @@ TEST(Losses, CsvHoldsALabelOrAnId) {
 TEST(Losses, AnArchiveHoldsLabelsAndEdgeElementsOfOutlinesWithoutHoles) {
   Feature feature = full();
   EXPECT_THAT(lossesIn("archive", feature), ElementsAre(StrEq("ids"), StrEq("other properties")));
-  feature.label = 0;
+  feature.label = 0UL;
   feature.geometry.parts[0].holes.push_back({{1, 1}, {1, 2}, {2, 2}});
   EXPECT_THAT(lossesIn("archive", feature),
               ElementsAre(StrEq("labels"), StrEq("ids"), StrEq("other properties"),

@@ -13,8 +13,8 @@ using namespace formats;
 
 namespace {
 
-Part plate() {
-  return {texts::square(10), {{{1, 1}, {1, 2}, {2, 2}}, {{5, 5}, {5, 8}, {8, 8}}}, {}};
+qcRings plate() {
+  return {texts::square(10), {{{1, 1}, {1, 2}, {2, 2}}, {{5, 5}, {5, 8}, {8, 8}}}};
 }
 
 }  // namespace
@@ -27,7 +27,7 @@ TEST(Shapes, ARegionHasItsHolesIfAskedFor) {
 }
 
 TEST(Shapes, ABadHoleIsNamed) {
-  Part part = plate();
+  qcRings part = plate();
   part.holes.push_back({{9, 9}, {11, 9}, {9, 11}});
   try {
     makeRegion(part, true);
@@ -39,13 +39,13 @@ TEST(Shapes, ABadHoleIsNamed) {
 }
 
 TEST(Shapes, ASetHasARegionForEachPart) {
-  const qcRegionSet set = makeRegionSet({plate(), {{{20, 0}, {22, 0}, {22, 2}}, {}, {}}}, true);
+  const qcRegionSet set = makeRegionSet({plate(), {{{20, 0}, {22, 0}, {22, 2}}, {}}}, true);
   ASSERT_EQ(set.regions().size(), 2);
   EXPECT_EQ(set.area(true), 95 + 2);
 }
 
 TEST(Shapes, BoundariesHaveTheFilesOrderAndNumbers) {
-  Geometry geometry{true, {plate()}};
+  Geometry geometry{true, false, {plate()}};
   auto boundaries = boundariesOf(geometry, true);
   ASSERT_EQ(boundaries.size(), 3);
   EXPECT_FALSE(boundaries[0].place.part) << "the only part has no number";
@@ -63,7 +63,7 @@ TEST(Shapes, BoundariesHaveTheFilesOrderAndNumbers) {
 }
 
 TEST(Shapes, LinesStayOpen) {
-  const auto lines = boundariesOf({false, {{{{0, 0}, {3, 4}, {0, 4}}, {}, {}}}}, true);
+  const auto lines = boundariesOf({false, false, {{{{0, 0}, {3, 4}, {0, 4}}, {}}}}, true);
   ASSERT_EQ(lines.size(), 1);
   EXPECT_FALSE(lines[0].contour->isClosed());
   EXPECT_EQ(lines[0].contour->length(), 8);

@@ -43,17 +43,16 @@ class Collector : public Sink {
   void take(Record record) override {
     found_.places.push_back(record.location);
     const std::string number = std::to_string(record.location.number) + ": ";
-    try {
-      found_.features.push_back(record.decode());
-    } catch (const UnreadableFeature& error) {
-      found_.complaints.push_back(number + error.what());
-      found_.unreadable.push_back(error.source());
-    } catch (const FeatureError& error) {
-      found_.complaints.push_back(number + error.what());
+    Feature feature = record.decode();
+    if (feature.problem.empty()) {
+      found_.features.push_back(std::move(feature));
+    } else {
+      found_.complaints.push_back(number + feature.problem);
+      found_.unreadable.push_back(std::move(feature));
     }
   }
 
-  void takeMembers(Json&& members) override { found_.members.update(members); }
+  void takeMembers(Members&& members) override { update(found_.members, std::move(members)); }
 
  private:
   Found& found_;
@@ -103,7 +102,7 @@ Points square(double size) { return {{0, 0}, {size, 0}, {size, size}, {0, size}}
 
 Feature outline(const Points& points) {
   Feature feature;
-  feature.geometry.parts.push_back({points, {}, {}});
+  feature.geometry.parts.push_back({points, {}});
   return feature;
 }
 

@@ -17,9 +17,9 @@ struct Found {
   std::vector<formats::Location> places;
   /// "2: what is wrong" for feature 2.
   std::vector<std::string> complaints;
-  /// The JSON of those that could not be read.
-  std::vector<formats::Json> unreadable;
-  formats::Json members = formats::Json::object();
+  /// Those that could not be read.
+  std::vector<formats::Feature> unreadable;
+  formats::Members members;
 };
 
 /// All that a file of this content holds. Throws FileError.

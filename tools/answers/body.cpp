@@ -27,9 +27,9 @@ qc_InertiaData takenAway(const qc_InertiaData& body) {
 
 bool isArea(double area) { return 2.0 * area > smallestDoubleArea; }
 
-qc_InertiaData inertiaOf(const std::vector<Part>& parts, bool withHoles) {
+qc_InertiaData inertiaOf(const std::vector<qcRings>& parts, bool withHoles) {
   qc_InertiaData sum;
-  for (const Part& part : parts) {
+  for (const qcRings& part : parts) {
     sum = sum + solid(part.outline);
     if (!withHoles) continue;
     for (const Points& hole : part.holes) sum = sum + takenAway(solid(hole));
@@ -43,7 +43,7 @@ qcVector<2> centreOf(const qcRegionSet& set, bool withHoles) {
                              : set.centerOfMass(withHoles);
 }
 
-qcVector<2> middleOf(const Part& part, bool closed) {
+qcVector<2> middleOf(const qcRings& part, bool closed) {
   const qc_InertiaData body = closed ? inertiaOf({part}, true) : qc_InertiaData();
   if (isArea(body.area())) return body.centerOfMass();
   const ContourHandle contour = makeContour(part.outline, closed);

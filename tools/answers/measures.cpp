@@ -89,9 +89,7 @@ double height(const qcRect& rectangle) { return rectangle.height(); }
 Cell file(const Measured& m) { return m.file; }
 Cell feature(const Measured& m) { return m.feature.number; }
 Cell part(const Measured& m) { return m.part ? Cell(*m.part) : Cell(); }
-Cell label(const Measured& m) {
-  return m.feature.label ? Cell(std::size_t{*m.feature.label}) : Cell();
-}
+Cell label(const Measured& m) { return labelCell(m.feature.label); }
 Cell id(const Measured& m) { return m.feature.id ? Cell(*m.feature.id) : Cell(); }
 Cell vertices(const Measured& m) { return m.subject.vertexCount(); }
 Cell holes(const Measured& m) { return m.subject.holeCount(); }

@@ -89,7 +89,7 @@ std::vector<Crossing> crossings(const std::vector<Boundary>& boundaries, const q
 /// The library is asked about all outlines at once, so that its rule for ties covers all of them.
 Row answerDirection(const Geometry& geometry, const qcRadian& angle) {
   Points all;
-  for (const Part& part : geometry.parts) {
+  for (const qcRings& part : geometry.parts) {
     all.insert(all.end(), part.outline.begin(), part.outline.end());
   }
   const long extremal = qcContour(all, false, 0).extremalVertexIndex(angle);

@@ -19,14 +19,14 @@ constexpr std::size_t extraPasses = 2;
 constexpr std::size_t fewestVertices = 3;
 
 /// An outline that crosses itself loses its holes anyway: only those of others are asked for.
-RegionHandle regionOf(const Part& part) {
+RegionHandle regionOf(const qcRings& part) {
   const RegionHandle outline = makeRegion(part, false);
   return outline->isSelfIntersecting() ? outline : makeRegion(part, true);
 }
 
 qcRegionSet setOf(const Geometry& geometry) {
   Regions regions;
-  for (const Part& part : geometry.parts) regions.push_back(regionOf(part));
+  for (const qcRings& part : geometry.parts) regions.push_back(regionOf(part));
   return {regions, qcContourDefs::eNoIntersectionRepair};
 }
 
@@ -55,8 +55,8 @@ qcRegionSet repairedSet(const qcRegionSet& set, qcContourDefs::IntersectionMode 
   return result;
 }
 
-Part partOf(const qcRegion& region) {
-  Part part{region.points(), {}, {}};
+qcRings partOf(const qcRegion& region) {
+  qcRings part{region.points(), {}};
   for (const auto& hole : region.holes()) part.holes.push_back(hole->points());
   return part;
 }
@@ -83,12 +83,12 @@ struct Size {
 
 Size sizeOf(const Geometry& geometry) {
   Size size{geometry.parts.size()};
-  for (const Part& part : geometry.parts) {
+  for (const qcRings& part : geometry.parts) {
     size.vertices += part.outline.size();
     size.holes += part.holes.size();
-    size.edgelets += part.edgelets.size();
     size.area += qf_Area(part.outline);
   }
+  for (const auto& edgelets : geometry.edgelets) size.edgelets += edgelets.size();
   return size;
 }
 

@@ -53,7 +53,7 @@ void Subject::findFlaws() {
   if (isAny(hasHoleOutside)) flaws_.push_back("hole outside");
 }
 
-void Subject::addBody(const std::vector<Part>& parts) {
+void Subject::addBody(const std::vector<qcRings>& parts) {
   if (!isArea(*area())) return;
   body_ = qc_InertiaData(*area(), centreOf(*regions_, withHoles_),
                          inertiaOf(parts, withHoles_).inertiaMatrix());

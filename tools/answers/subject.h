@@ -44,7 +44,7 @@ class Subject {
 
  private:
   void findFlaws();
-  void addBody(const std::vector<formats::Part>& parts);
+  void addBody(const std::vector<qcRings>& parts);
 
   bool closed_;
   bool withHoles_;

@@ -34,7 +34,7 @@ class Converting : public Answerer {
     return file_.prepare(origin, std::move(feature));
   }
   void write(Answer answer) override { file_.write(std::move(answer)); }
-  void takeMembers(Json&& members) override { file_.takeMembers(std::move(members)); }
+  void takeMembers(Members&& members) override { file_.takeMembers(std::move(members)); }
 
  private:
   FeatureFile& file_;

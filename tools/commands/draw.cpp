@@ -6,6 +6,7 @@
 #include <memory>
 
 #include <cntrformats/errors.h>
+#include <cntrformats/number.h>
 #include <tools/commands/commands.h>
 #include <tools/commands/options.h>
 #include <tools/draw/document.h>
@@ -56,14 +57,23 @@ std::string refusalOfScale(const std::string& text) {
   return isUsable ? "" : "needs a positive number, not " + text;
 }
 
+/// 0 where the member is none.
+double positiveNumber(const Members& members, const char* name) {
+  const std::string* const value = valueOf(members, name);
+  try {
+    return value == nullptr ? 0.0 : std::max(0.0, finiteNumber(*value));
+  } catch (const FeatureError&) {
+    return 0.0;
+  }
+}
+
 /// The area of the image that a collection with the members `width` and `height` says it comes
 /// from.
-std::optional<qcRect> imageArea(const Json& collection) {
-  const Json& width = member(collection, "width");
-  const Json& height = member(collection, "height");
-  if (!width.is_number() || !height.is_number()) return std::nullopt;
-  if (!(width.get<double>() > 0.0 && height.get<double>() > 0.0)) return std::nullopt;
-  return pixelArea(width.get<double>(), height.get<double>());
+std::optional<qcRect> imageArea(const Members& collection) {
+  const double width = positiveNumber(collection, "width");
+  const double height = positiveNumber(collection, "height");
+  if (width == 0.0 || height == 0.0) return std::nullopt;
+  return pixelArea(width, height);
 }
 
 void addFeatures(Drawing& drawing, const Document& document) {
@@ -88,7 +98,7 @@ std::optional<qcRect> readFiles(Drawing& drawing, const Options& options, Sessio
     const auto document = readDocument(file, session.diagnostics, formatNamed(options.from));
     if (!document) continue;
     addFeatures(drawing, *document);
-    const auto area = imageArea(document->json);
+    const auto area = imageArea(document->members);
     if (area) images = images ? images->enclose(*area) : *area;
   }
   return images;

@@ -36,9 +36,9 @@ Answer FeatureFile::prepare(const Origin& origin, Feature feature) const {
   return answer;
 }
 
-Answer FeatureFile::prepareUnreadable(const Origin& origin, const Json& source) const {
+Answer FeatureFile::prepareUnreadable(const Origin& origin, const Feature& feature) const {
   Answer answer;
-  answer.feature = writer_->prepareUnreadable(source, isAlone(origin));
+  answer.feature = writer_->prepareUnreadable(feature, isAlone(origin));
   return answer;
 }
 
@@ -49,8 +49,8 @@ void FeatureFile::write(Answer answer) {
   if (!output_.stream()) output_.complete();
 }
 
-void FeatureFile::takeMembers(Json&& members) {
-  const bool hasOthers = members.size() > (members.contains("type") ? 1U : 0U);
+void FeatureFile::takeMembers(Members&& members) {
+  const bool hasOthers = members.size() > (valueOf(members, "type") != nullptr ? 1U : 0U);
   if (inputs_ == 1 && writer_->takeMembers(std::move(members))) return;
   if (hasOthers)
     ++losses_[inputs_ == 1 ? "members of the collection" : "members of the collections"];

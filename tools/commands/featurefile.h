@@ -35,11 +35,11 @@ class FeatureFile {
   /// Makes a feature ready on any thread. Throws FeatureError.
   Answer prepare(const Origin& origin, formats::Feature feature) const;
   /// The same for a feature that cannot be read; nothing where it cannot be written either.
-  Answer prepareUnreadable(const Origin& origin, const formats::Json& source) const;
+  Answer prepareUnreadable(const Origin& origin, const formats::Feature& feature) const;
 
   void write(Answer answer);
   /// The members of an input's collection, which are kept if it is the only input.
-  void takeMembers(formats::Json&& members);
+  void takeMembers(formats::Members&& members);
   /// To be called once, after the last feature. Tells what could not be held.
   void complete();
 

@@ -120,7 +120,7 @@ class Measuring : public Answerer {
     std::vector<Row> rows{row({file, feature, std::nullopt, whole})};
     const auto& parts = feature.geometry.parts;
     for (std::size_t k = 0; parts.size() > 1 && k < parts.size(); ++k) {
-      const Subject part({feature.geometry.closed, {parts[k]}}, withHoles_);
+      const Subject part({feature.geometry.closed, false, {parts[k]}}, withHoles_);
       rows.push_back(row({file, feature, k + 1, part}));
     }
     return rows;

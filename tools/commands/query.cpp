@@ -85,7 +85,7 @@ class Asking : public Answerer {
     Row row;
     if (showsFile_) row.emplace_back(file);
     row.emplace_back(feature.number);
-    row.push_back(feature.label ? Cell(std::size_t{*feature.label}) : Cell());
+    row.push_back(labelCell(feature.label));
     return row;
   }
 

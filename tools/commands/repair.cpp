@@ -65,8 +65,8 @@ class Repairing : public Answerer {
     }
   }
 
-  Answer answerUnreadable(const Origin& origin, const Json& source) const override {
-    return file_.prepareUnreadable(origin, source);
+  Answer answerUnreadable(const Origin& origin, const Feature& feature) const override {
+    return file_.prepareUnreadable(origin, feature);
   }
 
   void write(Answer answer) override {
@@ -75,8 +75,8 @@ class Repairing : public Answerer {
     if (!isQuiet_) report_->write(std::move(row));
   }
 
-  void takeMembers(Json&& members) override {
-    members.erase("bbox");
+  void takeMembers(Members&& members) override {
+    std::erase_if(members, [](const Member& member) { return member.name == "bbox"; });
     file_.takeMembers(std::move(members));
   }
 
@@ -96,7 +96,7 @@ class Repairing : public Answerer {
     Row row;
     if (showsFile_) row.emplace_back(origin.file);
     row.emplace_back(feature.number);
-    row.push_back(feature.label ? Cell(std::size_t{*feature.label}) : Cell());
+    row.push_back(labelCell(feature.label));
     row.emplace_back(account);
     return row;
   }

@@ -14,14 +14,15 @@ class Collector : public Sink {
       : document_(document), diagnostics_(diagnostics) {}
 
   void take(Record record) override {
-    try {
-      document_.features.push_back(record.decode());
-    } catch (const FeatureError& error) {
-      diagnostics_.badFeature(document_.name, record.location, error.what());
+    Feature feature = record.decode();
+    if (feature.problem.empty()) {
+      document_.features.push_back(std::move(feature));
+    } else {
+      diagnostics_.badFeature(document_.name, record.location, feature.problem);
     }
   }
 
-  void takeMembers(Json&& members) override { document_.json.update(members); }
+  void takeMembers(Members&& members) override { update(document_.members, std::move(members)); }
 
  private:
   Document& document_;

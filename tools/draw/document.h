@@ -13,12 +13,11 @@
 
 namespace tool {
 
-// Nothing that moves or dies here throws; nlohmann-json does not say so.
-struct Document {  // NOLINT(bugprone-exception-escape)
+struct Document {
   /// The file's name as messages show it.
   std::string name;
   /// The members of a GeoJSON collection besides its features.
-  formats::Json json = formats::Json::object();
+  formats::Members members;
   /// Those that could be read.
   std::vector<formats::Feature> features;
 };

@@ -30,46 +30,46 @@ constexpr double edgeletWidth = 1.0;
 template <auto drawPart>
 std::string eachPart(const Geometry& geometry, double unit) {
   std::string text;
-  for (const Part& part : geometry.parts) text += drawPart(part, geometry.closed, unit);
+  for (const qcRings& part : geometry.parts) text += drawPart(part, geometry.closed, unit);
   return text;
 }
 
-std::string rectangle(const Part& part, bool, double) {
+std::string rectangle(const qcRings& part, bool, double) {
   return svg::rectangle(boxOf(part.outline));
 }
 
 /// Of radius 0 where all vertices coincide. The closed flag plays no part in it.
-qcCircle circleAround(const Part& part) {
+qcCircle circleAround(const qcRings& part) {
   return makeContour(part.outline, true)->encloseCircle(qcContourDefs::eFarthestVertexPair);
 }
 
-std::string circle(const Part& part, bool, double) {
+std::string circle(const qcRings& part, bool, double) {
   const qcCircle circle = circleAround(part);
   return circle.radius() > 0.0 ? svg::circle(circle) : "";
 }
 
-qcRect circleExtent(const Part& part) {
+qcRect circleExtent(const qcRings& part) {
   const qcCircle circle = circleAround(part);
   if (!(circle.radius() > 0.0)) return boxOf(part.outline);
   const qcVector<2> reach(circle.radius(), circle.radius());
   return {qcPoint(circle.center() - reach), qcPoint(circle.center() + reach)};
 }
 
-std::string hull(const Part& part, bool closed, double) {
+std::string hull(const qcRings& part, bool closed, double) {
   qcRegion hull;
   makeContour(part.outline, closed)->convexHull(hull);
   return svg::path({hull.points()}, true, "", "");
 }
 
 /// Nothing when neither an ellipse nor a circle fits. The closed flag plays no part in it.
-std::optional<qcEllipse> ellipseOf(const Part& part) {
+std::optional<qcEllipse> ellipseOf(const qcRings& part) {
   qcEllipse ellipse;
   double residual = 0.0;
   makeContour(part.outline, true)->fitEllipse(ellipse, residual);
   return residual < 0.0 ? std::nullopt : std::optional(ellipse);
 }
 
-std::string ellipse(const Part& part, bool, double) {
+std::string ellipse(const qcRings& part, bool, double) {
   const auto ellipse = ellipseOf(part);
   return ellipse ? svg::ellipse(*ellipse) : "";
 }
@@ -80,7 +80,7 @@ bool isHuge(const qcEllipse& ellipse, const qcRect& box) {
 }
 
 /// The outline's own where the ellipse is much larger, as that of a nearly straight line is.
-qcRect ellipseExtent(const Part& part) {
+qcRect ellipseExtent(const qcRings& part) {
   qcRect box = boxOf(part.outline);
   const auto ellipse = ellipseOf(part);
   if (!ellipse || isHuge(*ellipse, box)) return box;
@@ -97,21 +97,27 @@ std::string cross(const qcVector<2>& at, double unit) {
   return svg::line(at - right, at + right) + svg::line(at - down, at + down);
 }
 
-std::string centre(const Part& part, bool closed, double unit) {
+std::string centre(const qcRings& part, bool closed, double unit) {
   return cross(middleOf(part, closed), unit);
 }
 
 /// One path of single segments, as the library draws them.
-std::string edgelets(const Part& part, bool, double unit) {
-  if (part.edgelets.empty()) return "";
+std::string segments(const std::vector<qcEdgelet>& edgelets, double unit) {
+  if (edgelets.empty()) return "";
   qcRecordingTablet tablet;
-  qcRegionT<qcEdgelet>(part.edgelets, 0).draw(tablet, qcColor::black, qcUITablet::eOverlayLayer);
-  std::vector<Points> segments;
+  qcRegionT<qcEdgelet>(edgelets, 0).draw(tablet, qcColor::black, qcUITablet::eOverlayLayer);
+  std::vector<Points> drawnSegments;
   for (const auto& drawn : tablet.segments()) {
-    segments.push_back({{drawn.from.x(), drawn.from.y()}, {drawn.to.x(), drawn.to.y()}});
+    drawnSegments.push_back({{drawn.from.x(), drawn.from.y()}, {drawn.to.x(), drawn.to.y()}});
   }
   const std::string width = allDigits(edgeletWidth * unit);
-  return svg::path(segments, false, " style=\"stroke-width:" + width + "\"", "");
+  return svg::path(drawnSegments, false, " style=\"stroke-width:" + width + "\"", "");
+}
+
+std::string edgelets(const Geometry& geometry, double unit) {
+  std::string text;
+  for (const auto& part : geometry.edgelets) text += segments(part, unit);
+  return text;
 }
 
 std::string ring(const qcVector<2>& centre, double unit) {
@@ -134,7 +140,7 @@ constexpr Overlay overlays[] = {
     {"circle", "#1b8a5a", eachPart<circle>, stroke, circleExtent},
     {"hull", "#1f5fbf", eachPart<hull>, stroke, nullptr},
     {"ellipse", "#c2255c", eachPart<ellipse>, stroke, ellipseExtent},
-    {"edgelets", "#5f3dc4", eachPart<edgelets>, stroke, nullptr},
+    {"edgelets", "#5f3dc4", edgelets, stroke, nullptr},
     {"centre", "#212529", eachPart<centre>, cross, nullptr},
     {"crossings", "#e03131", crossings, ring, nullptr},
 };

@@ -23,7 +23,7 @@ struct Overlay {
   /// What stands for it in the legend, about 26 units wide.
   std::string (*symbol)(const qcVector<2>& centre, double unit);
   /// How far it reaches; null where that is not beyond the outline, or has no bounds.
-  qcRect (*extent)(const formats::Part& part);
+  qcRect (*extent)(const qcRings& part);
 };
 
 /// All overlays, in the order in which they are drawn.

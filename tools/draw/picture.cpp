@@ -36,10 +36,12 @@ std::string number(double value) { return shortNumber(value, 6); }
 
 /// The label decides on the colours; features without one have those of their place in the file.
 unsigned long colourNumber(const Feature& feature) {
-  return feature.label.value_or(static_cast<unsigned long>(feature.number));
+  if (!feature.label) return feature.number;
+  const auto* const number = std::get_if<unsigned long>(&*feature.label);
+  return number != nullptr ? *number : std::hash<std::string>()(toText(*feature.label)) % 1000;
 }
 
-std::vector<Points> ringsOf(const Part& part) {
+std::vector<Points> ringsOf(const qcRings& part) {
   std::vector<Points> rings{part.outline};
   rings.insert(rings.end(), part.holes.begin(), part.holes.end());
   return rings;
@@ -53,7 +55,7 @@ std::string outlines(const Drawing& drawing) {
     const Colours colours = coloursOf(colourNumber(drawn.feature), ground);
     const std::string attributes =
         " fill=\"" + (closed ? colours.fill : "none") + "\" stroke=\"" + colours.stroke + "\"";
-    for (const Part& part : drawn.feature.geometry.parts) {
+    for (const qcRings& part : drawn.feature.geometry.parts) {
       text += svg::path(ringsOf(part), closed, attributes, drawn.title);
     }
   }
@@ -74,7 +76,7 @@ std::string overlay(const Drawing& drawing, const Overlay& overlay) {
 }
 
 /// As high as half the part, within what can be read and does not shout.
-double letterSize(const Part& part, double unit) {
+double letterSize(const qcRings& part, double unit) {
   const qcRect box = boxOf(part.outline);
   return std::clamp(0.5 * std::min(box.width(), box.height()), 9.0 * unit, 24.0 * unit);
 }
@@ -88,11 +90,11 @@ std::string labels(const Drawing& drawing) {
   std::string text = "<g class=\"labels\">\n";
   for (const Drawn& drawn : drawing.features) {
     if (!drawn.feature.label) continue;
-    for (const Part& part : drawn.feature.geometry.parts) {
+    for (const qcRings& part : drawn.feature.geometry.parts) {
       const double size = letterSize(part, unit);
       const qcVector<2> centre = middleOf(part, drawn.feature.geometry.closed);
       const qcVector<2> baseline(0.0, marked ? -9.0 * unit : 0.35 * size);
-      text += svg::text(centre + baseline, size, std::to_string(*drawn.feature.label));
+      text += svg::text(centre + baseline, size, toText(*drawn.feature.label));
     }
   }
   return text + "</g>\n";
@@ -236,7 +238,7 @@ qcRect viewAround(const Drawing& drawing) {
   const qcVector<2> first = drawing.features.front().feature.geometry.parts.front().outline.front();
   qcRect box(first, qcVector<2>());
   for (const Drawn& drawn : drawing.features) {
-    for (const Part& part : drawn.feature.geometry.parts) {
+    for (const qcRings& part : drawn.feature.geometry.parts) {
       box = box.enclose(boxOf(part.outline));
       for (const Overlay* overlay : drawing.overlays) {
         if (overlay->extent != nullptr) box = box.enclose(overlay->extent(part));

@@ -6,8 +6,11 @@
 
 #include <cmath>
 #include <cstddef>
+#include <optional>
 #include <string>
 #include <variant>
+
+#include <cntrformats/feature.h>
 
 namespace tool {
 
@@ -16,6 +19,11 @@ using Cell = std::variant<std::monostate, bool, std::size_t, double, std::string
 
 /// The number, or nothing when it is not finite.
 inline Cell numberCell(double value) { return std::isfinite(value) ? Cell(value) : Cell(); }
+
+inline Cell labelCell(const std::optional<formats::Label>& label) {
+  if (!label) return {};
+  return std::visit([](const auto& value) { return Cell(value); }, *label);
+}
 
 inline bool isEmpty(const Cell& cell) { return std::holds_alternative<std::monostate>(cell); }
 

@@ -31,10 +31,13 @@ class FeatureJob : public Job {
 
   void work() override {
     try {
-      answer_ = work_.answerer.answer(origin_, record_.decode());
-    } catch (const UnreadableFeature& error) {
-      answer_ = work_.answerer.answerUnreadable(origin_, error.source());
-      answer_.complaint = error.what();
+      Feature feature = record_.decode();
+      if (feature.problem.empty()) {
+        answer_ = work_.answerer.answer(origin_, std::move(feature));
+      } else {
+        answer_ = work_.answerer.answerUnreadable(origin_, feature);
+        answer_.complaint = feature.problem;
+      }
     } catch (const FeatureError& error) {
       answer_.complaint = error.what();
     } catch (const qcException& error) {
@@ -62,13 +65,13 @@ class FeatureJob : public Job {
 
 class MembersJob : public Job {
  public:
-  MembersJob(Work& work, Json members) : work_(work), members_(std::move(members)) {}
+  MembersJob(Work& work, Members members) : work_(work), members_(std::move(members)) {}
   void work() override {}
   void finish() override { work_.answerer.takeMembers(std::move(members_)); }
 
  private:
   Work& work_;
-  Json members_;
+  Members members_;
 };
 
 /// What is wrong with a file, in its place after what could be read of it.
@@ -100,7 +103,7 @@ class Jobs : public Sink {
     if (input_.source->isWaiting()) queue_.flush();
   }
 
-  void takeMembers(Json&& members) override {
+  void takeMembers(Members&& members) override {
     queue_.add(std::make_unique<MembersJob>(work_, std::move(members)), 0);
   }
 

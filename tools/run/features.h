@@ -58,10 +58,12 @@ class Answerer {
 
   // On any thread.
 
-  /// Throws FeatureError or an exception of the library when there is no answer.
+  /// REQUIRES: the feature has no problem. Throws FeatureError or an exception of the library when
+  /// there is no answer.
   virtual Answer answer(const Origin& origin, formats::Feature feature) const = 0;
-  /// The same for a feature that is JSON but cannot be read, which is reported besides.
-  virtual Answer answerUnreadable(const Origin& /*origin*/, const formats::Json& /*source*/) const {
+  /// The same for a feature that has a problem, which is reported besides.
+  virtual Answer answerUnreadable(const Origin& /*origin*/,
+                                  const formats::Feature& /*feature*/) const {
     return {};
   }
 
@@ -70,7 +72,7 @@ class Answerer {
   /// Called for every feature: there is nothing but a complaint where there is no answer.
   virtual void write(Answer answer) = 0;
   /// See Sink.
-  virtual void takeMembers(formats::Json&& /*members*/) {}
+  virtual void takeMembers(formats::Members&& /*members*/) {}
 };
 
 /// Answers all features. What cannot be read or answered is reported, and the others are answered.

@@ -52,11 +52,12 @@ TEST(ArchiveWriter, ChoosesTheShapeByWhatAFeatureHas) {
   EXPECT_TRUE(becomes<qcRegion>(feature));
   feature.geometry.multiple = true;
   EXPECT_TRUE(becomes<qcRegionSet>(feature));
-  feature.geometry = {false, {{{{0, 0}, {1, 1}}, {}, {}}}};
+  feature.geometry = {false, false, {{{{0, 0}, {1, 1}}, {}}}};
   EXPECT_TRUE(becomes<qcContour>(feature));
   feature = texts::outline(texts::square(2));
+  feature.geometry.edgelets.emplace_back();
   for (const auto& p : texts::square(2)) {
-    feature.geometry.parts[0].edgelets.emplace_back(p, 1, qcAngle8(2));
+    feature.geometry.edgelets[0].emplace_back(p, 1, qcAngle8(2));
   }
   EXPECT_TRUE(becomes<qcContourT<qcEdgelet>>(feature));
 }
@@ -65,7 +66,7 @@ TEST(ArchiveReader, ReadsLabelsOtherThanZero) {
   const auto found = texts::read(
       "archive", archived({contour(texts::square(1), true, 9), contour({{0, 0}, {1, 1}}, false)}));
   ASSERT_EQ(found.features.size(), 2);
-  EXPECT_EQ(found.features[0].label, 9U);
+  EXPECT_EQ(found.features[0].label, Label(9UL));
   EXPECT_TRUE(found.features[0].geometry.closed);
   EXPECT_FALSE(found.features[1].label);
   EXPECT_FALSE(found.features[1].geometry.closed);

@@ -44,7 +44,7 @@ TEST(CsvReader, ARunOfEqualIdsIsARing) {
                   "y,x,id\n0,0,7\n0,4,7\n4,4,7\n1,2,7/hole 1\n1,3,7/hole 1\n"
                   "2,3,7/hole 1\n0,0,b/line\n1,1,b/line\n\n0,0,b/line\n1,2,b/line\n");
   ASSERT_EQ(found.features.size(), 3);
-  EXPECT_EQ(found.features[0].label, 7U);
+  EXPECT_EQ(found.features[0].label, Label(7UL));
   EXPECT_EQ(found.features[0].geometry.parts[0].outline, (Points{{0, 0}, {4, 0}, {4, 4}}));
   EXPECT_EQ(found.features[0].geometry.parts[0].holes,
             (std::vector<Points>{{{2, 1}, {3, 1}, {3, 2}}}));
@@ -75,6 +75,6 @@ TEST(CsvWriter, KeepsFeaturesOfTheSameNameApart) {
   feature.id = "a,b";
   const std::string ring = "\"a,b\",0,0\n\"a,b\",1,0\n\"a,b\",1,1\n\"a,b\",0,1\n";
   EXPECT_EQ(texts::written("csv", {feature, feature}), "id,x,y\n" + ring + "\n" + ring);
-  feature.label = 3;
+  feature.label = 3UL;
   EXPECT_THAT(texts::written("csv", {feature}), testing::StartsWith("id,x,y\n3,0,0\n"));
 }

@@ -32,12 +32,14 @@ TEST(GeoJsonReader, HandsOverFeaturesAndMembers) {
   const auto found = texts::read(
       "geojson", collection(feature(R"("id":5,)") + "," + triangle, R"(,"licence":"CC0")"));
   ASSERT_EQ(found.features.size(), 2);
-  EXPECT_EQ(found.features[0].label, 3U);
+  EXPECT_EQ(found.features[0].label, Label(3UL));
   EXPECT_EQ(found.features[0].id, "5");
   EXPECT_EQ(found.features[1].number, 2);
   EXPECT_EQ(found.features[1].geometry.parts[0].outline.size(), 3);
-  EXPECT_EQ(found.members,
-            (Json{{"type", "FeatureCollection"}, {"name", "a"}, {"licence", "CC0"}}));
+  ASSERT_EQ(found.members.size(), 3);
+  EXPECT_EQ(*valueOf(found.members, "type"), R"("FeatureCollection")");
+  EXPECT_EQ(*valueOf(found.members, "name"), R"("a")");
+  EXPECT_EQ(*valueOf(found.members, "licence"), R"("CC0")");
   EXPECT_FALSE(found.places[0].isLone);
   EXPECT_TRUE(texts::read("geojson", triangle).places[0].isLone);
 }
@@ -48,13 +50,34 @@ TEST(GeoJsonReader, KeepsTheSourceOnRequestOnly) {
     const std::string text = format == std::string("geojson") ? collection(feature("") + "," + bad)
                                                               : feature("") + "\n" + bad + "\n";
     const auto plain = texts::read(format, text);
-    EXPECT_TRUE(plain.features.at(0).source.is_null());
-    EXPECT_TRUE(plain.unreadable.at(0).is_null());
+    EXPECT_EQ(plain.features.at(0).text, "");
+    EXPECT_EQ(plain.unreadable.at(0).text, "");
     const auto kept = texts::read(format, text, Keep::eSourceToo);
-    EXPECT_EQ(kept.features.at(0).source, Json::parse(feature("")));
-    EXPECT_EQ(kept.unreadable.at(0), Json::parse(bad));
+    EXPECT_EQ(kept.features.at(0).text, feature(""));
+    EXPECT_EQ(kept.unreadable.at(0).text, bad);
     EXPECT_THAT(kept.complaints, ElementsAre("2: a Point has no outline"));
   }
+}
+
+TEST(GeoJsonReader, KeepsALabelThatIsText) {
+  const std::string text =
+      R"({"type":"Feature","properties":{"label":"nut \u00e9"},"geometry":)" + triangle + "}";
+  const auto found = texts::read("geojsonl", text);
+  EXPECT_EQ(found.features.at(0).label, Label("nut \u00e9"));
+  EXPECT_EQ(texts::written("geojsonl", found.features),
+            R"({"type":"Feature","properties":{"label":"nut é"},"geometry":{"type":"Polygon",)"
+            R"("coordinates":[[[0.0,0.0],[2.0,0.0],[0.0,2.0],[0.0,0.0]]]}})"
+            "\n");
+}
+
+TEST(GeoJsonReader, AFeatureWithAProblemHasWhatWasReadBeforeIt) {
+  const auto found = texts::read(
+      "geojsonl", R"({"type":"Feature","id":"a","properties":{"label":3},"geometry":null})");
+  ASSERT_EQ(found.unreadable.size(), 1);
+  EXPECT_EQ(found.unreadable[0].problem, "no geometry");
+  EXPECT_EQ(found.unreadable[0].label, Label(3UL));
+  EXPECT_EQ(found.unreadable[0].id, "a");
+  EXPECT_TRUE(found.unreadable[0].geometry.parts.empty());
 }
 
 TEST(GeoJsonReader, RefusesWhatIsNoGeoJson) {
@@ -82,7 +105,7 @@ TEST(GeoJsonLinesReader, CountsLinesAndRecords) {
 
 TEST(GeoJsonWriter, ClosesAndTurnsRings) {
   Feature feature = texts::outline({{0, 0}, {0, 2}, {2, 0}});
-  feature.label = 4;
+  feature.label = 4UL;
   feature.id = "b";
   EXPECT_EQ(texts::written("geojsonl", {feature}),
             R"({"type":"Feature","id":"b","properties":{"label":4},"geometry":{"type":"Polygon",)"
@@ -108,23 +131,25 @@ TEST(GeoJsonWriter, WhatWasReadIsWrittenWithAllThatIsInIt) {
 }
 
 TEST(GeoJsonFeature, NewOutlinesReplaceWhatDescribedTheOldOnes) {
-  const Geometry square{true, {{texts::square(1), {}, {}}}};
+  const Geometry square{true, false, {{texts::square(1), {}}}};
   const Json coordinates = Json::parse("[[[0.0,0.0],[1.0,0.0],[1.0,1.0],[0.0,1.0],[0.0,0.0]]]");
-  Json json = Json::parse(feature(R"("bbox":[0,0,2,2],)"));
-  json["properties"]["edgelets"] = Json::parse("[[1,2],[3,4],[5,6]]");
-  Feature whole = readFeature(json, 1, Keep::eSourceToo);
+  std::string text = feature(R"("bbox":[0,0,2,2],)");
+  text.replace(text.find("\"k\":[1]"), 7, "\"k\":[1],\"edgelets\":[[1,2],[3,4],[5,6]]");
+  Feature whole = texts::read("geojson", text, Keep::eSourceToo).features.at(0);
+  EXPECT_EQ(whole.geometry.edgelets.size(), 1);
   replaceGeometry(whole, square);
   EXPECT_EQ(whole.geometry.parts[0].outline, texts::square(1));
-  EXPECT_EQ(whole.source,
+  EXPECT_TRUE(whole.geometry.edgelets.empty());
+  EXPECT_EQ(Json::parse(whole.text),
             (Json{{"type", "Feature"},
                   {"properties", {{"label", 3}, {"k", {1}}}},
                   {"geometry", {{"type", "Polygon"}, {"coordinates", coordinates}}}}));
 
-  Feature bare = readFeature(Json::parse(triangle), 1, Keep::eSourceToo);
+  Feature bare = texts::read("geojson", triangle, Keep::eSourceToo).features.at(0);
   replaceGeometry(bare, square);
-  EXPECT_EQ(bare.source, (Json{{"type", "Polygon"}, {"coordinates", coordinates}}));
+  EXPECT_EQ(Json::parse(bare.text), (Json{{"type", "Polygon"}, {"coordinates", coordinates}}));
 
-  Feature sourceless = readFeature(Json::parse(triangle), 1, Keep::eFeature);
+  Feature sourceless = texts::read("geojson", triangle).features.at(0);
   replaceGeometry(sourceless, square);
-  EXPECT_TRUE(sourceless.source.is_null());
+  EXPECT_EQ(sourceless.text, "");
 }

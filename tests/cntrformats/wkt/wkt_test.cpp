@@ -37,7 +37,7 @@ TEST(WktWriter, ClosesRingsAndLeavesTheirDirection) {
   EXPECT_EQ(texts::written("wkt", {feature}),
             "POLYGON ((0 0, 0 2.5, 2 0, 0 0), (0.5 0.5, 1 0.5, 0.5 1, 0.5 0.5))\n");
   feature.geometry.multiple = true;
-  feature.geometry.parts = {{texts::square(1), {}, {}}};
+  feature.geometry.parts = {{texts::square(1), {}}};
   EXPECT_EQ(texts::written("wkt", {feature}), "MULTIPOLYGON (((0 0, 1 0, 1 1, 0 1, 0 0)))\n");
   feature.geometry.closed = false;
   feature.geometry.parts[0].outline = {{0, 0}, {1, 1e22}};
