@@ -7,7 +7,7 @@
 #include <algorithm>
 #include <utility>
 
-#include <cntrsets/exact/twofold.h>
+#include <cntr/plane/twofold.h>
 #include <cntrsets/faces/filledset.h>
 #include <cntrsets/frame.h>
 #include <cntrsets/ringlist.h>
@@ -15,15 +15,15 @@
 
 namespace {
 
+using cntr::plane::productOf;
+using cntr::plane::sumOf;
+using cntr::plane::Twofold;
 using cntr::sets::Faces;
 using cntr::sets::Frame;
 using cntr::sets::Piece;
 using cntr::sets::Point;
-using cntr::sets::productOf;
 using cntr::sets::RingList;
 using cntr::sets::Scaling;
-using cntr::sets::sumOf;
-using cntr::sets::Twofold;
 using cntr::sets::Winding;
 using cntr::sets::Windings;
 

@@ -6,6 +6,9 @@
 #include <cmath>
 
 namespace cntr::sets {
+
+using plane::sumOf;
+
 namespace {
 
 /// Twice the signed area between an edge and the x axis, positive below an edge that runs right.

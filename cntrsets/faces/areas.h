@@ -8,11 +8,13 @@
 #include <span>
 #include <vector>
 
-#include <cntrsets/exact/twofold.h>
+#include <cntr/plane/twofold.h>
 #include <cntrsets/faces/faces.h>
 #include <cntrsets/rings.h>
 
 namespace cntr::sets {
+
+using plane::Twofold;
 
 /// The area of all faces with each of `faces.windings` together, 0 for the outside. O(n).
 /// REQUIRES: as node() does of coordinates.

@@ -6,7 +6,7 @@
 
 #include <cmath>
 
-namespace cntr::sets {
+namespace cntr::plane {
 
 /// A number as the exact sum of two doubles, the second at most half a unit in the last place of
 /// the first. Sums, products and quotients are right to about 2^-100 of the largest term (T. J.
@@ -58,4 +58,12 @@ inline Twofold operator/(const Twofold& a, const Twofold& b) noexcept {
   return sumOf(first, rest.high / b.high);
 }
 
-}  // namespace cntr::sets
+/// The square root. REQUIRES: a is not negative.
+inline Twofold rootOf(const Twofold& a) noexcept {
+  if (a.high == 0.0) return a;
+  const double first = std::sqrt(a.high);
+  const Twofold rest = a - productOf(first, first);
+  return sumOf(first, rest.high / (2.0 * first));
+}
+
+}  // namespace cntr::plane
