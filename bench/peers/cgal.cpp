@@ -7,8 +7,11 @@
 #include <iterator>
 
 #include <CGAL/Exact_predicates_inexact_constructions_kernel.h>
+#include <CGAL/Min_circle_2.h>
+#include <CGAL/Min_circle_2_traits_2.h>
 #include <CGAL/Polygon_2.h>
 #include <CGAL/convex_hull_2.h>
+#include <CGAL/min_quadrilateral_2.h>
 
 namespace peers {
 
@@ -43,6 +46,19 @@ const bool isRegistered = [] {
     std::vector<Kernel::Point_2> hull;
     CGAL::convex_hull_2(polygon.vertices_begin(), polygon.vertices_end(), std::back_inserter(hull));
     return hull.size();
+  });
+  // Its rectangle takes a convex polygon, counter-clockwise.
+  once("minimumAreaRect", largerShapes, [](const Polygon& polygon) {
+    std::vector<Kernel::Point_2> hull;
+    CGAL::convex_hull_2(polygon.vertices_begin(), polygon.vertices_end(), std::back_inserter(hull));
+    Polygon rectangle;
+    CGAL::min_rectangle_2(hull.begin(), hull.end(), std::back_inserter(rectangle));
+    return rectangle.size();
+  });
+  once("minimumCircle", largerShapes, [](const Polygon& polygon) {
+    using Circle = CGAL::Min_circle_2<CGAL::Min_circle_2_traits_2<Kernel>>;
+    return Circle(polygon.vertices_begin(), polygon.vertices_end(), true)
+        .number_of_support_points();
   });
   once("isSelfIntersecting", largerShapes, [](const Polygon& p) { return !p.is_simple(); });
   once("area", smoothStars, [](const Polygon& p) { return p.area(); });

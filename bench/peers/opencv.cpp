@@ -50,6 +50,19 @@ const bool isRegistered = [] {
   once("encloseRect", smoothStars, [](const Contour& c) { return cv::boundingRect(c).height; });
   once("centerOfMass", smoothStars, [](const Contour& c) { return cv::moments(c).m10; });
   once("inertiaMatrix", smoothStars, [](const Contour& c) { return cv::moments(c).mu11; });
+  once("minimumAreaRect", largerShapes,
+       [](const Contour& c) { return cv::minAreaRect(c).size.width; });
+  once("minimumCircle", largerShapes, [](const Contour& contour) {
+    cv::Point2f center;
+    float radius = 0.0F;
+    cv::minEnclosingCircle(contour, center, radius);
+    return radius;
+  });
+  once("huMoments", smoothStars, [](const Contour& contour) {
+    double invariants[7];
+    cv::HuMoments(cv::moments(contour), invariants);
+    return invariants[0];
+  });
   return true;
 }();
 

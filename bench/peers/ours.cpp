@@ -8,6 +8,7 @@
 #include <memory>
 #include <sstream>
 
+#include <cntr/descriptors.h>
 #include <cntr/region.h>
 #include <cntr/regionst.h>
 #include <platform/core/archive.h>
@@ -119,6 +120,24 @@ void measure() {
       return region->points().data();
     });
   });
+}
+
+/// Descriptors are functions of a list of points: nothing is set or remembered.
+template <class Answer>
+void onPoints(const std::string& question, const Plan& plan, Answer answer) {
+  askOnce(question, us, plan, [answer](const Work& given) {
+    return std::pair(&setNothing, [&given, answer] { return answer(given.outline); });
+  });
+}
+
+void describe() {
+  onPoints("minimumAreaRect", largerShapes,
+           [](const Points& points) { return qf_MinimumAreaRect(points).length; });
+  onPoints("minimumWidth", largerShapes,
+           [](const Points& points) { return qf_MinimumWidth(points).width; });
+  onPoints("minimumCircle", largerShapes,
+           [](const Points& points) { return qf_MinimumCircle(points).radius(); });
+  onPoints("huMoments", smoothStars, [](const Points& points) { return qf_HuMoments(points)[0]; });
 }
 
 void repair() {
@@ -252,6 +271,7 @@ const bool isRegistered = [] {
   askAboutPlaces();
   askAboutSegments();
   measure();
+  describe();
   repair();
   askSets();
   storeAndCopy();

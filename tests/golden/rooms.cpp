@@ -29,6 +29,8 @@ std::span<const Room> rooms() {
       {"data", askData},
       {"data_drawing", askDataDrawing, true},
       {"archive", askArchive},
+      {"descriptors", askDescriptors},
+      {"descriptor_angles", askDescriptorAngles, true},
   };
   return all;
 }

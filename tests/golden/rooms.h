@@ -47,6 +47,10 @@ void askSetMeasures(Answers& answers);
 void askSetQueries(Answers& answers);
 void askSetRepair(Answers& answers);
 
+// descriptor_rooms.cpp
+void askDescriptors(Answers& answers);
+void askDescriptorAngles(Answers& answers);
+
 // data_rooms.cpp
 void askData(Answers& answers);
 void askDataDrawing(Answers& answers);

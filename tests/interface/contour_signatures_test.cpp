@@ -2,9 +2,12 @@
 //
 // The contour, and the moments and fits of lists of vertices, name by name.
 
+#include <array>
+#include <span>
 #include <vector>
 
 #include <cntr/contour.h>
+#include <cntr/descriptors.h>
 #include <cntr/ellipse.h>
 #include <cntr/inertia.h>
 #include <cntr/region.h>
@@ -122,6 +125,13 @@ static_assert(hasSignature<Vector (*)(const Points&)>(&qnContour::centerOfMass))
 
 // Ellipses and statistics.
 static_assert(hasSignature<qcEllipse (*)(const qc_InertiaData&)>(&qf_EllipseFromInertiaData));
+using View = std::span<const Vector>;
+static_assert(isDeclaredAs<qcOrientedRect (*)(View)>(&qf_MinimumAreaRect));
+static_assert(isDeclaredAs<qcWidth (*)(View)>(&qf_MinimumWidth));
+static_assert(isDeclaredAs<qcCircle (*)(View)>(&qf_MinimumCircle));
+static_assert(hasSignature<std::array<double, 7> (*)(View)>(&qf_HuMoments));
+static_assert(hasSignature<std::array<double, 7> (*)(std::span<const Points>)>(&qf_HuMoments));
+
 static_assert(hasSignature<void (*)(const Points&, qcEllipse&, double&)>(&qf_FitEllipse));
 static_assert(hasSignature<void (*)(const Edgelets&, qcEllipse&, double&)>(&qf_FitEllipse));
 static_assert(hasSignature<double (*)(const std::vector<double>&)>(&qf_StdDev));

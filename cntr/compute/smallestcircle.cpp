@@ -1,0 +1,190 @@
+// SPDX-License-Identifier: MIT
+//
+// Doubles only choose the order in which points are taken; the predicates decide.
+
+#include <cntr/compute/smallestcircle.h>
+
+#include <cmath>
+#include <utility>
+#include <vector>
+
+#include <cntr/plane/expansion.h>
+#include <cntr/plane/orientation.h>
+#include <platform/core/kernels.h>
+#include <platform/core/random.h>
+
+namespace cntr::compute {
+
+namespace {
+
+using plane::Expansion;
+using plane::Twofold;
+using Point = qcVector<2>;
+using Points = std::vector<Point>;
+
+/// How often the search in doubles takes in the farthest point.
+constexpr int mostSearches = 32;
+
+/// The determinant whose sign tells whether p lies in the circle through a, b and c: in any kind of
+/// number, made of the differences from p by `difference(x, y)`.
+template <class Difference>
+auto circleDeterminant(const Point& a, const Point& b, const Point& c, const Point& p,
+                       Difference difference) {
+  const auto ax = difference(a.x(), p.x());
+  const auto ay = difference(a.y(), p.y());
+  const auto bx = difference(b.x(), p.x());
+  const auto by = difference(b.y(), p.y());
+  const auto cx = difference(c.x(), p.x());
+  const auto cy = difference(c.y(), p.y());
+  return (ax * ax + ay * ay) * (bx * cy - cx * by) + (bx * bx + by * by) * (cx * ay - ax * cy) +
+         (cx * cx + cy * cy) * (ax * by - bx * ay);
+}
+
+/// The sum of the sizes of the terms of that determinant.
+double circlePermanent(const Point& a, const Point& b, const Point& c, const Point& p) noexcept {
+  const Point u = a - p;
+  const Point v = b - p;
+  const Point w = c - p;
+  const auto size = [](const Point& d, const Point& e) {
+    return std::abs(d.x() * e.y()) + std::abs(e.x() * d.y());
+  };
+  return (u * u) * size(v, w) + (v * v) * size(w, u) + (w * w) * size(u, v);
+}
+
+/// 1 when p lies inside the circle through a, b and c, 0 when on it, -1 when outside. REQUIRES: a,
+/// b, c turn counter-clockwise.
+int sideOfCircle(const Point& a, const Point& b, const Point& c, const Point& p) {
+  const double permanent = circlePermanent(a, b, c, p);
+  // (10 + 96 e) e with e = 2^-53: the bound of the first stage in Shewchuk's incircle.
+  constexpr double errorOfDoubles = 1.1102230246251577e-15;
+  const double estimate =
+      circleDeterminant(a, b, c, p, [](double from, double to) { return from - to; });
+  if (std::abs(estimate) > errorOfDoubles * permanent) return estimate > 0.0 ? 1 : -1;
+  // Each of some twenty operations is right to 2^-100 of its terms.
+  constexpr double errorOfTwofolds = 0x1p-94;
+  const double closer = circleDeterminant(a, b, c, p, [](double from, double to) {
+                          return plane::sumOf(from, -to);
+                        }).high;
+  if (std::abs(closer) > errorOfTwofolds * permanent) return closer > 0.0 ? 1 : -1;
+  return circleDeterminant(a, b, c, p, &Expansion::difference).sign();
+}
+
+CircleSupport supportOf(const Point& a) { return {{a}, 1}; }
+
+CircleSupport supportOf(const Point& a, const Point& b) { return {{a, b}, 2}; }
+
+/// REQUIRES: the three are not on one line.
+CircleSupport supportOf(const Point& a, const Point& b, const Point& c) {
+  if (plane::orientation(a, b, c) > 0) return {{a, b, c}, 3};
+  return {{a, c, b}, 3};
+}
+
+/// Whether p lies in the circle or on it.
+bool holds(const CircleSupport& circle, const Point& p) {
+  const auto& [a, b, c] = circle.points;
+  if (circle.count == 1) return p == a;
+  if (circle.count == 2) return plane::dotSign(p, a, p, b) <= 0;
+  return sideOfCircle(a, b, c, p) >= 0;
+}
+
+/// The smallest circle around `points`, which are vertices of a convex polygon, each of them once.
+CircleSupport smallestAround(std::span<const Point> points) {
+  CircleSupport circle = supportOf(points.front());
+  for (std::size_t i = 1; i < points.size(); ++i) {
+    if (holds(circle, points[i])) continue;
+    circle = supportOf(points[i]);
+    for (std::size_t j = 0; j < i; ++j) {
+      if (holds(circle, points[j])) continue;
+      circle = supportOf(points[i], points[j]);
+      for (std::size_t k = 0; k < j; ++k) {
+        if (!holds(circle, points[k])) circle = supportOf(points[i], points[j], points[k]);
+      }
+    }
+  }
+  return circle;
+}
+
+/// A circle in doubles, good enough to look for points outside.
+struct RoughCircle {
+  Point center;
+  double squaredRadius = 0.0;
+
+  explicit RoughCircle(const CircleSupport& support) noexcept {
+    const auto& [a, b, c] = support.points;
+    center = support.count == 1 ? a : (a + b) * 0.5;
+    if (support.count == 3) {
+      const Point u = b - a;
+      const Point v = c - a;
+      const double area4 = 2.0 * qnKernel::cross(u, v);
+      center = a + Point(v.y() * (u * u) - u.y() * (v * v), u.x() * (v * v) - v.x() * (u * u)) *
+                       (1.0 / area4);
+    }
+    squaredRadius = (a - center) * (a - center);
+  }
+};
+
+/// The vertex farthest from the centre of the circle, if it is clearly outside; else nullptr.
+const Point* farthestOutside(std::span<const Point> hull, const RoughCircle& circle) noexcept {
+  const Point* farthest = nullptr;
+  double most = circle.squaredRadius * (1.0 + 1e-12);
+  for (const Point& p : hull) {
+    const Point d = p - circle.center;
+    const double squared = d * d;
+    if (squared > most) {
+      most = squared;
+      farthest = &p;
+    }
+  }
+  return farthest;
+}
+
+/// Takes in the farthest point outside again and again: the support of a circle that is nearly
+/// always the right one.
+CircleSupport roughSupport(std::span<const Point> hull) {
+  CircleSupport support = supportOf(hull.front());
+  for (int search = 0; search < mostSearches; ++search) {
+    const Point* outside = farthestOutside(hull, RoughCircle(support));
+    if (outside == nullptr) break;
+    std::array<Point, 4> few{*outside};
+    for (std::size_t i = 0; i < support.count; ++i) {
+      if (support.points[i] == *outside) return support;
+      few[i + 1] = support.points[i];
+    }
+    support = smallestAround(std::span(few).first(support.count + 1));
+  }
+  return support;
+}
+
+/// The vertices, those of the support first and the others in random order.
+Points inOrder(std::span<const Point> hull, const CircleSupport& support) {
+  Points points(hull.begin(), hull.end());
+  qcRandomUniform random(1);
+  for (std::size_t i = points.size() - 1; i > 0; --i) {
+    const double pick = random.next(0.0, static_cast<double>(i + 1));
+    std::swap(points[i], points[static_cast<std::size_t>(pick)]);
+  }
+  for (std::size_t i = 0; i < support.count; ++i) {
+    for (Point& p : points) {
+      if (p == support.points[i]) std::swap(p, points[i]);
+    }
+  }
+  return points;
+}
+
+/// Without the corner of a right angle: the other two are the ends of a diameter.
+CircleSupport withoutRightAngle(const CircleSupport& circle) noexcept {
+  if (circle.count < 3) return circle;
+  const auto& [a, b, c] = circle.points;
+  if (plane::dotSign(a, b, a, c) == 0) return supportOf(b, c);
+  if (plane::dotSign(b, c, b, a) == 0) return supportOf(c, a);
+  if (plane::dotSign(c, a, c, b) == 0) return supportOf(a, b);
+  return circle;
+}
+
+}  // namespace
+
+CircleSupport smallestCircle(std::span<const qcVector<2>> hull) {
+  return withoutRightAngle(smallestAround(inOrder(hull, roughSupport(hull))));
+}
+
+}  // namespace cntr::compute

@@ -1,0 +1,105 @@
+// SPDX-License-Identifier: MIT
+//
+// What describes a shape beside its moments: the smallest rectangle, strip and circle around a list
+// of points, and Hu's moment invariants. Area, centre and second moments are in inertia.h.
+//
+// Points stand for themselves: neither their order nor how often one is repeated matters, except to
+// qf_HuMoments(). All functions are pure and keep no state.
+
+#pragma once
+
+#include <array>
+#include <span>
+#include <vector>
+
+#include <cntr/export.h>
+#include <platform/core/shapes.h>
+
+/// @addtogroup descriptors
+/// @{
+
+/// A rectangle in any direction. Lengths are in the unit of the coordinates.
+struct qcOrientedRect {
+  /// Where the diagonals meet.
+  qcVector<2> center;
+  /// The longer side.
+  double length = 0.0;
+  /// The shorter side; 0 around points on a line.
+  double width = 0.0;
+  /// The direction of the longer side, from the x axis towards the y axis, in (-90, 90].
+  qcDegree angle;
+  /// The corners, counter-clockwise with y up. The first two are the ends of a longer side, in the
+  /// direction of the angle.
+  std::array<qcVector<2>, 4> corners;
+
+  /// Exact equality of all numbers.
+  bool operator==(const qcOrientedRect&) const noexcept = default;
+};
+
+/// The width of a shape: how far two parallel lines that hold it lie apart.
+struct qcWidth {
+  /// The distance of the lines, in the unit of the coordinates.
+  double width = 0.0;
+  /// The direction across, at right angles to the lines, from the x axis towards the y axis, in
+  /// (-90, 90].
+  qcDegree angle;
+
+  /// Exact equality of both numbers.
+  bool operator==(const qcWidth&) const noexcept = default;
+};
+
+/// The rectangle of the smallest area around the points. It has a side on an edge of their convex
+/// hull; of several smallest rectangles it is the one on the first such edge, counter-clockwise
+/// from the lowest-leftmost vertex (smallest x, then smallest y). When its sides are equal, the
+/// longer one is that on the edge.
+///
+/// Exact: the hull, the choice and the ties are decided without rounding errors, and the numbers
+/// are those of the true rectangle rounded to a unit in the last place, the angle to 1e-13 degrees.
+/// That holds where every coordinate is 0 or at least 1e-80 of the largest one.
+///
+/// Points on a line give a rectangle of width 0 in its direction, one point one without size at
+/// angle 0. Points with a NaN coordinate are left out; with an infinite one, all numbers are NaN.
+/// Throws qcContourDefs::EmptyContour without points.
+///
+/// O(n log n), and O(h) from the hull of h vertices. H. Freeman, R. Shapira, "Determining the
+/// minimum-area encasing rectangle for an arbitrary closed curve", Communications of the ACM 18
+/// (1975); G. T. Toussaint, "Solving geometric problems with the rotating calipers", MELECON 1983.
+CNTR_EXPORT qcOrientedRect qf_MinimumAreaRect(std::span<const qcVector<2>> points);
+
+/// The smallest width of the points: the least distance of two parallel lines that hold them. One
+/// of the lines goes through an edge of the convex hull. Ties, exactness, points on a line (width
+/// 0, the angle across it), one point (0, angle 0), NaN, infinities, exceptions and cost are those
+/// of qf_MinimumAreaRect().
+///
+/// M. E. Houle, G. T. Toussaint, "Computing the width of a set", IEEE Transactions on Pattern
+/// Analysis and Machine Intelligence 10 (1988).
+CNTR_EXPORT qcWidth qf_MinimumWidth(std::span<const qcVector<2>> points);
+
+/// The smallest circle around the points. There is exactly one, and it rests on two points that are
+/// the ends of a diameter, or on three that form an acute triangle: centre and radius are computed
+/// from these alone. One point gives radius 0. Exactness, NaN, infinities and exceptions as of
+/// qf_MinimumAreaRect(); the radius is rounded, so that a point it rests on may lie a unit in the
+/// last place outside.
+///
+/// O(n log n) for the hull of h vertices, then O(h) on average over a random order drawn from a
+/// fixed seed. E. Welzl, "Smallest enclosing disks (balls and ellipsoids)", New Results and New
+/// Trends in Computer Science (1991).
+CNTR_EXPORT qcCircle qf_MinimumCircle(std::span<const qcVector<2>> points);
+
+/// Hu's seven moment invariants of what a ring bounds, without a unit: they do not change when the
+/// shape is shifted, turned or scaled, and a mirror image has the last one with the other sign. The
+/// direction of the ring does not matter; where it crosses itself, lobes count with their signs.
+///
+/// Accurate to about 1e-13 of the largest term of each, wherever the ring lies, for areas of at
+/// least 1e-3 of the squared extent. All NaN for fewer than 3 vertices, without area, and with a
+/// coordinate that is not finite. Never throws. O(n), no allocation.
+///
+/// M.-K. Hu, "Visual pattern recognition by moment invariants", IRE Transactions on Information
+/// Theory 8 (1962).
+CNTR_EXPORT std::array<double, 7> qf_HuMoments(std::span<const qcVector<2>> points);
+
+/// The same of what several rings bound together: their signed moments are added, so holes must run
+/// the other way round than outlines. Rings of fewer than 3 vertices add nothing.
+CNTR_EXPORT std::array<double, 7> qf_HuMoments(std::span<const std::vector<qcVector<2>>> rings);
+
+/// @}

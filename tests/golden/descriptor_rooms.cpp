@@ -1,0 +1,33 @@
+// SPDX-License-Identifier: MIT
+//
+// Smallest rectangles, strips and circles, and Hu's invariants.
+
+#include <cntr/descriptors.h>
+
+#include "rooms.h"
+#include "subjects.h"
+
+namespace golden {
+
+void askDescriptors(Answers& answers) {
+  forEachShape(1000, [&](const shapes::Shape& shape, Random&) {
+    answers.ask([&] {
+      const qcOrientedRect rect = qf_MinimumAreaRect(shape.points);
+      answers.add(rect.length, rect.width);
+      for (const Point& corner : rect.corners) answers.add(corner);
+      return rect.center;
+    });
+    answers.ask([&] { return qf_MinimumWidth(shape.points).width; });
+    answers.ask([&] { return qf_MinimumCircle(shape.points); });
+    for (const double invariant : qf_HuMoments(shape.points)) answers.add(invariant);
+  });
+}
+
+void askDescriptorAngles(Answers& answers) {
+  forEachShape(1000, [&](const shapes::Shape& shape, Random&) {
+    answers.ask([&] { return qf_MinimumAreaRect(shape.points).angle.toDouble(); });
+    answers.ask([&] { return qf_MinimumWidth(shape.points).angle.toDouble(); });
+  });
+}
+
+}  // namespace golden
