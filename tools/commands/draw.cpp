@@ -3,15 +3,21 @@
 // cntr draw: a picture of all outlines.
 
 #include <algorithm>
+#include <cctype>
+#include <filesystem>
 #include <memory>
+#include <sstream>
 
 #include <cntrformats/errors.h>
 #include <cntrformats/number.h>
+#include <platform/core/exception.h>
 #include <tools/commands/commands.h>
 #include <tools/commands/options.h>
-#include <tools/draw/document.h>
+#include <tools/draw/imagesizes.h>
 #include <tools/draw/picture.h>
+#include <tools/draw/png.h>
 #include <tools/run/outputfile.h>
+#include <tools/run/progress.h>
 
 namespace tool {
 
@@ -20,6 +26,7 @@ using namespace formats;
 namespace {
 
 constexpr const char* labelsName = "labels";
+constexpr const char* noneName = "none";
 
 struct Options {
   std::vector<std::string> files;
@@ -27,7 +34,7 @@ struct Options {
   std::vector<std::string> show = {labelsName};
   std::string under;
   bool fit = false;
-  Scale scale;
+  Look look;
   std::string output = "-";
 
   bool shows(const std::string& name) const {
@@ -36,7 +43,7 @@ struct Options {
 };
 
 std::vector<std::string> overlayNames() {
-  std::vector<std::string> names{labelsName};
+  std::vector<std::string> names{noneName, labelsName};
   for (const Overlay& overlay : allOverlays()) names.emplace_back(overlay.name);
   return names;
 }
@@ -47,6 +54,12 @@ std::vector<const Overlay*> chosenBy(const Options& options) {
     if (options.shows(overlay.name)) chosen.push_back(&overlay);
   }
   return chosen;
+}
+
+void refuseNoneAndOthers(const Options& options) {
+  if (options.shows(noneName) && options.show.size() > 1) {
+    throw CLI::ValidationError("--show", "none goes with no other name");
+  }
 }
 
 /// Nothing for a number that lengths can be multiplied and divided by.
@@ -67,68 +80,139 @@ double positiveNumber(const Members& members, const char* name) {
   }
 }
 
-/// The area of the image that a collection with the members `width` and `height` says it comes
-/// from.
-std::optional<qcRect> imageArea(const Members& collection) {
+/// The image that a collection with the members `width` and `height` says it comes from.
+std::optional<ImageSize> imageOf(const Members& collection, const std::string& file) {
   const double width = positiveNumber(collection, "width");
   const double height = positiveNumber(collection, "height");
   if (width == 0.0 || height == 0.0) return std::nullopt;
-  return pixelArea(width, height);
+  return ImageSize{file, width, height};
 }
 
-void addFeatures(Drawing& drawing, const Document& document) {
-  for (const Feature& feature : document.features) {
-    drawing.features.push_back(
-        {document.name + ", feature " + std::to_string(feature.number), feature});
+/// Takes the features of all files into a scene.
+class Collector : public Sink {
+ public:
+  Collector(const Options& options, Scene& scene, Session& session)
+      : fit_(options.fit),
+        scene_(scene),
+        session_(session),
+        progress_(session.messages, session.console.messagesAreTerminal) {}
+
+  /// False when the file cannot be read or breaks off.
+  bool read(const std::string& file, const Format* from) {
+    files_.push_back(displayName(file));
+    members_.clear();
+    bool isRead = true;
+    try {
+      const Input input = openInput(file, from);
+      input.read(Keep::eFeature, *this);
+    } catch (const FileError& error) {
+      progress_.clear();
+      session_.diagnostics.badFile(files_.back(), error.what());
+      isRead = false;
+    }
+    progress_.clear();
+    return isRead;
   }
-}
 
-/// Beyond this, squares of lengths overflow; nothing that was seen by a camera comes near it.
-constexpr double widestView = 1e100;
-
-void requireDrawable(const qcRect& view) {
-  if (view.width() < widestView && view.height() < widestView) return;
-  throw FileError("cannot be drawn: the coordinates are too large");
-}
-
-/// Reads all files; the view is then that of the images that they say they come from, if they do.
-std::optional<qcRect> readFiles(Drawing& drawing, const Options& options, Session& session) {
-  std::optional<qcRect> images;
-  for (const std::string& file : options.files) {
-    const auto document = readDocument(file, session.diagnostics, formatNamed(options.from));
-    if (!document) continue;
-    addFeatures(drawing, *document);
-    const auto area = imageArea(document->members);
-    if (area) images = images ? images->enclose(*area) : *area;
+  void take(Record record) override {
+    const std::string complaint = complaintAbout(record.decode());
+    if (!complaint.empty()) {
+      progress_.clear();
+      session_.diagnostics.badFeature(files_.back(), record.location, complaint);
+    }
+    progress_.count();
+    progress_.update();
   }
-  return images;
+
+  /// Half of them come before the features and half after.
+  void takeMembers(Members&& members) override {
+    update(members_, std::move(members));
+    const auto image = imageOf(members_, files_.back());
+    if (!image) return;
+    members_.clear();
+    images_.push_back(*image);
+    if (!fit_) scene_.showImage(pixelArea(image->width, image->height));
+  }
+
+  const std::vector<std::string>& files() const noexcept { return files_; }
+  const std::vector<ImageSize>& images() const noexcept { return images_; }
+
+ private:
+  /// Draws the feature; what is wrong with it, empty for nothing.
+  std::string complaintAbout(const Feature& feature) {
+    if (!feature.problem.empty()) return feature.problem;
+    try {
+      scene_.add(feature, files_.size() - 1);
+      return "";
+    } catch (const FeatureError& error) {
+      return error.what();
+    } catch (const qcException& error) {
+      return error.what();
+    }
+  }
+
+  bool fit_;
+  Scene& scene_;
+  Session& session_;
+  Progress progress_;
+  /// Of the collection that is being read.
+  Members members_;
+  std::vector<std::string> files_;
+  std::vector<ImageSize> images_;
+};
+
+bool isPng(const std::string& file) {
+  std::string ending = std::filesystem::path(file).extension().string();
+  std::transform(ending.begin(), ending.end(), ending.begin(),
+                 [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
+  return ending == ".png";
 }
 
-/// What the picture shows: the picture underneath, else the images, else all outlines.
-qcRect viewOf(const Drawing& drawing, const std::optional<qcRect>& images, bool fit) {
-  if (fit) return viewAround(drawing);
-  if (drawing.underlay) return drawing.underlay->area;
-  return images ? *images : viewAround(drawing);
+void writePicture(const std::string& file, const Scene& scene, const Look& look,
+                  std::ostream& standardOutput) {
+  Output output(standardOutput, file);
+  if (isPng(file)) {
+    std::ostringstream svg;
+    writeSvg(svg, scene, look);
+    writePng(output.stream(), std::move(svg).str());
+  } else {
+    writeSvg(output.stream(), scene, look);
+  }
+  output.complete();
+}
+
+std::optional<ImageSize> photographOf(const Look& look, const std::string& file) {
+  if (!look.underlay) return std::nullopt;
+  return ImageSize{file, look.underlay->area.width(), look.underlay->area.height()};
 }
 
 void draw(const Options& options, Session& session) {
-  Drawing drawing;
-  drawing.overlays = chosenBy(options);
-  drawing.withLabels = options.shows(labelsName);
-  drawing.scale = options.scale;
-  if (!options.under.empty()) {
-    try {
-      drawing.underlay = readUnderlay(options.under);
-    } catch (const FileError& error) {
-      return session.diagnostics.badFile(options.under, error.what());
-    }
-  }
-  const std::optional<qcRect> images = readFiles(drawing, options, session);
-  if (drawing.features.empty()) return;
+  Look look = options.look;
+  look.withLabels = options.shows(labelsName);
+  const std::string* file = &options.output;
   try {
-    drawing.view = viewOf(drawing, images, options.fit);
-    requireDrawable(drawing.view);
-    writeFileOr(session.out, options.output, toSvg(drawing));
+    if (isPng(options.output)) requirePng();
+    file = &options.under;
+    if (!options.under.empty()) look.underlay = readUnderlay(options.under);
+  } catch (const FileError& error) {
+    return session.diagnostics.badFile(*file, error.what());
+  }
+  Scene scene(chosenBy(options), look.withLabels, look.size);
+  if (look.underlay && !options.fit) scene.show(look.underlay->area);
+  Collector collector(options, scene, session);
+  bool isAnyRead = false;
+  for (const std::string& input : options.files) {
+    if (collector.read(input, formatNamed(options.from))) isAnyRead = true;
+  }
+  if (!isAnyRead && scene.shapes().empty()) return;
+  scene.complete();
+  checkImageSizes(collector.images(), photographOf(look, options.under), scene.outlines(),
+                  [&](const std::string& name, const std::string& what) {
+                    session.diagnostics.warning(name, what);
+                  });
+  look.files = collector.files();
+  try {
+    writePicture(options.output, scene, look, session.out);
   } catch (const FileError& error) {
     session.diagnostics.badFile(options.output, error.what());
   }
@@ -138,36 +222,54 @@ void draw(const Options& options, Session& session) {
 
 void addDraw(CLI::App& app, Session& session) {
   const auto options = std::make_shared<Options>();
-  CLI::App& command = *app.add_subcommand("draw", "Draw the outlines as an SVG picture");
+  CLI::App& command = *app.add_subcommand("draw", "Draw the outlines as an SVG or PNG picture");
   addFiles(command, options->files);
   addFrom(command, options->from);
   command
-      .add_option("-o,--output", options->output, "The picture; - (the default) is standard output")
+      .add_option("-o,--output", options->output,
+                  "The picture, PNG if it ends in .png and SVG otherwise; - (the default) is\n"
+                  "standard output")
       ->type_name("FILE");
   addNames(command, "--show", options->show,
-           "What to draw over the outlines (labels alone unless given)")
+           "What to draw over the outlines (labels alone unless given); none for nothing")
       ->check(CLI::IsMember(overlayNames()));
   command.add_option("--under", options->under, "A PNG or JPEG picture to draw the outlines over")
       ->type_name("FILE");
+  command
+      .add_option("--size", options->look.size,
+                  "Pixels of the longer side of what is shown (1000 unless given)")
+      ->check(CLI::Range(16, 10000))
+      ->type_name("PIXELS");
+  command.add_flag("--y-up", options->look.isUp,
+                   "Let the y axis point upwards; a picture underneath stays upright");
   command.add_flag("--fit", options->fit, "Show the outlines alone rather than the whole image");
   command
-      .add_option("--scale", options->scale.factor,
+      .add_option("--scale", options->look.scale.factor,
                   "The length of a pixel in the unit of the scale bar")
       ->check(CLI::Validator(refusalOfScale, ""))
       ->type_name("FACTOR");
-  command.add_option("--unit", options->scale.unit, "The unit of the scale bar (px unless given)")
+  command
+      .add_option("--unit", options->look.scale.unit, "The unit of the scale bar (px unless given)")
       ->type_name("NAME");
   command.footer(
       "The picture is as large as the one underneath, or as the image where the file says how\n"
       "large that is (members width and height of the collection), or as the outlines. edgelets\n"
       "shows the edge elements of features that have them, a segment of length 1 along the edge\n"
       "for each; crossings rings the places where outlines and holes cross themselves or, in one\n"
-      "feature, each other.\n\n"
+      "feature, each other. Labels are left out where they would meet or cover much of the "
+      "picture, the\n"
+      "largest outlines keep theirs. Outlines smaller than a pixel are dots, and vertices that "
+      "make less\n"
+      "than a tenth of a pixel of difference are left out; a larger --size shows more of them.\n\n"
       "Examples:\n"
       "  cntr draw samples/coins.geojson -o coins.svg\n"
+      "  cntr draw samples/coins.geojson --size 2000 --show none -o outlines.svg\n"
       "  cntr draw --show labels,ellipse,centre --fit samples/cell.geojson -o cell.svg\n"
       "  cntr draw --scale 0.107 --unit um samples/cell.geojson -o cell.svg");
-  command.callback([options, &session] { draw(*options, session); });
+  command.callback([options, &session] {
+    refuseNoneAndOthers(*options);
+    draw(*options, session);
+  });
 }
 
 }  // namespace tool

@@ -3,11 +3,11 @@
 #include <tools/draw/crossings.h>
 
 #include <algorithm>
-#include <cmath>
-#include <map>
 #include <utility>
 
 #include <cntrformats/shapes.h>
+#include <tools/draw/box.h>
+#include <tools/draw/squares.h>
 
 namespace tool {
 
@@ -15,62 +15,54 @@ using namespace formats;
 
 namespace {
 
-/// Edge by edge, each away from its own ends.
-Points crossingsWithin(const qcContour& curve) {
-  if (!curve.isSelfIntersecting()) return {};
-  const Points& points = curve.points();
-  Points found;
-  for (std::size_t i = curve.isClosed() ? 0 : 1; i < points.size(); ++i) {
-    const qcLineSeg edge(points[i == 0 ? points.size() - 1 : i - 1], points[i]);
-    const Points crossings = curve.intersections(edge, false);
-    found.insert(found.end(), crossings.begin(), crossings.end());
-  }
-  return found;
-}
-
-bool mayMeet(const qcContour& a, const qcContour& b) {
-  const qcRect boxA = a.encloseRect(qcXform<2>::I);
-  const qcRect boxB = b.encloseRect(qcXform<2>::I);
-  return boxA.ul().x() <= boxB.lr().x() && boxB.ul().x() <= boxA.lr().x() &&
-         boxA.ul().y() <= boxB.lr().y() && boxB.ul().y() <= boxA.lr().y();
-}
-
-/// One point for each square of the grid.
-class Thinned {
+/// One point for each square.
+class Found {
  public:
-  explicit Thinned(double size) : size_(size) {}
+  explicit Found(double size) : squares_(size) {}
 
   void add(const Points& points) {
     for (const qcVector<2>& p : points) {
-      cells_.emplace(std::pair(std::round(p.x() / size_), std::round(p.y() / size_)), p);
+      if (squares_.take(p)) points_.push_back(p);
     }
   }
 
-  Points points() const {
-    Points points;
-    for (const auto& [cell, point] : cells_) points.push_back(point);
-    return points;
+  Points sorted() && {
+    std::sort(points_.begin(), points_.end(), [](const qcVector<2>& a, const qcVector<2>& b) {
+      return std::pair(a.x(), a.y()) < std::pair(b.x(), b.y());
+    });
+    return std::move(points_);
   }
 
  private:
-  double size_;
-  std::map<std::pair<double, double>, qcVector<2>> cells_;
+  Squares squares_;
+  Points points_;
 };
+
+/// The crossings of each edge of `curve` with `other`.
+void addCrossings(const qcContour& curve, const qcContour& other, bool withTouches, Found& found) {
+  const Points& points = curve.points();
+  for (std::size_t i = curve.isClosed() ? 0 : 1; i < points.size(); ++i) {
+    const qcLineSeg edge(points[i == 0 ? points.size() - 1 : i - 1], points[i]);
+    found.add(other.intersections(edge, withTouches));
+  }
+}
 
 }  // namespace
 
 Points crossingsOf(const Geometry& geometry, double size) {
   const std::vector<Boundary> curves = boundariesOf(geometry, true);
-  Thinned found(size);
+  std::vector<Box> boxes;
+  for (const Boundary& curve : curves) boxes.push_back(boxAround(curve.contour->points()));
+  Found found(size);
   for (std::size_t i = 0; i < curves.size(); ++i) {
     const qcContour& curve = *curves[i].contour;
-    found.add(crossingsWithin(curve));
+    // Each edge away from its own ends.
+    if (curve.isSelfIntersecting()) addCrossings(curve, curve, false, found);
     for (std::size_t j = i + 1; j < curves.size(); ++j) {
-      const qcContour& other = *curves[j].contour;
-      if (mayMeet(curve, other)) found.add(curve.intersections(other));
+      if (boxes[i].meets(boxes[j])) addCrossings(*curves[j].contour, curve, true, found);
     }
   }
-  return found.points();
+  return std::move(found).sorted();
 }
 
 }  // namespace tool

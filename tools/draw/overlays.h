@@ -4,29 +4,39 @@
 
 #pragma once
 
-#include <optional>
 #include <span>
-#include <string>
+#include <vector>
 
 #include <cntrformats/feature.h>
-#include <platform/core/shapes.h>
+#include <tools/draw/frame.h>
+#include <tools/draw/marks.h>
 
 namespace tool {
+
+/// A feature whose overlays are to be found.
+struct Overlaid {
+  const formats::Geometry& geometry;
+  /// The same in coordinates that the library likes.
+  const formats::Geometry& framed;
+  const Frame& frame;
+  /// The size of a pixel of the picture.
+  double pixel;
+};
 
 struct Overlay {
   /// Its name on the command line and in the legend.
   const char* name;
   const char* colour;
-  /// The SVG elements for the outlines, with holes, or the lines of a feature. `unit` is a
-  /// thousandth of the picture's size.
-  std::string (*draw)(const formats::Geometry& geometry, double unit);
-  /// What stands for it in the legend, about 26 units wide.
-  std::string (*symbol)(const qcVector<2>& centre, double unit);
-  /// How far it reaches; null where that is not beyond the outline, or has no bounds.
-  qcRect (*extent)(const qcRings& part);
+  std::vector<Mark> (*find)(const Overlaid& feature);
+  /// How its entry in the legend is marked; null where by a line.
+  Mark (*symbol)(const qcVector<2>& centre);
 };
 
 /// All overlays, in the order in which they are drawn.
 std::span<const Overlay> allOverlays();
+
+/// What the picture shall hold of a mark of a feature in `box`: all of it, but nothing of an
+/// ellipse that is much larger, as that of a nearly straight line is.
+Box reachOf(const Mark& mark, const Box& box);
 
 }  // namespace tool

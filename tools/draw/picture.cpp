@@ -1,18 +1,18 @@
 // SPDX-License-Identifier: MIT
 //
-// The drawing is an SVG element of its own inside the picture, so that nothing of it reaches into
-// the strip with the legend and the scale bar below it.
+// The view is an SVG element of its own inside the picture, so that nothing of it reaches into the
+// strip with the legend and the scale bar below it.
 
 #include <tools/draw/picture.h>
 
 #include <algorithm>
-#include <cmath>
+#include <ostream>
 
-#include <cntrformats/number.h>
-#include <tools/answers/body.h>
+#include <tools/draw/canvas.h>
+#include <tools/draw/labels.h>
 #include <tools/draw/palette.h>
 #include <tools/draw/svg.h>
-#include <tools/report/numbers.h>
+#include <tools/draw/thinning.h>
 
 namespace tool {
 
@@ -20,153 +20,123 @@ using namespace formats;
 
 namespace {
 
-/// The longer side of the view on the screen, in pixels; a thousandth of it is the unit of all
-/// strokes and letters.
-constexpr double screenSize = 1000.0;
-constexpr double marginShare = 0.04;
-/// In units, all of them.
+// In pixels, all of them.
 constexpr double narrowestPicture = 360.0;
 constexpr double rowHeight = 26.0;
 constexpr double stripPadding = 6.0;
+constexpr double stripMargin = 14.0;
 constexpr double longestScaleBar = 200.0;
+constexpr double letters = 15.0;
+/// Half the length of the strokes of a cross, and the radius of a spot.
+constexpr double markSize = 6.0;
+/// Thin, so that single ones can be told apart.
+constexpr double segmentWidth = 1.0;
+constexpr double dotRadius = 2.0;
 
-double unitOf(const qcRect& view) { return std::max(view.width(), view.height()) / screenSize; }
-
-std::string number(double value) { return shortNumber(value, 6); }
-
-/// The label decides on the colours; features without one have those of their place in the file.
-unsigned long colourNumber(const Feature& feature) {
-  if (!feature.label) return feature.number;
-  const auto* const number = std::get_if<unsigned long>(&*feature.label);
-  return number != nullptr ? *number : std::hash<std::string>()(toText(*feature.label)) % 1000;
+std::string quoted(const char* name, const std::string& value) {
+  return std::string(" ") + name + "=\"" + value + "\"";
 }
 
-std::vector<Points> ringsOf(const qcRings& part) {
-  std::vector<Points> rings{part.outline};
-  rings.insert(rings.end(), part.holes.begin(), part.holes.end());
-  return rings;
-}
+/// SVG elements for marks in pixels.
+struct Drawn {
+  /// What lies outside is left out.
+  Box limits;
 
-std::string outlines(const Drawing& drawing) {
-  const Ground ground = drawing.underlay ? Ground::ePhotograph : Ground::ePaper;
-  std::string text = "<g class=\"outlines\">\n";
-  for (const Drawn& drawn : drawing.features) {
-    const bool closed = drawn.feature.geometry.closed;
-    const Colours colours = coloursOf(colourNumber(drawn.feature), ground);
-    const std::string attributes =
-        " fill=\"" + (closed ? colours.fill : "none") + "\" stroke=\"" + colours.stroke + "\"";
-    for (const qcRings& part : drawn.feature.geometry.parts) {
-      text += svg::path(ringsOf(part), closed, attributes, drawn.title);
-    }
+  std::string operator()(const Box& box) const {
+    const Points corners{
+        box.low, {box.high.x(), box.low.y()}, box.high, {box.low.x(), box.high.y()}};
+    if (limits.holds(box)) return svg::rectangle(box);
+    return (*this)(Ring{corners});
   }
-  return text + "</g>\n";
-}
-
-/// Over a photograph with a white line behind every stroke.
-std::string overlay(const Drawing& drawing, const Overlay& overlay) {
-  const std::string name(overlay.name);
-  std::string text;
-  if (drawing.underlay) text += "<g class=\"casing\"><use href=\"#" + name + "\"/></g>\n";
-  text += "<g class=\"overlay\" stroke=\"" + std::string(overlay.colour) + "\"><g id=\"" + name +
-          "\">\n";
-  for (const Drawn& drawn : drawing.features) {
-    text += overlay.draw(drawn.feature.geometry, unitOf(drawing.view));
+  std::string operator()(const Circle& circle) const { return svg::circle(circle, "", ""); }
+  std::string operator()(const Ellipse& ellipse) const { return svg::ellipse(ellipse); }
+  std::string operator()(const Ring& ring) const {
+    return svg::path({clippedRing(ring.points, limits)}, true, "", "");
   }
-  return text + "</g></g>\n";
-}
-
-/// As high as half the part, within what can be read and does not shout.
-double letterSize(const qcRings& part, double unit) {
-  const qcRect box = boxOf(part.outline);
-  return std::clamp(0.5 * std::min(box.width(), box.height()), 9.0 * unit, 24.0 * unit);
-}
-
-/// Beside the centre where that is marked.
-std::string labels(const Drawing& drawing) {
-  const double unit = unitOf(drawing.view);
-  const bool marked =
-      std::any_of(drawing.overlays.begin(), drawing.overlays.end(),
-                  [](const Overlay* o) { return o->name == std::string("centre"); });
-  std::string text = "<g class=\"labels\">\n";
-  for (const Drawn& drawn : drawing.features) {
-    if (!drawn.feature.label) continue;
-    for (const qcRings& part : drawn.feature.geometry.parts) {
-      const double size = letterSize(part, unit);
-      const qcVector<2> centre = middleOf(part, drawn.feature.geometry.closed);
-      const qcVector<2> baseline(0.0, marked ? -9.0 * unit : 0.35 * size);
-      text += svg::text(centre + baseline, size, toText(*drawn.feature.label));
-    }
+  std::string operator()(const Segment& segment) const {
+    return svg::line(segment.from, segment.to);
   }
-  return text + "</g>\n";
-}
+  std::string operator()(const Cross& cross) const {
+    const qcVector<2> right(markSize, 0.0);
+    const qcVector<2> down(0.0, markSize);
+    return svg::line(cross.at - right, cross.at + right) +
+           svg::line(cross.at - down, cross.at + down);
+  }
+  std::string operator()(const Spot& spot) const {
+    return svg::circle({spot.at, markSize}, "", "");
+  }
+};
+
+std::string drawn(const Mark& mark, const Box& limits) { return std::visit(Drawn{limits}, mark); }
 
 /// What the strip below the view holds, and the size of the whole picture.
 class Strip {
  public:
-  explicit Strip(const Drawing& drawing)
-      : view_(drawing.view),
-        unit_(unitOf(view_)),
-        width_(std::max(view_.width(), narrowestPicture * unit_)),
-        left_(view_.ul().x() - 0.5 * (width_ - view_.width())),
-        bar_(scaleBarFor(std::min(longestScaleBar * unit_, 0.4 * width_), drawing.scale)) {
-    addScaleBar();
-    for (const Overlay* overlay : drawing.overlays) addEntry(*overlay);
+  Strip(const Canvas& canvas, const Scale& scale)
+      : canvas_(canvas),
+        width_(std::max(canvas.width(), narrowestPicture)),
+        left_(-0.5 * (width_ - canvas.width())) {
+    addScaleBar(scale);
+  }
+
+  /// An overlay, beside the last entry, or in a row of its own where that leaves no room.
+  void addOverlay(const Overlay& overlay) {
+    const qcVector<2> at = placeFor(38.0 + widthOf(overlay.name, letters)) + qcVector<2>(13.0, 0.0);
+    const qcVector<2> half(13.0, 0.0);
+    const Mark mark = overlay.symbol ? overlay.symbol(at) : Mark(Segment{at - half, at + half});
+    text_ += "<g class=\"legend\"><g class=\"overlay\"" + quoted("stroke", overlay.colour) + ">" +
+             drawn(mark, picture()) + "</g>" +
+             svg::text(at + qcVector<2>(20.0, 5.0), letters, overlay.name) + "</g>\n";
+  }
+
+  void addNote(const std::string& note) {
+    const qcVector<2> at = placeFor(widthOf(note, letters));
+    text_ +=
+        "<g class=\"legend\">" + svg::text(at + qcVector<2>(0.0, 5.0), letters, note) + "</g>\n";
   }
 
   const std::string& text() const noexcept { return text_; }
 
   /// The area of the picture: the view and the strip.
-  qcRect picture() const {
-    const double height = view_.height() + (rows_ * rowHeight + 2.0 * stripPadding) * unit_;
-    return {qcVector<2>(left_, view_.ul().y()), qcVector<2>(width_, height)};
+  Box picture() const {
+    const double height = canvas_.height() + rows_ * rowHeight + 2.0 * stripPadding;
+    return {{left_, 0.0}, {left_ + width_, height}};
   }
 
  private:
-  /// The height of letters.
-  double letters() const { return 15.0 * unit_; }
-  double widthOf(const std::string& text) const {
-    return 0.62 * letters() * static_cast<double>(text.size());
-  }
   /// The middle of the last row.
-  double middle() const {
-    return view_.lr().y() + (stripPadding + (rows_ - 0.5) * rowHeight) * unit_;
-  }
-  double right() const { return left_ + width_ - 14.0 * unit_; }
+  double middle() const { return canvas_.height() + stripPadding + (rows_ - 0.5) * rowHeight; }
+  double right() const { return left_ + width_ - stripMargin; }
 
   /// At the right end of the first row, its length beside it.
-  void addScaleBar() {
+  void addScaleBar(const Scale& scale) {
+    const double longest = std::min(longestScaleBar, 0.4 * width_);
+    const ScaleBar bar = scaleBarFor(longest * canvas_.pixel(), scale);
     const qcVector<2> end(right(), middle());
-    const qcVector<2> start = end - qcVector<2>(bar_.length, 0.0);
-    const qcVector<2> tick(0.0, 5.0 * unit_);
+    const qcVector<2> start = end - qcVector<2>(canvas_.map(bar.length), 0.0);
+    const qcVector<2> tick(0.0, 5.0);
     text_ += "<g class=\"scale\">\n" + svg::line(start, end) +
              svg::line(start - tick, start + tick) + svg::line(end - tick, end + tick) +
-             svg::text(start + qcVector<2>(-9.0 * unit_, 5.0 * unit_), letters(), bar_.text) +
-             "</g>\n";
-    free_ = start.x() - widthOf(bar_.text) - 30.0 * unit_;
-    next_ = left_ + 14.0 * unit_;
+             svg::text(start + qcVector<2>(-9.0, 5.0), letters, bar.text) + "</g>\n";
+    free_ = start.x() - widthOf(bar.text, letters) - 30.0;
+    next_ = left_ + stripMargin;
   }
 
-  /// Beside the last entry, or in a row of its own where that leaves no room.
-  void addEntry(const Overlay& overlay) {
-    const double width = 38.0 * unit_ + widthOf(overlay.name);
+  /// The left end of an entry.
+  qcVector<2> placeFor(double width) {
     if (next_ + width > free_) {
       ++rows_;
       free_ = right();
-      next_ = left_ + 14.0 * unit_;
+      next_ = left_ + stripMargin;
     }
-    const qcVector<2> at(next_ + 13.0 * unit_, middle());
-    text_ += "<g class=\"legend\"><g class=\"overlay\" stroke=\"" + std::string(overlay.colour) +
-             "\">" + overlay.symbol(at, unit_) + "</g>" +
-             svg::text(at + qcVector<2>(20.0 * unit_, 5.0 * unit_), letters(), overlay.name) +
-             "</g>\n";
-    next_ += width + 18.0 * unit_;
+    const qcVector<2> at(next_, middle());
+    next_ += width + 18.0;
+    return at;
   }
 
-  qcRect view_;
-  double unit_;
+  const Canvas& canvas_;
   double width_;
   double left_;
-  ScaleBar bar_;
   int rows_ = 1;
   /// Where the next entry of the last row begins, and where the row ends.
   double next_ = 0.0;
@@ -174,86 +144,146 @@ class Strip {
   std::string text_;
 };
 
-std::string style(const Drawing& drawing) {
-  const auto units = [unit = unitOf(drawing.view)](double count) { return number(count * unit); };
-  const bool onPhotograph = drawing.underlay.has_value();
-  return "<style>\n"
-         ".outlines path{fill-opacity:" +
-         std::string(onPhotograph ? ".2" : ".6") +
-         ";fill-rule:evenodd;stroke-width:" + units(onPhotograph ? 2.0 : 1.5) +
-         ";stroke-linejoin:round;stroke-linecap:round}\n"
-         ".overlay{fill:none;stroke-width:" +
-         units(1.5) +
-         ";stroke-linejoin:round}\n"
-         ".casing{fill:none;stroke:#fff;stroke-opacity:.7;stroke-width:" +
-         units(4.0) +
-         ";stroke-linejoin:round}\n"
-         ".frame{fill:none;stroke:#adb5bd;stroke-width:" +
-         units(1.0) +
-         "}\n"
-         ".scale{fill:none;stroke:#212529;stroke-width:" +
-         units(1.5) +
-         "}\n"
-         ".scale text{text-anchor:end;stroke:none}\n"
-         "text{font-family:sans-serif;fill:#212529}\n"
-         ".labels text{font-weight:600;text-anchor:middle;paint-order:stroke;stroke:#fff;"
-         "stroke-opacity:.8;stroke-linejoin:round;stroke-width:" +
-         units(3.0) +
-         "}\n"
-         "image{image-orientation:none}\n"
-         "</style>\n";
-}
+class Picture {
+ public:
+  Picture(std::ostream& out, const Scene& scene, const Look& look)
+      : out_(out),
+        scene_(scene),
+        look_(look),
+        canvas_(scene.view(), look.size, look.isUp),
+        limits_(Box{{0.0, 0.0}, {canvas_.width(), canvas_.height()}}.widened(beyondView)) {}
 
-std::string viewBox(const qcRect& rectangle) {
-  return " viewBox=\"" + allDigits(rectangle.ul().x()) + " " + allDigits(rectangle.ul().y()) + " " +
-         allDigits(rectangle.width()) + " " + allDigits(rectangle.height()) + "\"";
-}
+  void write() {
+    const std::vector<Label> labels =
+        look_.withLabels ? labelsOf(scene_, canvas_, marksCentres()) : std::vector<Label>();
+    Strip strip(canvas_, look_.scale);
+    for (const Layer& layer : scene_.layers()) strip.addOverlay(*layer.overlay);
+    const std::size_t labelled = labelledShapes();
+    if (look_.withLabels && labels.size() < labelled) {
+      strip.addNote("labels of " + std::to_string(labels.size()) + " of " +
+                    std::to_string(labelled));
+    }
+    writeOpening(strip.picture());
+    writeView();
+    writeLabels(labels);
+    out_ << "</svg>\n<g class=\"frame\">" << svg::rectangle(canvas_.map(scene_.view())) << "</g>\n"
+         << strip.text() << "</svg>\n";
+  }
 
-/// The opening tag and the white ground.
-std::string opening(const Drawing& drawing, const qcRect& picture) {
-  const double unit = unitOf(drawing.view);
-  return "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
-         "<svg xmlns=\"http://www.w3.org/2000/svg\" width=\"" +
-         number(picture.width() / unit) + "\" height=\"" + number(picture.height() / unit) + "\"" +
-         viewBox(picture) + ">\n" + style(drawing) + "<g fill=\"#fff\">" + svg::rectangle(picture) +
-         "</g>\n";
-}
+ private:
+  bool marksCentres() const {
+    return std::any_of(scene_.layers().begin(), scene_.layers().end(), [](const Layer& layer) {
+      return layer.overlay->name == std::string("centre");
+    });
+  }
 
-/// The view and all that is drawn in it.
-std::string content(const Drawing& drawing) {
-  const qcRect& view = drawing.view;
-  std::string text = "<svg x=\"" + allDigits(view.ul().x()) + "\" y=\"" + allDigits(view.ul().y()) +
-                     "\" width=\"" + allDigits(view.width()) + "\" height=\"" +
-                     allDigits(view.height()) + "\"" + viewBox(view) + ">\n";
-  if (drawing.underlay) text += svg::image(drawing.underlay->area, drawing.underlay->uri);
-  text += outlines(drawing);
-  for (const Overlay* chosen : drawing.overlays) text += overlay(drawing, *chosen);
-  if (drawing.withLabels) text += labels(drawing);
-  return text + "</svg>\n<g class=\"frame\">" + svg::rectangle(view) + "</g>\n";
-}
+  std::size_t labelledShapes() const {
+    return static_cast<std::size_t>(
+        std::count_if(scene_.shapes().begin(), scene_.shapes().end(),
+                      [](const Shape& shape) { return !shape.label.empty(); }));
+  }
+
+  /// The opening tag and the white ground.
+  void writeOpening(const Box& picture) {
+    out_ << "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<svg xmlns=\"http://www.w3.org/2000/svg\""
+         << quoted("width", svg::number(picture.width()))
+         << quoted("height", svg::number(picture.height()))
+         << quoted("viewBox", svg::number(picture.low.x()) + " 0 " + svg::number(picture.width()) +
+                                  " " + svg::number(picture.height()))
+         << ">\n";
+    writeStyle();
+    out_ << "<g fill=\"#fff\">" << svg::rectangle(picture) << "</g>\n";
+  }
+
+  void writeStyle() {
+    const bool onPhotograph = look_.underlay.has_value();
+    out_ << "<style>\n.outlines path{fill-opacity:" << (onPhotograph ? ".2" : ".6")
+         << ";fill-rule:evenodd;stroke-width:" << (onPhotograph ? "2" : "1.5")
+         << ";stroke-linejoin:round;stroke-linecap:round}\n"
+            ".overlay{fill:none;stroke-width:1.5;stroke-linejoin:round}\n"
+            ".overlay .thin{stroke-width:"
+         << svg::number(segmentWidth)
+         << "}\n"
+            ".casing{fill:none;stroke:#fff;stroke-opacity:.7;stroke-width:4;"
+            "stroke-linejoin:round}\n"
+            ".frame{fill:none;stroke:#adb5bd;stroke-width:1}\n"
+            ".scale{fill:none;stroke:#212529;stroke-width:1.5}\n"
+            ".scale text{text-anchor:end;stroke:none}\n"
+            "text{font-family:sans-serif;fill:#212529}\n"
+            ".labels text{font-weight:600;text-anchor:middle;paint-order:stroke;stroke:#fff;"
+            "stroke-opacity:.8;stroke-linejoin:round;stroke-width:3}\n"
+            "image{image-orientation:none}\n"
+            "</style>\n";
+  }
+
+  /// All that is drawn in the view but the labels.
+  void writeView() {
+    const std::string width = svg::number(canvas_.width());
+    const std::string height = svg::number(canvas_.height());
+    out_ << "<svg x=\"0\" y=\"0\"" << quoted("width", width) << quoted("height", height)
+         << quoted("viewBox", "0 0 " + width + " " + height) << ">\n";
+    if (look_.underlay) out_ << svg::image(canvas_.map(look_.underlay->area), look_.underlay->uri);
+    out_ << "<g class=\"outlines\">\n";
+    for (const Shape& shape : scene_.shapes()) writeShape(shape);
+    out_ << "</g>\n";
+    for (const Layer& layer : scene_.layers()) writeLayer(layer);
+  }
+
+  void writeShape(const Shape& shape) {
+    const Colours colours =
+        coloursOf(shape.colour, look_.underlay ? Ground::ePhotograph : Ground::ePaper);
+    const std::string title = look_.files[shape.file] + ", feature " + std::to_string(shape.number);
+    if (shape.rings.empty()) {
+      const Circle dot{canvas_.map(shape.box.middle()), dotRadius};
+      out_ << svg::circle(dot, quoted("fill", colours.stroke), title);
+      return;
+    }
+    std::vector<Points> rings;
+    for (const Points& ring : shape.rings) rings.push_back(canvas_.map(ring));
+    const std::string attributes =
+        quoted("fill", shape.closed ? colours.fill : "none") + quoted("stroke", colours.stroke);
+    out_ << svg::path(rings, shape.closed, attributes, title);
+  }
+
+  /// Over a photograph with a white line behind every stroke. All segments are one path.
+  void writeLayer(const Layer& layer) {
+    const std::string name(layer.overlay->name);
+    if (look_.underlay) out_ << "<g class=\"casing\"><use href=\"#" << name << "\"/></g>\n";
+    out_ << "<g class=\"overlay\"" << quoted("stroke", layer.overlay->colour) << "><g id=\"" << name
+         << "\">\n";
+    std::vector<Points> segments;
+    for (const Mark& mark : layer.marks.marks()) {
+      const Mark mapped = canvas_.map(mark);
+      if (!limits_.meets(boxOf(mapped))) continue;
+      if (const auto* segment = std::get_if<Segment>(&mapped)) {
+        segments.push_back({segment->from, segment->to});
+      } else {
+        out_ << drawn(mapped, limits_);
+      }
+    }
+    if (!segments.empty()) out_ << svg::path(segments, false, " class=\"thin\"", "");
+    out_ << "</g></g>\n";
+  }
+
+  void writeLabels(const std::vector<Label>& labels) {
+    if (!look_.withLabels) return;
+    out_ << "<g class=\"labels\">\n";
+    for (const Label& label : labels) out_ << svg::text(label.at, label.size, label.text);
+    out_ << "</g>\n";
+  }
+
+  std::ostream& out_;
+  const Scene& scene_;
+  const Look& look_;
+  Canvas canvas_;
+  /// In pixels.
+  Box limits_;
+};
 
 }  // namespace
 
-qcRect viewAround(const Drawing& drawing) {
-  const qcVector<2> first = drawing.features.front().feature.geometry.parts.front().outline.front();
-  qcRect box(first, qcVector<2>());
-  for (const Drawn& drawn : drawing.features) {
-    for (const qcRings& part : drawn.feature.geometry.parts) {
-      box = box.enclose(boxOf(part.outline));
-      for (const Overlay* overlay : drawing.overlays) {
-        if (overlay->extent != nullptr) box = box.enclose(overlay->extent(part));
-      }
-    }
-  }
-  const double extent = std::max(box.width(), box.height());
-  const double margin = extent > 0.0 ? marginShare * extent : 0.5;
-  const qcVector<2> border(margin, margin);
-  return {qcPoint(box.ul() - border), qcPoint(box.lr() + border)};
-}
-
-std::string toSvg(const Drawing& drawing) {
-  const Strip strip(drawing);
-  return opening(drawing, strip.picture()) + content(drawing) + strip.text() + "</svg>\n";
+void writeSvg(std::ostream& out, const Scene& scene, const Look& look) {
+  Picture(out, scene, look).write();
 }
 
 }  // namespace tool

@@ -5,40 +5,31 @@
 
 #pragma once
 
+#include <iosfwd>
 #include <optional>
 #include <string>
 #include <vector>
 
-#include <cntrformats/feature.h>
-#include <platform/core/shapes.h>
-#include <tools/draw/overlays.h>
 #include <tools/draw/scalebar.h>
+#include <tools/draw/scene.h>
 #include <tools/draw/underlay.h>
 
 namespace tool {
 
-/// A feature as it is drawn.
-struct Drawn {
-  /// What a browser shows under the mouse.
-  std::string title;
-  formats::Feature feature;
-};
-
-struct Drawing {
-  std::vector<Drawn> features;
-  std::vector<const Overlay*> overlays;
+/// How a scene is drawn.
+struct Look {
+  /// The names of the files, for what a browser shows under the mouse.
+  std::vector<std::string> files;
   bool withLabels = true;
+  /// Pixels of the longer side of the view.
+  double size = 1000.0;
+  /// The y axis points upwards.
+  bool isUp = false;
   std::optional<Underlay> underlay;
   Scale scale;
-  /// What the picture shows, without the legend and the scale bar.
-  qcRect view;
 };
 
-/// The rectangle around all features, and what overlays them, with a margin. REQUIRES: at least one
-/// feature.
-qcRect viewAround(const Drawing& drawing);
-
-/// The drawing as a standalone SVG file, y downwards, its user units those of the coordinates.
-std::string toSvg(const Drawing& drawing);
+/// Writes a completed scene as a standalone SVG file, lengths in pixels.
+void writeSvg(std::ostream& out, const Scene& scene, const Look& look);
 
 }  // namespace tool

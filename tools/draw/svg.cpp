@@ -2,7 +2,8 @@
 
 #include <tools/draw/svg.h>
 
-#include <cntrformats/number.h>
+#include <charconv>
+#include <numbers>
 
 namespace tool::svg {
 
@@ -11,15 +12,15 @@ using namespace formats;
 namespace {
 
 std::string attribute(const char* name, double value) {
-  return std::string(" ") + name + "=\"" + allDigits(value) + "\"";
+  return std::string(" ") + name + "=\"" + number(value) + "\"";
 }
 
-std::string placed(const qcRect& rectangle) {
-  return attribute("x", rectangle.ul().x()) + attribute("y", rectangle.ul().y()) +
-         attribute("width", rectangle.width()) + attribute("height", rectangle.height());
+std::string placed(const Box& box) {
+  return attribute("x", box.low.x()) + attribute("y", box.low.y()) +
+         attribute("width", box.width()) + attribute("height", box.height());
 }
 
-std::string pair(const qcVector<2>& p) { return allDigits(p.x()) + "," + allDigits(p.y()); }
+std::string pair(const qcVector<2>& p) { return number(p.x()) + "," + number(p.y()); }
 
 std::string escapedCharacter(char character) {
   switch (character) {
@@ -40,7 +41,24 @@ std::string escapedCharacter(char character) {
   return isControl ? "?" : std::string(1, character);
 }
 
+/// The end of an element, with a title inside unless that is empty.
+std::string closing(const char* element, const std::string& title) {
+  if (title.empty()) return "/>\n";
+  return "><title>" + escaped(title) + "</title></" + element + ">\n";
+}
+
 }  // namespace
+
+std::string number(double value, int decimals) {
+  // As many digits as the largest double has, and some.
+  char text[400];
+  char* end =
+      std::to_chars(text, text + sizeof text, value, std::chars_format::fixed, decimals).ptr;
+  while (*(end - 1) == '0') --end;
+  if (*(end - 1) == '.') --end;
+  const std::string shortest(text, end);
+  return shortest == "-0" ? "0" : shortest;
+}
 
 std::string escaped(const std::string& text) {
   std::string result;
@@ -48,34 +66,33 @@ std::string escaped(const std::string& text) {
   return result;
 }
 
-std::string path(const std::vector<Points>& rings, bool closed, const std::string& attributes,
+std::string path(const std::vector<Points>& lines, bool closed, const std::string& attributes,
                  const std::string& title) {
   std::string element = "<path" + attributes + " d=\"";
-  for (const Points& ring : rings) {
-    for (std::size_t i = 0; i < ring.size(); ++i)
-      element.append(i == 0 ? "M" : " ").append(pair(ring[i]));
+  for (const Points& line : lines) {
+    for (std::size_t i = 0; i < line.size(); ++i)
+      element.append(i == 0 ? "M" : " ").append(pair(line[i]));
     if (closed) element += 'Z';
   }
-  if (title.empty()) return element + "\"/>\n";
-  return element + "\"><title>" + escaped(title) + "</title></path>\n";
+  return element + "\"" + closing("path", title);
 }
 
-std::string circle(const qcCircle& circle) {
-  return "<circle" + attribute("cx", circle.center().x()) + attribute("cy", circle.center().y()) +
-         attribute("r", circle.radius()) + "/>\n";
+std::string circle(const Circle& circle, const std::string& attributes, const std::string& title) {
+  return "<circle" + attributes + attribute("cx", circle.centre.x()) +
+         attribute("cy", circle.centre.y()) + attribute("r", circle.radius) +
+         closing("circle", title);
 }
 
-std::string ellipse(const qcEllipse& ellipse) {
-  const auto& geom = ellipse.geom();
-  return "<ellipse" + attribute("rx", geom.radius1) + attribute("ry", geom.radius2) +
-         " transform=\"translate(" + pair(geom.center) + ") rotate(" +
-         allDigits(qcDegree(geom.rotation).toDouble()) + ")\"/>\n";
+std::string ellipse(const Ellipse& ellipse) {
+  return "<ellipse" + attribute("rx", ellipse.along) + attribute("ry", ellipse.across) +
+         " transform=\"translate(" + pair(ellipse.centre) + ") rotate(" +
+         number(ellipse.angle * 180.0 / std::numbers::pi, 4) + ")\"/>\n";
 }
 
-std::string rectangle(const qcRect& rectangle) { return "<rect" + placed(rectangle) + "/>\n"; }
+std::string rectangle(const Box& box) { return "<rect" + placed(box) + "/>\n"; }
 
-std::string image(const qcRect& area, const std::string& uri) {
-  return "<image" + placed(area) + " preserveAspectRatio=\"none\" href=\"" + uri + "\"/>\n";
+std::string image(const Box& box, const std::string& uri) {
+  return "<image" + placed(box) + " preserveAspectRatio=\"none\" href=\"" + uri + "\"/>\n";
 }
 
 std::string line(const qcVector<2>& from, const qcVector<2>& to) {

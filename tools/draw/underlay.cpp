@@ -74,9 +74,7 @@ std::string base64(std::string_view bytes) {
 
 }  // namespace
 
-qcRect pixelArea(double width, double height) {
-  return {qcVector<2>(-0.5, -0.5), qcVector<2>(width, height)};
-}
+Box pixelArea(double width, double height) { return {{-0.5, -0.5}, {width - 0.5, height - 0.5}}; }
 
 Underlay readUnderlay(const std::string& file) {
   Source source(file);

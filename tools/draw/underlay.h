@@ -6,7 +6,7 @@
 
 #include <string>
 
-#include <platform/core/shapes.h>
+#include <tools/draw/box.h>
 
 namespace tool {
 
@@ -14,11 +14,11 @@ struct Underlay {
   /// The whole file as a data URI.
   std::string uri;
   /// The area of its pixels, whose centres have whole coordinates: it begins at (-0.5, -0.5).
-  qcRect area;
+  Box area;
 };
 
 /// The area of an image of so many pixels.
-qcRect pixelArea(double width, double height);
+Box pixelArea(double width, double height);
 
 /// Reads a PNG or JPEG file, known by its content. Pixels are taken as they are stored, whatever
 /// the file says of an orientation. Throws FileError for files that cannot be read or are neither.

@@ -1,0 +1,120 @@
+// SPDX-License-Identifier: MIT
+
+#include <tools/draw/labels.h>
+
+#include <algorithm>
+#include <cmath>
+#include <map>
+#include <utility>
+
+namespace tool {
+
+namespace {
+
+/// The size of letters, in pixels: what can be read and does not shout.
+constexpr double smallest = 9.0;
+constexpr double largest = 24.0;
+/// The share of the view that labels larger than their shapes may cover.
+constexpr double mostCovered = 0.05;
+constexpr double baselineOverCentre = 9.0;
+
+/// A label with the place that it takes.
+struct Candidate {
+  Label label;
+  Box box;
+  Box shape;
+};
+
+/// So high that the text fits into the shape, if it can be read then.
+double letterSize(const std::string& text, const Box& shape) {
+  const double fitting = std::min(0.5 * shape.height(), 0.8 * shape.width() / widthOf(text, 1.0));
+  return std::clamp(fitting, smallest, largest);
+}
+
+Candidate candidateFor(const Shape& shape, const Canvas& canvas, bool centresAreMarked) {
+  const Box box = canvas.map(shape.box);
+  const double size = letterSize(shape.label, box);
+  const double below = centresAreMarked ? -baselineOverCentre : 0.35 * size;
+  const qcVector<2> at = canvas.map(shape.middle) + qcVector<2>(0.0, below);
+  const double half = 0.5 * widthOf(shape.label, size);
+  return {{at, size, shape.label},
+          {at - qcVector<2>(half, 0.8 * size), at + qcVector<2>(half, 0.2 * size)},
+          box};
+}
+
+/// What has been placed, to be found by its place.
+class Places {
+ public:
+  /// False when there is something already.
+  bool take(const Box& box) {
+    for (const Box* other : near(box)) {
+      if (other->meets(box)) return false;
+    }
+    forEachSquare(box, [&](const Square& square) { taken_[square].push_back(box); });
+    return true;
+  }
+
+ private:
+  using Square = std::pair<double, double>;
+  static constexpr double size = 64.0;
+
+  template <typename Action>
+  static void forEachSquare(const Box& box, Action action) {
+    for (double x = std::floor(box.low.x() / size); x * size <= box.high.x(); ++x) {
+      for (double y = std::floor(box.low.y() / size); y * size <= box.high.y(); ++y) action({x, y});
+    }
+  }
+
+  std::vector<const Box*> near(const Box& box) const {
+    std::vector<const Box*> found;
+    forEachSquare(box, [&](const Square& square) {
+      const auto boxes = taken_.find(square);
+      if (boxes == taken_.end()) return;
+      for (const Box& other : boxes->second) found.push_back(&other);
+    });
+    return found;
+  }
+
+  std::map<Square, std::vector<Box>> taken_;
+};
+
+std::vector<Candidate> candidates(const Scene& scene, const Canvas& canvas, bool centresAreMarked) {
+  const Box view{{0.0, 0.0}, {canvas.width(), canvas.height()}};
+  std::vector<Candidate> found;
+  for (const Shape& shape : scene.shapes()) {
+    if (shape.label.empty()) continue;
+    Candidate candidate = candidateFor(shape, canvas, centresAreMarked);
+    if (view.meets(candidate.box)) found.push_back(std::move(candidate));
+  }
+  std::stable_sort(found.begin(), found.end(), [](const Candidate& a, const Candidate& b) {
+    return a.shape.width() * a.shape.height() > b.shape.width() * b.shape.height();
+  });
+  return found;
+}
+
+double areaOf(const Box& box) { return box.width() * box.height(); }
+
+}  // namespace
+
+double widthOf(const std::string& text, double size) {
+  const auto letters = std::count_if(text.begin(), text.end(), [](char byte) {
+    return (static_cast<unsigned char>(byte) & 0xC0U) != 0x80U;
+  });
+  return 0.66 * size * static_cast<double>(letters);
+}
+
+std::vector<Label> labelsOf(const Scene& scene, const Canvas& canvas, bool centresAreMarked) {
+  double free = mostCovered * canvas.width() * canvas.height();
+  Places places;
+  std::vector<Label> labels;
+  for (Candidate& candidate : candidates(scene, canvas, centresAreMarked)) {
+    const bool isLarger = areaOf(candidate.box) > areaOf(candidate.shape);
+    if (isLarger && areaOf(candidate.box) > free) continue;
+    if (!places.take(candidate.box)) continue;
+    if (isLarger) free -= areaOf(candidate.box);
+    labels.push_back(std::move(candidate.label));
+  }
+  return labels;
+}
+
+}  // namespace tool

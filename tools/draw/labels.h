@@ -1,0 +1,31 @@
+// SPDX-License-Identifier: MIT
+//
+// Which labels are shown, and where.
+
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include <tools/draw/canvas.h>
+#include <tools/draw/scene.h>
+
+namespace tool {
+
+/// In pixels.
+struct Label {
+  /// The middle of its baseline.
+  qcVector<2> at;
+  double size;
+  std::string text;
+};
+
+/// The width of a text, about.
+double widthOf(const std::string& text, double size);
+
+/// The labels of the largest shapes as far as there is room: they do not meet, and those larger
+/// than their shapes cover a twentieth of the view at most. Beside the centres where these are
+/// marked.
+std::vector<Label> labelsOf(const Scene& scene, const Canvas& canvas, bool centresAreMarked);
+
+}  // namespace tool

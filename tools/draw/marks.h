@@ -1,0 +1,93 @@
+// SPDX-License-Identifier: MIT
+//
+// What overlays are made of, in the coordinates of the file.
+
+#pragma once
+
+#include <variant>
+#include <vector>
+
+#include <cntrformats/feature.h>
+#include <tools/draw/box.h>
+#include <tools/draw/squares.h>
+
+namespace tool {
+
+struct Circle {
+  qcVector<2> centre;
+  double radius;
+};
+
+/// Radii along and across the direction `angle`, in radians from the x axis towards the y axis.
+struct Ellipse {
+  qcVector<2> centre;
+  double along;
+  double across;
+  double angle;
+};
+
+struct Ring {
+  formats::Points points;
+};
+
+struct Segment {
+  qcVector<2> from;
+  qcVector<2> to;
+};
+
+/// A cross that marks a place.
+struct Cross {
+  qcVector<2> at;
+};
+
+/// A small circle around a place.
+struct Spot {
+  qcVector<2> at;
+};
+
+using Mark = std::variant<Box, Circle, Ellipse, Ring, Segment, Cross, Spot>;
+
+/// The box around a mark; of a place the place alone.
+Box boxOf(const Mark& mark);
+
+/// The size of the squares, in pixels, of which only one crossing is shown.
+inline constexpr double spotSpacing = 3.0;
+
+/// The marks of an overlay, without what cannot be seen: vertices of rings, crossings and short
+/// segments that share a square with another one.
+class MarkList {
+ public:
+  /// `pixel` is the size of a pixel.
+  explicit MarkList(double pixel) : thinner_(pixel) {}
+
+  void add(std::vector<Mark> marks);
+  /// Takes out what cannot be seen when pixels are so large.
+  void thin(double pixel);
+
+  const std::vector<Mark>& marks() const noexcept { return marks_; }
+
+ private:
+  /// Whether a mark stays, perhaps with less in it.
+  class Thinner {
+   public:
+    explicit Thinner(double pixel);
+
+    bool operator()(Ring& ring) const;
+    bool operator()(const Segment& segment);
+    bool operator()(const Spot& spot) { return spots_.take(spot.at); }
+    template <typename Other>
+    bool operator()(const Other&) const {
+      return true;
+    }
+
+   private:
+    double tolerance_;
+    Squares spots_;
+    Squares segments_;
+  };
+
+  Thinner thinner_;
+  std::vector<Mark> marks_;
+};
+
+}  // namespace tool
