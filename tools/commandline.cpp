@@ -30,6 +30,8 @@ void addCommands(CLI::App& app, Session& session) {
   addMeasure(app, session);
   addQuery(app, session);
   addRepair(app, session);
+  addCombine(app, session);
+  addOffset(app, session);
   addDraw(app, session);
   addConvert(app, session);
 }
@@ -38,7 +40,7 @@ void addCommands(CLI::App& app, Session& session) {
 
 int run(int argc, const char* const* argv, const Console& console) {
   Session session(console);
-  CLI::App app("Measures, asks, repairs, draws and converts outlines in images.");
+  CLI::App app("Measures, asks, repairs, combines, draws and converts outlines in images.");
   addCommands(app, session);
   try {
     app.parse(argc, argv);

@@ -136,6 +136,7 @@ void replaceGeometry(Feature& feature, const Geometry& geometry) {
   } else {
     json.erase("bbox");
     if (json["properties"].is_object()) json["properties"].erase("edgelets");
+    if (hasProperty(geometry)) json["properties"]["edgelets"] = edgeletProperty(geometry);
     replaceCoordinates(json["geometry"], geometry);
   }
   feature.text = compact(json);

@@ -42,12 +42,13 @@ TEST(CommandLine, HelpIsAllWell) {
   const auto result = run({"--help"});
   EXPECT_EQ(result.status, 0);
   EXPECT_EQ(result.messages, "");
-  for (const char* command : {"measure", "query", "repair", "draw", "convert"})
+  for (const char* command : {"measure", "query", "repair", "combine", "offset", "draw", "convert"})
     EXPECT_THAT(result.out, HasSubstr(command));
 }
 
 TEST(CommandLine, EveryCommandHasHelpWithExamples) {
-  for (const char* command : {"measure", "query", "repair", "draw", "convert"}) {
+  for (const char* command :
+       {"measure", "query", "repair", "combine", "offset", "draw", "convert"}) {
     const auto result = run({command, "--help"});
     EXPECT_EQ(result.status, 0);
     EXPECT_THAT(result.out, HasSubstr(std::string("\n  cntr ") + command + " ")) << command;

@@ -2,9 +2,16 @@
 
 #include <tools/answers/repair.h>
 
-#include <cntr/inertia.h>
+#include <algorithm>
+#include <utility>
+#include <vector>
+
+#include <cntr/contourdefs.h>
 #include <cntrformats/errors.h>
-#include <cntrformats/shapes.h>
+#include <cntrsets/filled.h>
+#include <cntrsets/sets.h>
+#include <tools/answers/message.h>
+#include <tools/answers/walk.h>
 #include <tools/report/numbers.h>
 
 namespace tool {
@@ -13,116 +20,129 @@ using namespace formats;
 
 namespace {
 
-using Regions = std::vector<RegionHandle>;
+using Edgelets = std::vector<qcEdgelet>;
 
-constexpr std::size_t extraPasses = 2;
-constexpr std::size_t fewestVertices = 3;
-
-/// An outline that crosses itself loses its holes anyway: only those of others are asked for.
-RegionHandle regionOf(const qcRings& part) {
-  const RegionHandle outline = makeRegion(part, false);
-  return outline->isSelfIntersecting() ? outline : makeRegion(part, true);
+Repair failure(const std::string& why, std::optional<double> areaBefore = {}) {
+  return {.result = Repair::Result::eFailed, .areaBefore = areaBefore, .note = why};
 }
 
-qcRegionSet setOf(const Geometry& geometry) {
-  Regions regions;
-  for (const qcRings& part : geometry.parts) regions.push_back(regionOf(part));
-  return {regions, qcContourDefs::eNoIntersectionRepair};
+bool hasEdgelets(const Geometry& geometry) {
+  return std::any_of(geometry.edgelets.begin(), geometry.edgelets.end(),
+                     [](const Edgelets& edgelets) { return !edgelets.empty(); });
 }
 
-qcRegionSet repairedOnce(const qcRegionSet& set, qcContourDefs::IntersectionMode mode) {
-  qcRegionSet result(Regions(), qcContourDefs::eNoIntersectionRepair);
-  if (mode == qcContourDefs::eOuterHull) {
-    set.outerHull(result);
-  } else {
-    set.regularize(result);
-  }
-  return result;
-}
-
-/// Each pass merges outlines in pairs, so more passes than outlines merge nothing more; a few more
-/// help where vertices lie on other edges. A pass that fails leaves what the one before it made.
-qcRegionSet repairedSet(const qcRegionSet& set, qcContourDefs::IntersectionMode mode) {
-  qcRegionSet result = repairedOnce(set, mode);
-  const std::size_t passes = set.regions().size() + extraPasses;
-  try {
-    for (std::size_t k = 1; k < passes && result.isSelfIntersecting(); ++k) {
-      result = repairedOnce(result, mode);
-    }
-  } catch (const qcContourDefs::Errors&) {
+/// Edge elements of the vertices of `ring` in the order of `same`, if that is the same ring begun
+/// elsewhere or turned.
+std::optional<Edgelets> reordered(const Edgelets& edgelets, const Points& ring,
+                                  const Points& same) {
+  const std::size_t n = ring.size();
+  if (same.size() != n) return std::nullopt;
+  const auto begin =
+      static_cast<std::size_t>(std::find(ring.begin(), ring.end(), same.front()) - ring.begin());
+  for (const std::size_t step : {std::size_t{1}, n - 1}) {
+    std::vector<std::size_t> order(n);
+    for (std::size_t k = 0; k < n; ++k) order[k] = (begin + k * step) % n;
+    if (!std::equal(order.begin(), order.end(), same.begin(),
+                    [&](std::size_t k, const qcVector<2>& p) { return ring[k] == p; }))
+      continue;
+    Edgelets result;
+    for (std::size_t k = 0; k < edgelets.size(); ++k) result.push_back(edgelets[order[k]]);
     return result;
   }
+  return std::nullopt;
+}
+
+/// Those of the outlines of `before`, each with the outline of `after` that is the same ring.
+std::vector<Edgelets> reordered(const Geometry& before, const std::vector<qcRings>& after) {
+  std::vector<Edgelets> result;
+  for (const qcRings& part : after) {
+    std::optional<Edgelets> found;
+    for (std::size_t i = 0; i < before.parts.size() && !found; ++i)
+      found = reordered(before.edgelets[i], before.parts[i].outline, part.outline);
+    result.push_back(std::move(found).value_or(Edgelets()));
+  }
   return result;
 }
 
-qcRings partOf(const qcRegion& region) {
-  qcRings part{region.points(), {}};
-  for (const auto& hole : region.holes()) part.holes.push_back(hole->points());
-  return part;
-}
-
-/// Throws FeatureError when nothing is left of an outline.
-Geometry geometryOf(const qcRegionSet& set) {
-  Geometry geometry;
-  for (const RegionHandle& region : set.regions()) {
-    if (region->points().size() < fewestVertices) {
-      throw FeatureError("cannot be repaired: its edges overlap and bound nothing");
-    }
-    geometry.parts.push_back(partOf(*region));
+Repair filled(const Geometry& geometry, qcPolygon::PolyFillMode rule) {
+  qcRepairReport report;
+  Geometry result{.multiple = geometry.multiple,
+                  .parts = qf_MakeValid(geometry.parts, rule, &report)};
+  Repair repair{.areaBefore = report.area, .areaAfter = report.area, .after = extentOf(result)};
+  if (report.snapped) repair.snapped = report.gridSize;
+  if (report.repaired) {
+    repair.result = Repair::Result::eRepaired;
+    result.multiple = result.parts.size() > 1;
+    if (hasEdgelets(geometry)) repair.note = "edge elements left out";
+  } else if (hasEdgelets(geometry)) {
+    result.edgelets = reordered(geometry, result.parts);
   }
-  return geometry;
+  if (report.changed) repair.geometry = std::move(result);
+  return repair;
 }
 
-struct Size {
-  std::size_t parts = 0;
-  std::size_t vertices = 0;
-  std::size_t holes = 0;
-  std::size_t edgelets = 0;
-  double area = 0.0;
-};
+void note(std::string& text, const std::string& what) { text += (text.empty() ? "" : ", ") + what; }
 
-Size sizeOf(const Geometry& geometry) {
-  Size size{geometry.parts.size()};
-  for (const qcRings& part : geometry.parts) {
-    size.vertices += part.outline.size();
-    size.holes += part.holes.size();
-    size.area += qf_Area(part.outline);
+Repair walked(const Geometry& geometry, WalkRepair::Mode mode) {
+  const double areaBefore = qf_FilledMoments(geometry.parts).area();
+  if (!(areaBefore > 0.0)) return failure("the feature has no area", areaBefore);
+  std::optional<WalkRepair> walk;
+  try {
+    walk = walkRepaired(geometry, mode);
+  } catch (const FeatureError& error) {
+    return failure(error.what(), areaBefore);
   }
-  for (const auto& edgelets : geometry.edgelets) size.edgelets += edgelets.size();
-  return size;
-}
-
-std::string change(const char* what, const std::string& before, const std::string& after) {
-  return std::string(what) + " " + before + " -> " + after;
-}
-
-std::string accountOf(const Size& before, const Size& after, bool stillCrosses) {
-  std::string text = "repaired: ";
-  if (before.parts > 1) {
-    text += change("parts", std::to_string(before.parts), std::to_string(after.parts)) + ", ";
-  }
-  text += change("vertices", std::to_string(before.vertices), std::to_string(after.vertices));
-  text += ", " + change("area", shortNumber(before.area, 6), shortNumber(after.area, 6));
-  const std::size_t lost = before.holes - after.holes;
+  if (!walk)
+    return {.areaBefore = areaBefore, .areaAfter = areaBefore, .after = extentOf(geometry)};
+  Repair repair{.result = Repair::Result::eRepaired,
+                .geometry = std::move(walk->geometry),
+                .areaBefore = areaBefore};
+  repair.after = extentOf(*repair.geometry);
+  repair.areaAfter = qf_FilledMoments(repair.geometry->parts).area();
+  const std::size_t lost = extentOf(geometry).holes - repair.after->holes;
   if (lost > 0)
-    text += ", " + std::to_string(lost) + (lost == 1 ? " hole" : " holes") + " left out";
-  if (before.edgelets > 0) text += ", edgelets left out";
-  return text + (stillCrosses ? ", still crosses itself" : "");
+    note(repair.note, std::to_string(lost) + (lost == 1 ? " hole" : " holes") + " left out");
+  if (hasEdgelets(geometry)) note(repair.note, "edge elements left out");
+  if (walk->stillCrosses) note(repair.note, "still crosses itself");
+  return repair;
+}
+
+Repair repairedBy(RepairRule rule, const Geometry& geometry) {
+  switch (rule) {
+    case RepairRule::eEvenOdd:
+      return filled(geometry, qcPolygon::eEvenOdd);
+    case RepairRule::eWalk:
+      return walked(geometry, qcContourDefs::eRegularize);
+    case RepairRule::eOuterHull:
+      return walked(geometry, qcContourDefs::eOuterHull);
+    default:
+      return filled(geometry, qcPolygon::eNonZero);
+  }
 }
 
 }  // namespace
 
-Repair repaired(const Geometry& geometry, qcContourDefs::IntersectionMode mode) {
-  if (!geometry.closed) return {std::nullopt, "unchanged: open"};
-  const qcRegionSet set = setOf(geometry);
-  if (!set.isSelfIntersecting()) return {std::nullopt, "unchanged: does not cross itself"};
+Extent extentOf(const Geometry& geometry) {
+  Extent extent{.parts = geometry.parts.size()};
+  for (const qcRings& part : geometry.parts) {
+    extent.vertices += part.outline.size();
+    extent.holes += part.holes.size();
+    for (const Points& hole : part.holes) extent.vertices += hole.size();
+  }
+  return extent;
+}
+
+Repair repaired(const Geometry& geometry, RepairRule rule, double maxLoss) {
+  if (!geometry.closed) return {.after = extentOf(geometry), .note = "open line"};
   try {
-    const qcRegionSet result = repairedSet(set, mode);
-    const Geometry outlines = geometryOf(result);
-    return {outlines, accountOf(sizeOf(geometry), sizeOf(outlines), result.isSelfIntersecting())};
-  } catch (const qcContourDefs::BadParams&) {
-    throw FeatureError(
-        "cannot be repaired: every edge is crossed, or no walk along them comes back to its start");
+    Repair repair = repairedBy(rule, geometry);
+    if (repair.result != Repair::Result::eRepaired) return repair;
+    const double loss = 1.0 - *repair.areaAfter / *repair.areaBefore;
+    if (loss <= maxLoss) return repair;
+    return failure("would lose " + shortNumber(100.0 * loss, 3) + " % of its area",
+                   repair.areaBefore);
+  } catch (const qcContourDefs::Errors& error) {
+    return failure(messageOf(error));
   }
 }
 

@@ -1,29 +1,67 @@
 // SPDX-License-Identifier: MIT
 //
-// Repair of a feature whose outlines cross themselves or each other.
+// Repair of a feature whose outlines cross themselves or each other, overlap or touch. The rules
+// that follow outlines are in walk.h.
 
 #pragma once
 
+#include <cstddef>
 #include <optional>
 #include <string>
 
-#include <cntr/contourdefs.h>
 #include <cntrformats/feature.h>
 
 namespace tool {
 
-struct Repair {
-  /// The new outlines; none when nothing had to change.
-  std::optional<formats::Geometry> geometry;
-  /// One line for the user: what was done, or why nothing.
-  std::string account;
+enum class RepairRule {
+  /// What some part's outline winds around and none of its holes does.
+  eNonZero,
+  /// What the rings wind around an odd number of times.
+  eEvenOdd,
+  /// The library's regularize().
+  eWalk,
+  /// The library's outerHull().
+  eOuterHull
 };
 
-/// Repairs a feature of one outline as a region, one of several as a region set. Sets are repaired
-/// again until their outlines no longer cross, as far as that helps. Holes of outlines that change
-/// are left out.
-///
-/// Throws FeatureError when an outline cannot be repaired.
-Repair repaired(const formats::Geometry& geometry, qcContourDefs::IntersectionMode mode);
+/// The vertices, parts and holes of a geometry.
+struct Extent {
+  std::size_t vertices = 0;
+  std::size_t parts = 0;
+  std::size_t holes = 0;
+};
+
+Extent extentOf(const formats::Geometry& geometry);
+
+struct Repair {
+  enum class Result {
+    /// The rings bound what the rule fills; they start elsewhere, run the other way or are in
+    /// another order at most.
+    eUnchanged,
+    eRepaired,
+    /// The outlines stay as they are.
+    eFailed
+  };
+
+  Result result = Result::eUnchanged;
+  /// What takes the place of the feature's outlines; none when they stay as they are.
+  std::optional<formats::Geometry> geometry = {};
+  /// What the rule fills; walk and outer-hull are compared with nonzero. None for open lines and
+  /// where it could not be told.
+  std::optional<double> areaBefore = {};
+  /// None for open lines and failures, and so are the numbers below.
+  std::optional<double> areaAfter = {};
+  std::optional<Extent> after = {};
+  /// The spacing of the grid that vertices had to be moved to; none mostly.
+  std::optional<double> snapped = {};
+  /// What else is to be known: why it failed, what is left out.
+  std::string note = {};
+};
+
+/// Repairs all parts together. The results of nonzero and evenodd have the normal form of
+/// cntrsets/sets.h; edge elements stay with their vertices where the rings are the same, and are
+/// left out otherwise. A repair that loses more than the share `maxLoss` of the area fails, so does
+/// that of a feature without area. Open lines are unchanged.
+Repair repaired(const formats::Geometry& geometry, RepairRule rule, double maxLoss);
 
 }  // namespace tool

@@ -2,6 +2,7 @@
 
 #include <tools/commands/featurefile.h>
 
+#include <cntrformats/errors.h>
 #include <tools/commands/options.h>
 
 namespace tool {
@@ -18,6 +19,16 @@ void addOutput(CLI::App& command, OutputOptions& options) {
 
 const Format* namedFormat(const OutputOptions& options) {
   return options.to.empty() ? formatByEnding(options.file) : formatNamed(options.to);
+}
+
+const Format& outputFormat(const OutputOptions& options, Inputs& inputs) {
+  if (const Format* const named = namedFormat(options)) return *named;
+  try {
+    inputs.first = openInput(inputs.files.front(), inputs.from);
+    return *inputs.first->format;
+  } catch (const FileError&) {
+    return allFormats().front();  // It will be opened again, and reported.
+  }
 }
 
 FeatureFile::FeatureFile(Session& session, const std::string& file, const Format& format,

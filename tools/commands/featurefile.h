@@ -25,12 +25,18 @@ void addOutput(CLI::App& command, OutputOptions& options);
 /// The format that --to, or else the ending of the file, names; null when neither does.
 const formats::Format* namedFormat(const OutputOptions& options);
 
+/// The same, or else the format of the first input, which is opened for that.
+const formats::Format& outputFormat(const OutputOptions& options, Inputs& inputs);
+
 /// A file that is being written from one or several others.
 class FeatureFile {
  public:
   /// Throws FileError, as write() and complete() do.
   FeatureFile(Session& session, const std::string& file, const formats::Format& format,
               formats::Rings rings, std::size_t inputs);
+
+  /// As messages show it.
+  const std::string& name() const noexcept { return name_; }
 
   /// Makes a feature ready on any thread. Throws FeatureError.
   Answer prepare(const Origin& origin, formats::Feature feature) const;

@@ -48,6 +48,13 @@ void addHoles(CLI::App& command, bool& withHoles) {
                    "Take holes into account (the default), or look at outlines alone");
 }
 
+void addJobs(CLI::App& command, unsigned& jobs) {
+  jobs = std::clamp(std::thread::hardware_concurrency(), 1U, mostJobs);
+  command.add_option("--jobs", jobs, "Threads that work; as many as processors by default")
+      ->check(CLI::Range(1U, mostJobs))
+      ->type_name("N");
+}
+
 Inputs InputOptions::inputs() const {
   Inputs inputs;
   inputs.files = files;
@@ -59,10 +66,7 @@ Inputs InputOptions::inputs() const {
 void addInputs(CLI::App& command, InputOptions& options) {
   addFiles(command, options.files);
   addFrom(command, options.from);
-  options.jobs = std::clamp(std::thread::hardware_concurrency(), 1U, mostJobs);
-  command.add_option("--jobs", options.jobs, "Threads that work; as many as processors by default")
-      ->check(CLI::Range(1U, mostJobs))
-      ->type_name("N");
+  addJobs(command, options.jobs);
 }
 
 void addRowFormats(CLI::App& command, RowOptions& options) {

@@ -31,6 +31,9 @@ void addFrom(CLI::App& command, std::string& format);
 /// --holes and --no-holes.
 void addHoles(CLI::App& command, bool& withHoles);
 
+/// --jobs.
+void addJobs(CLI::App& command, unsigned& jobs);
+
 /// FILE..., --from and --jobs.
 struct InputOptions {
   std::vector<std::string> files;

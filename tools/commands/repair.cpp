@@ -2,6 +2,7 @@
 //
 // cntr repair: a copy of files in which outlines no longer cross themselves or each other.
 
+#include <map>
 #include <memory>
 
 #include <cntrformats/errors.h>
@@ -18,55 +19,77 @@ using namespace formats;
 
 namespace {
 
+const std::map<std::string, RepairRule> rules{{"nonzero", RepairRule::eNonZero},
+                                              {"evenodd", RepairRule::eEvenOdd},
+                                              {"walk", RepairRule::eWalk},
+                                              {"outer-hull", RepairRule::eOuterHull}};
+
 struct Options {
   InputOptions input;
   OutputOptions output;
   RowOptions report;
-  std::string mode = "regularize";
+  std::string rule = "nonzero";
+  std::string mode;
+  double maxLoss = 0.1;
   bool isQuiet = false;
 };
 
-qcContourDefs::IntersectionMode modeOf(const Options& options) {
-  return options.mode == "outer-hull" ? qcContourDefs::eOuterHull : qcContourDefs::eRegularize;
+RepairRule ruleOf(const Options& options) {
+  if (options.mode.empty()) return rules.at(options.rule);
+  return options.mode == "regularize" ? RepairRule::eWalk : RepairRule::eOuterHull;
 }
 
 /// The report makes room on standard output when the outlines go there.
 std::unique_ptr<RowWriter> makeReport(const Options& options, Session& session) {
   const bool isBeside = options.output.file == "-";
-  std::vector<std::string> columns{"feature", "label", "result"};
+  std::vector<std::string> columns{
+      "feature",        "label", "result", "area_before", "area_after", "vertices_before",
+      "vertices_after", "parts", "holes",  "snapped",     "note"};
   if (options.input.files.size() > 1) columns.insert(columns.begin(), "file");
   return makeRows(options.report, isBeside ? session.messages : session.out, {columns, columns},
                   EmptyColumns::eLeftOut,
                   isBeside ? session.console.messageStyle : session.console.outStyle);
 }
 
+const char* nameOf(Repair::Result result) {
+  switch (result) {
+    case Repair::Result::eUnchanged:
+      return "unchanged";
+    case Repair::Result::eRepaired:
+      return "repaired";
+    default:
+      return "failed";
+  }
+}
+
+Cell cellOf(const std::optional<double>& value) { return value ? numberCell(*value) : Cell(); }
+
 /// Writes features as they are or repaired, and a line about each.
 class Repairing : public Answerer {
  public:
   Repairing(const Options& options, FeatureFile& file, Session& session)
-      : mode_(modeOf(options)),
+      : rule_(ruleOf(options)),
+        maxLoss_(options.maxLoss),
         showsFile_(options.input.files.size() > 1),
         isQuiet_(options.isQuiet),
         file_(file),
         report_(makeReport(options, session)) {}
 
   Answer answer(const Origin& origin, Feature feature) const override {
-    try {
-      const Repair repair = repaired(feature.geometry, mode_);
-      PreparedRows row = report_->prepare({rowOf(origin, feature, repair.account)});
-      if (repair.geometry) replaceGeometry(feature, *repair.geometry);
-      Answer answer = file_.prepare(origin, std::move(feature));
-      answer.rows = std::move(row);
-      return answer;
-    } catch (const FeatureError& error) {
-      return unchanged(origin, std::move(feature), error.what());
-    } catch (const qcException& error) {
-      return unchanged(origin, std::move(feature), error.what());
-    }
+    Repair repair = repaired(feature.geometry, rule_, maxLoss_);
+    PreparedRows row = report_->prepare({rowOf(origin, feature, repair)});
+    if (repair.geometry) replaceGeometry(feature, std::move(*repair.geometry));
+    Answer answer = file_.prepare(origin, std::move(feature));
+    answer.rows = std::move(row);
+    if (repair.result == Repair::Result::eFailed) answer.complaint = repair.note;
+    return answer;
   }
 
   Answer answerUnreadable(const Origin& origin, const Feature& feature) const override {
-    return file_.prepareUnreadable(origin, feature);
+    const Repair repair{.result = Repair::Result::eFailed, .note = feature.problem};
+    Answer answer = file_.prepareUnreadable(origin, feature);
+    answer.rows = report_->prepare({rowOf(origin, feature, repair)});
+    return answer;
   }
 
   void write(Answer answer) override {
@@ -86,43 +109,36 @@ class Repairing : public Answerer {
   }
 
  private:
-  Answer unchanged(const Origin& origin, Feature feature, const std::string& why) const {
-    Answer answer = file_.prepare(origin, std::move(feature));
-    answer.complaint = why;
-    return answer;
-  }
-
-  Row rowOf(const Origin& origin, const Feature& feature, const std::string& account) const {
+  Row rowOf(const Origin& origin, const Feature& feature, const Repair& repair) const {
     Row row;
     if (showsFile_) row.emplace_back(origin.file);
     row.emplace_back(feature.number);
     row.push_back(labelCell(feature.label));
-    row.emplace_back(account);
+    row.emplace_back(nameOf(repair.result));
+    row.push_back(cellOf(repair.areaBefore));
+    row.push_back(cellOf(repair.areaAfter));
+    const Extent before = extentOf(feature.geometry);
+    row.push_back(before.parts > 0 ? Cell(before.vertices) : Cell());
+    row.push_back(repair.after ? Cell(repair.after->vertices) : Cell());
+    row.push_back(repair.after ? Cell(repair.after->parts) : Cell());
+    row.push_back(repair.after ? Cell(repair.after->holes) : Cell());
+    row.push_back(cellOf(repair.snapped));
+    row.push_back(repair.note.empty() ? Cell() : Cell(repair.note));
     return row;
   }
 
-  qcContourDefs::IntersectionMode mode_;
+  RepairRule rule_;
+  double maxLoss_;
   bool showsFile_;
   bool isQuiet_;
   FeatureFile& file_;
   std::unique_ptr<RowWriter> report_;
 };
 
-/// The format of the first file, which is opened for that.
-const Format& formatOfFirst(Inputs& inputs) {
-  try {
-    inputs.first = openInput(inputs.files.front(), inputs.from);
-    return *inputs.first->format;
-  } catch (const FileError&) {
-    return allFormats().front();  // It will be opened again, and reported.
-  }
-}
-
 void repair(const Options& options, Session& session) {
   Inputs inputs = options.input.inputs();
   inputs.keep = Keep::eSourceToo;
-  const Format* const named = namedFormat(options.output);
-  const Format& format = named != nullptr ? *named : formatOfFirst(inputs);
+  const Format& format = outputFormat(options.output, inputs);
   inputs.showProgress = !session.console.outIsTerminal;
   try {
     FeatureFile file(session, options.output.file, format, Rings::eAsTheyWere, inputs.files.size());
@@ -135,19 +151,29 @@ void repair(const Options& options, Session& session) {
 }
 
 constexpr const char* help =
-    "Both ways follow the outline and turn at every crossing: where two lobes overlap, the "
-    "overlap\n"
-    "is left out. outer-hull then drops loops that lie inside others. Features of several "
-    "polygons\n"
-    "are repaired as a whole, those that cross being merged. A repaired outline has no holes.\n\n"
-    "The report names each feature with what was done. Features that need no repair are written "
-    "as\n"
-    "they were, and so are those that cannot be repaired, and from GeoJSON to GeoJSON those that\n"
-    "cannot be read; these are named on standard error. The report goes to standard error, too,\n"
-    "when the outlines go to standard output.\n\n"
+    "Rules, which say what the outlines of a feature fill:\n"
+    "  nonzero     what an outline runs around, less its holes, all parts together; the default\n"
+    "  evenodd     what the rings run around an odd number of times: overlaps are left out\n"
+    "  walk        no rule: the outline is followed and turns at every crossing (regularize())\n"
+    "  outer-hull  the same, then loops inside others are dropped (outerHull())\n\n"
+    "nonzero and evenodd keep the area. Their outlines are valid for other programs (simple\n"
+    "features): none crosses itself or another, holes lie within, outlines run\n"
+    "counter-clockwise and holes clockwise, in a plane with y up; rings begin at the leftmost of\n"
+    "their vertices (of several the lowest), and parts are sorted by these. Vertices stay where\n"
+    "they are. walk and outer-hull lose holes, and sometimes most of the area.\n\n"
+    "The report has a line for each feature, with the area that the rule fills (for walk and\n"
+    "outer-hull: that nonzero does) and the area of what was written:\n"
+    "  unchanged  it was valid; its rings were turned, begun elsewhere or sorted at most\n"
+    "  repaired   it has new outlines\n"
+    "  failed     it has no area, or would lose more of it than --max-loss; it is written as it\n"
+    "             was, and named on standard error; the exit status is 1\n"
+    "'snapped' is the spacing of a grid that vertices had to be moved to, where crossings were\n"
+    "closer than numbers can tell. Features that cannot be read have failed, too; from GeoJSON to\n"
+    "GeoJSON they are written as they were. Open lines are unchanged. The report goes to standard\n"
+    "error when the outlines go to standard output.\n\n"
     "Examples:\n"
     "  cntr repair samples/coins.geojson -o repaired.geojson\n"
-    "  cntr repair --mode outer-hull samples/coins.geojson -o repaired.geojson\n"
+    "  cntr repair --rule evenodd samples/coins.geojson -o repaired.geojson\n"
     "  cat samples/coins.geojson | cntr repair --quiet -o - --to geojsonl";
 
 }  // namespace
@@ -155,12 +181,21 @@ constexpr const char* help =
 void addRepair(CLI::App& app, Session& session) {
   const auto options = std::make_shared<Options>();
   CLI::App& command =
-      *app.add_subcommand("repair", "Repair outlines that cross themselves or each other");
+      *app.add_subcommand("repair", "Repair outlines that cross or touch themselves or each other");
   addInputs(command, options->input);
   addOutput(command, options->output);
-  command.add_option("--mode", options->mode, "How; regularize is the default")
-      ->check(CLI::IsMember({"regularize", "outer-hull"}));
-  command.add_flag("--quiet", options->isQuiet, "Report nothing but what could not be repaired");
+  CLI::Option* const rule =
+      command.add_option("--rule", options->rule, "What outlines fill, see below")
+          ->check(CLI::IsMember({"nonzero", "evenodd", "walk", "outer-hull"}));
+  command.add_option("--mode", options->mode, "The same as --rule; regularize is walk")
+      ->check(CLI::IsMember({"regularize", "outer-hull"}))
+      ->excludes(rule);
+  command
+      .add_option("--max-loss", options->maxLoss,
+                  "The share of its area that a feature may lose; 0.1 by default")
+      ->check(CLI::Range(0.0, 1.0))
+      ->type_name("SHARE");
+  command.add_flag("--quiet", options->isQuiet, "Report nothing but what failed");
   addRowFormats(command, options->report);
   command.footer(help);
   command.callback([options, &session] { repair(*options, session); });

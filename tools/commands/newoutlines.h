@@ -1,0 +1,40 @@
+// SPDX-License-Identifier: MIT
+//
+// What offset and combine have in common: features that get new outlines and keep all else.
+
+#pragma once
+
+#include <cstddef>
+#include <vector>
+
+#include <cntrsets/rings.h>
+#include <tools/commands/featurefile.h>
+#include <tools/run/features.h>
+
+namespace tool {
+
+/// What is wrong with an open line where outlines are asked for.
+inline constexpr const char* openLine = "is an open line, which has no area";
+
+/// Writes features with new outlines. Those of which nothing is left are counted and not written;
+/// neither are open lines, those that cannot be read and those without an answer.
+class NewOutlines : public Answerer {
+ public:
+  explicit NewOutlines(FeatureFile& file) : file_(file) {}
+
+  Answer answer(const Origin& origin, formats::Feature feature) const override;
+  void write(Answer answer) override;
+  void takeMembers(formats::Members&& members) override;
+  /// To be called once, after the last feature. Throws FileError.
+  void finish(Session& session);
+
+ protected:
+  /// In any thread. Throws exceptions of the library where there is no answer.
+  virtual std::vector<qcRings> outlinesOf(const std::vector<qcRings>& parts) const = 0;
+
+ private:
+  FeatureFile& file_;
+  std::size_t empty_ = 0;
+};
+
+}  // namespace tool

@@ -1,0 +1,110 @@
+// SPDX-License-Identifier: MIT
+//
+// cntr offset: outlines grown or shrunk by a distance.
+
+#include <cmath>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include <cntrformats/errors.h>
+#include <cntrsets/sets.h>
+#include <tools/commands/commands.h>
+#include <tools/commands/featurefile.h>
+#include <tools/commands/newoutlines.h>
+#include <tools/commands/numberlist.h>
+#include <tools/commands/options.h>
+
+namespace tool {
+
+using namespace formats;
+
+namespace {
+
+constexpr double usualTolerance = 1e-3;
+
+struct Options {
+  InputOptions input;
+  OutputOptions output;
+  double distance = 0.0;
+  std::optional<double> arcTolerance;
+};
+
+const CLI::Validator finite(
+    [](const std::string& text) {
+      return parseNumbers(text, 1) ? std::string() : "'" + text + "' is not a finite number";
+    },
+    "");
+
+class Offsetting : public NewOutlines {
+ public:
+  Offsetting(const Options& options, FeatureFile& file)
+      : NewOutlines(file),
+        distance_(options.distance),
+        // At a distance of 0 there are no arcs.
+        arcTolerance_(options.arcTolerance.value_or(
+            distance_ == 0.0 ? 1.0 : usualTolerance * std::abs(distance_))) {}
+
+ protected:
+  std::vector<qcRings> outlinesOf(const std::vector<qcRings>& parts) const override {
+    return qf_Offset(parts, distance_, arcTolerance_);
+  }
+
+ private:
+  double distance_;
+  double arcTolerance_;
+};
+
+void offset(const Options& options, Session& session) {
+  Inputs inputs = options.input.inputs();
+  inputs.keep = Keep::eSourceToo;
+  const Format& format = outputFormat(options.output, inputs);
+  inputs.showProgress = !(session.console.outIsTerminal && options.output.file == "-");
+  try {
+    FeatureFile file(session, options.output.file, format, Rings::eAsTheyWere, inputs.files.size());
+    Offsetting offsetting(options, file);
+    answerAll(inputs, session, offsetting);
+    if (session.diagnostics.status() < eUnusable) offsetting.finish(session);
+  } catch (const FileError& error) {
+    session.diagnostics.badFile(options.output.file, error.what());
+  }
+}
+
+constexpr const char* help =
+    "Each feature becomes all points within the distance of what its outlines fill; with a\n"
+    "negative distance, the points of it that are at least so far from everything outside. Holes\n"
+    "shrink when the outline grows. Corners are rounded: arcs are drawn as chords that leave them\n"
+    "by at most the arc tolerance. Outlines that cross are taken by the rule nonzero, see\n"
+    "'cntr repair --help'; results have its form. Ids, labels and properties are kept, edge\n"
+    "elements are not.\n\n"
+    "Features of which nothing is left are not written, and counted on standard error. Open lines\n"
+    "and what cannot be read are named there, not written either, and the exit status is 1.\n\n"
+    "Examples:\n"
+    "  cntr offset samples/coins.geojson --distance 2.5 -o grown.geojson\n"
+    "  cntr offset samples/coins.geojson --distance=-10 -o shrunk.geojson\n"
+    "  cntr offset samples/coins.geojson --distance 5 --arc-tolerance 0.1 -o - --to wkt";
+
+}  // namespace
+
+void addOffset(CLI::App& app, Session& session) {
+  const auto options = std::make_shared<Options>();
+  CLI::App& command = *app.add_subcommand("offset", "Grow or shrink outlines by a distance");
+  addInputs(command, options->input);
+  addOutput(command, options->output);
+  command
+      .add_option("--distance", options->distance,
+                  "How far, in the unit of the coordinates; inwards when negative")
+      ->required()
+      ->check(finite)
+      ->type_name("D");
+  command
+      .add_option("--arc-tolerance", options->arcTolerance,
+                  "How far chords may leave their arc; a thousandth of the distance by default")
+      ->check(CLI::PositiveNumber & finite)
+      ->type_name("E");
+  command.footer(help);
+  command.callback([options, &session] { offset(*options, session); });
+}
+
+}  // namespace tool
