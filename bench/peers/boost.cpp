@@ -119,6 +119,11 @@ void measure() {
     bg::convex_hull(p, hull);
     return hull.outer().size();
   });
+  once("simplify", smoothStars, [](const Polygon& p) {
+    Polygon simplified;
+    bg::simplify(p, simplified, 2.0);
+    return simplified.outer().size();
+  });
   once("length", smoothStars, [](const Polygon& p) { return bg::perimeter(p); });
   once("area", smoothStars, [](const Polygon& p) { return bg::area(p); });
   once("encloseRect", smoothStars, [](const Polygon& p) {

@@ -19,6 +19,7 @@
 #include <geos/geom/prep/PreparedGeometryFactory.h>
 #include <geos/io/WKBReader.h>
 #include <geos/io/WKBWriter.h>
+#include <geos/simplify/TopologyPreservingSimplifier.h>
 
 namespace peers {
 
@@ -129,6 +130,9 @@ void measure() {
   once("isSelfIntersecting", largerShapes, &ring, [](const Geometry& g) { return g.isSimple(); });
   once("convexHull", largerShapes, &ring,
        [](const Geometry& g) { return g.convexHull()->getNumPoints(); });
+  once("simplify", smoothStars, &polygon, [](const Geometry& g) {
+    return geos::simplify::TopologyPreservingSimplifier::simplify(&g, 2.0)->getNumPoints();
+  });
   once("length", smoothStars, &ring, [](const Geometry& g) { return g.getLength(); });
   once("area", smoothStars, &polygon, [](const Geometry& g) { return g.getArea(); });
   once("centerOfMass", smoothStars, &polygon, [](const Geometry& g) {

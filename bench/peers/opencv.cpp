@@ -58,6 +58,11 @@ const bool isRegistered = [] {
     cv::minEnclosingCircle(contour, center, radius);
     return radius;
   });
+  once("simplify", smoothStars, [](const Contour& contour) {
+    Contour simplified;
+    cv::approxPolyDP(contour, simplified, 2.0, true);
+    return simplified.size();
+  });
   once("huMoments", smoothStars, [](const Contour& contour) {
     double invariants[7];
     cv::HuMoments(cv::moments(contour), invariants);

@@ -11,6 +11,7 @@
 #include <cntr/descriptors.h>
 #include <cntr/region.h>
 #include <cntr/regionst.h>
+#include <cntr/simplify.h>
 #include <platform/core/archive.h>
 
 namespace peers {
@@ -137,6 +138,8 @@ void describe() {
            [](const Points& points) { return qf_MinimumWidth(points).width; });
   onPoints("minimumCircle", largerShapes,
            [](const Points& points) { return qf_MinimumCircle(points).radius(); });
+  once("simplify", smoothStars,
+       [](const OpenRegion& region) { return qf_Simplify(region, 2.0).points().size(); });
   onPoints("huMoments", smoothStars, [](const Points& points) { return qf_HuMoments(points)[0]; });
 }
 

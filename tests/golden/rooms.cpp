@@ -31,6 +31,7 @@ std::span<const Room> rooms() {
       {"archive", askArchive},
       {"descriptors", askDescriptors},
       {"descriptor_angles", askDescriptorAngles, true},
+      {"simplified", askSimplified},
   };
   return all;
 }

@@ -50,6 +50,7 @@ void askSetRepair(Answers& answers);
 // descriptor_rooms.cpp
 void askDescriptors(Answers& answers);
 void askDescriptorAngles(Answers& answers);
+void askSimplified(Answers& answers);
 
 // data_rooms.cpp
 void askData(Answers& answers);

@@ -11,6 +11,7 @@
 #include <cntr/ellipse.h>
 #include <cntr/inertia.h>
 #include <cntr/region.h>
+#include <cntr/simplify.h>
 
 #include "signature.h"
 
@@ -131,6 +132,11 @@ static_assert(isDeclaredAs<qcWidth (*)(View)>(&qf_MinimumWidth));
 static_assert(isDeclaredAs<qcCircle (*)(View)>(&qf_MinimumCircle));
 static_assert(hasSignature<std::array<double, 7> (*)(View)>(&qf_HuMoments));
 static_assert(hasSignature<std::array<double, 7> (*)(std::span<const Points>)>(&qf_HuMoments));
+
+using Rings = std::vector<Points>;
+static_assert(hasSignature<Contour (*)(const Contour&, double)>(&qf_Simplify));
+static_assert(hasSignature<Rings (*)(const Rings&, double)>(&qf_Simplify));
+static_assert(isDeclaredAs<Contour (*)(const Contour&, double)>(&qf_Resample));
 
 static_assert(hasSignature<void (*)(const Points&, qcEllipse&, double&)>(&qf_FitEllipse));
 static_assert(hasSignature<void (*)(const Edgelets&, qcEllipse&, double&)>(&qf_FitEllipse));
