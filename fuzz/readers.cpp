@@ -13,7 +13,7 @@
 #include <string>
 
 #include <cntrformats/input.h>
-#include <tools/answers/subject.h>
+#include <cntrtable/measures.h>
 
 #include "check.h"
 #include "input.h"
@@ -57,13 +57,10 @@ void check(const Feature& feature) {
 }
 
 void measure(const Feature& feature) {
-  try {
-    const tool::Subject subject(feature.geometry, true);
-    static_cast<void>(subject.length());
-    static_cast<void>(subject.area());
-    static_cast<void>(subject.body());
-  } catch (const FeatureError&) {
-  }
+  const table::Facts facts = table::factsOf({feature.geometry.parts, feature.geometry.closed},
+                                            ~table::Needs{}, table::Filling::eMeasured);
+  for (const table::Measure& measure : table::allMeasures())
+    static_cast<void>(measure.answer(facts));
 }
 
 /// Looks at each feature, and writes it when there is a writer.

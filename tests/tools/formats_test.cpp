@@ -21,9 +21,9 @@ using testing::StartsWith;
 
 namespace {
 
-/// The rows of all measures of a text in that format.
+/// The rows of all measures of a text in that format, those of parts too.
 Json measuredAs(const std::string& format, const std::string& text, int status = 0) {
-  return runJson({"measure", "--from", format}, text, status);
+  return runJson({"measure", "--parts", "--from", format}, text, status);
 }
 
 /// What is said about a text of which not all can be read.
@@ -93,7 +93,10 @@ TEST_P(BadWkt, IsNamedAndTheOthersAreAnswered) {
   const std::string text = good + "\n" + GetParam().text + "\n" + good;
   EXPECT_EQ(complaint("wkt", text),
             std::string("cntr: standard input: line 3, feature 2: ") + GetParam().message + "\n");
-  EXPECT_EQ(measuredAs("wkt", text, 1).size(), 2);
+  const Json rows = measuredAs("wkt", text, 1);
+  ASSERT_EQ(rows.size(), 3);
+  EXPECT_EQ(rows[1]["note"], GetParam().message);
+  EXPECT_EQ(rows[2]["area"], 8.0);
 }
 
 INSTANTIATE_TEST_SUITE_P(
@@ -184,7 +187,10 @@ TEST_P(BadCsv, IsNamedAndTheOthersAreAnswered) {
   const std::string text = good + "\n" + GetParam().text + "\n\n" + good;
   EXPECT_EQ(complaint("csv", text),
             std::string("cntr: standard input: line 5, feature 2: ") + GetParam().message + "\n");
-  EXPECT_EQ(measuredAs("csv", text, 1).size(), 2);
+  const Json rows = measuredAs("csv", text, 1);
+  ASSERT_EQ(rows.size(), 3);
+  EXPECT_EQ(rows[1]["note"], GetParam().message);
+  EXPECT_EQ(rows[2]["area"], 8.0);
 }
 
 INSTANTIATE_TEST_SUITE_P(
@@ -225,9 +231,10 @@ TEST(GeoJsonLines, MayBeRecordsThatBeginWithASeparator) {
   EXPECT_THAT(result.messages, StartsWith("cntr: standard input: line "));
   EXPECT_THAT(result.messages, HasSubstr(", feature 2: not JSON: parse error"));
   const Json rows = Json::parse(result.out);
-  ASSERT_EQ(rows.size(), 2);
-  EXPECT_EQ(rows[1]["area"], 9.0);
-  EXPECT_EQ(rows[1]["feature"], 3);
+  ASSERT_EQ(rows.size(), 3);
+  EXPECT_THAT(rows[1]["note"].get<std::string>(), StartsWith("not JSON: parse error"));
+  EXPECT_EQ(rows[2]["area"], 9.0);
+  EXPECT_EQ(rows[2]["feature"], 3);
 }
 
 TEST(GeoJsonLines, ABadLineIsNamedAndTheOthersAreAnswered) {

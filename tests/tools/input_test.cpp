@@ -40,10 +40,13 @@ TEST_P(ABadFeature, IsNamedOnStandardErrorAndTheOthersAreAnswered) {
   EXPECT_EQ(result.messages,
             std::string("cntr: standard input: feature 2: ") + GetParam().message + "\n");
   const Json rows = Json::parse(result.out);
-  ASSERT_EQ(rows.size(), 2);
+  ASSERT_EQ(rows.size(), 3);
   EXPECT_EQ(rows[0]["feature"], 1);
-  EXPECT_EQ(rows[1]["feature"], 3);
-  EXPECT_EQ(rows[1]["area"], 4.0);
+  EXPECT_EQ(rows[1]["feature"], 2);
+  EXPECT_EQ(rows[1]["note"], GetParam().message);
+  EXPECT_EQ(rows[1]["area"], nullptr);
+  EXPECT_EQ(rows[2]["feature"], 3);
+  EXPECT_EQ(rows[2]["area"], 4.0);
 }
 
 INSTANTIATE_TEST_SUITE_P(

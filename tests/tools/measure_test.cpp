@@ -11,6 +11,7 @@
 #include <sstream>
 
 #include <cntr/region.h>
+#include <cntrtable/measures.h>
 
 #include <testing/repository/repository.h>
 
@@ -169,22 +170,56 @@ TEST(Measure, AHoleMayRunEitherWay) {
   }
 }
 
-TEST(Measure, AHoleThatTouchesItsOutlineIsNamed) {
-  const Rings rings{square(0, 0, 10), square(1, 1, 2), square(8, 8, 4)};
-  const auto result = run({"measure"}, polygon(rings));
-  EXPECT_EQ(result.status, 1);
-  EXPECT_EQ(result.messages,
-            "cntr: standard input: feature 1: hole 2 crosses or touches its outline\n");
-  EXPECT_EQ(measured(rings, {"--no-holes"})["area"], 100.0);
+TEST(Measure, HolesMayTouchOrCrossTheirOutline) {
+  const Json touching = measured({square(0, 0, 10), square(0, 1, 2), square(2, 3, 4)});
+  EXPECT_EQ(touching["area"], 80.0);
+  EXPECT_EQ(touching["holes"], 2);
+  EXPECT_EQ(touching["note"], nullptr);
+  const Rings crossing{square(0, 0, 10), square(1, 1, 2), square(8, 8, 4)};
+  EXPECT_EQ(measured(crossing)["area"], 92.0);
+  EXPECT_EQ(measured(crossing)["note"], "crosses: measured as filled");
+  EXPECT_EQ(measured(crossing, {"--no-holes"})["area"], 100.0);
+}
+
+TEST(Measure, AFeatureThatCannotBeMeasuredIsARowWithANote) {
+  const std::string two = collection({R"({"type":"Feature","id":"empty","properties":{"label":4},)"
+                                      R"("geometry":null})",
+                                      polygon({square(0, 0, 2)})});
+  const auto json = run({"measure", "--json"}, two);
+  EXPECT_EQ(json.status, 1);
+  EXPECT_THAT(json.messages, HasSubstr("feature 1: "));
+  const Json rows = Json::parse(json.out);
+  ASSERT_EQ(rows.size(), 2);
+  EXPECT_EQ(rows[0]["feature"], 1);
+  EXPECT_EQ(rows[0]["label"], 4);
+  EXPECT_EQ(rows[0]["id"], "empty");
+  EXPECT_EQ(rows[0]["area"], nullptr);
+  EXPECT_EQ(rows[0]["vertices"], nullptr);
+  const std::string note = rows[0]["note"];
+  EXPECT_EQ(json.messages, "cntr: standard input: feature 1: " + note + "\n");
+  EXPECT_EQ(rows[1]["area"], 4.0);
+
+  const auto lines = run({"measure", "--jsonl", "--columns", "feature,note"}, two);
+  EXPECT_EQ(lines.out,
+            R"({"feature":1,"note":")" + note + "\"}\n" + R"({"feature":2,"note":null})" + "\n");
+  const auto csv = run({"measure", "--csv", "--columns", "feature,area,note"}, two);
+  EXPECT_EQ(csv.out, "feature,area,note\n1,," + note + "\n2,4,\n");
+  const auto table = run({"measure", "--columns", "feature,area,note"}, two);
+  EXPECT_THAT(table.out, HasSubstr(note));
+  const auto sorted = run({"measure", "--csv", "--columns", "feature", "--sort", "area"}, two);
+  EXPECT_EQ(sorted.out, "feature\n2\n1\n");
 }
 
 TEST(Measure, AMultiPolygonIsMeasuredAsAWholeAndByItsParts) {
   const std::string parts =
       "[[" + square(0, 0, 2) + "],[" + clockwiseSquare(10, 0, 4) + "," + square(11, 1, 1) + "]]";
-  const Json rows = runJson(
-      {"measure"}, multiPolygon({{square(0, 0, 2)}, {clockwiseSquare(10, 0, 4), square(11, 1, 1)}},
-                                R"("label":3)"));
+  const std::string file = multiPolygon(
+      {{square(0, 0, 2)}, {clockwiseSquare(10, 0, 4), square(11, 1, 1)}}, R"("label":3)");
+  const Json rows = runJson({"measure", "--parts"}, file);
   ASSERT_EQ(rows.size(), 3);
+  const Json whole = runJson({"measure"}, file);
+  ASSERT_EQ(whole.size(), 1) << "parts have rows where they are asked for";
+  EXPECT_EQ(whole[0], rows[0]);
   EXPECT_EQ(rows[0]["part"], nullptr);
   EXPECT_EQ(rows[1]["part"], 1);
   EXPECT_EQ(rows[2]["part"], 2);
@@ -213,9 +248,12 @@ TEST(Measure, AMultiPolygonOfOnePartIsOneRow) {
 }
 
 TEST(Measure, OverlappingPartsCrossEachOther) {
-  const Json rows = runJson({"measure"}, multiPolygon({{square(0, 0, 4)}, {square(2, 2, 4)}}));
+  const Json rows =
+      runJson({"measure", "--parts"}, multiPolygon({{square(0, 0, 4)}, {square(2, 2, 4)}}));
+  ASSERT_EQ(rows.size(), 3);
   EXPECT_EQ(rows[0]["crosses_itself"], true);
-  EXPECT_EQ(rows[0]["note"], "crosses itself");
+  EXPECT_EQ(rows[0]["area"], 28.0);
+  EXPECT_EQ(rows[0]["note"], "crosses: measured as filled");
   EXPECT_EQ(rows[1]["crosses_itself"], false);
 }
 
@@ -233,8 +271,8 @@ TEST(Measure, AnOpenLineHasALengthButNoArea) {
 }
 
 TEST(Measure, LinesTogetherHaveALengthAndABox) {
-  const Json rows =
-      runJson({"measure"}, feature("MultiLineString", "[[[0,0],[3,0]],[[1,1],[1,5],[2,5]]]"));
+  const Json rows = runJson({"measure", "--parts"},
+                            feature("MultiLineString", "[[[0,0],[3,0]],[[1,1],[1,5],[2,5]]]"));
   ASSERT_EQ(rows.size(), 3);
   EXPECT_EQ(rows[0]["length"], 8.0);
   EXPECT_EQ(rows[0]["vertices"], 5);
@@ -244,24 +282,29 @@ TEST(Measure, LinesTogetherHaveALengthAndABox) {
   EXPECT_EQ(rows[2]["crosses_itself"], false);
 }
 
-TEST(Measure, SaysWhenAnOutlineCrossesItself) {
-  const Json m = measured({"[[0,0],[4,4],[4,0],[0,2]]"});
+TEST(Measure, AnOutlineThatCrossesItselfIsMeasuredAsFilledUnlessThatIsLeftOut) {
+  const Rings rings{"[[0,0],[4,4],[4,0],[0,2]]"};
+  const Json filled = measured(rings);
+  // The edges cross in (4/3, 4/3): a triangle of 4/3 and one of 16/3.
+  EXPECT_NEAR(filled["area"], 20.0 / 3.0, tight);
+  EXPECT_EQ(filled["note"], "crosses: measured as filled");
+  const Json m = measured(rings, {"--strict"});
   EXPECT_EQ(m["crosses_itself"], true);
-  EXPECT_EQ(m["note"], "crosses itself");
+  EXPECT_EQ(m["note"], "crosses: not measured");
   for (const char* name : {"area", "centre_x", "moment_xx", "roundness", "equivalent_diameter",
                            "axis_ratio", "orientation"}) {
-    EXPECT_EQ(m[name], nullptr) << name << " of lobes that run either way means nothing";
+    EXPECT_EQ(m[name], nullptr) << name;
   }
   EXPECT_EQ(m["height"], 4.0) << "extents do not depend on crossings";
 }
 
 TEST(Measure, SaysWhenAHoleLiesOutsideOrHolesCross) {
   const Json outside = measured({square(0, 0, 4), square(10, 0, 1)});
-  EXPECT_EQ(outside["note"], "hole outside");
-  EXPECT_EQ(outside["area"], nullptr);
+  EXPECT_EQ(outside["note"], "overlaps: measured as filled");
+  EXPECT_EQ(outside["area"], 16.0);
   const Json crossing = measured({square(0, 0, 9), square(1, 1, 3), square(2, 2, 3)});
-  EXPECT_EQ(crossing["note"], "holes cross");
-  EXPECT_EQ(crossing["area"], nullptr);
+  EXPECT_EQ(crossing["note"], "crosses: measured as filled");
+  EXPECT_EQ(crossing["area"], 81.0 - 14.0);
   const Json apart = measured({square(0, 0, 9), square(1, 1, 1), square(4, 4, 1)});
   EXPECT_EQ(apart["note"], nullptr);
   EXPECT_EQ(apart["area"], 79.0);
@@ -314,7 +357,7 @@ TEST(Measure, MeasuresTheCoins) {
   }
 }
 
-TEST(Measure, GivesTheLibrarysAnswersToTheLastBit) {
+TEST(Measure, GivesTheLibrarysAnswersAndLengthsToTheLastBit) {
   const Json coins = Json::parse(std::ifstream(repositoryDirectory() + "/samples/coins.geojson"));
   const Json rows = runJson({"measure", "samples/coins.geojson"});
   for (std::size_t i = 0; i < rows.size(); ++i) {
@@ -324,12 +367,13 @@ TEST(Measure, GivesTheLibrarysAnswersToTheLastBit) {
     }
     points.pop_back();
     const qcRegion coin(points, qcContourDefs::eNoIntersectionRepair);
-    EXPECT_EQ(rows[i]["area"], coin.area(true));
-    EXPECT_EQ(rows[i]["centre_x"], coin.centerOfMass(true).x());
-    EXPECT_EQ(rows[i]["centre_y"], coin.centerOfMass(true).y());
-    EXPECT_EQ(rows[i]["moment_xx"], coin.inertiaMatrix(true).element(0, 0));
-    EXPECT_EQ(rows[i]["moment_xy"], coin.inertiaMatrix(true).element(0, 1));
-    EXPECT_EQ(rows[i]["moment_yy"], coin.inertiaMatrix(true).element(1, 1));
+    const double moment = coin.inertiaMatrix(true).element(0, 0);
+    EXPECT_NEAR(rows[i]["area"], coin.area(true), tight * coin.area(true));
+    EXPECT_NEAR(rows[i]["centre_x"], coin.centerOfMass(true).x(), 1e-10);
+    EXPECT_NEAR(rows[i]["centre_y"], coin.centerOfMass(true).y(), 1e-10);
+    EXPECT_NEAR(rows[i]["moment_xx"], moment, 1e-10 * moment);
+    EXPECT_NEAR(rows[i]["moment_xy"], coin.inertiaMatrix(true).element(0, 1), 1e-10 * moment);
+    EXPECT_NEAR(rows[i]["moment_yy"], coin.inertiaMatrix(true).element(1, 1), 1e-10 * moment);
     EXPECT_EQ(rows[i]["length"], coin.length());
     EXPECT_EQ(rows[i]["diameter"], coin.diameter(qcContourDefs::eFarthestVertexPair));
   }
@@ -370,6 +414,11 @@ TEST(MeasureTable, CanShowEverything) {
   }
 }
 
+TEST(MeasureTable, BlanksAroundNamesOfColumnsDoNotMatter) {
+  EXPECT_EQ(run({"measure", "--csv", "--columns", "area, width"}, polygon({square(0, 0, 2)})).out,
+            "area,width\n4,2\n");
+}
+
 TEST(MeasureTable, JsonShowsChosenColumnsToo) {
   const Json rows = runJson({"measure", "--columns", "area,label", "samples/cell.geojson"});
   EXPECT_EQ(rows[0].size(), 2);
@@ -402,16 +451,23 @@ TEST(MeasureUnits, ScaleLengthsAreasAndMoments) {
   }
 }
 
-TEST(MeasureUnits, AreNamedInHeadings) {
+TEST(MeasureUnits, AreNamedInAColumn) {
   const auto table = run(
       {"measure", "--columns", "length,area,moment_xx,roundness", "--scale", "2", "--unit", "µm"},
       polygon({square(0, 0, 1)}));
   EXPECT_EQ(table.out,
-            "length [µm]  area [µm^2]  moment_xx [µm^4]  roundness\n"
-            "    8.00000      4.00000           1.33333   0.785398\n");
+            " length     area  moment_xx  roundness  unit\n"
+            "8.00000  4.00000    1.33333   0.785398  µm\n");
   const auto csv = run({"measure", "--csv", "--columns", "area,length", "--unit", "mm"},
                        polygon({square(0, 0, 1)}));
-  EXPECT_EQ(csv.out, "area [mm^2],length [mm]\n1,4\n");
+  EXPECT_EQ(csv.out, "area,length,unit\n1,4,mm\n");
+  const auto chosen = run({"measure", "--csv", "--columns", "unit,area", "--unit", "mm"},
+                          polygon({square(0, 0, 1)}));
+  EXPECT_EQ(chosen.out, "unit,area\nmm,1\n");
+  const Json m = measured({square(0, 0, 1)});
+  EXPECT_EQ(m["unit"], nullptr) << "the columns are the same without --unit";
+  const auto all = run({"measure", "--unit", "mm"}, polygon({square(0, 0, 1)}));
+  EXPECT_THAT(all.out, HasSubstr("  unit  "));
 }
 
 TEST(MeasureUnits, AScaleIsAPositiveNumber) {
@@ -441,6 +497,14 @@ TEST(MeasureSorted, AnUnknownColumnOrOrderIsWrongUsage) {
   const auto result = run({"measure", "--sort", "area:up"}, polygon({square(0, 0, 1)}));
   EXPECT_EQ(result.status, 2);
   EXPECT_THAT(result.messages, HasSubstr("'up' is neither asc nor desc"));
+}
+
+TEST(MeasureHelp, KnowsEveryMeasure) {
+  const std::string help = run({"measure", "--help"}).out;
+  for (const table::Measure& measure : table::allMeasures()) {
+    EXPECT_THAT(help, HasSubstr(std::string(" ") + measure.name + " ")) << measure.name;
+    EXPECT_THAT(help, HasSubstr(measure.meaning));
+  }
 }
 
 TEST(MeasureFormats, HaveTheSameRows) {

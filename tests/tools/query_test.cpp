@@ -124,13 +124,81 @@ TEST(QueryPoint, ALineHasNoInside) {
   EXPECT_EQ(answer["vertex"], 0);
 }
 
-TEST(QueryPoint, AsksEveryFeatureAndNamesThoseThatCannotAnswer) {
-  const std::string touching = polygon({square(0, 0, 10), square(0, 0, 2)});
-  const auto result = run({"query", "--point", "1,1", "--json"}, collection({touching, holed}));
+TEST(QueryPoint, AFeatureThatCannotBeAskedIsARowWithANote) {
+  const std::string missing = R"({"type":"Feature","id":9,"properties":null,"geometry":null})";
+  const auto result = run({"query", "--point", "1,1", "--json"}, collection({missing, holed}));
   EXPECT_EQ(result.status, 1);
-  EXPECT_EQ(result.messages,
-            "cntr: standard input: feature 1: hole 1 crosses or touches its outline\n");
-  EXPECT_EQ(Json::parse(result.out).size(), 1);
+  EXPECT_EQ(result.messages, "cntr: standard input: feature 1: no geometry\n");
+  const Json rows = Json::parse(result.out);
+  ASSERT_EQ(rows.size(), 2);
+  EXPECT_EQ(rows[0]["id"], "9");
+  EXPECT_EQ(rows[0]["inside"], nullptr);
+  EXPECT_EQ(rows[0]["note"], "no geometry");
+  EXPECT_EQ(rows[1]["inside"], true);
+  EXPECT_EQ(rows[1]["note"], nullptr);
+}
+
+TEST(QueryPoint, HolesMayTouchAndOutlinesMayCross) {
+  const std::string touching = polygon({square(0, 0, 10), square(0, 0, 2)});
+  EXPECT_EQ(askedPoint("1,1", touching)["inside"], false);
+  EXPECT_EQ(askedPoint("5,5", touching)["inside"], true);
+  EXPECT_EQ(askedPoint("1,1", touching, {"--no-holes"})["inside"], true);
+  const std::string bowTie = polygon({"[[0,0],[4,4],[4,0],[0,4]]"});
+  EXPECT_EQ(askedPoint("1,2", bowTie)["inside"], true);
+  EXPECT_EQ(askedPoint("2,1", bowTie)["inside"], false);
+  const std::string overlapping = multiPolygon({{square(0, 0, 4)}, {square(2, 2, 4)}});
+  EXPECT_EQ(askedPoint("3,3", overlapping)["inside"], true);
+}
+
+TEST(QueryPoints, AnswersForEachPointOfAFile) {
+  const program::Directory directory;
+  const auto ask = [&directory](const std::string& points, const std::string& file) {
+    return runJson({"query", "--points", directory.write("points.csv", points)}, file);
+  };
+  const Json rows = ask("4,3\n9,5\n", collection({holed, polygon({square(20, 0, 1)})}));
+  ASSERT_EQ(rows.size(), 4) << "every point with every feature";
+  EXPECT_EQ(column(rows, "feature"), (std::vector<double>{1, 1, 2, 2}));
+  EXPECT_EQ(rows[0]["point"], "1");
+  EXPECT_EQ(rows[1]["point"], "2");
+  EXPECT_EQ(column(rows, "x"), (std::vector<double>{4, 9, 4, 9}));
+  EXPECT_EQ(column(rows, "y"), (std::vector<double>{3, 5, 3, 5}));
+  EXPECT_EQ(rows[0]["inside"], false);
+  EXPECT_EQ(rows[1]["inside"], true);
+  EXPECT_EQ(rows[1]["distance"], 1.0);
+  EXPECT_EQ(rows[3]["inside"], false);
+  EXPECT_EQ(rows[0]["hole"], 1);
+  const Json alone = askedPoint("9,5", holed);
+  for (const auto& [name, value] : alone.items()) EXPECT_EQ(rows[1][name], value) << name;
+
+  const std::string file = polygon({square(0, 0, 10)});
+  const Json named = ask("Y;ID;X\r\n3;left;1\r\n3;right;11\r\n", file);
+  ASSERT_EQ(named.size(), 2);
+  EXPECT_EQ(named[0]["point"], "left");
+  EXPECT_EQ(named[0]["inside"], true);
+  EXPECT_EQ(named[1]["inside"], false);
+  const Json numpy = ask("# two points\n1.0e+00 3.0e+00\n\n -2.0 3.0\n", file);
+  EXPECT_EQ(column(numpy, "x"), (std::vector<double>{1, -2}));
+  EXPECT_EQ(ask("a,1,2\n", file)[0]["point"], "a");
+}
+
+TEST(QueryPoints, AFileOfPointsThatCannotBeReadIsNamed) {
+  const program::Directory directory;
+  const auto complaint = [&directory](const std::string& points) {
+    const std::string path = directory.write("points.csv", points);
+    const auto result = run({"query", "--points", path}, holed);
+    EXPECT_EQ(result.status, 2);
+    EXPECT_EQ(result.out, "");
+    return result.messages.substr(std::string("cntr: ").size() + path.size());
+  };
+  EXPECT_EQ(complaint(""), ": holds no points\n");
+  EXPECT_EQ(complaint("x,y\n"), ": holds no points\n");
+  EXPECT_EQ(complaint("1,2\n3\n"), ": line 2: has 1 field, not 2\n");
+  EXPECT_EQ(complaint("1,2\n\n3,4,5\n"), ": line 3: has 3 fields, not 2\n");
+  EXPECT_EQ(complaint("1,two\n"), ": line 1: 'two' is not a finite number\n");
+  EXPECT_EQ(complaint("1,2,3,4\n"), ": line 1: has 4 fields, not 2\n");
+  const auto missing = run({"query", "--points", directory.path("none.csv")}, holed);
+  EXPECT_EQ(missing.status, 2);
+  EXPECT_THAT(missing.messages, HasSubstr("none.csv: "));
 }
 
 TEST(QueryPoint, FindsTheCoinInThePicture) {

@@ -5,6 +5,7 @@
 #include <algorithm>
 
 #include <cntrformats/shapes.h>
+#include <cntrsets/inside.h>
 
 namespace tool {
 
@@ -47,20 +48,38 @@ Near nearest(const std::vector<Boundary>& boundaries, const qcVector<2>& p, bool
   return best;
 }
 
-Row answerPoint(const Geometry& geometry, const qcVector<2>& p, bool withHoles, bool zeroIfInside) {
-  const bool inside =
-      geometry.closed && makeRegionSet(geometry.parts, withHoles).inside(p, withHoles);
+std::vector<qcRings> partsOf(const Geometry& geometry, bool withHoles) {
+  std::vector<qcRings> parts = geometry.parts;
+  if (!withHoles) {
+    for (qcRings& part : parts) part.holes.clear();
+  }
+  return parts;
+}
+
+/// Which of the points are inside; none are in lines.
+std::vector<bool> areInside(const Geometry& geometry, const Points& points, bool withHoles) {
+  if (!geometry.closed) return std::vector<bool>(points.size(), false);
+  return qf_Inside(partsOf(geometry, withHoles), points);
+}
+
+/// The answers about each point, appended to the row that it has.
+std::vector<Row> answerPoints(std::vector<Row> rows, const Geometry& geometry, const Points& points,
+                              bool withHoles, bool zeroIfInside) {
+  const std::vector<bool> inside = areInside(geometry, points, withHoles);
   const auto boundaries = boundariesOf(geometry, withHoles);
-  const Near point = nearest(boundaries, p, false);
-  const Near vertex = nearest(boundaries, p, true);
-  Row row{geometry.closed ? Cell(inside) : Cell(),
-          numberCell(inside && zeroIfInside ? 0.0 : point.distance)};
-  append(row, point.point);
-  append(row, point.place);
-  row.emplace_back(static_cast<std::size_t>(vertex.vertex));
-  append(row, vertex.point);
-  append(row, vertex.place);
-  return row;
+  for (std::size_t i = 0; i < points.size(); ++i) {
+    const Near point = nearest(boundaries, points[i], false);
+    const Near vertex = nearest(boundaries, points[i], true);
+    Row& row = rows[i];
+    row.push_back(geometry.closed ? Cell(bool{inside[i]}) : Cell());
+    row.push_back(numberCell(inside[i] && zeroIfInside ? 0.0 : point.distance));
+    append(row, point.point);
+    append(row, point.place);
+    row.emplace_back(static_cast<std::size_t>(vertex.vertex));
+    append(row, vertex.point);
+    append(row, vertex.place);
+  }
+  return rows;
 }
 
 struct Crossing {
@@ -103,13 +122,31 @@ Row answerDirection(const Geometry& geometry, const qcRadian& angle) {
   return row;
 }
 
+std::vector<std::string> answersAboutPoints() {
+  return {"inside", "distance", "nearest_x", "nearest_y",   "part",       "hole",
+          "vertex", "vertex_x", "vertex_y",  "vertex_part", "vertex_hole"};
+}
+
 }  // namespace
 
 Question askPoint(const qcVector<2>& point, bool withHoles, bool zeroIfInside) {
-  return {{"inside", "distance", "nearest_x", "nearest_y", "part", "hole", "vertex", "vertex_x",
-           "vertex_y", "vertex_part", "vertex_hole"},
-          [=](const Geometry& geometry) {
-            return std::vector<Row>{answerPoint(geometry, point, withHoles, zeroIfInside)};
+  return {answersAboutPoints(), [=](const Geometry& geometry) {
+            return answerPoints(std::vector<Row>(1), geometry, {point}, withHoles, zeroIfInside);
+          }};
+}
+
+Question askPoints(std::vector<NamedPoint> points, bool withHoles, bool zeroIfInside) {
+  std::vector<std::string> columns{"point", "x", "y"};
+  for (const std::string& column : answersAboutPoints()) columns.push_back(column);
+  std::vector<Row> named;
+  Points positions;
+  for (const NamedPoint& point : points) {
+    named.push_back({point.name});
+    append(named.back(), point.position);
+    positions.push_back(point.position);
+  }
+  return {columns, [=](const Geometry& geometry) {
+            return answerPoints(named, geometry, positions, withHoles, zeroIfInside);
           }};
 }
 

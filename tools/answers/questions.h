@@ -15,13 +15,23 @@ namespace tool {
 
 struct Question {
   std::vector<std::string> columns;
-  /// Any number of rows for a feature.
+  /// Any number of rows for a feature that has parts.
   std::function<std::vector<Row>(const formats::Geometry&)> answer;
 };
 
-/// One row: whether the point is inside, how far it is from the nearest point of a boundary (0 for
-/// a point inside when `zeroIfInside`), where that point and the nearest vertex are.
+/// One row: whether the point is inside, as qf_Inside() has it, how far it is from the nearest
+/// point of a boundary (0 for a point inside when `zeroIfInside`), where that point and the nearest
+/// vertex are.
 Question askPoint(const qcVector<2>& point, bool withHoles, bool zeroIfInside);
+
+/// A point of a list, and its name there.
+struct NamedPoint {
+  std::string name;
+  qcVector<2> position;
+};
+
+/// A row for each point: its name and coordinates, and then the same.
+Question askPoints(std::vector<NamedPoint> points, bool withHoles, bool zeroIfInside);
 
 /// A row for each crossing, in order along the segment from `from`.
 Question askSegment(const qcVector<2>& from, const qcVector<2>& to, bool withHoles,

@@ -1,14 +1,14 @@
 // SPDX-License-Identifier: MIT
 //
 // cntr measure: a row of measures for every feature, and for every part of a feature that has
-// several.
+// several if asked for.
 
 #include <algorithm>
-#include <cmath>
 #include <memory>
 #include <sstream>
 
-#include <tools/answers/measures.h>
+#include <platform/core/exception.h>
+#include <tools/answers/columns.h>
 #include <tools/commands/commands.h>
 #include <tools/commands/options.h>
 #include <tools/report/rows.h>
@@ -24,41 +24,45 @@ struct Options {
   RowOptions rows;
   std::vector<std::string> columns;
   std::string sort;
-  double scale = 1.0;
-  std::string unit;
+  MeasuringOptions measuring;
   bool all = false;
-  bool withHoles = true;
+  bool byParts = false;
+  bool isStrict = false;
 };
 
-using Measures = std::vector<const Measure*>;
+using Columns = std::vector<const Column*>;
 
-const Measure* measureNamed(const std::string& name, const char* option) {
-  const auto all = allMeasures();
+const Column* columnNamed(const std::string& name, const char* option) {
+  const auto& all = allColumns();
   const auto found = std::find_if(all.begin(), all.end(),
-                                  [&name](const Measure& measure) { return measure.name == name; });
+                                  [&name](const Column& column) { return column.name == name; });
   if (found != all.end()) return &*found;
   throw CLI::ValidationError(option,
                              "there is no column '" + name + "'; cntr measure --help lists them");
 }
 
-Measures chosenBy(const Options& options) {
-  Measures chosen;
-  for (const std::string& name : options.columns) {
-    chosen.push_back(measureNamed(name, "--columns"));
+Columns chosenBy(const Options& options) {
+  Columns chosen;
+  for (const std::string& name : options.columns)
+    chosen.push_back(columnNamed(CLI::detail::trim_copy(name), "--columns"));
+  if (!chosen.empty()) {
+    const Column* unit = columnNamed("unit", "--unit");
+    if (!options.measuring.unit.empty() &&
+        std::find(chosen.begin(), chosen.end(), unit) == chosen.end())
+      chosen.push_back(unit);
+    return chosen;
   }
-  if (!chosen.empty()) return chosen;
-  for (const Measure& measure : allMeasures()) {
-    const bool isFile = std::string(measure.name) == "file" && options.input.files.size() > 1;
-    if (options.all || !options.rows.isTable() || measure.isStandard || isFile) {
-      chosen.push_back(&measure);
-    }
+  for (const Column& column : allColumns()) {
+    const bool isFile = std::string(column.name) == "file" && options.input.files.size() > 1;
+    if (options.all || !options.rows.isTable() || column.isStandard || isFile)
+      chosen.push_back(&column);
   }
   return chosen;
 }
 
 /// The column to sort by, and the order.
 struct Sorting {
-  const Measure* measure;
+  const Column* column;
   RowOrder order;
 };
 
@@ -69,43 +73,55 @@ std::optional<Sorting> sortingOf(const Options& options) {
   if (order != "asc" && order != "desc") {
     throw CLI::ValidationError("--sort", "'" + order + "' is neither asc nor desc");
   }
-  return Sorting{measureNamed(options.sort.substr(0, colon), "--sort"), {order == "desc"}};
+  return Sorting{columnNamed(options.sort.substr(0, colon), "--sort"), {order == "desc"}};
 }
 
-/// The name with the power of the unit that its values are in.
-std::string headingOf(const Measure& measure, const std::string& unit) {
-  if (unit.empty() || measure.dimension == 0) return measure.name;
-  const std::string power = measure.dimension == 1 ? "" : "^" + std::to_string(measure.dimension);
-  return std::string(measure.name) + " [" + unit + power + "]";
+std::vector<std::string> namesOf(const Columns& columns) {
+  std::vector<std::string> names;
+  for (const Column* column : columns) names.emplace_back(column->name);
+  return names;
 }
 
-RowColumns columnsOf(const Measures& measures, const std::string& unit) {
-  RowColumns columns;
-  for (const Measure* measure : measures) {
-    columns.names.emplace_back(measure->name);
-    columns.headings.push_back(headingOf(*measure, unit));
-  }
+/// The chosen columns, and behind them the one to sort by.
+Columns filledBy(const Options& options) {
+  Columns columns = chosenBy(options);
+  if (const auto sorting = sortingOf(options)) columns.push_back(sorting->column);
   return columns;
 }
 
-/// Measures features into rows.
+std::unique_ptr<RowWriter> rowsOf(const Options& options, Session& session) {
+  auto rows = makeRows(options.rows, session.out, namesOf(chosenBy(options)),
+                       options.columns.empty() ? EmptyColumns::eLeftOut : EmptyColumns::eKept,
+                       session.console.outStyle);
+  const auto sorting = sortingOf(options);
+  return sorting ? makeSorted(std::move(rows), sorting->order) : std::move(rows);
+}
+
+MeasuringOptions measuringOf(const Options& options) {
+  MeasuringOptions measuring = options.measuring;
+  if (options.isStrict) measuring.filling = table::Filling::eLeftOut;
+  return measuring;
+}
+
+/// Measures features into rows: one for each, whatever is wrong with it.
 class Measuring : public Answerer {
  public:
   Measuring(const Options& options, Session& session)
-      : measures_(chosenBy(options)),
-        factor_(options.scale),
-        withHoles_(options.withHoles),
-        rows_(makeRows(options.rows, session.out, columnsOf(measures_, options.unit),
-                       options.columns.empty() ? EmptyColumns::eLeftOut : EmptyColumns::eKept,
-                       session.console.outStyle)) {
-    if (const auto sorting = sortingOf(options)) {
-      measures_.push_back(sorting->measure);
-      rows_ = makeSorted(std::move(rows_), sorting->order);
+      : filler_(filledBy(options), measuringOf(options)),
+        byParts_(options.byParts),
+        rows_(rowsOf(options, session)) {}
+
+  /// All rows are answered before the first is written, so that a feature with a bad part has one
+  /// row, that of the feature.
+  Answer answer(const Origin& origin, Feature feature) const override {
+    try {
+      return {"", rows_->prepare(answers(origin.file, feature)), {}, {}};
+    } catch (const qcException& error) {
+      return {error.what(), unanswered(origin, feature, error.what()), {}, {}};
     }
   }
-
-  Answer answer(const Origin& origin, Feature feature) const override {
-    return {"", rows_->prepare(answers(origin.file, feature)), {}, {}};
+  Answer answerUnreadable(const Origin& origin, const Feature& feature) const override {
+    return {"", unanswered(origin, feature, feature.problem), {}, {}};
   }
   void write(Answer answer) override { rows_->write(std::move(answer.rows)); }
 
@@ -113,36 +129,21 @@ class Measuring : public Answerer {
   void finish() { rows_->finish(); }
 
  private:
-  /// The feature as a whole, then its parts if there are several. All of them are answered before
-  /// the first is written, so that a feature with a bad part leaves no rows behind.
   std::vector<Row> answers(const std::string& file, const Feature& feature) const {
-    const Subject whole(feature.geometry, withHoles_);
-    std::vector<Row> rows{row({file, feature, std::nullopt, whole})};
     const auto& parts = feature.geometry.parts;
-    for (std::size_t k = 0; parts.size() > 1 && k < parts.size(); ++k) {
-      const Subject part({feature.geometry.closed, false, {parts[k]}}, withHoles_);
-      rows.push_back(row({file, feature, k + 1, part}));
-    }
+    std::vector<Row> rows{filler_.measured({file, feature, std::nullopt}, parts)};
+    for (std::size_t k = 0; byParts_ && parts.size() > 1 && k < parts.size(); ++k)
+      rows.push_back(filler_.measured({file, feature, k + 1}, {parts[k]}));
     return rows;
   }
 
-  Row row(const Measured& measured) const {
-    Row row;
-    for (const Measure* measure : measures_) {
-      row.push_back(scaled(measure->answer(measured), measure->dimension));
-    }
-    return row;
+  PreparedRows unanswered(const Origin& origin, const Feature& feature,
+                          const std::string& why) const {
+    return rows_->prepare({filler_.unanswered({origin.file, feature, std::nullopt}, why)});
   }
 
-  Cell scaled(const Cell& cell, int dimension) const {
-    const double* number = std::get_if<double>(&cell);
-    if (number == nullptr || dimension == 0) return cell;
-    return numberCell(*number * std::pow(factor_, dimension));
-  }
-
-  Measures measures_;
-  double factor_;
-  bool withHoles_;
+  ColumnFiller filler_;
+  bool byParts_;
   std::unique_ptr<RowWriter> rows_;
 };
 
@@ -157,25 +158,35 @@ void measure(const Options& options, Session& session) {
 std::string help() {
   std::ostringstream text;
   text << "Columns (* shown by default; all of them with --all, --json, --jsonl and --csv):\n";
-  for (const Measure& measure : allMeasures()) {
-    const std::string name = std::string(measure.isStandard ? "* " : "  ") + measure.name;
+  for (const Column& column : allColumns()) {
+    const std::string name = std::string(column.isStandard ? "* " : "  ") + column.name;
     text << "  " << name << std::string(25 - std::min<std::size_t>(name.size(), 24), ' ')
-         << measure.meaning << '\n';
+         << column.meaning << '\n';
   }
-  text
-      << "\n"
-         "Lengths and positions are in the unit of the coordinates, areas in its square, second\n"
-         "moments in its fourth power; --scale says how many of another unit it is, and --unit\n"
-         "names that in the headings. An outline that crosses itself has no area, centre and\n"
-         "moments: the note says why. A table leaves out columns in which no row has an answer.\n"
-         "--jsonl and --csv write each row as soon as it is known, unless they have to be sorted.\n"
-         "\n"
-         "Examples:\n"
-         "  cntr measure samples/coins.geojson\n"
-         "  cntr measure --columns label,area,diameter --sort area:desc samples/coins.geojson\n"
-         "  cntr measure --scale 0.107 --unit um samples/cell.geojson\n"
-         "  cntr measure --csv samples/coins.geojson samples/cell.geojson\n"
-         "  cat samples/coins.geojson | cntr measure --jsonl --jobs 2";
+  text << "\n"
+          "Lengths and positions are in the unit of the coordinates, areas in its square, second\n"
+          "moments in its fourth power; --scale says how many of another unit it is, and --unit\n"
+          "names that in the column unit.\n"
+          "\n"
+          "Area, centre, moments and what follows from them are those of the set that a feature\n"
+          "fills: all points around which some outline winds and none of its holes. Rings may "
+          "touch\n"
+          "themselves and each other. Where they cross or cover an area twice the note says so, "
+          "and\n"
+          "--strict leaves these measures out.\n"
+          "\n"
+          "There is a row for every feature; one that cannot be measured has a note, and is "
+          "reported\n"
+          "on standard error. A table leaves out columns in which no row has an answer. --jsonl "
+          "and\n"
+          "--csv write each row as soon as it is known, unless they have to be sorted.\n"
+          "\n"
+          "Examples:\n"
+          "  cntr measure samples/coins.geojson\n"
+          "  cntr measure --columns label,area,diameter --sort area:desc samples/coins.geojson\n"
+          "  cntr measure --scale 0.107 --unit um samples/cell.geojson\n"
+          "  cntr measure --csv samples/coins.geojson samples/cell.geojson\n"
+          "  cat samples/coins.geojson | cntr measure --jsonl --jobs 2";
   return text.str();
 }
 
@@ -191,12 +202,17 @@ void addMeasure(CLI::App& app, Session& session) {
   command
       .add_option("--sort", options->sort, "Sort by a column; COLUMN:desc has the largest first")
       ->type_name("COLUMN");
-  command.add_option("--scale", options->scale, "The length of one unit of the coordinates")
+  command
+      .add_option("--scale", options->measuring.scale, "The length of one unit of the coordinates")
       ->check(CLI::PositiveNumber)
       ->type_name("FACTOR");
-  command.add_option("--unit", options->unit, "The unit of that length, such as mm")
+  command.add_option("--unit", options->measuring.unit, "The unit of that length, such as mm")
       ->type_name("NAME");
-  addHoles(command, options->withHoles);
+  addHoles(command, options->measuring.withHoles);
+  command.add_flag("--parts", options->byParts,
+                   "Add a row for each part of a feature that has several");
+  command.add_flag("--strict", options->isStrict,
+                   "Leave out the areas and moments of outlines that cross or overlap");
   command.footer(help());
   command.callback([options, &session] { measure(*options, session); });
 }

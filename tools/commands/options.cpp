@@ -78,12 +78,12 @@ void addRowFormats(CLI::App& command, RowOptions& options) {
 }
 
 std::unique_ptr<RowWriter> makeRows(const RowOptions& options, std::ostream& out,
-                                    const RowColumns& columns, EmptyColumns emptyColumns,
-                                    const Style& style) {
-  if (options.json) return makeJsonRows(out, columns.names);
-  if (options.jsonLines) return makeJsonLines(out, columns.names);
-  if (options.csv) return makeCsvRows(out, columns.headings);
-  return makeTable(out, columns.headings, emptyColumns, style);
+                                    const std::vector<std::string>& columns,
+                                    EmptyColumns emptyColumns, const Style& style) {
+  if (options.json) return makeJsonRows(out, columns);
+  if (options.jsonLines) return makeJsonLines(out, columns);
+  if (options.csv) return makeCsvRows(out, columns);
+  return makeTable(out, columns, emptyColumns, style);
 }
 
 }  // namespace tool

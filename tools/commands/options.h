@@ -56,14 +56,8 @@ struct RowOptions {
 
 void addRowFormats(CLI::App& command, RowOptions& options);
 
-/// The headings are those of a table and of CSV; JSON has the names.
-struct RowColumns {
-  std::vector<std::string> names;
-  std::vector<std::string> headings;
-};
-
 std::unique_ptr<RowWriter> makeRows(const RowOptions& options, std::ostream& out,
-                                    const RowColumns& columns, EmptyColumns emptyColumns,
-                                    const Style& style);
+                                    const std::vector<std::string>& columns,
+                                    EmptyColumns emptyColumns, const Style& style);
 
 }  // namespace tool

@@ -1,10 +1,13 @@
 // SPDX-License-Identifier: MIT
 //
-// cntr query: one question about a point, a segment or a direction, asked of every feature.
+// cntr query: one question about points, a segment or a direction, asked of every feature.
 
 #include <memory>
 #include <optional>
 
+#include <cntrformats/errors.h>
+#include <platform/core/exception.h>
+#include <tools/answers/pointfile.h>
 #include <tools/answers/questions.h>
 #include <tools/commands/commands.h>
 #include <tools/commands/numberlist.h>
@@ -20,6 +23,7 @@ struct Options {
   InputOptions input;
   RowOptions rows;
   std::optional<std::string> point;
+  std::string points;
   std::optional<std::string> segment;
   std::optional<std::string> direction;
   bool zeroInside = false;
@@ -38,6 +42,8 @@ Question questionOf(const Options& options) {
     const auto n = numbers("--point", *options.point, 2, "X,Y");
     return askPoint({n[0], n[1]}, options.withHoles, options.zeroInside);
   }
+  if (!options.points.empty())
+    return askPoints(readPoints(options.points), options.withHoles, options.zeroInside);
   if (options.segment) {
     const auto n = numbers("--segment", *options.segment, 4, "X1,Y1,X2,Y2");
     return askSegment({n[0], n[1]}, {n[2], n[3]}, options.withHoles, options.endTouches);
@@ -50,11 +56,12 @@ bool showsFile(const Options& options) {
   return !options.rows.isTable() || options.input.files.size() > 1;
 }
 
-RowColumns columnsOf(const Options& options, const Question& question) {
-  std::vector<std::string> columns{"feature", "label"};
+std::vector<std::string> columnsOf(const Options& options, const Question& question) {
+  std::vector<std::string> columns{"feature", "label", "id"};
   if (showsFile(options)) columns.insert(columns.begin(), "file");
   columns.insert(columns.end(), question.columns.begin(), question.columns.end());
-  return {columns, columns};
+  columns.emplace_back("note");
+  return columns;
 }
 
 /// Asks features into rows.
@@ -67,13 +74,21 @@ class Asking : public Answerer {
                        EmptyColumns::eLeftOut, session.console.outStyle)) {}
 
   Answer answer(const Origin& origin, Feature feature) const override {
-    std::vector<Row> rows;
-    for (const Row& answer : question_.answer(feature.geometry)) {
-      Row row = heading(origin.file, feature);
-      row.insert(row.end(), answer.begin(), answer.end());
-      rows.push_back(std::move(row));
+    try {
+      std::vector<Row> rows;
+      for (const Row& answer : question_.answer(feature.geometry)) {
+        Row row = heading(origin.file, feature);
+        row.insert(row.end(), answer.begin(), answer.end());
+        row.emplace_back();
+        rows.push_back(std::move(row));
+      }
+      return {"", rows_->prepare(std::move(rows)), {}, {}};
+    } catch (const qcException& error) {
+      return {error.what(), unanswered(origin, feature, error.what()), {}, {}};
     }
-    return {"", rows_->prepare(std::move(rows)), {}, {}};
+  }
+  Answer answerUnreadable(const Origin& origin, const Feature& feature) const override {
+    return {"", unanswered(origin, feature, feature.problem), {}, {}};
   }
   void write(Answer answer) override { rows_->write(std::move(answer.rows)); }
 
@@ -86,7 +101,17 @@ class Asking : public Answerer {
     if (showsFile_) row.emplace_back(file);
     row.emplace_back(feature.number);
     row.push_back(labelCell(feature.label));
+    row.push_back(feature.id ? Cell(*feature.id) : Cell());
     return row;
+  }
+
+  /// A row of nothing but the reason.
+  PreparedRows unanswered(const Origin& origin, const Feature& feature,
+                          const std::string& why) const {
+    Row row = heading(origin.file, feature);
+    row.resize(row.size() + question_.columns.size());
+    row.emplace_back(why);
+    return rows_->prepare({row});
   }
 
   Question question_;
@@ -94,7 +119,7 @@ class Asking : public Answerer {
   std::unique_ptr<RowWriter> rows_;
 };
 
-void query(const Options& options, Session& session) {
+void ask(const Options& options, Session& session) {
   Asking asking(options, session);
   Inputs inputs = options.input.inputs();
   inputs.showProgress = !(session.console.outIsTerminal && asking.isStreaming());
@@ -102,15 +127,30 @@ void query(const Options& options, Session& session) {
   asking.finish();
 }
 
+void query(const Options& options, Session& session) {
+  try {
+    ask(options, session);
+  } catch (const FileError& error) {
+    session.diagnostics.badFile(options.points, error.what());
+  }
+}
+
 constexpr const char* help =
-    "--point answers for each feature whether the point is inside, the distance to the nearest "
-    "point\n"
-    "of a boundary, that point, and the nearest vertex. --segment lists the crossings with each\n"
-    "feature in order along the segment, a vertex on it once for each of its two edges; "
-    "--direction\n"
-    "answers the vertex farthest in that direction.\n"
+    "--point answers for each feature whether the point is inside, the distance to the nearest\n"
+    "point of a boundary, that point, and the nearest vertex. --points answers the same for each\n"
+    "point of a file, which has x,y or id,x,y to a line. --segment lists the crossings with each\n"
+    "feature in order along the segment, a vertex on it once for each of its two edges;\n"
+    "--direction answers the vertex farthest in that direction.\n"
     "Vertices are counted from 0 as in the file, parts and holes from 1; a boundary without the\n"
-    "number of a hole is an outline.\n\n"
+    "number of a hole is an outline.\n"
+    "\n"
+    "A point within 1e-6 of a vertex is inside, but none outside the bounding box is; elsewhere\n"
+    "within 1e-6 of the boundary it may fall on either side. Of a point close to a corner of the\n"
+    "bounding box the ray that decides can be too short: where the polygon plainly does not hold\n"
+    "the point, the answer is no. Of outlines that cross or overlap, the points that they fill "
+    "are\n"
+    "inside. A feature that cannot be asked has a row with a note.\n"
+    "\n"
     "Examples:\n"
     "  cntr query --point 100,56 samples/coins.geojson\n"
     "  cntr query --segment 0,50,384,50 --json samples/coins.geojson\n"
@@ -119,6 +159,8 @@ constexpr const char* help =
 void addQuestions(CLI::App& command, Options& options) {
   CLI::App& question = *command.add_option_group("Question", "One of these:");
   question.add_option("--point", options.point, "Ask about a point")->type_name("X,Y");
+  question.add_option("--points", options.points, "Ask about each point of a file")
+      ->type_name("FILE");
   question.add_option("--segment", options.segment, "Ask for the crossings with a segment")
       ->type_name("X1,Y1,X2,Y2");
   question
@@ -132,11 +174,11 @@ void addQuestions(CLI::App& command, Options& options) {
 
 void addQuery(CLI::App& app, Session& session) {
   const auto options = std::make_shared<Options>();
-  CLI::App& command = *app.add_subcommand("query", "Ask about a point, a segment or a direction");
+  CLI::App& command = *app.add_subcommand("query", "Ask about points, a segment or a direction");
   addInputs(command, options->input);
   addQuestions(command, *options);
   command.add_flag("--zero-inside", options->zeroInside,
-                   "With --point: the distance of a point inside is 0");
+                   "With --point and --points: the distance of a point inside is 0");
   command.add_flag("--end-touches", options->endTouches,
                    "With --segment: count edges that pass through an end of the segment");
   addHoles(command, options->withHoles);

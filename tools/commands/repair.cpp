@@ -46,7 +46,7 @@ std::unique_ptr<RowWriter> makeReport(const Options& options, Session& session) 
       "feature",        "label", "result", "area_before", "area_after", "vertices_before",
       "vertices_after", "parts", "holes",  "snapped",     "note"};
   if (options.input.files.size() > 1) columns.insert(columns.begin(), "file");
-  return makeRows(options.report, isBeside ? session.messages : session.out, {columns, columns},
+  return makeRows(options.report, isBeside ? session.messages : session.out, columns,
                   EmptyColumns::eLeftOut,
                   isBeside ? session.console.messageStyle : session.console.outStyle);
 }
