@@ -24,7 +24,7 @@ namespace cntr::compute {
 namespace {
 
 /// The farthest pair so far.
-class Best {
+class FarthestPair {
  public:
   void offer(const plane::Path& path, std::size_t i, std::size_t j) {
     const qcVector<2> difference = path.points[i] - path.points[j];
@@ -74,7 +74,7 @@ double squaredReach(const plane::Box& a, const plane::Box& b) {
 /// Visits all pairs of boxes of the index, and of vertices, that can reach the best pair.
 class Search {
  public:
-  Search(const plane::Path& path, const index::EdgeIndex& index, Best& best)
+  Search(const plane::Path& path, const index::EdgeIndex& index, FarthestPair& best)
       : path_(path), index_(index), best_(best) {}
 
   void run() {
@@ -110,10 +110,10 @@ class Search {
 
   const plane::Path& path_;
   const index::EdgeIndex& index_;
-  Best& best_;
+  FarthestPair& best_;
 };
 
-void offerAllFrom(const plane::Path& path, std::size_t i, Best& best) {
+void offerAllFrom(const plane::Path& path, std::size_t i, FarthestPair& best) {
   for (std::size_t j = 0; j < path.points.size(); ++j) best.offer(path, i, j);
 }
 
@@ -130,7 +130,7 @@ std::optional<VertexPair> farthestPairByScan(const plane::Path& path) {
 
 std::optional<VertexPair> farthestPairByIndex(const plane::Path& path,
                                               const index::EdgeIndex& index) {
-  Best best;
+  FarthestPair best;
   offerAllFrom(path, 0, best);
   offerAllFrom(path, best.pair().second, best);
   Search(path, index, best).run();

@@ -25,10 +25,10 @@ namespace {
 constexpr double infinity = std::numeric_limits<double>::infinity();
 
 /// The best candidate of a search: nearest first, then lowest number.
-class Best {
+class NearestCandidate {
  public:
   /// `slack` is how much nearer than its box a candidate may be computed to be.
-  explicit Best(double slack) : slack_(slack) {}
+  explicit NearestCandidate(double slack) : slack_(slack) {}
 
   /// Offers a candidate by the vector from it to p.
   void offer(const qcVector<2>& difference, std::size_t number) noexcept {
@@ -58,7 +58,7 @@ class Best {
 /// index for all edges at once.
 template <class VisitRun>
 void searchRuns(const plane::Path& path, const index::EdgeIndex* index, const qcVector<2>& p,
-                const Best& best, VisitRun visitRun) {
+                const NearestCandidate& best, VisitRun visitRun) {
   if (index != nullptr) {
     index->forEachRunByBound([&p](const plane::Box& box) { return plane::squaredDistance(box, p); },
                              [&best] { return best.limit(); }, visitRun);
@@ -68,7 +68,7 @@ void searchRuns(const plane::Path& path, const index::EdgeIndex* index, const qc
 }
 
 /// True when nothing in the box can be better.
-bool isBeyond(const plane::Box& box, const qcVector<2>& p, const Best& best) {
+bool isBeyond(const plane::Box& box, const qcVector<2>& p, const NearestCandidate& best) {
   return plane::squaredDistance(box, p) > best.limit();
 }
 
@@ -76,7 +76,7 @@ bool isBeyond(const plane::Box& box, const qcVector<2>& p, const Best& best) {
 
 std::size_t closestVertex(const plane::Path& path, const index::EdgeIndex* index,
                           const qcVector<2>& p) {
-  Best best(0.0);
+  NearestCandidate best(0.0);
   if (!path.closed) best.offer(p - path.points.front(), 0);
   searchRuns(path, index, p, best, [&](std::size_t first, std::size_t last) {
     for (std::size_t v = path.endOf(first); v < path.endOf(last); ++v) {
@@ -88,9 +88,9 @@ std::size_t closestVertex(const plane::Path& path, const index::EdgeIndex* index
 
 qcVector<2> closestPoint(const plane::Path& path, const index::EdgeIndex* index,
                          const qcVector<2>& p) {
-  Best best(index == nullptr
-                ? 0.0
-                : plane::nearestPointRounding(plane::largestCoordinate(index->bounds(), p)));
+  NearestCandidate best(
+      index == nullptr ? 0.0
+                       : plane::nearestPointRounding(plane::largestCoordinate(index->bounds(), p)));
   searchRuns(path, index, p, best, [&](std::size_t first, std::size_t last) {
     // The boxes of single edges are worth looking at once something near has been found.
     const bool isLater = index != nullptr && best.isFound();

@@ -18,7 +18,7 @@ namespace cntr::index {
 
 namespace {
 
-constexpr double margin = plane::containmentMargin;
+constexpr double edgeMargin = plane::containmentMargin;
 
 /// Cells for each vertex: more cells hold more answers and more memory (4 bytes each).
 constexpr double cellsPerVertex = 4.0;
@@ -29,7 +29,7 @@ constexpr double entriesPerVertex = 4.0;
 constexpr double marginsPerCell = 4.0;
 
 double vertexMarginFor(std::size_t vertices) {
-  return margin / std::sin(std::numbers::pi / (2.0 * static_cast<double>(vertices)));
+  return edgeMargin / std::sin(std::numbers::pi / (2.0 * static_cast<double>(vertices)));
 }
 
 const qcVector<2>& before(std::span<const qcVector<2>> points, std::size_t k) {
@@ -101,7 +101,7 @@ class ContainmentGrid::Builder {
   Builder(ContainmentGrid& grid, std::span<const qcVector<2>> points)
       : grid_(grid),
         points_(points),
-        reach_(grid.vertexMargin_ + margin),
+        reach_(grid.vertexMargin_ + edgeMargin),
         entries_(grid.layout_.columns * grid.layout_.rows, 0),
         toggles_(entries_.size(), false) {}
 
@@ -207,7 +207,7 @@ ContainmentGrid::ContainmentGrid(std::span<const qcVector<2>> points, const plan
       radius_(radius),
       rayAlwaysEndsOutside_(
           qcVector<2>(bounds.maxX - bounds.minX, bounds.maxY - bounds.minY).len() <=
-          2.0 * radius - 2.0 * margin),
+          2.0 * radius - 2.0 * edgeMargin),
       cells_(layout_.columns * layout_.rows, 0) {
   Builder(*this, points).build();
 }
@@ -221,26 +221,26 @@ std::size_t ContainmentGrid::rowOf(double y) const noexcept {
 }
 
 bool ContainmentGrid::rayEndsOutside(const qcVector<2>& p) const noexcept {
-  if (rayAlwaysEndsOutside_ || p.distance(first_) <= radius_ - margin) return true;
+  if (rayAlwaysEndsOutside_ || p.distance(first_) <= radius_ - edgeMargin) return true;
   const qcVector<2> farthest(std::max(p.x() - bounds_.minX, bounds_.maxX - p.x()),
                              std::max(p.y() - bounds_.minY, bounds_.maxY - p.y()));
-  return farthest.len() <= 2.0 * radius_ - margin;
+  return farthest.len() <= 2.0 * radius_ - edgeMargin;
 }
 
 // Both conditions hold on convex sets of points: what holds at the corners, slightly widened, holds
 // in the cell when it is the same condition at each of them.
 bool ContainmentGrid::rayEndsOutsideFromCell(std::size_t column, std::size_t row) const noexcept {
   if (rayAlwaysEndsOutside_) return true;
-  const qcVector<2> low(bounds_.minX + static_cast<double>(column) * layout_.cellWidth - margin,
-                        bounds_.minY + static_cast<double>(row) * layout_.cellHeight - margin);
-  const qcVector<2> high(low.x() + layout_.cellWidth + 2.0 * margin,
-                         low.y() + layout_.cellHeight + 2.0 * margin);
+  const qcVector<2> low(bounds_.minX + static_cast<double>(column) * layout_.cellWidth - edgeMargin,
+                        bounds_.minY + static_cast<double>(row) * layout_.cellHeight - edgeMargin);
+  const qcVector<2> high(low.x() + layout_.cellWidth + 2.0 * edgeMargin,
+                         low.y() + layout_.cellHeight + 2.0 * edgeMargin);
   const qcVector<2> toFirst(
       std::max(std::abs(low.x() - first_.x()), std::abs(high.x() - first_.x())),
       std::max(std::abs(low.y() - first_.y()), std::abs(high.y() - first_.y())));
   const qcVector<2> toCorner(std::max(high.x() - bounds_.minX, bounds_.maxX - low.x()),
                              std::max(high.y() - bounds_.minY, bounds_.maxY - low.y()));
-  return toFirst.len() <= radius_ - margin || toCorner.len() <= 2.0 * radius_ - margin;
+  return toFirst.len() <= radius_ - edgeMargin || toCorner.len() <= 2.0 * radius_ - edgeMargin;
 }
 
 std::span<const std::uint32_t> ContainmentGrid::edgesOf(Cell cell) const noexcept {
@@ -260,7 +260,7 @@ bool ContainmentGrid::keepsClear(std::span<const qcVector<2>> points,
     const qcVector<2> w = p - a;
     const double c = qnKernel::cross(d, w);
     const double dd = d * d;
-    if (c * c > margin * margin * dd) continue;
+    if (c * c > edgeMargin * edgeMargin * dd) continue;
     const double along = w * d;
     if (along > 0.0 && along < dd) return false;
   }

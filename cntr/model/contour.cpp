@@ -17,7 +17,7 @@
 
 namespace {
 
-constexpr const char* sourceName = "cntr/contour";
+constexpr const char* contourSource = "cntr/contour";
 
 using Points = std::vector<qcVector<2>>;
 
@@ -147,8 +147,8 @@ void qcContour::dispatchSerialize(qcArchive& archive) {
 void qcContour::serialize_(qcArchive& archive, unsigned char version) {
   constexpr int versionCheckLine = 904;
   constexpr int oldBaseCheckLine = 894;
-  if (version > 1) throw qcArchive::UnknownVersion(sourceName, versionCheckLine);
-  if (version == 0) return serializeOldRecord_(archive, sourceName, oldBaseCheckLine);
+  if (version > 1) throw qcArchive::UnknownVersion(contourSource, versionCheckLine);
+  if (version == 0) return serializeOldRecord_(archive, contourSource, oldBaseCheckLine);
   qcPersistent::dispatchSerialize(archive);
   Fields fields{label_, closed_, cachedVectorSize_, {}};
   archive || fields.label || fields.closed;

@@ -11,7 +11,7 @@
 
 namespace {
 
-constexpr const char* sourceName = "cntr/region";
+constexpr const char* regionSource = "cntr/region";
 
 }  // namespace
 
@@ -128,9 +128,9 @@ void qcRegion::serialize_(qcArchive& archive, unsigned char version) {
     qcContour::dispatchSerialize(archive);
     archive || (archive.isLoading() ? loaded : holes_);
   } else if (version == 0 && archive.isLoading()) {
-    serializeOldRecord_(archive, sourceName, oldBaseCheckLine);
+    serializeOldRecord_(archive, regionSource, oldBaseCheckLine);
   } else {
-    throw qcArchive::UnknownVersion(sourceName, versionCheckLine);
+    throw qcArchive::UnknownVersion(regionSource, versionCheckLine);
   }
   if (!archive.isLoading()) return;
   holes_.swap(loaded);

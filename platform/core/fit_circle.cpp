@@ -10,18 +10,16 @@
 #include <platform/core/fit.h>
 #include <platform/core/internal/fit_frame.h>
 #include <platform/core/internal/fit_outliers.h>
+#include <platform/core/internal/fit_rounding.h>
 
 namespace qnFit {
 
 namespace {
 
-constexpr std::size_t fewestPoints = 3;
-constexpr double epsilon = std::numeric_limits<double>::epsilon();
-/// Rounding errors of a distance are allowed for this many times over.
-constexpr double safety = 16.0;
+constexpr std::size_t fewestPointsOfACircle = 3;
 /// Steps at full length; shares of them take that many more.
 constexpr double maxFullSteps = 200.0;
-constexpr double maxSteps = 1e5;
+constexpr double maxShortSteps = 1e5;
 /// Steps this small relative to the radius, or expected to reduce the sum of squares by less than
 /// this fraction, are taken as they are: the sum can no longer tell better from worse.
 constexpr double nearby = 1e-6;
@@ -227,7 +225,7 @@ class Refinement {
 
 Circle bestCircle(const Points& framed, const Spread& spread, double relaxation) {
   Refinement refinement(framed, Circle(framed, algebraicCenter(framed, spread)), relaxation);
-  const double steps = std::min(maxFullSteps / relaxation, maxSteps);
+  const double steps = std::min(maxFullSteps / relaxation, maxShortSteps);
   for (double step = 0.0; step < steps && !refinement.stuck(); ++step) {
     checkCurvature(refinement.circle(), spread);
     refinement.advance();
@@ -240,7 +238,7 @@ Circle bestCircle(const Points& framed, const Spread& spread, double relaxation)
 class CircleFit {
  public:
   CircleFit(const Points& points, double relaxation)
-      : frame_(points, fewestPoints),
+      : frame_(points, fewestPointsOfACircle),
         framed_(frame_.enter(points)),
         circle_(bestCircle(framed_, Spread(framed_), relaxation)) {}
 
@@ -266,10 +264,10 @@ void qfCircleFit(const qcCircleFitParams& params, const std::vector<qcVector<2>>
   if (!(params.relaxation() > 0.0 && params.relaxation() <= 1.0)) {
     throw qcFitError(L"the relaxation is not in (0, 1]");
   }
-  const auto fit =
-      qnFit::fitWithoutOutliers(points, params.count(), params.threshold(), qnFit::fewestPoints,
-                                [&params](const std::vector<qcVector<2>>& kept) {
-                                  return qnFit::CircleFit(kept, params.relaxation());
-                                });
+  const auto fit = qnFit::fitWithoutOutliers(points, params.count(), params.threshold(),
+                                             qnFit::fewestPointsOfACircle,
+                                             [&params](const std::vector<qcVector<2>>& kept) {
+                                               return qnFit::CircleFit(kept, params.relaxation());
+                                             });
   results = fit.results();
 }

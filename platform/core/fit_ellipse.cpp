@@ -9,23 +9,20 @@
 
 #include <algorithm>
 #include <cmath>
-#include <limits>
 #include <numbers>
 
 #include <platform/core/fit.h>
 #include <platform/core/internal/fit_distance.h>
 #include <platform/core/internal/fit_frame.h>
 #include <platform/core/internal/fit_outliers.h>
+#include <platform/core/internal/fit_rounding.h>
 #include <platform/core/internal/fit_solver.h>
 
 namespace qnFit {
 
 namespace {
 
-constexpr std::size_t fewestPoints = 5;
-constexpr double epsilon = std::numeric_limits<double>::epsilon();
-/// A number counts as nonzero when it exceeds the bound of its rounding error this many times.
-constexpr double safety = 16.0;
+constexpr std::size_t fewestPointsOfAnEllipse = 5;
 
 /// a u^2 + b uv + c v^2 + d u + e v + f.
 struct Conic {
@@ -160,7 +157,7 @@ Ellipse ellipseOf(const Conic& conic, const Spread& spread) {
 /// One fit with its frame.
 class EllipseFit {
  public:
-  explicit EllipseFit(const Points& points) : frame_(points, fewestPoints) {
+  explicit EllipseFit(const Points& points) : frame_(points, fewestPointsOfAnEllipse) {
     const Points framed = frame_.enter(points);
     const Spread spread(framed);
     rounding_ = roundingOf(framed, spread);
@@ -205,7 +202,7 @@ void qfEllipseFit(const qcEllipseFitParams& params, const std::vector<qcVector<2
     throw qcFitError(L"the reference angle is not finite");
   }
   const auto fit = qnFit::fitWithoutOutliers(
-      points, params.count(), params.threshold(), qnFit::fewestPoints,
+      points, params.count(), params.threshold(), qnFit::fewestPointsOfAnEllipse,
       [](const std::vector<qcVector<2>>& kept) { return qnFit::EllipseFit(kept); });
   results = qcEllipseFitResults(fit.ellipse(params.angle()), fit.residual());
 }

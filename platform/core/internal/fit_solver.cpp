@@ -6,8 +6,9 @@
 
 #include <algorithm>
 #include <cmath>
-#include <limits>
 #include <utility>
+
+#include <platform/core/internal/fit_rounding.h>
 
 namespace qnFit {
 
@@ -15,7 +16,6 @@ namespace {
 
 /// Jacobi sweeps converge quadratically; a 3x3 matrix takes five or six.
 constexpr int maxSweeps = 30;
-constexpr double epsilon = std::numeric_limits<double>::epsilon();
 constexpr Matrix3 identity = {{{1.0, 0.0, 0.0}, {0.0, 1.0, 0.0}, {0.0, 0.0, 1.0}}};
 constexpr std::pair<std::size_t, std::size_t> planes[] = {{0, 1}, {0, 2}, {1, 2}};
 
