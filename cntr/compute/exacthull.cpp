@@ -19,7 +19,7 @@ namespace cntr::compute {
 namespace {
 
 using Point = qcVector<2>;
-using Points = std::vector<Point>;
+using PointList = std::vector<Point>;
 
 /// Fewer points than this are sorted as they are.
 constexpr std::size_t fewPoints = 48;
@@ -78,8 +78,8 @@ class Bands {
   }
 
   /// The points that may be vertices of the hull, without NaN, by x, then y.
-  Points candidates(std::span<const Point> points) const {
-    Points kept;
+  PointList candidates(std::span<const Point> points) const {
+    PointList kept;
     std::vector<std::size_t> ends(bands_.size() + 1, 0);
     for (const Point& p : points) {
       if (hasNaN(p)) continue;
@@ -89,7 +89,7 @@ class Bands {
       ++ends[index + 1];
     }
     for (std::size_t i = 1; i < ends.size(); ++i) ends[i] += ends[i - 1];
-    Points sorted(kept.size());
+    PointList sorted(kept.size());
     for (const Point& p : kept) sorted[ends[indexOf(p)]++] = p;
     auto begin = sorted.begin();
     for (std::size_t i = 0; i < bands_.size(); ++i) {
@@ -157,13 +157,13 @@ class Bands {
 };
 
 /// The points that may be vertices of the hull, without NaN, by x, then y.
-Points candidates(std::span<const Point> points, const plane::Box& box) {
+PointList candidates(std::span<const Point> points, const plane::Box& box) {
   const double width = box.maxX - box.minX;
   if (points.size() >= fewPoints && width > 0.0 && std::isfinite(width) &&
       std::isfinite(1.0 / width)) {
     return Bands(points, box).candidates(points);
   }
-  Points sorted;
+  PointList sorted;
   std::remove_copy_if(points.begin(), points.end(), std::back_inserter(sorted), hasNaN);
   std::sort(sorted.begin(), sorted.end(), byXThenY);
   return sorted;
@@ -172,7 +172,7 @@ Points candidates(std::span<const Point> points, const plane::Box& box) {
 /// Appends to `hull` those of the points in [first, last) at which the chain turns
 /// counter-clockwise, and both ends.
 template <class Iterator>
-void appendChain(Iterator first, Iterator last, Points& hull) {
+void appendChain(Iterator first, Iterator last, PointList& hull) {
   const std::size_t start = hull.size();
   for (; first != last; ++first) {
     while (hull.size() >= start + 2 &&
@@ -184,8 +184,8 @@ void appendChain(Iterator first, Iterator last, Points& hull) {
 }
 
 /// The hull of points in order, without duplicates.
-Points hullOfSorted(const Points& sorted) {
-  Points hull;
+PointList hullOfSorted(const PointList& sorted) {
+  PointList hull;
   appendChain(sorted.begin(), sorted.end(), hull);
   if (sorted.size() < 2) return hull;
   hull.pop_back();
@@ -196,7 +196,7 @@ Points hullOfSorted(const Points& sorted) {
 
 /// Multiplies the points by the power of two that brings the largest coordinate to its scale, and
 /// returns the exponent.
-int scale(const plane::Box& box, Points& points) {
+int scale(const plane::Box& box, PointList& points) {
   const double largest = plane::largestCoordinate(box, Point());
   if (largest == 0.0) return 0;
   const int exponent =
@@ -212,7 +212,7 @@ ExactHull exactHull(std::span<const qcVector<2>> points) {
   const plane::Box box = boxAround(points);
   if (!(box.minX <= box.maxX)) return {};
   if (std::isinf(plane::largestCoordinate(box, Point()))) return {{}, 0, false};
-  Points sorted = candidates(points, box);
+  PointList sorted = candidates(points, box);
   sorted.erase(std::unique(sorted.begin(), sorted.end()), sorted.end());
   const int exponent = scale(box, sorted);
   return {hullOfSorted(sorted), exponent, true};

@@ -20,7 +20,7 @@ namespace {
 using plane::Expansion;
 using plane::Twofold;
 using Point = qcVector<2>;
-using Points = std::vector<Point>;
+using PointList = std::vector<Point>;
 
 /// How often the search in doubles takes in the farthest point.
 constexpr int mostSearches = 32;
@@ -156,8 +156,8 @@ CircleSupport roughSupport(std::span<const Point> hull) {
 }
 
 /// The vertices, those of the support first and the others in random order.
-Points inOrder(std::span<const Point> hull, const CircleSupport& support) {
-  Points points(hull.begin(), hull.end());
+PointList inOrder(std::span<const Point> hull, const CircleSupport& support) {
+  PointList points(hull.begin(), hull.end());
   qcRandomUniform random(1);
   for (std::size_t i = points.size() - 1; i > 0; --i) {
     const double pick = random.next(0.0, static_cast<double>(i + 1));
