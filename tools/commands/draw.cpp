@@ -168,11 +168,12 @@ bool isPng(const std::string& file) {
   return ending == ".png";
 }
 
-void writePicture(const std::string& file, const Scene& scene, const Look& look,
+void writePicture(const std::string& file, const Scene& scene, Look look,
                   std::ostream& standardOutput) {
   Output output(standardOutput, file);
   if (isPng(file)) {
     std::ostringstream svg;
+    look.withTitles = false;
     writeSvg(svg, scene, look);
     writePng(output.stream(), std::move(svg).str());
   } else {

@@ -15,8 +15,10 @@ namespace {
 constexpr double smallest = 9.0;
 constexpr double largest = 24.0;
 /// The share of the view that labels larger than their shapes may cover.
-constexpr double mostCovered = 0.05;
+constexpr double mostCovered = 0.02;
 constexpr double baselineOverCentre = 9.0;
+/// Between a shape and the label above or below it.
+constexpr double gap = 4.0;
 
 /// A label with the place that it takes.
 struct Candidate {
@@ -31,15 +33,25 @@ double letterSize(const std::string& text, const Box& shape) {
   return std::clamp(fitting, smallest, largest);
 }
 
+/// Inside the view, unless that is narrower.
+double inside(double middle, double half, double width) {
+  return std::clamp(middle, std::min(half, 0.5 * width), std::max(width - half, 0.5 * width));
+}
+
+/// In the middle of a shape that it fits into, above or below others.
 Candidate candidateFor(const Shape& shape, const Canvas& canvas, bool centresAreMarked) {
   const Box box = canvas.map(shape.box);
   const double size = letterSize(shape.label, box);
-  const double below = centresAreMarked ? -baselineOverCentre : 0.35 * size;
-  const qcVector<2> at = canvas.map(shape.middle) + qcVector<2>(0.0, below);
   const double half = 0.5 * widthOf(shape.label, size);
-  return {{at, size, shape.label},
-          {at - qcVector<2>(half, 0.8 * size), at + qcVector<2>(half, 0.2 * size)},
-          box};
+  const qcVector<2> middle = canvas.map(shape.middle);
+  double baseline = middle.y() + (centresAreMarked ? -baselineOverCentre : 0.35 * size);
+  if (2.0 * half > box.width() || size > box.height()) {
+    const bool isTop = box.low.y() < size + gap;
+    baseline = isTop ? box.high.y() + gap + 0.8 * size : box.low.y() - gap;
+  }
+  const qcVector<2> at(inside(middle.x(), half, canvas.width()), baseline);
+  const Box place{at - qcVector<2>(half, 0.8 * size), at + qcVector<2>(half, 0.2 * size)};
+  return {{at, size, shape.label}, place, box};
 }
 
 /// What has been placed, to be found by its place.
@@ -84,7 +96,7 @@ std::vector<Candidate> candidates(const Scene& scene, const Canvas& canvas, bool
   for (const Shape& shape : scene.shapes()) {
     if (shape.label.empty()) continue;
     Candidate candidate = candidateFor(shape, canvas, centresAreMarked);
-    if (view.meets(candidate.box)) found.push_back(std::move(candidate));
+    if (view.meets(candidate.shape)) found.push_back(std::move(candidate));
   }
   std::stable_sort(found.begin(), found.end(), [](const Candidate& a, const Candidate& b) {
     return a.shape.width() * a.shape.height() > b.shape.width() * b.shape.height();

@@ -24,8 +24,8 @@ struct Label {
 double widthOf(const std::string& text, double size);
 
 /// The labels of the largest shapes as far as there is room: they do not meet, and those larger
-/// than their shapes cover a twentieth of the view at most. Beside the centres where these are
-/// marked.
+/// than their shapes stand beside these, and cover a fiftieth of the view at most. Others are in
+/// the middle, or above it where centres are marked.
 std::vector<Label> labelsOf(const Scene& scene, const Canvas& canvas, bool centresAreMarked);
 
 }  // namespace tool

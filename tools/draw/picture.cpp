@@ -160,8 +160,7 @@ class Picture {
     for (const Layer& layer : scene_.layers()) strip.addOverlay(*layer.overlay);
     const std::size_t labelled = labelledShapes();
     if (look_.withLabels && labels.size() < labelled) {
-      strip.addNote("labels of " + std::to_string(labels.size()) + " of " +
-                    std::to_string(labelled));
+      strip.addNote(std::to_string(labels.size()) + " of " + std::to_string(labelled) + " labels");
     }
     writeOpening(strip.picture());
     writeView();
@@ -229,10 +228,14 @@ class Picture {
     for (const Layer& layer : scene_.layers()) writeLayer(layer);
   }
 
+  std::string titleOf(const Shape& shape) const {
+    return look_.files[shape.file] + ", feature " + std::to_string(shape.number);
+  }
+
   void writeShape(const Shape& shape) {
     const Colours colours =
         coloursOf(shape.colour, look_.underlay ? Ground::ePhotograph : Ground::ePaper);
-    const std::string title = look_.files[shape.file] + ", feature " + std::to_string(shape.number);
+    const std::string title = look_.withTitles ? titleOf(shape) : "";
     if (shape.rings.empty()) {
       const Circle dot{canvas_.map(shape.box.middle()), dotRadius};
       out_ << svg::circle(dot, quoted("fill", colours.stroke), title);

@@ -20,6 +20,7 @@ namespace tool {
 struct Look {
   /// The names of the files, for what a browser shows under the mouse.
   std::vector<std::string> files;
+  bool withTitles = true;
   bool withLabels = true;
   /// Pixels of the longer side of the view.
   double size = 1000.0;

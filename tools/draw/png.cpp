@@ -27,6 +27,7 @@ struct Functions {
   decltype(&rsvg_handle_get_intrinsic_size_in_pixels) sizeOf = nullptr;
   decltype(&rsvg_handle_render_document) render = nullptr;
   decltype(&cairo_image_surface_create) makeSurface = nullptr;
+  decltype(&cairo_surface_status) statusOf = nullptr;
   decltype(&cairo_surface_destroy) releaseSurface = nullptr;
   decltype(&cairo_create) beginDrawing = nullptr;
   decltype(&cairo_destroy) endDrawing = nullptr;
@@ -55,6 +56,7 @@ Functions load() {
   find(library, "rsvg_handle_get_intrinsic_size_in_pixels", found.sizeOf);
   find(library, "rsvg_handle_render_document", found.render);
   find(library, "cairo_image_surface_create", found.makeSurface);
+  find(library, "cairo_surface_status", found.statusOf);
   find(library, "cairo_surface_destroy", found.releaseSurface);
   find(library, "cairo_create", found.beginDrawing);
   find(library, "cairo_destroy", found.endDrawing);
@@ -73,6 +75,11 @@ const Functions& functions() {
   const std::string reason = error->message;
   functions().releaseError(error);
   throw FileError("cannot be drawn: " + reason);
+}
+
+void requireSuccess(cairo_status_t status) {
+  if (status == CAIRO_STATUS_SUCCESS) return;
+  throw FileError(std::string("cannot be drawn: ") + functions().describe(status));
 }
 
 struct ReleaseObject {
@@ -104,6 +111,7 @@ Surface rendered(RsvgHandle* picture) {
   functions().sizeOf(picture, &area.width, &area.height);
   Surface surface(functions().makeSurface(CAIRO_FORMAT_RGB24, static_cast<int>(area.width + 0.5),
                                           static_cast<int>(area.height + 0.5)));
+  requireSuccess(functions().statusOf(surface.get()));
   const Drawing drawing(functions().beginDrawing(surface.get()));
   GError* error = nullptr;
   if (functions().render(picture, drawing.get(), &area, &error) == 0) fail(error);
@@ -122,10 +130,7 @@ void requirePng() { functions(); }
 void writePng(std::ostream& out, const std::string& svg) {
   const Picture picture = read(svg);
   const Surface surface = rendered(picture.get());
-  const cairo_status_t status = functions().write(surface.get(), append, &out);
-  if (status != CAIRO_STATUS_SUCCESS) {
-    throw FileError(std::string("cannot be drawn: ") + functions().describe(status));
-  }
+  requireSuccess(functions().write(surface.get(), append, &out));
 }
 
 }  // namespace tool

@@ -27,8 +27,8 @@ constexpr double marginShare = 0.04;
 constexpr double firstTolerance = 0.02;
 constexpr double lastTolerance = 0.05;
 /// What is no larger, in pixels, becomes a dot; of dots that share a square the first is drawn.
-constexpr double dotSize = 1.5;
-constexpr double dotSpacing = 0.5;
+constexpr double dotSize = 2.0;
+constexpr double dotSpacing = 1.5;
 /// Beyond this, squares of lengths overflow; nothing that was seen by a camera comes near it.
 constexpr double farthest = 1e100;
 constexpr double nearest = 1e-100;

@@ -23,7 +23,7 @@ class Squares {
   /// each.
   bool take(const qcVector<2>& p) {
     if (size_ == 0.0) return taken_.insert({p.x(), p.y()}).second;
-    return taken_.insert({std::floor(p.x() / size_), std::floor(p.y() / size_)}).second;
+    return taken_.insert({number(p.x()), number(p.y())}).second;
   }
 
  private:
@@ -40,6 +40,11 @@ class Squares {
     }
   };
 
+  /// Round coordinates are no borders, so that a place which is rounded differently is in one
+  /// square nevertheless.
+  double number(double coordinate) const { return std::floor(coordinate / size_ + shift); }
+
+  static constexpr double shift = 0.381966;
   double size_;
   std::unordered_set<Square, Hash> taken_;
 };
