@@ -4,9 +4,11 @@
 
 #include <bench/peers/work.h>
 
+#include <algorithm>
 #include <memory>
 #include <sstream>
 
+#include <geos/algorithm/distance/DiscreteHausdorffDistance.h>
 #include <geos/algorithm/locate/IndexedPointInAreaLocator.h>
 #include <geos/geom/Coordinate.h>
 #include <geos/geom/CoordinateArraySequence.h>
@@ -130,6 +132,17 @@ void measure() {
   once("isSelfIntersecting", largerShapes, &ring, [](const Geometry& g) { return g.isSimple(); });
   once("convexHull", largerShapes, &ring,
        [](const Geometry& g) { return g.convexHull()->getNumPoints(); });
+  // Its points lie at equal steps of each edge: at 0.01 they miss as much as ours may.
+  askOnce("hausdorff", "GEOS", Plan{"S", {100, 1000}}, [](const Work& given) {
+    Points moved = given.outline;
+    shapes::scaleAndShift(moved, 1.002, Point(0.5, 0.25));
+    const double longest = 2.0 * 3.1415927 * 500.0 / static_cast<double>(moved.size());
+    const double share = std::min(1.0, 2.0 * 0.01 / longest);
+    return std::pair(&setNothing, [a = std::shared_ptr(ring(moved)),
+                                   b = std::shared_ptr(ring(given.outline)), share] {
+      return geos::algorithm::distance::DiscreteHausdorffDistance::distance(*a, *b, share);
+    });
+  });
   once("simplify", smoothStars, &polygon, [](const Geometry& g) {
     return geos::simplify::TopologyPreservingSimplifier::simplify(&g, 2.0)->getNumPoints();
   });

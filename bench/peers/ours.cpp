@@ -5,10 +5,12 @@
 #include <bench/peers/work.h>
 
 #include <array>
+#include <limits>
 #include <memory>
 #include <sstream>
 
 #include <cntr/descriptors.h>
+#include <cntr/deviation.h>
 #include <cntr/region.h>
 #include <cntr/regionst.h>
 #include <cntr/simplify.h>
@@ -140,6 +142,23 @@ void describe() {
            [](const Points& points) { return qf_MinimumCircle(points).radius(); });
   once("simplify", smoothStars,
        [](const OpenRegion& region) { return qf_Simplify(region, 2.0).points().size(); });
+  const auto isMeasured = [](const Work& given) {
+    Points measured = given.outline;
+    shapes::scaleAndShift(measured, 1.002, Point(0.5, 0.25));
+    return std::vector<qcContour>{{measured, true, 0}};
+  };
+  askOnce("deviation", us, smoothStars, [isMeasured](const Work& given) {
+    const std::vector<qcContour> nominal{{given.outline, true, 0}};
+    return std::pair(&setNothing, [measured = isMeasured(given), nominal] {
+      return qf_Deviation(measured, nominal, std::numeric_limits<double>::infinity()).rms;
+    });
+  });
+  askOnce("hausdorff", us, Plan{"S", {100, 1000}}, [isMeasured](const Work& given) {
+    const std::vector<qcContour> nominal{{given.outline, true, 0}};
+    return std::pair(&setNothing, [measured = isMeasured(given), nominal] {
+      return qf_Hausdorff(measured, nominal, 0.01);
+    });
+  });
   onPoints("huMoments", smoothStars, [](const Points& points) { return qf_HuMoments(points)[0]; });
 }
 

@@ -1,8 +1,10 @@
 // SPDX-License-Identifier: MIT
 //
-// Smallest rectangles, strips and circles, Hu's invariants, and contours with other vertices.
+// Smallest rectangles, strips and circles, Hu's invariants, contours with other vertices,
+// and how far curves lie from each other.
 
 #include <cntr/descriptors.h>
+#include <cntr/deviation.h>
 #include <cntr/simplify.h>
 
 #include "rooms.h"
@@ -38,6 +40,24 @@ void askSimplified(Answers& answers) {
     answers.ask([&] { return qf_Simplify(contour, 20.0 * share).points(); });
     answers.ask(
         [&] { return qf_Resample(contour, contour.length() * (0.01 + 0.5 * share)).points(); });
+  });
+}
+
+void askDeviations(Answers& answers) {
+  forEachShape(400, [&](const shapes::Shape& shape, Random& random) {
+    const std::vector<qcContour> nominal{{shape.points, shape.closed, 0}};
+    Points moved = shape.points;
+    const double size = random.uniform(0.9, 1.1);
+    shapes::scaleAndShift(moved, size, Point(2.0, -1.0));
+    const std::vector<qcContour> measured{{moved, true, 0}};
+    const double spacing = nominal.front().length() * random.uniform(0.01, 1.0);
+    answers.ask([&] {
+      const qcDeviation found = qf_Deviation(measured, nominal, spacing);
+      answers.add(found.least, found.leastAt, found.greatest, found.greatestAt);
+      answers.add(found.mean, found.rms);
+      return found.isSigned;
+    });
+    answers.ask([&] { return qf_Hausdorff(measured, nominal, 0.01 * spacing); });
   });
 }
 

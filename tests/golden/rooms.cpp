@@ -32,6 +32,7 @@ std::span<const Room> rooms() {
       {"descriptors", askDescriptors},
       {"descriptor_angles", askDescriptorAngles, true},
       {"simplified", askSimplified},
+      {"deviations", askDeviations},
   };
   return all;
 }

@@ -51,6 +51,7 @@ void askSetRepair(Answers& answers);
 void askDescriptors(Answers& answers);
 void askDescriptorAngles(Answers& answers);
 void askSimplified(Answers& answers);
+void askDeviations(Answers& answers);
 
 // data_rooms.cpp
 void askData(Answers& answers);

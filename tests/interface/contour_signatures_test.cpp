@@ -8,6 +8,7 @@
 
 #include <cntr/contour.h>
 #include <cntr/descriptors.h>
+#include <cntr/deviation.h>
 #include <cntr/ellipse.h>
 #include <cntr/inertia.h>
 #include <cntr/region.h>
@@ -132,6 +133,11 @@ static_assert(isDeclaredAs<qcWidth (*)(View)>(&qf_MinimumWidth));
 static_assert(isDeclaredAs<qcCircle (*)(View)>(&qf_MinimumCircle));
 static_assert(hasSignature<std::array<double, 7> (*)(View)>(&qf_HuMoments));
 static_assert(hasSignature<std::array<double, 7> (*)(std::span<const Points>)>(&qf_HuMoments));
+
+using Contours = std::vector<Contour>;
+static_assert(
+    isDeclaredAs<qcDeviation (*)(const Contours&, const Contours&, double)>(&qf_Deviation));
+static_assert(isDeclaredAs<double (*)(const Contours&, const Contours&, double)>(&qf_Hausdorff));
 
 using Rings = std::vector<Points>;
 static_assert(hasSignature<Contour (*)(const Contour&, double)>(&qf_Simplify));

@@ -1,0 +1,70 @@
+// SPDX-License-Identifier: MIT
+//
+// How far one set of curves lies from another: signed distances of a measured outline from its
+// nominal one, and the Hausdorff distance.
+//
+// Curves are lists of contours, open and closed: an outline and its holes, for example. A contour
+// of one vertex is that point.
+
+#pragma once
+
+#include <vector>
+
+#include <cntr/contour.h>
+
+/// @addtogroup descriptors
+/// @{
+
+/// What qf_Deviation() finds. Distances are in the unit of the coordinates.
+struct qcDeviation {
+  /// The least distance: how deep inside the nominal area the measured curves come, where distances
+  /// are signed.
+  double least = 0.0;
+  /// The first point with that distance.
+  qcVector<2> leastAt;
+  /// The greatest distance.
+  double greatest = 0.0;
+  /// The first point with that distance.
+  qcVector<2> greatestAt;
+  /// The mean distance along the measured curves.
+  double mean = 0.0;
+  /// The root mean square of the distances along the measured curves.
+  double rms = 0.0;
+  /// Whether the distances have signs, positive outside the nominal area and negative inside. They
+  /// have none when a nominal contour is open.
+  bool isSigned = true;
+
+  /// Exact equality of all members.
+  bool operator==(const qcDeviation&) const noexcept = default;
+};
+
+/// How far `measured` lies from the nearest points of `nominal`: asked at every measured vertex,
+/// and between vertices at equal steps of at most `spacing`, which may be infinite. Each point
+/// weighs half of the steps beside it; in a contour without length all points weigh the same.
+///
+/// The nominal area holds the points about which the winding numbers of the nominal contours sum to
+/// another number than 0: holes must run the other way round than outlines.
+///
+/// Throws qcContourDefs::EmptyContour when either has no vertices, qcContourDefs::BadParams
+/// "spacing is not positive", "a coordinate is not finite", and "spacing is too small for the
+/// contour" for more than 2^31 steps in an edge. O((n + m) log n) for n nominal vertices and m
+/// points, as long as the nominal edges are not all equally near.
+CNTR_EXPORT qcDeviation qf_Deviation(const std::vector<qcContour>& measured,
+                                     const std::vector<qcContour>& nominal, double spacing);
+
+/// The Hausdorff distance of the curves `a` and `b`, in the unit of the coordinates: how far the
+/// point of either that is farthest from the other is from it. All points of the edges count, not
+/// the vertices alone. The result is the distance of such a point: but for rounding never above the
+/// true value, and at most `tolerance` below it.
+///
+/// Throws qcContourDefs::EmptyContour when either has no vertices, qcContourDefs::BadParams "a
+/// coordinate is not finite" and "tolerance is not positive".
+///
+/// Edges are halved as long as a point of them might be farther by more than `tolerance` than the
+/// farthest one so far; a part of an edge that is near one edge of the other curve at both ends is
+/// nowhere farther from it (distances from a segment are convex). O((n + m) log(n + m)) for most
+/// curves, and never more than the sum of the lengths over `tolerance` many points.
+CNTR_EXPORT double qf_Hausdorff(const std::vector<qcContour>& a, const std::vector<qcContour>& b,
+                                double tolerance);
+
+/// @}
