@@ -61,11 +61,11 @@ int sideOfCircle(const Point& a, const Point& b, const Point& c, const Point& p)
       circleDeterminant(a, b, c, p, [](double from, double to) { return from - to; });
   if (std::abs(estimate) > errorOfDoubles * permanent) return estimate > 0.0 ? 1 : -1;
   // Each of some twenty operations is right to 2^-100 of its terms.
-  constexpr double errorOfTwofolds = 0x1p-94;
+  constexpr double errorOfTheDeterminant = 0x1p-94;
   const double closer = circleDeterminant(a, b, c, p, [](double from, double to) {
                           return plane::sumOf(from, -to);
                         }).high;
-  if (std::abs(closer) > errorOfTwofolds * permanent) return closer > 0.0 ? 1 : -1;
+  if (std::abs(closer) > errorOfTheDeterminant * permanent) return closer > 0.0 ? 1 : -1;
   return circleDeterminant(a, b, c, p, &Expansion::difference).sign();
 }
 

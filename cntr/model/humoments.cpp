@@ -16,8 +16,6 @@ using Point = qcVector<2>;
 using Ring = std::span<const Point>;
 using Invariants = std::array<double, 7>;
 
-constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();
-
 /// The moments of what a ring bounds, up to the third order: mXY is the integral of x^X y^Y.
 struct Moments {
   double m00 = 0.0;
@@ -116,11 +114,13 @@ double factorFor(const Rings& rings, const Point& origin) noexcept {
   for (const Ring ring : rings) {
     for (const Point& p : ring) {
       const Point d = p - origin;
-      if (!std::isfinite(d.x()) || !std::isfinite(d.y())) return notANumber;
+      if (!std::isfinite(d.x()) || !std::isfinite(d.y()))
+        return std::numeric_limits<double>::quiet_NaN();
       farthest = std::max({farthest, std::abs(d.x()), std::abs(d.y())});
     }
   }
-  if (farthest < std::numeric_limits<double>::min()) return notANumber;
+  if (farthest < std::numeric_limits<double>::min())
+    return std::numeric_limits<double>::quiet_NaN();
   return std::ldexp(1.0, -std::ilogb(farthest));
 }
 
