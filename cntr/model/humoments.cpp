@@ -127,7 +127,7 @@ double factorFor(const Rings& rings, const Point& origin) noexcept {
 template <class Rings>
 Invariants huMoments(const Rings& rings) noexcept {
   Invariants nothing;
-  nothing.fill(notANumber);
+  nothing.fill(std::numeric_limits<double>::quiet_NaN());
   std::size_t vertices = 0;
   const Point* origin = nullptr;
   for (const Ring ring : rings) {
