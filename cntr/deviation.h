@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
 // How far one set of curves lies from another: signed distances of a measured outline from its
-// nominal one, and the Hausdorff distance.
+// nominal one, the Hausdorff distance, and the motion that brings them together.
 //
 // Curves are lists of contours, open and closed: an outline and its holes, for example. A contour
 // of one vertex is that point.
@@ -11,6 +11,7 @@
 #include <vector>
 
 #include <cntr/contour.h>
+#include <platform/core/xform.h>
 
 /// @addtogroup descriptors
 /// @{
@@ -66,5 +67,37 @@ CNTR_EXPORT qcDeviation qf_Deviation(const std::vector<qcContour>& measured,
 /// curves, and never more than the sum of the lengths over `tolerance` many points.
 CNTR_EXPORT double qf_Hausdorff(const std::vector<qcContour>& a, const std::vector<qcContour>& b,
                                 double tolerance);
+
+/// What qf_Align() finds.
+struct qcAlignment {
+  /// Moves the measured curves onto the nominal ones: a rotation, then a translation.
+  qcXform<2> transform;
+  /// The rotation, in [-180, 180] degrees.
+  qcDegree angle;
+  /// The root mean square distance that is left, in the unit of the coordinates.
+  double residual = 0.0;
+  /// How many steps the last refinement took, at most 50.
+  int steps = 0;
+  /// Whether it ended because a further step would change next to nothing: 1e-10 of the extent.
+  bool settled = false;
+};
+
+/// The rigid motion, without mirroring, that gives the measured curves the least root mean square
+/// distance from the nominal ones: over their vertices and points between at steps of at most 1/512
+/// of their length, each weighing the length that it stands for.
+///
+/// The least one that is found: from the principal axes laid upon each other both ways and from 16
+/// rotations, each refined a little with some of the points, the best is refined with all. A shape
+/// with a symmetry may come out under any of its members, curves far from similar in another of
+/// several places that are about as good. Without any length all points weigh the same.
+///
+/// Throws qcContourDefs::EmptyContour when either has no vertices, qcContourDefs::BadParams "a
+/// coordinate is not finite", and "spacing is too small for the contour" where a length is not
+/// finite. O((n + m) log n) for each of about 200 steps. P. J. Besl, N. D. McKay, "A method for
+/// registration of 3-D shapes", IEEE Transactions on Pattern Analysis and Machine Intelligence 14
+/// (1992); Y. Chen, G. Medioni, "Object modelling by registration of multiple range images", Image
+/// and Vision Computing 10 (1992), for the distance from lines.
+CNTR_EXPORT qcAlignment qf_Align(const std::vector<qcContour>& measured,
+                                 const std::vector<qcContour>& nominal);
 
 /// @}

@@ -153,6 +153,12 @@ void describe() {
       return qf_Deviation(measured, nominal, std::numeric_limits<double>::infinity()).rms;
     });
   });
+  askOnce("align", us, Plan{"S", {100, 1000}}, [isMeasured](const Work& given) {
+    const std::vector<qcContour> nominal{{given.outline, true, 0}};
+    return std::pair(&setNothing, [measured = isMeasured(given), nominal] {
+      return qf_Align(measured, nominal).residual;
+    });
+  });
   askOnce("hausdorff", us, Plan{"S", {100, 1000}}, [isMeasured](const Work& given) {
     const std::vector<qcContour> nominal{{given.outline, true, 0}};
     return std::pair(&setNothing, [measured = isMeasured(given), nominal] {

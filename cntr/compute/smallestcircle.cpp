@@ -18,7 +18,6 @@ namespace cntr::compute {
 namespace {
 
 using plane::Expansion;
-using plane::Twofold;
 using Point = qcVector<2>;
 using PointList = std::vector<Point>;
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
 // Smallest rectangles, strips and circles, Hu's invariants, contours with other vertices,
-// and how far curves lie from each other.
+// and how far curves lie from each other, as they are and aligned.
 
 #include <cntr/descriptors.h>
 #include <cntr/deviation.h>
@@ -58,6 +58,18 @@ void askDeviations(Answers& answers) {
       return found.isSigned;
     });
     answers.ask([&] { return qf_Hausdorff(measured, nominal, 0.01 * spacing); });
+  });
+}
+
+void askAlignments(Answers& answers) {
+  forEachShape(60, [&](const shapes::Shape& shape, Random& random) {
+    Points moved = shape.points;
+    shapes::rotate(moved, random.uniform(-3.0, 3.0));
+    answers.ask([&] {
+      const qcAlignment found = qf_Align({{moved, true, 0}}, {{shape.points, shape.closed, 0}});
+      answers.add(found.angle.toDouble(), found.residual, found.steps, found.settled);
+      return found.transform;
+    });
   });
 }
 

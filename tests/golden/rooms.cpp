@@ -33,6 +33,7 @@ std::span<const Room> rooms() {
       {"descriptor_angles", askDescriptorAngles, true},
       {"simplified", askSimplified},
       {"deviations", askDeviations},
+      {"alignments", askAlignments, true},
   };
   return all;
 }

@@ -52,6 +52,7 @@ void askDescriptors(Answers& answers);
 void askDescriptorAngles(Answers& answers);
 void askSimplified(Answers& answers);
 void askDeviations(Answers& answers);
+void askAlignments(Answers& answers);
 
 // data_rooms.cpp
 void askData(Answers& answers);

@@ -138,6 +138,7 @@ using Contours = std::vector<Contour>;
 static_assert(
     isDeclaredAs<qcDeviation (*)(const Contours&, const Contours&, double)>(&qf_Deviation));
 static_assert(isDeclaredAs<double (*)(const Contours&, const Contours&, double)>(&qf_Hausdorff));
+static_assert(isDeclaredAs<qcAlignment (*)(const Contours&, const Contours&)>(&qf_Align));
 
 using Rings = std::vector<Points>;
 static_assert(hasSignature<Contour (*)(const Contour&, double)>(&qf_Simplify));

@@ -1,0 +1,216 @@
+// SPDX-License-Identifier: MIT
+//
+// A few steps on few points from every start, then steps on all points from the best of them. A
+// step solves for the small motion that is best if every point's nearest edge were a line (Gauss
+// and Newton), damped until it helps (Levenberg and Marquardt).
+
+#include <cntr/compute/align.h>
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <numbers>
+#include <optional>
+
+#include <platform/core/kernels.h>
+
+namespace cntr::compute {
+
+namespace {
+
+using Point = qcVector<2>;
+using Points = std::span<const WeighedPoint>;
+
+/// Points that a start is tried with, and the steps that it gets.
+constexpr std::size_t triedPoints = 128;
+constexpr int triedSteps = 8;
+/// The steps of the best start.
+constexpr int mostSteps = 50;
+/// Rotations beside those of the principal axes.
+constexpr int rotations = 16;
+/// A step that moves no point by more than this share of the extent is the last one.
+constexpr double smallStep = 1e-10;
+
+/// Centre, principal direction and extent of points.
+struct Body {
+  Point center;
+  double axis = 0.0;
+  double extent = 0.0;
+
+  explicit Body(Points points) noexcept {
+    double weights = 0.0;
+    // From the first point on, so that places far from the origin cost no digits.
+    const Point origin = points.front().at;
+    Point sum;
+    for (const WeighedPoint& p : points) {
+      weights += p.weight;
+      sum = sum + (p.at - origin) * p.weight;
+    }
+    center = origin + sum * (1.0 / weights);
+    double xx = 0.0, xy = 0.0, yy = 0.0;
+    for (const WeighedPoint& p : points) {
+      const Point d = p.at - center;
+      xx += p.weight * d.x() * d.x();
+      xy += p.weight * d.x() * d.y();
+      yy += p.weight * d.y() * d.y();
+      extent = std::max(extent, d.len());
+    }
+    axis = 0.5 * std::atan2(2.0 * xy, xx - yy);
+  }
+};
+
+/// The equations for a small motion (along x, along y, around the centre), and what the distances
+/// come to without it.
+struct Equations {
+  std::array<std::array<double, 3>, 3> matrix{};
+  std::array<double, 3> right{};
+  double squares = 0.0;
+  double weights = 0.0;
+
+  void add(const std::array<double, 3>& slope, double distance, double weight) noexcept {
+    for (std::size_t i = 0; i < 3; ++i) {
+      for (std::size_t j = 0; j < 3; ++j) matrix[i][j] += weight * slope[i] * slope[j];
+      right[i] -= weight * slope[i] * distance;
+    }
+    squares += weight * (distance * distance);
+    weights += weight;
+  }
+
+  double residual() const noexcept { return std::sqrt(squares / weights); }
+
+  /// The motion, with the diagonal raised by that share; Cholesky's method. A motion that nothing
+  /// depends on is 0.
+  std::array<double, 3> solve(double damping) const noexcept {
+    std::array<std::array<double, 3>, 3> root{};
+    std::array<double, 3> motion{};
+    for (std::size_t i = 0; i < 3; ++i) {
+      for (std::size_t j = 0; j <= i; ++j) {
+        double sum = matrix[i][j] * (i == j ? 1.0 + damping : 1.0);
+        for (std::size_t k = 0; k < j; ++k) sum -= root[i][k] * root[j][k];
+        if (i == j) {
+          root[i][i] = sum > 0.0 ? std::sqrt(sum) : 0.0;
+        } else {
+          root[i][j] = root[j][j] > 0.0 ? sum / root[j][j] : 0.0;
+        }
+      }
+    }
+    for (std::size_t i = 0; i < 3; ++i) {
+      double sum = right[i];
+      for (std::size_t k = 0; k < i; ++k) sum -= root[i][k] * motion[k];
+      motion[i] = root[i][i] > 0.0 ? sum / root[i][i] : 0.0;
+    }
+    for (std::size_t i = 3; i-- > 0;) {
+      double sum = motion[i];
+      for (std::size_t k = i + 1; k < 3; ++k) sum -= root[k][i] * motion[k];
+      motion[i] = root[i][i] > 0.0 ? sum / root[i][i] : 0.0;
+    }
+    return motion;
+  }
+};
+
+/// Points that are moved towards curves.
+class Motion {
+ public:
+  Motion(Points points, const Curves& curves, const Point& center, double extent)
+      : points_(points), curves_(curves), center_(center), extent_(extent) {}
+
+  Equations at(const Pose& pose) const {
+    const double c = std::cos(pose.angle);
+    const double s = std::sin(pose.angle);
+    Equations equations;
+    for (const WeighedPoint& p : points_) {
+      const Point d = p.at - center_;
+      const Point arm(c * d.x() - s * d.y(), s * d.x() + c * d.y());
+      const Point q = pose.place + arm;
+      const auto [normal, distance] = towards(q);
+      // Angles as lengths at the extent: all three motions are of one size.
+      const double turn = qnKernel::cross(arm, normal) / extent_;
+      equations.add({normal.x(), normal.y(), turn}, distance, p.weight);
+    }
+    return equations;
+  }
+
+  /// Steps until one is small, or there have been enough.
+  Alignment refine(const Pose& start, int most) const {
+    Alignment found{start, center_, 0.0, 0, false};
+    Equations here = at(start);
+    double damping = 0.0;
+    while (found.steps < most && !found.settled) {
+      ++found.steps;
+      const std::array<double, 3> motion = here.solve(damping);
+      const double size = std::abs(motion[0]) + std::abs(motion[1]) + std::abs(motion[2]);
+      const Pose next{found.pose.angle + motion[2] / extent_,
+                      found.pose.place + Point(motion[0], motion[1])};
+      const Equations there = at(next);
+      if (there.squares < here.squares) {
+        // Distances from kinked curves can fall for ever by less and less.
+        found.settled = here.residual() - there.residual() <= smallStep * extent_;
+        found.pose = next;
+        here = there;
+        damping *= 0.1;
+      } else {
+        damping = std::max(10.0 * damping, 1e-3);
+      }
+      found.settled = found.settled || size <= smallStep * extent_;
+    }
+    found.residual = here.residual();
+    return found;
+  }
+
+ private:
+  struct Direction {
+    Point normal;
+    double distance = 0.0;
+  };
+
+  /// The direction in which the distance of q grows, and the distance along it: across the nearest
+  /// edge, or away from its end.
+  Direction towards(const Point& q) const {
+    const auto& [from, to] = curves_.edges()[curves_.nearest(q).edge];
+    const Point nearest = qnKernel::closestOnSegment(q, from, to);
+    const Point away = q - nearest;
+    const Point edge = (to - from).unit();
+    const Point across(-edge.y(), edge.x());
+    const bool isEnd = nearest == from || nearest == to;
+    if (isEnd && away.len() > 0.0) return {away.unit(), away.len()};
+    return {across, away * across};
+  }
+
+  Points points_;
+  const Curves& curves_;
+  Point center_;
+  double extent_;
+};
+
+std::vector<WeighedPoint> fewOf(Points points) {
+  std::vector<WeighedPoint> few;
+  const std::size_t stride = (points.size() + triedPoints - 1) / triedPoints;
+  for (std::size_t i = 0; i < points.size(); i += stride) few.push_back(points[i]);
+  return few;
+}
+
+/// The rotations to start from: the principal axis onto the other, both ways, and all around.
+std::vector<double> startAngles(const Body& moved, const Body& fixed) {
+  std::vector<double> angles = {fixed.axis - moved.axis,
+                                fixed.axis - moved.axis + std::numbers::pi};
+  for (int i = 0; i < rotations; ++i) angles.push_back(2.0 * std::numbers::pi / rotations * i);
+  return angles;
+}
+
+}  // namespace
+
+Alignment align(Points moved, Points fixed, const Curves& curves) {
+  const Body body(moved);
+  const Body target(fixed);
+  const double extent = body.extent > 0.0 ? body.extent : 1.0;
+  const std::vector<WeighedPoint> few = fewOf(moved);
+  const Motion trial(few, curves, body.center, extent);
+  std::optional<Alignment> best;
+  for (const double angle : startAngles(body, target)) {
+    const Alignment tried = trial.refine({angle, target.center}, triedSteps);
+    if (!best || tried.residual < best->residual) best = tried;
+  }
+  return Motion(moved, curves, body.center, extent).refine(best->pose, mostSteps);
+}
+
+}  // namespace cntr::compute

@@ -1,0 +1,116 @@
+// SPDX-License-Identifier: MIT
+//
+// Alignment: known motions are found again from any rotation, the residual is that of the literal
+// definition, and no small motion makes it less.
+
+#include <cmath>
+#include <limits>
+#include <numbers>
+
+#include <cntr/deviation.h>
+#include <gtest/gtest.h>
+#include <testing/plain/deviation.h>
+#include <testing/shapes/shapes.h>
+
+namespace {
+
+using shapes::Point;
+using shapes::Points;
+using Contours = std::vector<qcContour>;
+
+qcContour closed(const Points& points) { return {points, true, 0}; }
+
+/// A shape without symmetry.
+const Points bracket = {{0, 0}, {60, 0}, {60, 12}, {22, 12}, {22, 37}, {0, 37}};
+
+qcXform<2> motion(double degrees, const Point& by) {
+  const qcRadian angle = qcDegree(degrees);
+  return {qcMatrix<2>(angle, angle, 1.0, 1.0), by};
+}
+
+Points moved(const Points& points, const qcXform<2>& by) {
+  Points result;
+  for (const Point& p : points) result.push_back(by * p);
+  return result;
+}
+
+/// The root mean square distance by the definition.
+double residual(const Points& measured, const Points& nominal) {
+  const double spacing = closed(measured).length() / 512.0;
+  return plain::deviation({{measured, true}}, {{nominal, true}, {{nominal.front()}, false}},
+                          spacing)
+      .rms;
+}
+
+TEST(AlignContours, SettlesFromAnyRotation) {
+  for (int degrees = -180; degrees < 180; degrees += 7) {
+    const qcXform<2> by = motion(degrees, Point(13.0, -400.0));
+    const qcAlignment found = qf_Align({closed(moved(bracket, by))}, {closed(bracket)});
+    SCOPED_TRACE(degrees);
+    EXPECT_TRUE(found.settled);
+    EXPECT_LE(found.steps, 50);
+    EXPECT_LE(found.residual, 1e-8);
+    EXPECT_NEAR(std::remainder(found.angle.toDouble() + degrees, 360.0), 0.0, 1e-7);
+    for (const Point& p : bracket) {
+      EXPECT_TRUE(qfRealEq(found.transform * (by * p), p, 1e-7));
+    }
+  }
+}
+
+TEST(AlignContours, FindsStarsAgain) {
+  for (std::uint64_t seed = 0; seed < 12; ++seed) {
+    const Points star = shapes::spikyStar(23, seed);
+    shapes::Random random(seed);
+    const qcXform<2> by = motion(random.uniform(-180.0, 180.0), Point(1e3, 5.0));
+    const qcAlignment found = qf_Align({closed(moved(star, by))}, {closed(star)});
+    EXPECT_TRUE(found.settled) << seed;
+    EXPECT_LE(found.residual, 1e-6) << seed;
+  }
+}
+
+TEST(AlignContours, LeavesTheResidualOfTheDefinitionAtItsLeast) {
+  for (std::uint64_t seed = 0; seed < 10; ++seed) {
+    shapes::Random random(seed);
+    Points measured = bracket;
+    for (Point& p : measured) {
+      const double dx = random.uniform(-0.5, 0.5);
+      p = p + Point(dx, random.uniform(-0.5, 0.5));
+    }
+    measured = moved(measured, motion(random.uniform(-180.0, 180.0), Point(3, 4)));
+    const qcAlignment found = qf_Align({closed(measured)}, {closed(bracket)});
+    EXPECT_TRUE(found.settled) << seed;
+    const Points there = moved(measured, found.transform);
+    EXPECT_NEAR(residual(there, bracket), found.residual, 1e-9) << seed;
+    EXPECT_GT(found.residual, 0.01) << seed;
+    for (const double angle : {-0.02, 0.0, 0.02}) {
+      for (const Point& by : {Point(0.02, 0), Point(-0.02, 0), Point(0, 0.02), Point(0, -0.02)}) {
+        const double other = residual(moved(there, motion(angle, by)), bracket);
+        EXPECT_GE(other, found.residual - 1e-6) << seed;
+      }
+    }
+  }
+}
+
+TEST(AlignContours, DoesNotMirror) {
+  Points mirrored = bracket;
+  for (Point& p : mirrored) p = Point(-p.x(), p.y());
+  EXPECT_GT(qf_Align({closed(mirrored)}, {closed(bracket)}).residual, 1.0);
+}
+
+TEST(AlignContours, TakesSeveralContours) {
+  const Points hole = {{5, 20}, {5, 30}, {15, 30}};
+  const qcXform<2> by = motion(140.0, Point(-70.0, 8.0));
+  const qcAlignment found = qf_Align({closed(moved(bracket, by)), closed(moved(hole, by))},
+                                     {closed(bracket), closed(hole)});
+  EXPECT_LE(found.residual, 1e-8);
+  EXPECT_NEAR(found.angle.toDouble(), -140.0, 1e-7);
+}
+
+TEST(AlignContours, RefusesWhatHasNoAnswer) {
+  const double infinity = std::numeric_limits<double>::infinity();
+  EXPECT_THROW(qf_Align({}, {closed(bracket)}), qcContourDefs::EmptyContour);
+  EXPECT_THROW(qf_Align({closed(bracket)}, {closed({})}), qcContourDefs::EmptyContour);
+  EXPECT_THROW(qf_Align({closed({{infinity, 0}})}, {closed(bracket)}), qcContourDefs::BadParams);
+}
+
+}  // namespace
