@@ -19,7 +19,7 @@ namespace cntr::compute {
 namespace {
 
 using Point = qcVector<2>;
-using Points = std::span<const WeighedPoint>;
+using WeighedPoints = std::span<const WeighedPoint>;
 
 /// Points that a start is tried with, and the steps that it gets.
 constexpr std::size_t triedPoints = 128;
@@ -37,7 +37,7 @@ struct Body {
   double axis = 0.0;
   double extent = 0.0;
 
-  explicit Body(Points points) noexcept {
+  explicit Body(WeighedPoints points) noexcept {
     double weights = 0.0;
     // From the first point on, so that places far from the origin cost no digits.
     const Point origin = points.front().at;
@@ -111,7 +111,7 @@ struct Equations {
 /// Points that are moved towards curves.
 class Motion {
  public:
-  Motion(Points points, const Curves& curves, const Point& center, double extent)
+  Motion(WeighedPoints points, const Curves& curves, const Point& center, double extent)
       : points_(points), curves_(curves), center_(center), extent_(extent) {}
 
   Equations at(const Pose& pose) const {
@@ -176,13 +176,13 @@ class Motion {
     return {across, away * across};
   }
 
-  Points points_;
+  WeighedPoints points_;
   const Curves& curves_;
   Point center_;
   double extent_;
 };
 
-std::vector<WeighedPoint> fewOf(Points points) {
+std::vector<WeighedPoint> fewOf(WeighedPoints points) {
   std::vector<WeighedPoint> few;
   const std::size_t stride = (points.size() + triedPoints - 1) / triedPoints;
   for (std::size_t i = 0; i < points.size(); i += stride) few.push_back(points[i]);
@@ -199,7 +199,7 @@ std::vector<double> startAngles(const Body& moved, const Body& fixed) {
 
 }  // namespace
 
-Alignment align(Points moved, Points fixed, const Curves& curves) {
+Alignment align(WeighedPoints moved, WeighedPoints fixed, const Curves& curves) {
   const Body body(moved);
   const Body target(fixed);
   const double extent = body.extent > 0.0 ? body.extent : 1.0;

@@ -19,9 +19,9 @@ struct Asked {
   Curves::Nearest nearest;
 };
 
-class Search {
+class HausdorffSearch {
  public:
-  Search(const Curves& to, double known, double tolerance)
+  HausdorffSearch(const Curves& to, double known, double tolerance)
       : to_(to), tolerance_(tolerance), greatest_(known) {}
 
   Asked ask(const Point& p) {
@@ -77,7 +77,7 @@ class Search {
 }  // namespace
 
 double farthestFrom(const Curves& from, const Curves& to, double known, double tolerance) {
-  Search search(to, known, tolerance);
+  HausdorffSearch search(to, known, tolerance);
   std::vector<Asked> starts;
   std::vector<Asked> ends;
   // All vertices first: the farther the farthest one, the fewer edges need a second look.
