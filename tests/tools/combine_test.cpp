@@ -85,7 +85,20 @@ TEST_F(Combine, EachFeatureIsCutByItselfAndKeepsItsProperties) {
   EXPECT_THAT(areas("difference", {"--each"}), ElementsAre(14.0, 12.0, 16.0));
 }
 
-TEST_F(Combine, TheSameNumberOfThreadsOrNotGivesTheSameBytes) {
+TEST_F(Combine, AMaskCutsTheFeaturesThatItMeetsOnAnySide) {
+  const std::string mask = directory_.write("mask.json", polygon({square(10, 10, 10)}));
+  const std::string around = collection(
+      {polygon({square(8, 12, 4)}), polygon({square(18, 12, 4)}), polygon({square(12, 8, 4)}),
+       polygon({square(12, 18, 4)}), polygon({square(4, 12, 4)}), polygon({square(22, 12, 4)}),
+       polygon({square(12, 4, 4)}), polygon({square(12, 22, 4)})});
+  const auto result = run({"combine", "-", mask, "--operation", "difference", "--each"}, around);
+  const auto report = run({"repair", "--json", "-o", directory_.path("repaired.json")}, result.out);
+  std::vector<double> found;
+  for (const Json& row : Json::parse(report.out)) found.push_back(row["area_after"]);
+  EXPECT_THAT(found, ElementsAre(8, 8, 8, 8, 16, 16, 16, 16));
+}
+
+TEST_F(Combine, TheNumberOfThreadsChangesNoByte) {
   EXPECT_EQ(combined("difference", {"--each", "--jobs", "1"}).out,
             combined("difference", {"--each", "--jobs", "4"}).out);
 }
