@@ -78,9 +78,15 @@ const Format* formatNamed(std::string_view name) {
 }
 
 const Format* formatByEnding(const std::string& file) {
-  std::string ending = std::filesystem::path(file).extension().string();
-  std::transform(ending.begin(), ending.end(), ending.begin(),
-                 [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
+  const auto endingOf = [](const std::filesystem::path& path) {
+    std::string ending = path.extension().string();
+    std::transform(ending.begin(), ending.end(), ending.begin(),
+                   [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
+    return ending;
+  };
+  const std::filesystem::path path(file);
+  std::string ending = endingOf(path);
+  if (ending == ".gz") ending = endingOf(path.stem());
   if (ending.empty()) return nullptr;
   return firstFormat([&](const Format& format) {
     return std::find(format.endings.begin(), format.endings.end(), ending) != format.endings.end();

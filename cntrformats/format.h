@@ -44,7 +44,8 @@ std::span<const Format> allFormats();
 
 /// Null where there is none of that name.
 const Format* formatNamed(std::string_view name);
-/// The format that the ending of a file's name stands for; null for other endings and for "-".
+/// The format that the ending of a file's name stands for, .gz at the end left out; null for other
+/// endings and for "-".
 const Format* formatByEnding(const std::string& file);
 /// The format that the beginning of the text looks like, GeoJSON when it looks like none. All of it
 /// stays to be read.

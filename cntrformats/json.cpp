@@ -2,67 +2,220 @@
 
 #include <cntrformats/json.h>
 
-#include <istream>
+#include <algorithm>
+#include <array>
+#include <cstdio>
+#include <utility>
 
-#include <cntrformats/errors.h>
+#include <simdjson.h>
 
 namespace formats {
 
 namespace {
 
 constexpr std::size_t longestExcerpt = 40;
-/// Deeper values would need much stack to be written.
-constexpr int deepestNesting = 200;
+constexpr std::string_view blanks = " \t\r\n";
+
+/// The place of the first of these three characters from `at` on, or the end. Most blocks have none
+/// of them, which a compiler finds out for all bytes of a block at once.
+std::size_t findAny(std::string_view text, std::size_t at, char a, char b, char c) {
+  constexpr std::size_t block = 64;
+  const auto isOne = [=](char other) {
+    return static_cast<unsigned>(other == a) | static_cast<unsigned>(other == b) |
+           static_cast<unsigned>(other == c);
+  };
+  for (; at + block <= text.size(); at += block) {
+    const char* const bytes = text.data() + at;
+    unsigned char found = 0;
+    for (std::size_t k = 0; k < block; ++k) {
+      found = static_cast<unsigned char>(found | isOne(bytes[k]));
+    }
+    if (found != 0) break;
+  }
+  while (at < text.size() && isOne(text[at]) == 0) ++at;
+  return at;
+}
+
+std::size_t skipBlanks(std::string_view text, std::size_t at) {
+  return std::min(text.find_first_not_of(blanks, at), text.size());
+}
 
 /// True for the bytes that continue a UTF-8 character.
 bool continues(char byte) { return (static_cast<unsigned char>(byte) & 0xC0U) == 0x80U; }
 
-/// The library's message without its name and number, which tell a user nothing.
-std::string reason(const Json::exception& error) {
-  const std::string message = error.what();
-  const std::size_t end = message.find("] ");
-  return end == std::string::npos ? message : message.substr(end + 2);
+/// The bytes of the UTF-8 character that the text begins with; 0 when it begins with none.
+std::size_t lengthOfCharacter(std::string_view text) {
+  for (std::size_t length = 1; length <= std::min<std::size_t>(4, text.size()); ++length) {
+    if (simdjson::validate_utf8(text.data(), length)) return length;
+  }
+  return 0;
 }
 
-template <class Error, class Text>
-Json parsed(Text& text, const JsonListener& listener) {
-  const auto check = [&listener](int depth, Json::parse_event_t event, Json& value) {
-    if (depth > deepestNesting) throw Error("nested too deeply");
-    return listener(depth, event, value);
-  };
-  try {
-    return Json::parse(text, check);
-  } catch (const Json::exception& error) {
-    throw Error("not JSON: " + reason(error));
+std::string validUtf8(std::string_view text) {
+  std::string valid;
+  while (!text.empty()) {
+    const std::size_t length = lengthOfCharacter(text);
+    valid += length == 0 ? std::string_view("\xEF\xBF\xBD") : text.substr(0, length);
+    text.remove_prefix(std::max<std::size_t>(1, length));
   }
+  return valid;
+}
+
+std::string escape(char c) {
+  switch (c) {
+    case '"':
+      return "\\\"";
+    case '\\':
+      return "\\\\";
+    case '\n':
+      return "\\n";
+    case '\r':
+      return "\\r";
+    case '\t':
+      return "\\t";
+    default:
+      break;
+  }
+  std::array<char, 8> text{};
+  std::snprintf(text.data(), text.size(), "\\u%04x", static_cast<unsigned>(c));
+  return text.data();
+}
+
+bool isPlain(char c) { return c != '"' && c != '\\' && static_cast<unsigned char>(c) >= 0x20U; }
+
+}  // namespace
+
+bool ValueEnd::find(std::string_view text, std::size_t& at) {
+  if (at == text.size()) return false;
+  if (first_ == '\0') {
+    first_ = text[at];
+    last_ = first_ == '{' ? '}' : ']';
+    if (first_ == '"') {
+      isInString_ = true;
+      ++at;
+    }
+  }
+  if (first_ == '{' || first_ == '[') return findInBrackets(text, at);
+  if (first_ == '"') return findInString(text, at);
+  at = std::min(text.find_first_of(",]}: \t\r\n", at), text.size());
+  return at < text.size();
+}
+
+bool ValueEnd::findInString(std::string_view text, std::size_t& at) {
+  while (at < text.size()) {
+    if (std::exchange(isEscaped_, false)) {
+      ++at;
+      continue;
+    }
+    at = findAny(text, at, '"', '\\', '"');
+    if (at == text.size()) return false;
+    const char c = text[at++];
+    isEscaped_ = c == '\\';
+    if (c == '"') {
+      isInString_ = false;
+      return true;
+    }
+  }
+  return false;
+}
+
+bool ValueEnd::findInBrackets(std::string_view text, std::size_t& at) {
+  while (at < text.size()) {
+    if (isInString_) {
+      if (!findInString(text, at)) return false;
+      continue;
+    }
+    at = findAny(text, at, '"', first_, last_);
+    if (at == text.size()) return false;
+    const char c = text[at++];
+    if (c == '"') isInString_ = true;
+    if (c == first_) ++depth_;
+    if (c == last_ && --depth_ == 0) return true;
+  }
+  return false;
+}
+
+namespace {
+
+/// Takes a value off the text; empty when there is none.
+std::string_view takeValue(std::string_view text, std::size_t& at) {
+  at = skipBlanks(text, at);
+  const std::size_t begin = at;
+  ValueEnd().find(text, at);
+  const std::string_view value = text.substr(begin, at - begin);
+  at = skipBlanks(text, at);
+  return value;
 }
 
 }  // namespace
 
-Json parseJson(std::istream& text, const JsonListener& listener) {
-  return parsed<FileError>(text, listener);
+std::vector<std::string_view> elementsOf(std::string_view list) {
+  std::vector<std::string_view> elements;
+  std::size_t at = 1;
+  for (std::string_view value = takeValue(list, at); !value.empty(); value = takeValue(list, at)) {
+    elements.push_back(value);
+    if (at >= list.size() || list[at] != ',') break;
+    ++at;
+  }
+  return elements;
 }
 
-Json parseJson(const std::string& text) {
-  return parsed<FeatureError>(text, [](int, Json::parse_event_t, Json&) { return true; });
+std::vector<JsonMember> membersOf(std::string_view object) {
+  std::vector<JsonMember> members;
+  std::size_t at = 1;
+  for (std::string_view name = takeValue(object, at); name.size() >= 2;
+       name = takeValue(object, at)) {
+    if (at < object.size() && object[at] == ':') ++at;
+    members.push_back({name.substr(1, name.size() - 2), takeValue(object, at)});
+    if (at >= object.size() || object[at] != ',') break;
+    ++at;
+  }
+  return members;
 }
 
-std::string compact(const Json& value) {
-  return value.dump(-1, ' ', false, Json::error_handler_t::replace);
+std::string_view memberOf(std::string_view object, std::string_view name) {
+  if (!object.starts_with('{')) return {};
+  for (const JsonMember& member : membersOf(object)) {
+    if (member.name == name) return member.value;
+  }
+  return {};
 }
 
-std::string excerpt(const Json& value) {
-  std::string text = compact(value);
+std::string compact(std::string_view json) {
+  std::string text;
+  text.reserve(json.size());
+  for (std::size_t at = 0; at < json.size();) {
+    if (json[at] == '"') {
+      const std::size_t begin = at;
+      ValueEnd().find(json, at);
+      text.append(json.substr(begin, at - begin));
+    } else {
+      if (blanks.find(json[at]) == std::string_view::npos) text += json[at];
+      ++at;
+    }
+  }
+  return text;
+}
+
+std::string excerpt(std::string_view json) {
+  std::string text = validUtf8(compact(json.substr(0, 4096)));
   if (text.size() <= longestExcerpt) return text;
   std::size_t end = longestExcerpt;
   while (end > 0 && continues(text[end])) --end;
   return text.substr(0, end) + "...";
 }
 
-const Json& member(const Json& object, const char* name) {
-  static const Json nothing;
-  const auto found = object.find(name);
-  return found == object.end() ? nothing : *found;
+std::string jsonString(std::string_view text) {
+  if (!simdjson::validate_utf8(text.data(), text.size())) return jsonString(validUtf8(text));
+  std::string json = "\"";
+  for (const char c : text) {
+    if (isPlain(c)) {
+      json += c;
+    } else {
+      json += escape(c);
+    }
+  }
+  return json += '"';
 }
 
 }  // namespace formats

@@ -1,35 +1,56 @@
 // SPDX-License-Identifier: MIT
 //
-// The JSON type of the formats: members stay in the order of the file, so that what is written back
-// looks like what was read.
+// JSON as text: where the values of a text are, and texts as they are written. What is passed on or
+// taken apart here has been parsed before, so that it is known to be JSON; other texts do no harm,
+// but what is told of them has no meaning.
 
 #pragma once
 
-#include <functional>
-#include <iosfwd>
-#include <nlohmann/json.hpp>
+#include <cstddef>
 #include <string>
+#include <string_view>
+#include <vector>
 
 namespace formats {
 
-using Json = nlohmann::ordered_json;
+/// Finds where a value ends, in a text that may come piece by piece.
+class ValueEnd {
+ public:
+  /// Looks at the text from `at` on, where the value begins or the last call has come to. Moves
+  /// `at` behind the value, or to the end of the text when that comes first; true when it found the
+  /// end.
+  bool find(std::string_view text, std::size_t& at);
 
-/// Told of every event while a text is parsed, see nlohmann::basic_json::parse: returns false for
-/// values that shall not be kept.
-using JsonListener = std::function<bool(int depth, Json::parse_event_t event, Json& value)>;
+ private:
+  bool findInString(std::string_view text, std::size_t& at);
+  bool findInBrackets(std::string_view text, std::size_t& at);
 
-/// Parses a whole text. Throws FileError for what is no JSON, and for what is nested more than 200
-/// deep.
-Json parseJson(std::istream& text, const JsonListener& listener);
-/// The same for a text that holds one feature; throws FeatureError.
-Json parseJson(const std::string& text);
+  /// The first character of the value; 0 before it has been seen.
+  char first_ = '\0';
+  char last_ = '\0';
+  bool isInString_ = false;
+  bool isEscaped_ = false;
+  std::size_t depth_ = 0;
+};
 
-/// The value in one line.
-std::string compact(const Json& value);
+struct JsonMember {
+  /// Without its quotes, escapes as they are.
+  std::string_view name;
+  std::string_view value;
+};
+
+/// The elements of a list.
+std::vector<std::string_view> elementsOf(std::string_view list);
+/// The members of an object.
+std::vector<JsonMember> membersOf(std::string_view object);
+/// The value of that member; empty where there is none.
+std::string_view memberOf(std::string_view object, std::string_view name);
+
+/// The value without the blanks between its parts.
+std::string compact(std::string_view json);
 /// The value as it can stand in a message: compact, and cut short where it is long.
-std::string excerpt(const Json& value);
-
-/// The member of an object, or null where there is no such member or no object.
-const Json& member(const Json& object, const char* name);
+std::string excerpt(std::string_view json);
+/// A text as a value; what is not UTF-8 in it is replaced.
+std::string jsonString(std::string_view text);
 
 }  // namespace formats

@@ -12,11 +12,9 @@ namespace {
 
 /// Properties besides the label and the edge elements.
 bool hasOtherProperties(const std::string& text) {
-  if (text.empty()) return false;
-  const Json source = parseJson(text);
-  const auto& properties = member(source, "properties").items();
-  return std::any_of(properties.begin(), properties.end(), [](const auto& property) {
-    return property.key() != "label" && property.key() != "edgelets";
+  const auto properties = membersOf(memberOf(text, "properties"));
+  return std::any_of(properties.begin(), properties.end(), [](const JsonMember& property) {
+    return property.name != "label" && property.name != "edgelets";
   });
 }
 

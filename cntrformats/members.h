@@ -11,6 +11,7 @@
 namespace formats {
 
 struct Member {
+  /// Without its quotes, escapes as they are.
   std::string name;
   /// JSON.
   std::string value;

@@ -11,7 +11,8 @@
 namespace formats {
 
 double finiteNumber(std::string_view text) {
-  const std::string_view digits = text.substr(text.substr(0, 1) == "+" ? 1 : 0);
+  const bool hasPlus = text.starts_with('+') && !text.starts_with("+-");
+  const std::string_view digits = text.substr(hasPlus ? 1 : 0);
   double number = 0.0;
   const auto [end, error] = std::from_chars(digits.data(), digits.data() + digits.size(), number);
   const bool isWhole = end == digits.data() + digits.size();

@@ -2,6 +2,10 @@
 
 #include <cntrformats/rings.h>
 
+#include <algorithm>
+#include <iterator>
+#include <utility>
+
 #include <cntrformats/errors.h>
 
 namespace formats {
@@ -33,6 +37,14 @@ void requireRing(const Points& points, const std::string& place) {
 Points asLine(Points points, const std::string& place) {
   require(points, fewestInLine, place);
   return points;
+}
+
+void addParts(Geometry& collection, Geometry&& member) {
+  if (!collection.parts.empty() && collection.closed != member.closed) {
+    throw FeatureError("outlines and lines together are no single shape");
+  }
+  collection.closed = member.closed;
+  std::move(member.parts.begin(), member.parts.end(), std::back_inserter(collection.parts));
 }
 
 // Relative to the first vertex, which saves digits far from the origin.

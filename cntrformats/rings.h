@@ -19,6 +19,10 @@ void requireRing(const Points& points, const std::string& place);
 /// The vertices of a line.
 Points asLine(Points points, const std::string& place);
 
+/// Appends the parts of a member of a collection. Throws FeatureError where one has outlines and
+/// the other lines.
+void addParts(Geometry& collection, Geometry&& member);
+
 /// The area of a ring, positive when it runs from the x axis towards the y axis.
 double signedArea(const Points& ring);
 

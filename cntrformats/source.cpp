@@ -9,6 +9,7 @@
 #include <algorithm>
 #include <cerrno>
 #include <system_error>
+#include <utility>
 
 #include <cntrformats/errors.h>
 
@@ -73,7 +74,7 @@ std::uint64_t Source::position() const {
 }
 
 bool Source::isWaiting() const {
-  if (gptr() != egptr()) return false;
+  if (gptr() != egptr() || (gunzip_ && gunzip_->hasMore())) return false;
   pollfd question{descriptor_, POLLIN, 0};
   return poll(&question, 1, 0) == 0;
 }
@@ -107,8 +108,30 @@ bool Source::lookFurther() {
 }
 
 std::size_t Source::fill() {
+  if (gunzip_) return gunzip_->read(buffer_.data(), buffer_.size());
+  std::size_t count = readFile(buffer_.data(), buffer_.size());
+  if (!std::exchange(isBeginning_, false)) return count;
+  // A pipe may give its first byte alone.
+  while (count > 0 && count < gzipSignature.size()) {
+    const std::size_t more = readFile(buffer_.data() + count, buffer_.size() - count);
+    if (more == 0) break;
+    count += more;
+  }
+  std::string first(buffer_.data(), count);
+  if (!first.starts_with(gzipSignature)) return count;
+  gunzip_ = std::make_unique<Gunzip>(
+      [this, first = std::move(first)](char* bytes, std::size_t size) mutable {
+        if (first.empty()) return readFile(bytes, size);
+        const std::size_t part = first.copy(bytes, size);
+        first.erase(0, part);
+        return part;
+      });
+  return fill();
+}
+
+std::size_t Source::readFile(char* bytes, std::size_t size) {
   for (;;) {
-    const ssize_t count = read(descriptor_, buffer_.data(), buffer_.size());
+    const ssize_t count = read(descriptor_, bytes, size);
     if (count >= 0) return static_cast<std::size_t>(count);
     if (errno != EINTR) throwReason(errno);
   }

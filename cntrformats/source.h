@@ -6,17 +6,20 @@
 
 #include <array>
 #include <cstdint>
+#include <memory>
 #include <streambuf>
 #include <string>
 #include <string_view>
+
+#include <cntrformats/gunzip.h>
 
 namespace formats {
 
 /// Starts each record of a GeoJSON text sequence.
 inline constexpr char recordSeparator = '\x1e';
 
-/// The bytes of a file, "-" for standard input, without a UTF-8 byte order mark. Reading throws
-/// FileError with the system's reason.
+/// The bytes of a file, "-" for standard input, without a UTF-8 byte order mark; what gzip has
+/// packed is unpacked. Reading throws FileError with the system's reason.
 class Source : public std::streambuf {
  public:
   explicit Source(const std::string& file);
@@ -48,9 +51,13 @@ class Source : public std::streambuf {
   /// Appends what comes next to `ahead_`; false at the end.
   bool lookFurther();
   std::size_t fill();
+  std::size_t readFile(char* bytes, std::size_t size);
   void show(char* bytes, std::size_t count);
 
   int descriptor_;
+  bool isBeginning_ = true;
+  /// None where the file is not packed.
+  std::unique_ptr<Gunzip> gunzip_;
   std::array<char, std::size_t{1} << 16U> buffer_;
   /// Looked at but not read.
   std::string ahead_;

@@ -134,7 +134,6 @@ void readShapes(qcArchive& archive, const Source& source, Sink& sink) {
         std::make_shared<Feature>(decoded(number, [shape](Feature& made) { read(shape, made); }));
     sink.take({{number}, source.position() - begin, [feature] { return std::move(*feature); }});
   }
-  if (count == 0) throw FileError("nothing in it");
 }
 
 }  // namespace

@@ -4,7 +4,28 @@
 
 namespace formats {
 
-bool splitCsv(std::string_view line, std::vector<std::string>& fields) {
+namespace {
+
+/// One blank for each run of them, and none at the ends.
+std::string withSingleBlanks(std::string_view line) {
+  std::string text;
+  for (const char c : line) {
+    const bool isBlank = c == ' ' || c == '\t';
+    if (!isBlank) text += c;
+    if (isBlank && !text.empty() && text.back() != ' ') text += ' ';
+  }
+  if (text.ends_with(' ')) text.pop_back();
+  return text;
+}
+
+}  // namespace
+
+bool splitCsv(std::string_view line, std::vector<std::string>& fields, char separator) {
+  std::string single;
+  if (separator == ' ') {
+    single = withSingleBlanks(line);
+    line = single;
+  }
   std::size_t used = 0;
   const auto next = [&]() -> std::string& {
     if (used == fields.size()) fields.emplace_back();
@@ -19,7 +40,7 @@ bool splitCsv(std::string_view line, std::vector<std::string>& fields) {
       *field += line[++i];
     } else if (c == '"' && (isQuoted || field->empty())) {
       isQuoted = !isQuoted;
-    } else if (c == ',' && !isQuoted) {
+    } else if (c == separator && !isQuoted) {
       field = &next();
     } else {
       *field += c;

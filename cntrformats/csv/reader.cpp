@@ -1,9 +1,12 @@
 // SPDX-License-Identifier: MIT
 //
-// CSV with a vertex to each line: id,x,y.
+// CSV with a vertex to each line: id,x,y, or x,y alone, separated by commas, semicolons, tabs or
+// blanks. Lines that begin with "# " are comments, but for the first one if it names the columns.
 
 #include <algorithm>
 #include <array>
+#include <cctype>
+#include <optional>
 #include <utility>
 
 #include <cntrformats/csv/csv.h>
@@ -18,13 +21,21 @@ namespace formats {
 
 namespace {
 
-/// Where the header puts what a vertex needs.
+/// Where the lines have what a vertex needs.
 struct Columns {
-  std::size_t id = 0;
-  std::size_t x = 1;
-  std::size_t y = 2;
+  std::optional<std::size_t> id;
+  std::size_t x = 0;
+  std::size_t y = 1;
+  char separator = ',';
 
-  std::size_t last() const { return std::max({id, x, y}); }
+  std::size_t last() const { return std::max({id.value_or(0), x, y}); }
+  const char* names() const { return id ? "id,x,y" : "x,y"; }
+};
+
+/// How a file is read, as its first line tells.
+struct Layout {
+  Columns columns;
+  bool hasHeader = false;
 };
 
 struct Vertex {
@@ -95,7 +106,7 @@ class Gatherer {
   void add(const std::string& id, Vertex vertex, std::size_t line) {
     if (rings_.empty() || id != id_) beginRing(id, line);
     size_ += id.size() + vertex.x.size() + vertex.y.size();
-    rings_.back().vertices.push_back(std::move(vertex));
+    if (rings_.back().flaw.empty()) rings_.back().vertices.push_back(std::move(vertex));
   }
 
   /// A line without a vertex belongs to the ring that is under way.
@@ -113,8 +124,6 @@ class Gatherer {
     rings_.clear();
     size_ = 0;
   }
-
-  std::size_t count() const noexcept { return number_; }
 
  private:
   void beginRing(const std::string& id, std::size_t line) {
@@ -148,44 +157,93 @@ std::string trimmed(std::string text) {
   return text;
 }
 
-/// True for a header with the columns id, x and y, and for a line of an id and two numbers.
-bool isVertexOrHeader(std::string_view line) {
-  std::vector<std::string> fields;
-  if (!splitCsv(line, fields) || fields.size() < 3) return false;
-  if (isNumber(fields[1]) && isNumber(fields[2])) return true;
-  constexpr std::array<const char*, 3> columns{"id", "x", "y"};
-  return std::all_of(columns.begin(), columns.end(), [&fields](const char* name) {
-    return std::find(fields.begin(), fields.end(), name) != fields.end();
-  });
+std::string inSmallLetters(std::string text) {
+  std::transform(text.begin(), text.end(), text.begin(),
+                 [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
+  return text;
 }
 
-/// Reads the first line; true when it names the columns.
-bool readHeader(const std::string& line, Columns& columns) {
-  if (!isVertexOrHeader(line))
-    throw FileError("the first line is neither id,x,y nor three such values");
-  std::vector<std::string> fields;
-  splitCsv(line, fields);
-  const auto indexOf = [&fields](const char* name) {
-    return static_cast<std::size_t>(std::find(fields.begin(), fields.end(), name) - fields.begin());
-  };
-  const Columns named{indexOf("id"), indexOf("x"), indexOf("y")};
-  if (named.last() == fields.size()) return false;
-  columns = named;
-  return true;
+/// Decimal commas are for those who separate by semicolons.
+std::string numberOf(const std::string& field, char separator) {
+  std::string text = trimmed(field);
+  if (separator == ';') std::replace(text.begin(), text.end(), ',', '.');
+  return text;
 }
+
+/// The columns that the fields name: x and y, and id if there is one.
+std::optional<Columns> namedColumns(const std::vector<std::string>& fields, char separator) {
+  std::array<std::size_t, 3> places{};
+  const std::array<const char*, 3> names{"id", "x", "y"};
+  for (std::size_t k = 0; k < names.size(); ++k) {
+    const auto isNamed = [&](const std::string& field) {
+      return inSmallLetters(trimmed(field)) == names[k];
+    };
+    places[k] = static_cast<std::size_t>(std::find_if(fields.begin(), fields.end(), isNamed) -
+                                         fields.begin());
+  }
+  if (places[1] == fields.size() || places[2] == fields.size()) return std::nullopt;
+  const auto id = places[0] == fields.size() ? std::nullopt : std::optional(places[0]);
+  return Columns{id, places[1], places[2], separator};
+}
+
+/// The columns of a line that is a vertex. Blanks separate other lists of numbers, too, so that
+/// there must be no more than a vertex needs.
+std::optional<Columns> vertexColumns(const std::vector<std::string>& fields, char separator) {
+  const auto isNumberAt = [&](std::size_t k) { return isNumber(numberOf(fields[k], separator)); };
+  if (fields.size() == 2 && isNumberAt(0) && isNumberAt(1)) {
+    return Columns{std::nullopt, 0, 1, separator};
+  }
+  const bool hasEnough = separator == ' ' ? fields.size() == 3 : fields.size() >= 3;
+  if (hasEnough && isNumberAt(1) && isNumberAt(2)) return Columns{0, 1, 2, separator};
+  return std::nullopt;
+}
+
+/// Nothing when the line is neither a header nor a vertex.
+std::optional<Layout> layoutOf(std::string_view line) {
+  const bool isComment = line.starts_with("# ");
+  if (isComment) line.remove_prefix(2);
+  std::vector<std::string> fields;
+  for (const char separator : {',', ';', '\t', ' '}) {
+    if (!splitCsv(line, fields, separator)) continue;
+    if (const auto named = namedColumns(fields, separator)) return Layout{*named, true};
+    if (isComment) continue;
+    if (const auto columns = vertexColumns(fields, separator)) return Layout{*columns, false};
+  }
+  return std::nullopt;
+}
+
+/// What the lines are, after comments in front of them.
+class Table {
+ public:
+  /// Takes the next line; nothing when it is no vertex but a header or a comment.
+  bool isVertexLine(const std::string& line) {
+    const bool isComment = line.starts_with("# ");
+    if (layout_) return !isComment;
+    layout_ = layoutOf(line);
+    if (layout_) return !layout_->hasHeader;
+    if (!isComment) throw FileError("the first line is neither id,x,y or x,y nor such values");
+    return false;
+  }
+
+  /// REQUIRES: a vertex line has come.
+  const Columns& columns() const { return layout_->columns; }
+  bool isEmpty() const { return !layout_; }
+
+ private:
+  std::optional<Layout> layout_;
+};
 
 }  // namespace
 
 bool looksLikeCsv(std::string_view line) {
   return !line.starts_with('{') &&
-         isVertexOrHeader(line.substr(0, line.find_last_not_of(" \t\r\n") + 1));
+         layoutOf(line.substr(0, line.find_last_not_of(" \t\r\n") + 1)).has_value();
 }
 
 void readCsv(Source& source, Keep /*keep*/, Sink& sink) {
   Lines lines(source);
   Gatherer gatherer(sink);
-  Columns columns;
-  bool isFirst = true;
+  Table table;
   std::string line;
   std::vector<std::string> fields;
   while (lines.next(line)) {
@@ -193,18 +251,21 @@ void readCsv(Source& source, Keep /*keep*/, Sink& sink) {
       gatherer.endFeature();
       continue;
     }
-    if (std::exchange(isFirst, false) && readHeader(line, columns)) continue;
-    if (!splitCsv(line, fields)) {
+    if (!table.isVertexLine(line)) continue;
+    const Columns& columns = table.columns();
+    if (!splitCsv(line, fields, columns.separator)) {
       gatherer.addFlaw("a quote is not closed", lines.number());
     } else if (fields.size() <= columns.last()) {
-      gatherer.addFlaw("'" + line + "' is not a line of id,x,y", lines.number());
+      gatherer.addFlaw("'" + line + "' is not a line of " + columns.names(), lines.number());
     } else {
-      gatherer.add(fields[columns.id], {trimmed(fields[columns.x]), trimmed(fields[columns.y])},
+      gatherer.add(columns.id ? fields[*columns.id] : std::string(),
+                   {numberOf(fields[columns.x], columns.separator),
+                    numberOf(fields[columns.y], columns.separator)},
                    lines.number());
     }
   }
   gatherer.endFeature();
-  if (gatherer.count() == 0) throw FileError("nothing in it");
+  if (table.isEmpty()) throw FileError("nothing in it");
 }
 
 }  // namespace formats

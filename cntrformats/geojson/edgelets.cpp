@@ -2,41 +2,47 @@
 
 #include <cntrformats/geojson/edgelets.h>
 
+#include <charconv>
+
 #include <cntrformats/errors.h>
+#include <cntrformats/json.h>
 
 namespace formats {
 
 namespace {
 
-constexpr unsigned largestMagnitude = 65535;
-constexpr unsigned largestAngle = 255;
-
-bool isWhole(const Json& value, unsigned largest) {
-  return value.is_number_unsigned() && value.get<std::uint64_t>() <= largest;
+/// A whole number in a range that its type has.
+template <class Number>
+bool read(std::string_view text, Number& number) {
+  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
+  return error == std::errc() && end == text.data() + text.size();
 }
 
-qcEdgelet edgelet(const Json& json, const qcVector<2>& position) {
-  if (!json.is_array() || json.size() != 2 || !isWhole(json[0], largestMagnitude) ||
-      !isWhole(json[1], largestAngle)) {
+qcEdgelet edgelet(std::string_view json, const qcVector<2>& position) {
+  unsigned short magnitude = 0;
+  unsigned char angle = 0;
+  const auto values = json.starts_with('[') ? elementsOf(json) : std::vector<std::string_view>();
+  if (values.size() != 2 || !read(values[0], magnitude) || !read(values[1], angle)) {
     throw FeatureError(excerpt(json) + " is not [magnitude, angle], from 0 to 65535 and 255");
   }
-  return {position, json[0].get<unsigned short>(), qcAngle8(json[1].get<unsigned char>())};
+  return {position, magnitude, qcAngle8(angle)};
 }
 
 }  // namespace
 
-void readEdgelets(const Json& json, Geometry& geometry) {
-  if (json.is_null()) return;
-  if (!json.is_array()) throw FeatureError("edgelets: " + excerpt(json) + " is not a list");
+void readEdgelets(std::string_view json, Geometry& geometry) {
+  if (json.empty() || json == "null") return;
+  if (!json.starts_with('[')) throw FeatureError("edgelets: " + excerpt(json) + " is not a list");
   if (geometry.parts.size() > 1) throw FeatureError("edgelets need an outline of a single part");
+  const auto elements = elementsOf(json);
   const Points& outline = geometry.parts.front().outline;
-  if (json.size() != outline.size()) {
-    throw FeatureError(std::to_string(json.size()) + " edgelets for " +
+  if (elements.size() != outline.size()) {
+    throw FeatureError(std::to_string(elements.size()) + " edgelets for " +
                        std::to_string(outline.size()) + " vertices");
   }
   std::vector<qcEdgelet>& edgelets = geometry.edgelets.emplace_back();
   try {
-    for (const Json& element : json) {
+    for (const std::string_view element : elements) {
       edgelets.push_back(edgelet(element, outline[edgelets.size()]));
     }
   } catch (const FeatureError& error) {

@@ -7,47 +7,110 @@
 #include <cntrformats/errors.h>
 #include <cntrformats/geojson/edgelets.h>
 #include <cntrformats/geojson/geometry.h>
+#include <cntrformats/json.h>
 
 namespace formats {
 
 namespace {
 
+using simdjson::ondemand::json_type;
+
 constexpr double largestLabel = 4294967295.0;
 
-/// Programs that know one kind of number only write labels with a fraction of 0.
-std::optional<Label> readLabel(const Json& label) {
-  if (label.is_null()) return std::nullopt;
-  if (label.is_string()) return label.get<std::string>();
-  const double value = label.is_number() ? label.get<double>() : -1.0;
-  if (value >= 0.0 && value <= largestLabel && value == std::floor(value)) {
-    return static_cast<unsigned long>(value);
-  }
-  throw FeatureError("label is " + excerpt(label) + ", not a whole number from 0 to 4294967295");
-}
+json_type kindOf(JsonValue value) { return value.type(); }
 
-std::optional<std::string> readId(const Json& id) {
-  if (id.is_null()) return std::nullopt;
-  return id.is_string() ? id.get<std::string>() : compact(id);
-}
+/// Reads the members of a feature, in whatever order they are.
+class FeatureReader {
+ public:
+  explicit FeatureReader(Feature& feature) : feature_(feature) {}
 
-void read(const Json& json, Feature& feature) {
-  if (isGeometry(json)) {
-    feature.geometry = readGeometry(json);
-    return;
+  void read(JsonObject& object) {
+    bool hasGeometry = false;
+    for (auto field : object) {
+      const std::string_view name = field.unescaped_key();
+      if (name == "geometry") {
+        hasGeometry = true;
+        attempt([&] { feature_.geometry = readGeometry(field.value()); });
+      } else if (name == "properties") {
+        readProperties(field.value());
+      } else if (name == "id") {
+        attempt([&] { feature_.id = readId(field.value()); });
+      } else {
+        passOver(field.value());
+      }
+    }
+    if (!hasGeometry) note("no geometry");
+    if (!problem_.empty()) throw FeatureError(problem_);
+    readEdgelets(edgelets_, feature_.geometry);
   }
-  if (member(json, "type") != "Feature") throw FeatureError(excerpt(json) + " is not a Feature");
-  const Json& properties = member(json, "properties");
-  feature.id = readId(member(json, "id"));
-  feature.label = readLabel(member(properties, "label"));
-  feature.geometry = readGeometry(member(json, "geometry"));
-  readEdgelets(member(properties, "edgelets"), feature.geometry);
-}
+
+ private:
+  /// What is wrong with a member does not keep the others from being read.
+  template <class Read>
+  void attempt(const Read& read) {
+    try {
+      read();
+    } catch (const FeatureError& error) {
+      note(error.what());
+    }
+  }
+
+  void note(const std::string& problem) {
+    if (problem_.empty()) problem_ = problem;
+  }
+
+  void readProperties(JsonValue value) {
+    if (!isObject(value)) return passOver(value);
+    for (auto field : value.get_object()) {
+      const std::string_view name = field.unescaped_key();
+      if (name == "label") {
+        attempt([&] { feature_.label = readLabel(field.value()); });
+      } else if (name == "edgelets") {
+        edgelets_ = rawOf(field.value());
+      } else {
+        passOver(field.value());
+      }
+    }
+  }
+
+  Feature& feature_;
+  std::string problem_;
+  std::string_view edgelets_;
+};
 
 }  // namespace
 
-void readFeature(const Json& json, Keep keep, Feature& feature) {
-  if (keep == Keep::eSourceToo) feature.text = compact(json);
-  read(json, feature);
+/// Programs that know one kind of number only write labels with a fraction of 0.
+std::optional<Label> readLabel(JsonValue value) {
+  const json_type kind = kindOf(value);
+  if (kind == json_type::string) return std::string(std::string_view(value.get_string()));
+  const double number = kind == json_type::number ? double(value.get_double()) : -1.0;
+  if (number >= 0.0 && number <= largestLabel && number == std::floor(number)) {
+    return static_cast<unsigned long>(number);
+  }
+  const std::string_view raw = rawOf(value);
+  if (raw == "null") return std::nullopt;
+  throw FeatureError("label is " + excerpt(raw) + ", not a whole number from 0 to 4294967295");
+}
+
+std::optional<std::string> readId(JsonValue value) {
+  if (kindOf(value) == json_type::string) return std::string(std::string_view(value.get_string()));
+  const std::string_view raw = rawOf(value);
+  return raw == "null" ? std::nullopt : std::optional(compact(raw));
+}
+
+void readFeature(std::string& text, const TextPlace& place, Feature& feature) {
+  const bool isObject = parseObject(text, place, [&](JsonObject& object) {
+    const std::string type = typeOf(object);
+    if (isGeometryType(type)) {
+      feature.geometry = readGeometry(object, type);
+    } else if (type == "Feature") {
+      FeatureReader(feature).read(object);
+    } else {
+      throw FeatureError(excerpt(text) + " is not a Feature");
+    }
+  });
+  if (!isObject) throw FeatureError(excerpt(text) + " is not a Feature");
 }
 
 }  // namespace formats

@@ -1,12 +1,15 @@
 // SPDX-License-Identifier: MIT
 //
-// Features as they are written; feature.cpp reads them.
-
-#include <cntrformats/geojson/feature.h>
+// Features as they are written; feature.cpp reads them. What was read is written with its own
+// bytes, only that rings are closed and turned where they have to be.
 
 #include <algorithm>
+#include <utility>
 
+#include <cntrformats/geojson/feature.h>
 #include <cntrformats/geojson/geometry.h>
+#include <cntrformats/json.h>
+#include <cntrformats/number.h>
 #include <cntrformats/rings.h>
 
 namespace formats {
@@ -25,121 +28,255 @@ void turn(List& list) {
   if (list.size() > 1) std::reverse(list.begin() + 1, list.end());
 }
 
-Json positions(const Points& points) {
-  Json list = Json::array();
-  for (const qcVector<2>& p : points) list.push_back(Json::array({p.x(), p.y()}));
-  return list;
+/// Appends "[element,element,...]".
+template <class List, class AppendElement>
+void appendList(std::string& json, const List& list, const AppendElement& appendElement) {
+  json += '[';
+  const char* separator = "";
+  for (const auto& element : list) {
+    json += std::exchange(separator, ",");
+    appendElement(element);
+  }
+  json += ']';
 }
 
-Json ring(Points points, bool isHole) {
+void appendPositions(std::string& json, const Points& points) {
+  appendList(json, points, [&json](const qcVector<2>& p) {
+    json.append(1, '[').append(allDigits(p.x())).append(1, ',');
+    json.append(allDigits(p.y())).append(1, ']');
+  });
+}
+
+void appendRing(std::string& json, Points points, bool isHole) {
   if (runsWrong(points, isHole)) turn(points);
   points.push_back(points.front());
-  return positions(points);
+  appendPositions(json, points);
 }
 
-Json coordinates(const qcRings& part, bool closed) {
-  if (!closed) return positions(part.outline);
-  Json rings = Json::array({ring(part.outline, false)});
-  for (const Points& hole : part.holes) rings.push_back(ring(hole, true));
-  return rings;
+void appendCoordinates(std::string& json, const qcRings& part, bool closed) {
+  if (!closed) return appendPositions(json, part.outline);
+  json += '[';
+  appendRing(json, part.outline, false);
+  for (const Points& hole : part.holes) {
+    json += ',';
+    appendRing(json, hole, true);
+  }
+  json += ']';
 }
 
-/// A Polygon or MultiPolygon, or LineString or MultiLineString. Rings repeat their first point at
-/// the end; outlines have positive area in the file's coordinates, holes negative, and the first
+std::string typeOf(const Geometry& geometry) {
+  const bool isSingle = geometry.parts.size() == 1 && !geometry.multiple;
+  return std::string(isSingle ? "" : "Multi") + (geometry.closed ? "Polygon" : "LineString");
+}
+
+/// Of a Polygon or MultiPolygon, or LineString or MultiLineString. Rings repeat their first point
+/// at the end; outlines have positive area in the file's coordinates, holes negative, and the first
 /// vertex stays the first.
-Json toJson(const Geometry& geometry) {
-  const auto& [closed, multiple, parts, edgelets] = geometry;
-  const std::string type = closed ? "Polygon" : "LineString";
-  if (parts.size() == 1 && !multiple) {
-    return {{"type", type}, {"coordinates", coordinates(parts.front(), closed)}};
+std::string coordinatesOf(const Geometry& geometry) {
+  std::string json;
+  if (geometry.parts.size() == 1 && !geometry.multiple) {
+    appendCoordinates(json, geometry.parts.front(), geometry.closed);
+  } else {
+    appendList(json, geometry.parts,
+               [&](const qcRings& part) { appendCoordinates(json, part, geometry.closed); });
   }
-  Json all = Json::array();
-  for (const qcRings& part : parts) all.push_back(coordinates(part, closed));
-  return {{"type", "Multi" + type}, {"coordinates", all}};
-}
-
-bool hasProperty(const Geometry& geometry) {
-  return geometry.parts.size() == 1 && !geometry.edgelets.empty();
-}
-
-/// The property that a feature of one part may have.
-Json edgeletProperty(const Geometry& geometry) {
-  Json list = Json::array();
-  for (const qcEdgelet& edgelet : geometry.edgelets.front()) {
-    list.push_back(Json::array({edgelet.magnitude(), edgelet.angle().steps()}));
-  }
-  if (geometry.closed && runsWrong(geometry.parts.front().outline, false)) turn(list);
-  return list;
-}
-
-Json labelProperty(const Label& label) {
-  return std::visit([](const auto& value) { return Json(value); }, label);
-}
-
-Json newFeature(const Feature& feature) {
-  Json json{{"type", "Feature"}};
-  if (feature.id) json["id"] = *feature.id;
-  Json properties = Json::object();
-  if (feature.label) properties["label"] = labelProperty(*feature.label);
-  if (hasProperty(feature.geometry)) properties["edgelets"] = edgeletProperty(feature.geometry);
-  json["properties"] = std::move(properties);
-  json["geometry"] = toJson(feature.geometry);
   return json;
 }
 
-/// `ring` is that of `points` as the file has it, closed or not.
-void tidy(Json& ring, const Points& points, bool isHole) {
-  if (ring.size() == points.size()) ring.push_back(ring.front());
-  if (runsWrong(points, isHole)) std::reverse(ring.begin(), ring.end());
+std::string geometryJson(const Geometry& geometry) {
+  return R"({"type":")" + typeOf(geometry) + R"(","coordinates":)" + coordinatesOf(geometry) + "}";
 }
 
-void tidy(Json& rings, const qcRings& part) {
-  tidy(rings[0], part.outline, false);
-  for (std::size_t k = 0; k < part.holes.size(); ++k) tidy(rings[k + 1], part.holes[k], true);
+/// The property that a feature of one part may have.
+bool hasEdgeletProperty(const Geometry& geometry) {
+  return geometry.parts.size() == 1 && !geometry.edgelets.empty();
 }
 
-/// Turns the rings of the JSON that the geometry was read from, so that all that is in it stays.
-void tidyRings(Json& json, const Geometry& geometry) {
-  Json& coordinates = json["coordinates"];
-  if (json["type"] == "Polygon") return tidy(coordinates, geometry.parts.front());
-  for (std::size_t k = 0; k < geometry.parts.size(); ++k) tidy(coordinates[k], geometry.parts[k]);
+bool isTurned(const Geometry& geometry) {
+  return geometry.closed && runsWrong(geometry.parts.front().outline, false);
 }
 
-void replaceCoordinates(Json& json, const Geometry& geometry) {
-  json.update(toJson(geometry));
-  json.erase("bbox");
+std::string edgeletProperty(const Geometry& geometry) {
+  std::vector<qcEdgelet> edgelets = geometry.edgelets.front();
+  if (isTurned(geometry)) turn(edgelets);
+  std::string json;
+  appendList(json, edgelets, [&json](const qcEdgelet& edgelet) {
+    json.append(1, '[').append(std::to_string(edgelet.magnitude())).append(1, ',');
+    json.append(std::to_string(edgelet.angle().steps())).append(1, ']');
+  });
+  return json;
+}
+
+std::string labelProperty(const Label& label) {
+  const std::string text = toText(label);
+  return std::holds_alternative<std::string>(label) ? jsonString(text) : text;
+}
+
+std::string newFeature(const Feature& feature) {
+  std::string json = R"({"type":"Feature",)";
+  if (feature.id) json.append(R"("id":)").append(jsonString(*feature.id)).append(1, ',');
+  json += R"("properties":{)";
+  if (feature.label) json.append(R"("label":)").append(labelProperty(*feature.label));
+  if (hasEdgeletProperty(feature.geometry)) {
+    json.append(feature.label ? "," : "").append(R"("edgelets":)");
+    json.append(edgeletProperty(feature.geometry));
+  }
+  return json.append(R"(},"geometry":)").append(geometryJson(feature.geometry)).append(1, '}');
+}
+
+/// Pieces of a text that are to be replaced, from its beginning to its end.
+class Edits {
+ public:
+  explicit Edits(std::string_view text) : text_(text) {}
+
+  /// REQUIRES: `old` is a piece of the text, behind those that have been replaced.
+  void replace(std::string_view old, std::string_view replacement) {
+    const auto begin = static_cast<std::size_t>(old.data() - text_.data());
+    result_.append(text_.substr(done_, begin - done_)).append(replacement);
+    done_ = begin + old.size();
+  }
+
+  std::string_view text() const { return text_; }
+  std::string result() { return result_.append(text_.substr(done_)); }
+
+ private:
+  std::string_view text_;
+  std::string result_;
+  std::size_t done_ = 0;
+};
+
+std::string joined(const std::vector<std::string_view>& elements) {
+  std::string json = "[";
+  for (const std::string_view element : elements) {
+    if (json.size() > 1) json += ',';
+    json += element;
+  }
+  return json += ']';
+}
+
+/// Closes and turns the rings of a feature where they are written. Rings come in the order of the
+/// file; empty ones do not count.
+class RingTidier {
+ public:
+  explicit RingTidier(const Feature& feature) : edits_(feature.text), geometry_(feature.geometry) {}
+
+  std::string tidied() {
+    const std::string_view text = edits_.text();
+    if (isGeometryType(nameOf(memberOf(text, "type")))) {
+      tidyGeometry(text);
+    } else {
+      for (const JsonMember& member : membersOf(text)) {
+        if (member.name == "geometry") tidyGeometry(member.value);
+        if (member.name == "properties") tidyEdgelets(memberOf(member.value, "edgelets"));
+      }
+    }
+    return edits_.result();
+  }
+
+ private:
+  static std::string_view nameOf(std::string_view json) {
+    return json.size() < 2 ? json : json.substr(1, json.size() - 2);
+  }
+
+  void tidyGeometry(std::string_view json) {
+    const std::string_view type = nameOf(memberOf(json, "type"));
+    const std::string_view coordinates = memberOf(json, "coordinates");
+    if (type == "Polygon") tidyPart(coordinates);
+    if (type == "MultiPolygon") {
+      for (const std::string_view part : elementsOf(coordinates)) tidyPart(part);
+    }
+    if (type == "GeometryCollection") {
+      for (const std::string_view one : elementsOf(memberOf(json, "geometries"))) tidyGeometry(one);
+    }
+  }
+
+  void tidyPart(std::string_view json) {
+    const auto rings = elementsOf(json);
+    if (rings.empty()) return;
+    const qcRings& part = geometry_.parts[part_++];
+    tidyRing(rings[0], part.outline, false);
+    for (std::size_t k = 1; k < rings.size(); ++k) tidyRing(rings[k], part.holes[k - 1], true);
+  }
+
+  void tidyRing(std::string_view json, const Points& points, bool isHole) {
+    const bool isWrong = runsWrong(points, isHole);
+    auto positions = elementsOf(json);
+    const bool isOpen = positions.size() == points.size();
+    if (!isWrong && !isOpen) return;
+    if (isOpen) positions.push_back(positions.front());
+    if (isWrong) std::reverse(positions.begin(), positions.end());
+    edits_.replace(json, joined(positions));
+  }
+
+  void tidyEdgelets(std::string_view json) {
+    if (geometry_.edgelets.empty() || !isTurned(geometry_)) return;
+    auto edgelets = elementsOf(json);
+    turn(edgelets);
+    edits_.replace(json, joined(edgelets));
+  }
+
+  Edits edits_;
+  const Geometry& geometry_;
+  std::size_t part_ = 0;
+};
+
+/// The object with new coordinates, without its box.
+std::string withCoordinates(std::string_view json, const Geometry& geometry) {
+  std::string result = R"({"type":")" + typeOf(geometry) + "\"";
+  for (const auto& [name, value] : membersOf(json)) {
+    if (name == "type" || name == "coordinates" || name == "geometries" || name == "bbox") continue;
+    result.append(",\"").append(name).append("\":").append(value);
+  }
+  return result.append(R"(,"coordinates":)").append(coordinatesOf(geometry)).append(1, '}');
+}
+
+/// The object without that member.
+std::string without(std::string_view json, std::string_view dropped) {
+  std::string result = "{";
+  for (const auto& [name, value] : membersOf(json)) {
+    if (name == dropped) continue;
+    result.append(result.size() > 1 ? ",\"" : "\"").append(name).append("\":").append(value);
+  }
+  return result += '}';
+}
+
+/// Properties with the edge elements of the geometry, and no others.
+std::string withEdgelets(std::string_view json, const Geometry& geometry) {
+  if (!hasEdgeletProperty(geometry)) {
+    return memberOf(json, "edgelets").empty() ? std::string(json) : without(json, "edgelets");
+  }
+  std::string result = json.starts_with('{') ? without(json, "edgelets") : "{}";
+  result.back() = result.size() > 2 ? ',' : '{';
+  if (result.size() == 2) result.pop_back();
+  return result.append(R"("edgelets":)").append(edgeletProperty(geometry)).append(1, '}');
 }
 
 }  // namespace
 
-Json toJson(const Feature& feature, Rings rings) {
+std::string toJson(const Feature& feature, Rings rings) {
   if (feature.text.empty()) return newFeature(feature);
-  Json json = parseJson(feature.text);
-  if (rings == Rings::eAsTheyWere || !feature.geometry.closed) return json;
-  if (isGeometry(json)) {
-    tidyRings(json, feature.geometry);
-    return json;
-  }
-  tidyRings(json["geometry"], feature.geometry);
-  if (hasProperty(feature.geometry)) {
-    json["properties"]["edgelets"] = edgeletProperty(feature.geometry);
-  }
-  return json;
+  if (rings == Rings::eAsTheyWere || !feature.geometry.closed) return feature.text;
+  return RingTidier(feature).tidied();
 }
 
 void replaceGeometry(Feature& feature, const Geometry& geometry) {
   feature.geometry = geometry;
-  if (feature.text.empty()) return;
-  Json json = parseJson(feature.text);
-  if (isGeometry(json)) {
-    replaceCoordinates(json, geometry);
-  } else {
-    json.erase("bbox");
-    if (json["properties"].is_object()) json["properties"].erase("edgelets");
-    if (hasProperty(geometry)) json["properties"]["edgelets"] = edgeletProperty(geometry);
-    replaceCoordinates(json["geometry"], geometry);
+  const std::string_view text = feature.text;
+  if (text.empty()) return;
+  if (memberOf(text, "type") != "\"Feature\"") {
+    feature.text = withCoordinates(text, geometry);
+    return;
   }
-  feature.text = compact(json);
+  Edits edits(text);
+  for (const JsonMember& member : membersOf(text)) {
+    if (member.name == "geometry") {
+      edits.replace(member.value, withCoordinates(member.value, geometry));
+    }
+    if (member.name == "properties")
+      edits.replace(member.value, withEdgelets(member.value, geometry));
+  }
+  feature.text = edits.result();
+  if (!memberOf(feature.text, "bbox").empty()) feature.text = without(feature.text, "bbox");
 }
 
 }  // namespace formats

@@ -4,20 +4,30 @@
 
 #pragma once
 
+#include <string>
+#include <string_view>
+
 #include <cntrformats/feature.h>
-#include <cntrformats/json.h>
+#include <cntrformats/geojson/parse.h>
 
 namespace formats {
 
-/// True for an object whose type is one of GeoJSON's seven geometries.
-bool isGeometry(const Json& json);
+/// True for the type of one of GeoJSON's seven geometries.
+bool isGeometryType(std::string_view type);
 
-/// Reads a Polygon, MultiPolygon, LineString or MultiLineString. A ring's repeated closing point is
-/// dropped; a ring without one is taken as closed all the same. Coordinates beyond x and y are
-/// passed over.
+/// Reads a Polygon, MultiPolygon, LineString or MultiLineString, or a GeometryCollection of either
+/// outlines or lines, from an object that has this type. A ring's repeated closing point is
+/// dropped; a ring without one is taken as closed all the same. Coordinates beyond x and y and
+/// empty members of geometries with several are passed over.
 ///
 /// Throws FeatureError for anything else, for fewer than 3 vertices in a ring or 2 in a line, and
 /// for what is not a number; the message names the place.
-Geometry readGeometry(const Json& json);
+Geometry readGeometry(JsonObject& object, const std::string& type);
+
+/// The same for the member `geometry` of a feature.
+Geometry readGeometry(JsonValue value);
+
+/// A list of positions [x, y]; `place` is for messages.
+Points readPositions(JsonValue value, const std::string& place);
 
 }  // namespace formats

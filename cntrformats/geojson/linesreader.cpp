@@ -3,6 +3,8 @@
 // GeoJSON text sequences (RFC 8142), whose records begin with RS, and GeoJSON with a feature to
 // each line.
 
+#include <memory>
+
 #include <cntrformats/geojson/feature.h>
 #include <cntrformats/geojson/geojson.h>
 #include <cntrformats/json.h>
@@ -12,24 +14,25 @@ namespace formats {
 
 namespace {
 
-void read(const std::string& text, Keep keep, Feature& feature) {
-  const Json json = parseJson(text);
-  if (member(json, "type") == "FeatureCollection") {
+constexpr const char* collectionType = "\"FeatureCollection\"";
+
+void read(std::string& text, std::size_t line, Feature& feature) {
+  if (memberOf(text, "type") == collectionType) {
     throw FeatureError("a whole FeatureCollection, which is no line of GeoJSON lines");
   }
-  readFeature(json, keep, feature);
+  readFeature(text, {line, 1}, feature);
 }
 
 /// True for a whole JSON object in one line that is no collection, and is not all there is.
 bool isFeatureLine(std::string_view line) {
   if (!line.ends_with('\n')) return false;
-  const auto outermost = [](int depth, Json::parse_event_t event, Json&) {
-    using Event = Json::parse_event_t;
-    return depth == 0 || event == Event::key || event == Event::value;
-  };
-  const Json json = Json::parse(line.begin(), line.end(), outermost, false);
-  const Json& type = member(json, "type");
-  return type.is_string() && type != "FeatureCollection";
+  try {
+    requireObject(std::string(line), {});
+  } catch (const FeatureError&) {
+    return false;
+  }
+  const std::string_view type = memberOf(line, "type");
+  return type.starts_with('"') && type != collectionType;
 }
 
 }  // namespace
@@ -46,8 +49,12 @@ void readGeoJsonLines(Source& source, Keep keep, Sink& sink) {
   while (separated ? lines.nextRecord(text) : lines.next(text)) {
     if (isBlank(text)) continue;
     ++number;
-    sink.take({{number, lines.number()}, text.size(), [text, number, keep] {
-                 return decoded(number, [&](Feature& feature) { read(text, keep, feature); });
+    const auto kept = std::make_shared<std::string>(std::move(text));
+    const std::size_t line = lines.number();
+    sink.take({{number, line}, kept->size(), [kept, line, number, keep] {
+                 Feature feature = decoded(number, [&](Feature& made) { read(*kept, line, made); });
+                 if (keep == Keep::eSourceToo) feature.text = std::move(*kept);
+                 return feature;
                }});
   }
   if (number == 0) throw FileError("nothing in it");

@@ -1,108 +1,183 @@
 // SPDX-License-Identifier: MIT
 //
-// GeoJSON documents. The features of a collection are handed over one by one while the document is
-// parsed, so that a large one takes no more memory than a small one.
+// Documents of GeoJSON, and those of annotation tools.
 
-#include <istream>
+#include <array>
 #include <memory>
+#include <utility>
 
+#include <cntrformats/geojson/annotations.h>
+#include <cntrformats/geojson/document.h>
 #include <cntrformats/geojson/feature.h>
 #include <cntrformats/geojson/geojson.h>
 #include <cntrformats/geojson/geometry.h>
+#include <cntrformats/json.h>
+#include <cntrformats/otherkinds.h>
 
 namespace formats {
 
 namespace {
 
-/// Follows the parser through one document.
+/// Reads an element of a list. Throws FeatureError.
+using ReadElement = void (*)(std::string& text, const TextPlace& place, Feature& feature);
+
+/// A list whose elements are features.
+struct List {
+  std::string_view name;
+  ReadElement read;
+};
+
+constexpr List featureList{"features", readFeature};
+constexpr std::array<List, 3> lists{
+    {featureList, {"annotations", readCocoAnnotation}, {"shapes", readLabelMeShape}}};
+
+constexpr const char* collectionType = "\"FeatureCollection\"";
+
+/// The members of an object. Throws FileError for what is no JSON.
+Members checkedMembers(const std::string& object, const TextPlace& place) {
+  try {
+    requireObject(object, place);
+  } catch (const FeatureError& error) {
+    throw FileError(error.what());
+  }
+  Members members;
+  for (const auto& [name, value] : membersOf(object)) {
+    members.push_back({std::string(name), std::string(value)});
+  }
+  return members;
+}
+
+/// Walks through one document.
 class DocumentReader {
  public:
-  DocumentReader(const Source& source, Keep keep, Sink& sink)
-      : source_(source), keep_(keep), sink_(sink) {}
+  DocumentReader(Source& source, Keep keep, Sink& sink, std::size_t window)
+      : window_(source, window), keep_(keep), sink_(sink) {}
 
-  /// Keeps what is no feature of the collection.
-  bool listen(int depth, Json::parse_event_t event, Json& value) {
-    using Event = Json::parse_event_t;
-    const bool isWhole =
-        event == Event::value || event == Event::object_end || event == Event::array_end;
-    if (depth == 1) {
-      if (event == Event::key) name_ = value.get<std::string>();
-      if (event == Event::array_start && name_ == "features") beginFeatures();
-      if (isWhole && name_ == "features") endFeatures();
-      if (isWhole && name_ != "features" && isCollection()) members_[name_] = value;
-      return true;
+  void read() {
+    if (window_.next() == '\0') throw FileError("nothing in it");
+    if (window_.next() != '{') refuseAsGeoJson();
+    begin_ = window_.position();
+    beginning_ = window_.place();
+    window_.expect('{');
+    if (window_.next() != '}') {
+      do {
+        readMember();
+      } while (window_.skip(','));
     }
-    if (!isInFeatures_ || depth != 2 || !isWhole) return true;
-    takeFeature(std::move(value), false);
-    return false;
-  }
-
-  void finish(Json document) {
-    if (isGeometry(document) || member(document, "type") == "Feature") {
-      takeFeature(std::move(document), true);
-      return;
-    }
-    if (member(document, "type") != "FeatureCollection" ||
-        !member(document, "features").is_array()) {
-      throw FileError("not GeoJSON: neither a FeatureCollection, nor a Feature, nor a geometry");
-    }
-    if (number_ == 0) throw FileError("nothing in it: the collection has no features");
-    takeMembers();
+    window_.expect('}');
+    end_ = window_.position();
+    if (window_.next() != '\0') window_.refuse("something follows the end");
+    finish();
   }
 
  private:
-  bool isCollection() const {
-    const Json& type = member(members_, "type");
-    return type.is_null() || type == "FeatureCollection";
+  [[noreturn]] static void refuseAsGeoJson() {
+    throw FileError("not GeoJSON: neither a FeatureCollection, nor a Feature, nor a geometry");
   }
 
-  void beginFeatures() {
-    if (!isCollection()) return;
-    isInFeatures_ = true;
-    takeMembers();
+  void readMember() {
+    if (window_.next() != '"') window_.refuse("the name of a member expected");
+    const TextPlace place = window_.place();
+    const std::string quotedName(window_.value());
+    const std::string name = quotedName.substr(1, quotedName.size() - 2);
+    window_.expect(':');
+    const List* const list = window_.next() == '[' ? listNamed(name) : nullptr;
+    if (list != nullptr) return readList(*list);
+    const std::string_view value = window_.value();
+    if (name == "type") type_ = value;
+    // The brace takes no place of its own.
+    const std::string member = "{" + quotedName + ":" + std::string(value) + "}";
+    if (isStreaming_) update(members_, checkedMembers(member, {place.line, place.column - 1}));
   }
 
-  void takeMembers() {
-    Members members;
-    for (const auto& [name, value] : members_.items()) members.push_back({name, compact(value)});
-    members_ = Json::object();
-    sink_.takeMembers(std::move(members));
+  /// The list of features, if this can be it: annotation tools give their documents no type.
+  const List* listNamed(const std::string& name) const {
+    if (isStreaming_) return nullptr;
+    for (const List& list : lists) {
+      const bool fits = type_.empty() || (list.name == featureList.name && type_ == collectionType);
+      if (list.name == name && fits) return &list;
+    }
+    return nullptr;
   }
 
-  void endFeatures() { isInFeatures_ = false; }
+  void readList(const List& list) {
+    // What came before the list is known to belong to a collection only now.
+    if (list.name == featureList.name) {
+      const std::string before = window_.kept().substr(begin_, window_.position() - begin_);
+      members_ = checkedMembers(before + "null}", beginning_);
+      members_.pop_back();
+      takeMembers();
+    }
+    isStreaming_ = true;
+    isGeoJson_ = list.name == featureList.name;
+    window_.release();
+    window_.expect('[');
+    if (!window_.skip(']')) {
+      do {
+        readElement(list);
+      } while (window_.skip(','));
+      window_.expect(']');
+    }
+  }
 
-  void takeFeature(Json json, bool isLone) {
+  void readElement(const List& list) {
+    window_.next();
+    const TextPlace place = window_.place();
+    take(std::string(window_.value()), place, list.read, false);
+  }
+
+  void take(std::string&& element, const TextPlace& place, ReadElement readIt, bool isLone) {
     const std::size_t number = ++number_;
-    const auto kept = std::make_shared<Json>(std::move(json));
-    const std::size_t size = source_.position() - std::exchange(position_, source_.position());
-    sink_.take({{number, 0, isLone}, size, [kept, number, keep = keep_] {
-                  return decoded(number,
-                                 [&](Feature& feature) { readFeature(*kept, keep, feature); });
+    const std::size_t size = element.size();
+    const auto text = std::make_shared<std::string>(std::move(element));
+    const bool keeps = keep_ == Keep::eSourceToo && readIt == readFeature;
+    sink_.take({{number, 0, isLone}, size, [text, place, readIt, number, keeps] {
+                  Feature feature =
+                      decoded(number, [&](Feature& made) { readIt(*text, place, made); });
+                  if (keeps) feature.text = std::move(*text);
+                  return feature;
                 }});
   }
 
-  const Source& source_;
+  void finish() {
+    if (isStreaming_ && (!isGeoJson_ || type_ == collectionType)) {
+      if (isGeoJson_) takeMembers();
+      return;
+    }
+    if (isStreaming_ || type_.size() < 2) refuseAsGeoJson();
+    const std::string_view type = std::string_view(type_).substr(1, type_.size() - 2);
+    if (type != "Feature" && !isGeometryType(type)) refuseAsGeoJson();
+    take(window_.kept().substr(begin_, end_ - begin_), beginning_, readFeature, true);
+  }
+
+  void takeMembers() { sink_.takeMembers(std::exchange(members_, {})); }
+
+  Window window_;
   const Keep keep_;
   Sink& sink_;
-  /// The member of the document that is being read.
-  std::string name_;
-  Json members_ = Json::object();
-  bool isInFeatures_ = false;
+  /// The value of the member `type`, with its quotes; empty before it has been read.
+  std::string type_;
+  /// Those that have not been handed over.
+  Members members_;
+  TextPlace beginning_;
+  /// Where the document begins and ends in what is kept.
+  std::size_t begin_ = 0;
+  std::size_t end_ = 0;
+  /// The list of features has come.
+  bool isStreaming_ = false;
+  bool isGeoJson_ = false;
   std::size_t number_ = 0;
-  /// Where the last feature ended.
-  std::uint64_t position_ = 0;
 };
 
 }  // namespace
 
+void readDocument(Source& source, Keep keep, Sink& sink, std::size_t window) {
+  DocumentReader(source, keep, sink, window).read();
+}
+
 void readGeoJson(Source& source, Keep keep, Sink& sink) {
-  if (source.firstCharacter() == '\0') throw FileError("nothing in it");
-  std::istream text(&source);
-  DocumentReader reader(source, keep, sink);
-  Json document = parseJson(text, [&reader](int depth, Json::parse_event_t event, Json& value) {
-    return reader.listen(depth, event, value);
-  });
-  reader.finish(std::move(document));
+  if (const char* const kind = otherKind(source.firstLine())) throw FileError(kind);
+  readDocument(source, keep, sink, windowSize);
 }
 
 }  // namespace formats

@@ -6,16 +6,21 @@
 
 #include <cntrformats/geojson/feature.h>
 #include <cntrformats/geojson/geojson.h>
-#include <cntrformats/geojson/geometry.h>
+#include <cntrformats/json.h>
 
 namespace formats {
 
 namespace {
 
 /// A collection has features; a geometry becomes one.
-Json asMember(Json json) {
-  if (!isGeometry(json)) return json;
-  return {{"type", "Feature"}, {"properties", Json::object()}, {"geometry", std::move(json)}};
+std::string asMember(std::string json) {
+  if (memberOf(json, "type") == "\"Feature\"") return json;
+  return R"({"type":"Feature","properties":{},"geometry":)" + json + "}";
+}
+
+/// As one line.
+std::string asLine(std::string json) {
+  return json.find_first_of("\r\n") == std::string::npos ? json : compact(json);
 }
 
 class GeoJsonWriter : public FeatureWriter {
@@ -23,9 +28,9 @@ class GeoJsonWriter : public FeatureWriter {
   GeoJsonWriter(std::ostream& out, Rings rings) : out_(out), rings_(rings) {}
 
   Prepared prepare(Feature feature, bool isLone) const override {
-    Json json = toJson(feature, rings_);
+    std::string json = toJson(feature, rings_);
     if (rings_ == Rings::eAsGeoJsonWants && !isLone) json = asMember(std::move(json));
-    return {compact(json), {}, isLone};
+    return {std::move(json), {}, isLone};
   }
 
   std::optional<Prepared> prepareUnreadable(const Feature& feature, bool isLone) const override {
@@ -69,7 +74,7 @@ class GeoJsonWriter : public FeatureWriter {
 
   void writeMembers(const char* separator, const Members& members) {
     for (const auto& [name, value] : members) {
-      out_ << separator << compact(name) << ": " << value;
+      out_ << separator << '"' << name << "\": " << value;
       separator = ",\n";
     }
   }
@@ -88,12 +93,12 @@ class GeoJsonLinesWriter : public FeatureWriter {
   GeoJsonLinesWriter(std::ostream& out, Rings rings) : out_(out), rings_(rings) {}
 
   Prepared prepare(Feature feature, bool isLone) const override {
-    return {compact(toJson(feature, rings_)), {}, isLone};
+    return {asLine(toJson(feature, rings_)), {}, isLone};
   }
 
   std::optional<Prepared> prepareUnreadable(const Feature& feature, bool isLone) const override {
     if (feature.text.empty()) return std::nullopt;
-    return Prepared{feature.text, {}, isLone};
+    return Prepared{asLine(feature.text), {}, isLone};
   }
 
   void write(Prepared prepared) override { out_ << prepared.text << '\n'; }

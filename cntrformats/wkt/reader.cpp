@@ -1,13 +1,19 @@
 // SPDX-License-Identifier: MIT
 //
-// Reads a POLYGON, MULTIPOLYGON, LINESTRING or MULTILINESTRING from each line; a LINEARRING is an
-// outline. Rings are treated as those of GeoJSON, see rings.h, and so are coordinates beyond x and
-// y, with or without Z and M.
+// Reads a POLYGON, MULTIPOLYGON, LINESTRING or MULTILINESTRING, or a GEOMETRYCOLLECTION of either
+// outlines or lines, one after the other; a LINEARRING is an outline. A geometry begins on a line
+// of its own, may have a reference system before it, SRID=4326;POLYGON ..., which is passed over,
+// and goes on as long as its parentheses are open. Rings are treated as those of GeoJSON, see
+// rings.h, and so are coordinates beyond x and y, with or without Z and M.
 
 #include <algorithm>
 #include <array>
 #include <cctype>
+#include <charconv>
+#include <cmath>
+#include <memory>
 #include <string_view>
+#include <utility>
 
 #include <cntrformats/errors.h>
 #include <cntrformats/lines.h>
@@ -21,47 +27,104 @@ namespace {
 
 constexpr std::size_t longestExcerpt = 20;
 constexpr std::size_t mostCoordinates = 4;
+constexpr std::string_view collectionType = "GEOMETRYCOLLECTION";
+
+bool isLetter(char c) { return std::isalpha(static_cast<unsigned char>(c)) != 0; }
+
+bool isSameLetter(char a, char b) {
+  return std::toupper(static_cast<unsigned char>(a)) == std::toupper(static_cast<unsigned char>(b));
+}
+
+bool startsWith(std::string_view text, std::string_view word) {
+  return text.size() >= word.size() &&
+         std::equal(word.begin(), word.end(), text.begin(), isSameLetter);
+}
+
+std::string_view withoutBlanks(std::string_view text) {
+  return text.substr(std::min(text.find_first_not_of(" \t\r\n"), text.size()));
+}
+
+/// Without the reference system of extended WKT.
+std::string_view withoutReference(std::string_view text) {
+  text = withoutBlanks(text);
+  const std::size_t end = text.find(';');
+  return startsWith(text, "SRID=") && end != std::string_view::npos
+             ? withoutBlanks(text.substr(end + 1))
+             : text;
+}
 
 /// Walks through one text.
 class Parser {
  public:
-  explicit Parser(std::string_view text) : rest_(text) {}
+  explicit Parser(std::string_view text) : rest_(withoutReference(text)) {}
 
-  Geometry geometry() {
-    const std::string type = withoutDimensions(word());
-    skipDimensions();
-    Geometry geometry = geometryOf(type);
+  Geometry whole() {
+    Geometry geometry = this->geometry();
     skipBlanks();
     if (!rest_.empty()) throw FeatureError(quotedRest() + " follows the geometry");
     return geometry;
   }
 
  private:
+  Geometry geometry() {
+    const std::string type = withoutDimensions(word());
+    skipDimensions();
+    return geometryOf(type);
+  }
+
   Geometry geometryOf(const std::string& type) {
-    if (type == "POLYGON") return {true, false, {polygon("")}};
+    if (type == "POLYGON") return {true, false, {single(polygon(""), "no outline")}};
     if (type == "MULTIPOLYGON") return {true, true, several(&Parser::polygon)};
-    if (type == "LINESTRING") return {false, false, {line("")}};
+    if (type == "LINESTRING")
+      return {false, false, {single(line(""), "line has 0 points, but needs 2")}};
     if (type == "MULTILINESTRING") return {false, true, several(&Parser::line)};
     if (type == "LINEARRING") return {true, false, {{asRing(positions("outline"), "outline"), {}}}};
-    if (type == "POINT" || type == "MULTIPOINT" || type == "GEOMETRYCOLLECTION") {
+    if (type == collectionType) return collection();
+    if (type == "POINT" || type == "MULTIPOINT") {
       throw FeatureError("a " + type + " has no outline");
     }
     if (type.empty()) throw FeatureError(quotedRest() + " is no geometry");
     throw FeatureError(type + " is not a geometry that can be read");
   }
 
+  static qcRings single(qcRings part, const char* refusal) {
+    if (part.outline.empty()) throw FeatureError(refusal);
+    return part;
+  }
+
+  /// Without those that are empty.
   std::vector<qcRings> several(qcRings (Parser::*readPart)(const std::string&)) {
     std::vector<qcRings> parts;
+    std::size_t count = 0;
     if (isEmpty()) throw FeatureError("no coordinates");
     list([&] {
-      parts.push_back((this->*readPart)("part " + std::to_string(parts.size() + 1) + ", "));
+      qcRings part = (this->*readPart)("part " + std::to_string(++count) + ", ");
+      if (!part.outline.empty()) parts.push_back(std::move(part));
     });
+    if (parts.empty()) throw FeatureError("no coordinates");
     return parts;
   }
 
+  Geometry collection() {
+    Geometry all{true, true};
+    std::size_t count = 0;
+    if (isEmpty()) throw FeatureError("a " + std::string(collectionType) + " has no outline");
+    list([&] {
+      ++count;
+      try {
+        addParts(all, geometry());
+      } catch (const FeatureError& error) {
+        throw FeatureError("geometry " + std::to_string(count) + ": " + error.what());
+      }
+    });
+    return all;
+  }
+
+  // These give no vertices for what is empty.
+
   qcRings polygon(const std::string& prefix) {
-    if (isEmpty()) throw FeatureError(prefix + "no outline");
     qcRings part;
+    if (isEmpty()) return part;
     std::size_t count = 0;
     list([&] {
       const std::string place = prefix + (count == 0 ? "outline" : "hole " + std::to_string(count));
@@ -77,6 +140,7 @@ class Parser {
 
   qcRings line(const std::string& prefix) {
     const std::string place = prefix + "line";
+    if (isEmpty()) return {};
     return {asLine(positions(place), place), {}};
   }
 
@@ -111,7 +175,21 @@ class Parser {
   }
 
   double number() {
-    const std::size_t length = std::min(rest_.find_first_of(" \t,()"), rest_.size());
+    double value = 0.0;
+    const char* const end = rest_.data() + rest_.size();
+    const auto [after, error] = std::from_chars(rest_.data(), end, value);
+    const bool isWhole =
+        after == end || *after == ' ' || *after == ',' || *after == ')' || *after == '\n';
+    if (error == std::errc() && isWhole && std::isfinite(value)) {
+      rest_.remove_prefix(static_cast<std::size_t>(after - rest_.data()));
+      return value;
+    }
+    return unusualNumber();
+  }
+
+  /// With a sign that std::from_chars does not take, or none at all.
+  double unusualNumber() {
+    const std::size_t length = std::min(rest_.find_first_of(" \t\r\n,()"), rest_.size());
     const std::string_view text = rest_.substr(0, length);
     rest_.remove_prefix(length);
     return finiteNumber(text);
@@ -141,6 +219,8 @@ class Parser {
   }
 
   bool isEmpty() {
+    skipBlanks();
+    if (rest_.empty() || !isLetter(rest_.front())) return false;
     const std::string_view before = rest_;
     if (word() == "EMPTY") return true;
     rest_ = before;
@@ -170,7 +250,12 @@ class Parser {
   }
 
   void skipBlanks() {
-    rest_.remove_prefix(std::min(rest_.find_first_not_of(" \t\r"), rest_.size()));
+    std::size_t count = 0;
+    while (count < rest_.size() && (rest_[count] == ' ' || rest_[count] == '\t' ||
+                                    rest_[count] == '\r' || rest_[count] == '\n')) {
+      ++count;
+    }
+    rest_.remove_prefix(count);
   }
 
   std::string quotedRest() const {
@@ -182,9 +267,58 @@ class Parser {
   std::string_view rest_;
 };
 
+/// Gathers the lines of one geometry.
+class Gatherer {
+ public:
+  bool isEmpty() const noexcept { return text_.empty(); }
+  /// No parenthesis is open.
+  bool isWhole() const noexcept { return depth_ == 0; }
+  /// True when the line begins another geometry although this one is not whole: letters stand
+  /// within collections alone, and at the beginning.
+  bool isBroken(const std::string& line) const {
+    return isLetter(withoutBlanks(line).front()) &&
+           !startsWith(withoutReference(text_), collectionType);
+  }
+
+  void begin(std::string&& line, std::size_t number) {
+    text_ = std::move(line);
+    line_ = number;
+    depth_ = 0;
+    count(text_);
+  }
+
+  void add(const std::string& line) {
+    text_.append(1, '\n').append(line);
+    count(line);
+  }
+
+  std::string take() { return std::exchange(text_, {}); }
+  std::size_t line() const noexcept { return line_; }
+
+ private:
+  void count(const std::string& line) {
+    depth_ += std::count(line.begin(), line.end(), '(') - std::count(line.begin(), line.end(), ')');
+    depth_ = std::max<std::ptrdiff_t>(0, depth_);
+  }
+
+  std::string text_;
+  std::size_t line_ = 0;
+  /// How many parentheses are open.
+  std::ptrdiff_t depth_ = 0;
+};
+
+void take(Gatherer& gatherer, std::size_t number, Sink& sink) {
+  const auto text = std::make_shared<std::string>(gatherer.take());
+  sink.take({{number, gatherer.line()}, text->size(), [text, number] {
+               return decoded(
+                   number, [&text](Feature& feature) { feature.geometry = Parser(*text).whole(); });
+             }});
+}
+
 }  // namespace
 
 bool looksLikeWkt(std::string_view line) {
+  line = withoutReference(line);
   line = line.substr(0, line.find_last_not_of(" \t\r\n") + 1);
   const std::size_t end = std::min(line.find('('), line.find(' '));
   const std::string_view keyword = line.substr(0, end);
@@ -195,18 +329,22 @@ bool looksLikeWkt(std::string_view line) {
 
 void readWkt(Source& source, Keep /*keep*/, Sink& sink) {
   Lines lines(source);
-  std::string text;
+  Gatherer gatherer;
+  std::string line;
   std::size_t number = 0;
-  while (lines.next(text)) {
-    if (isBlank(text)) continue;
-    ++number;
-    sink.take({{number, lines.number()}, text.size(), [text, number] {
-                 return decoded(number, [&text](Feature& feature) {
-                   feature.geometry = Parser(text).geometry();
-                 });
-               }});
+  while (lines.next(line)) {
+    if (isBlank(line)) continue;
+    if (!gatherer.isEmpty() && gatherer.isBroken(line)) take(gatherer, number, sink);
+    if (gatherer.isEmpty()) {
+      ++number;
+      gatherer.begin(std::move(line), lines.number());
+    } else {
+      gatherer.add(line);
+    }
+    if (gatherer.isWhole()) take(gatherer, number, sink);
   }
   if (number == 0) throw FileError("nothing in it");
+  if (!gatherer.isEmpty()) take(gatherer, number, sink);
 }
 
 }  // namespace formats

@@ -42,6 +42,7 @@ TEST(Number, OtherTextsAreNamed) {
   EXPECT_EQ(refusal(""), "'' is not a finite number");
   EXPECT_EQ(refusal(" 1"), "' 1' is not a finite number");
   EXPECT_EQ(refusal("inf"), "'inf' is not a finite number");
+  EXPECT_EQ(refusal("+-5"), "'+-5' is not a finite number");
   EXPECT_EQ(refusal("nan"), "'nan' is not a finite number");
   EXPECT_EQ(refusal("1e999"), "'1e999' is too large or too small a number");
 }

@@ -2,6 +2,8 @@
 
 #include "texts.h"
 
+#include <cntrformats/geojson/document.h>
+
 #include <unistd.h>
 
 #include <algorithm>
@@ -79,6 +81,24 @@ Found readFile(const std::string& path, const Format* from) {
 std::string flawOf(const std::string& format, const std::string& text) {
   try {
     read(format, text);
+    return "";
+  } catch (const FileError& error) {
+    return error.what();
+  }
+}
+
+Found readDocument(const std::string& text, std::size_t window) {
+  const TemporaryFile file(text);
+  Source source(file.path());
+  Found found;
+  Collector collector(found);
+  formats::readDocument(source, Keep::eSourceToo, collector, window);
+  return found;
+}
+
+std::string flawOfDocument(const std::string& text, std::size_t window) {
+  try {
+    readDocument(text, window);
     return "";
   } catch (const FileError& error) {
     return error.what();

@@ -25,11 +25,15 @@ struct Found {
 /// All that a file of this content holds. Throws FileError.
 Found read(const std::string& format, const std::string& text,
            formats::Keep keep = formats::Keep::eFeature);
+/// The same of a document of JSON, its sources kept, that is read through a window of that size.
+Found readDocument(const std::string& text, std::size_t window);
 /// The same of a file of any format.
 Found readFile(const std::string& path, const formats::Format* from = nullptr);
 
 /// What a file of this content is wrong with as a whole; empty when nothing is.
 std::string flawOf(const std::string& format, const std::string& text);
+
+std::string flawOfDocument(const std::string& text, std::size_t window);
 
 /// The name of the format that a text is taken for.
 std::string guess(const std::string& text);

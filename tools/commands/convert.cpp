@@ -73,7 +73,9 @@ std::string listOfFormats() {
 }
 
 constexpr const char* help =
-    "Standard input and files with other endings are known by how they begin.\n\n"
+    "Standard input and files with other endings are known by how they begin; files packed by "
+    "gzip\n"
+    "are unpacked. COCO and LabelMe files are read like geojson, lines of x,y like csv.\n\n"
     "All formats hold outlines with holes, open lines and features of several parts, and all "
     "digits.\n"
     "GeoJSON also holds labels, ids, edge elements and other properties; CSV labels, or else ids;\n"

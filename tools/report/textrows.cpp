@@ -2,10 +2,10 @@
 //
 // Rows as text that does not depend on other rows: JSON and CSV.
 
+#include <nlohmann/json.hpp>
 #include <ostream>
 
 #include <cntrformats/csv/fields.h>
-#include <cntrformats/json.h>
 #include <cntrformats/number.h>
 #include <tools/report/rows.h>
 
@@ -14,6 +14,8 @@ namespace tool {
 using namespace formats;
 
 namespace {
+
+using Json = nlohmann::ordered_json;
 
 Json toJson(const Cell& cell) {
   if (isEmpty(cell)) return nullptr;
@@ -34,7 +36,7 @@ std::string toCsv(const Cell& cell) {
 std::string objectOf(const std::vector<std::string>& columns, const Row& row) {
   Json object = Json::object();
   for (std::size_t k = 0; k < columns.size(); ++k) object[columns[k]] = toJson(row[k]);
-  return compact(object);
+  return object.dump(-1, ' ', false, Json::error_handler_t::replace);
 }
 
 class JsonRows : public RowWriter {

@@ -54,10 +54,41 @@ TEST(CsvReader, ARunOfEqualIdsIsARing) {
   EXPECT_EQ(found.places[1].line, 8);
 }
 
+TEST(CsvReader, TakesLinesOfTwoNumbersAsNumpyWritesThem) {
+  for (const char* text :
+       {"0.0e+00 0.0e+00\n4.0e+00 0.0e+00\n4.0e+00 4.0e+00\n", "0,0\n4,0\n4,4\n",
+        "# x,y\n0,0\n4,0\n4,4\n", "# made by hand\n0\t0\n4\t0\n# half\n4\t4\n"}) {
+    const auto found = texts::read("csv", text);
+    ASSERT_EQ(found.features.size(), 1) << text;
+    EXPECT_EQ(found.features[0].geometry.parts[0].outline, (Points{{0, 0}, {4, 0}, {4, 4}}));
+    EXPECT_FALSE(found.features[0].id);
+    EXPECT_FALSE(found.features[0].label);
+  }
+  EXPECT_EQ(texts::read("csv", "0 0\n4 0\n4 4\n\n0 0\n1 0\n1 1\n").features.size(), 2)
+      << "an empty line ends a feature";
+}
+
+TEST(CsvReader, TakesOtherSeparatorsAndCasesOfTheHeader) {
+  for (const char* text :
+       {"ID;X;Y\n7;0;0,5\n7;4;0,5\n7;4;4,5\n", "Y\tX\tId\n0.5\t0\t7\n0.5\t4\t7\n4.5\t4\t7\n",
+        "7  0 0.5\n7 4  0.5\n7 4 4.5\n"}) {
+    const auto found = texts::read("csv", text);
+    ASSERT_EQ(found.features.size(), 1) << text;
+    EXPECT_EQ(found.features[0].geometry.parts[0].outline, (Points{{0, 0.5}, {4, 0.5}, {4, 4.5}}));
+    EXPECT_EQ(found.features[0].label, Label(7UL));
+  }
+}
+
+TEST(CsvReader, ABadLineIsNamed) {
+  EXPECT_THAT(texts::read("csv", "0,0\n4\n4,4\n").complaints,
+              ElementsAre("1: outline, vertex 1: '4' is not a line of x,y"));
+}
+
 TEST(CsvReader, RefusesOtherText) {
-  EXPECT_EQ(texts::flawOf("csv", "id,x,y\n"), "nothing in it");
+  EXPECT_EQ(texts::flawOf("csv", "\n"), "nothing in it");
+  EXPECT_EQ(texts::flawOf("csv", "id,x,y\n"), "") << "a header alone is an empty list";
   EXPECT_EQ(texts::flawOf("csv", "id,x\n"),
-            "the first line is neither id,x,y nor three such values");
+            "the first line is neither id,x,y or x,y nor such values");
 }
 
 TEST(CsvWriter, WritesAVertexToALine) {

@@ -31,6 +31,40 @@ TEST(WktReader, ReadsOutlinesAndLines) {
   EXPECT_EQ(texts::flawOf("wkt", "\n"), "nothing in it");
 }
 
+TEST(WktReader, GoesOnAsLongAsParenthesesAreOpen) {
+  const auto found = texts::read("wkt",
+                                 "POLYGON ((0 0,\n  4 0,\n\n  4 4\n))\nPOLYGON ((0 0, 1 0\n"
+                                 "POLYGON ((0 0,\n1 0, 1 1))\n");
+  ASSERT_EQ(found.features.size(), 2);
+  EXPECT_EQ(found.features[0].geometry.parts[0].outline, (Points{{0, 0}, {4, 0}, {4, 4}}));
+  EXPECT_EQ(found.places[2].line, 7);
+  EXPECT_THAT(found.complaints, ElementsAre("2: ')' expected, not the end"));
+}
+
+TEST(WktReader, PassesOverReferenceSystemsAndEmptyMembers) {
+  const auto found = texts::read(
+      "wkt",
+      "SRID=4326;POLYGON ((0 0, 4 0, 4 4))\nMULTIPOLYGON (EMPTY, ((0 0, 1 0, 1 1)), EMPTY)\n");
+  ASSERT_EQ(found.features.size(), 2);
+  EXPECT_EQ(found.features[1].geometry.parts.size(), 1);
+  EXPECT_EQ(texts::guess("srid=0;polygon((0 0, 4 0, 4 4))\n"), "wkt");
+}
+
+TEST(WktReader, CollectionsAreOneFeature) {
+  const auto found =
+      texts::read("wkt",
+                  "GEOMETRYCOLLECTION (POLYGON ((0 0, 4 0, 4 4)),\n"
+                  "MULTIPOLYGON (((5 5, 6 5, 6 6)), ((7 7, 8 7, 8 8))))\n"
+                  "GEOMETRYCOLLECTION (POLYGON ((0 0, 4 0, 4 4)), LINESTRING (0 0, 1 1))\n"
+                  "GEOMETRYCOLLECTION EMPTY\n");
+  ASSERT_EQ(found.features.size(), 1);
+  EXPECT_EQ(found.features[0].geometry.parts.size(), 3);
+  EXPECT_TRUE(found.features[0].geometry.multiple);
+  EXPECT_THAT(found.complaints,
+              ElementsAre("2: geometry 2: outlines and lines together are no single shape",
+                          "3: a GEOMETRYCOLLECTION has no outline"));
+}
+
 TEST(WktWriter, ClosesRingsAndLeavesTheirDirection) {
   Feature feature = texts::outline({{0, 0}, {0, 2.5}, {2, 0}});
   feature.geometry.parts[0].holes.push_back({{0.5, 0.5}, {1, 0.5}, {0.5, 1}});

@@ -1,0 +1,70 @@
+// SPDX-License-Identifier: MIT
+
+#include <cntrformats/gunzip.h>
+
+#include <zlib.h>
+#include <array>
+#include <new>
+#include <utility>
+
+#include <cntrformats/errors.h>
+
+namespace formats {
+
+namespace {
+
+/// The largest window, and a header of gzip rather than of zlib.
+constexpr int windowBits = 15 + 16;
+
+}  // namespace
+
+struct Gunzip::State {
+  ReadPacked readPacked;
+  z_stream stream{};
+  std::array<unsigned char, std::size_t{1} << 16U> packed{};
+  /// Between the members of a file, which can be several; the first comes in any case.
+  bool isBetween = false;
+  bool hasRoomLeft = true;
+
+  /// Reads packed bytes if none are left; false when there are no more.
+  bool refill() {
+    if (stream.avail_in > 0) return true;
+    auto* const bytes = static_cast<char*>(static_cast<void*>(packed.data()));
+    stream.next_in = packed.data();
+    stream.avail_in = static_cast<uInt>(readPacked(bytes, packed.size()));
+    return stream.avail_in > 0;
+  }
+};
+
+Gunzip::Gunzip(ReadPacked readPacked) : state_(std::make_unique<State>()) {
+  state_->readPacked = std::move(readPacked);
+  if (inflateInit2(&state_->stream, windowBits) != Z_OK) throw std::bad_alloc();
+}
+
+Gunzip::~Gunzip() { inflateEnd(&state_->stream); }
+
+std::size_t Gunzip::read(char* buffer, std::size_t size) {
+  State& state = *state_;
+  z_stream& stream = state.stream;
+  stream.next_out = static_cast<unsigned char*>(static_cast<void*>(buffer));
+  stream.avail_out = static_cast<uInt>(size);
+  while (stream.avail_out == size) {
+    // What has been unpacked may not have had room in the last buffer.
+    if (state.hasRoomLeft && !state.refill()) {
+      if (state.isBetween) return 0;
+      throw FileError("cannot be unpacked: the gzip file ends too early");
+    }
+    if (std::exchange(state.isBetween, false)) inflateReset(&stream);
+    const int result = inflate(&stream, Z_NO_FLUSH);
+    if (result != Z_OK && result != Z_STREAM_END && result != Z_BUF_ERROR) {
+      throw FileError("cannot be unpacked: the gzip file is damaged");
+    }
+    state.isBetween = result == Z_STREAM_END;
+    state.hasRoomLeft = stream.avail_out > 0 || state.isBetween;
+  }
+  return size - stream.avail_out;
+}
+
+bool Gunzip::hasMore() const { return state_->stream.avail_in > 0 || !state_->hasRoomLeft; }
+
+}  // namespace formats

@@ -1,0 +1,72 @@
+// SPDX-License-Identifier: MIT
+
+#include <cntrformats/json.h>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+using namespace formats;
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+TEST(ValueEnd, IsTheSameWhereverTheTextIsCut) {
+  const std::string values[] = {R"({"a":{"b":"}\"}"},"c":[1,"]"]})", R"([[1,[2]],"[",{}])",
+                                R"("a\\\"b")", "12.5", "null"};
+  for (const std::string& value : values) {
+    const std::string text = value + ", ";
+    for (std::size_t cut = 1; cut < text.size(); ++cut) {
+      ValueEnd end;
+      std::size_t at = 0;
+      const bool isEarly = end.find(std::string_view(text).substr(0, cut), at);
+      EXPECT_EQ(isEarly, cut > value.size() || (cut == value.size() && value[0] < '0') ||
+                             (cut == value.size() && value[0] > 'Z' && value[0] != 'n'))
+          << value << " cut at " << cut;
+      if (!isEarly) {
+        EXPECT_TRUE(end.find(text, at));
+      }
+      EXPECT_EQ(at, value.size()) << value << " cut at " << cut;
+    }
+  }
+}
+
+TEST(ValueEnd, IsFoundBehindManyBytesOfNoMeaning) {
+  const std::string value = "[" + std::string(1000, '1') + ",\"" + std::string(1000, ']') + "\"]";
+  std::size_t at = 0;
+  EXPECT_TRUE(ValueEnd().find(value + "]", at));
+  EXPECT_EQ(at, value.size());
+}
+
+TEST(Json, ListsHaveElements) {
+  EXPECT_THAT(elementsOf(R"([1, "a,b" ,[2,3] , {"c":[4]}])"),
+              ElementsAre("1", R"("a,b")", "[2,3]", R"({"c":[4]})"));
+  EXPECT_THAT(elementsOf("[ ]"), IsEmpty());
+  EXPECT_THAT(elementsOf("["), IsEmpty());
+}
+
+TEST(Json, ObjectsHaveMembers) {
+  const std::string object = R"({ "a" : 1, "b\"":[ 2 ] ,"c":"}"})";
+  const auto members = membersOf(object);
+  ASSERT_EQ(members.size(), 3);
+  EXPECT_EQ(members[1].name, R"(b\")");
+  EXPECT_EQ(members[1].value, "[ 2 ]");
+  EXPECT_EQ(memberOf(object, "c"), R"("}")");
+  EXPECT_EQ(memberOf(object, "d"), "");
+  EXPECT_EQ(memberOf("[1]", "a"), "");
+}
+
+TEST(Json, CompactTextKeepsTheBlanksOfStrings) {
+  EXPECT_EQ(compact("{ \"a b\" :\n\t[1 , \" \\\" \"] }\r\n"), R"({"a b":[1," \" "]})");
+}
+
+TEST(Json, AnExcerptEndsBetweenCharacters) {
+  EXPECT_EQ(excerpt("[1, 2]"), "[1,2]");
+  EXPECT_EQ(excerpt('"' + std::string(38, 'x') + "\u00e9 and more\""),
+            '"' + std::string(38, 'x') + "...");
+}
+
+TEST(Json, StringsAreEscaped) {
+  EXPECT_EQ(jsonString("a\"\\\n\r\t\x01\u00e9"), "\"a\\\"\\\\\\n\\r\\t\\u0001\u00e9\"");
+  EXPECT_EQ(jsonString("a\xff"
+                       "b\xc3"),
+            "\"a\uFFFDb\uFFFD\"");
+}
