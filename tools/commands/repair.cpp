@@ -78,7 +78,7 @@ class Repairing : public Answerer {
   Answer answer(const Origin& origin, Feature feature) const override {
     Repair repair = repaired(feature.geometry, rule_, maxLoss_);
     PreparedRows row = report_->prepare({rowOf(origin, feature, repair)});
-    if (repair.geometry) replaceGeometry(feature, std::move(*repair.geometry));
+    if (repair.geometry) replaceGeometry(feature, *repair.geometry);
     Answer answer = file_.prepare(origin, std::move(feature));
     answer.rows = std::move(row);
     if (repair.result == Repair::Result::eFailed) answer.complaint = repair.note;
