@@ -85,7 +85,7 @@ std::vector<qcPtrHandle_const<qcRegion>> regionsOf(const qcRings& rings, std::si
     for (const qcRings& piece : apart) {
       const qcPtrHandle<qcRegion> region(new qcRegion(qf_ToRegion(piece)));
       region->label(label);
-      regions.push_back(region);
+      regions.emplace_back(region);
     }
   }
   return regions;
