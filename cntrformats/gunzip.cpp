@@ -24,7 +24,6 @@ struct Gunzip::State {
   std::array<unsigned char, std::size_t{1} << 16U> packed{};
   /// Between the members of a file, which can be several; the first comes in any case.
   bool isBetween = false;
-  bool hasRoomLeft = true;
 
   /// Reads packed bytes if none are left; false when there are no more.
   bool refill() {
@@ -49,8 +48,8 @@ std::size_t Gunzip::read(char* buffer, std::size_t size) {
   stream.next_out = static_cast<unsigned char*>(static_cast<void*>(buffer));
   stream.avail_out = static_cast<uInt>(size);
   while (stream.avail_out == size) {
-    // What has been unpacked may not have had room in the last buffer.
-    if (state.hasRoomLeft && !state.refill()) {
+    // What is left to be unpacked comes before the last packed bytes, which are a checksum.
+    if (!state.refill()) {
       if (state.isBetween) return 0;
       throw FileError("cannot be unpacked: the gzip file ends too early");
     }
@@ -60,11 +59,10 @@ std::size_t Gunzip::read(char* buffer, std::size_t size) {
       throw FileError("cannot be unpacked: the gzip file is damaged");
     }
     state.isBetween = result == Z_STREAM_END;
-    state.hasRoomLeft = stream.avail_out > 0 || state.isBetween;
   }
   return size - stream.avail_out;
 }
 
-bool Gunzip::hasMore() const { return state_->stream.avail_in > 0 || !state_->hasRoomLeft; }
+bool Gunzip::hasMore() const { return state_->stream.avail_in > 0; }
 
 }  // namespace formats

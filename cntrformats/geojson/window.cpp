@@ -58,7 +58,7 @@ bool Window::more(std::size_t& begin) {
   if (!isKept_ && begin > 0) {
     countLines(begin);
     text_.erase(0, begin);
-    counted_ -= begin;
+    counted_ = 0;
     begin = 0;
   }
   if (source_.sgetc() == Source::traits_type::eof()) return false;
