@@ -3,9 +3,13 @@
 #include <tools/commandline.h>
 
 #include <CLI/CLI.hpp>
+#include <algorithm>
+#include <numeric>
 #include <string>
+#include <vector>
 
 #include <tools/commands/commands.h>
+#include <tools/report/printable.h>
 #include <tools/run/features.h>
 
 namespace tool {
@@ -26,6 +30,10 @@ void addCommands(CLI::App& app, Session& session) {
   app.require_subcommand(1);
   app.failure_message(explanation);
   app.set_version_flag("--version", "cntr " CNTR_VERSION);
+  app.add_flag_callback(
+      "--verbose", [&session] { session.diagnostics.listAll(); },
+      "List all features that cannot be answered, not only the first few of a file");
+  app.fallthrough();
   app.set_help_all_flag("--help-all", "Print the help of all subcommands and exit");
   addMeasure(app, session);
   addQuery(app, session);
@@ -36,12 +44,48 @@ void addCommands(CLI::App& app, Session& session) {
   addConvert(app, session);
 }
 
+/// How many letters have to be put in, left out or changed to make one word of the other.
+std::size_t distance(const std::string& a, const std::string& b) {
+  std::vector<std::size_t> row(b.size() + 1);
+  std::iota(row.begin(), row.end(), std::size_t{0});
+  for (const char letter : a) {
+    std::size_t diagonal = row[0]++;
+    for (std::size_t j = 0; j < b.size(); ++j) {
+      const std::size_t changed = diagonal + (letter == b[j] ? 0U : 1U);
+      diagonal = row[j + 1];
+      row[j + 1] = std::min({changed, row[j] + 1, diagonal + 1});
+    }
+  }
+  return row.back();
+}
+
+/// Why the first argument is no command; empty when it is one, or an option.
+std::string refusalOfCommand(const CLI::App& app, const std::string& name) {
+  constexpr std::size_t farthest = 2;
+  if (name.empty() || name.front() == '-') return "";
+  const auto commands = app.get_subcommands([](const CLI::App*) { return true; });
+  const auto nearest = std::min_element(
+      commands.begin(), commands.end(), [&name](const CLI::App* a, const CLI::App* b) {
+        return distance(a->get_name(), name) < distance(b->get_name(), name);
+      });
+  const std::string likely = (*nearest)->get_name();
+  if (likely == name) return "";
+  const std::string question =
+      distance(likely, name) <= farthest ? "; did you mean '" + likely + "'?" : "";
+  return "there is no command '" + name + "'" + question;
+}
+
 }  // namespace
 
 int run(int argc, const char* const* argv, const Console& console) {
   Session session(console);
   CLI::App app("Measures, asks, repairs, combines, draws and converts outlines in images.");
   addCommands(app, session);
+  const std::string refusal = argc > 1 ? refusalOfCommand(app, argv[1]) : "";
+  if (!refusal.empty()) {
+    session.messages << "cntr: " << printable(refusal) << "\nTry 'cntr --help'.\n";
+    return eUnusable;
+  }
   try {
     app.parse(argc, argv);
   } catch (const CLI::ParseError& error) {

@@ -183,7 +183,8 @@ TEST(Convert, BadFeaturesAreLeftOut) {
   const auto result = run({"convert", "-o", directory.path("out.wkt")},
                           "id,x,y\n1,0,0\n1,1,0\n1,1,1\n2,0,0\n3,0,0\n3,2,0\n3,2,2\n");
   EXPECT_EQ(result.status, 1);
-  EXPECT_THAT(result.messages, HasSubstr("line 5, feature 2: outline has 1 point, but needs 3\n"));
+  EXPECT_THAT(result.messages,
+              HasSubstr("line 5, feature 2 (label 2): outline has 1 point, but needs 3\n"));
   EXPECT_EQ(directory.read("out.wkt"),
             "POLYGON ((0 0, 1 0, 1 1, 0 0))\nPOLYGON ((0 0, 2 0, 2 2, 0 0))\n");
 }

@@ -16,6 +16,7 @@ using program::run;
 using program::runJson;
 using program::square;
 using testing::ElementsAre;
+using testing::EndsWith;
 using testing::HasSubstr;
 using testing::StartsWith;
 
@@ -185,8 +186,9 @@ TEST(Csv, IdsTellHolesPartsAndLines) {
 TEST_P(BadCsv, IsNamedAndTheOthersAreAnswered) {
   const std::string good = "1,0,0\n1,4,0\n1,4,4\n";
   const std::string text = good + "\n" + GetParam().text + "\n\n" + good;
-  EXPECT_EQ(complaint("csv", text),
-            std::string("cntr: standard input: line 5, feature 2: ") + GetParam().message + "\n");
+  const std::string said = complaint("csv", text);
+  EXPECT_THAT(said, StartsWith("cntr: standard input: line 5, feature 2"));
+  EXPECT_THAT(said, EndsWith(std::string(": ") + GetParam().message + "\n"));
   const Json rows = measuredAs("csv", text, 1);
   ASSERT_EQ(rows.size(), 3);
   EXPECT_EQ(rows[1]["note"], GetParam().message);

@@ -187,7 +187,7 @@ TEST(Measure, AFeatureThatCannotBeMeasuredIsARowWithANote) {
                                       polygon({square(0, 0, 2)})});
   const auto json = run({"measure", "--json"}, two);
   EXPECT_EQ(json.status, 1);
-  EXPECT_THAT(json.messages, HasSubstr("feature 1: "));
+  EXPECT_THAT(json.messages, HasSubstr("feature 1 (label 4, id empty): "));
   const Json rows = Json::parse(json.out);
   ASSERT_EQ(rows.size(), 2);
   EXPECT_EQ(rows[0]["feature"], 1);
@@ -196,7 +196,7 @@ TEST(Measure, AFeatureThatCannotBeMeasuredIsARowWithANote) {
   EXPECT_EQ(rows[0]["area"], nullptr);
   EXPECT_EQ(rows[0]["vertices"], nullptr);
   const std::string note = rows[0]["note"];
-  EXPECT_EQ(json.messages, "cntr: standard input: feature 1: " + note + "\n");
+  EXPECT_EQ(json.messages, "cntr: standard input: feature 1 (label 4, id empty): " + note + "\n");
   EXPECT_EQ(rows[1]["area"], 4.0);
 
   const auto lines = run({"measure", "--jsonl", "--columns", "feature,note"}, two);

@@ -128,7 +128,7 @@ TEST(QueryPoint, AFeatureThatCannotBeAskedIsARowWithANote) {
   const std::string missing = R"({"type":"Feature","id":9,"properties":null,"geometry":null})";
   const auto result = run({"query", "--point", "1,1", "--json"}, collection({missing, holed}));
   EXPECT_EQ(result.status, 1);
-  EXPECT_EQ(result.messages, "cntr: standard input: feature 1: no geometry\n");
+  EXPECT_EQ(result.messages, "cntr: standard input: feature 1 (id 9): no geometry\n");
   const Json rows = Json::parse(result.out);
   ASSERT_EQ(rows.size(), 2);
   EXPECT_EQ(rows[0]["id"], "9");

@@ -31,6 +31,7 @@ constexpr const char* noneName = "none";
 struct Options {
   std::vector<std::string> files;
   std::string from;
+  FilterOptions filter;
   std::vector<std::string> show = {labelsName};
   std::string under;
   bool fit = false;
@@ -93,6 +94,7 @@ class Collector : public Sink {
  public:
   Collector(const Options& options, Scene& scene, Session& session)
       : fit_(options.fit),
+        isWanted_(options.filter.filter()),
         scene_(scene),
         session_(session),
         progress_(session.messages, session.console.messagesAreTerminal) {}
@@ -111,11 +113,14 @@ class Collector : public Sink {
       isRead = false;
     }
     progress_.clear();
+    session_.diagnostics.sumUp();
     return isRead;
   }
 
   void take(Record record) override {
-    const std::string complaint = complaintAbout(record.decode());
+    const Feature feature = record.decode();
+    const std::string complaint =
+        isWanted_ == nullptr || isWanted_(feature) ? complaintAbout(feature) : "";
     if (!complaint.empty()) {
       progress_.clear();
       session_.diagnostics.badFeature(files_.back(), record.location, complaint);
@@ -152,6 +157,7 @@ class Collector : public Sink {
   }
 
   bool fit_;
+  std::function<bool(const Feature&)> isWanted_;
   Scene& scene_;
   Session& session_;
   Progress progress_;
@@ -226,6 +232,7 @@ void addDraw(CLI::App& app, Session& session) {
   CLI::App& command = *app.add_subcommand("draw", "Draw the outlines as an SVG or PNG picture");
   addFiles(command, options->files);
   addFrom(command, options->from);
+  addFilter(command, options->filter);
   command
       .add_option("-o,--output", options->output,
                   "The picture, PNG if it ends in .png and SVG otherwise; - (the default) is\n"

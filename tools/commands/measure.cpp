@@ -202,10 +202,7 @@ void addMeasure(CLI::App& app, Session& session) {
   command
       .add_option("--sort", options->sort, "Sort by a column; COLUMN:desc has the largest first")
       ->type_name("COLUMN");
-  command
-      .add_option("--scale", options->measuring.scale, "The length of one unit of the coordinates")
-      ->check(CLI::PositiveNumber)
-      ->type_name("FACTOR");
+  addScale(command, options->measuring.scale, "The length of one unit of the coordinates");
   command.add_option("--unit", options->measuring.unit, "The unit of that length, such as mm")
       ->type_name("NAME");
   addHoles(command, options->measuring.withHoles);

@@ -3,7 +3,11 @@
 #include <tools/commands/options.h>
 
 #include <algorithm>
+#include <stdexcept>
 #include <thread>
+
+#include <tools/answers/filter.h>
+#include <tools/commands/numberlist.h>
 
 namespace tool {
 
@@ -12,6 +16,26 @@ using namespace formats;
 namespace {
 
 constexpr unsigned mostJobs = 256;
+
+// Why the text of an option cannot be taken; empty when it can.
+
+std::string refusalOfCondition(const std::string& text) {
+  try {
+    const Condition condition(text);
+    return "";
+  } catch (const std::invalid_argument& error) {
+    return error.what();
+  }
+}
+
+std::string refusalOfNumber(const std::string& text) {
+  return parseNumbers(text, 1) ? "" : "needs a number, not " + text;
+}
+
+std::string refusalOfScale(const std::string& text) {
+  const auto number = parseNumbers(text, 1);
+  return number && number->front() > 0.0 ? "" : "needs a positive number, not " + text;
+}
 
 }  // namespace
 
@@ -55,17 +79,48 @@ void addJobs(CLI::App& command, unsigned& jobs) {
       ->type_name("N");
 }
 
+std::function<bool(const Feature&)> FilterOptions::filter() const {
+  std::vector<Condition> all;
+  for (const std::string& text : conditions) all.emplace_back(text);
+  if (!minArea.empty()) all.emplace_back("area >= " + minArea);
+  if (!minVertices.empty()) all.emplace_back("vertices >= " + minVertices);
+  if (all.empty()) return nullptr;
+  return [all](const Feature& feature) { return fulfilsAll(feature, all); };
+}
+
+void addFilter(CLI::App& command, FilterOptions& options) {
+  command
+      .add_option("--where", options.conditions,
+                  "Take only features that fulfil a condition such as 'roundness > 0.8': a\n"
+                  "measure, label or id, and > >= < <= = or !=; all of several conditions")
+      ->allow_extra_args(false)
+      ->check(refusalOfCondition)
+      ->type_name("CONDITION");
+  command.add_option("--min-area", options.minArea, "The same as --where 'area >= A'")
+      ->check(refusalOfNumber)
+      ->type_name("A");
+  command.add_option("--min-vertices", options.minVertices, "The same as --where 'vertices >= N'")
+      ->check(refusalOfNumber)
+      ->type_name("N");
+}
+
+CLI::Option* addScale(CLI::App& command, double& scale, const std::string& meaning) {
+  return command.add_option("--scale", scale, meaning)->check(refusalOfScale)->type_name("FACTOR");
+}
+
 Inputs InputOptions::inputs() const {
   Inputs inputs;
   inputs.files = files;
   inputs.from = formatNamed(from);
   inputs.jobs = jobs;
+  inputs.isWanted = filter.filter();
   return inputs;
 }
 
 void addInputs(CLI::App& command, InputOptions& options) {
   addFiles(command, options.files);
   addFrom(command, options.from);
+  addFilter(command, options.filter);
   addJobs(command, options.jobs);
 }
 

@@ -5,6 +5,7 @@
 #pragma once
 
 #include <CLI/CLI.hpp>
+#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
@@ -34,10 +35,26 @@ void addHoles(CLI::App& command, bool& withHoles);
 /// --jobs.
 void addJobs(CLI::App& command, unsigned& jobs);
 
-/// FILE..., --from and --jobs.
+/// --where, --min-area and --min-vertices.
+struct FilterOptions {
+  std::vector<std::string> conditions;
+  std::string minArea;
+  std::string minVertices;
+
+  /// Null when there is none.
+  std::function<bool(const formats::Feature&)> filter() const;
+};
+
+void addFilter(CLI::App& command, FilterOptions& options);
+
+/// A positive number.
+CLI::Option* addScale(CLI::App& command, double& scale, const std::string& meaning);
+
+/// FILE..., --from, --jobs, and the options of filters.
 struct InputOptions {
   std::vector<std::string> files;
   std::string from;
+  FilterOptions filter;
   unsigned jobs = 1;
 
   Inputs inputs() const;

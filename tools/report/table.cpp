@@ -5,6 +5,7 @@
 #include <ostream>
 
 #include <tools/report/numbers.h>
+#include <tools/report/printable.h>
 #include <tools/report/rows.h>
 
 namespace tool {
@@ -23,7 +24,7 @@ struct Column {
 std::string plainText(const Cell& cell) {
   if (const bool* answer = std::get_if<bool>(&cell)) return *answer ? "yes" : "no";
   if (const std::size_t* count = std::get_if<std::size_t>(&cell)) return std::to_string(*count);
-  if (const std::string* text = std::get_if<std::string>(&cell)) return *text;
+  if (const std::string* text = std::get_if<std::string>(&cell)) return printable(*text);
   return "-";
 }
 

@@ -6,6 +6,7 @@
 
 #include <cstddef>
 #include <iosfwd>
+#include <map>
 #include <string>
 
 #include <cntrformats/location.h>
@@ -26,9 +27,15 @@ class Diagnostics {
   /// On a terminal, `style` makes messages stand out.
   Diagnostics(std::ostream& out, Style style) : out_(out), style_(style) {}
 
-  /// A feature of `file` that was not answered.
+  /// From now on, lists all bad features instead of summing up.
+  void listAll() { listsAll_ = true; }
+
+  /// A feature of `file` that was not answered, and the name that it has besides its number. The
+  /// first few of a file are listed, the others counted.
   void badFeature(const std::string& file, const formats::Location& location,
-                  const std::string& what);
+                  const std::string& what, const std::string& name = "");
+  /// Tells how many bad features were counted but not listed.
+  void sumUp();
   void badFile(const std::string& file, const std::string& what);
   /// What the user should know, although all is well.
   void warning(const std::string& file, const std::string& what);
@@ -41,6 +48,9 @@ class Diagnostics {
 
   std::ostream& out_;
   Style style_;
+  bool listsAll_ = false;
+  /// Bad features, by file.
+  std::map<std::string, std::size_t> badFeatures_;
   ExitStatus status_ = eAllWell;
 };
 

@@ -20,8 +20,17 @@ namespace {
 struct Work {
   Session& session;
   Answerer& answerer;
+  const std::function<bool(const Feature&)>& isWanted;
   Progress progress;
 };
+
+/// The label and the id, where there are any.
+std::string nameOf(const Feature& feature) {
+  std::string name;
+  if (feature.label) name = "label " + toText(*feature.label);
+  if (feature.id) name.append(name.empty() ? "" : ", ").append("id ").append(*feature.id);
+  return name;
+}
 
 /// One feature from its record to its answer.
 class FeatureJob : public Job {
@@ -32,6 +41,9 @@ class FeatureJob : public Job {
   void work() override {
     try {
       Feature feature = record_.decode();
+      isWanted_ = work_.isWanted == nullptr || work_.isWanted(feature);
+      if (!isWanted_) return;
+      name_ = nameOf(feature);
       if (feature.problem.empty()) {
         answer_ = work_.answerer.answer(origin_, std::move(feature));
       } else {
@@ -48,9 +60,10 @@ class FeatureJob : public Job {
   void finish() override {
     if (!answer_.complaint.empty()) {
       work_.progress.clear();
-      work_.session.diagnostics.badFeature(origin_.file, origin_.location, answer_.complaint);
+      work_.session.diagnostics.badFeature(origin_.file, origin_.location, answer_.complaint,
+                                           name_);
     }
-    work_.answerer.write(std::move(answer_));
+    if (isWanted_) work_.answerer.write(std::move(answer_));
     work_.progress.count();
     work_.progress.update();
     if (!work_.session.out) throw StandardOutputError();
@@ -60,6 +73,8 @@ class FeatureJob : public Job {
   Work& work_;
   Origin origin_;
   Record record_;
+  bool isWanted_ = true;
+  std::string name_;
   Answer answer_;
 };
 
@@ -117,7 +132,7 @@ class Jobs : public Sink {
 
 void answerAll(Inputs& inputs, Session& session, Answerer& answerer) {
   const bool showProgress = inputs.showProgress && session.console.messagesAreTerminal;
-  Work work{session, answerer, Progress(session.messages, showProgress)};
+  Work work{session, answerer, inputs.isWanted, Progress(session.messages, showProgress)};
   // Names live until the last job is finished.
   std::list<Input> opened;
   const auto readFile = [&](JobQueue& queue, const std::string& file) {
@@ -140,6 +155,7 @@ void answerAll(Inputs& inputs, Session& session, Answerer& answerer) {
         session.out.flush();
       });
   work.progress.clear();
+  session.diagnostics.sumUp();
 }
 
 }  // namespace tool

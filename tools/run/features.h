@@ -5,6 +5,7 @@
 
 #pragma once
 
+#include <functional>
 #include <optional>
 #include <stdexcept>
 #include <string>
@@ -21,6 +22,8 @@ struct Inputs {
   /// Null: told by the files themselves.
   const formats::Format* from = nullptr;
   formats::Keep keep = formats::Keep::eFeature;
+  /// Whether a feature is to be answered, asked on any thread; null when all are.
+  std::function<bool(const formats::Feature&)> isWanted = nullptr;
   /// Threads that answer.
   unsigned jobs = 1;
   /// Tell a user at a terminal how far the work has come.
