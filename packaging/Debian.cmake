@@ -69,6 +69,10 @@ This package holds the pages, the reference of the library and the examples.")
 set(CPACK_DEBIAN_TOOL_PACKAGE_NAME cntr)
 set(CPACK_DEBIAN_TOOL_PACKAGE_SECTION science)
 set(CPACK_DEBIAN_TOOL_PACKAGE_DEPENDS ${same_version})
+# Loaded when a PNG picture is asked for.
+if(CNTR_PNG)
+  set(CPACK_DEBIAN_TOOL_PACKAGE_RECOMMENDS librsvg2-2)
+endif()
 set(CPACK_DEBIAN_TOOL_DESCRIPTION
     "measure, query, repair and draw the outlines of machine vision
 Reads outlines as image annotation tools write them and answers how long, how

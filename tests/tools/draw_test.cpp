@@ -23,7 +23,9 @@ using program::run;
 using program::Running;
 using program::runOnFullDisk;
 using program::square;
+using testing::AllOf;
 using testing::ElementsAre;
+using testing::EndsWith;
 using testing::HasSubstr;
 using testing::Not;
 using testing::StartsWith;
@@ -615,6 +617,14 @@ TEST(Draw, BadFeaturesAreLeftOut) {
   EXPECT_EQ(result.status, 1);
   EXPECT_EQ(result.messages, "cntr: standard input: feature 1: outline has 1 point, but needs 3\n");
   EXPECT_EQ(count(result.out, "<path "), 1);
+}
+
+TEST(Draw, ACollectionWithoutFeaturesIsAnEmptyPicture) {
+  const auto result = run({"draw"}, collection({}));
+  EXPECT_EQ(result.status, 0);
+  EXPECT_EQ(result.messages, "");
+  EXPECT_THAT(result.out, AllOf(StartsWith("<?xml"), EndsWith("</svg>\n")));
+  EXPECT_EQ(count(result.out, "<path "), 0);
 }
 
 TEST(Draw, WithoutAnythingToDrawNoPictureIsWritten) {
