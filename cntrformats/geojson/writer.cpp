@@ -20,7 +20,8 @@ std::string asMember(std::string json) {
 
 /// As one line.
 std::string asLine(std::string json) {
-  return json.find_first_of("\r\n") == std::string::npos ? json : compact(json);
+  if (json.find_first_of("\r\n") != std::string::npos) json = compact(json);
+  return json;
 }
 
 class GeoJsonWriter : public FeatureWriter {

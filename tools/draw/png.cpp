@@ -9,6 +9,7 @@
 #include <dlfcn.h>
 #include <librsvg/rsvg.h>
 
+#include <cmath>
 #include <memory>
 #include <ostream>
 
@@ -109,8 +110,9 @@ Picture read(const std::string& svg) {
 Surface rendered(RsvgHandle* picture) {
   RsvgRectangle area{};
   functions().sizeOf(picture, &area.width, &area.height);
-  Surface surface(functions().makeSurface(CAIRO_FORMAT_RGB24, static_cast<int>(area.width + 0.5),
-                                          static_cast<int>(area.height + 0.5)));
+  Surface surface(functions().makeSurface(CAIRO_FORMAT_RGB24,
+                                          static_cast<int>(std::lround(area.width)),
+                                          static_cast<int>(std::lround(area.height))));
   requireSuccess(functions().statusOf(surface.get()));
   const Drawing drawing(functions().beginDrawing(surface.get()));
   GError* error = nullptr;
