@@ -135,7 +135,7 @@ Question askPoint(const qcVector<2>& point, bool withHoles, bool zeroIfInside) {
           }};
 }
 
-Question askPoints(std::vector<NamedPoint> points, bool withHoles, bool zeroIfInside) {
+Question askPoints(const std::vector<NamedPoint>& points, bool withHoles, bool zeroIfInside) {
   std::vector<std::string> columns{"point", "x", "y"};
   for (const std::string& column : answersAboutPoints()) columns.push_back(column);
   std::vector<Row> named;

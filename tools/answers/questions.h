@@ -31,7 +31,7 @@ struct NamedPoint {
 };
 
 /// A row for each point: its name and coordinates, and then the same.
-Question askPoints(std::vector<NamedPoint> points, bool withHoles, bool zeroIfInside);
+Question askPoints(const std::vector<NamedPoint>& points, bool withHoles, bool zeroIfInside);
 
 /// A row for each crossing, in order along the segment from `from`.
 Question askSegment(const qcVector<2>& from, const qcVector<2>& to, bool withHoles,

@@ -52,6 +52,7 @@ void addCrossings(const qcContour& curve, const qcContour& other, bool withTouch
 Points crossingsOf(const Geometry& geometry, double size) {
   const std::vector<Boundary> curves = boundariesOf(geometry, true);
   std::vector<Box> boxes;
+  boxes.reserve(curves.size());
   for (const Boundary& curve : curves) boxes.push_back(boxAround(curve.contour->points()));
   Found found(size);
   for (std::size_t i = 0; i < curves.size(); ++i) {
