@@ -9,6 +9,7 @@
 #include <string>
 
 #include <cntr/contourdefs.h>
+#include <testing/plain/integermoments.h>
 #include <tests/cntrsets/features.h>
 
 namespace {
@@ -18,7 +19,6 @@ using features::Feature;
 using features::Points;
 using features::reversed;
 using features::square;
-__extension__ using Wide = __int128;
 
 constexpr auto simple = qcRingContact::eSimple;
 constexpr auto touches = qcRingContact::eTouches;
@@ -148,32 +148,6 @@ TEST(FilledMoments, OfNothingAreTheRecordOfNothing) {
   }
 }
 
-/// Twice the area, and 6 times the integrals of x and of y over it, of a ring of integers.
-struct ExactSums {
-  Wide area2 = 0;
-  Wide x6 = 0;
-  Wide y6 = 0;
-  Wide xx12 = 0;
-  Wide xy24 = 0;
-
-  explicit ExactSums(const Points& ring) {
-    for (std::size_t i = 0; i < ring.size(); ++i) {
-      const qcVector<2>& a = ring[i];
-      const qcVector<2>& b = ring[(i + 1) % ring.size()];
-      const auto ax = static_cast<Wide>(a.x());
-      const auto ay = static_cast<Wide>(a.y());
-      const auto bx = static_cast<Wide>(b.x());
-      const auto by = static_cast<Wide>(b.y());
-      const Wide cross = ax * by - bx * ay;
-      area2 += cross;
-      x6 += cross * (ax + bx);
-      y6 += cross * (ay + by);
-      xx12 += cross * (ax * ax + ax * bx + bx * bx);
-      xy24 += cross * (2 * ax * ay + ax * by + bx * ay + 2 * bx * by);
-    }
-  }
-};
-
 /// A simple outline of integers with very many vertices, as a camera gives it, moved by whole
 /// numbers.
 Points skyline(std::uint64_t seed, std::size_t n, const qcVector<2>& shift) {
@@ -187,7 +161,7 @@ TEST(FilledMoments, AreThoseOfExactArithmeticFarFromTheOriginAndForManyVertices)
   for (const double far : {0.0, 1e6, 1e9}) {
     for (const std::size_t n : {8U, 100U, 10000U}) {
       const Points near = skyline(n, n, {0, 0});
-      const ExactSums exact(near);
+      const plain::IntegerMoments exact(near);
       const auto area = static_cast<long double>(exact.area2) / 2.0L;
       const auto x = static_cast<long double>(exact.x6) / static_cast<long double>(3 * exact.area2);
       const auto y = static_cast<long double>(exact.y6) / static_cast<long double>(3 * exact.area2);

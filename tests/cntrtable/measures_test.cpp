@@ -14,6 +14,7 @@
 
 #include <cntr/contourdefs.h>
 
+#include <testing/plain/integermoments.h>
 #include <testing/shapes/shapes.h>
 
 namespace {
@@ -25,7 +26,6 @@ using table::Measure;
 using table::Value;
 using Feature = std::vector<qcRings>;
 using Points = std::vector<qcVector<2>>;
-__extension__ using Wide = __int128;
 
 const Points square{{0, 0}, {10, 0}, {10, 10}, {0, 10}};
 const Points bowTie{{0, 0}, {4, 4}, {4, 0}, {0, 4}};
@@ -147,34 +147,6 @@ TEST(Measures, AreTheSameFiguresAnywhere) {
 
 namespace {
 
-/// Integrals over a ring of integers, exactly: the area times 2, and so on.
-struct ExactSums {
-  Wide area2 = 0;
-  Wide x6 = 0;
-  Wide y6 = 0;
-  Wide xx12 = 0;
-  Wide xy24 = 0;
-  Wide yy12 = 0;
-
-  explicit ExactSums(const Points& ring) {
-    for (std::size_t i = 0; i < ring.size(); ++i) {
-      const qcVector<2>& a = ring[i];
-      const qcVector<2>& b = ring[(i + 1) % ring.size()];
-      const auto ax = static_cast<Wide>(a.x());
-      const auto ay = static_cast<Wide>(a.y());
-      const auto bx = static_cast<Wide>(b.x());
-      const auto by = static_cast<Wide>(b.y());
-      const Wide cross = ax * by - bx * ay;
-      area2 += cross;
-      x6 += cross * (ax + bx);
-      y6 += cross * (ay + by);
-      xx12 += cross * (ax * ax + ax * bx + bx * bx);
-      yy12 += cross * (ay * ay + ay * by + by * by);
-      xy24 += cross * (2 * ax * ay + ax * by + bx * ay + 2 * bx * by);
-    }
-  }
-};
-
 using Long = long double;
 
 }  // namespace
@@ -184,7 +156,7 @@ TEST(Measures, OfTheMassAreThoseOfExactArithmeticFarFromTheOriginAndForManyVerti
     for (const std::size_t n : {8U, 100U, 10000U}) {
       shapes::Random random(n);
       Points ring = shapes::skyline(random, n);
-      const ExactSums exact(ring);
+      const plain::IntegerMoments exact(ring);
       const Long area = std::abs(static_cast<Long>(exact.area2)) / 2;
       const Long x = static_cast<Long>(exact.x6) / static_cast<Long>(3 * exact.area2);
       const Long y = static_cast<Long>(exact.y6) / static_cast<Long>(3 * exact.area2);
