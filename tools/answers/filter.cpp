@@ -111,6 +111,7 @@ bool Condition::isFulfilledBy(const Cell& cell) const {
 bool fulfilsAll(const Feature& feature, const std::vector<Condition>& conditions) {
   if (!feature.problem.empty()) return false;
   std::vector<const Column*> columns;
+  columns.reserve(conditions.size());
   for (const Condition& condition : conditions) columns.push_back(&condition.column());
   try {
     const Row row = ColumnFiller(columns, {}).measured({"", feature, {}}, feature.geometry.parts);
