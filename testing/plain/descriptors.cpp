@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstddef>
+#include <stdexcept>
 
 #include <testing/plain/error.h>
 #include <testing/plain/exact.h>
@@ -206,6 +207,7 @@ Circle minimumCircle(const Points& points) {
       best = &circle;
     }
   }
+  if (best == nullptr) throw std::logic_error("no circle holds all points");
   return {{nearest(best->center.x, best->divisor), nearest(best->center.y, best->divisor)},
           nearestRoot(best->squaredRadius, best->divisor * best->divisor)};
 }

@@ -24,8 +24,9 @@ std::vector<Weighed> pointsOf(const Contour& contour, double spacing) {
   for (const Segment& edge : edgesOf(contour)) {
     const double whole = distance(edge.a, edge.b);
     const double count = std::max(std::ceil(whole / spacing), 1.0);
-    for (double i = 0.0; i < count; ++i) {
-      points.push_back({i == 0.0 ? edge.a : plus(edge.a, times(minus(edge.b, edge.a), i / count))});
+    for (std::size_t i = 0; i < static_cast<std::size_t>(count); ++i) {
+      const double share = static_cast<double>(i) / count;
+      points.push_back({i == 0 ? edge.a : plus(edge.a, times(minus(edge.b, edge.a), share))});
       steps.push_back(whole / count);
     }
   }

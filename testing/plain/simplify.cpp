@@ -226,9 +226,10 @@ Contour resample(const Contour& contour, double spacing) {
   if (!std::isfinite(length)) throw Error{Error::badParams, "contour has no finite length"};
   if (length == 0.0) return {{points.front()}, contour.closed};
   const double steps = std::max(std::ceil(length / spacing), contour.closed ? 3.0 : 1.0);
+  const auto count = static_cast<std::size_t>(steps);
   Contour result{{points.front()}, contour.closed};
-  for (double step = 1.0; step < steps; ++step) {
-    const double target = length * (step / steps);
+  for (std::size_t step = 1; step < count; ++step) {
+    const double target = length * (static_cast<double>(step) / steps);
     double passed = 0.0;
     std::size_t i = 1;
     while (i + 1 < points.size() && passed + distance(points[i - 1], points[i]) < target) {
