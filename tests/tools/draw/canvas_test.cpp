@@ -30,7 +30,7 @@ TEST(Canvas, TheLongerSideHasTheSize) {
   EXPECT_EQ(down.pixel(), 0.25);
   EXPECT_EQ(down.width(), 16.0);
   EXPECT_EQ(down.height(), 8.0);
-  EXPECT_EQ(Canvas(Box({0, 0}, {1, 4}), 8.0, false).width(), 2.0);
+  EXPECT_EQ(Canvas(Box{{0, 0}, {1, 4}}, 8.0, false).width(), 2.0);
 }
 
 TEST(Canvas, MapsPointsAndLengths) {
