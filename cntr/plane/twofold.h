@@ -30,10 +30,33 @@ inline Twofold sumOf(double a, double b) noexcept {
   return {sum, (a - (sum - fromB)) + (b - fromB)};
 }
 
+/// What a times b is more than its rounded `product`, exactly.
+inline double restOfProduct(double a, double b, double product) noexcept {
+#if defined(__MINGW32__)
+  // fma rounds twice there. Halves of 26 bits have exact products (Dekker); large numbers are made
+  // smaller first, for the first half of a number is found by way of one 2^27 times as large.
+  constexpr double large = 0x1p990;
+  constexpr double smaller = 0x1p-60;
+  if (std::abs(a) > large) return restOfProduct(a * smaller, b, product * smaller) / smaller;
+  if (std::abs(b) > large) return restOfProduct(a, b * smaller, product * smaller) / smaller;
+  const auto firstHalf = [](double number) {
+    const double above = (0x1p27 + 1.0) * number;
+    return above - (above - number);
+  };
+  const double highA = firstHalf(a);
+  const double lowA = a - highA;
+  const double highB = firstHalf(b);
+  const double lowB = b - highB;
+  return ((highA * highB - product) + highA * lowB + lowA * highB) + lowA * lowB;
+#else
+  return std::fma(a, b, -product);
+#endif
+}
+
 /// a times b, exactly.
 inline Twofold productOf(double a, double b) noexcept {
   const double product = a * b;
-  return {product, std::fma(a, b, -product)};
+  return {product, restOfProduct(a, b, product)};
 }
 
 inline Twofold operator-(const Twofold& a) noexcept { return {-a.high, -a.low}; }

@@ -248,7 +248,8 @@ TEST(Repair, RepairingAgainChangesNoByte) {
     const auto report = run({"repair", "--jsonl", "--rule", rule, once, "-o", twice});
     EXPECT_EQ(directory.read("once.json"), directory.read("twice.json")) << rule;
     EXPECT_THAT(report.out, testing::Not(HasSubstr("repaired"))) << rule;
-    for (const Json& one : Json::parse(directory.read("once.json"))["features"]) {
+    const Json written = Json::parse(directory.read("once.json"));
+    for (const Json& one : written.at("features")) {
       Json first;
       for (const Json& part : polygonsOf(one)) {
         if (areaOf(one) == 0.0) continue;  // It failed.
