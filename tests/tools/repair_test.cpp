@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <sstream>
 
 #include <testing/plain/filled.h>
 #include <testing/shapes/shapes.h>
@@ -249,10 +250,13 @@ TEST(Repair, RepairingAgainChangesNoByte) {
     EXPECT_EQ(directory.read("once.json"), directory.read("twice.json")) << rule;
     EXPECT_THAT(report.out, testing::Not(HasSubstr("repaired"))) << rule;
     const Json written = Json::parse(directory.read("once.json"));
+    std::istringstream rows(report.out);
     for (const Json& one : written.at("features")) {
+      std::string row;
+      std::getline(rows, row);
+      if (Json::parse(row).at("result") == "failed") continue;  // It is written as it was.
       Json first;
       for (const Json& part : polygonsOf(one)) {
-        if (areaOf(one) == 0.0) continue;  // It failed.
         EXPECT_EQ(*std::min_element(part[0].begin(), part[0].end()), part[0][0]);
         EXPECT_LE(first, part[0][0]);
         first = part[0][0];
