@@ -2,16 +2,17 @@
 //
 // A few steps on few points from every start, then steps on all points from the best of them. A
 // step solves for the small motion that is best if every point's nearest edge were a line (Gauss
-// and Newton), damped until it helps (Levenberg and Marquardt).
+// and Newton), damped until it helps (Levenberg and Marquardt). Rotations are unit vectors: sines
+// would differ from one system to the next.
 
 #include <cntr/compute/align.h>
 
 #include <algorithm>
 #include <array>
 #include <cmath>
-#include <numbers>
 #include <optional>
 
+#include <cntr/index/strips.h>
 #include <platform/core/kernels.h>
 
 namespace cntr::compute {
@@ -26,15 +27,13 @@ constexpr std::size_t triedPoints = 128;
 constexpr int triedSteps = 8;
 /// The steps of the best start.
 constexpr int mostSteps = 50;
-/// Rotations beside those of the principal axes.
-constexpr int rotations = 16;
 /// A step that moves no point by more than this share of the extent is the last one.
 constexpr double smallStep = 1e-10;
 
-/// Centre, principal direction and extent of points.
+/// Centre, principal axis and extent of points.
 struct Body {
   Point center;
-  double axis = 0.0;
+  Point axis;
   double extent = 0.0;
 
   explicit Body(WeighedPoints points) noexcept {
@@ -47,17 +46,21 @@ struct Body {
       sum = sum + (p.at - origin) * p.weight;
     }
     center = origin + sum * (1.0 / weights);
-    double xx = 0.0, xy = 0.0, yy = 0.0;
+    index::MainDirection direction;
     for (const WeighedPoint& p : points) {
       const Point d = p.at - center;
-      xx += p.weight * d.x() * d.x();
-      xy += p.weight * d.x() * d.y();
-      yy += p.weight * d.y() * d.y();
+      direction.add(d * std::sqrt(p.weight));
       extent = std::max(extent, d.len());
     }
-    axis = 0.5 * std::atan2(2.0 * xy, xx - yy);
+    axis = direction.along();
   }
 };
+
+/// The rotation that brings the x axis to `direction`, of p.
+Point turned(const Point& p, const Point& direction) noexcept {
+  return {direction.x() * p.x() - direction.y() * p.y(),
+          direction.y() * p.x() + direction.x() * p.y()};
+}
 
 /// The equations for a small motion (along x, along y, around the centre), and what the distances
 /// come to without it.
@@ -115,12 +118,10 @@ class Motion {
       : points_(points), curves_(curves), center_(center), extent_(extent) {}
 
   Equations at(const Pose& pose) const {
-    const double c = std::cos(pose.angle);
-    const double s = std::sin(pose.angle);
     Equations equations;
     for (const WeighedPoint& p : points_) {
       const Point d = p.at - center_;
-      const Point arm(c * d.x() - s * d.y(), s * d.x() + c * d.y());
+      const Point arm = turned(d, pose.direction);
       const Point q = pose.place + arm;
       const auto [normal, distance] = towards(q);
       // Angles as lengths at the extent: all three motions are of one size.
@@ -139,7 +140,7 @@ class Motion {
       ++found.steps;
       const std::array<double, 3> motion = here.solve(damping);
       const double size = std::abs(motion[0]) + std::abs(motion[1]) + std::abs(motion[2]);
-      const Pose next{found.pose.angle + motion[2] / extent_,
+      const Pose next{turned(found.pose.direction, Point(1.0, motion[2] / extent_)).unit(),
                       found.pose.place + Point(motion[0], motion[1])};
       const Equations there = at(next);
       if (there.squares < here.squares) {
@@ -190,11 +191,19 @@ std::vector<WeighedPoint> fewOf(WeighedPoints points) {
 }
 
 /// The rotations to start from: the principal axis onto the other, both ways, and all around.
-std::vector<double> startAngles(const Body& moved, const Body& fixed) {
-  std::vector<double> angles = {fixed.axis - moved.axis,
-                                fixed.axis - moved.axis + std::numbers::pi};
-  for (int i = 0; i < rotations; ++i) angles.push_back(2.0 * std::numbers::pi / rotations * i);
-  return angles;
+std::vector<Point> startDirections(const Body& moved, const Body& fixed) {
+  const Point onto = turned(fixed.axis, {moved.axis.x(), -moved.axis.y()});
+  std::vector<Point> directions = {onto, -onto};
+  constexpr double cosine = 0.92387953251128674;  // of 22.5 degrees
+  constexpr double sine = 0.38268343236508977;
+  constexpr double diagonal = 0.70710678118654752;
+  for (const Point& p :
+       {Point(1.0, 0.0), Point(cosine, sine), Point(diagonal, diagonal), Point(sine, cosine)}) {
+    for (const Point& quarter : {p, Point(-p.y(), p.x()), -p, Point(p.y(), -p.x())}) {
+      directions.push_back(quarter);
+    }
+  }
+  return directions;
 }
 
 }  // namespace
@@ -206,8 +215,8 @@ Alignment align(WeighedPoints moved, WeighedPoints fixed, const Curves& curves) 
   const std::vector<WeighedPoint> few = fewOf(moved);
   const Motion trial(few, curves, body.center, extent);
   std::optional<Alignment> best;
-  for (const double angle : startAngles(body, target)) {
-    const Alignment tried = trial.refine({angle, target.center}, triedSteps);
+  for (const Point& direction : startDirections(body, target)) {
+    const Alignment tried = trial.refine({direction, target.center}, triedSteps);
     if (!best || tried.residual < best->residual) best = tried;
   }
   return Motion(moved, curves, body.center, extent).refine(best->pose, mostSteps);

@@ -19,7 +19,8 @@ struct WeighedPoint {
 
 /// A rotation about the centre of the points that are moved, which then lies at `place`.
 struct Pose {
-  double angle = 0.0;
+  /// The unit vector that the rotation brings the x axis to.
+  qcVector<2> direction{1.0, 0.0};
   qcVector<2> place;
 };
 

@@ -23,12 +23,12 @@ struct Strip {
   double halfAcross = 0.0;
 };
 
-/// A sum of edge vectors with their angles doubled, so that opposite ones add up.
+/// A sum of vectors with their angles doubled, so that opposite ones add up.
 class MainDirection {
  public:
-  void add(const qcVector<2>& edge) noexcept {
-    cos_ += edge.x() * edge.x() - edge.y() * edge.y();
-    sin_ += 2.0 * edge.x() * edge.y();
+  void add(const qcVector<2>& v) noexcept {
+    cos_ += v.x() * v.x() - v.y() * v.y();
+    sin_ += 2.0 * v.x() * v.y();
   }
   void add(const MainDirection& other) noexcept {
     cos_ += other.cos_;

@@ -39,8 +39,9 @@ qcAlignment qf_Align(const std::vector<qcContour>& measured,
   const std::vector<Path> fixed = cntr::model::pathsOf(nominal);
   const auto found =
       cntr::compute::align(moved, weighedPoints(fixed), cntr::compute::Curves(fixed));
-  const qcRadian angle(std::remainder(found.pose.angle, qcRadian::fullTurn));
-  const qcMatrix<2> rotation(angle, angle, 1.0, 1.0);
-  return {qcXform<2>(rotation, found.pose.place - rotation * found.center), angle, found.residual,
-          found.steps, found.settled};
+  const double cosine = found.pose.direction.x();
+  const double sine = found.pose.direction.y();
+  const qcMatrix<2> rotation(cosine, -sine, sine, cosine);
+  return {qcXform<2>(rotation, found.pose.place - rotation * found.center),
+          qcRadian(std::atan2(sine, cosine)), found.residual, found.steps, found.settled};
 }

@@ -61,16 +61,36 @@ void askDeviations(Answers& answers) {
   });
 }
 
-void askAlignments(Answers& answers) {
-  forEachShape(60, [&](const shapes::Shape& shape, Random& random) {
+namespace {
+
+/// Aligns shapes that were turned with the shapes themselves.
+template <class Take>
+void forEachAlignment(std::size_t shapes, Answers& answers, Take take) {
+  forEachShape(shapes, [&](const shapes::Shape& shape, Random& random) {
+    const double slope = random.uniform(-3.0, 3.0);
+    const Point direction = Point(1.0, slope) * (1.0 / std::sqrt(1.0 + slope * slope));
     Points moved = shape.points;
-    shapes::rotate(moved, random.uniform(-3.0, 3.0));
+    for (Point& p : moved) {
+      p = Point(direction.x() * p.x() - direction.y() * p.y(),
+                direction.y() * p.x() + direction.x() * p.y());
+    }
     answers.ask([&] {
-      const qcAlignment found = qf_Align({{moved, true, 0}}, {{shape.points, shape.closed, 0}});
-      answers.add(found.angle.toDouble(), found.residual, found.steps, found.settled);
-      return found.transform;
+      return take(qf_Align({{moved, true, 0}}, {{shape.points, shape.closed, 0}}));
     });
   });
+}
+
+}  // namespace
+
+void askAlignments(Answers& answers) {
+  forEachAlignment(60, answers, [&](const qcAlignment& found) {
+    answers.add(found.residual, found.steps, found.settled);
+    return found.transform;
+  });
+}
+
+void askAlignmentAngles(Answers& answers) {
+  forEachAlignment(20, answers, [](const qcAlignment& found) { return found.angle.toDouble(); });
 }
 
 }  // namespace golden

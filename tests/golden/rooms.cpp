@@ -33,7 +33,8 @@ std::span<const Room> rooms() {
       {"descriptor_angles", askDescriptorAngles, true},
       {"simplified", askSimplified},
       {"deviations", askDeviations},
-      {"alignments", askAlignments, true},
+      {"alignments", askAlignments},
+      {"alignment_angles", askAlignmentAngles, true},
   };
   return all;
 }

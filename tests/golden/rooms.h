@@ -53,6 +53,7 @@ void askDescriptorAngles(Answers& answers);
 void askSimplified(Answers& answers);
 void askDeviations(Answers& answers);
 void askAlignments(Answers& answers);
+void askAlignmentAngles(Answers& answers);
 
 // data_rooms.cpp
 void askData(Answers& answers);
