@@ -10,6 +10,8 @@
 
 #include <cntr/contourdefs.h>
 #include <cntr/regionst.h>
+#include <cntrsets/sets.h>
+#include <platform/core/hull.h>
 
 namespace table {
 
@@ -68,6 +70,57 @@ Extent extentOf(const std::vector<qcRings>& parts) {
   return extent;
 }
 
+/// The vertices of all outlines.
+Ring outlineVertices(const std::vector<qcRings>& parts, const Frame& frame) {
+  Ring vertices;
+  for (const qcRings& part : parts)
+    for (const Point& p : part.outline) vertices.push_back(frame.local(p));
+  return vertices;
+}
+
+/// Twice the area, positive when it runs counter-clockwise.
+double doubledArea(const Ring& ring) {
+  double sum = 0.0;
+  for (std::size_t i = 2; i < ring.size(); ++i) {
+    const Point a = ring[i - 1] - ring[0];
+    const Point b = ring[i] - ring[0];
+    sum += a.x() * b.y() - a.y() * b.x();
+  }
+  return sum;
+}
+
+Hull hullOf(const Ring& points) {
+  Ring corners;
+  qfConvexHull(points, corners);
+  Hull hull{0.5 * doubledArea(corners), 0.0};
+  for (std::size_t i = 0; i < corners.size(); ++i)
+    hull.length += corners[i].distance(corners[(i + 1) % corners.size()]);
+  return hull;
+}
+
+void addSurroundings(Facts& facts, const std::vector<qcRings>& parts, Needs needs) {
+  if ((needs & (eBox | eStrip | eCircle | eHull)) == 0U) return;
+  const Ring points = outlineVertices(parts, facts.frame);
+  if ((needs & eBox) != 0U) facts.box = qf_MinimumAreaRect(points);
+  if ((needs & eStrip) != 0U) facts.strip = qf_MinimumWidth(points);
+  if ((needs & eCircle) != 0U) facts.circle = qf_MinimumCircle(points);
+  if ((needs & eHull) != 0U) facts.hull = hullOf(points);
+}
+
+/// Outlines counter-clockwise, holes clockwise.
+std::vector<Ring> turnedRings(const std::vector<qcRings>& parts) {
+  std::vector<Ring> rings;
+  const auto add = [&rings](const Ring& ring, bool isHole) {
+    rings.push_back(ring);
+    if ((doubledArea(ring) < 0.0) != isHole) std::reverse(rings.back().begin(), rings.back().end());
+  };
+  for (const qcRings& part : parts) {
+    add(part.outline, false);
+    for (const Ring& hole : part.holes) add(hole, true);
+  }
+  return rings;
+}
+
 /// The library's own answer, in which its tolerances are absolute.
 std::optional<bool> crossesItself(const Shape& shape) {
   if (!shape.closed) {
@@ -88,9 +141,12 @@ void addFilled(Facts& facts, const std::vector<qcRings>& parts, Needs needs, Fil
   facts.isLeftOut = !simple && filling == Filling::eLeftOut;
   if (facts.isLeftOut) return;
   const std::vector<qcRings> local = localOf(parts, facts.frame);
-  const qc_InertiaData filled = qf_FilledMoments(local, *facts.contact);
+  // What bounds the filled set: sums over its rings are those over the set.
+  const std::vector<qcRings> boundary = simple ? local : qf_Union(local, {});
+  const qc_InertiaData filled = qf_FilledMoments(boundary, qcRingContact::eTouches);
   if (!(filled.area() > roundingOfSums)) return;
   facts.filled = filled;
+  if ((needs & eHu) != 0U) facts.hu = qf_HuMoments(turnedRings(boundary));
   if ((needs & eSolid) == 0U || parts.size() > 1) return;
   const std::vector<qcRings> solid{{local.front().outline, {}}};
   facts.solidArea =
@@ -117,7 +173,8 @@ Facts factsOf(const Shape& shape, Needs needs, Filling filling) {
       facts.holeCurves.emplace_back(localOf(hole, facts.frame), true, 0);
   }
   if ((needs & eExtent) != 0U) facts.extent = extentOf(shape.parts);
-  if ((needs & (eFilled | eSolid)) != 0U && shape.closed)
+  addSurroundings(facts, shape.parts, needs);
+  if ((needs & (eFilled | eSolid | eHu)) != 0U && shape.closed)
     addFilled(facts, shape.parts, needs, filling);
   if ((needs & (shape.closed ? eCrossings : eCrossings | eLineCrossings)) != 0U)
     facts.crosses = crossesItself(shape);

@@ -5,11 +5,13 @@
 
 #pragma once
 
+#include <array>
 #include <cstddef>
 #include <optional>
 #include <vector>
 
 #include <cntr/contour.h>
+#include <cntr/descriptors.h>
 #include <cntr/inertia.h>
 #include <cntrsets/filled.h>
 #include <cntrsets/frame.h>
@@ -40,7 +42,17 @@ enum Need : unsigned {
   /// Facts::crosses.
   eCrossings = 32U,
   /// Facts::crosses of open lines alone.
-  eLineCrossings = 64U
+  eLineCrossings = 64U,
+  /// Facts::box.
+  eBox = 128U,
+  /// Facts::strip.
+  eStrip = 256U,
+  /// Facts::circle.
+  eCircle = 512U,
+  /// Facts::hull.
+  eHull = 1024U,
+  /// Facts::hu; brings eFilled.
+  eHu = 2048U
 };
 
 using Needs = unsigned;
@@ -57,6 +69,13 @@ enum class Filling {
 struct Extent {
   qcVector<2> low;
   qcVector<2> high;
+};
+
+/// The convex hull.
+struct Hull {
+  double area = 0.0;
+  /// Around it: of points on a line, there and back.
+  double length = 0.0;
 };
 
 /// What is known of a shape. Facts in local coordinates are in those of `frame`, in which the shape
@@ -76,6 +95,13 @@ struct Facts {
   /// The boundaries of the holes, local.
   std::vector<qcContour> holeCurves;
 
+  // Around the vertices of all outlines or lines together, local.
+
+  std::optional<qcOrientedRect> box;
+  std::optional<qcWidth> strip;
+  std::optional<qcCircle> circle;
+  std::optional<Hull> hull;
+
   // Of areas alone.
 
   /// How the rings lie to each other.
@@ -87,6 +113,8 @@ struct Facts {
   std::optional<qc_InertiaData> filled;
   /// The local area of a single outline without its holes; nothing where `filled` is nothing.
   std::optional<double> solidArea;
+  /// Hu's moment invariants of what is filled; nothing where `filled` is nothing.
+  std::optional<std::array<double, 7>> hu;
 
   /// Whether the library says that outlines cross themselves or each other, in the coordinates as
   /// given; nothing for several lines.

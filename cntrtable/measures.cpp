@@ -123,6 +123,46 @@ double lengthOf(const std::vector<qcContour>& curves) {
   return sum;
 }
 
+template <double (*Coordinate)(const qcVector<2>&)>
+Value boxCentre(const Facts& facts) {
+  return number(Coordinate(facts.frame.restored(facts.box->center)));
+}
+
+Value boxLength(const Facts& facts) { return restored(facts, facts.box->length, 1); }
+Value boxWidth(const Facts& facts) { return restored(facts, facts.box->width, 1); }
+Value boxAngle(const Facts& facts) { return number(facts.box->angle.toDouble()); }
+
+Value rectangularity(const Facts& facts) {
+  if (!facts.filled) return {};
+  return number(facts.filled->area() / (facts.box->length * facts.box->width));
+}
+
+Value feretMin(const Facts& facts) { return restored(facts, facts.strip->width, 1); }
+Value feretMinAngle(const Facts& facts) { return number(facts.strip->angle.toDouble()); }
+
+template <double (*Coordinate)(const qcVector<2>&)>
+Value circleCentre(const Facts& facts) {
+  return number(Coordinate(facts.frame.restored(facts.circle->center())));
+}
+
+Value circleRadius(const Facts& facts) { return restored(facts, facts.circle->radius(), 1); }
+
+Value hullArea(const Facts& facts) { return restored(facts, facts.hull->area, 2); }
+Value hullLength(const Facts& facts) { return restored(facts, facts.hull->length, 1); }
+
+Value solidity(const Facts& facts) {
+  return facts.filled ? number(facts.filled->area() / facts.hull->area) : Value();
+}
+
+Value convexity(const Facts& facts) {
+  return facts.closed ? number(facts.hull->length / lengthOf(facts.curves)) : Value();
+}
+
+template <std::size_t Number>
+Value hu(const Facts& facts) {
+  return facts.hu ? number((*facts.hu)[Number - 1]) : Value();
+}
+
 Value vertices(const Facts& facts) { return facts.vertices; }
 Value holes(const Facts& facts) { return facts.holes; }
 Value closed(const Facts& facts) { return facts.closed; }
@@ -213,6 +253,35 @@ constexpr Measure measures[] = {
     {"top", "its smallest y", 1, false, eExtent, top},
     {"width", "its width", 1, false, eExtent, width},
     {"height", "its height", 1, false, eExtent, height},
+    {"box_x", "centre of the smallest rectangle in any direction around the outlines or lines", 1,
+     false, eBox, boxCentre<x>},
+    {"box_y", "", 1, false, eBox, boxCentre<y>},
+    {"box_length", "its longer side", 1, false, eBox, boxLength},
+    {"box_width", "its shorter side", 1, false, eBox, boxWidth},
+    {"box_angle", "direction of its longer side, degrees as above, in (-90, 90]", 0, false, eBox,
+     boxAngle},
+    {"rectangularity", "area / (box_length * box_width); 1 for a rectangle", 0, false,
+     eFilled | eBox, rectangularity},
+    {"feret_min", "smallest distance of two parallel lines that hold the outlines or lines", 1,
+     false, eStrip, feretMin},
+    {"feret_min_angle", "direction across these, degrees as above, in (-90, 90]", 0, false, eStrip,
+     feretMinAngle},
+    {"circle_x", "centre of the smallest circle around the outlines or lines", 1, false, eCircle,
+     circleCentre<x>},
+    {"circle_y", "", 1, false, eCircle, circleCentre<y>},
+    {"circle_radius", "its radius", 1, false, eCircle, circleRadius},
+    {"hull_area", "area of the convex hull of the outlines or lines", 2, false, eHull, hullArea},
+    {"hull_length", "length of the hull's boundary", 1, false, eHull, hullLength},
+    {"solidity", "area / hull_area; 1 for a convex outline", 0, false, eFilled | eHull, solidity},
+    {"convexity", "hull_length / length; 1 for a convex outline", 0, false, eCurves | eHull,
+     convexity},
+    {"hu_1", "first of Hu's moment invariants of the area that is filled", 0, false, eHu, hu<1>},
+    {"hu_2", "", 0, false, eHu, hu<2>},
+    {"hu_3", "", 0, false, eHu, hu<3>},
+    {"hu_4", "", 0, false, eHu, hu<4>},
+    {"hu_5", "", 0, false, eHu, hu<5>},
+    {"hu_6", "", 0, false, eHu, hu<6>},
+    {"hu_7", "the last one, which has the other sign for a mirror image", 0, false, eHu, hu<7>},
     {"ellipse_x", "centre of the ellipse fitted to the vertices (a direct algebraic fit)", 1, false,
      eCurves, fittedCentre<x>},
     {"ellipse_y", "", 1, false, eCurves, fittedCentre<y>},

@@ -14,6 +14,7 @@
 
 #include <cntr/contourdefs.h>
 
+#include <testing/plain/descriptors.h>
 #include <testing/plain/integermoments.h>
 #include <testing/shapes/shapes.h>
 
@@ -118,7 +119,8 @@ TEST(Measures, AreTheSameFiguresAtAnySize) {
 
 TEST(Measures, AreTheSameFiguresAnywhere) {
   const std::set<std::string> positions{"centre_x", "centre_y", "mean_x",    "mean_y",
-                                        "left",     "top",      "ellipse_x", "ellipse_y"};
+                                        "left",     "top",      "ellipse_x", "ellipse_y",
+                                        "box_x",    "box_y",    "circle_x",  "circle_y"};
   for (const Feature& feature : shapesOfAllKinds()) {
     const double extent = std::max(numberOf("width", feature), numberOf("height", feature));
     for (const double far : {1e3, 1e6, 1e9}) {
@@ -198,6 +200,127 @@ TEST(Measures, LengthIsTheOutlinesAndPerimeterThatOfAllRings) {
   EXPECT_TRUE(isNothing(measured("perimeter", feature, Filling::eMeasured, false)));
 }
 
+namespace {
+
+/// Everything that is measured around the vertices or of their hull.
+constexpr const char* surroundings[] = {"box_x",     "box_y",           "box_length", "box_width",
+                                        "box_angle", "feret_min",       "circle_x",   "circle_y",
+                                        "hull_area", "feret_min_angle", "hull_length"};
+
+/// A rectangle of 5 by 10 whose longer side is in the direction (3, 4), from (x, y).
+Points slantedRectangle(double x, double y) {
+  return {{x, y}, {x + 6, y + 8}, {x + 2, y + 11}, {x - 4, y + 3}};
+}
+
+}  // namespace
+
+TEST(Measures, OfASlantedRectangleAreItsSidesAndDirections) {
+  const Feature feature{{slantedRectangle(100, 200), {}}};
+  const double angle = std::atan2(4.0, 3.0) * 180.0 / pi;
+  EXPECT_NEAR(numberOf("box_x", feature), 101.0, 1e-13);
+  EXPECT_NEAR(numberOf("box_y", feature), 205.5, 1e-13);
+  EXPECT_NEAR(numberOf("box_length", feature), 10.0, 1e-14);
+  EXPECT_NEAR(numberOf("box_width", feature), 5.0, 1e-14);
+  EXPECT_NEAR(numberOf("box_angle", feature), angle, 1e-13);
+  EXPECT_NEAR(numberOf("rectangularity", feature), 1.0, 1e-15);
+  EXPECT_NEAR(numberOf("feret_min", feature), 5.0, 1e-14);
+  EXPECT_NEAR(numberOf("feret_min_angle", feature), angle - 90.0, 1e-13);
+  EXPECT_NEAR(numberOf("circle_x", feature), 101.0, 1e-13);
+  EXPECT_NEAR(numberOf("circle_y", feature), 205.5, 1e-13);
+  EXPECT_NEAR(numberOf("circle_radius", feature), 0.5 * std::sqrt(125.0), 1e-14);
+  EXPECT_NEAR(numberOf("hull_area", feature), 50.0, 1e-13);
+  EXPECT_NEAR(numberOf("hull_length", feature), 30.0, 1e-13);
+  EXPECT_NEAR(numberOf("solidity", feature), 1.0, 1e-15);
+  EXPECT_NEAR(numberOf("convexity", feature), 1.0, 1e-15);
+}
+
+TEST(Measures, OfTheSurroundingsAreThoseOfAllOutlinesTogetherAndOfNoHole) {
+  const Feature apart{{box(0, 0, 2, 1), {box(0.5, 0.25, 1, 0.5)}}, {box(8, 5, 10, 6), {}}};
+  const Feature together{{{{0, 0}, {2, 0}, {10, 5}, {10, 6}, {8, 6}, {0, 1}}, {}}};
+  for (const char* name : surroundings)
+    EXPECT_EQ(measured(name, apart), measured(name, together)) << name;
+  const double area = 4.0 - 0.125;
+  EXPECT_EQ(numberOf("solidity", apart), area / numberOf("hull_area", together));
+  EXPECT_EQ(numberOf("convexity", apart), numberOf("hull_length", together) / 12.0);
+  EXPECT_EQ(numberOf("rectangularity", apart),
+            area / (numberOf("box_length", together) * numberOf("box_width", together)));
+}
+
+TEST(Measures, OfTheSurroundingsOfAnOpenLineAreThoseOfItsVertices) {
+  const Feature line{{{{0, 0}, {4, 0}, {4, 3}}, {}}};
+  for (const char* name : surroundings)
+    EXPECT_EQ(measured(name, line, Filling::eMeasured, false), measured(name, line)) << name;
+  for (const char* name : {"solidity", "convexity", "rectangularity", "hu_1", "hu_7"})
+    EXPECT_TRUE(isNothing(measured(name, line, Filling::eMeasured, false))) << name;
+}
+
+TEST(Measures, OfTheSurroundingsOfALineThereAndBackAreThoseOfItsEnds) {
+  const Feature line{{{{1, 1}, {4, 5}, {2.5, 3}}, {}}};
+  EXPECT_EQ(numberOf("box_length", line), 5.0);
+  EXPECT_EQ(numberOf("box_width", line), 0.0);
+  EXPECT_EQ(numberOf("feret_min", line), 0.0);
+  EXPECT_EQ(numberOf("circle_radius", line), 2.5);
+  EXPECT_EQ(numberOf("hull_area", line), 0.0);
+  EXPECT_EQ(numberOf("hull_length", line), 10.0);
+  EXPECT_EQ(numberOf("convexity", line), 1.0);
+  for (const char* name : {"solidity", "rectangularity", "hu_1", "hu_7"})
+    EXPECT_TRUE(isNothing(measured(name, line))) << name;
+}
+
+TEST(Measures, OfTheSurroundingsOfAPointAreThePointAndNoSize) {
+  const Feature point{{{{7, -9}, {7, -9}, {7, -9}}, {}}};
+  EXPECT_EQ(numberOf("box_x", point), 7.0);
+  EXPECT_EQ(numberOf("box_y", point), -9.0);
+  EXPECT_EQ(numberOf("circle_x", point), 7.0);
+  EXPECT_EQ(numberOf("circle_y", point), -9.0);
+  for (const char* name : {"box_length", "box_width", "box_angle", "feret_min", "feret_min_angle",
+                           "circle_radius", "hull_area", "hull_length"})
+    EXPECT_EQ(numberOf(name, point), 0.0) << name;
+  EXPECT_TRUE(isNothing(measured("convexity", point)));
+}
+
+TEST(Measures, HusInvariantsAreThoseOfTheFilledSetWhateverItsRingsDo) {
+  const auto expectHu = [](const Feature& feature, const std::vector<Points>& rings) {
+    const std::array<double, 7> hu = plain::huMoments(rings);
+    for (std::size_t i = 0; i < 7; ++i) {
+      const std::string name = "hu_" + std::to_string(i + 1);
+      EXPECT_NEAR(numberOf(name.c_str(), feature), hu[i], 1e-12 * (1e-3 + std::abs(hu[i]))) << name;
+    }
+  };
+  const Points ell{{0, 0}, {6, 0}, {6, 2}, {2, 3}, {2, 8}, {0, 8}};
+  const Points hole = box(0.5, 1, 1, 4);
+  const Points turnedHole(hole.rbegin(), hole.rend());
+  expectHu({{ell, {}}}, {ell});
+  expectHu({{Points(ell.rbegin(), ell.rend()), {}}}, {ell});
+  for (const Points& direction : {hole, turnedHole})
+    expectHu({{ell, {direction}}}, {ell, turnedHole});
+  expectHu({{bowTie, {}}}, {{{0, 0}, {2, 2}, {0, 4}}, {{4, 0}, {4, 4}, {2, 2}}});
+  expectHu({{ell, {}}, {box(1, 1, 12, 2), {}}},
+           {{{0, 0}, {6, 0}, {6, 1}, {12, 1}, {12, 2}, {6, 2}, {2, 3}, {2, 8}, {0, 8}}});
+}
+
+TEST(Measures, HusLastInvariantTellsAShapeFromItsMirrorImage) {
+  const Points ell{{0, 0}, {6, 0}, {6, 2}, {2, 3}, {2, 8}, {0, 8}};
+  const Feature mirrored =
+      changed({{ell, {}}}, [](const qcVector<2>& p) { return qcVector<2>(-p.x(), p.y()); });
+  EXPECT_NE(numberOf("hu_7", {{ell, {}}}), 0.0);
+  EXPECT_NEAR(numberOf("hu_7", mirrored), -numberOf("hu_7", {{ell, {}}}), 1e-17);
+  EXPECT_NEAR(numberOf("hu_1", mirrored), numberOf("hu_1", {{ell, {}}}), 1e-15);
+}
+
+TEST(Measures, OfTheSurroundingsAreThereForTheThinnestAndTheSmallestShapes) {
+  const Feature thin{{slantedRectangle(0, 0), {}}};
+  const Feature needle{{{{0, 0}, {1e9, 1e-9}, {1e9, 2e-9}}, {}}};
+  EXPECT_EQ(numberOf("box_length", needle), 1e9);
+  EXPECT_NEAR(numberOf("box_width", needle), 1e-9, 1e-24);
+  EXPECT_NEAR(numberOf("feret_min", needle), 1e-9, 1e-24);
+  EXPECT_NEAR(numberOf("rectangularity", needle), 0.5, 1e-12);
+  EXPECT_NEAR(numberOf("solidity", needle), 1.0, 1e-12);
+  const Feature speck = changed(thin, [](const qcVector<2>& p) { return p * 0x1p-200; });
+  EXPECT_EQ(numberOf("box_length", speck), numberOf("box_length", thin) * 0x1p-200);
+  EXPECT_EQ(numberOf("hu_2", speck), numberOf("hu_2", thin));
+}
+
 TEST(Measures, OfRingsThatTouchNeedNoNote) {
   EXPECT_EQ(noteOf({{square, {box(0, 2, 4, 4)}}}), "");
   EXPECT_EQ(numberOf("area", {{square, {box(0, 2, 4, 4)}}}), 92.0);
@@ -225,9 +348,9 @@ TEST(Measures, OfRingsThatOverlapAreThoseOfTheFilledSet) {
 
 TEST(Measures, OfTheMassCanBeLeftOutWhereRingsDoNotBoundItSimply) {
   const Feature crossing{{bowTie, {}}};
-  for (const char* name :
-       {"area", "centre_x", "centre_y", "moment_xx", "moment_xy", "moment_yy", "roundness",
-        "equivalent_diameter", "axis_ratio", "eccentricity", "orientation"})
+  for (const char* name : {"area", "centre_x", "centre_y", "moment_xx", "moment_xy", "moment_yy",
+                           "roundness", "equivalent_diameter", "axis_ratio", "eccentricity",
+                           "orientation", "rectangularity", "solidity", "hu_1", "hu_7"})
     EXPECT_TRUE(isNothing(measured(name, crossing, Filling::eLeftOut))) << name;
   EXPECT_EQ(noteOf(crossing, Filling::eLeftOut), "crosses: not measured");
   EXPECT_EQ(noteOf({{square, {square, square}}}, Filling::eLeftOut), "overlaps: not measured");

@@ -79,6 +79,22 @@ TEST(Measure, KnowsARectangle) {
   EXPECT_EQ(m["top"], 20.0);
   EXPECT_EQ(m["width"], 6.0);
   EXPECT_EQ(m["height"], 2.0);
+  EXPECT_EQ(m["box_x"], 13.0);
+  EXPECT_EQ(m["box_y"], 21.0);
+  EXPECT_EQ(m["box_length"], 6.0);
+  EXPECT_EQ(m["box_width"], 2.0);
+  EXPECT_EQ(m["box_angle"], 0.0);
+  EXPECT_EQ(m["rectangularity"], 1.0);
+  EXPECT_EQ(m["feret_min"], 2.0);
+  EXPECT_EQ(m["feret_min_angle"], 90.0);
+  EXPECT_NEAR(m["circle_radius"], std::sqrt(10.0), tight);
+  EXPECT_EQ(m["hull_area"], 12.0);
+  EXPECT_EQ(m["hull_length"], 16.0);
+  EXPECT_EQ(m["solidity"], 1.0);
+  EXPECT_EQ(m["convexity"], 1.0);
+  // Second moments over the squared area: (6^3 2 / 12 + 6 2^3 / 12) / 12^2 and the difference.
+  EXPECT_NEAR(m["hu_1"], 40.0 / 144.0, tight);
+  EXPECT_NEAR(m["hu_2"], 32.0 / 144.0 * (32.0 / 144.0), tight);
   EXPECT_EQ(m["crosses_itself"], false);
   EXPECT_EQ(m["note"], nullptr);
 }
@@ -438,10 +454,12 @@ TEST(MeasureUnits, ScaleLengthsAreasAndMoments) {
   const Json m = measured({ring(lShape)}, scaled);
   for (const char* name :
        {"length", "centre_x", "mean_y", "equivalent_diameter", "diameter", "first_vertex_diameter",
-        "left", "height", "ellipse_x", "ellipse_radius1", "ellipse_residual"}) {
+        "left", "height", "box_x", "box_width", "feret_min", "circle_radius", "hull_length",
+        "ellipse_x", "ellipse_radius1", "ellipse_residual"}) {
     EXPECT_EQ(m[name], plain[name].get<double>() * 0.5) << name;
   }
-  EXPECT_EQ(m["area"], plain["area"].get<double>() * 0.25);
+  for (const char* name : {"area", "hull_area"})
+    EXPECT_EQ(m[name], plain[name].get<double>() * 0.25) << name;
   for (const char* name : {"moment_xx", "moment_xy", "moment_yy"}) {
     EXPECT_EQ(m[name], plain[name].get<double>() * 0.0625) << name;
   }
