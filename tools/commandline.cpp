@@ -32,7 +32,7 @@ void addCommands(CLI::App& app, Session& session) {
   app.set_version_flag("--version", "cntr " CNTR_VERSION);
   app.add_flag_callback(
       "--verbose", [&session] { session.diagnostics.listAll(); },
-      "List all features that cannot be answered, not only the first few of a file");
+      "List all features with problems, not only the first few of a file");
   app.fallthrough();
   app.set_help_all_flag("--help-all", "Print the help of all subcommands and exit");
   addMeasure(app, session);
@@ -40,6 +40,7 @@ void addCommands(CLI::App& app, Session& session) {
   addRepair(app, session);
   addCombine(app, session);
   addOffset(app, session);
+  addCompare(app, session);
   addDraw(app, session);
   addConvert(app, session);
 }
@@ -79,7 +80,8 @@ std::string refusalOfCommand(const CLI::App& app, const std::string& name) {
 
 int run(int argc, const char* const* argv, const Console& console) {
   Session session(console);
-  CLI::App app("Measures, asks, repairs, combines, draws and converts outlines in images.");
+  CLI::App app(
+      "Measures, asks, repairs, combines, compares, draws and converts outlines in images.");
   addCommands(app, session);
   const std::string refusal = argc > 1 ? refusalOfCommand(app, argv[1]) : "";
   if (!refusal.empty()) {

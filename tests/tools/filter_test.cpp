@@ -111,8 +111,8 @@ TEST(Messages, ManyBadFeaturesOfAFileAreSummedUp) {
   EXPECT_THAT(few.messages, HasSubstr("feature 5 (label 50, id f5): no geometry\n"));
   EXPECT_THAT(few.messages, Not(HasSubstr("feature 6")));
   EXPECT_THAT(few.messages,
-              HasSubstr("cntr: standard input: 3 more features could not be answered; --verbose "
-                        "lists all\n"));
+              HasSubstr("cntr: standard input: 3 more features have problems; --verbose lists "
+                        "all\n"));
   for (const auto& arguments : {std::vector<std::string>{"measure", "--verbose", "--csv"},
                                 std::vector<std::string>{"--verbose", "measure", "--csv"}}) {
     const auto all = run(arguments, file);

@@ -33,8 +33,7 @@ void Diagnostics::sumUp() {
     if (listsAll_ || count <= mostListed) continue;
     const std::size_t others = count - mostListed;
     report(eSomeFailed, file + ": " + std::to_string(others) + " more feature" +
-                            (others == 1 ? "" : "s") +
-                            " could not be answered; --verbose lists all");
+                            (others == 1 ? " has" : "s have") + " problems; --verbose lists all");
   }
   badFeatures_.clear();
 }

@@ -1,0 +1,108 @@
+// SPDX-License-Identifier: MIT
+
+#include <tools/answers/comparison.h>
+
+#include <algorithm>
+#include <utility>
+
+#include <cntrsets/filled.h>
+#include <cntrsets/sets.h>
+
+namespace tool {
+
+using namespace formats;
+
+namespace {
+
+using cntr::sets::Frame;
+using Point = qcVector<2>;
+
+/// The steps of the measured boundary unless a spacing is given, as a share of its length.
+constexpr double usualStep = 1.0 / 1024.0;
+/// How far the Hausdorff distance may be below the true one, as a share of the extent.
+constexpr double hausdorffError = 1e-9;
+
+/// A measured feature in the coordinates of its nominal.
+struct Measured {
+  std::vector<qcRings> parts;
+  std::vector<qcContour> curves;
+
+  Measured(std::vector<qcRings> parts_, bool closed)
+      : parts(std::move(parts_)), curves(curvesOf(parts, closed)) {}
+};
+
+double lengthOf(const std::vector<qcContour>& curves) {
+  double length = 0.0;
+  for (const qcContour& curve : curves) length += curve.length();
+  return length;
+}
+
+double areaOf(const std::vector<qcRings>& parts) {
+  return qf_FilledMoments(parts, qcRingContact::eTouches).area();
+}
+
+/// What an alignment in coordinates of their own means for the coordinates as given: it is told by
+/// where their origin comes to lie.
+Placement placementOf(const qcAlignment& found, const Point& origin, const Frame& frame,
+                      double scale) {
+  return {found.angle.toDouble(), frame.restored(found.transform * origin) * scale};
+}
+
+qcDeviation scaled(qcDeviation deviation, double factor) {
+  deviation.least *= factor;
+  deviation.greatest *= factor;
+  deviation.mean *= factor;
+  deviation.rms *= factor;
+  return deviation;
+}
+
+void addAreas(Comparison& result, const Measured& measured, const Nominal& nominal, double scale) {
+  const double there = areaOf(measured.parts);
+  const double wanted = areaOf(nominal.parts);
+  const double common = areaOf(qf_Intersection(measured.parts, nominal.parts));
+  result.iou = std::min(1.0, common / (there + wanted - common));
+  result.areaDifference = nominal.frame.restored(there - wanted, 2) * scale * scale;
+}
+
+void addNote(std::string& note, const char* text) {
+  note.append(note.empty() ? "" : "; ").append(text);
+}
+
+}  // namespace
+
+Comparison compared(const Geometry& measured, const Nominal& nominal,
+                    const ComparingOptions& options) {
+  const std::vector<qcRings> parts = filledParts(measured);
+  const Frame own(ringsOf(parts));
+  // Powers of two, by which nothing is rounded: the unit of local lengths, and the measured size.
+  const double unit = nominal.frame.restored(1.0, 1);
+  const double extent = own.restored(1.0, 1) / unit;
+  Comparison result;
+  // Before it is aligned the feature may lie anywhere, so it is counted from an origin of its own.
+  const auto local = [&](const Point& p) {
+    return options.align ? own.local(p) * extent : nominal.frame.local(p);
+  };
+  Measured moved(mapped(parts, local), measured.closed);
+  if (options.align) {
+    const qcAlignment found = qf_Align(moved.curves, nominal.curves);
+    const auto onto = [&](const Point& p) { return found.transform * p; };
+    moved = Measured(mapped(moved.parts, onto), measured.closed);
+    result.placement = placementOf(found, local({0.0, 0.0}), nominal.frame, options.scale);
+    if (!found.settled) addNote(result.note, "the alignment has not settled");
+  }
+  const double length = lengthOf(moved.curves);
+  const double spacing = options.spacing ? *options.spacing / options.scale / unit
+                         : length > 0.0  ? length * usualStep
+                                         : 1.0;
+  result.deviation =
+      scaled(qf_Deviation(moved.curves, nominal.curves, spacing), unit * options.scale);
+  result.hausdorff =
+      qf_Hausdorff(moved.curves, nominal.curves, hausdorffError * std::max(1.0, extent)) * unit *
+      options.scale;
+  if (options.tolerance) result.inTolerance = result.hausdorff <= *options.tolerance;
+  if (!nominal.closed) addNote(result.note, "the nominal is open: distances have no signs");
+  if (measured.closed && nominal.closed) addAreas(result, moved, nominal, options.scale);
+  return result;
+}
+
+}  // namespace tool

@@ -1,0 +1,57 @@
+// SPDX-License-Identifier: MIT
+//
+// How far a measured feature is from its nominal one.
+
+#pragma once
+
+#include <optional>
+#include <string>
+
+#include <cntr/deviation.h>
+#include <cntrformats/feature.h>
+#include <tools/answers/nominals.h>
+
+namespace tool {
+
+struct ComparingOptions {
+  /// Lay the measured feature onto its nominal first.
+  bool align = false;
+  /// The longest step between points at which distances are asked; none for 1/1024 of the measured
+  /// length.
+  std::optional<double> spacing;
+  /// The length of a unit of the coordinates, in the unit of the other lengths here and of the
+  /// answers.
+  double scale = 1.0;
+  /// The largest Hausdorff distance that passes.
+  std::optional<double> tolerance;
+};
+
+/// A rotation about the origin, in degrees from the x axis towards the y axis, and then a shift.
+struct Placement {
+  double angle = 0.0;
+  qcVector<2> shift;
+};
+
+struct Comparison {
+  qcDeviation deviation;
+  double hausdorff = 0.0;
+  /// The area that both fill as a share of that which either fills; none with open lines.
+  std::optional<double> iou = {};
+  /// The measured area less the nominal one; none with open lines.
+  std::optional<double> areaDifference = {};
+  /// What laid the measured feature onto its nominal.
+  std::optional<Placement> placement = {};
+  /// Nothing without a tolerance.
+  std::optional<bool> inTolerance = {};
+  /// What else is to be known.
+  std::string note = {};
+};
+
+/// Compares the boundaries of what both fill. Lengths are found in coordinates in which the nominal
+/// is about 1 in size, wherever it lies; the Hausdorff distance is at most 1e-9 of the larger
+/// extent below the true one. Any thread may compare. Throws exceptions of the library and of the
+/// set operations.
+Comparison compared(const formats::Geometry& measured, const Nominal& nominal,
+                    const ComparingOptions& options);
+
+}  // namespace tool

@@ -1,0 +1,291 @@
+// SPDX-License-Identifier: MIT
+//
+// cntr compare: how far each measured feature is from its nominal one, and whether that is within a
+// tolerance.
+
+#include <algorithm>
+#include <atomic>
+#include <memory>
+#include <optional>
+#include <string>
+#include <type_traits>
+#include <utility>
+#include <vector>
+
+#include <cntrformats/errors.h>
+#include <cntrformats/input.h>
+#include <platform/core/exception.h>
+#include <tools/answers/comparison.h>
+#include <tools/answers/message.h>
+#include <tools/commands/commands.h>
+#include <tools/commands/nominalfile.h>
+#include <tools/commands/numberlist.h>
+#include <tools/commands/options.h>
+#include <tools/report/numbers.h>
+
+namespace tool {
+
+using namespace formats;
+
+namespace {
+
+struct Options {
+  InputOptions input;
+  RowOptions rows;
+  std::string nominal;
+  ComparingOptions comparing;
+  std::string unit;
+  bool isComplete = false;
+};
+
+/// What the rows of this run hold: names of what cannot differ are left out of tables.
+struct Shown {
+  bool file;
+  bool nominal;
+  bool placement;
+  bool tolerance;
+
+  Shown(const Options& options, const Nominals& nominals)
+      : file(!options.rows.isTable() || options.input.files.size() > 1),
+        nominal(!options.rows.isTable() || nominals.all().size() > 1),
+        placement(options.comparing.align),
+        tolerance(options.comparing.tolerance.has_value()) {}
+};
+
+std::vector<std::string> columnsOf(const Shown& shown) {
+  std::vector<std::string> columns;
+  if (shown.file) columns.emplace_back("file");
+  columns.insert(columns.end(), {"feature", "label", "id"});
+  if (shown.nominal) columns.emplace_back("nominal");
+  columns.insert(columns.end(), {"unit", "deviation_min", "deviation_max", "deviation_mean",
+                                 "deviation_rms", "hausdorff", "iou", "area_difference"});
+  if (shown.placement) columns.insert(columns.end(), {"align_angle", "align_x", "align_y"});
+  columns.insert(columns.end(), {"in_tolerance", "note"});
+  return columns;
+}
+
+template <class Value>
+Cell optionalCell(const std::optional<Value>& value) {
+  if constexpr (std::is_same_v<Value, double>) return value ? numberCell(*value) : Cell();
+  return value ? Cell(*value) : Cell();
+}
+
+void addPlacement(Row& row, const Placement& placement) {
+  row.push_back(numberCell(placement.angle));
+  row.push_back(numberCell(placement.shift.x()));
+  row.push_back(numberCell(placement.shift.y()));
+}
+
+/// Compares features into rows: one for each, whatever is wrong with it.
+class Comparing : public Answerer {
+ public:
+  Comparing(const Options& options, const Nominals& nominals, Session& session)
+      : options_(options),
+        nominals_(nominals),
+        shown_(options, nominals),
+        columns_(columnsOf(shown_)),
+        rows_(makeRows(options.rows, session.out, columns_, EmptyColumns::eLeftOut,
+                       session.console.outStyle)),
+        isMeasured_(nominals.all().size()) {}
+
+  Answer answer(const Origin& origin, Feature feature) const override {
+    try {
+      const Nominal& nominal = nominals_.counterpartOf(feature);
+      isMeasured_[static_cast<std::size_t>(&nominal - nominals_.all().data())] = true;
+      const Comparison comparison = compared(feature.geometry, nominal, options_.comparing);
+      return {complaintAbout(comparison),
+              rows_->prepare({answered(origin, feature, nominal, comparison)}),
+              {},
+              {}};
+    } catch (const FeatureError& error) {
+      return {error.what(), unanswered(origin, feature, error.what()), {}, {}};
+    } catch (const qcException& error) {
+      return {messageOf(error), unanswered(origin, feature, messageOf(error)), {}, {}};
+    }
+  }
+  Answer answerUnreadable(const Origin& origin, const Feature& feature) const override {
+    return {"", unanswered(origin, feature, feature.problem), {}, {}};
+  }
+  void write(Answer answer) override { rows_->write(std::move(answer.rows)); }
+
+  bool isStreaming() const { return rows_->isStreaming(); }
+  void finish() { rows_->finish(); }
+  /// Whether some feature was to be compared with that nominal.
+  bool isMeasured(std::size_t nominal) const { return isMeasured_[nominal]; }
+
+ private:
+  std::string complaintAbout(const Comparison& comparison) const {
+    if (comparison.inTolerance.value_or(true)) return "";
+    return "is out of tolerance: its Hausdorff distance is " +
+           shortNumber(comparison.hausdorff, 6) + ", more than " +
+           shortNumber(*options_.comparing.tolerance, 6);
+  }
+
+  Row heading(const Origin& origin, const Feature& feature) const {
+    Row row;
+    if (shown_.file) row.emplace_back(origin.file);
+    row.emplace_back(feature.number);
+    row.push_back(labelCell(feature.label));
+    row.push_back(optionalCell(feature.id));
+    return row;
+  }
+
+  Row answered(const Origin& origin, const Feature& feature, const Nominal& nominal,
+               const Comparison& comparison) const {
+    Row row = heading(origin, feature);
+    if (shown_.nominal) row.emplace_back(nominal.number);
+    row.push_back(options_.unit.empty() ? Cell() : Cell(options_.unit));
+    const qcDeviation& deviation = comparison.deviation;
+    for (const double value :
+         {deviation.least, deviation.greatest, deviation.mean, deviation.rms, comparison.hausdorff})
+      row.push_back(numberCell(value));
+    row.push_back(optionalCell(comparison.iou));
+    row.push_back(optionalCell(comparison.areaDifference));
+    if (shown_.placement) addPlacement(row, comparison.placement.value());
+    row.push_back(optionalCell(comparison.inTolerance));
+    row.push_back(comparison.note.empty() ? Cell() : Cell(comparison.note));
+    return row;
+  }
+
+  /// A row of nothing but the reason. What cannot be compared is in no tolerance.
+  PreparedRows unanswered(const Origin& origin, const Feature& feature,
+                          const std::string& why) const {
+    Row row = heading(origin, feature);
+    row.resize(columns_.size() - 2);
+    row.push_back(shown_.tolerance ? Cell(false) : Cell());
+    row.emplace_back(why);
+    return rows_->prepare({row});
+  }
+
+  const Options& options_;
+  const Nominals& nominals_;
+  Shown shown_;
+  std::vector<std::string> columns_;
+  std::unique_ptr<RowWriter> rows_;
+  mutable std::vector<std::atomic<bool>> isMeasured_;
+};
+
+/// What the file of nominals has and the measured files have not; bad nominals are known already.
+void reportMissing(const Comparing& comparing, const NominalFile& file, bool isComplete,
+                   Diagnostics& diagnostics) {
+  const std::size_t count = file.locations.size();
+  std::size_t missing = 0;
+  for (std::size_t i = 0; i < count; ++i) {
+    if (comparing.isMeasured(i) || !file.nominals.all()[i].problem.empty()) continue;
+    ++missing;
+    if (isComplete) diagnostics.badFeature(file.name, file.locations[i], "was not measured");
+  }
+  if (isComplete) return diagnostics.sumUp();
+  if (missing == 0) return;
+  diagnostics.warning(file.name, std::to_string(missing) + " of " + std::to_string(count) +
+                                     (count == 1 ? " feature" : " features") +
+                                     (missing == 1 ? " was" : " were") + " not measured");
+}
+
+void compareWith(const NominalFile& file, const Options& options, Session& session) {
+  Comparing comparing(options, file.nominals, session);
+  Inputs inputs = options.input.inputs();
+  inputs.showProgress = !(session.console.outIsTerminal && comparing.isStreaming());
+  answerAll(inputs, session, comparing);
+  comparing.finish();
+  reportMissing(comparing, file, options.isComplete, session.diagnostics);
+}
+
+void compare(const Options& options, Session& session) {
+  try {
+    compareWith(readNominals(options.nominal, nullptr, session), options, session);
+  } catch (const FileError& error) {
+    session.diagnostics.badFile(displayName(options.nominal), error.what());
+  }
+}
+
+void check(const Options& options) {
+  const std::vector<std::string>& files = options.input.files;
+  if (options.nominal == "-" && std::find(files.begin(), files.end(), "-") != files.end())
+    throw CLI::ValidationError("--nominal", "only one of the two files can be standard input");
+}
+
+std::string refusalOfSpacing(const std::string& text) {
+  const auto number = parseNumbers(text, 1);
+  return number && number->front() > 0.0 ? "" : "needs a positive number, not " + text;
+}
+
+std::string refusalOfTolerance(const std::string& text) {
+  const auto number = parseNumbers(text, 1);
+  return number && number->front() >= 0.0 ? "" : "needs a number that is not negative, not " + text;
+}
+
+constexpr const char* help =
+    "Each feature is compared with the only nominal feature, else with the one that has its "
+    "label,\n"
+    "else with the one that has its id.\n\n"
+    "Columns:\n"
+    "  nominal          number of the nominal feature in its file\n"
+    "  deviation_min    least distance of the measured boundary from the nominal one, negative\n"
+    "                   inside what the nominal feature fills\n"
+    "  deviation_max    greatest distance\n"
+    "  deviation_mean   mean distance along the measured boundary\n"
+    "  deviation_rms    root mean square distance along it\n"
+    "  hausdorff        distance of the point of either boundary that is farthest from the other\n"
+    "  iou              area that both fill, as a share of that which either fills\n"
+    "  area_difference  measured area less the nominal one\n"
+    "  align_angle      with --align: a rotation by this angle in degrees about the origin, from\n"
+    "                   the x axis towards the y axis, and then\n"
+    "  align_x align_y  a shift by this bring the measured feature to its nominal\n"
+    "  in_tolerance     with --tolerance: whether hausdorff is no more than that\n\n"
+    "Boundaries are those of what features fill (by the rule nonzero, see 'cntr repair --help'),\n"
+    "those of holes included. Distances from open lines have no signs, and lines have no areas.\n"
+    "Something that is missing in the measured feature is far from the nominal boundary: "
+    "hausdorff\n"
+    "counts it, deviation_max need not. Lengths are multiplied by --scale, and --tolerance and\n"
+    "--spacing are lengths of that unit.\n\n"
+    "The exit status is 1 when a feature is out of tolerance or cannot be compared; these are\n"
+    "named on standard error. Nominal features that nothing measured was compared with are\n"
+    "counted there, or with --complete named, and the status is 1, too.\n\n"
+    "Examples:\n"
+    "  cntr compare samples/coins.geojson --nominal samples/coins.geojson --tolerance 0.5\n"
+    "  cntr offset samples/cell.geojson --distance 1 | cntr compare --nominal "
+    "samples/cell.geojson\n"
+    "  cntr compare --align --scale 0.107 --unit um samples/cell.geojson --nominal "
+    "samples/cell.geojson";
+
+}  // namespace
+
+void addCompare(CLI::App& app, Session& session) {
+  const auto options = std::make_shared<Options>();
+  CLI::App& command =
+      *app.add_subcommand("compare", "Compare outlines with nominal ones, within a tolerance");
+  addInputs(command, options->input);
+  command
+      .add_option("--nominal", options->nominal,
+                  "The file of nominal features; - is standard input")
+      ->required()
+      ->type_name("FILE");
+  ComparingOptions& comparing = options->comparing;
+  command.add_flag("--align", comparing.align,
+                   "Turn and shift each feature onto its nominal before comparing");
+  command
+      .add_option("--tolerance", comparing.tolerance, "The largest Hausdorff distance that passes")
+      ->check(refusalOfTolerance)
+      ->type_name("T");
+  command
+      .add_option(
+          "--spacing", comparing.spacing,
+          "The longest step between the points of the measured boundary at which distances\n"
+          "are asked, besides its vertices; 1/1024 of its length unless given")
+      ->check(refusalOfSpacing)
+      ->type_name("S");
+  command.add_flag("--complete", options->isComplete,
+                   "Fail when a nominal feature was not measured");
+  addRowFormats(command, options->rows);
+  addScale(command, comparing.scale, "The length of one unit of the coordinates");
+  command.add_option("--unit", options->unit, "The unit of that length, such as mm")
+      ->type_name("NAME");
+  command.footer(help);
+  command.callback([options, &session] {
+    check(*options);
+    compare(*options, session);
+  });
+}
+
+}  // namespace tool
