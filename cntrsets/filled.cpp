@@ -9,6 +9,7 @@
 
 #include <cntr/plane/twofold.h>
 #include <cntrsets/faces/filledset.h>
+#include <cntrsets/faces/starshape.h>
 #include <cntrsets/frame.h>
 #include <cntrsets/ringlist.h>
 #include <cntrsets/sets.h>
@@ -60,14 +61,46 @@ std::vector<Windings> windingsOfFaces(const Faces& faces) {
   return result;
 }
 
-/// Whether `edges` edges, cut to pieces, meet elsewhere than in the vertices between neighbours:
-/// some were cut, lie on each other, or begin in one vertex.
-bool ringsTouch(const std::vector<Piece>& pieces, std::size_t edges, const Faces& faces) {
-  return pieces.size() != edges || faces.edges.size() != edges || faces.vertices.size() != edges;
-}
+/// A sum of very many terms, with the digits of three doubles. Unlike a Twofold it takes on each
+/// term without waiting for all that is known of those before.
+class LongSum {
+ public:
+  void add(const Twofold& term) {
+    const Twofold first = sumOf(high_, term.high);
+    const Twofold second = sumOf(middle_, first.low);
+    const Twofold third = sumOf(second.high, term.low);
+    high_ = first.high;
+    middle_ = third.high;
+    low_ += second.low + third.low;
+  }
 
-/// Sums over the edges of rings; each is an integral over the area, times the number in its name.
-struct Sums {
+  Twofold value() const {
+    const Twofold tail = sumOf(middle_, low_);
+    const Twofold sum = sumOf(high_, tail.high);
+    return sumOf(sum.high, sum.low + tail.low);
+  }
+
+ private:
+  double high_ = 0.0;
+  double middle_ = 0.0;
+  double low_ = 0.0;
+};
+
+/// Twice the signed area of the triangle from the origin to an edge, summed over edges.
+class AreaSum {
+ public:
+  void add(const Point& a, const Point& b) {
+    sum_.add(productOf(a.x(), b.y()));
+    sum_.add(-productOf(b.x(), a.y()));
+  }
+  Twofold value() const { return sum_.value(); }
+
+ private:
+  LongSum sum_;
+};
+
+/// Integrals over the area, each times the number in its name.
+struct Integrals {
   Twofold area2{};
   Twofold x6{};
   Twofold y6{};
@@ -75,20 +108,7 @@ struct Sums {
   Twofold xy24{};
   Twofold yy12{};
 
-  /// What the triangle from the origin to the edge a-b adds.
-  void add(const Point& a, const Point& b) {
-    const Twofold cross = productOf(a.x(), b.y()) - productOf(b.x(), a.y());
-    const Twofold x = sumOf(a.x(), b.x());
-    const Twofold y = sumOf(a.y(), b.y());
-    area2 = area2 + cross;
-    x6 = x6 + cross * x;
-    y6 = y6 + cross * y;
-    xx12 = xx12 + cross * (x * x - productOf(a.x(), b.x()));
-    yy12 = yy12 + cross * (y * y - productOf(a.y(), b.y()));
-    xy24 = xy24 + cross * (x * y + (productOf(a.x(), a.y()) + productOf(b.x(), b.y())));
-  }
-
-  void add(const Sums& other, const Twofold& factor) {
+  void add(const Integrals& other, const Twofold& factor) {
     area2 = area2 + other.area2 * factor;
     x6 = x6 + other.x6 * factor;
     y6 = y6 + other.y6 * factor;
@@ -98,25 +118,71 @@ struct Sums {
   }
 };
 
-Sums sumsOf(std::span<const Point> ring, const Frame& frame) {
-  Sums sums;
-  if (ring.empty()) return sums;
+/// The integrals over the triangles from the origin to edges.
+class MomentSums {
+ public:
+  void add(const Point& a, const Point& b) {
+    area2_.add(a, b);
+    const Twofold cross = productOf(a.x(), b.y()) - productOf(b.x(), a.y());
+    const Twofold x = sumOf(a.x(), b.x());
+    const Twofold y = sumOf(a.y(), b.y());
+    x6_.add(cross * x);
+    y6_.add(cross * y);
+    xx12_.add(cross * (x * x - productOf(a.x(), b.x())));
+    yy12_.add(cross * (y * y - productOf(a.y(), b.y())));
+    xy24_.add(cross * (x * y + (productOf(a.x(), a.y()) + productOf(b.x(), b.y()))));
+  }
+
+  Integrals value() const {
+    return {area2_.value(), x6_.value(), y6_.value(), xx12_.value(), xy24_.value(), yy12_.value()};
+  }
+
+ private:
+  AreaSum area2_;
+  LongSum x6_;
+  LongSum y6_;
+  LongSum xx12_;
+  LongSum xy24_;
+  LongSum yy12_;
+};
+
+template <class Sum>
+auto sumOver(std::span<const Point> ring, const Frame& frame) {
+  Sum sum;
+  if (ring.empty()) return sum.value();
   Point from = frame.local(ring.back());
   for (const Point& p : ring) {
     const Point to = frame.local(p);
-    sums.add(from, to);
+    sum.add(from, to);
     from = to;
   }
-  return sums;
+  return sum.value();
 }
 
-/// Moments of rings that bound their area simply.
+/// 1 where the area of a ring counts as it is, -1 where it counts the other way.
+Twofold signOf(const Twofold& area, bool isHole) {
+  return Twofold((area.high < 0.0) != isHole ? -1.0 : 1.0);
+}
+
+// Of rings that bound their area simply.
+
+double areaOf(const RingList& list) {
+  const Frame frame(list.rings());
+  Twofold area2;
+  for (std::size_t i = 0; i < list.rings().size(); ++i) {
+    const Twofold ring = sumOver<AreaSum>(list.rings()[i], frame);
+    area2 = area2 + ring * signOf(ring, list.isHole(i));
+  }
+  if (!(area2.high > 0.0)) return 0.0;
+  return frame.restored((area2 * Twofold(0.5)).high, 2);
+}
+
 qc_InertiaData momentsOf(const RingList& list) {
   const Frame frame(list.rings());
-  Sums sums;
+  Integrals sums;
   for (std::size_t i = 0; i < list.rings().size(); ++i) {
-    const Sums ring = sumsOf(list.rings()[i], frame);
-    sums.add(ring, Twofold((ring.area2.high < 0.0) != list.isHole(i) ? -1.0 : 1.0));
+    const Integrals ring = sumOver<MomentSums>(list.rings()[i], frame);
+    sums.add(ring, signOf(ring.area2, list.isHole(i)));
   }
   if (!(sums.area2.high > 0.0)) return qc_InertiaData();
   const Twofold area = sums.area2 * Twofold(0.5);
@@ -130,22 +196,32 @@ qc_InertiaData momentsOf(const RingList& list) {
                                     frame.restored(xy.high, 4), frame.restored(yy.high, 4)));
 }
 
+bool isBoundedSimply(qcRingContact contact) {
+  return contact == qcRingContact::eSimple || contact == qcRingContact::eTouches;
+}
+
+std::vector<qcRings> filled(const std::vector<qcRings>& feature) {
+  return qf_Union(feature, std::vector<qcRings>());
+}
+
 }  // namespace
 
 qcRingContact qf_RingContact(const std::vector<qcRings>& feature) {
   const RingList list(feature);
-  std::vector<Piece> pieces =
-      cntr::sets::scaledPieces(list.rings(), Scaling(cntr::sets::largestCoordinate(list.rings())));
-  const std::size_t edges = pieces.size();
-  const cntr::sets::Noding noding = cntr::sets::nodeUnlessCrossed(std::move(pieces));
+  const bool isAlone = list.rings().size() == 1;
+  if (isAlone && cntr::sets::isStarShaped(list.rings().front())) return qcRingContact::eSimple;
+  const Scaling scaling(cntr::sets::largestCoordinate(list.rings()));
+  const cntr::sets::Noding noding =
+      cntr::sets::nodeUnlessCrossed(cntr::sets::scaledPieces(list.rings(), scaling));
   if (noding.crossed) return qcRingContact::eCrosses;
+  if (isAlone && !noding.touched) return qcRingContact::eSimple;
   const Faces faces = cntr::sets::facesOf(noding.pieces);
   const std::vector<Windings> windings = windingsOfFaces(faces);
   if (someRingTurnsOver(windings, list.rings().size())) return qcRingContact::eCrosses;
   if (!std::all_of(windings.begin(), windings.end(),
                    [&](const Windings& face) { return list.isSumOfRings(face); }))
     return qcRingContact::eOverlaps;
-  return ringsTouch(noding.pieces, edges, faces) ? qcRingContact::eTouches : qcRingContact::eSimple;
+  return noding.touched ? qcRingContact::eTouches : qcRingContact::eSimple;
 }
 
 qc_InertiaData qf_FilledMoments(const std::vector<qcRings>& feature) {
@@ -153,8 +229,11 @@ qc_InertiaData qf_FilledMoments(const std::vector<qcRings>& feature) {
 }
 
 qc_InertiaData qf_FilledMoments(const std::vector<qcRings>& feature, qcRingContact contact) {
-  if (contact == qcRingContact::eSimple || contact == qcRingContact::eTouches)
-    return momentsOf(RingList(feature));
-  const std::vector<qcRings> none;
-  return momentsOf(RingList(qf_Union(feature, none)));
+  if (isBoundedSimply(contact)) return momentsOf(RingList(feature));
+  return momentsOf(RingList(filled(feature)));
+}
+
+double qf_FilledArea(const std::vector<qcRings>& feature, qcRingContact contact) {
+  if (isBoundedSimply(contact)) return areaOf(RingList(feature));
+  return areaOf(RingList(filled(feature)));
 }

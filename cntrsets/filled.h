@@ -19,8 +19,8 @@ enum class qcRingContact {
   /// They share no point but the vertices between neighbouring edges.
   eSimple,
   /// They share points, and bound the filled set simply nevertheless: a hole that meets its
-  /// outline,
-  /// holes or parts with a common corner or edge, a ring through one vertex twice or back along
+  /// outline, holes or parts with a common corner or edge, a ring through one vertex twice or back
+  /// along
   /// itself.
   eTouches,
   /// Two edges cross, or a ring winds around some points counter-clockwise and around others
@@ -33,8 +33,9 @@ enum class qcRingContact {
 };
 
 /// Decided exactly, on the coordinates as given; a feature without edges is simple. Throws
-/// qcContourDefs::BadParams "a coordinate is not a finite number". O(n log n), about 1 us for each
-/// vertex; less when edges cross.
+/// qcContourDefs::BadParams "a coordinate is not a finite number". O(n log n), about 0.3 us for
+/// each vertex; for a single ring that runs around some point once, always the same way, O(n),
+/// about 15 ns for each.
 CNTRSETS_EXPORT qcRingContact qf_RingContact(const std::vector<qcRings>& feature);
 
 /// Area, centre of mass and second moments about it of the filled set; the record of nothing when
@@ -52,5 +53,8 @@ CNTRSETS_EXPORT qc_InertiaData qf_FilledMoments(const std::vector<qcRings>& feat
 /// The same for a feature whose contact is known.
 CNTRSETS_EXPORT qc_InertiaData qf_FilledMoments(const std::vector<qcRings>& feature,
                                                 qcRingContact contact);
+
+/// The area alone, the same bits, in a fraction of the time.
+CNTRSETS_EXPORT double qf_FilledArea(const std::vector<qcRings>& feature, qcRingContact contact);
 
 /// @}

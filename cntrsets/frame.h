@@ -28,14 +28,17 @@ class Frame {
     // Halves first: the sizes of the largest doubles are none.
     const double extent =
         std::max(box.maxX * 0.5 - box.minX * 0.5, box.maxY * 0.5 - box.minY * 0.5);
-    exponent_ = extent > 0.0 ? -1 - std::ilogb(extent) : 0;
+    // The power itself is a double, though that leaves sizes below all normal doubles smaller
+    // than 1.
+    exponent_ = extent > 0.0 ? std::min(-1 - std::ilogb(extent), 1023) : 0;
+    factor_ = std::ldexp(1.0, exponent_);
     origin_ = {originOf(box.minX, box.maxX), originOf(box.minY, box.maxY)};
   }
 
   /// Exact, unless a coordinate is smaller than the feature by more than 300 orders of magnitude:
   /// coordinates are counted from elsewhere only where their differences are doubles.
   qcVector<2> local(const qcVector<2>& p) const {
-    return {std::ldexp(p.x() - origin_.x(), exponent_), std::ldexp(p.y() - origin_.y(), exponent_)};
+    return {(p.x() - origin_.x()) * factor_, (p.y() - origin_.y()) * factor_};
   }
 
   /// The point of the plane, rounded once.
@@ -56,6 +59,7 @@ class Frame {
 
   qcVector<2> origin_;
   int exponent_ = 0;
+  double factor_ = 1.0;
 };
 
 }  // namespace cntr::sets

@@ -8,6 +8,7 @@
 #include <array>
 #include <cmath>
 #include <limits>
+#include <utility>
 
 #include <cntr/contourdefs.h>
 #include <cntrsets/faces/piecetree.h>
@@ -30,6 +31,7 @@ struct Cuts {
   std::vector<Piece> pieces;
   std::vector<Cut> list{};
   bool crossed = false;
+  bool touched = false;
 
   void add(std::size_t piece, const Point& at) {
     if (at != pieces[piece].from && at != pieces[piece].to) list.push_back({piece, at});
@@ -56,6 +58,25 @@ struct Sides {
   bool equal() const { return from * to > 0; }
 };
 
+/// Whether piece j follows piece i in their ring.
+bool follows(const std::vector<Piece>& pieces, std::size_t i, std::size_t j) {
+  if (pieces[i].ring != pieces[j].ring) return false;
+  if (j == i + 1) return true;
+  const bool isFirst = j == 0 || pieces[j - 1].ring != pieces[j].ring;
+  const bool isLast = i + 1 == pieces.size() || pieces[i + 1].ring != pieces[i].ring;
+  return isFirst && isLast;
+}
+
+/// Whether two pieces that share a point share no more than the vertex between neighbours.
+bool meetAsNeighbours(const std::vector<Piece>& pieces, std::size_t i, std::size_t j) {
+  if (follows(pieces, j, i)) std::swap(i, j);
+  if (!follows(pieces, i, j)) return false;
+  const Piece& p = pieces[i];
+  const Piece& q = pieces[j];
+  // Of neighbours on one line, one that turns back lies along the other.
+  return orientation(p.from, p.to, q.to) != 0 || plane::dotSign(p.from, p.to, q.from, q.to) > 0;
+}
+
 /// Cuts of two pieces where they cross or one begins on the other; where one ends another begins.
 void meet(Cuts& cuts, std::size_t i, std::size_t j) {
   const Piece& p = cuts.pieces[i];
@@ -64,6 +85,8 @@ void meet(Cuts& cuts, std::size_t i, std::size_t j) {
   if (ofP.equal()) return;
   const Sides ofQ(q, p);
   if (ofQ.equal()) return;
+  // Either one's line meets the other: so do they, as their boxes do.
+  if (!cuts.touched && !meetAsNeighbours(cuts.pieces, i, j)) cuts.touched = true;
   if (ofP.different() && ofQ.different()) {
     const Point at = crossing(p.from, p.to, q.from, q.to);
     cuts.add(i, at);
@@ -191,7 +214,10 @@ std::vector<Piece> piecesOf(std::span<const std::span<const Point>> rings) {
 Noding nodeUnlessCrossed(std::vector<Piece> pieces) {
   Cuts cuts = meetings(std::move(pieces));
   if (cuts.crossed) return {std::move(cuts.pieces), true};
-  return {cutPieces(std::move(cuts))};
+  const bool touched = cuts.touched;
+  Noding noding{cutPieces(std::move(cuts))};
+  noding.touched = touched;
+  return noding;
 }
 
 Noding nodeOnGrid(const std::vector<Piece>& pieces, double grid) {

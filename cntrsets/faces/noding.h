@@ -36,6 +36,8 @@ struct Noding {
   int roundings = 0;
   /// The spacing of the grid on which all ends lie; 0 for none.
   double grid = 0.0;
+  /// Edges share more than the vertices between neighbours. Told by nodeUnlessCrossed() alone.
+  bool touched = false;
 };
 
 /// Cuts the pieces where one meets another: at vertices that lie on others exactly, and at
