@@ -134,6 +134,11 @@ std::optional<bool> crossesItself(const Shape& shape) {
   return qcRegionSet(outlines, asGiven).isSelfIntersecting();
 }
 
+double areaWithoutHoles(const qcRings& part, bool isSimple) {
+  const std::vector<qcRings> solid{{part.outline, {}}};
+  return qf_FilledArea(solid, isSimple ? qcRingContact::eSimple : qf_RingContact(solid));
+}
+
 void addFilled(Facts& facts, const std::vector<qcRings>& parts, Needs needs, Filling filling) {
   // Of the coordinates as given: local ones have lost what is smallest.
   facts.contact = qf_RingContact(parts);
@@ -143,14 +148,13 @@ void addFilled(Facts& facts, const std::vector<qcRings>& parts, Needs needs, Fil
   const std::vector<qcRings> local = localOf(parts, facts.frame);
   // What bounds the filled set: sums over its rings are those over the set.
   const std::vector<qcRings> boundary = simple ? local : qf_Union(local, {});
-  const qc_InertiaData filled = qf_FilledMoments(boundary, qcRingContact::eTouches);
-  if (!(filled.area() > roundingOfSums)) return;
-  facts.filled = filled;
+  const double area = qf_FilledArea(boundary, qcRingContact::eTouches);
+  if (!(area > roundingOfSums)) return;
+  facts.area = area;
+  if ((needs & eMoments) != 0U) facts.moments = qf_FilledMoments(boundary, qcRingContact::eTouches);
   if ((needs & eHu) != 0U) facts.hu = qf_HuMoments(turnedRings(boundary));
   if ((needs & eSolid) == 0U || parts.size() > 1) return;
-  const std::vector<qcRings> solid{{local.front().outline, {}}};
-  facts.solidArea =
-      (simple ? qf_FilledMoments(solid, qcRingContact::eSimple) : qf_FilledMoments(solid)).area();
+  facts.solidArea = local.front().holes.empty() ? area : areaWithoutHoles(local.front(), simple);
 }
 
 }  // namespace
@@ -174,7 +178,7 @@ Facts factsOf(const Shape& shape, Needs needs, Filling filling) {
   }
   if ((needs & eExtent) != 0U) facts.extent = extentOf(shape.parts);
   addSurroundings(facts, shape.parts, needs);
-  if ((needs & (eFilled | eSolid | eHu)) != 0U && shape.closed)
+  if ((needs & (eFilled | eMoments | eSolid | eHu)) != 0U && shape.closed)
     addFilled(facts, shape.parts, needs, filling);
   if ((needs & (shape.closed ? eCrossings : eCrossings | eLineCrossings)) != 0U)
     facts.crosses = crossesItself(shape);

@@ -35,7 +35,7 @@ enum Need : unsigned {
   eCurves = 2U,
   /// Facts::holeCurves.
   eHoleCurves = 4U,
-  /// Facts::contact and Facts::filled; about 1 us for each vertex, more where edges cross.
+  /// Facts::contact and Facts::area.
   eFilled = 8U,
   /// Facts::solidArea; brings eFilled.
   eSolid = 16U,
@@ -52,7 +52,9 @@ enum Need : unsigned {
   /// Facts::hull.
   eHull = 1024U,
   /// Facts::hu; brings eFilled.
-  eHu = 2048U
+  eHu = 2048U,
+  /// Facts::moments; brings eFilled.
+  eMoments = 4096U
 };
 
 using Needs = unsigned;
@@ -108,12 +110,13 @@ struct Facts {
   std::optional<qcRingContact> contact;
   /// They do not bound their area simply, and Filling::eLeftOut was asked for.
   bool isLeftOut = false;
-  /// Area, centre and second moments of what is filled, local; nothing where there is no area or it
-  /// is left out.
-  std::optional<qc_InertiaData> filled;
-  /// The local area of a single outline without its holes; nothing where `filled` is nothing.
+  /// The local area of what is filled; nothing where there is none or it is left out.
+  std::optional<double> area;
+  /// Its area, centre and second moments, local; nothing where `area` is nothing.
+  std::optional<qc_InertiaData> moments;
+  /// The local area of a single outline without its holes; nothing where `area` is nothing.
   std::optional<double> solidArea;
-  /// Hu's moment invariants of what is filled; nothing where `filled` is nothing.
+  /// Hu's moment invariants of what is filled; nothing where `area` is nothing.
   std::optional<std::array<double, 7>> hu;
 
   /// Whether the library says that outlines cross themselves or each other, in the coordinates as

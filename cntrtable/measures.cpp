@@ -46,30 +46,30 @@ double y(const qcVector<2>& p) { return p.y(); }
 
 template <double (*Coordinate)(const qcVector<2>&)>
 Value ofCentre(const Facts& facts) {
-  if (!facts.filled) return {};
-  return number(Coordinate(facts.frame.restored(facts.filled->centerOfMass())));
+  if (!facts.moments) return {};
+  return number(Coordinate(facts.frame.restored(facts.moments->centerOfMass())));
 }
 
 template <int Row, int Column>
 Value moment(const Facts& facts) {
-  if (!facts.filled) return {};
-  return restored(facts, facts.filled->inertiaMatrix().element(Row, Column), 4);
+  if (!facts.moments) return {};
+  return restored(facts, facts.moments->inertiaMatrix().element(Row, Column), 4);
 }
 
 Value equivalentDiameter(const Facts& facts) {
-  if (!facts.filled) return {};
-  return restored(facts, std::sqrt(4.0 * facts.filled->area() / std::numbers::pi), 1);
+  if (!facts.area) return {};
+  return restored(facts, std::sqrt(4.0 * *facts.area / std::numbers::pi), 1);
 }
 
 template <double (*Ask)(const Geom&)>
 Value ofMoments(const Facts& facts) {
-  if (!facts.filled) return {};
+  if (!facts.moments) return {};
   // The library takes a small moment for that of a line: those of a shape that is a million across
   // are large enough for any that is not one.
   constexpr double enlarged = 0x1p80;
   try {
-    const qcMatrix<2>& m = facts.filled->inertiaMatrix();
-    const qc_InertiaData large(facts.filled->area(), facts.filled->centerOfMass(),
+    const qcMatrix<2>& m = facts.moments->inertiaMatrix();
+    const qc_InertiaData large(*facts.area, facts.moments->centerOfMass(),
                                qcMatrix<2>(enlarged * m.element(0, 0), enlarged * m.element(0, 1),
                                            enlarged * m.element(1, 0), enlarged * m.element(1, 1)));
     return number(Ask(qf_EllipseFromInertiaData(large).geom()));
@@ -133,8 +133,8 @@ Value boxWidth(const Facts& facts) { return restored(facts, facts.box->width, 1)
 Value boxAngle(const Facts& facts) { return number(facts.box->angle.toDouble()); }
 
 Value rectangularity(const Facts& facts) {
-  if (!facts.filled) return {};
-  return number(facts.filled->area() / (facts.box->length * facts.box->width));
+  if (!facts.area) return {};
+  return number(*facts.area / (facts.box->length * facts.box->width));
 }
 
 Value feretMin(const Facts& facts) { return restored(facts, facts.strip->width, 1); }
@@ -151,7 +151,7 @@ Value hullArea(const Facts& facts) { return restored(facts, facts.hull->area, 2)
 Value hullLength(const Facts& facts) { return restored(facts, facts.hull->length, 1); }
 
 Value solidity(const Facts& facts) {
-  return facts.filled ? number(facts.filled->area() / facts.hull->area) : Value();
+  return facts.area ? number(*facts.area / facts.hull->area) : Value();
 }
 
 Value convexity(const Facts& facts) {
@@ -175,7 +175,7 @@ Value perimeter(const Facts& facts) {
 
 Value area(const Facts& facts) {
   if (!facts.closed || facts.isLeftOut) return {};
-  return restored(facts, facts.filled ? facts.filled->area() : 0.0, 2);
+  return restored(facts, facts.area ? *facts.area : 0.0, 2);
 }
 
 Value roundness(const Facts& facts) {
@@ -205,7 +205,7 @@ Value note(const Facts& facts) {
   };
   if (facts.closed) {
     if (!isBoundedSimply(*facts.contact)) add(contactNote(facts));
-    if (!facts.filled && !facts.isLeftOut) add("no area");
+    if (!facts.area && !facts.isLeftOut) add("no area");
   } else {
     add("open");
     if (facts.crosses.value_or(false)) add("crosses itself");
@@ -223,12 +223,12 @@ constexpr Measure measures[] = {
     {"holes", "number of holes that were taken into account", 0, false, eCounts, holes},
     {"closed", "yes for an outline, no for an open line", 0, false, eCounts, closed},
     {"area", "area that is filled, without the holes", 2, true, eFilled, area},
-    {"centre_x", "centre of mass", 1, true, eFilled, ofCentre<x>},
-    {"centre_y", "", 1, true, eFilled, ofCentre<y>},
-    {"moment_xx", "second moment, the integral of (x - centre_x)^2 over the area", 4, true, eFilled,
-     moment<0, 0>},
-    {"moment_xy", "the integral of (x - centre_x)(y - centre_y)", 4, true, eFilled, moment<0, 1>},
-    {"moment_yy", "the integral of (y - centre_y)^2", 4, true, eFilled, moment<1, 1>},
+    {"centre_x", "centre of mass", 1, true, eMoments, ofCentre<x>},
+    {"centre_y", "", 1, true, eMoments, ofCentre<y>},
+    {"moment_xx", "second moment, the integral of (x - centre_x)^2 over the area", 4, true,
+     eMoments, moment<0, 0>},
+    {"moment_xy", "the integral of (x - centre_x)(y - centre_y)", 4, true, eMoments, moment<0, 1>},
+    {"moment_yy", "the integral of (y - centre_y)^2", 4, true, eMoments, moment<1, 1>},
     {"length", "length of the outline or line, without holes", 1, false, eCurves, length},
     {"perimeter", "length of all rings, the outline's and those of holes", 1, false,
      eCurves | eHoleCurves, perimeter},
@@ -240,11 +240,11 @@ constexpr Measure measures[] = {
     {"equivalent_diameter", "diameter of the disc of the same area", 1, false, eFilled,
      equivalentDiameter},
     {"axis_ratio", "smaller axis by larger axis of the ellipse that has the same second moments", 0,
-     false, eFilled, ofMoments<axisRatio>},
-    {"eccentricity", "sqrt(1 - axis_ratio^2); 0 for a disc", 0, false, eFilled,
+     false, eMoments, ofMoments<axisRatio>},
+    {"eccentricity", "sqrt(1 - axis_ratio^2); 0 for a disc", 0, false, eMoments,
      ofMoments<eccentricity>},
     {"orientation", "direction of its larger axis, degrees from the x axis towards the y axis", 0,
-     false, eFilled, ofMoments<rotation>},
+     false, eMoments, ofMoments<rotation>},
     {"diameter", "largest distance between two vertices", 1, false, eCurves,
      ofCurve<diameter<farthestPair>>},
     {"first_vertex_diameter", "twice the largest distance of a vertex from the first one", 1, false,

@@ -133,6 +133,31 @@ TEST(FilledMoments, AreTheSameForEveryContactAndThoseOfTheFilledSet) {
   }
 }
 
+TEST(FilledArea, IsThatOfTheMomentsToTheLastBit) {
+  for (const Case& known : cases()) {
+    EXPECT_EQ(qf_FilledArea(known.feature, known.contact), qf_FilledMoments(known.feature).area())
+        << known.name;
+  }
+  for (std::uint64_t seed = 0; seed < 500; ++seed) {
+    shapes::Random random(seed);
+    const Feature feature{{shapes::cloud(random, 5 + random.below(5)), {}}};
+    EXPECT_EQ(qf_FilledArea(feature, qf_RingContact(feature)), qf_FilledMoments(feature).area())
+        << seed;
+  }
+}
+
+TEST(FilledArea, KeepsWhatProductsOfCoordinatesHaveBeyondADouble) {
+  const double large = 0x1p30;
+  const Feature sliver{{{{0, 0}, {large + 1.0, large + 3.0}, {large + 3.0, large + 5.0}}, {}}};
+  EXPECT_EQ(qf_FilledArea(sliver, qcRingContact::eSimple), 2.0);
+}
+
+TEST(FilledMoments, OfTheSmallestFeaturesHaveACentre) {
+  Points tiny = square;
+  for (qcVector<2>& p : tiny) p = p * 0x1p-1070;
+  EXPECT_EQ(qf_FilledMoments({{tiny, {}}}).centerOfMass(), qcVector<2>(5, 5) * 0x1p-1070);
+}
+
 TEST(FilledMoments, OfASquareAreKnown) {
   const qc_InertiaData moments = qf_FilledMoments({{square, {}}});
   EXPECT_EQ(moments.area(), 100.0);
