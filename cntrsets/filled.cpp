@@ -21,7 +21,6 @@ using cntr::plane::sumOf;
 using cntr::plane::Twofold;
 using cntr::sets::Faces;
 using cntr::sets::Frame;
-using cntr::sets::Piece;
 using cntr::sets::Point;
 using cntr::sets::RingList;
 using cntr::sets::Scaling;
