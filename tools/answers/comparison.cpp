@@ -31,12 +31,6 @@ struct Measured {
       : parts(std::move(parts_)), curves(curvesOf(parts, closed)) {}
 };
 
-double lengthOf(const std::vector<qcContour>& curves) {
-  double length = 0.0;
-  for (const qcContour& curve : curves) length += curve.length();
-  return length;
-}
-
 double areaOf(const std::vector<qcRings>& parts) {
   return qf_FilledMoments(parts, qcRingContact::eTouches).area();
 }
@@ -70,6 +64,12 @@ void addNote(std::string& note, const char* text) {
 
 }  // namespace
 
+double usualSpacing(const std::vector<qcContour>& curves) {
+  double length = 0.0;
+  for (const qcContour& curve : curves) length += curve.length();
+  return length > 0.0 ? length * usualStep : 1.0;
+}
+
 Comparison compared(const Geometry& measured, const Nominal& nominal,
                     const ComparingOptions& options) {
   const std::vector<qcRings> parts = filledParts(measured);
@@ -90,10 +90,8 @@ Comparison compared(const Geometry& measured, const Nominal& nominal,
     result.placement = placementOf(found, local({0.0, 0.0}), nominal.frame, options.scale);
     if (!found.settled) addNote(result.note, "the alignment has not settled");
   }
-  const double length = lengthOf(moved.curves);
-  const double spacing = options.spacing ? *options.spacing / options.scale / unit
-                         : length > 0.0  ? length * usualStep
-                                         : 1.0;
+  const double spacing =
+      options.spacing ? *options.spacing / options.scale / unit : usualSpacing(moved.curves);
   result.deviation =
       scaled(qf_Deviation(moved.curves, nominal.curves, spacing), unit * options.scale);
   result.hausdorff =

@@ -6,6 +6,7 @@
 
 #include <optional>
 #include <string>
+#include <vector>
 
 #include <cntr/deviation.h>
 #include <cntrformats/feature.h>
@@ -46,6 +47,9 @@ struct Comparison {
   /// What else is to be known.
   std::string note = {};
 };
+
+/// How long steps along a measured boundary are unless a spacing is given: 1/1024 of its length.
+double usualSpacing(const std::vector<qcContour>& curves);
 
 /// Compares the boundaries of what both fill. Lengths are found in coordinates in which the nominal
 /// is about 1 in size, wherever it lies; the Hausdorff distance is at most 1e-9 of the larger

@@ -12,7 +12,9 @@
 #include <cntrformats/number.h>
 #include <platform/core/exception.h>
 #include <tools/commands/commands.h>
+#include <tools/commands/nominalfile.h>
 #include <tools/commands/options.h>
+#include <tools/draw/deviations.h>
 #include <tools/draw/imagesizes.h>
 #include <tools/draw/picture.h>
 #include <tools/draw/png.h>
@@ -33,6 +35,7 @@ struct Options {
   std::string from;
   FilterOptions filter;
   std::vector<std::string> show = {labelsName};
+  std::string nominal;
   std::string under;
   bool fit = false;
   Look look;
@@ -44,23 +47,31 @@ struct Options {
 };
 
 std::vector<std::string> overlayNames() {
-  std::vector<std::string> names{noneName, labelsName};
+  std::vector<std::string> names{noneName, labelsName, DeviationOverlay::name};
   for (const Overlay& overlay : allOverlays()) names.emplace_back(overlay.name);
   return names;
 }
 
-std::vector<const Overlay*> chosenBy(const Options& options) {
+/// `deviation` is null where there are no nominals.
+std::vector<const Overlay*> chosenBy(const Options& options, const DeviationOverlay* deviation) {
   std::vector<const Overlay*> chosen;
+  if (deviation != nullptr) chosen.push_back(&deviation->overlay());
   for (const Overlay& overlay : allOverlays()) {
     if (options.shows(overlay.name)) chosen.push_back(&overlay);
   }
   return chosen;
 }
 
-void refuseNoneAndOthers(const Options& options) {
-  if (options.shows(noneName) && options.show.size() > 1) {
+void check(const Options& options) {
+  if (options.shows(noneName) && options.show.size() > 1)
     throw CLI::ValidationError("--show", "none goes with no other name");
-  }
+  if (options.shows(DeviationOverlay::name) && options.nominal.empty())
+    throw CLI::ValidationError("--show", "deviation needs a file of --nominal");
+  if (!options.shows(DeviationOverlay::name) && !options.nominal.empty())
+    throw CLI::ValidationError("--nominal", "goes with --show deviation alone");
+  if (options.nominal == "-" &&
+      std::find(options.files.begin(), options.files.end(), "-") != options.files.end())
+    throw CLI::ValidationError("--nominal", "only one of the two files can be standard input");
 }
 
 /// Nothing for a number that lengths can be multiplied and divided by.
@@ -92,10 +103,12 @@ std::optional<ImageSize> imageOf(const Members& collection, const std::string& f
 /// Takes the features of all files into a scene.
 class Collector : public Sink {
  public:
-  Collector(const Options& options, Scene& scene, Session& session)
+  /// `deviation` is null where there are no nominals.
+  Collector(const Options& options, Scene& scene, DeviationOverlay* deviation, Session& session)
       : fit_(options.fit),
         isWanted_(options.filter.filter()),
         scene_(scene),
+        deviation_(deviation),
         session_(session),
         progress_(session.messages, session.console.messagesAreTerminal) {}
 
@@ -148,7 +161,7 @@ class Collector : public Sink {
     if (!feature.problem.empty()) return feature.problem;
     try {
       scene_.add(feature, files_.size() - 1);
-      return "";
+      return deviation_ == nullptr ? "" : deviation_->takeComplaint();
     } catch (const FeatureError& error) {
       return error.what();
     } catch (const qcException& error) {
@@ -159,6 +172,7 @@ class Collector : public Sink {
   bool fit_;
   std::function<bool(const Feature&)> isWanted_;
   Scene& scene_;
+  DeviationOverlay* deviation_;
   Session& session_;
   Progress progress_;
   /// Of the collection that is being read.
@@ -197,16 +211,22 @@ void draw(const Options& options, Session& session) {
   Look look = options.look;
   look.withLabels = options.shows(labelsName);
   const std::string* file = &options.output;
+  NominalFile nominals;
   try {
     if (isPng(options.output)) requirePng();
     file = &options.under;
     if (!options.under.empty()) look.underlay = readUnderlay(options.under);
+    file = &options.nominal;
+    if (!options.nominal.empty()) nominals = readNominals(options.nominal, nullptr, session);
   } catch (const FileError& error) {
-    return session.diagnostics.badFile(*file, error.what());
+    return session.diagnostics.badFile(displayName(*file), error.what());
   }
-  Scene scene(chosenBy(options), look.withLabels, look.size);
+  std::optional<DeviationOverlay> deviation;
+  if (!options.nominal.empty()) deviation.emplace(nominals.nominals);
+  DeviationOverlay* const deviations = deviation ? &*deviation : nullptr;
+  Scene scene(chosenBy(options, deviations), look.withLabels, look.size);
   if (look.underlay && !options.fit) scene.show(look.underlay->area);
-  Collector collector(options, scene, session);
+  Collector collector(options, scene, deviations, session);
   bool isAnyRead = false;
   for (const std::string& input : options.files) {
     if (collector.read(input, formatNamed(options.from))) isAnyRead = true;
@@ -241,6 +261,10 @@ void addDraw(CLI::App& app, Session& session) {
   addNames(command, "--show", options->show,
            "What to draw over the outlines (labels alone unless given); none for nothing")
       ->check(CLI::IsMember(overlayNames()));
+  command
+      .add_option("--nominal", options->nominal,
+                  "The nominal features, with --show deviation; - is standard input")
+      ->type_name("FILE");
   command.add_option("--under", options->under, "A PNG or JPEG picture to draw the outlines over")
       ->type_name("FILE");
   command
@@ -264,7 +288,10 @@ void addDraw(CLI::App& app, Session& session) {
       "large that is (members width and height of the collection), or as the outlines. edgelets\n"
       "shows the edge elements of features that have them, a segment of length 1 along the edge\n"
       "for each; crossings rings the places where outlines and holes cross themselves or, in one\n"
-      "feature, each other. Labels are left out where they would meet or cover much of the "
+      "feature, each other. deviation colours boundaries by their distance from nominal ones, "
+      "which\n"
+      "are drawn thin and found as by 'cntr compare'. Labels are left out where they would meet or "
+      "cover much of the "
       "picture, the\n"
       "largest outlines keep theirs. Outlines smaller than a pixel are dots, and vertices that "
       "make less\n"
@@ -273,9 +300,11 @@ void addDraw(CLI::App& app, Session& session) {
       "  cntr draw samples/coins.geojson -o coins.svg\n"
       "  cntr draw samples/coins.geojson --size 2000 --show none -o outlines.svg\n"
       "  cntr draw --show labels,ellipse,centre --fit samples/cell.geojson -o cell.svg\n"
+      "  cntr draw --show deviation --nominal samples/coins.geojson samples/coins.geojson "
+      "-o same.svg\n"
       "  cntr draw --scale 0.107 --unit um samples/cell.geojson -o cell.svg");
   command.callback([options, &session] {
-    refuseNoneAndOthers(*options);
+    check(*options);
     draw(*options, session);
   });
 }

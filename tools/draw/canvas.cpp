@@ -24,6 +24,9 @@ struct Mapped {
   Mark operator()(const Segment& segment) const {
     return Segment{canvas.map(segment.from), canvas.map(segment.to)};
   }
+  Mark operator()(const Tint& tint) const {
+    return Tint{canvas.map(tint.from), canvas.map(tint.to), tint.value};
+  }
   Mark operator()(const Cross& cross) const { return Cross{canvas.map(cross.at)}; }
   Mark operator()(const Spot& spot) const { return Spot{canvas.map(spot.at)}; }
 };

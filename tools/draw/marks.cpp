@@ -2,6 +2,7 @@
 
 #include <tools/draw/marks.h>
 
+#include <algorithm>
 #include <cmath>
 #include <utility>
 
@@ -32,6 +33,7 @@ struct BoxOf {
   }
   Box operator()(const Ring& ring) const { return boxAround(ring.points); }
   Box operator()(const Segment& segment) const { return boxAround({segment.from, segment.to}); }
+  Box operator()(const Tint& tint) const { return boxAround({tint.from, tint.to}); }
   Box operator()(const Cross& cross) const { return {cross.at, cross.at}; }
   Box operator()(const Spot& spot) const { return {spot.at, spot.at}; }
 };
@@ -50,13 +52,15 @@ bool MarkList::Thinner::operator()(Ring& ring) const {
   return true;
 }
 
-bool MarkList::Thinner::operator()(const Segment& segment) {
-  const bool isShort = segment.from.distance(segment.to) < segments_.size();
-  return !isShort || segments_.take(segment.from);
+bool MarkList::Thinner::isSeen(const qcVector<2>& from, const qcVector<2>& to) {
+  const bool isShort = from.distance(to) < segments_.size();
+  return !isShort || segments_.take(from);
 }
 
 void MarkList::add(std::vector<Mark> marks) {
   for (Mark& mark : marks) {
+    if (const auto* tint = std::get_if<Tint>(&mark))
+      range_ = std::max(range_, std::abs(tint->value));
     if (std::visit(thinner_, mark)) marks_.push_back(std::move(mark));
   }
 }

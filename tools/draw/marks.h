@@ -35,6 +35,13 @@ struct Segment {
   qcVector<2> to;
 };
 
+/// A piece of a line that has the colour of a value.
+struct Tint {
+  qcVector<2> from;
+  qcVector<2> to;
+  double value;
+};
+
 /// A cross that marks a place.
 struct Cross {
   qcVector<2> at;
@@ -45,7 +52,7 @@ struct Spot {
   qcVector<2> at;
 };
 
-using Mark = std::variant<Box, Circle, Ellipse, Ring, Segment, Cross, Spot>;
+using Mark = std::variant<Box, Circle, Ellipse, Ring, Segment, Tint, Cross, Spot>;
 
 /// The box around a mark; of a place the place alone.
 Box boxOf(const Mark& mark);
@@ -65,6 +72,8 @@ class MarkList {
   void thin(double pixel);
 
   const std::vector<Mark>& marks() const noexcept { return marks_; }
+  /// The size of the largest value of all tints that were added.
+  double range() const noexcept { return range_; }
 
  private:
   /// Whether a mark stays, perhaps with less in it.
@@ -73,7 +82,8 @@ class MarkList {
     explicit Thinner(double pixel);
 
     bool operator()(Ring& ring) const;
-    bool operator()(const Segment& segment);
+    bool operator()(const Segment& segment) { return isSeen(segment.from, segment.to); }
+    bool operator()(const Tint& tint) { return isSeen(tint.from, tint.to); }
     bool operator()(const Spot& spot) { return spots_.take(spot.at); }
     template <typename Other>
     bool operator()(const Other&) const {
@@ -81,6 +91,8 @@ class MarkList {
     }
 
    private:
+    bool isSeen(const qcVector<2>& from, const qcVector<2>& to);
+
     double tolerance_;
     Squares spots_;
     Squares segments_;
@@ -88,6 +100,7 @@ class MarkList {
 
   Thinner thinner_;
   std::vector<Mark> marks_;
+  double range_ = 0.0;
 };
 
 }  // namespace tool

@@ -95,7 +95,7 @@ Marks crossings(const Overlaid& feature) {
 Mark cross(const qcVector<2>& centre) { return Cross{centre}; }
 Mark spot(const qcVector<2>& centre) { return Spot{centre}; }
 
-constexpr Overlay overlays[] = {
+const Overlay overlays[] = {
     {"rectangle", "#8c6d1f", rectangles, nullptr},
     {"circle", "#1b8a5a", eachPart<addCircle>, nullptr},
     {"hull", "#1f5fbf", eachPart<addHull>, nullptr},

@@ -4,6 +4,7 @@
 
 #pragma once
 
+#include <functional>
 #include <span>
 #include <vector>
 
@@ -15,6 +16,7 @@ namespace tool {
 
 /// A feature whose overlays are to be found.
 struct Overlaid {
+  const formats::Feature& feature;
   const formats::Geometry& geometry;
   /// The same in coordinates that the library likes.
   const formats::Geometry& framed;
@@ -27,12 +29,15 @@ struct Overlay {
   /// Its name on the command line and in the legend.
   const char* name;
   const char* colour;
-  std::vector<Mark> (*find)(const Overlaid& feature);
+  std::function<std::vector<Mark>(const Overlaid& feature)> find;
   /// How its entry in the legend is marked; null where by a line.
   Mark (*symbol)(const qcVector<2>& centre);
+  /// Whether it is made of tints, whose colours the legend explains.
+  bool isColoured = false;
 };
 
-/// All overlays, in the order in which they are drawn.
+/// The overlays that need nothing but the feature, in the order in which they are drawn;
+/// deviations.h has the one that needs another file.
 std::span<const Overlay> allOverlays();
 
 /// What the picture shall hold of a mark of a feature in `box`: all of it, but nothing of an

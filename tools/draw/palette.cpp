@@ -61,4 +61,11 @@ Colours coloursOf(unsigned long number, Ground ground) {
   return {hex(fromOklch(0.82, 0.10, hue)), hex(fromOklch(0.52, 0.13, hue))};
 }
 
+std::string colourOfDeviation(double share) {
+  constexpr double blue = 262.0;
+  constexpr double red = 27.0;
+  const double size = std::min(std::abs(share), 1.0);
+  return hex(fromOklch(0.82 - 0.30 * size, 0.21 * size, share < 0.0 ? blue : red));
+}
+
 }  // namespace tool

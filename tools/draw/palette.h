@@ -21,4 +21,7 @@ enum class Ground { ePaper, ePhotograph };
 /// areas are light and lines dark, on a photograph both are bright.
 Colours coloursOf(unsigned long number, Ground ground);
 
+/// Colours from inside (-1, blue) over none (0, grey) to outside (1, red), as dark on either side.
+std::string colourOfDeviation(double share);
+
 }  // namespace tool

@@ -6,6 +6,8 @@
 #include <tools/draw/picture.h>
 
 #include <algorithm>
+#include <cmath>
+#include <map>
 #include <ostream>
 
 #include <tools/draw/canvas.h>
@@ -13,6 +15,7 @@
 #include <tools/draw/palette.h>
 #include <tools/draw/svg.h>
 #include <tools/draw/thinning.h>
+#include <tools/report/numbers.h>
 
 namespace tool {
 
@@ -27,6 +30,12 @@ constexpr double stripPadding = 6.0;
 constexpr double stripMargin = 14.0;
 constexpr double longestScaleBar = 200.0;
 constexpr double letters = 15.0;
+/// Colours of deviations, half of them on either side of none, and the width of each in the legend.
+constexpr int bandsOfSide = 10;
+constexpr double bandWidth = 6.0;
+/// Lines of a colour that are no farther apart are one, thinned by that tolerance.
+constexpr double widestGap = 1.0;
+constexpr double tintTolerance = 0.05;
 /// Half the length of the strokes of a cross, and the radius of a spot.
 constexpr double markSize = 6.0;
 /// Thin, so that single ones can be told apart.
@@ -56,6 +65,7 @@ struct Drawn {
   std::string operator()(const Segment& segment) const {
     return svg::line(segment.from, segment.to);
   }
+  std::string operator()(const Tint& tint) const { return svg::line(tint.from, tint.to); }
   std::string operator()(const Cross& cross) const {
     const qcVector<2> right(markSize, 0.0);
     const qcVector<2> down(0.0, markSize);
@@ -66,6 +76,22 @@ struct Drawn {
     return svg::circle({spot.at, markSize}, "", "");
   }
 };
+
+/// The colour of values in [-range, range] that are nearest to this band, from -bandsOfSide on.
+std::string colourOfBand(int band) {
+  return colourOfDeviation(static_cast<double>(band) / bandsOfSide);
+}
+
+int bandOf(double value, double range) {
+  return range > 0.0 ? static_cast<int>(std::lround(value / range * bandsOfSide)) : 0;
+}
+
+/// Continues the last of the lines with the tint, in pixels, or begins another.
+void append(const Tint& tint, std::vector<Points>& lines) {
+  if (lines.empty() || lines.back().back().distance(tint.from) > widestGap) lines.emplace_back();
+  lines.back().push_back(tint.from);
+  lines.back().push_back(tint.to);
+}
 
 std::string drawn(const Mark& mark, const Box& limits) { return std::visit(Drawn{limits}, mark); }
 
@@ -87,6 +113,27 @@ class Strip {
     text_ += "<g class=\"legend\"><g class=\"overlay\"" + quoted("stroke", overlay.colour) + ">" +
              drawn(mark, picture()) + "</g>" +
              svg::text(at + qcVector<2>(20.0, 5.0), letters, overlay.name) + "</g>\n";
+  }
+
+  /// What the colours of deviations up to `range` mean.
+  void addColours(const Overlay& overlay, double range, const Scale& scale) {
+    const std::string size = shortNumber(range * scale.factor, 3) + " " + scale.unit;
+    const std::string before = overlay.name + std::string(": ") + size + " inside";
+    const std::string after = size + " outside";
+    constexpr double gap = 8.0;
+    constexpr double bar = (2 * bandsOfSide + 1) * bandWidth;
+    const double start = widthOf(before, letters) + gap;
+    const qcVector<2> at = placeFor(start + bar + gap + widthOf(after, letters));
+    text_ +=
+        "<g class=\"legend colours\">" + svg::text(at + qcVector<2>(0.0, 5.0), letters, before);
+    for (int band = -bandsOfSide; band <= bandsOfSide; ++band) {
+      const double left = start + (band + bandsOfSide) * bandWidth;
+      text_ +=
+          "<g" + quoted("fill", colourOfBand(band)) + ">" +
+          svg::rectangle({at + qcVector<2>(left, -5.0), at + qcVector<2>(left + bandWidth, 5.0)}) +
+          "</g>";
+    }
+    text_ += svg::text(at + qcVector<2>(start + bar + gap, 5.0), letters, after) + "</g>\n";
   }
 
   void addNote(const std::string& note) {
@@ -157,7 +204,13 @@ class Picture {
     const std::vector<Label> labels =
         look_.withLabels ? labelsOf(scene_, canvas_, marksCentres()) : std::vector<Label>();
     Strip strip(canvas_, look_.scale);
-    for (const Layer& layer : scene_.layers()) strip.addOverlay(*layer.overlay);
+    for (const Layer& layer : scene_.layers()) {
+      if (layer.overlay->isColoured) {
+        strip.addColours(*layer.overlay, layer.marks.range(), look_.scale);
+      } else {
+        strip.addOverlay(*layer.overlay);
+      }
+    }
     const std::size_t labelled = labelledShapes();
     if (look_.withLabels && labels.size() < labelled) {
       strip.addNote(std::to_string(labels.size()) + " of " + std::to_string(labelled) + " labels");
@@ -203,6 +256,7 @@ class Picture {
             ".overlay .thin{stroke-width:"
          << svg::number(segmentWidth)
          << "}\n"
+            ".overlay .tint{stroke-width:4;stroke-linecap:round}\n"
             ".casing{fill:none;stroke:#fff;stroke-opacity:.7;stroke-width:4;"
             "stroke-linejoin:round}\n"
             ".frame{fill:none;stroke:#adb5bd;stroke-width:1}\n"
@@ -248,21 +302,29 @@ class Picture {
     out_ << svg::path(rings, shape.closed, attributes, title);
   }
 
-  /// Over a photograph with a white line behind every stroke. All segments are one path.
+  /// Over a photograph with a white line behind every stroke. All segments are one path, and so are
+  /// all tints of a colour.
   void writeLayer(const Layer& layer) {
     const std::string name(layer.overlay->name);
     if (look_.underlay) out_ << "<g class=\"casing\"><use href=\"#" << name << "\"/></g>\n";
     out_ << "<g class=\"overlay\"" << quoted("stroke", layer.overlay->colour) << "><g id=\"" << name
          << "\">\n";
     std::vector<Points> segments;
+    std::map<int, std::vector<Points>> tints;
     for (const Mark& mark : layer.marks.marks()) {
       const Mark mapped = canvas_.map(mark);
       if (!limits_.meets(boxOf(mapped))) continue;
       if (const auto* segment = std::get_if<Segment>(&mapped)) {
         segments.push_back({segment->from, segment->to});
+      } else if (const auto* tint = std::get_if<Tint>(&mapped)) {
+        append(*tint, tints[bandOf(tint->value, layer.marks.range())]);
       } else {
         out_ << drawn(mapped, limits_);
       }
+    }
+    for (auto& [band, lines] : tints) {
+      for (Points& line : lines) line = thinnedLine(line, tintTolerance);
+      out_ << svg::path(lines, false, " class=\"tint\"" + quoted("stroke", colourOfBand(band)), "");
     }
     if (!segments.empty()) out_ << svg::path(segments, false, " class=\"thin\"", "");
     out_ << "</g></g>\n";

@@ -111,7 +111,7 @@ void Scene::add(const Feature& feature, std::size_t file) {
   box_.enclose(box);
   const Frame frame(box);
   const Geometry framed = frame.into(geometry);
-  addOverlays(framed, geometry, frame, box);
+  addOverlays(feature, framed, frame, box);
   if (pixel() >= 2.0 * thinnedFor_) thinAll(pixel(), firstTolerance);
   for (std::size_t i = 0; i < geometry.parts.size(); ++i) {
     const qcRings& part = geometry.parts[i];
@@ -130,10 +130,11 @@ void Scene::add(const Feature& feature, std::size_t file) {
   }
 }
 
-void Scene::addOverlays(const Geometry& framed, const Geometry& geometry, const Frame& frame,
+void Scene::addOverlays(const Feature& feature, const Geometry& framed, const Frame& frame,
                         const Box& box) {
   for (Layer& layer : layers_) {
-    std::vector<Mark> marks = layer.overlay->find({geometry, framed, frame, pixel()});
+    std::vector<Mark> marks =
+        layer.overlay->find({feature, feature.geometry, framed, frame, pixel()});
     for (const Mark& mark : marks) box_.enclose(reachOf(mark, box));
     layer.marks.add(std::move(marks));
   }

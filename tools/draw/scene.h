@@ -69,7 +69,7 @@ class Scene {
  private:
   /// The size of a pixel; 0 where that is not known to be more.
   double pixel() const;
-  void addOverlays(const formats::Geometry& framed, const formats::Geometry& geometry,
+  void addOverlays(const formats::Feature& feature, const formats::Geometry& framed,
                    const Frame& frame, const Box& box);
   void addShape(Shape shape);
   /// Whether it is to be drawn. Leaves out what cannot be seen of it.

@@ -60,6 +60,10 @@ TEST(Canvas, MapsMarks) {
   EXPECT_EQ(ellipse.across, 4.0);
   EXPECT_EQ(ellipse.angle, 0.5);
   EXPECT_EQ(mapped(up, tilted).angle, -0.5);
+  const auto tint = mapped(up, tool::Tint{{11, 20.5}, {14, 22}, -7.0});
+  EXPECT_EQ(tint.from, P(4, 6));
+  EXPECT_EQ(tint.to, P(16, 0));
+  EXPECT_EQ(tint.value, -7.0);
   EXPECT_THAT(mapped(down, tool::Ring{{{10, 20}, {14, 20}}}).points,
               ElementsAre(P(0, 0), P(16, 0)));
   EXPECT_EQ(mapped(down, tool::Segment{{10, 20}, {14, 22}}).from, P(0, 0));

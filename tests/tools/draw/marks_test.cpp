@@ -22,6 +22,7 @@ using tool::Ring;
 using tool::Segment;
 using tool::Spot;
 using tool::Squares;
+using tool::Tint;
 
 namespace {
 
@@ -81,6 +82,7 @@ TEST(BoxOfAMark, IsAroundAllOfIt) {
   expectBox(Ellipse{{0, 0}, 5, 3, std::numbers::pi / 4.0}, {{-reach, -reach}, {reach, reach}});
   expectBox(Ring{{{0, 1}, {4, 2}, {3, 5}}}, {{0, 1}, {4, 5}});
   expectBox(Segment{{4, 1}, {2, 3}}, {{2, 1}, {4, 3}});
+  expectBox(Tint{{4, 1}, {2, 3}, 7.0}, {{2, 1}, {4, 3}});
   expectBox(Cross{{4, 1}}, {{4, 1}, {4, 1}});
   expectBox(Spot{{4, 1}}, {{4, 1}, {4, 1}});
 }
@@ -98,6 +100,18 @@ TEST(MarkList, KeepsOneShortSegmentInEachSquareOfHalfAPixel) {
                                 Segment{{0.7, 0}, {0.7, 1}}, Segment{{0.5, 0}, {9, 0}}};
   EXPECT_EQ(countOf(2.1, marks), 3);
   EXPECT_EQ(countOf(1.9, marks), 4);
+}
+
+TEST(MarkList, ThinsTintsAsSegmentsAndRemembersTheLargestValue) {
+  MarkList list(2.1);
+  EXPECT_EQ(list.range(), 0.0);
+  list.add({Tint{{0, 0}, {1, 0}, 0.5}, Tint{{0.6, -0.3}, {0.6, 0.7}, -3.0},
+            Tint{{0.7, 0}, {0.7, 1}, 2.0}});
+  EXPECT_EQ(list.marks().size(), 2U);
+  EXPECT_EQ(list.range(), 3.0);
+  list.thin(100.0);
+  EXPECT_EQ(list.marks().size(), 1U);
+  EXPECT_EQ(list.range(), 3.0);
 }
 
 TEST(MarkList, ThinsRingsByATwentiethOfAPixel) {

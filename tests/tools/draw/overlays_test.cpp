@@ -34,7 +34,9 @@ std::vector<Mark> found(const std::string& name, const Geometry& geometry) {
   Box box;
   for (const qcRings& part : geometry.parts) box.enclose(tool::boxAround(part.outline));
   const tool::Frame frame(box);
-  return overlay(name).find({geometry, frame.into(geometry), frame, 0.001 * box.extent()});
+  formats::Feature feature;
+  feature.geometry = geometry;
+  return overlay(name).find({feature, geometry, frame.into(geometry), frame, 0.001 * box.extent()});
 }
 
 template <typename Kind>

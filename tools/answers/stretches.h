@@ -1,0 +1,32 @@
+// SPDX-License-Identifier: MIT
+//
+// How far each stretch of a measured boundary is from the nominal one, for pictures. What the
+// distances come to is in comparison.h.
+
+#pragma once
+
+#include <vector>
+
+#include <cntrformats/feature.h>
+#include <tools/answers/nominals.h>
+
+namespace tool {
+
+/// A straight piece of a measured boundary.
+struct Stretch {
+  qcVector<2> from;
+  qcVector<2> to;
+  /// The signed distance of the end that is farther from the nominal boundary, as in
+  /// qf_Deviation().
+  double deviation = 0.0;
+};
+
+/// All of the measured boundary, in pieces between its vertices and at most as long as the steps
+/// that `cntr compare` takes. In the coordinates of the file. On one thread at a time; throws as
+/// compared() does.
+std::vector<Stretch> stretchesOf(const formats::Geometry& measured, const Nominal& nominal);
+
+/// The nominal boundary, edge by edge, in the coordinates of the file, without deviations.
+std::vector<Stretch> edgesOf(const Nominal& nominal);
+
+}  // namespace tool
