@@ -10,16 +10,8 @@
 
 namespace plain {
 
-namespace {
-
-struct Weighed {
-  Point at;
-  double weight = 0.0;
-};
-
-/// The points of one contour in the order of its edges, with the length that each stands for.
-std::vector<Weighed> pointsOf(const Contour& contour, double spacing) {
-  std::vector<Weighed> points;
+std::vector<WeighedPoint> pointsAlong(const Contour& contour, double spacing) {
+  std::vector<WeighedPoint> points;
   std::vector<double> steps;
   for (const Segment& edge : edgesOf(contour)) {
     const double whole = distance(edge.a, edge.b);
@@ -39,8 +31,6 @@ std::vector<Weighed> pointsOf(const Contour& contour, double spacing) {
   }
   return points;
 }
-
-}  // namespace
 
 double distanceToCurves(const std::vector<Contour>& contours, const Point& p) {
   double nearest = std::numeric_limits<double>::infinity();
@@ -64,7 +54,7 @@ Deviation deviation(const std::vector<Contour>& measured, const std::vector<Cont
     for (const Segment& edge : edgesOf(contour)) length += distance(edge.a, edge.b);
   }
   for (const Contour& contour : measured) {
-    for (const auto& [at, stretch] : pointsOf(contour, spacing)) {
+    for (const auto& [at, stretch] : pointsAlong(contour, spacing)) {
       const double weight = length > 0.0 ? stretch : 1.0;
       double d = distanceToCurves(nominal, at);
       int winding = 0;
@@ -92,12 +82,12 @@ Deviation deviation(const std::vector<Contour>& measured, const std::vector<Cont
 double sampledHausdorff(const std::vector<Contour>& a, const std::vector<Contour>& b, double step) {
   double greatest = 0.0;
   for (const Contour& contour : a) {
-    for (const Weighed& point : pointsOf(contour, step)) {
+    for (const WeighedPoint& point : pointsAlong(contour, step)) {
       greatest = std::max(greatest, distanceToCurves(b, point.at));
     }
   }
   for (const Contour& contour : b) {
-    for (const Weighed& point : pointsOf(contour, step)) {
+    for (const WeighedPoint& point : pointsAlong(contour, step)) {
       greatest = std::max(greatest, distanceToCurves(a, point.at));
     }
   }

@@ -8,6 +8,15 @@
 
 namespace plain {
 
+struct WeighedPoint {
+  Point at;
+  double weight = 0.0;
+};
+
+/// The points of a contour in the order of its edges, at equal steps of at most `spacing` in each,
+/// with the length that each stands for.
+std::vector<WeighedPoint> pointsAlong(const Contour& contour, double spacing);
+
 struct Deviation {
   double least = 0.0;
   Point leastAt{0.0, 0.0};

@@ -32,7 +32,7 @@ struct Measured {
 };
 
 double areaOf(const std::vector<qcRings>& parts) {
-  return qf_FilledMoments(parts, qcRingContact::eTouches).area();
+  return qf_FilledArea(parts, qcRingContact::eTouches);
 }
 
 /// What an alignment in coordinates of their own means for the coordinates as given: it is told by

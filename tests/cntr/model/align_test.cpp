@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
 // Alignment: known motions are found again from any rotation, the residual is that of the literal
-// definition, and no small motion makes it less.
+// definition, no small motion makes it less, and neither does a literal search of all motions.
 
 #include <cmath>
 #include <limits>
@@ -9,6 +9,7 @@
 
 #include <cntr/deviation.h>
 #include <gtest/gtest.h>
+#include <testing/plain/align.h>
 #include <testing/plain/deviation.h>
 #include <testing/shapes/shapes.h>
 
@@ -87,6 +88,61 @@ TEST(AlignContours, LeavesTheResidualOfTheDefinitionAtItsLeast) {
         const double other = residual(moved(there, motion(angle, by)), bracket);
         EXPECT_GE(other, found.residual - 1e-6) << seed;
       }
+    }
+  }
+}
+
+/// The points, each moved by up to `size` either way.
+Points shaken(Points points, double size, shapes::Random& random) {
+  for (Point& p : points) {
+    const double dx = random.uniform(-size, size);
+    const double dy = random.uniform(-size, size);
+    p = p + Point(dx, dy);
+  }
+  return points;
+}
+
+/// The shape shaken, turned and shifted, aligned with the shape itself: the residual is at most
+/// that of the literal search, but for this share of the extent.
+void expectNoWorseThanLiteral(const Points& nominal, double size, std::uint64_t seed,
+                              double share) {
+  shapes::Random random(seed);
+  const double degrees = random.uniform(-180.0, 180.0);
+  const Points measured = moved(shaken(nominal, size, random), motion(degrees, Point(20, -50)));
+  const qcAlignment found = qf_Align({closed(measured)}, {closed(nominal)});
+  const plain::Aligned literal = plain::align({{measured, true}}, {{nominal, true}});
+  SCOPED_TRACE(seed);
+  EXPECT_TRUE(found.settled);
+  EXPECT_LE(found.residual, literal.residual + share * closed(nominal).length());
+  // The search finds something: shaking moves no point by more than this.
+  EXPECT_LE(literal.residual, 1.5 * size + 1e-3);
+}
+
+TEST(AlignContours, IsNeverWorseThanALiteralSearch) {
+  // A step of less than 1e-10 of the extent is the last one.
+  for (std::uint64_t seed = 0; seed < 4; ++seed) {
+    expectNoWorseThanLiteral(bracket, 1.5, seed, 1e-9);
+    expectNoWorseThanLiteral(shapes::spikyStar(7, seed), 2.0, seed, 1e-9);
+  }
+  expectNoWorseThanLiteral(bracket, 0.0, 100, 1e-9);
+}
+
+TEST(AlignContours, EndsInOneOfSeveralPlacesThatAreAboutAsGood) {
+  // Points of narrow spikes belong to one side or the other: each choice has a least of its own.
+  for (std::uint64_t seed = 0; seed < 4; ++seed)
+    expectNoWorseThanLiteral(shapes::spikyStar(11, seed), 20.0, seed, 1e-6);
+}
+
+TEST(AlignContours, SettlesFromThousandsOfRotations) {
+  const Points star = shapes::spikyStar(13, 5);
+  for (int k = 0; k < 1000; ++k) {
+    const double degrees = 0.36 * k - 180.0;
+    for (const Points& shape : {bracket, star}) {
+      const Points turned = moved(shape, motion(degrees, Point(7.0, 3.0)));
+      const qcAlignment found = qf_Align({closed(turned)}, {closed(shape)});
+      ASSERT_TRUE(found.settled) << degrees;
+      ASSERT_LE(found.steps, 50) << degrees;
+      ASSERT_LE(found.residual, 1e-6) << degrees;
     }
   }
 }

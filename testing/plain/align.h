@@ -1,0 +1,22 @@
+// SPDX-License-Identifier: MIT
+//
+// The rigid motion of least root mean square distance, by trying: all around in small turns, and
+// from the best of these downhill by the literal distance alone. It is slow and not exact.
+
+#pragma once
+
+#include <testing/plain/contour.h>
+
+namespace plain {
+
+struct Aligned {
+  /// A rotation about the origin, in radians, and then a shift.
+  double angle = 0.0;
+  Point shift{0.0, 0.0};
+  double residual = 0.0;
+};
+
+/// REQUIRES: finite coordinates, a measured length above 0.
+Aligned align(const std::vector<Contour>& measured, const std::vector<Contour>& nominal);
+
+}  // namespace plain
