@@ -47,6 +47,9 @@ class Frame {
             origin_.y() + std::ldexp(p.y(), -exponent_)};
   }
 
+  /// A length in local coordinates.
+  double scaled(double length) const { return std::ldexp(length, exponent_); }
+
   /// What is in this power of the unit of length, in the plane's unit.
   double restored(double value, int power) const { return std::ldexp(value, -exponent_ * power); }
 

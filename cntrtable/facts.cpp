@@ -10,6 +10,7 @@
 
 #include <cntr/contourdefs.h>
 #include <cntr/regionst.h>
+#include <cntrsets/inscribed.h>
 #include <cntrsets/sets.h>
 #include <platform/core/hull.h>
 
@@ -24,6 +25,9 @@ using cntr::sets::Frame;
 /// An area up to this, in local coordinates, is the rounding of sums whose terms are about 1 and
 /// have twice a double's digits: that of a line walked there and back.
 constexpr double roundingOfSums = 1e-24;
+
+/// How far the radius of the inscribed circle may stay below the largest, where extents are 1 to 2.
+constexpr double inscribedTolerance = 1e-6;
 
 std::vector<std::span<const Point>> ringsOf(const std::vector<qcRings>& parts) {
   std::vector<std::span<const Point>> rings;
@@ -153,6 +157,11 @@ void addFilled(Facts& facts, const std::vector<qcRings>& parts, Needs needs, Fil
   facts.area = area;
   if ((needs & eMoments) != 0U) facts.moments = qf_FilledMoments(boundary, qcRingContact::eTouches);
   if ((needs & eHu) != 0U) facts.hu = qf_HuMoments(turnedRings(boundary));
+  if ((needs & eInscribed) != 0U) {
+    const qcCircle circle = qf_InscribedCircle(
+        boundary, simple ? *facts.contact : qcRingContact::eSimple, inscribedTolerance);
+    if (circle.radius() > 0.0) facts.inscribed = circle;
+  }
   if ((needs & eSolid) == 0U || parts.size() > 1) return;
   facts.solidArea = local.front().holes.empty() ? area : areaWithoutHoles(local.front(), simple);
 }
@@ -178,7 +187,7 @@ Facts factsOf(const Shape& shape, Needs needs, Filling filling) {
   }
   if ((needs & eExtent) != 0U) facts.extent = extentOf(shape.parts);
   addSurroundings(facts, shape.parts, needs);
-  if ((needs & (eFilled | eMoments | eSolid | eHu)) != 0U && shape.closed)
+  if ((needs & (eFilled | eMoments | eSolid | eHu | eInscribed)) != 0U && shape.closed)
     addFilled(facts, shape.parts, needs, filling);
   if ((needs & (shape.closed ? eCrossings : eCrossings | eLineCrossings)) != 0U)
     facts.crosses = crossesItself(shape);

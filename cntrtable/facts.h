@@ -54,7 +54,9 @@ enum Need : unsigned {
   /// Facts::hu; brings eFilled.
   eHu = 2048U,
   /// Facts::moments; brings eFilled.
-  eMoments = 4096U
+  eMoments = 4096U,
+  /// Facts::inscribed; brings eFilled.
+  eInscribed = 8192U
 };
 
 using Needs = unsigned;
@@ -118,6 +120,8 @@ struct Facts {
   std::optional<double> solidArea;
   /// Hu's moment invariants of what is filled; nothing where `area` is nothing.
   std::optional<std::array<double, 7>> hu;
+  /// A largest circle in it; nothing where `filled` is nothing or it is too thin for one.
+  std::optional<qcCircle> inscribed;
 
   /// Whether the library says that outlines cross themselves or each other, in the coordinates as
   /// given; nothing for several lines.

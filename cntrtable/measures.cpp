@@ -147,6 +147,16 @@ Value circleCentre(const Facts& facts) {
 
 Value circleRadius(const Facts& facts) { return restored(facts, facts.circle->radius(), 1); }
 
+template <double (*Coordinate)(const qcVector<2>&)>
+Value inscribedCentre(const Facts& facts) {
+  if (!facts.inscribed) return {};
+  return number(Coordinate(facts.frame.restored(facts.inscribed->center())));
+}
+
+Value inscribedRadius(const Facts& facts) {
+  return facts.inscribed ? restored(facts, facts.inscribed->radius(), 1) : Value();
+}
+
 Value hullArea(const Facts& facts) { return restored(facts, facts.hull->area, 2); }
 Value hullLength(const Facts& facts) { return restored(facts, facts.hull->length, 1); }
 
@@ -270,6 +280,11 @@ constexpr Measure measures[] = {
      circleCentre<x>},
     {"circle_y", "", 1, false, eCircle, circleCentre<y>},
     {"circle_radius", "its radius", 1, false, eCircle, circleRadius},
+    {"inscribed_x", "centre of a largest circle in the area that is filled", 1, false, eInscribed,
+     inscribedCentre<x>},
+    {"inscribed_y", "", 1, false, eInscribed, inscribedCentre<y>},
+    {"inscribed_radius", "its radius, less than 1e-6 of the shape's size below the largest", 1,
+     false, eInscribed, inscribedRadius},
     {"hull_area", "area of the convex hull of the outlines or lines", 2, false, eHull, hullArea},
     {"hull_length", "length of the hull's boundary", 1, false, eHull, hullLength},
     {"solidity", "area / hull_area; 1 for a convex outline", 0, false, eFilled | eHull, solidity},

@@ -8,6 +8,7 @@
 #include <memory>
 #include <sstream>
 
+#include <geos/algorithm/construct/MaximumInscribedCircle.h>
 #include <geos/algorithm/distance/DiscreteHausdorffDistance.h>
 #include <geos/algorithm/locate/IndexedPointInAreaLocator.h>
 #include <geos/geom/Coordinate.h>
@@ -132,6 +133,10 @@ void measure() {
   once("isSelfIntersecting", largerShapes, &ring, [](const Geometry& g) { return g.isSimple(); });
   once("convexHull", largerShapes, &ring,
        [](const Geometry& g) { return g.convexHull()->getNumPoints(); });
+  once("inscribedCircle", largerShapes, &polygon, [](const Geometry& g) {
+    geos::algorithm::construct::MaximumInscribedCircle circle(&g, inscribedTolerance);
+    return circle.getRadiusLine()->getLength();
+  });
   // Its points lie at equal steps of each edge: at 0.01 they miss as much as ours may.
   askOnce("hausdorff", "GEOS", Plan{"S", {100, 1000}}, [](const Work& given) {
     Points moved = given.outline;

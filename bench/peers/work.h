@@ -53,6 +53,9 @@ inline const Plan everyShape{"SNC", {10, 100, 1000, 10000, 100000}};
 inline const Plan largerShapes{"SNC", {100, 1000, 10000, 100000}};
 inline const Plan smoothStars{"S", {100, 1000, 10000, 100000}};
 
+/// A millionth of the outlines' extent, or a little more.
+constexpr double inscribedTolerance = 1e-3;
+
 std::string nameOf(const std::string& question, char shape, std::size_t vertices,
                    const std::string& who);
 

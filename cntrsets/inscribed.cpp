@@ -1,0 +1,61 @@
+// SPDX-License-Identifier: MIT
+//
+// The boundary of a filled set, brought to coordinates of its own for the search in roomiest.h.
+
+#include <cntrsets/inscribed.h>
+
+#include <algorithm>
+#include <cmath>
+#include <span>
+
+#include <cntr/contourdefs.h>
+#include <cntrsets/frame.h>
+#include <cntrsets/ringlist.h>
+#include <cntrsets/roomiest.h>
+#include <cntrsets/sets.h>
+
+namespace {
+
+using cntr::sets::Frame;
+using cntr::sets::RingList;
+using cntr::sets::Room;
+using cntr::sets::Side;
+
+/// Of the extent: even the hardest shapes take a bounded time.
+constexpr double leastTolerance = 1e-10;
+
+std::vector<Side> sidesOf(const RingList& list, const Frame& frame) {
+  std::vector<Side> sides;
+  std::size_t count = 0;
+  for (const std::span<const qcVector<2>>& ring : list.rings()) count += ring.size();
+  sides.reserve(count);
+  for (const std::span<const qcVector<2>>& ring : list.rings()) {
+    if (ring.empty()) continue;
+    qcVector<2> from = frame.local(ring.back());
+    for (const qcVector<2>& p : ring) {
+      const qcVector<2> to = frame.local(p);
+      if (!(from == to)) sides.emplace_back(from, to);
+      from = to;
+    }
+  }
+  return sides;
+}
+
+}  // namespace
+
+qcCircle qf_InscribedCircle(const std::vector<qcRings>& feature, double tolerance) {
+  return qf_InscribedCircle(feature, qf_RingContact(feature), tolerance);
+}
+
+qcCircle qf_InscribedCircle(const std::vector<qcRings>& feature, qcRingContact contact,
+                            double tolerance) {
+  if (!(tolerance > 0.0)) throw qcContourDefs::BadParams(L"tolerance is not positive");
+  if (contact != qcRingContact::eSimple)
+    return qf_InscribedCircle(qf_Union(feature, {}), qcRingContact::eSimple, tolerance);
+  const RingList list(feature);
+  const Frame frame(list.rings());
+  const std::vector<Side> sides = sidesOf(list, frame);
+  if (sides.empty()) return {};
+  const Room room = cntr::sets::roomiest(sides, std::max(frame.scaled(tolerance), leastTolerance));
+  return {frame.restored(room.centre), frame.restored(room.radius, 1)};
+}

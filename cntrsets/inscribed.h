@@ -1,0 +1,44 @@
+// SPDX-License-Identifier: MIT
+//
+// The largest circle inside outlines with holes.
+
+#pragma once
+
+#include <vector>
+
+#include <cntrsets/export.h>
+#include <cntrsets/filled.h>
+#include <cntrsets/rings.h>
+#include <platform/core/shapes.h>
+
+/// @addtogroup setoperations
+/// @{
+
+/// A circle inside the feature's filled set (eNonZero, see sets.h; boundaries of parts within the
+/// set are none), whose radius is at most `tolerance` smaller than that of the largest one. Of
+/// several largest circles it is any one, always the same for the same feature. A feature that
+/// fills nothing gives the circle of radius 0 about (0, 0), one without room for a circle larger
+/// than the tolerance radius 0 about a vertex.
+///
+/// The radius is the distance of the centre from the boundary, but for rounding: 1e-15 of the
+/// extent (the longer side of the bounding box), and that of the centre's coordinates. A tolerance
+/// below 1e-10 of the extent counts as that much. Throws qcContourDefs::BadParams "tolerance is not
+/// positive", "a coordinate is not a finite number", and what qf_MakeValid() throws for rings that
+/// touch, cross or overlap.
+///
+/// The bounding box is halved again and again, and a piece is dropped when no point of it can be
+/// farther from the boundary by more than the tolerance than the farthest one so far (P. Hansen, D.
+/// Peeters, D. Richard, J.-F. Thisse, "The minisum and minimax location problems revisited",
+/// Operations Research 33, 1985). What a piece can reach is bounded by those edges alone that are
+/// near it: distances from edges are convex, and a weighted mean of them, whose weights the linear
+/// program of their tangents gives, is largest at a corner. O(n log n) for most outlines, and less
+/// than qf_RingContact() takes. Worst where a gap between edges has the same width all along: each
+/// vertex beside it then takes a number of pieces that grows with log(width / tolerance). Where n
+/// edges are equally far from a point, looking for the nearest one there takes O(n).
+CNTRSETS_EXPORT qcCircle qf_InscribedCircle(const std::vector<qcRings>& feature, double tolerance);
+
+/// The same for a feature whose contact is known.
+CNTRSETS_EXPORT qcCircle qf_InscribedCircle(const std::vector<qcRings>& feature,
+                                            qcRingContact contact, double tolerance);
+
+/// @}

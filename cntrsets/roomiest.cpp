@@ -1,0 +1,134 @@
+// SPDX-License-Identifier: MIT
+
+#include <cntrsets/roomiest.h>
+
+#include <algorithm>
+#include <cmath>
+#include <cstddef>
+#include <vector>
+
+#include <cntrsets/tangents.h>
+
+namespace cntr::sets {
+
+namespace {
+
+/// More than distances are off by rounding.
+constexpr double slack = 1e-14;
+/// Tangents of a cell; the mean of their distances bounds all the better the more there are, but
+/// the cell can be halved instead.
+constexpr int mostTangents = 8;
+/// A cell is halved when the tangents leave open less than this share of what its bound does.
+constexpr double smallShare = 0.25;
+
+/// An upright rectangle that is still to be searched.
+struct Cell {
+  Point centre;
+  /// Half of its sides.
+  Point half;
+  /// Whether the centre is in the area.
+  bool isInside;
+  /// No point of it is in the area and farther than this from the boundary.
+  double bound;
+  /// One of the sides near it.
+  std::size_t guess;
+};
+
+class Search {
+ public:
+  Search(std::span<const Side> sides, double tolerance)
+      : tree_(sides), tolerance_(tolerance), best_{sides.front().a, 0.0} {}
+
+  Room run() {
+    std::vector<Cell> cells{everything()};
+    while (!cells.empty()) {
+      Cell cell = cells.back();
+      cells.pop_back();
+      const Point target = visit(cell);
+      if (isPromising(cell)) split(cell, target, cells);
+    }
+    return best_;
+  }
+
+ private:
+  bool isPromising(const Cell& cell) const { return cell.bound > best_.radius + tolerance_; }
+
+  Cell everything() const {
+    const plane::Box& box = tree_.bounds();
+    const Point centre(0.5 * (box.minX + box.maxX), 0.5 * (box.minY + box.maxY));
+    const Point half(0.5 * (box.maxX - box.minX) + slack, 0.5 * (box.maxY - box.minY) + slack);
+    return {centre, half, tree_.isInside(centre), std::min(half.x(), half.y()), 0};
+  }
+
+  /// Lowers the bound of the cell, as far as it stays promising, and looks for better points in it.
+  /// Returns the best one as far as tangents tell.
+  Point visit(Cell& cell) {
+    Point target = cell.centre;
+    if (!isPromising(cell)) return target;
+    SideTree::Nearest near = tree_.nearest(target, cell.guess);
+    cell.guess = near.side;
+    const double reach = std::sqrt(cell.half.x() * cell.half.x() + cell.half.y() * cell.half.y());
+    cell.bound = std::min(cell.bound, (cell.isInside ? near.distance : -near.distance) + reach);
+    if (cell.isInside) improve(target, near.distance);
+    program_.clear();
+    for (int tangents = 0; tangents < mostTangents && isPromising(cell); ++tangents) {
+      program_.add({near.side, target - cell.centre, near.offset, near.distance});
+      const TangentProgram::Solution solution = program_.solve(cell.half);
+      cell.bound = std::min(cell.bound, boundOf(cell, solution));
+      target = cell.centre + solution.at;
+      near = tree_.nearest(target, near.side);
+      if (near.distance > best_.radius && tree_.isInside(target, cell.centre, cell.isInside))
+        improve(target, near.distance);
+      if (solution.value - near.distance < smallShare * (cell.bound - near.distance)) break;
+    }
+    return target;
+  }
+
+  /// The largest weighted mean of distances in the cell, which the least of them cannot exceed.
+  double boundOf(const Cell& cell, const TangentProgram::Solution& solution) const {
+    double bound = 0.0;
+    for (const double x : {-cell.half.x(), cell.half.x()}) {
+      for (const double y : {-cell.half.y(), cell.half.y()}) {
+        const Point corner = cell.centre + Point(x, y);
+        double mean = 0.0;
+        for (const TangentProgram::Share& share : solution.shares) {
+          if (share.weight > 0.0)
+            mean += share.weight * tree_.side(share.side).offsetTo(corner).len();
+        }
+        bound = std::max(bound, mean);
+      }
+    }
+    return bound;
+  }
+
+  void improve(const Point& p, double distance) {
+    if (distance > best_.radius) best_ = {p, distance};
+  }
+
+  /// Halves the longer side. The half with the target comes first.
+  void split(const Cell& cell, const Point& target, std::vector<Cell>& cells) const {
+    const bool isWide = cell.half.x() > cell.half.y();
+    const Point half = isWide ? Point(0.5 * cell.half.x(), cell.half.y())
+                              : Point(cell.half.x(), 0.5 * cell.half.y());
+    Point away = isWide ? Point(half.x(), 0.0) : Point(0.0, half.y());
+    const Point wanted = target - cell.centre;
+    if (wanted.x() * away.x() + wanted.y() * away.y() > 0.0) away = away * -1.0;
+    for (const Point& centre : {cell.centre + away, cell.centre - away}) {
+      const bool isInside = tree_.isInside(centre, cell.centre, cell.isInside);
+      cells.push_back({centre, half, isInside, cell.bound, cell.guess});
+    }
+  }
+
+  SideTree tree_;
+  double tolerance_;
+  Room best_;
+  TangentProgram program_;
+};
+
+}  // namespace
+
+Room roomiest(std::span<const Side> sides, double tolerance) {
+  return Search(sides, tolerance).run();
+}
+
+}  // namespace cntr::sets

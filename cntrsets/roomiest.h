@@ -1,0 +1,25 @@
+// SPDX-License-Identifier: MIT
+//
+// The point of an area that is farthest from its boundary. The method is told in inscribed.h.
+
+#pragma once
+
+#include <span>
+
+#include <cntrsets/sidetree.h>
+
+namespace cntr::sets {
+
+/// A point inside and its distance from the boundary.
+struct Room {
+  Point centre;
+  double radius = 0.0;
+};
+
+/// A point whose distance from all sides is at most `tolerance` less than the largest in the area,
+/// which is where a ray crosses an odd number of sides. Radius 0 at an end of a side where no
+/// distance exceeds the tolerance. REQUIRES: at least one side, coordinates of size 1 or so,
+/// tolerance > 0.
+Room roomiest(std::span<const Side> sides, double tolerance);
+
+}  // namespace cntr::sets

@@ -1,0 +1,90 @@
+// SPDX-License-Identifier: MIT
+//
+// The edges of an area's boundary under a tree of boxes: which is nearest to a point, and on which
+// side of the boundary a point is.
+
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <span>
+#include <vector>
+
+#include <cntr/plane/box.h>
+#include <cntrsets/ringlist.h>
+
+namespace cntr::sets {
+
+/// An edge that is not a point.
+struct Side {
+  Side(const Point& a_, const Point& b_)
+      : a(a_),
+        b(b_),
+        along(b_ - a_),
+        inverse(1.0 / (along.x() * along.x() + along.y() * along.y())) {}
+
+  /// From the nearest point of the side to `p`.
+  Point offsetTo(const Point& p) const {
+    const double dx = p.x() - a.x();
+    const double dy = p.y() - a.y();
+    const double share = std::min(std::max((dx * along.x() + dy * along.y()) * inverse, 0.0), 1.0);
+    return {dx - share * along.x(), dy - share * along.y()};
+  }
+
+  Point a;
+  Point b;
+  /// From a to b.
+  Point along;
+  /// 1 by the square of its length.
+  double inverse;
+};
+
+/// A tree over sides, which it refers to. Sides that are joined end to end stand together in the
+/// list.
+class SideTree {
+ public:
+  /// The side that is nearest to a point, from it to the point, and how long that is.
+  struct Nearest {
+    std::size_t side = 0;
+    Point offset;
+    double distance = 0.0;
+  };
+
+  /// REQUIRES: at least one side. O(n log n).
+  explicit SideTree(std::span<const Side> sides);
+
+  const Side& side(std::size_t i) const { return sides_[i]; }
+  const plane::Box& bounds() const { return nodes_.front().box; }
+
+  /// `guess` is a side that may well be near.
+  Nearest nearest(const Point& p, std::size_t guess) const;
+
+  // Sides of the boundary are those of the point moved by next to nothing to the right and by much
+  // less upwards, which is on no side.
+
+  /// Whether a ray from the point crosses an odd number of sides.
+  bool isInside(const Point& p) const;
+  /// The same for the point `to`, when it is known for the point `from`: the faster the nearer.
+  bool isInside(const Point& to, const Point& from, bool fromIsInside) const;
+
+ private:
+  /// A box, and what is in it: two nodes, the first of which is the next one, or a run of sides.
+  struct Node {
+    plane::Box box;
+    std::uint32_t second = 0;
+    std::uint32_t firstSide = 0;
+    std::uint32_t endOfSides = 0;
+  };
+
+  void build(std::span<Node> leaves);
+
+  /// Calls visit(side) for the sides in boxes that touch `box`.
+  template <class Visit>
+  void forEachNear(const plane::Box& box, Visit visit) const;
+
+  std::span<const Side> sides_;
+  std::vector<Node> nodes_;
+};
+
+}  // namespace cntr::sets
