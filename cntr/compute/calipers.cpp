@@ -85,12 +85,40 @@ struct InDoubles {
   }
 };
 
+/// b - a, its parts exact.
+struct Difference {
+  Twofold x;
+  Twofold y;
+
+  Difference(const Point& a, const Point& b) noexcept
+      : x(plane::sumOf(b.x(), -a.x())), y(plane::sumOf(b.y(), -a.y())) {}
+};
+
+/// Whether a sum of two products in Twofolds is right to 2^-98 of itself: its terms are right to
+/// 2^-102, and do not cancel by more than a factor of 8.
+bool isSumRight(const Twofold& first, const Twofold& second, const Twofold& sum) noexcept {
+  return std::abs(first.high) + std::abs(second.high) <= 8.0 * std::abs(sum.high);
+}
+
+/// Sums that are not right to 2^-98 are summed exactly and rounded.
 struct InTwofolds {
   using Number = Twofold;
   static Twofold dot(const Point& a, const Point& b, const Point& c, const Point& d) noexcept {
+    const Difference edge(a, b);
+    const Difference other(c, d);
+    const Twofold first = edge.x * other.x;
+    const Twofold second = edge.y * other.y;
+    const Twofold sum = first + second;
+    if (isSumRight(first, second, sum)) return sum;
     return plane::dotProduct(a, b, c, d).rounded();
   }
   static Twofold cross(const Point& a, const Point& b, const Point& c, const Point& d) noexcept {
+    const Difference edge(a, b);
+    const Difference other(c, d);
+    const Twofold first = edge.x * other.y;
+    const Twofold second = -(edge.y * other.x);
+    const Twofold sum = first + second;
+    if (isSumRight(first, second, sum)) return sum;
     return plane::crossProduct(a, b, c, d).rounded();
   }
 };

@@ -5,6 +5,7 @@
 #include <cntr/compute/smallestcircle.h>
 
 #include <cmath>
+#include <optional>
 #include <utility>
 #include <vector>
 
@@ -18,6 +19,7 @@ namespace cntr::compute {
 namespace {
 
 using plane::Expansion;
+using plane::Twofold;
 using Point = qcVector<2>;
 using PointList = std::vector<Point>;
 
@@ -50,22 +52,59 @@ double circlePermanent(const Point& a, const Point& b, const Point& c, const Poi
   return (u * u) * size(v, w) + (v * v) * size(w, u) + (w * w) * size(u, v);
 }
 
-/// 1 when p lies inside the circle through a, b and c, 0 when on it, -1 when outside. REQUIRES: a,
-/// b, c turn counter-clockwise.
-int sideOfCircle(const Point& a, const Point& b, const Point& c, const Point& p) {
-  const double permanent = circlePermanent(a, b, c, p);
+/// The circle through three points as an equation in the differences q from the first of them, its
+/// coefficients to twice the digits of a double: area * q * q - x * q.x - y * q.y is negative
+/// inside, for points that turn counter-clockwise.
+class CircleEquation {
+ public:
+  CircleEquation(const Point& a, const Point& b, const Point& c) noexcept : from_(a) {
+    const Twofold bx = plane::sumOf(b.x(), -a.x());
+    const Twofold by = plane::sumOf(b.y(), -a.y());
+    const Twofold cx = plane::sumOf(c.x(), -a.x());
+    const Twofold cy = plane::sumOf(c.y(), -a.y());
+    const Twofold bb = bx * bx + by * by;
+    const Twofold cc = cx * cx + cy * cy;
+    area_ = bx * cy - by * cx;
+    x_ = cy * bb - by * cc;
+    y_ = bx * cc - cx * bb;
+    areaTerms_ = std::abs(bx.high * cy.high) + std::abs(by.high * cx.high);
+    xTerms_ = std::abs(cy.high) * bb.high + std::abs(by.high) * cc.high;
+    yTerms_ = std::abs(bx.high) * cc.high + std::abs(cx.high) * bb.high;
+  }
+
+  /// 1 when p is certainly inside, -1 when it is certainly outside, else 0.
+  int sideOf(const Point& p) const noexcept {
+    // Each of some twenty operations is right to 2^-100 of its terms.
+    constexpr double error = 0x1p-94;
+    const Twofold qx = plane::sumOf(p.x(), -from_.x());
+    const Twofold qy = plane::sumOf(p.y(), -from_.y());
+    const Twofold qq = qx * qx + qy * qy;
+    const double value = (area_ * qq - (x_ * qx + y_ * qy)).high;
+    const double terms =
+        areaTerms_ * qq.high + xTerms_ * std::abs(qx.high) + yTerms_ * std::abs(qy.high);
+    if (!(std::abs(value) > error * terms)) return 0;
+    return value < 0.0 ? 1 : -1;
+  }
+
+ private:
+  Point from_;
+  Twofold area_;
+  Twofold x_;
+  Twofold y_;
+  /// The sizes of the terms that these are sums of.
+  double areaTerms_ = 0.0;
+  double xTerms_ = 0.0;
+  double yTerms_ = 0.0;
+};
+
+/// The sign of the first estimate where that is certain, else 0.
+int estimatedSide(const Point& a, const Point& b, const Point& c, const Point& p) noexcept {
   // (10 + 96 e) e with e = 2^-53: the bound of the first stage in Shewchuk's incircle.
   constexpr double errorOfDoubles = 1.1102230246251577e-15;
   const double estimate =
       circleDeterminant(a, b, c, p, [](double from, double to) { return from - to; });
-  if (std::abs(estimate) > errorOfDoubles * permanent) return estimate > 0.0 ? 1 : -1;
-  // Each of some twenty operations is right to 2^-100 of its terms.
-  constexpr double errorOfTheDeterminant = 0x1p-94;
-  const double closer = circleDeterminant(a, b, c, p, [](double from, double to) {
-                          return plane::sumOf(from, -to);
-                        }).high;
-  if (std::abs(closer) > errorOfTheDeterminant * permanent) return closer > 0.0 ? 1 : -1;
-  return circleDeterminant(a, b, c, p, &Expansion::difference).sign();
+  if (!(std::abs(estimate) > errorOfDoubles * circlePermanent(a, b, c, p))) return 0;
+  return estimate > 0.0 ? 1 : -1;
 }
 
 CircleSupport supportOf(const Point& a) { return {{a}, 1}; }
@@ -78,29 +117,53 @@ CircleSupport supportOf(const Point& a, const Point& b, const Point& c) {
   return {{a, c, b}, 3};
 }
 
-/// Whether p lies in the circle or on it.
-bool holds(const CircleSupport& circle, const Point& p) {
-  const auto& [a, b, c] = circle.points;
-  if (circle.count == 1) return p == a;
-  if (circle.count == 2) return plane::dotSign(p, a, p, b) <= 0;
-  return sideOfCircle(a, b, c, p) >= 0;
-}
+/// A circle that points are asked about.
+class Circle {
+ public:
+  explicit Circle(const CircleSupport& support) noexcept : support_(support) {}
+
+  const CircleSupport& support() const noexcept { return support_; }
+
+  /// Whether p lies in the circle or on it.
+  bool holds(const Point& p) {
+    const auto& [a, b, c] = support_.points;
+    if (support_.count == 1) return p == a;
+    if (support_.count == 2) return plane::dotSign(p, a, p, b) <= 0;
+    return sideOf(p) >= 0;
+  }
+
+ private:
+  /// 1 when p lies inside the circle through the three points, 0 when on it, -1 when outside.
+  int sideOf(const Point& p) {
+    const auto& [a, b, c] = support_.points;
+    const int estimate = estimatedSide(a, b, c, p);
+    if (estimate != 0) return estimate;
+    if (!equation_) equation_.emplace(a, b, c);
+    const int side = equation_->sideOf(p);
+    if (side != 0) return side;
+    return circleDeterminant(a, b, c, p, &Expansion::difference).sign();
+  }
+
+  CircleSupport support_;
+  /// Once it is needed.
+  std::optional<CircleEquation> equation_;
+};
 
 /// The smallest circle around `points`, which are vertices of a convex polygon, each of them once.
 CircleSupport smallestAround(std::span<const Point> points) {
-  CircleSupport circle = supportOf(points.front());
+  Circle circle(supportOf(points.front()));
   for (std::size_t i = 1; i < points.size(); ++i) {
-    if (holds(circle, points[i])) continue;
-    circle = supportOf(points[i]);
+    if (circle.holds(points[i])) continue;
+    circle = Circle(supportOf(points[i]));
     for (std::size_t j = 0; j < i; ++j) {
-      if (holds(circle, points[j])) continue;
-      circle = supportOf(points[i], points[j]);
+      if (circle.holds(points[j])) continue;
+      circle = Circle(supportOf(points[i], points[j]));
       for (std::size_t k = 0; k < j; ++k) {
-        if (!holds(circle, points[k])) circle = supportOf(points[i], points[j], points[k]);
+        if (!circle.holds(points[k])) circle = Circle(supportOf(points[i], points[j], points[k]));
       }
     }
   }
-  return circle;
+  return circle.support();
 }
 
 /// A circle in doubles, good enough to look for points outside.
