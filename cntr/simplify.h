@@ -4,6 +4,7 @@
 
 #pragma once
 
+#include <cstddef>
 #include <vector>
 
 #include <cntr/contour.h>
@@ -40,6 +41,11 @@ CNTR_EXPORT qcContour qf_Simplify(const qcContour& contour, double tolerance);
 /// might. Every ring stays, in the same order.
 CNTR_EXPORT std::vector<std::vector<qcVector<2>>> qf_Simplify(
     const std::vector<std::vector<qcVector<2>>>& rings, double tolerance);
+
+/// The numbers of the vertices that stay, ascending, for several contours together, open and closed
+/// ones: for whoever keeps something for each vertex.
+CNTR_EXPORT std::vector<std::vector<std::size_t>> qf_KeptVertices(
+    const std::vector<qcContour>& contours, double tolerance);
 
 /// The contour with vertices at equal steps along it of at most `spacing`, as few as that takes but
 /// at least three on a closed contour. The first vertex stays, and so does the last one of an open

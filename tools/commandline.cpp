@@ -40,6 +40,7 @@ void addCommands(CLI::App& app, Session& session) {
   addRepair(app, session);
   addCombine(app, session);
   addOffset(app, session);
+  addSimplify(app, session);
   addCompare(app, session);
   addDraw(app, session);
   addConvert(app, session);

@@ -47,6 +47,15 @@ std::vector<std::vector<qcVector<2>>> qf_Simplify(
   return simplified;
 }
 
+std::vector<std::vector<std::size_t>> qf_KeptVertices(const std::vector<qcContour>& contours,
+                                                      double tolerance) {
+  checkTolerance(tolerance);
+  std::vector<Path> paths;
+  paths.reserve(contours.size());
+  for (const qcContour& contour : contours) paths.push_back({contour.points(), contour.isClosed()});
+  return cntr::compute::keptVertices(paths, tolerance);
+}
+
 qcContour qf_Resample(const qcContour& contour, double spacing) {
   if (!(spacing > 0.0)) throw qcContourDefs::BadParams(L"spacing is not positive");
   const Path path{contour.points(), contour.isClosed()};

@@ -21,8 +21,8 @@ using testing::HasSubstr;
 
 namespace {
 
-const std::vector<std::string> commands{"measure", "query",   "repair", "combine",
-                                        "offset",  "compare", "draw",   "convert"};
+const std::vector<std::string> commands{"measure",  "query",   "repair", "combine", "offset",
+                                        "simplify", "compare", "draw",   "convert"};
 
 std::string content(const std::string& path) {
   std::ifstream file(repositoryDirectory() + "/" + path);

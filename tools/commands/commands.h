@@ -18,6 +18,7 @@ void addQuery(CLI::App& app, Session& session);
 void addRepair(CLI::App& app, Session& session);
 void addCombine(CLI::App& app, Session& session);
 void addOffset(CLI::App& app, Session& session);
+void addSimplify(CLI::App& app, Session& session);
 void addCompare(CLI::App& app, Session& session);
 void addDraw(CLI::App& app, Session& session);
 void addConvert(CLI::App& app, Session& session);

@@ -5,6 +5,7 @@
 
 #include <cntr/simplify.h>
 
+#include <algorithm>
 #include <cmath>
 #include <functional>
 #include <limits>
@@ -54,6 +55,40 @@ TEST(SimplifyContour, KeepsTheEndsOfOpenContours) {
 TEST(SimplifyContour, KeepsAnAreaOfClosedContours) {
   const Points flat = {{0, 0}, {10, 0}, {10, 1}, {0, 1}};
   EXPECT_EQ(qf_Simplify(closed(flat), 50.0).points(), flat);
+}
+
+TEST(KeptVertices, AreThoseOfTheSimplifiedRings) {
+  for (std::uint64_t seed = 0; seed < 200; ++seed) {
+    shapes::Random random(seed);
+    const Points outline = shapes::smoothStar(3 + random.below(60), seed);
+    const Points hole = shapes::gridWalk(random, 4 + random.below(40));
+    const double tolerance = random.uniform(0.0, 30.0);
+    const auto kept = qf_KeptVertices({closed(outline), closed(hole)}, tolerance);
+    const auto rings = qf_Simplify({outline, hole}, tolerance);
+    ASSERT_EQ(kept.size(), 2U);
+    for (std::size_t r = 0; r < 2; ++r) {
+      Points points;
+      for (const std::size_t i : kept[r]) points.push_back((r == 0 ? outline : hole)[i]);
+      EXPECT_EQ(points, rings[r]) << seed;
+      EXPECT_TRUE(std::is_sorted(kept[r].begin(), kept[r].end())) << seed;
+    }
+  }
+}
+
+TEST(KeptVertices, OfOpenAndClosedContoursKeepThemFromCrossing) {
+  // Without the line the tooth would go, with it the tooth keeps clear of it.
+  const Points outline = {{0, 0}, {4, 0}, {5, 2}, {6, 0}, {10, 0}, {10, 9}, {0, 9}};
+  const Points line = {{5, -3}, {5, 1}};
+  EXPECT_EQ(qf_KeptVertices({closed(outline)}, 3.0).front().size(), 4U);
+  const auto kept = qf_KeptVertices({closed(outline), open(line)}, 3.0);
+  EXPECT_GT(kept[0].size(), 4U);
+  EXPECT_EQ(kept[1], (std::vector<std::size_t>{0, 1}));
+}
+
+TEST(KeptVertices, RefusesTolerancesThatMeanNothing) {
+  for (const double bad : {-1.0, notANumber, infinity}) {
+    EXPECT_EQ(refusal([bad] { qf_KeptVertices({}, bad); }), L"tolerance is negative or not finite");
+  }
 }
 
 TEST(SimplifyContour, LeavesTheFirstOfVerticesInOnePlace) {

@@ -1,0 +1,152 @@
+// SPDX-License-Identifier: MIT
+//
+// cntr simplify: the same outlines and lines with fewer vertices.
+
+#include <algorithm>
+#include <memory>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include <cntr/contourdefs.h>
+#include <cntr/simplify.h>
+#include <cntrformats/errors.h>
+#include <cntrformats/geojson/feature.h>
+#include <tools/answers/message.h>
+#include <tools/commands/commands.h>
+#include <tools/commands/featurefile.h>
+#include <tools/commands/numberlist.h>
+#include <tools/commands/options.h>
+
+namespace tool {
+
+using namespace formats;
+
+namespace {
+
+/// Formats hold no rings of fewer.
+constexpr std::size_t fewestInRing = 3;
+
+struct Options {
+  InputOptions input;
+  OutputOptions output;
+  double tolerance = 0.0;
+};
+
+std::string refusalOf(const std::string& text) {
+  const auto number = parseNumbers(text, 1);
+  return number && number->front() >= 0.0 ? "" : "needs a number that is not negative, not " + text;
+}
+
+/// All rings or lines, parts one after the other, outlines before their holes.
+std::vector<qcContour> curvesOf(const Geometry& geometry) {
+  std::vector<qcContour> curves;
+  for (const qcRings& part : geometry.parts) {
+    curves.emplace_back(part.outline, geometry.closed, 0);
+    for (const Points& hole : part.holes) curves.emplace_back(hole, true, 0);
+  }
+  return curves;
+}
+
+template <class Item>
+std::vector<Item> picked(const std::vector<Item>& items, const std::vector<std::size_t>& numbers) {
+  std::vector<Item> kept;
+  kept.reserve(numbers.size());
+  for (const std::size_t i : numbers) kept.push_back(items[i]);
+  return kept;
+}
+
+/// Leaves the kept vertices, and their edge elements. Returns whether any vertex went.
+bool simplify(Geometry& geometry, double tolerance) {
+  const auto kept = qf_KeptVertices(curvesOf(geometry), tolerance);
+  auto next = kept.begin();
+  bool isChanged = false;
+  const auto keepOf = [&](auto& items) {
+    if (items.size() == next->size() || (geometry.closed && next->size() < fewestInRing)) return;
+    items = picked(items, *next);
+    isChanged = true;
+  };
+  for (std::size_t k = 0; k < geometry.parts.size(); ++k) {
+    if (k < geometry.edgelets.size() && !geometry.edgelets[k].empty()) keepOf(geometry.edgelets[k]);
+    keepOf(geometry.parts[k].outline);
+    ++next;
+    for (Points& hole : geometry.parts[k].holes) {
+      keepOf(hole);
+      ++next;
+    }
+  }
+  return isChanged;
+}
+
+class Simplifying : public Answerer {
+ public:
+  Simplifying(double tolerance, FeatureFile& file) : tolerance_(tolerance), file_(file) {}
+
+  Answer answer(const Origin& origin, Feature feature) const override {
+    Geometry geometry = feature.geometry;
+    try {
+      if (simplify(geometry, tolerance_)) replaceGeometry(feature, geometry);
+    } catch (const qcContourDefs::Errors& error) {
+      throw FeatureError(messageOf(error));
+    }
+    return file_.prepare(origin, std::move(feature));
+  }
+  void write(Answer answer) override { file_.write(std::move(answer)); }
+  void takeMembers(Members&& members) override {
+    std::erase_if(members, [](const Member& member) { return member.name == "bbox"; });
+    file_.takeMembers(std::move(members));
+  }
+
+ private:
+  double tolerance_;
+  FeatureFile& file_;
+};
+
+void simplifyFiles(const Options& options, Session& session) {
+  Inputs inputs = options.input.inputs();
+  inputs.keep = Keep::eSourceToo;
+  const Format& format = outputFormat(options.output, inputs);
+  inputs.showProgress = !(session.console.outIsTerminal && options.output.file == "-");
+  try {
+    FeatureFile file(session, options.output.file, format, Rings::eAsTheyWere, inputs.files.size());
+    Simplifying simplifying(options.tolerance, file);
+    answerAll(inputs, session, simplifying);
+    if (session.diagnostics.status() < eUnusable) file.complete();
+  } catch (const FileError& error) {
+    session.diagnostics.badFile(options.output.file, error.what());
+  }
+}
+
+constexpr const char* help =
+    "Vertices are left out as long as no point of an outline or line comes to lie farther than "
+    "the\n"
+    "tolerance from the new one. Those that stay keep their digits, their order and their edge\n"
+    "elements; a line keeps its ends. Nothing in a feature comes to cross that did not cross\n"
+    "before, and no hole comes to lie outside. With a tolerance of 0 the vertices go that lie on\n"
+    "the segment between their neighbours.\n\n"
+    "Outlines with an area keep at least three vertices; those without one stay as they are when\n"
+    "fewer would be left. Ids, labels and properties are kept. What cannot be read is named on\n"
+    "standard error and not written, and the exit status is 1.\n\n"
+    "Examples:\n"
+    "  cntr simplify samples/coins.geojson --tolerance 0.5 -o coins.geojson\n"
+    "  cntr simplify samples/cell-edgelets.geojson --tolerance 1 -o - --to geojsonl";
+
+}  // namespace
+
+void addSimplify(CLI::App& app, Session& session) {
+  const auto options = std::make_shared<Options>();
+  CLI::App& command = *app.add_subcommand("simplify", "Leave out vertices within a tolerance");
+  addInputs(command, options->input);
+  addOutput(command, options->output);
+  command
+      .add_option("--tolerance", options->tolerance,
+                  "How far a point may come to lie from the new outline, in the unit of the "
+                  "coordinates")
+      ->required()
+      ->check(CLI::Validator(refusalOf, ""))
+      ->type_name("T");
+  command.footer(help);
+  command.callback([options, &session] { simplifyFiles(*options, session); });
+}
+
+}  // namespace tool
