@@ -213,6 +213,18 @@ TEST_F(Compare, AnAlignedFeatureMayLieAnywhere) {
   EXPECT_NEAR(y + answer["align_y"].get<double>(), 0.0, 1e-6);
 }
 
+TEST_F(Compare, AlignmentLosesNoDigitsOfAFeatureFarFromItsNominal) {
+  const std::string farNominal = polygon({ring(moved(plateOutline, 0.0, 1e9, 1e9))});
+  const std::string measured = polygon({ring(moved(plateOutline, 30.0, 0.0, 0.0))});
+  EXPECT_EQ(row(measured, farNominal, {"--align", "--tolerance", "1e-10"})["in_tolerance"], true);
+}
+
+TEST_F(Compare, AlignmentKeepsSizes) {
+  const Json answer = row(polygon({square(50, 60, 8)}), polygon({square(0, 0, 2)}), {"--align"});
+  EXPECT_NEAR(answer["iou"], 1.0 / 16.0, 1e-9);
+  EXPECT_NEAR(answer["area_difference"], 60.0, 1e-9);
+}
+
 TEST_F(Compare, DistancesHaveTheSameDigitsFarFromTheOrigin) {
   const std::string near = polygon({square(0.25, 0.5, 8)});
   const std::string nominal = polygon({square(0, 0, 10)});
