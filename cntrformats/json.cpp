@@ -9,32 +9,14 @@
 
 #include <simdjson.h>
 
+#include <cntrformats/characters.h>
+
 namespace formats {
 
 namespace {
 
 constexpr std::size_t longestExcerpt = 40;
 constexpr std::string_view blanks = " \t\r\n";
-
-/// The place of the first of these three characters from `at` on, or the end. Most blocks have none
-/// of them, which a compiler finds out for all bytes of a block at once.
-std::size_t findAny(std::string_view text, std::size_t at, char a, char b, char c) {
-  constexpr std::size_t block = 64;
-  const auto isOne = [=](char other) {
-    return static_cast<unsigned>(other == a) | static_cast<unsigned>(other == b) |
-           static_cast<unsigned>(other == c);
-  };
-  for (; at + block <= text.size(); at += block) {
-    const char* const bytes = text.data() + at;
-    unsigned char found = 0;
-    for (std::size_t k = 0; k < block; ++k) {
-      found = static_cast<unsigned char>(found | isOne(bytes[k]));
-    }
-    if (found != 0) break;
-  }
-  while (at < text.size() && isOne(text[at]) == 0) ++at;
-  return at;
-}
 
 std::size_t skipBlanks(std::string_view text, std::size_t at) {
   return std::min(text.find_first_not_of(blanks, at), text.size());

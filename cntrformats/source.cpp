@@ -69,6 +69,14 @@ std::size_t Source::findFirst() {
   }
 }
 
+bool Source::appendTo(std::string& text, std::size_t most) {
+  if (sgetc() == traits_type::eof()) return false;
+  const std::size_t count = std::min(most, static_cast<std::size_t>(egptr() - gptr()));
+  text.append(gptr(), count);
+  gbump(static_cast<int>(count));
+  return true;
+}
+
 std::uint64_t Source::position() const {
   return passed_ + static_cast<std::uint64_t>(gptr() - eback());
 }

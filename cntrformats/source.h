@@ -37,6 +37,9 @@ class Source : public std::streambuf {
   /// beginning.
   std::string_view firstLine();
 
+  /// Appends bytes that are at hand to `text`, at most so many; waits for the first of them. False
+  /// at the end.
+  bool appendTo(std::string& text, std::size_t most);
   /// How many bytes have been read.
   std::uint64_t position() const;
   /// True when the next byte has not arrived yet.

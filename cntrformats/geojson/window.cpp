@@ -4,6 +4,7 @@
 
 #include <algorithm>
 
+#include <cntrformats/characters.h>
 #include <cntrformats/errors.h>
 #include <cntrformats/json.h>
 
@@ -61,19 +62,12 @@ bool Window::more(std::size_t& begin) {
     counted_ = 0;
     begin = 0;
   }
-  if (source_.sgetc() == Source::traits_type::eof()) return false;
-  const std::size_t size = text_.size();
-  const std::size_t count =
-      std::min(step_, static_cast<std::size_t>(std::max<std::streamsize>(1, source_.in_avail())));
-  text_.resize(size + count);
-  text_.resize(size + static_cast<std::size_t>(
-                          source_.sgetn(text_.data() + size, static_cast<std::streamsize>(count))));
-  return true;
+  return source_.appendTo(text_, step_);
 }
 
 void Window::countLines(std::size_t end) {
   const std::string_view passed = std::string_view(text_).substr(counted_, end - counted_);
-  const auto lines = static_cast<std::size_t>(std::count(passed.begin(), passed.end(), '\n'));
+  const std::size_t lines = countOf(passed, '\n');
   before_ = lines == 0 ? before_ + passed.size() : passed.size() - passed.rfind('\n') - 1;
   line_ += lines;
   counted_ = end;

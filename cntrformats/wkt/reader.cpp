@@ -9,12 +9,12 @@
 #include <algorithm>
 #include <array>
 #include <cctype>
-#include <charconv>
 #include <cmath>
 #include <memory>
 #include <string_view>
 #include <utility>
 
+#include <cntrformats/characters.h>
 #include <cntrformats/errors.h>
 #include <cntrformats/lines.h>
 #include <cntrformats/number.h>
@@ -177,7 +177,7 @@ class Parser {
   double number() {
     double value = 0.0;
     const char* const end = rest_.data() + rest_.size();
-    const auto [after, error] = std::from_chars(rest_.data(), end, value);
+    const auto [after, error] = readNumber(rest_.data(), end, value);
     const bool isWhole =
         after == end || *after == ' ' || *after == ',' || *after == ')' || *after == '\n';
     if (error == std::errc() && isWhole && std::isfinite(value)) {
@@ -187,7 +187,7 @@ class Parser {
     return unusualNumber();
   }
 
-  /// With a sign that std::from_chars does not take, or none at all.
+  /// With a sign that readNumber() does not take, or none at all.
   double unusualNumber() {
     const std::size_t length = std::min(rest_.find_first_of(" \t\r\n,()"), rest_.size());
     const std::string_view text = rest_.substr(0, length);
@@ -297,7 +297,8 @@ class Gatherer {
 
  private:
   void count(const std::string& line) {
-    depth_ += std::count(line.begin(), line.end(), '(') - std::count(line.begin(), line.end(), ')');
+    depth_ += static_cast<std::ptrdiff_t>(countOf(line, '('));
+    depth_ -= static_cast<std::ptrdiff_t>(countOf(line, ')'));
     depth_ = std::max<std::ptrdiff_t>(0, depth_);
   }
 

@@ -31,6 +31,21 @@ TEST(Source, LookingAheadLeavesEverythingToBeRead) {
   EXPECT_EQ(looked.position(), text.size());
 }
 
+TEST(Source, HandsOverNoMoreThanIsAskedForAndEverythingInTheEnd) {
+  const std::string path = repositoryDirectory() + "/samples/coins.geojson";
+  Source plain(path);
+  const std::string expected = all(plain);
+  Source source(path);
+  source.firstLine();
+  std::string text = "before";
+  EXPECT_TRUE(source.appendTo(text, 7));
+  EXPECT_EQ(text, "before" + expected.substr(0, 7));
+  EXPECT_EQ(source.position(), 7U);
+  while (source.appendTo(text, 1000)) EXPECT_EQ(source.position(), text.size() - 6);
+  EXPECT_EQ(text, "before" + expected);
+  EXPECT_FALSE(source.appendTo(text, 1000));
+}
+
 TEST(Source, AFileThatCannotBeReadSaysWhy) {
   try {
     Source source("/nowhere/at/all");
