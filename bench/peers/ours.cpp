@@ -162,7 +162,7 @@ void describe() {
   askOnce("hausdorff", us, Plan{"S", {100, 1000}}, [isMeasured](const Work& given) {
     const std::vector<qcContour> nominal{{given.outline, true, 0}};
     return std::pair(&setNothing, [measured = isMeasured(given), nominal] {
-      return qf_Hausdorff(measured, nominal, 0.01);
+      return qf_Hausdorff(measured, nominal, hausdorffTolerance);
     });
   });
   onPoints("huMoments", smoothStars, [](const Points& points) { return qf_HuMoments(points)[0]; });

@@ -55,6 +55,9 @@ inline const Plan smoothStars{"S", {100, 1000, 10000, 100000}};
 
 /// A millionth of the outlines' extent, or a little more.
 constexpr double inscribedTolerance = 1e-3;
+/// How far below the true one a Hausdorff distance may be. Libraries that find a tenth of it take
+/// ten times as long.
+constexpr double hausdorffTolerance = 0.1;
 
 std::string nameOf(const std::string& question, char shape, std::size_t vertices,
                    const std::string& who);

@@ -42,13 +42,14 @@ TEST(CommandLine, HelpIsAllWell) {
   const auto result = run({"--help"});
   EXPECT_EQ(result.status, 0);
   EXPECT_EQ(result.messages, "");
-  for (const char* command : {"measure", "query", "repair", "combine", "offset", "draw", "convert"})
+  for (const char* command :
+       {"measure", "query", "repair", "combine", "offset", "compare", "draw", "convert"})
     EXPECT_THAT(result.out, HasSubstr(command));
 }
 
 TEST(CommandLine, EveryCommandHasHelpWithExamples) {
   for (const char* command :
-       {"measure", "query", "repair", "combine", "offset", "draw", "convert"}) {
+       {"measure", "query", "repair", "combine", "offset", "compare", "draw", "convert"}) {
     const auto result = run({command, "--help"});
     EXPECT_EQ(result.status, 0);
     EXPECT_THAT(result.out, HasSubstr(std::string("\n  cntr ") + command + " ")) << command;
