@@ -14,7 +14,9 @@
 
 #pragma once
 
+#include <cstdint>
 #include <memory>
+#include <span>
 #include <vector>
 
 #include <cntr/contourdefs.h>
@@ -116,6 +118,15 @@ class CNTR_EXPORT qcContour : public virtual qcPersistent, public virtual qcRepB
   long closestVertexIndex(const qcVector<2>& p) const;
   /// Distance from p to closestPoint(p, vertexOnly).
   double distToPoint(const qcVector<2>& p, bool vertexOnly) const;
+  /// closestPoint(points[i], vertexOnly) in answers[i], for all i; in less time than one by one,
+  /// because each search begins where that for a neighbouring point ended. Throws BadParams
+  /// "as many answers as points are needed", and answers nothing, when the numbers differ; throws
+  /// nothing else when there are no points. O(m) memory for m points. The lists may not overlap.
+  void closestPoint(std::span<const qcVector<2>> points, bool vertexOnly,
+                    std::span<qcVector<2>> answers) const;
+  /// The same for distToPoint(points[i], vertexOnly).
+  void distToPoint(std::span<const qcVector<2>> points, bool vertexOnly,
+                   std::span<double> answers) const;
 
   /// The vertices as a polygon (even-odd). That of a closed contour repeats its first vertex at the
   /// end, so that a contour made from it is closed again. Empty for a contour without vertices.
@@ -155,6 +166,9 @@ class CNTR_EXPORT qcContour : public virtual qcPersistent, public virtual qcRepB
   /// touches counted. Throws EmptyContour when this contour has fewer than 2 vertices. The cost of
   /// as many segments; there may be as many crossings as pairs of edges.
   std::vector<qcVector<2>> intersections(const qcContour& other) const;
+  /// True when intersections(segment, countEndpointTouches) has a point: the search ends with the
+  /// first. Throws EmptyContour for fewer than 2 vertices.
+  bool isCrossedBy(const qcLineSeg& segment, bool countEndpointTouches) const;
   /// True when an edge crosses another one away from its own ends. Edges that only meet at a vertex
   /// or overlap along a line do not count; a vertex in the interior of another edge does. False for
   /// fewer than 2 vertices. O(n log n) for well-behaved outlines, also where many edges lie side by
@@ -260,6 +274,9 @@ class CNTR_EXPORT qcContour : public virtual qcPersistent, public virtual qcRepB
 
   unsigned long label_;
   bool closed_;
+  /// What questions about containment have cost so far, see cntr/index/policy.h. Here and not among
+  /// the remembered answers, so that a small shape asked about one point allocates nothing.
+  mutable std::uint32_t containmentWork_ = 0;
   /// Never null; never changed in place, because copies share it.
   std::shared_ptr<std::vector<qcVector<2>>> points_;
   long cachedVectorSize_ = 3;

@@ -9,6 +9,7 @@
 #include <initializer_list>
 #include <memory>
 #include <optional>
+#include <span>
 #include <vector>
 
 #include <cntr/contour.h>
@@ -107,18 +108,30 @@ class CNTR_EXPORT qcRegion : public virtual qcContour {
   /// twice the largest distance of a vertex from the first one: for points near a corner of the
   /// bounding box it can fall short of the far side.
   ///
-  /// For each boundary O(log n) for well-behaved outlines, mostly O(1) once it has been asked often
-  /// (which takes up to 100 bytes for each vertex and 2,000 more), O(n log n) at worst. Each hole
-  /// is decided only once, however many handles lead to it.
+  /// For each boundary O(n) for the first few points; then O(log n) for well-behaved outlines,
+  /// mostly O(1) once it has been asked very often (which takes up to 100 bytes for each vertex and
+  /// 2,000 more), O(n log n) at worst. Each hole is decided only once, however many handles lead to
+  /// it.
   bool inside(const qcVector<2>& p, bool considerHoles) const;
+  /// inside(points[i], considerHoles) in answers[i], for all i; in less time than one by one.
+  /// Throws BadParams "as many answers as points are needed", and answers nothing, when the numbers
+  /// differ; nothing else when there are no points. A std::vector<bool> is no list of bool.
+  void inside(std::span<const qcVector<2>> points, bool considerHoles,
+              std::span<bool> answers) const;
   /// Distance from p to the nearest boundary point or vertex; 0 when `zeroIfInside` and
   /// inside(p, considerHoles).
   double distToPoint(const qcVector<2>& p, bool vertexOnly, bool considerHoles,
                      bool zeroIfInside) const;
+  /// The same for many points, see inside() and qcContour::closestPoint() of many.
+  void distToPoint(std::span<const qcVector<2>> points, bool vertexOnly, bool considerHoles,
+                   bool zeroIfInside, std::span<double> answers) const;
   /// The nearest vertex, or boundary point, of the outline and the holes; the outline
   /// and earlier holes win ties. `considerHoles` matters with `vertexOnly` alone: otherwise holes
   /// are always searched; ask the contour, closestPoint(p, false), for the outline.
   qcVector<2> closestPoint(const qcVector<2>& p, bool vertexOnly, bool considerHoles) const;
+  /// The same for many points, see qcContour::closestPoint() of many.
+  void closestPoint(std::span<const qcVector<2>> points, bool vertexOnly, bool considerHoles,
+                    std::span<qcVector<2>> answers) const;
   /// The index of the nearest vertex and, in `holeIndex`, the hole whose boundary it belongs to
   /// (-1: the outline).
   long closestVertexIndex(const qcVector<2>& p, bool considerHoles, long& holeIndex) const;
@@ -200,13 +213,23 @@ class CNTR_EXPORT qcRegion : public virtual qcContour {
   /// Crossings of a ray from p with the outline; with `bothDirections` the smaller number of
   /// the ray and its opposite.
   CNTR_LOCAL long insideCount(const qcVector<2>& p, bool bothDirections) const;
-  /// Counts a question and makes the grid that answers most of them, once there have been enough;
-  /// null until then, and for boundaries that can have none. REQUIRES: it is not known.
+  /// Makes the grid that answers most questions, once they have cost enough; null until then, and
+  /// for boundaries that can have none. REQUIRES: it is not known.
   CNTR_LOCAL const cntr::index::ContainmentGrid* containmentGrid() const;
   /// That grid, or null.
   CNTR_LOCAL const cntr::index::ContainmentGrid* knownContainmentGrid() const;
+  /// The one that is there, or a new one when it is time, or null.
+  CNTR_LOCAL const cntr::index::ContainmentGrid* gridToAsk() const;
   /// True when insideCount(p, false) is odd.
   CNTR_LOCAL bool isInsideBoundary(const qcVector<2>& p) const;
+  /// The same in answers[i] for points[i].
+  CNTR_LOCAL void areInsideBoundary(std::span<const qcVector<2>> points,
+                                    std::span<bool> answers) const;
+  /// The same by even-odd parity, where that decides; else by the ray. Counts the work.
+  CNTR_LOCAL bool isInsideWithoutGrid(const qcVector<2>& p) const;
+  CNTR_LOCAL void addContainmentWork(std::size_t work) const;
+  /// REQUIRES: the outline holds p.
+  CNTR_LOCAL bool isInHole(const qcVector<2>& p) const;
   CNTR_LOCAL qcVector<2> centerOfMassWithHoles() const;
   /// The box of the outline and of all holes; nothing when asking the region could throw: a
   /// null hole, a boundary of fewer than 2 vertices, coordinates that are not finite.

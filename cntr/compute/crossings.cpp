@@ -33,17 +33,6 @@ void forEachCrossing(const CrossingTarget& target, const qcVector<2>& a, const q
   }
 }
 
-bool isCrossed(const CrossingTarget& target, const plane::Edge& segment,
-               bool countEndpointTouches) {
-  bool crossed = false;
-  forEachCrossing(target, segment.from, segment.to, countEndpointTouches,
-                  [&](const qcVector<2>&, std::size_t, const Probe&) {
-                    crossed = true;
-                    return false;
-                  });
-  return crossed;
-}
-
 struct Keyed {
   double key;
   Crossing crossing;
@@ -98,6 +87,17 @@ std::size_t countCrossings(const CrossingTarget& target, const qcVector<2>& a, c
                     return true;
                   });
   return count;
+}
+
+bool isCrossed(const CrossingTarget& target, const plane::Edge& segment,
+               bool countEndpointTouches) {
+  bool crossed = false;
+  forEachCrossing(target, segment.from, segment.to, countEndpointTouches,
+                  [&](const qcVector<2>&, std::size_t, const Probe&) {
+                    crossed = true;
+                    return false;
+                  });
+  return crossed;
 }
 
 bool crosses(const CrossingTarget& target, const plane::Path& other) {

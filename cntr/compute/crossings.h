@@ -36,6 +36,9 @@ std::vector<Crossing> crossings(const CrossingTarget& target, const qcVector<2>&
 std::size_t countCrossings(const CrossingTarget& target, const qcVector<2>& a, const qcVector<2>& b,
                            bool countEndpointTouches);
 
+/// True when there are any crossings().
+bool isCrossed(const CrossingTarget& target, const plane::Edge& segment, bool countEndpointTouches);
+
 /// True when an edge of `other` crosses the path of `target`, end touches counted.
 bool crosses(const CrossingTarget& target, const plane::Path& other);
 

@@ -72,11 +72,13 @@ bool isBeyond(const plane::Box& box, const qcVector<2>& p, const NearestCandidat
   return plane::squaredDistance(box, p) > best.limit();
 }
 
-}  // namespace
+/// The candidate to begin with, if any. It changes no answer: the search would meet it anyway.
+using Start = std::optional<std::size_t>;
 
-std::size_t closestVertex(const plane::Path& path, const index::EdgeIndex* index,
-                          const qcVector<2>& p) {
+std::size_t searchVertex(const plane::Path& path, const index::EdgeIndex* index,
+                         const qcVector<2>& p, Start start) {
   NearestCandidate best(0.0);
+  if (start) best.offer(p - path.points[*start], *start);
   if (!path.closed) best.offer(p - path.points.front(), 0);
   searchRuns(path, index, p, best, [&](std::size_t first, std::size_t last) {
     for (std::size_t v = path.endOf(first); v < path.endOf(last); ++v) {
@@ -86,11 +88,15 @@ std::size_t closestVertex(const plane::Path& path, const index::EdgeIndex* index
   return best.number();
 }
 
-qcVector<2> closestPoint(const plane::Path& path, const index::EdgeIndex* index,
-                         const qcVector<2>& p) {
+Start searchEdge(const plane::Path& path, const index::EdgeIndex* index, const qcVector<2>& p,
+                 Start start) {
   NearestCandidate best(
       index == nullptr ? 0.0
                        : plane::nearestPointRounding(plane::largestCoordinate(index->bounds(), p)));
+  if (start) {
+    const plane::Edge edge = path.edge(*start);
+    best.offer(p - qnKernel::closestOnSegment(p, edge.from, edge.to), *start);
+  }
   searchRuns(path, index, p, best, [&](std::size_t first, std::size_t last) {
     // The boxes of single edges are worth looking at once something near has been found.
     const bool isLater = index != nullptr && best.isFound();
@@ -103,9 +109,35 @@ qcVector<2> closestPoint(const plane::Path& path, const index::EdgeIndex* index,
       from = to;
     }
   });
-  if (!best.isFound()) return {};
-  const plane::Edge edge = path.edge(best.number());
+  return best.isFound() ? Start(best.number()) : std::nullopt;
+}
+
+qcVector<2> pointOf(const plane::Path& path, Start edgeNumber, const qcVector<2>& p) {
+  if (!edgeNumber) return {};
+  const plane::Edge edge = path.edge(*edgeNumber);
   return qnKernel::closestOnSegment(p, edge.from, edge.to);
+}
+
+}  // namespace
+
+std::size_t closestVertex(const plane::Path& path, const index::EdgeIndex* index,
+                          const qcVector<2>& p) {
+  return searchVertex(path, index, p, {});
+}
+
+qcVector<2> closestPoint(const plane::Path& path, const index::EdgeIndex* index,
+                         const qcVector<2>& p) {
+  return pointOf(path, searchEdge(path, index, p, {}), p);
+}
+
+std::size_t NearestSearch::closestVertex(const qcVector<2>& p) {
+  lastVertex_ = searchVertex(path_, index_, p, lastVertex_);
+  return *lastVertex_;
+}
+
+qcVector<2> NearestSearch::closestPoint(const qcVector<2>& p) {
+  lastEdge_ = searchEdge(path_, index_, p, lastEdge_);
+  return pointOf(path_, lastEdge_, p);
 }
 
 }  // namespace cntr::compute

@@ -7,6 +7,7 @@
 #pragma once
 
 #include <cstddef>
+#include <optional>
 
 #include <cntr/index/edgeindex.h>
 #include <cntr/plane/path.h>
@@ -22,5 +23,23 @@ std::size_t closestVertex(const plane::Path& path, const index::EdgeIndex* index
 /// The nearest point of the first nearest edge; (0, 0) when no distance is finite.
 qcVector<2> closestPoint(const plane::Path& path, const index::EdgeIndex* index,
                          const qcVector<2>& p);
+
+/// The same for many points: each search begins with the answer before it, which rules out most of
+/// the path when that was for a point nearby (see visitingOrder() in visitingorder.h).
+class NearestSearch {
+ public:
+  /// REQUIRES: `path`, which has an edge, and `index` outlive the search.
+  NearestSearch(const plane::Path& path, const index::EdgeIndex* index)
+      : path_(path), index_(index) {}
+
+  std::size_t closestVertex(const qcVector<2>& p);
+  qcVector<2> closestPoint(const qcVector<2>& p);
+
+ private:
+  plane::Path path_;
+  const index::EdgeIndex* index_;
+  std::optional<std::size_t> lastVertex_;
+  std::optional<std::size_t> lastEdge_;
+};
 
 }  // namespace cntr::compute

@@ -220,13 +220,6 @@ std::size_t ContainmentGrid::rowOf(double y) const noexcept {
   return clampedFloor((y - bounds_.minY) * rowsPerUnit_, layout_.rows);
 }
 
-bool ContainmentGrid::rayEndsOutside(const qcVector<2>& p) const noexcept {
-  if (rayAlwaysEndsOutside_ || p.distance(first_) <= radius_ - edgeMargin) return true;
-  const qcVector<2> farthest(std::max(p.x() - bounds_.minX, bounds_.maxX - p.x()),
-                             std::max(p.y() - bounds_.minY, bounds_.maxY - p.y()));
-  return farthest.len() <= 2.0 * radius_ - edgeMargin;
-}
-
 // Both conditions hold on convex sets of points: what holds at the corners, slightly widened, holds
 // in the cell when it is the same condition at each of them.
 bool ContainmentGrid::rayEndsOutsideFromCell(std::size_t column, std::size_t row) const noexcept {
@@ -294,7 +287,10 @@ ContainmentGrid::Answer ContainmentGrid::locate(std::span<const qcVector<2>> poi
     if ((cell & eNeedsRay) != 0) return Answer::eUnknown;
     return (cell & eParity) != 0 ? Answer::eInside : Answer::eOutside;
   }
-  if (!rayEndsOutside(p) || !keepsClear(points, edgesOf(cell), p)) return Answer::eUnknown;
+  if (!rayAlwaysEndsOutside_ && !rayEndsOutside(bounds_, first_, radius_, p)) {
+    return Answer::eUnknown;
+  }
+  if (!keepsClear(points, edgesOf(cell), p)) return Answer::eUnknown;
   return isInside(points, column, row, p) ? Answer::eInside : Answer::eOutside;
 }
 

@@ -28,17 +28,30 @@
 // A cell that no edge comes near, by the larger margin m / sin(pi / (2n)) of (b), holds its answer.
 // A mixed cell lists the edges that come near: they decide (b) and (c), and parity is counted from
 // the point along its row to the next cell that holds an answer. Where a condition fails, the grid
-// has no answer and the ray must be cast.
+// has no answer and the ray must be cast. Before there is a grid, compute/evenodd.h answers under
+// the same conditions.
 
 #pragma once
 
+#include <algorithm>
 #include <cstdint>
 #include <span>
 #include <vector>
 
 #include <cntr/plane/box.h>
+#include <cntr/plane/tolerances.h>
 
 namespace cntr::index {
+
+/// Condition (d), from the bounding box of the vertices, the first of them, and the largest
+/// distance of a vertex from that.
+inline bool rayEndsOutside(const plane::Box& bounds, const qcVector<2>& first, double radius,
+                           const qcVector<2>& p) noexcept {
+  if (p.distance(first) <= radius - plane::containmentMargin) return true;
+  const qcVector<2> farthest(std::max(p.x() - bounds.minX, bounds.maxX - p.x()),
+                             std::max(p.y() - bounds.minY, bounds.maxY - p.y()));
+  return farthest.len() <= 2.0 * radius - plane::containmentMargin;
+}
 
 /// Answers containment questions about one closed path, which it does not keep.
 class ContainmentGrid {
@@ -76,8 +89,6 @@ class ContainmentGrid {
 
   std::size_t columnOf(double x) const noexcept;
   std::size_t rowOf(double y) const noexcept;
-  /// Condition (d).
-  bool rayEndsOutside(const qcVector<2>& p) const noexcept;
   bool rayEndsOutsideFromCell(std::size_t column, std::size_t row) const noexcept;
   std::span<const std::uint32_t> edgesOf(Cell cell) const noexcept;
   /// Conditions (b) and (c).

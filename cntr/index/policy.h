@@ -30,16 +30,35 @@ constexpr bool wantsEdgeIndex(std::size_t edges) noexcept { return edges >= 32; 
 /// index 0.14 and 0.74 us; making that takes 3.4 and 330 us, as long as 4 scans.
 constexpr bool wantsIndexForDirections(std::size_t directions) noexcept { return directions > 4; }
 
-/// The containment grid: `queries` points were asked about so far, this one included.
-///
-/// n                  100  1000  10000  100000
-/// make               7.2    50    420    6600  us
-/// one point, by ray  0.7   1.3    2.8     7.3
-/// made after           2    16    157    1563  points
-/// costs as much as    10    39    150     900  rays
-constexpr bool wantsContainmentGrid(std::size_t vertices, std::size_t queries) noexcept {
-  constexpr std::size_t verticesPerQuery = 64;
-  return queries >= 1 + vertices / verticesPerQuery;
+// Containment. A question that no grid answers is answered by even-odd parity (compute/evenodd.h)
+// and costs work: the vertices, edges and boxes that it looks at. They are added up over the
+// questions; 1 to 2 ns each. Where parity fails the ray is cast, with which no index helps more.
+//
+// n                       16    100   1000  10000  100000
+// take the extents      0.03   0.16    1.5     15     154  us
+// parity, scan            17     99    720   7900   80000  ns
+// make boxes            0.08   0.34    4.2     35     424  us
+// parity, boxes           16     20     22     35      24  ns (spikes: 3000 for 100,000)
+// make grid              3.5     10     92    960   15400  us
+// grid                     6      7      6      6       5  ns
+
+/// The extents of the vertices are remembered from the second point on: a shape that is asked about
+/// one point allocates nothing.
+constexpr bool remembersExtents(std::size_t work) noexcept { return work > 0; }
+
+/// Boxes over the edges, once as much work has gone by as it takes to make them; or where they are
+/// there already.
+constexpr bool wantsEdgeIndexForParity(std::size_t vertices, std::size_t work,
+                                       bool isThere) noexcept {
+  constexpr std::size_t workPerVertex = 4;
+  return wantsEdgeIndex(vertices) && (isThere || work >= workPerVertex * vertices);
+}
+
+/// The grid, once as much work has gone by as it takes to make it.
+constexpr bool wantsContainmentGrid(std::size_t vertices, std::size_t work) noexcept {
+  constexpr std::size_t workPerVertex = 64;
+  constexpr std::size_t verticesOfEmptyGrid = 32;
+  return work >= workPerVertex * (vertices + verticesOfEmptyGrid);
 }
 
 /// The regions of a set by place, made for its first question.

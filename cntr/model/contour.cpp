@@ -59,6 +59,7 @@ qcContour::qcContour(const qcContour& other)
       qcRepBase(other),
       label_(other.label_),
       closed_(other.closed_),
+      containmentWork_(other.containmentWork_),
       points_(other.points_),
       cachedVectorSize_(other.cachedVectorSize_),
       cache_(other.cache_ ? std::make_unique<qc_ContourCache>(*other.cache_) : nullptr) {}
@@ -70,6 +71,7 @@ qcContour& qcContour::operator=(const qcContour& other) {
   points_ = other.points_;
   label_ = other.label_;
   closed_ = other.closed_;
+  containmentWork_ = other.containmentWork_;
   cachedVectorSize_ = other.cachedVectorSize_;
   cache_ = std::move(cacheCopy);
   return *this;
@@ -122,6 +124,7 @@ void qcContour::makePointsConsistentWithData() {}
 
 void qcContour::cleanCacheInfo() {
   mutating_();
+  containmentWork_ = 0;
   cache_.reset();
 }
 

@@ -96,6 +96,12 @@ std::vector<qcVector<2>> qcContour::intersections(const qcContour& other) const 
   return points;
 }
 
+bool qcContour::isCrossedBy(const qcLineSeg& segment, bool countEndpointTouches) const {
+  checkEmptyContour();
+  return cntr::compute::isCrossed(crossingTarget(), {segment.p1(), segment.p2()},
+                                  countEndpointTouches);
+}
+
 bool qcContour::isSelfIntersecting() const {
   if (points().size() < 2) return false;
   std::optional<bool>& known = cache().isSelfIntersecting;

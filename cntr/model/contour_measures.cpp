@@ -5,9 +5,11 @@
 
 #include <cntr/compute/length.h>
 #include <cntr/compute/nearest.h>
+#include <cntr/compute/visitingorder.h>
 #include <cntr/contour.h>
 #include <cntr/ellipse.h>
 #include <cntr/model/contourcache.h>
+#include <cntr/model/manypoints.h>
 #include <platform/core/hull.h>
 
 double qcContour::length() const {
@@ -44,6 +46,26 @@ long qcContour::closestVertexIndex(const qcVector<2>& p) const {
 
 double qcContour::distToPoint(const qcVector<2>& p, bool vertexOnly) const {
   return p.distance(closestPoint(p, vertexOnly));
+}
+
+void qcContour::closestPoint(std::span<const qcVector<2>> asked, bool vertexOnly,
+                             std::span<qcVector<2>> answers) const {
+  cntr::model::checkSameSize(asked.size(), answers.size());
+  if (asked.empty()) return;
+  checkEmptyContour();
+  cntr::compute::NearestSearch search(path(), edgeIndex());
+  for (const std::size_t i : cntr::compute::visitingOrder(asked)) {
+    answers[i] =
+        vertexOnly ? points()[search.closestVertex(asked[i])] : search.closestPoint(asked[i]);
+  }
+}
+
+void qcContour::distToPoint(std::span<const qcVector<2>> asked, bool vertexOnly,
+                            std::span<double> answers) const {
+  cntr::model::checkSameSize(asked.size(), answers.size());
+  std::vector<qcVector<2>> nearest(asked.size());
+  closestPoint(asked, vertexOnly, nearest);
+  for (std::size_t i = 0; i < asked.size(); ++i) answers[i] = asked[i].distance(nearest[i]);
 }
 
 qcPolygon qcContour::polygon() const {

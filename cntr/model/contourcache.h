@@ -10,6 +10,7 @@
 #include <optional>
 #include <vector>
 
+#include <cntr/compute/evenodd.h>
 #include <cntr/index/containmentgrid.h>
 #include <cntr/index/edgeindex.h>
 #include <cntr/index/vertexgrid.h>
@@ -49,9 +50,9 @@ struct qc_ContourCache {
   std::shared_ptr<const cntr::index::EdgeIndex> edgeIndex;
   /// Directions asked for while there was no index of the edges.
   std::size_t directions = 0;
-  /// Points asked about while there was no grid of containment, and that grid, unless the outline
-  /// has been found to have none.
-  std::size_t containmentQueries = 0;
+  /// For points asked about while there is no grid of containment.
+  std::optional<cntr::compute::Extents> extents;
+  /// That grid, unless the outline has been found to have none.
   std::shared_ptr<const cntr::index::ContainmentGrid> containmentGrid;
   bool hasNoContainmentGrid = false;
   /// One for each tolerance that was asked for.

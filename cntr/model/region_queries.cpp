@@ -4,12 +4,16 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
+#include <memory>
 #include <unordered_map>
 #include <unordered_set>
 
 #include <cntr/compute/containment.h>
+#include <cntr/compute/evenodd.h>
 #include <cntr/index/policy.h>
 #include <cntr/model/contourcache.h>
+#include <cntr/model/manypoints.h>
 #include <cntr/region.h>
 
 namespace {
@@ -70,11 +74,9 @@ long qcRegion::insideCount(const qcVector<2>& p, bool bothDirections) const {
 
 const cntr::index::ContainmentGrid* qcRegion::containmentGrid() const {
   using cntr::index::ContainmentGrid;
+  if (!cntr::index::wantsContainmentGrid(points().size(), containmentWork_)) return nullptr;
   qc_ContourCache& known = cache();
-  if (known.hasNoContainmentGrid ||
-      !cntr::index::wantsContainmentGrid(points().size(), ++known.containmentQueries)) {
-    return nullptr;
-  }
+  if (known.hasNoContainmentGrid) return nullptr;
   if (!ContainmentGrid::isPossible(points(), bounds())) {
     known.hasNoContainmentGrid = true;
     return nullptr;
@@ -89,40 +91,132 @@ const cntr::index::ContainmentGrid* qcRegion::knownContainmentGrid() const {
   return isValid ? cache_->containmentGrid.get() : nullptr;
 }
 
-bool qcRegion::isInsideBoundary(const qcVector<2>& p) const {
-  using Answer = cntr::index::ContainmentGrid::Answer;
-  const cntr::index::ContainmentGrid* grid = knownContainmentGrid();
-  if (grid == nullptr) {
-    qcContour::checkEmptyContour();
-    grid = containmentGrid();
-  }
-  if (grid != nullptr) {
-    const Answer answer = grid->locate(points(), p);
-    if (answer != Answer::eUnknown) {
-      ++cache_->waysTaken.grid;
-      return answer == Answer::eInside;
-    }
-  }
-  return insideCount(p, false) % 2 != 0;
+const cntr::index::ContainmentGrid* qcRegion::gridToAsk() const {
+  const cntr::index::ContainmentGrid* const known = knownContainmentGrid();
+  if (known != nullptr) return known;
+  qcContour::checkEmptyContour();
+  return containmentGrid();
 }
 
-bool qcRegion::inside(const qcVector<2>& p, bool considerHoles) const {
-  if (!isInsideBoundary(p)) return false;
-  if (!considerHoles) return true;
+bool qcRegion::isInsideBoundary(const qcVector<2>& p) const {
+  using Answer = cntr::index::ContainmentGrid::Answer;
+  const cntr::index::ContainmentGrid* const grid = gridToAsk();
+  if (grid == nullptr) return isInsideWithoutGrid(p);
+  const Answer answer = grid->locate(points(), p);
+  if (answer == Answer::eUnknown) return insideCount(p, false) % 2 != 0;
+  ++cache_->waysTaken.grid;
+  return answer == Answer::eInside;
+}
+
+void qcRegion::areInsideBoundary(std::span<const qcVector<2>> asked,
+                                 std::span<bool> answers) const {
+  using Answer = cntr::index::ContainmentGrid::Answer;
+  const cntr::index::ContainmentGrid* grid = gridToAsk();
+  std::size_t i = 0;
+  for (; grid == nullptr && i < asked.size(); ++i) {
+    answers[i] = isInsideWithoutGrid(asked[i]);
+    grid = containmentGrid();
+  }
+  const std::span<const qcVector<2>> vertices = points();
+  std::size_t answered = 0;
+  for (; i < asked.size(); ++i) {
+    const Answer answer = grid->locate(vertices, asked[i]);
+    const bool isKnown = answer != Answer::eUnknown;
+    answers[i] = isKnown ? answer == Answer::eInside : insideCount(asked[i], false) % 2 != 0;
+    answered += isKnown ? 1 : 0;
+  }
+  if (answered > 0) cache_->waysTaken.grid += answered;
+}
+
+bool qcRegion::isInsideWithoutGrid(const qcVector<2>& p) const {
+  using Answer = cntr::index::ContainmentGrid::Answer;
+  const std::size_t n = points().size();
+  cntr::compute::Parity parity;
+  if (cntr::index::remembersExtents(containmentWork_)) {
+    qc_ContourCache& known = cache();
+    if (!known.extents) known.extents = cntr::compute::extentsOf(points());
+    const bool hasIndex = known.edgeIndex != nullptr;
+    parity = cntr::index::wantsEdgeIndexForParity(n, containmentWork_, hasIndex)
+                 ? cntr::compute::evenOdd(points(), *edgeIndex(), *known.extents, p)
+                 : cntr::compute::evenOdd(points(), *known.extents, p);
+  } else {
+    parity = cntr::compute::evenOdd(points(), cntr::compute::extentsOf(points()), p);
+    parity.work += n;
+  }
+  addContainmentWork(parity.work);
+  if (parity.answer == Answer::eUnknown) return insideCount(p, false) % 2 != 0;
+  if (cache_) ++cache_->waysTaken.parity;
+  return parity.answer == Answer::eInside;
+}
+
+void qcRegion::addContainmentWork(std::size_t work) const {
+  constexpr std::size_t most = std::numeric_limits<std::uint32_t>::max();
+  containmentWork_ = static_cast<std::uint32_t>(std::min(most, containmentWork_ + work));
+}
+
+bool qcRegion::isInHole(const qcVector<2>& p) const {
   std::optional<NestedHoles> nested;
   for (const auto& hole : holes_) {
     if (!hole->isInsideBoundary(p)) continue;
-    if (hole->holes_.empty()) return false;
+    if (hole->holes_.empty()) return true;
     if (!nested) nested.emplace(p);
-    if (nested->contains(*hole)) return false;
+    if (nested->contains(*hole)) return true;
   }
-  return true;
+  return false;
+}
+
+bool qcRegion::inside(const qcVector<2>& p, bool considerHoles) const {
+  return isInsideBoundary(p) && !(considerHoles && isInHole(p));
+}
+
+void qcRegion::inside(std::span<const qcVector<2>> points, bool considerHoles,
+                      std::span<bool> answers) const {
+  cntr::model::checkSameSize(points.size(), answers.size());
+  if (points.empty()) return;
+  areInsideBoundary(points, answers);
+  if (!considerHoles || holes_.empty()) return;
+  for (std::size_t i = 0; i < points.size(); ++i) {
+    answers[i] = answers[i] && !isInHole(points[i]);
+  }
 }
 
 double qcRegion::distToPoint(const qcVector<2>& p, bool vertexOnly, bool considerHoles,
                              bool zeroIfInside) const {
   if (zeroIfInside && inside(p, considerHoles)) return 0.0;
   return p.distance(closestPoint(p, vertexOnly, considerHoles));
+}
+
+void qcRegion::distToPoint(std::span<const qcVector<2>> points, bool vertexOnly, bool considerHoles,
+                           bool zeroIfInside, std::span<double> answers) const {
+  cntr::model::checkSameSize(points.size(), answers.size());
+  std::vector<std::size_t> numbers;
+  std::vector<qcVector<2>> asked;
+  const auto isInside = std::make_unique<bool[]>(points.size());
+  if (zeroIfInside) inside(points, considerHoles, {isInside.get(), points.size()});
+  for (std::size_t i = 0; i < points.size(); ++i) {
+    answers[i] = 0.0;
+    if (isInside[i]) continue;
+    numbers.push_back(i);
+    asked.push_back(points[i]);
+  }
+  std::vector<qcVector<2>> nearest(asked.size());
+  closestPoint(asked, vertexOnly, considerHoles, nearest);
+  for (std::size_t k = 0; k < asked.size(); ++k) {
+    answers[numbers[k]] = asked[k].distance(nearest[k]);
+  }
+}
+
+void qcRegion::closestPoint(std::span<const qcVector<2>> points, bool vertexOnly,
+                            bool considerHoles, std::span<qcVector<2>> answers) const {
+  qcContour::closestPoint(points, vertexOnly, answers);
+  if (points.empty() || (vertexOnly && !considerHoles)) return;
+  std::vector<qcVector<2>> ofHole(holes_.empty() ? 0 : points.size());
+  for (const auto& hole : holes_) {
+    hole->qcContour::closestPoint(points, vertexOnly, ofHole);
+    for (std::size_t i = 0; i < points.size(); ++i) {
+      if (points[i].distance(ofHole[i]) < points[i].distance(answers[i])) answers[i] = ofHole[i];
+    }
+  }
 }
 
 qcVector<2> qcRegion::closestPoint(const qcVector<2>& p, bool vertexOnly,

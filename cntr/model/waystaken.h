@@ -9,11 +9,12 @@
 
 /// How many questions were answered in each way since the answers were last forgotten; a copy takes
 /// the counts along. A contour that remembers nothing makes no room for the sake of counting: its
-/// scans are counted from the first answer on that it remembers.
+/// scans and points are counted from the first answer on that it remembers.
 struct qc_WaysTaken {
-  /// Points by the grid of containment, and points by casting a ray, which searches the edges by
-  /// index or scan.
+  /// Points by the grid of containment, points by even-odd parity, and points by casting a ray; the
+  /// latter two search the edges by index or scan.
   std::size_t grid = 0;
+  std::size_t parity = 0;
   std::size_t ray = 0;
   /// Searches of edges, or of a set's regions, with an index at hand, and without.
   std::size_t index = 0;

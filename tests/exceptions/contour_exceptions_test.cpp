@@ -155,10 +155,24 @@ const Operation<qcRegion> regionOperations[] = {
     {"inertiaMatrix", [](qcRegion& r) { static_cast<void>(r.inertiaMatrix(false)); }},
     {"inside",
      [](qcRegion& r) {
-       for (int i = 0; i < 9; ++i) static_cast<void>(r.inside({7.3 + i, 9.1}, true));
+       // Enough for a grid.
+       for (int i = 0; i < 500; ++i) static_cast<void>(r.inside({7.3 + 0.01 * i, 9.1}, true));
+     }},
+    {"inside of many points",
+     [](qcRegion& r) {
+       const std::vector<qcVector<2>> points(500, somewhere);
+       bool answers[500];
+       r.inside(points, true, answers);
      }},
     {"distToPoint",
-     [](qcRegion& r) { static_cast<void>(r.distToPoint(somewhere, true, true, true)); }},
+     [](qcRegion& r) {
+       for (int i = 0; i < 2; ++i) static_cast<void>(r.distToPoint(somewhere, true, true, true));
+     }},
+    {"distToPoint of many points",
+     [](qcRegion& r) {
+       double answers[9];
+       r.distToPoint(std::vector<qcVector<2>>(9, somewhere), false, true, true, answers);
+     }},
     {"closestPoint",
      [](qcRegion& r) { static_cast<void>(r.closestPoint(somewhere, false, true)); }},
     {"intersections with a segment",

@@ -21,6 +21,7 @@ namespace {
 using Points = std::vector<qcVector<2>>;
 using Edgelets = std::vector<qcEdgelet>;
 using Vector = qcVector<2>;
+using ManyPoints = std::span<const qcVector<2>>;
 using Contour = qcContour;
 
 /// The protected names, as a derived class sees them.
@@ -68,9 +69,13 @@ static_assert(isDeclaredAs<void (Contour::*)(qcArchive&, unsigned char)>(&Probe:
 static_assert(isDeclaredAs<double (Contour::*)() const>(&Contour::length));
 static_assert(isDeclaredAs<Vector (Contour::*)() const>(&Contour::meanPosition));
 static_assert(isDeclaredAs<double (Contour::*)() const>(&Probe::medianFeatureSize));
-static_assert(isDeclaredAs<Vector (Contour::*)(const Vector&, bool) const>(&Contour::closestPoint));
+static_assert(hasSignature<Vector (Contour::*)(const Vector&, bool) const>(&Contour::closestPoint));
+static_assert(hasSignature<void (Contour::*)(ManyPoints, bool, std::span<Vector>) const>(
+    &Contour::closestPoint));
 static_assert(isDeclaredAs<long (Contour::*)(const Vector&) const>(&Contour::closestVertexIndex));
-static_assert(isDeclaredAs<double (Contour::*)(const Vector&, bool) const>(&Contour::distToPoint));
+static_assert(hasSignature<double (Contour::*)(const Vector&, bool) const>(&Contour::distToPoint));
+static_assert(hasSignature<void (Contour::*)(ManyPoints, bool, std::span<double>) const>(
+    &Contour::distToPoint));
 static_assert(isDeclaredAs<qcPolygon (Contour::*)() const>(&Contour::polygon));
 static_assert(isDeclaredAs<void (Contour::*)(qcRegion&) const>(&Contour::convexHull));
 static_assert(isDeclaredAs<void (Contour::*)(qcEllipse&, double&) const>(&Contour::fitEllipse));
@@ -90,6 +95,7 @@ static_assert(hasSignature<Points (Contour::*)(const qcLineSeg&, std::vector<int
 static_assert(
     hasSignature<Points (Contour::*)(const qcLineSeg&, bool) const>(&Contour::intersections));
 static_assert(hasSignature<Points (Contour::*)(const Contour&) const>(&Contour::intersections));
+static_assert(isDeclaredAs<bool (Contour::*)(const qcLineSeg&, bool) const>(&Contour::isCrossedBy));
 static_assert(isDeclaredAs<bool (Contour::*)() const>(&Contour::isSelfIntersecting));
 static_assert(isDeclaredAs<std::vector<int> (Contour::*)(const Vector&, double) const>(
     &Contour::vertexIndex));

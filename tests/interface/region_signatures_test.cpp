@@ -2,6 +2,7 @@
 //
 // The region and the region set, name by name.
 
+#include <span>
 #include <vector>
 
 #include <cntr/regionst.h>
@@ -12,6 +13,7 @@ namespace {
 
 using Points = std::vector<qcVector<2>>;
 using Vector = qcVector<2>;
+using ManyPoints = std::span<const qcVector<2>>;
 using Region = qcRegion;
 using Set = qcRegionSet;
 using Mode = qcContourDefs::IntersectionMode;
@@ -62,7 +64,13 @@ static_assert(isDeclaredAs<void (qcContour::*)()>(&RegionProbe::makePointsConsis
 static_assert(isDeclaredAs<double (Region::*)(bool) const>(&Region::area));
 static_assert(isDeclaredAs<Vector (Region::*)(bool) const>(&Region::centerOfMass));
 static_assert(isDeclaredAs<qcMatrix<2> (Region::*)(bool) const>(&Region::inertiaMatrix));
-static_assert(isDeclaredAs<bool (Region::*)(const Vector&, bool) const>(&Region::inside));
+static_assert(hasSignature<bool (Region::*)(const Vector&, bool) const>(&Region::inside));
+static_assert(
+    hasSignature<void (Region::*)(ManyPoints, bool, std::span<bool>) const>(&Region::inside));
+static_assert(hasSignature<void (Region::*)(ManyPoints, bool, bool, bool, std::span<double>) const>(
+    &Region::distToPoint));
+static_assert(hasSignature<void (Region::*)(ManyPoints, bool, bool, std::span<Vector>) const>(
+    &Region::closestPoint));
 static_assert(
     hasSignature<double (Region::*)(const Vector&, bool, bool, bool) const>(&Region::distToPoint));
 static_assert(

@@ -96,4 +96,20 @@ TEST(NearestTest, IsThatOfThePlainDefinition) {
   });
 }
 
+TEST(NearestSearchTest, BeginsAnywhereAndEndsAtTheSameAnswers) {
+  forEachShape(repetitions(600), shapes::any, 2, 120, [](const Subject& s, shapes::Random& random) {
+    cntr::compute::NearestSearch scan(s.path(), nullptr);
+    cntr::compute::NearestSearch search(s.path(), &s.index());
+    for (int i = 0; i < 20; ++i) {
+      const Point p = shapes::queryPoint(random, s.points());
+      const std::size_t expectedVertex = vertex(s, p);
+      const Point expected = nearest(s, p);
+      EXPECT_EQ(scan.closestVertex(p), expectedVertex);
+      EXPECT_EQ(search.closestVertex(p), expectedVertex);
+      EXPECT_TRUE(same(scan.closestPoint(p), expected));
+      EXPECT_TRUE(same(search.closestPoint(p), expected));
+    }
+  });
+}
+
 }  // namespace

@@ -24,13 +24,24 @@ TEST(PolicyTest, WantsAnIndexForTheFifthDirection) {
   EXPECT_TRUE(wantsIndexForDirections(1000000));
 }
 
-TEST(PolicyTest, WantsAContainmentGridAfterAQuestionForEvery64Vertices) {
-  EXPECT_TRUE(wantsContainmentGrid(63, 1));
-  EXPECT_FALSE(wantsContainmentGrid(64, 1));
-  EXPECT_TRUE(wantsContainmentGrid(64, 2));
-  EXPECT_FALSE(wantsContainmentGrid(6400, 100));
-  EXPECT_TRUE(wantsContainmentGrid(6400, 101));
-  EXPECT_TRUE(wantsContainmentGrid(6400, 102)) << "the first time may have failed";
+TEST(PolicyTest, RemembersTheExtentsFromTheSecondPointOn) {
+  EXPECT_FALSE(remembersExtents(0));
+  EXPECT_TRUE(remembersExtents(1));
+}
+
+TEST(PolicyTest, WantsAnEdgeIndexForParityAfterFourScans) {
+  EXPECT_FALSE(wantsEdgeIndexForParity(100, 399, false));
+  EXPECT_TRUE(wantsEdgeIndexForParity(100, 400, false));
+  EXPECT_TRUE(wantsEdgeIndexForParity(100, 1, true)) << "it is there already";
+  EXPECT_FALSE(wantsEdgeIndexForParity(31, 1000000, false));
+}
+
+TEST(PolicyTest, WantsAContainmentGridWhenTheWorkDoneWouldHaveMadeIt) {
+  EXPECT_FALSE(wantsContainmentGrid(0, 2047));
+  EXPECT_TRUE(wantsContainmentGrid(0, 2048));
+  EXPECT_FALSE(wantsContainmentGrid(1000, 66047));
+  EXPECT_TRUE(wantsContainmentGrid(1000, 66048));
+  EXPECT_TRUE(wantsContainmentGrid(1000, 66100)) << "the first time may have failed";
 }
 
 TEST(PolicyTest, WantsARegionIndexFrom8RegionsOn) {

@@ -219,6 +219,7 @@ TEST(ContourIntersectionsTest, WithoutACurveThrowEmptyContourAndLeaveTheIndices)
     expectEmptyContour([&] { contour.intersections({{0, 0}, {1, 1}}, edges, true); });
     EXPECT_THAT(edges, ElementsAre(7));
     expectEmptyContour([&] { contour.intersections({{0, 0}, {1, 1}}, true); });
+    expectEmptyContour([&] { contour.isCrossedBy({{0, 0}, {1, 1}}, true); });
     expectEmptyContour([&] { contour.intersections(closedContour(square)); });
   }
 }

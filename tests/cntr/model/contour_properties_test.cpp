@@ -184,6 +184,8 @@ void expectSameCrossings(const Subject& s, const shapes::Segment& segment) {
         sameOutcome([&] { return s.contour.intersections(asked, edges, touches); }, plainPoints));
     EXPECT_EQ(edges, plainEdges);
     EXPECT_TRUE(sameOutcome([&] { return s.contour.intersections(asked, touches); }, plainPoints));
+    EXPECT_TRUE(sameOutcome([&] { return s.contour.isCrossedBy(asked, touches); },
+                            [&] { return !plainPoints().empty(); }));
   }
 }
 

@@ -98,6 +98,66 @@ TEST(RegionPropertiesTest, AnswersAboutPointsAreThePlainOnes) {
   });
 }
 
+/// All that can be asked about many points at once, with all flags.
+void expectSameAnswersAtOnce(const qcRegion& made, const plain::Region& region,
+                             const std::vector<plain::Point>& points) {
+  for (const bool holes : {false, true}) {
+    EXPECT_TRUE(agree(
+        [&] {
+          const auto answers = std::make_unique<bool[]>(points.size());
+          made.inside(points, holes, {answers.get(), points.size()});
+          return std::vector<bool>(answers.get(), answers.get() + points.size());
+        },
+        [&] {
+          std::vector<bool> answers;
+          for (const auto& p : points) answers.push_back(plain::inside(region, p, holes));
+          return answers;
+        }));
+    for (const bool vertexOnly : {false, true}) {
+      EXPECT_TRUE(agree(
+          [&] {
+            std::vector<qcVector<2>> answers(points.size());
+            made.closestPoint(points, vertexOnly, holes, answers);
+            return answers;
+          },
+          [&] {
+            std::vector<qcVector<2>> answers;
+            for (const auto& p : points) {
+              answers.push_back(plain::closestPoint(region, p, vertexOnly, holes));
+            }
+            return answers;
+          }));
+      for (const bool zeroIfInside : {false, true}) {
+        EXPECT_TRUE(agree(
+            [&] {
+              std::vector<double> answers(points.size());
+              made.distToPoint(points, vertexOnly, holes, zeroIfInside, answers);
+              return answers;
+            },
+            [&] {
+              std::vector<double> answers;
+              for (const auto& p : points) {
+                answers.push_back(plain::distToPoint(region, p, vertexOnly, holes, zeroIfInside));
+              }
+              return answers;
+            }));
+      }
+    }
+  }
+}
+
+TEST(RegionPropertiesTest, AnswersAboutManyPointsAtOnceAreThePlainOnes) {
+  shapes::Random random(111);
+  forEachRound(repetitions(1000), [&](std::size_t) {
+    const NamedRegion drawn = anyRegion(random, 100, 2);
+    const auto made = make(drawn.region);
+    SCOPED_TRACE(drawn.name);
+    std::vector<plain::Point> points(1 + random.below(40));
+    for (auto& p : points) p = shapes::queryPoint(random, drawn.region.points);
+    expectSameAnswersAtOnce(*made, drawn.region, points);
+  });
+}
+
 /// Outlines of many vertices, which answer containment in other ways than those of few.
 shapes::Shape largeOutline(shapes::Random& random) {
   const std::size_t n = 100 + random.below(300);

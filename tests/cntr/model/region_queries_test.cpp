@@ -348,4 +348,59 @@ TEST(RegionIntersectionsTest, NeedsTwoVertices) {
   EXPECT_EQ(emptyContourOf([&] { withThinHole.intersections(qcLineSeg(), true, true); }), L"");
 }
 
+// Many points at once. That the answers are those of one by one is in region_properties_test.cpp.
+
+const Points places = {{1, 1}, {3, 3}, {5, 5}, {12, 5}};
+
+TEST(RegionManyPointsTest, AreAnsweredInTheirOrder) {
+  const qcRegion region = island();
+  bool inside[4] = {};
+  region.inside(places, true, inside);
+  EXPECT_THAT(inside, ElementsAre(true, false, true, false));
+  region.inside(places, false, inside);
+  EXPECT_THAT(inside, ElementsAre(true, true, true, false));
+  qcVector<2> nearest[4];
+  region.closestPoint(places, true, false, nearest);
+  EXPECT_THAT(nearest, ElementsAre(qcVector<2>(0, 0), qcVector<2>(0, 0), qcVector<2>(0, 0),
+                                   qcVector<2>(10, 0)));
+  region.closestPoint(places, true, true, nearest);
+  EXPECT_THAT(nearest, ElementsAre(qcVector<2>(0, 0), qcVector<2>(2, 2), qcVector<2>(2, 2),
+                                   qcVector<2>(8, 2)));
+  double distances[4] = {};
+  region.distToPoint(places, false, true, true, distances);
+  EXPECT_THAT(distances, ElementsAre(0.0, 1.0, 0.0, 2.0));
+  region.distToPoint(places, false, true, false, distances);
+  EXPECT_THAT(distances, ElementsAre(1.0, 1.0, 3.0, 2.0));
+  region.qcContour::distToPoint(places, true, distances);
+  EXPECT_DOUBLE_EQ(distances[0], std::sqrt(2.0));
+}
+
+TEST(RegionManyPointsTest, NeedAsManyAnswers) {
+  const qcRegion region = island();
+  const std::wstring expected = L"as many answers as points are needed";
+  bool inside[3] = {};
+  double distances[5] = {7, 7, 7, 7, 7};
+  qcVector<2> nearest[3];
+  EXPECT_EQ(badParamsOf([&] { region.inside(places, true, inside); }), expected);
+  EXPECT_EQ(badParamsOf([&] { region.closestPoint(places, true, true, nearest); }), expected);
+  EXPECT_EQ(badParamsOf([&] { region.distToPoint(places, true, true, false, distances); }),
+            expected);
+  EXPECT_EQ(badParamsOf([&] { region.qcContour::closestPoint(places, true, nearest); }), expected);
+  EXPECT_EQ(badParamsOf([&] { region.qcContour::distToPoint(places, true, distances); }), expected);
+  EXPECT_THAT(distances, ElementsAre(7, 7, 7, 7, 7));
+}
+
+TEST(RegionManyPointsTest, OfNoneNothingIsAsked) {
+  const qcRegion empty;
+  empty.inside({}, true, {});
+  empty.closestPoint({}, true, true, {});
+  empty.distToPoint({}, true, true, true, {});
+  empty.qcContour::closestPoint({}, true, {});
+  empty.qcContour::distToPoint({}, true, {});
+  bool inside[4] = {};
+  EXPECT_THROW(empty.inside(places, true, inside), qcContourDefs::EmptyContour);
+  qcVector<2> nearest[4];
+  EXPECT_THROW(empty.closestPoint(places, true, true, nearest), qcContourDefs::EmptyContour);
+}
+
 }  // namespace

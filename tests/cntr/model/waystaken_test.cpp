@@ -6,10 +6,15 @@
 
 #include <cntr/model/waystaken.h>
 
+#include <algorithm>
+#include <functional>
+#include <memory>
 #include <ostream>
 #include <string>
+#include <utility>
 #include <vector>
 
+#include <cntr/index/policy.h>
 #include <cntr/regionst.h>
 #include <gtest/gtest.h>
 #include <testing/heap/fail_each.h>
@@ -36,57 +41,126 @@ void ask(const qcRegion& region, std::size_t times) {
 
 // Containment.
 
-TEST(WaysTakenTest, CastARayForTheFirstPointsAndAskTheGridFromThenOn) {
-  for (const auto& [vertices, rays] : {std::pair(50, 0), {63, 0}, {64, 1}, {640, 10}}) {
-    const qcRegion region = star(static_cast<std::size_t>(vertices));
-    ask(region, 15);
-    EXPECT_EQ(waysOf(region).ray, static_cast<std::size_t>(rays)) << vertices;
-    EXPECT_EQ(waysOf(region).grid, static_cast<std::size_t>(15 - rays)) << vertices;
+std::size_t workOf(const qcRegion& region) { return qc_RememberedBy::containmentWork(region); }
+
+/// Asks until the next question is to make the grid.
+void askUntilAGridPays(const qcRegion& region) {
+  while (!cntr::index::wantsContainmentGrid(region.points().size(), workOf(region))) {
+    EXPECT_EQ(qc_RememberedBy::contour(region).containmentGrid, nullptr);
+    region.inside(center, false);
   }
+}
+
+TEST(WaysTakenTest, AnswerTheFirstPointByParityWithoutRememberingAnything) {
+  for (const std::size_t n : {4U, 100U, 1000U}) {
+    const qcRegion region = star(n);
+    ask(region, 1);
+    EXPECT_FALSE(qc_RememberedBy::anything(region)) << n;
+    EXPECT_EQ(workOf(region), 2 * n + 1) << "the extents and the edges";
+    ask(region, 1);
+    EXPECT_TRUE(qc_RememberedBy::anything(region)) << n;
+    EXPECT_EQ(workOf(region), 3 * n + 2) << "the edges";
+    EXPECT_EQ(waysOf(region).parity, 1U);
+  }
+}
+
+TEST(WaysTakenTest, AnswerByParityThroughTheIndexAfterAFewScans) {
+  const qcRegion region = star(100);
+  ask(region, 3);
+  EXPECT_EQ(waysOf(region).index, 0U);
+  ask(region, 1);
+  EXPECT_EQ(waysOf(region).index, 1U);
+  EXPECT_EQ(waysOf(region).parity, 3U) << "the first was not counted";
+  EXPECT_EQ(waysOf(region).ray, 0U);
+}
+
+TEST(WaysTakenTest, AnswerByParityThroughAnIndexThatIsThere) {
+  const qcRegion region = star(100);
+  region.closestVertexIndex(center);
+  ask(region, 2);
+  EXPECT_EQ(waysOf(region).index, 2U);
+  EXPECT_EQ(waysOf(region).parity, 2U);
+  EXPECT_LT(workOf(region), 300U);
+}
+
+TEST(WaysTakenTest, AskTheGridOnceTheWorkWouldHaveMadeIt) {
+  for (const std::size_t n : {4U, 20U, 640U}) {
+    const qcRegion region = star(n);
+    askUntilAGridPays(region);
+    const std::size_t before = waysOf(region).parity;
+    EXPECT_GT(before, 100U);
+    ask(region, 15);
+    EXPECT_EQ(waysOf(region).grid, 15U) << n;
+    EXPECT_EQ(waysOf(region).parity, before) << n;
+    EXPECT_EQ(waysOf(region).ray, 0U) << n;
+  }
+}
+
+TEST(WaysTakenTest, AskTheGridForManyPointsAtOnceAsForOneByOne) {
+  const qcRegion region = star(100);
+  const Points points(5000, center);
+  const auto answers = std::make_unique<bool[]>(points.size());
+  region.inside(points, false, {answers.get(), points.size()});
+  EXPECT_TRUE(std::all_of(answers.get(), answers.get() + points.size(), [](bool a) { return a; }));
+  const qcRegion oneByOne = star(100);
+  ask(oneByOne, points.size());
+  EXPECT_EQ(waysOf(region).grid, waysOf(oneByOne).grid);
+  EXPECT_EQ(waysOf(region).parity, waysOf(oneByOne).parity);
+  EXPECT_GT(waysOf(region).grid, 1000U);
 }
 
 TEST(WaysTakenTest, AskTheGridForNearlyAllPointsOfTheBoundingBox) {
   for (const auto& outline :
        {shapes::smoothStar(1000), shapes::spikyStar(1000), shapes::comb(1000)}) {
     const qcRegion region(outline, qcContourDefs::eNoIntersectionRepair);
-    for (int i = 0; i < 16; ++i) region.inside(center, false);
+    askUntilAGridPays(region);
     const std::size_t before = waysOf(region).grid;
     const qcRect box = region.encloseRect(qcXform<2>::I);
     shapes::Random random(1);
     for (int i = 0; i < 1000; ++i) {
-      region.inside(
-          {random.uniform(box.ul().x(), box.lr().x()), random.uniform(box.ul().y(), box.lr().y())},
-          false);
+      const double x = random.uniform(box.ul().x(), box.lr().x());
+      const double y = random.uniform(box.ul().y(), box.lr().y());
+      region.inside({x, y}, false);
     }
     EXPECT_GT(waysOf(region).grid - before, 980U);
   }
 }
 
-TEST(WaysTakenTest, CastARayWhereTheGridDoesNotKnow) {
+TEST(WaysTakenTest, CastARayWhereNeitherParityNorTheGridKnows) {
   const qcRegion region = star(640);
-  ask(region, 11);
-  EXPECT_EQ(waysOf(region).ray, 10U);
   EXPECT_TRUE(region.inside(region.points().front(), false)) << "a vertex counts as inside";
-  EXPECT_EQ(waysOf(region).ray, 11U);
+  EXPECT_EQ(waysOf(region).ray, 1U);
+  EXPECT_EQ(waysOf(region).parity, 0U);
+  askUntilAGridPays(region);
+  EXPECT_TRUE(region.inside(region.points().front(), false));
+  EXPECT_EQ(waysOf(region).ray, 2U);
+  EXPECT_EQ(waysOf(region).grid, 0U);
+  ask(region, 1);
+  EXPECT_EQ(waysOf(region).grid, 1U);
 }
 
 TEST(WaysTakenTest, LookOnceWhetherThereCanBeAGrid) {
-  Points outline = shapes::smoothStar(100);
+  Points outline = shapes::smoothStar(10);
   for (Point& p : outline) p = p + Point(2e6, 0);
   const qcRegion region(outline, qcContourDefs::eNoIntersectionRepair);
-  for (int i = 0; i < 5; ++i) EXPECT_TRUE(region.inside(center + Point(2e6, 0), false));
-  EXPECT_EQ(waysOf(region).ray, 5U);
-  EXPECT_EQ(waysOf(region).grid, 0U);
-  EXPECT_TRUE(qc_RememberedBy::contour(region).hasNoContainmentGrid);
-  EXPECT_EQ(qc_RememberedBy::contour(region).containmentQueries, 2U);
+  std::size_t asked = 0;
+  for (; !qc_RememberedBy::contour(region).hasNoContainmentGrid; ++asked) {
+    ASSERT_TRUE(region.inside(center + Point(2e6, 0), false));
+    ASSERT_LT(asked, 3000U);
+  }
+  EXPECT_EQ(waysOf(region).ray, asked);
+  EXPECT_GT(asked, 2600U) << "parity gives up at once";
+  EXPECT_EQ(waysOf(region).parity, 0U);
+  EXPECT_TRUE(region.inside(center + Point(2e6, 0), false));
+  EXPECT_EQ(qc_RememberedBy::contour(region).containmentGrid, nullptr);
 }
 
 TEST(WaysTakenTest, TryAgainWhenMemoryRanOutForTheGrid) {
   if (!heap::counts) GTEST_SKIP() << "the heap of the libraries cannot be replaced here";
   std::size_t failures = 0;
   for (bool failed = true; failed; ++failures) {
-    const qcRegion region = star(640);
-    ask(region, 10);
+    const qcRegion region = star(100);
+    askUntilAGridPays(region);
     failed = heap::runsOutOfMemory(failures + 1, heap::Failing::eOne,
                                    [&] { region.inside(center, false); });
     const std::size_t before = waysOf(region).grid;
@@ -100,7 +174,7 @@ TEST(WaysTakenTest, SearchTheEdgesOfARayByTheIndex) {
   const qcRegion small = star(31);
   const qcRegion large = star(640);
   small.inside(small.points().front(), false);
-  large.inside(center, false);
+  large.inside(large.points().front(), false);
   EXPECT_EQ(waysOf(small).scan, 1U);
   EXPECT_EQ(waysOf(small).index, 0U);
   EXPECT_EQ(waysOf(large).scan, 0U);
@@ -210,21 +284,29 @@ TEST(WaysTakenTest, MakeOneVertexGridForEachTolerance) {
 
 TEST(WaysTakenTest, AreCountedAnewWhenTheAnswersAreForgotten) {
   qcRegion region = star(100);
+  askUntilAGridPays(region);
   ask(region, 5);
-  EXPECT_EQ(waysOf(region).grid, 4U);
+  EXPECT_EQ(waysOf(region).grid, 5U);
   region.points(region.points());
-  EXPECT_EQ(waysOf(region).grid, 0U);
+  EXPECT_EQ(workOf(region), 0U);
   ask(region, 5);
-  EXPECT_EQ(waysOf(region).grid, 4U);
+  EXPECT_EQ(waysOf(region).grid, 0U);
+  EXPECT_EQ(waysOf(region).parity, 4U);
 }
 
 TEST(WaysTakenTest, OfACopyGoOnWithTheSameGrid) {
   const qcRegion region = star(640);
-  ask(region, 11);
+  askUntilAGridPays(region);
+  ask(region, 1);
   const qcRegion copy = region;
-  ask(copy, 1);
-  EXPECT_EQ(waysOf(copy).ray, 10U);
-  EXPECT_EQ(waysOf(copy).grid, 2U);
+  qcRegion assigned;
+  assigned = region;
+  for (const qcRegion& other : {std::cref(copy), std::cref(std::as_const(assigned))}) {
+    EXPECT_EQ(workOf(other), workOf(region));
+    ask(other, 1);
+    EXPECT_EQ(waysOf(other).ray, 0U);
+    EXPECT_EQ(waysOf(other).grid, 2U);
+  }
   EXPECT_EQ(waysOf(region).grid, 1U);
 }
 

@@ -1,0 +1,19 @@
+// SPDX-License-Identifier: MIT
+//
+// What the questions about many points at once check first.
+
+#pragma once
+
+#include <cstddef>
+
+#include <cntr/contourdefs.h>
+
+namespace cntr::model {
+
+inline void checkSameSize(std::size_t points, std::size_t answers) {
+  if (points != answers) {
+    throw qcContourDefs::BadParams(L"as many answers as points are needed");
+  }
+}
+
+}  // namespace cntr::model
