@@ -14,6 +14,7 @@
 
 #include <benchmark/benchmark.h>
 #include <cntr/compute/containment.h>
+#include <cntr/compute/evenodd.h>
 #include <cntr/compute/extents.h>
 #include <cntr/compute/extremal.h>
 #include <cntr/compute/nearest.h>
@@ -40,7 +41,8 @@ struct Subject {
       : points(shapes::smoothStar(n)),
         path{points, true},
         bounds(compute::boundingBox(points)),
-        edges(path) {
+        edges(path),
+        extents(compute::extentsOf(points)) {
     shapes::Random random(3);
     for (std::size_t i = 0; i < questionCount; ++i) {
       places.emplace_back(random.uniform(bounds.minX, bounds.maxX),
@@ -55,6 +57,7 @@ struct Subject {
   plane::Path path;
   plane::Box bounds;
   index::EdgeIndex edges;
+  compute::Extents extents;
   shapes::Points places;
   shapes::Points ends;
   std::vector<qcRadian> angles;
@@ -124,6 +127,24 @@ void timeContainment() {
   time("ray", {16, 100, 1000, 10000, 100000},
        [](const Subject& s, const index::EdgeIndex* edges, std::size_t i) {
          return compute::rayCrossings({s.path, s.bounds, edges}, 3000.0, s.places[i], false);
+       });
+  time("even-odd", {4, 16, 100, 128, 1000, 10000, 100000},
+       [](const Subject& s, const index::EdgeIndex* edges, std::size_t i) {
+         return edges == nullptr
+                    ? compute::evenOdd(s.points, s.extents, s.places[i]).answer
+                    : compute::evenOdd(s.points, *edges, s.extents, s.places[i]).answer;
+       });
+  timeMaking("take extents", {16, 100, 1000, 10000, 100000},
+             [](const Subject& s) { return compute::extentsOf(s.points); });
+  time("grid", {100, 1000, 10000, 100000},
+       [](const Subject& s, const index::EdgeIndex*, std::size_t i) {
+         static const Subject* of = nullptr;
+         static std::unique_ptr<index::ContainmentGrid> grid;
+         if (of != &s) {
+           grid = std::make_unique<index::ContainmentGrid>(s.points, s.bounds, s.extents.radius);
+           of = &s;
+         }
+         return grid->locate(s.points, s.places[i]);
        });
   timeMaking("make containment grid", {16, 100, 1000, 10000, 100000}, [](const Subject& s) {
     return index::ContainmentGrid(s.points, s.bounds, compute::radiusFromFirst(s.points));

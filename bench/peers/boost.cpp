@@ -78,6 +78,24 @@ void askAboutPlaces() {
       return bg::within(point(given.places[i]), area);
     };
   });
+  const auto makePolygon = [](const Work& given) {
+    return std::make_unique<Polygon>(polygonOf(given.outline));
+  };
+  askNew("first 10 inside", "Boost", smoothStars, makePolygon,
+         [](const Polygon& area, const Work& given, std::size_t i) {
+           int count = 0;
+           for (std::size_t k = i; k < i + 10; ++k) {
+             count += bg::within(point(given.places[k % questionCount]), area) ? 1 : 0;
+           }
+           return count;
+         });
+  liveOften("make, area, inside", "Boost", quadrilateral, [](const Work& given, std::size_t i) {
+    Polygon area;
+    area.outer().reserve(given.outline.size() + 1);
+    for (const Point& p : given.outline) area.outer().push_back(point(p));
+    area.outer().push_back(area.outer().front());
+    return bg::area(area) + (bg::within(point(given.places[i]), area) ? 1.0 : 0.0);
+  });
   askOften("closestPoint", "Boost R-tree", everyShape, [](const Work& given) {
     return [tree = edgeTree(given.outline), &given](std::size_t i) {
       const BoostPoint p = point(given.places[i]);
@@ -113,7 +131,7 @@ void once(const std::string& question, const Plan& plan, Answer answer) {
 }
 
 void measure() {
-  once("isSelfIntersecting", largerShapes, [](const Polygon& p) { return bg::intersects(p); });
+  once("isSelfIntersecting", everyShape, [](const Polygon& p) { return bg::intersects(p); });
   once("convexHull", largerShapes, [](const Polygon& p) {
     Polygon hull;
     bg::convex_hull(p, hull);

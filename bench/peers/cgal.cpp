@@ -60,7 +60,7 @@ const bool isRegistered = [] {
     return Circle(polygon.vertices_begin(), polygon.vertices_end(), true)
         .number_of_support_points();
   });
-  once("isSelfIntersecting", largerShapes, [](const Polygon& p) { return !p.is_simple(); });
+  once("isSelfIntersecting", everyShape, [](const Polygon& p) { return !p.is_simple(); });
   once("area", smoothStars, [](const Polygon& p) { return p.area(); });
   once("encloseRect", smoothStars, [](const Polygon& p) { return p.bbox().ymax(); });
   return true;

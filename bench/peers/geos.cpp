@@ -118,7 +118,7 @@ void askAboutPlaces() {
 /// Tells whether there is a crossing, not where.
 void askAboutSegments() {
   const auto ask = [](const std::string& question, std::vector<Segment> Work::*segments) {
-    askOften(question, "GEOS prepared (yes or no)", everyShape, [segments](const Work& given) {
+    askOften(question + " (yes or no)", "GEOS prepared", everyShape, [segments](const Work& given) {
       auto prepared = std::make_shared<Prepared>(ring(given.outline));
       const auto answer = [prepared, &asked = given.*segments](std::size_t i) {
         return prepared->index->intersects(line(asked[i]).get());

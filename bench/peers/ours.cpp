@@ -63,8 +63,23 @@ void askAboutPlaces() {
   often("inside", everyShape, [](const OpenRegion& region, const Work& given, std::size_t i) {
     return region.inside(given.places[i], false);
   });
-  once("first inside", largerShapes, [](const OpenRegion& region) {
-    return region.inside({640.0, 480.0}, false);
+  for (const Plan& plan : {quadrilateral, everyShape}) {
+    askNew("first inside", us, plan, &regionOf,
+           [](const OpenRegion& region, const Work& given, std::size_t i) {
+             return region.inside(given.places[i], false);
+           });
+  }
+  askNew("first 10 inside", us, smoothStars, &regionOf,
+         [](const OpenRegion& region, const Work& given, std::size_t i) {
+           int count = 0;
+           for (std::size_t k = i; k < i + 10; ++k) {
+             count += region.inside(given.places[k % questionCount], false) ? 1 : 0;
+           }
+           return count;
+         });
+  liveOften("make, area, inside", us, quadrilateral, [](const Work& given, std::size_t i) {
+    const qcRegion region(given.outline, qcContourDefs::eNoIntersectionRepair);
+    return region.area(false) + (region.inside(given.places[i], false) ? 1.0 : 0.0);
   });
   often("closestPoint", everyShape, [](const OpenRegion& region, const Work& given, std::size_t i) {
     return region.closestPoint(given.places[i], false);
@@ -82,6 +97,68 @@ void askAboutPlaces() {
         });
 }
 
+/// Times `answer(region, work)`, which asks about all places; reported for one place.
+template <class Answer>
+void allPlaces(const std::string& question, const std::string& who, Answer answer) {
+  for (const char shape : everyShape.shapes) {
+    for (const std::size_t n : everyShape.sizes) {
+      const auto timing = [answer, shape, n](benchmark::State& state) {
+        const Work& given = work(shape, n);
+        const auto region = regionOf(given);
+        answer(*region, given);
+        timeOneByOne(state, &setNothing, [&] { return answer(*region, given); });
+        auto& time = state.counters["nanoseconds"];
+        time = time / static_cast<double>(questionCount);
+      };
+      benchmark::RegisterBenchmark(nameOf(question, shape, n, who).c_str(), timing)
+          ->UseManualTime();
+    }
+  }
+}
+
+/// `atOnce(region, places)` beside `one(region, place)` for one place after the other.
+template <class AtOnce, class One>
+void askAllPlaces(const std::string& question, AtOnce atOnce, One one) {
+  allPlaces(question, us, [atOnce](const OpenRegion& region, const Work& given) {
+    return atOnce(region, given.places);
+  });
+  allPlaces(question, "one by one", [one](const OpenRegion& region, const Work& given) {
+    for (const Point& p : given.places) benchmark::DoNotOptimize(one(region, p));
+    return 0;
+  });
+}
+
+void askAboutManyPlaces() {
+  askAllPlaces(
+      "many inside",
+      [](const OpenRegion& region, const Points& places) {
+        static std::array<bool, questionCount> answers;
+        region.inside(places, false, answers);
+        return answers.data();
+      },
+      [](const OpenRegion& region, const Point& p) { return region.inside(p, false); });
+  askAllPlaces(
+      "many closestPoint",
+      [](const OpenRegion& region, const Points& places) {
+        static std::array<Point, questionCount> answers;
+        region.closestPoint(places, false, false, answers);
+        return answers.data();
+      },
+      [](const OpenRegion& region, const Point& p) {
+        return region.closestPoint(p, false, false);
+      });
+  askAllPlaces(
+      "many distToPoint",
+      [](const OpenRegion& region, const Points& places) {
+        static std::array<double, questionCount> answers;
+        region.distToPoint(places, false, false, false, answers);
+        return answers.data();
+      },
+      [](const OpenRegion& region, const Point& p) {
+        return region.distToPoint(p, false, false, false);
+      });
+}
+
 void askAboutSegments() {
   often("short segments", everyShape,
         [](const OpenRegion& region, const Work& given, std::size_t i) {
@@ -93,14 +170,24 @@ void askAboutSegments() {
           const auto& [a, b] = given.longSegments[i];
           return region.intersections(qcLineSeg(a, b), true).size();
         });
-  once("isSelfIntersecting", largerShapes,
+  often("short segments (yes or no)", everyShape,
+        [](const OpenRegion& region, const Work& given, std::size_t i) {
+          const auto& [a, b] = given.shortSegments[i];
+          return region.isCrossedBy(qcLineSeg(a, b), true);
+        });
+  often("long segments (yes or no)", everyShape,
+        [](const OpenRegion& region, const Work& given, std::size_t i) {
+          const auto& [a, b] = given.longSegments[i];
+          return region.isCrossedBy(qcLineSeg(a, b), true);
+        });
+  once("isSelfIntersecting", everyShape,
        [](const OpenRegion& region) { return region.isSelfIntersecting(); });
 }
 
 void measure() {
   once("length", smoothStars, [](const OpenRegion& region) { return region.length(); });
-  once("area", smoothStars, [](const OpenRegion& region) { return region.area(false); });
-  once("encloseRect", smoothStars,
+  once("area", allSmoothStars, [](const OpenRegion& region) { return region.area(false); });
+  once("encloseRect", allSmoothStars,
        [](const OpenRegion& region) { return region.encloseRect(qcXform<2>()).height(); });
   once("medianFeatureSize", smoothStars,
        [](const OpenRegion& region) { return region.medianFeatureSize(); });
@@ -108,7 +195,7 @@ void measure() {
        [](const OpenRegion& region) { return region.centerOfMass(false); });
   once("inertiaMatrix", smoothStars,
        [](const OpenRegion& region) { return region.inertiaMatrix(false); });
-  once("farthest pair", largerShapes, [](const OpenRegion& region) {
+  once("farthest pair", everyShape, [](const OpenRegion& region) {
     return region.diameter(qcContourDefs::eFarthestVertexPair);
   });
   once("convexHull", largerShapes, [](const OpenRegion& region) {
@@ -297,6 +384,7 @@ void storeAndCopy() {
 
 const bool isRegistered = [] {
   askAboutPlaces();
+  askAboutManyPlaces();
   askAboutSegments();
   measure();
   describe();

@@ -11,7 +11,6 @@
 #include <memory>
 
 #include <platform/core/hull.h>
-#include <testing/plain/region.h>
 
 namespace peers {
 
@@ -175,6 +174,19 @@ double farthestPair(const Points& outline) {
   return std::sqrt(best);
 }
 
+/// The same by comparing every pair.
+double farthestOfAll(const Points& outline) {
+  double best = 0.0;
+  for (std::size_t i = 0; i < outline.size(); ++i) {
+    for (std::size_t j = i + 1; j < outline.size(); ++j) {
+      const double dx = outline[i].x() - outline[j].x();
+      const double dy = outline[i].y() - outline[j].y();
+      best = std::max(best, dx * dx + dy * dy);
+    }
+  }
+  return std::sqrt(best);
+}
+
 /// askOften() with `answer(xy, given, i)`.
 template <class Answer>
 void often(const std::string& question, const Plan& plan, Answer answer) {
@@ -187,8 +199,8 @@ void often(const std::string& question, const Plan& plan, Answer answer) {
 
 /// askOnce() with `answer(xy)`.
 template <class Answer>
-void once(const std::string& question, Answer answer) {
-  askOnce(question, who, smoothStars, [answer](const Work& given) {
+void once(const std::string& question, const Plan& plan, Answer answer) {
+  askOnce(question, who, plan, [answer](const Work& given) {
     return std::pair(&setNothing, [xy = numbersOf(given.outline), answer] { return answer(xy); });
   });
 }
@@ -211,11 +223,15 @@ const bool isRegistered = [] {
   often("inside", everyShape, [](const std::vector<double>& xy, const Work& given, std::size_t i) {
     return inside(xy, given.places[i].x(), given.places[i].y());
   });
-  askOnce("first inside", "literal count", {"SNC", {100, 1000, 10000}}, [](const Work& given) {
-    return std::pair(&setNothing, [region = plain::Region{given.outline, {}}] {
-      return plain::inside(region, {640.0, 480.0}, false);
-    });
-  });
+  const auto makeNumbers = [](const Work& given) {
+    return std::make_unique<std::vector<double>>(numbersOf(given.outline));
+  };
+  for (const Plan& plan : {quadrilateral, everyShape}) {
+    askNew("first inside", who, plan, makeNumbers,
+           [](const std::vector<double>& xy, const Work& given, std::size_t i) {
+             return inside(xy, given.places[i].x(), given.places[i].y());
+           });
+  }
   often("closestPoint", everyShape,
         [](const std::vector<double>& xy, const Work& given, std::size_t i) {
           return squaredDistance(xy, given.places[i].x(), given.places[i].y());
@@ -228,11 +244,14 @@ const bool isRegistered = [] {
         [](const std::vector<double>& xy, const Work&, std::size_t i) {
           return extremalVertex(xy, angleOf(i));
         });
-  once("length", &length);
-  once("area", &area);
-  once("encloseRect", &boxHeight);
-  once("medianFeatureSize", &medianEdge);
-  askOnce("farthest pair", "hull and calipers", largerShapes, [](const Work& given) {
+  once("length", smoothStars, &length);
+  once("area", allSmoothStars, &area);
+  once("encloseRect", allSmoothStars, &boxHeight);
+  once("medianFeatureSize", smoothStars, &medianEdge);
+  askOnce("farthest pair", "every pair", Plan{"SNC", {10, 100}}, [](const Work& given) {
+    return std::pair(&setNothing, [&given] { return farthestOfAll(given.outline); });
+  });
+  askOnce("farthest pair", "hull and calipers", everyShape, [](const Work& given) {
     return std::pair(&setNothing, [&given] { return farthestPair(given.outline); });
   });
   copyBytes();

@@ -50,7 +50,10 @@ struct Plan {
 };
 
 inline const Plan everyShape{"SNC", {10, 100, 1000, 10000, 100000}};
+/// The smallest outline that bounds something, beside the others.
+inline const Plan quadrilateral{"S", {4}};
 inline const Plan largerShapes{"SNC", {100, 1000, 10000, 100000}};
+inline const Plan allSmoothStars{"S", {10, 100, 1000, 10000, 100000}};
 inline const Plan smoothStars{"S", {100, 1000, 10000, 100000}};
 
 /// A millionth of the outlines' extent, or a little more.
@@ -140,6 +143,75 @@ void askOnce(const std::string& question, const std::string& who, const Plan& pl
       };
       benchmark::RegisterBenchmark(nameOf(question, shape, n, who).c_str(), timing)
           ->UseManualTime();
+    }
+  }
+}
+
+/// The first questions to new objects, too short for the clock one by one: `make(work)` gives an
+/// object, which is not timed; `answer(object, work, i)` asks it. Many objects are asked between
+/// two looks at the clock.
+template <class Make, class Answer>
+void askNew(const std::string& question, const std::string& who, const Plan& plan, Make make,
+            Answer answer) {
+  for (const char shape : plan.shapes) {
+    for (const std::size_t n : plan.sizes) {
+      const auto timing = [make, answer, shape, n](benchmark::State& state) {
+        const Work& given = work(shape, n);
+        const std::size_t batch = std::clamp<std::size_t>(20000 / n, 4, 256);
+        std::vector<decltype(make(given))> objects;
+        std::vector<double> nanoseconds;
+        std::size_t i = 0;
+        for (auto _ : state) {
+          objects.clear();
+          while (objects.size() < batch) objects.push_back(make(given));
+          const auto begin = std::chrono::steady_clock::now();
+          for (const auto& object : objects) {
+            benchmark::DoNotOptimize(answer(*object, given, i));
+            i = i + 1 == questionCount ? 0 : i + 1;
+          }
+          const std::chrono::duration<double> time = std::chrono::steady_clock::now() - begin;
+          nanoseconds.push_back(time.count() * 1e9 / static_cast<double>(batch));
+          state.SetIterationTime(time.count());
+        }
+        const auto middle =
+            nanoseconds.begin() + static_cast<std::ptrdiff_t>(nanoseconds.size() / 2);
+        std::nth_element(nanoseconds.begin(), middle, nanoseconds.end());
+        state.counters["nanoseconds"] = *middle;
+      };
+      benchmark::RegisterBenchmark(nameOf(question, shape, n, who).c_str(), timing)
+          ->UseManualTime();
+    }
+  }
+}
+
+/// What operator new was asked for so far.
+struct Allocations {
+  long blocks = 0;
+  double bytes = 0.0;
+};
+Allocations allocationsSoFar();
+
+/// The whole life of an object again and again: `live(work, i)` makes it, asks it and destroys it.
+/// Reports what one life allocates.
+template <class Live>
+void liveOften(const std::string& question, const std::string& who, const Plan& plan, Live live) {
+  for (const char shape : plan.shapes) {
+    for (const std::size_t n : plan.sizes) {
+      const auto timing = [live, shape, n](benchmark::State& state) {
+        const Work& given = work(shape, n);
+        benchmark::DoNotOptimize(live(given, 0));
+        const Allocations before = allocationsSoFar();
+        benchmark::DoNotOptimize(live(given, 0));
+        const Allocations after = allocationsSoFar();
+        state.counters["allocations"] = static_cast<double>(after.blocks - before.blocks);
+        state.counters["bytes"] = after.bytes - before.bytes;
+        std::size_t i = 0;
+        for (auto _ : state) {
+          benchmark::DoNotOptimize(live(given, i));
+          i = i + 1 == questionCount ? 0 : i + 1;
+        }
+      };
+      benchmark::RegisterBenchmark(nameOf(question, shape, n, who).c_str(), timing);
     }
   }
 }
