@@ -58,8 +58,13 @@ void addAreas(Comparison& result, const Measured& measured, const Nominal& nomin
   result.areaDifference = nominal.frame.restored(there - wanted, 2) * scale * scale;
 }
 
-void addNote(std::string& note, const char* text) {
+void addNote(std::string& note, const std::string& text) {
   note.append(note.empty() ? "" : "; ").append(text);
+}
+
+/// That rings are not compared as they are.
+void addFlaw(std::string& note, const std::string& whose, const std::string& flaw) {
+  if (!flaw.empty()) addNote(note, whose + flaw + ": compared as filled");
 }
 
 }  // namespace
@@ -78,6 +83,8 @@ Comparison compared(const Geometry& measured, const Nominal& nominal,
   const double unit = nominal.frame.restored(1.0, 1);
   const double extent = own.restored(1.0, 1) / unit;
   Comparison result;
+  addFlaw(result.note, "", flawOf(measured));
+  addFlaw(result.note, "the nominal ", nominal.flaw);
   // Before it is aligned the feature may lie anywhere, so it is counted from an origin of its own.
   const auto local = [&](const Point& p) {
     return options.align ? own.local(p) * extent : nominal.frame.local(p);

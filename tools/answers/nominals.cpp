@@ -7,6 +7,7 @@
 
 #include <cntr/contourdefs.h>
 #include <cntrformats/errors.h>
+#include <cntrsets/filled.h>
 #include <cntrsets/sets.h>
 #include <tools/answers/message.h>
 
@@ -33,6 +34,7 @@ Nominal nominalOf(const Feature& feature) {
   if (!nominal.problem.empty()) return nominal;
   try {
     const std::vector<qcRings> parts = filledParts(feature.geometry);
+    nominal.flaw = flawOf(feature.geometry);
     nominal.frame = cntr::sets::Frame(ringsOf(parts));
     nominal.parts = mapped(parts, [&](const qcVector<2>& p) { return nominal.frame.local(p); });
     nominal.curves = curvesOf(nominal.parts, nominal.closed);
@@ -48,6 +50,18 @@ std::vector<qcRings> filledParts(const Geometry& geometry) {
   if (geometry.closed) return qf_MakeValid(geometry.parts, qcPolygon::eNonZero);
   requireFinite(geometry.parts);
   return geometry.parts;
+}
+
+const char* flawOf(const Geometry& geometry) {
+  if (!geometry.closed) return "";
+  switch (qf_RingContact(geometry.parts)) {
+    case qcRingContact::eCrosses:
+      return "crosses";
+    case qcRingContact::eOverlaps:
+      return "overlaps";
+    default:
+      return "";
+  }
 }
 
 std::vector<std::span<const qcVector<2>>> ringsOf(const std::vector<qcRings>& parts) {

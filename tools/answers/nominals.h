@@ -30,6 +30,8 @@ struct Nominal {
   std::vector<qcRings> parts = {};
   /// The boundaries of these, outlines and holes in opposite directions.
   std::vector<qcContour> curves = {};
+  /// What flawOf() says of it.
+  const char* flaw = "";
   /// Why nothing can be compared with it; empty when something can.
   std::string problem = {};
 };
@@ -37,6 +39,10 @@ struct Nominal {
 /// What a geometry fills (eNonZero), in normal form; lines as they are. Throws what qf_MakeValid()
 /// throws, qcContourDefs::BadParams for lines with a coordinate that is not finite.
 std::vector<qcRings> filledParts(const formats::Geometry& geometry);
+
+/// Whether the rings of outlines do not bound simply what they fill: "crosses", "overlaps", or
+/// empty for neither. Throws as filledParts() does.
+const char* flawOf(const formats::Geometry& geometry);
 
 /// The vertex lists of all parts.
 std::vector<std::span<const qcVector<2>>> ringsOf(const std::vector<qcRings>& parts);
