@@ -140,7 +140,10 @@ std::size_t Source::fill() {
 std::size_t Source::readFile(char* bytes, std::size_t size) {
   for (;;) {
     const ssize_t count = read(descriptor_, bytes, size);
-    if (count >= 0) return static_cast<std::size_t>(count);
+    if (count >= 0) {
+      taken_ += static_cast<std::size_t>(count);
+      return static_cast<std::size_t>(count);
+    }
     if (errno != EINTR) throwReason(errno);
   }
 }

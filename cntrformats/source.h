@@ -42,6 +42,9 @@ class Source : public std::streambuf {
   bool appendTo(std::string& text, std::size_t most);
   /// How many bytes have been read.
   std::uint64_t position() const;
+  /// How many bytes of the file that took, packed ones where it is packed, those read ahead
+  /// included.
+  std::uint64_t taken() const noexcept { return taken_; }
   /// True when the next byte has not arrived yet.
   bool isWaiting() const;
 
@@ -64,6 +67,7 @@ class Source : public std::streambuf {
   std::array<char, std::size_t{1} << 16U> buffer_;
   /// Looked at but not read.
   std::string ahead_;
+  std::uint64_t taken_ = 0;
   /// How many bytes came before those that are shown.
   std::uint64_t passed_ = 0;
 };

@@ -29,6 +29,7 @@ TEST(Source, LookingAheadLeavesEverythingToBeRead) {
   EXPECT_EQ(looked.firstLine(), text.substr(0, text.find('\n') + 1));
   EXPECT_EQ(all(looked), text);
   EXPECT_EQ(looked.position(), text.size());
+  EXPECT_EQ(looked.taken(), text.size());
 }
 
 TEST(Source, HandsOverNoMoreThanIsAskedForAndEverythingInTheEnd) {

@@ -2,8 +2,11 @@
 
 #include <tools/run/features.h>
 
+#include <cstdint>
+#include <filesystem>
 #include <list>
 #include <memory>
+#include <system_error>
 #include <utility>
 
 #include <platform/core/exception.h>
@@ -35,8 +38,12 @@ std::string nameOf(const Feature& feature) {
 /// One feature from its record to its answer.
 class FeatureJob : public Job {
  public:
-  FeatureJob(Work& work, const std::string& file, Record record)
-      : work_(work), origin_{file, record.location}, record_(std::move(record)) {}
+  /// `reached` is how many bytes of all files come before its end.
+  FeatureJob(Work& work, const std::string& file, Record record, std::uint64_t reached)
+      : work_(work),
+        origin_{file, record.location},
+        record_(std::move(record)),
+        reached_(reached) {}
 
   void work() override {
     try {
@@ -65,6 +72,7 @@ class FeatureJob : public Job {
     }
     if (isWanted_) work_.answerer.write(std::move(answer_));
     work_.progress.count();
+    work_.progress.reach(reached_);
     work_.progress.update();
     if (!work_.session.out) throw StandardOutputError();
   }
@@ -73,6 +81,7 @@ class FeatureJob : public Job {
   Work& work_;
   Origin origin_;
   Record record_;
+  std::uint64_t reached_;
   bool isWanted_ = true;
   std::string name_;
   Answer answer_;
@@ -109,12 +118,14 @@ class BadFileJob : public Job {
 /// Makes jobs of what is found in one file.
 class Jobs : public Sink {
  public:
-  Jobs(Work& work, JobQueue& queue, const Input& input)
-      : work_(work), queue_(queue), input_(input) {}
+  /// `before` is how many bytes the files before took.
+  Jobs(Work& work, JobQueue& queue, const Input& input, std::uint64_t before)
+      : work_(work), queue_(queue), input_(input), before_(before) {}
 
   void take(Record record) override {
     const std::size_t size = record.size;
-    queue_.add(std::make_unique<FeatureJob>(work_, input_.name, std::move(record)), size);
+    const std::uint64_t reached = before_ + input_.source->taken();
+    queue_.add(std::make_unique<FeatureJob>(work_, input_.name, std::move(record), reached), size);
     if (input_.source->isWaiting()) queue_.flush();
   }
 
@@ -126,21 +137,38 @@ class Jobs : public Sink {
   Work& work_;
   JobQueue& queue_;
   const Input& input_;
+  std::uint64_t before_;
 };
+
+/// How many bytes the files have together; 0 when that is not known of one of them.
+std::uint64_t sizeOf(const std::vector<std::string>& files) {
+  std::uint64_t sum = 0;
+  for (const std::string& file : files) {
+    std::error_code error;
+    if (file == "-" || !std::filesystem::is_regular_file(file, error)) return 0;
+    const std::uintmax_t size = std::filesystem::file_size(file, error);
+    if (error) return 0;
+    sum += size;
+  }
+  return sum;
+}
 
 }  // namespace
 
 void answerAll(Inputs& inputs, Session& session, Answerer& answerer) {
   const bool showProgress = inputs.showProgress && session.console.messagesAreTerminal;
-  Work work{session, answerer, inputs.isWanted, Progress(session.messages, showProgress)};
+  Work work{session, answerer, inputs.isWanted,
+            Progress(session.messages, showProgress, showProgress ? sizeOf(inputs.files) : 0)};
   // Names live until the last job is finished.
   std::list<Input> opened;
+  std::uint64_t taken = 0;
   const auto readFile = [&](JobQueue& queue, const std::string& file) {
     try {
       opened.push_back(inputs.first ? *std::exchange(inputs.first, std::nullopt)
                                     : openInput(file, inputs.from));
-      Jobs jobs(work, queue, opened.back());
+      Jobs jobs(work, queue, opened.back(), taken);
       opened.back().read(inputs.keep, jobs);
+      taken += opened.back().source->taken();
     } catch (const FileError& error) {
       queue.add(std::make_unique<BadFileJob>(work, displayName(file), error.what()), 0);
     }

@@ -2,6 +2,7 @@
 
 #include <tools/run/progress.h>
 
+#include <algorithm>
 #include <ostream>
 #include <string>
 
@@ -25,8 +26,15 @@ void Progress::update() {
   if (!isShown_ || Clock::now() < next_) return;
   next_ = Clock::now() + interval;
   const auto seconds = std::chrono::duration_cast<std::chrono::seconds>(next_ - begin_).count();
-  out_ << clearLine << grouped(features_) << " features, " << seconds << " s" << std::flush;
+  out_ << clearLine << grouped(features_) << " features, ";
+  if (total_ > 0) out_ << percent() << " %, ";
+  out_ << seconds << " s" << std::flush;
   isThere_ = true;
+}
+
+int Progress::percent() const {
+  const double share = static_cast<double>(reached_) / static_cast<double>(total_);
+  return static_cast<int>(100.0 * std::min(1.0, share));
 }
 
 void Progress::clear() {

@@ -68,6 +68,20 @@ TEST(Progress, IsShownOnceASecondHasPassed) {
   EXPECT_EQ(out.str(), once + "\r\x1b[K");
 }
 
+TEST(Progress, IsInPerCentWhereTheSizeIsKnown) {
+  std::ostringstream out;
+  tool::Progress progress(out, true, 3000000000000000000);
+  progress.count();
+  progress.reach(1000000000);
+  std::this_thread::sleep_for(std::chrono::milliseconds(1010));
+  progress.update();
+  EXPECT_THAT(out.str(), HasSubstr("1 features, 0 %, 1 s"));
+  progress.reach(1290000000000000000);
+  std::this_thread::sleep_for(std::chrono::milliseconds(210));
+  progress.update();
+  EXPECT_THAT(out.str(), HasSubstr("1 features, 43 %, 1 s"));
+}
+
 TEST(Progress, IsNotShownToPrograms) {
   std::ostringstream out;
   tool::Progress progress(out, false);
