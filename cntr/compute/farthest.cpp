@@ -119,9 +119,15 @@ void offerAllFrom(const plane::Path& path, std::size_t i, FarthestPair& best) {
 
 std::optional<VertexPair> farthestPairByScan(const plane::Path& path) {
   VertexPair best{0, 0, 0.0};
+  // Square roots are monotonic: only a larger square can have a larger one.
+  double largestSquare = 0.0;
   for (std::size_t i = 0; i < path.points.size(); ++i) {
     for (std::size_t j = i + 1; j < path.points.size(); ++j) {
-      const double distance = path.points[i].distance(path.points[j]);
+      const qcVector<2> difference = path.points[i] - path.points[j];
+      const double square = difference * difference;
+      if (!(square > largestSquare)) continue;
+      largestSquare = square;
+      const double distance = std::sqrt(square);
       if (distance > best.distance) best = {i, j, distance};
     }
   }

@@ -8,11 +8,14 @@
 // leaves other loops alone, dropping a loop adds nothing to compare with, and a joined loop has no
 // vertices but those of its two parts. A vertex that was found to touch nothing in its loop is not
 // looked at again, and of two pieces only the smaller one is labelled anew. What stays quadratic at
-// worst: every loop is looked for in every other one, the way along a loop to the place where the
-// next one is joined may be long, and many vertices may lie in one place.
+// worst: a loop is looked for in every other one whose box holds its first edge, the way along a
+// loop to the place where the next one is joined may be long, and many vertices may lie in one
+// place.
 
+#include <cmath>
 #include <cstdint>
 #include <functional>
+#include <numeric>
 #include <optional>
 #include <queue>
 #include <tuple>
@@ -21,6 +24,7 @@
 
 #include <cntr/compute/repair.h>
 #include <cntr/compute/rings.h>
+#include <cntr/index/boxtree.h>
 
 namespace cntr::compute {
 
@@ -104,27 +108,63 @@ class Cutting {
   std::vector<Vertex> scanned_;
 };
 
-bool isNested(const std::vector<Outline>& outlines, std::size_t i) {
-  const std::vector<qcVector<2>>& points = outlines[i].points();
-  const qcVector<2> middle = (points[0] + points[1]) * 0.5;
-  for (std::size_t j = 0; j < outlines.size(); ++j) {
-    if (j != i && outlines[j].holds(middle)) return true;
+/// The loops while those inside others are dropped.
+class Nesting {
+ public:
+  Nesting(const Rings& rings, const std::vector<Label>& loops) : isDropped_(loops.size(), false) {
+    outlines_.reserve(loops.size());
+    std::vector<plane::Box> boxes;
+    boxes.reserve(loops.size());
+    bool areFinite = true;
+    for (const Label loop : loops) {
+      outlines_.emplace_back(rings.pointsOf(loop));
+      boxes.push_back(outlines_.back().bounds());
+      areFinite &= isFinite(boxes.back());
+    }
+    if (areFinite) tree_.emplace(boxes);
   }
-  return false;
-}
+
+  /// True when a loop that is left lies in another one, by their first numbers.
+  bool isNested(std::size_t loop) const {
+    const std::vector<qcVector<2>>& points = outlines_[loop].points();
+    const qcVector<2> middle = (points[0] + points[1]) * 0.5;
+    const auto doesNotHold = [&](std::size_t other) {
+      return other == loop || isDropped_[other] || !outlines_[other].holds(middle);
+    };
+    if (tree_) return !tree_->forEachTouching(plane::edgeBox(middle, middle), doesNotHold);
+    for (std::size_t other = 0; other < outlines_.size(); ++other) {
+      if (!doesNotHold(other)) return true;
+    }
+    return false;
+  }
+
+  void drop(std::size_t loop) { isDropped_[loop] = true; }
+
+ private:
+  static bool isFinite(const plane::Box& box) {
+    return std::isfinite(box.minX) && std::isfinite(box.minY) && std::isfinite(box.maxX) &&
+           std::isfinite(box.maxY);
+  }
+
+  std::vector<Outline> outlines_;
+  std::vector<bool> isDropped_;
+  /// Over the boxes of the loops, where these are finite.
+  std::optional<index::BoxTree> tree_;
+};
 
 /// Drops the loops inside others; the last one moves into the place of one that is dropped.
 void dropNested(Rings& rings, std::vector<Label>& loops) {
-  std::vector<Outline> outlines;
-  outlines.reserve(loops.size());
-  for (const Label loop : loops) outlines.emplace_back(rings.pointsOf(loop));
+  Nesting nesting(rings, loops);
+  std::vector<std::size_t> numbers(loops.size());
+  std::iota(numbers.begin(), numbers.end(), std::size_t{0});
   for (std::size_t i = 0; i < loops.size();) {
-    if (!isNested(outlines, i)) {
+    if (!nesting.isNested(numbers[i])) {
       ++i;
       continue;
     }
-    if (i + 1 < outlines.size()) outlines[i] = std::move(outlines.back());
-    outlines.pop_back();
+    nesting.drop(numbers[i]);
+    numbers[i] = numbers.back();
+    numbers.pop_back();
     rings.drop(loops[i]);
     loops[i] = loops.back();
     loops.pop_back();
@@ -175,13 +215,30 @@ class Joining {
   /// Joins `loop` at the first vertex of `first` that lies in one place with one of its own.
   void join(Label first, Label loop) {
     await(loop, first);
+    std::size_t touching = 0;
     rings_.forEachVertex(loop, [&](Vertex v) {
-      rings_.places().forEachAt(v, [&](Vertex other) { touched_[other] = loop; });
+      rings_.places().forEachAt(v, [&](Vertex other) {
+        if (touched_[other] == loop) return;
+        touched_[other] = loop;
+        if (rings_.labelOf(other) == first) ++touching;
+      });
     });
-    Vertex a = rings_[first].start;
-    while (touched_[a] != loop) a = rings_.after(a);
+    const Vertex a = firstTouching(loop, rings_[first].start, touching);
     rings_.join(a, *firstListed(rings_, a, loop));
     fillPlaceOf(loop);
+  }
+
+  /// The first vertex from `start` on that touches the loop, of `count` in that ring: the first one
+  /// met going forward, or the last one going backward, whichever is nearer.
+  Vertex firstTouching(Label loop, Vertex start, std::size_t count) const {
+    Vertex ahead = start;
+    Vertex behind = start;
+    while (touched_[ahead] != loop) {
+      ahead = rings_.after(ahead);
+      behind = rings_.before(behind);
+      if (touched_[behind] == loop && --count == 0) return behind;
+    }
+    return ahead;
   }
 
   void fillPlaceOf(Label joined) {

@@ -21,6 +21,8 @@ class Outline {
 
   const std::vector<qcVector<2>>& points() const noexcept { return points_; }
   std::size_t size() const noexcept { return points_.size(); }
+  /// The box of the vertices; points outside it are not held.
+  const plane::Box& bounds() const noexcept { return bounds_; }
 
   /// See crossings().
   std::vector<Crossing> crossingsWith(const qcVector<2>& a, const qcVector<2>& b,

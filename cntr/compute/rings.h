@@ -67,6 +67,7 @@ class Rings {
   std::size_t labelCount() const noexcept { return rings_.size(); }
   const Ring& operator[](Label ring) const { return rings_[ring]; }
   Vertex after(Vertex v) const { return next_[v]; }
+  Vertex before(Vertex v) const { return previous_[v]; }
   /// The ring of v, or none when it was dropped.
   Label labelOf(Vertex v) const { return labelOf_[v]; }
   std::vector<qcVector<2>> pointsOf(Label ring) const;

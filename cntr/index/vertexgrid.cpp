@@ -2,6 +2,7 @@
 
 #include <cntr/index/vertexgrid.h>
 
+#include <algorithm>
 #include <bit>
 #include <limits>
 
@@ -25,9 +26,26 @@ struct Neighbours {
   explicit Neighbours(std::int64_t centre) noexcept
       : first(centre == Limits::min() ? centre : centre - 1),
         count(centre == Limits::min() || centre == Limits::max() ? 2 : 3) {}
+  std::int64_t last() const noexcept { return first + (count - 1); }
+
   std::int64_t first;
   int count;
 };
+
+/// Bits for blocks, for each slot of the hash table; a power of two.
+constexpr std::size_t bitsPerSlot = 4;
+constexpr std::size_t bitsPerWord = 64;
+
+/// A power of two.
+std::size_t slotsFor(std::size_t vertices) { return std::bit_ceil(vertices + vertices / 2 + 1); }
+std::size_t wordsFor(std::size_t slots) {
+  return std::max<std::size_t>(slots * bitsPerSlot / bitsPerWord, 1);
+}
+
+/// Blocks of 4 by 4 cells.
+VertexGrid::Cell blockOf(const VertexGrid::Cell& cell) noexcept {
+  return {cell.x >> 2U, cell.y >> 2U};
+}
 
 /// Two rounds: cell numbers may all be multiples of a large power of two.
 std::size_t hashOf(const VertexGrid::Cell& cell) noexcept {
@@ -48,7 +66,8 @@ VertexGrid::Cell VertexGrid::cellOf(const qcVector<2>& p, double tolerance) noex
 
 VertexGrid::VertexGrid(std::span<const qcVector<2>> points, double tolerance)
     : tolerance_(tolerance),
-      slots_(std::bit_ceil(points.size() + points.size() / 2 + 1)),
+      occupied_(wordsFor(slotsFor(points.size()))),
+      slots_(slotsFor(points.size())),
       indices_(points.size()) {
   countVertices(points);
   fillCells(points);
@@ -65,9 +84,27 @@ void VertexGrid::countVertices(std::span<const qcVector<2>> points) {
   for (const qcVector<2>& p : points) {
     const Cell cell = cellOf(p, tolerance_);
     Slot& slot = slots_[slotOf(cell)];
+    if (slot.count == 0) occupyBlockOf(cell);
     slot.cell = cell;
     ++slot.count;
   }
+}
+
+void VertexGrid::occupyBlockOf(const Cell& cell) noexcept {
+  const std::size_t bit = hashOf(blockOf(cell)) & (occupied_.size() * bitsPerWord - 1);
+  occupied_[bit / bitsPerWord] |= std::uint64_t{1} << (bit % bitsPerWord);
+}
+
+bool VertexGrid::mayHoldVertex(const Cell& first, const Cell& last) const noexcept {
+  const Cell low = blockOf(first);
+  const Cell high = blockOf(last);
+  for (std::int64_t x = low.x; x <= high.x; ++x) {
+    for (std::int64_t y = low.y; y <= high.y; ++y) {
+      const std::size_t bit = hashOf({x, y}) & (occupied_.size() * bitsPerWord - 1);
+      if ((occupied_[bit / bitsPerWord] >> (bit % bitsPerWord) & 1U) != 0) return true;
+    }
+  }
+  return false;
 }
 
 void VertexGrid::fillCells(std::span<const qcVector<2>> points) {
@@ -89,6 +126,7 @@ std::vector<int> VertexGrid::near(std::span<const qcVector<2>> points, const qcV
   const Cell centre = cellOf(p, tolerance_);
   const Neighbours columns(centre.x);
   const Neighbours rows(centre.y);
+  if (!mayHoldVertex({columns.first, rows.first}, {columns.last(), rows.last()})) return result;
   for (int column = 0; column < columns.count; ++column) {
     for (int row = 0; row < rows.count; ++row) {
       const Slot& slot = slots_[slotOf({columns.first + column, rows.first + row})];

@@ -49,7 +49,15 @@ class VertexGrid {
   void countVertices(std::span<const qcVector<2>> points);
   void fillCells(std::span<const qcVector<2>> points);
 
+  /// Notes that there is a vertex in the block of 4 by 4 cells around this one.
+  void occupyBlockOf(const Cell& cell) noexcept;
+  /// False when no cell from `first` to `last` holds a vertex: the answer to most points, found in
+  /// one or two looks where nine cells would have to be looked up.
+  bool mayHoldVertex(const Cell& first, const Cell& last) const noexcept;
+
   double tolerance_;
+  /// A bit for each block, by hash; blocks may share one.
+  std::vector<std::uint64_t> occupied_;
   /// A hash table with linear probing; its size is a power of two.
   std::vector<Slot> slots_;
   /// The vertices cell by cell, ascending within each.

@@ -7,10 +7,22 @@
 #include <cmath>
 #include <limits>
 
+#include <cntr/compute/manycrossings.h>
 #include <cntr/index/policy.h>
 #include <cntr/inertia.h>
 #include <cntr/model/regionsetcache.h>
 #include <cntr/plane/tolerances.h>
+
+namespace {
+
+std::vector<cntr::plane::Path> outlinesOf(const std::vector<qcPtrHandle_const<qcRegion>>& regions) {
+  std::vector<cntr::plane::Path> paths;
+  paths.reserve(regions.size());
+  for (const auto& region : regions) paths.push_back({region->points(), true});
+  return paths;
+}
+
+}  // namespace
 
 double qcRegionSet::area(bool considerHoles) const {
   std::optional<double>& known = cache().area[considerHoles ? 1 : 0];
@@ -121,13 +133,19 @@ bool qcRegionSet::isSelfIntersecting() const {
 
 bool qcRegionSet::hasCrossingPair() const {
   const cntr::index::RegionIndex* const known = index();
+  std::size_t pairs = 0;
   for (std::size_t i = 0; i + 1 < regions_.size(); ++i) {
     const auto isLaterAndCrosses = [&](std::size_t j) {
-      return j > i && regions_[i]->crosses(*regions_[j]);
+      if (j <= i) return false;
+      ++pairs;
+      return regions_[i]->crosses(*regions_[j]);
     };
     if (known != nullptr) {
       const std::vector<std::size_t> near = known->tree.touching(known->boxes[i]);
       if (std::any_of(near.begin(), near.end(), isLaterAndCrosses)) return true;
+      if (cntr::index::wantsEdgesOfSet(regions_.size(), pairs)) {
+        return cntr::compute::anyCrossesAnother(outlinesOf(regions_));
+      }
     } else {
       for (std::size_t j = i + 1; j < regions_.size(); ++j) {
         if (isLaterAndCrosses(j)) return true;

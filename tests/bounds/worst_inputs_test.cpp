@@ -182,6 +182,18 @@ TEST(RepairTest, VerticesInOnePlaceDoNotTakeMemoryForEachOther) {
   EXPECT_LE(watch.peakBytes(), 60 * points.size() * sizeof(qcVector<2>));
 }
 
+TEST(NestedRegionsTest, ThousandsOfThemAreNotComparedWithEachOther) {
+  // All pairs would take half a minute.
+  std::vector<Region> regions;
+  for (int i = 0; i < 30000; ++i) {
+    const double low = i;
+    const double high = 60001.0 - low;
+    regions.push_back(
+        Region(new qcRegion({{low, low}, {high, low}, {high, high}, {low, high}}, keep)));
+  }
+  EXPECT_FALSE(qcRegionSet(regions, keep).isSelfIntersecting());
+}
+
 Points triangleAt(double x, double y) { return {{x, y}, {x + 1, y}, {x, y + 1}}; }
 
 /// 100,000 triangles on a grid of spacing 2.

@@ -88,4 +88,25 @@ TEST(RadiusFromFirstTest, PassesOverDistancesThatAreNan) {
   EXPECT_EQ(radiusFromFirst(Points{{0, 0}, {3, infinity}}), infinity);
 }
 
+TEST(BoundingBoxTest, IsThatOfGrowingVertexByVertexToTheSignOfAZero) {
+  const double values[] = {0.0, -0.0, 1.0, -1.0, std::numeric_limits<double>::quiet_NaN()};
+  for (std::uint64_t seed = 1; seed <= 5000; ++seed) {
+    shapes::Random random(seed);
+    const std::size_t kinds = random.chance(0.5) ? 4 : 5;
+    std::vector<qcVector<2>> points(1 + random.below(7));
+    for (auto& p : points) {
+      const double x = values[random.below(kinds)];
+      const double y = values[random.below(kinds)];
+      p = {x, y};
+    }
+    cntr::plane::Box expected = cntr::plane::edgeBox(points.front(), points.front());
+    for (const auto& p : points) expected.add(p);
+    const cntr::plane::Box box = cntr::compute::boundingBox(points);
+    EXPECT_TRUE(same::same(box.minX, expected.minX)) << seed;
+    EXPECT_TRUE(same::same(box.minY, expected.minY)) << seed;
+    EXPECT_TRUE(same::same(box.maxX, expected.maxX)) << seed;
+    EXPECT_TRUE(same::same(box.maxY, expected.maxY)) << seed;
+  }
+}
+
 }  // namespace

@@ -49,6 +49,11 @@ TEST(PolicyTest, WantsARegionIndexFrom8RegionsOn) {
   EXPECT_TRUE(wantsRegionIndex(8));
 }
 
+TEST(PolicyTest, WantsTheEdgesOfASetAfter16PairsForEveryRegion) {
+  EXPECT_FALSE(wantsEdgesOfSet(100, 1599));
+  EXPECT_TRUE(wantsEdgesOfSet(100, 1600));
+}
+
 TEST(PolicyTest, WantsStripsAfterAComparisonForEveryEdge) {
   EXPECT_FALSE(wantsStrips(100, 99));
   EXPECT_TRUE(wantsStrips(100, 100));

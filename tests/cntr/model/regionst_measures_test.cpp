@@ -471,4 +471,12 @@ TEST(RegionSetRectTest, ATransformThatIsNotANumberIsNotRemembered) {
   EXPECT_EQ(noticesOf(set, [&] { set.encloseRect(shift(std::nan(""))); }), 1U);
 }
 
+TEST(RegionSetCrossingTest, RegionsOneInTheOtherDoNotCross) {
+  Handles regions;
+  for (int i = 0; i < 100; ++i) regions.push_back(handle(square(i, i, 300 - 2 * i)));
+  EXPECT_FALSE(setOf(regions).isSelfIntersecting());
+  regions.push_back(handle(square(140, 95, 20)));
+  EXPECT_TRUE(setOf(regions).isSelfIntersecting());
+}
+
 }  // namespace
