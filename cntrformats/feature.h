@@ -45,6 +45,8 @@ struct Feature {
   Geometry geometry;
   /// The name that the file gives it besides the label.
   std::optional<std::string> id;
+  /// The file says more of it, which is not read: what annotation tools note of a shape.
+  bool hasFurtherMembers = false;
   /// Why there is no geometry to ask; empty when there is one.
   std::string problem;
   /// The JSON of the Feature or geometry that it was read from; empty when that was not JSON or was

@@ -25,6 +25,7 @@ Losses lossesOf(const Feature& feature, const Holding& holding) {
   if (feature.label && !holding.label) losses.push_back("labels");
   if (feature.id && !holding.id) losses.push_back("ids");
   if (!holding.properties && hasOtherProperties(feature.text)) losses.push_back("other properties");
+  if (feature.hasFurtherMembers) losses.push_back("other members of annotations");
   if (!feature.geometry.edgelets.empty() && !holding.edgelets) losses.push_back("edge elements");
   return losses;
 }

@@ -69,6 +69,27 @@ Geometry segmentation(JsonValue value) {
   return geometry;
 }
 
+/// Passes over a member, and notes when it says something.
+void passOverFurther(JsonValue value, Feature& feature) {
+  switch (json_type(value.type())) {
+    case json_type::null:
+      return passOver(value);
+    case json_type::string:
+      if (!std::string_view(value.get_string()).empty()) feature.hasFurtherMembers = true;
+      return;
+    case json_type::object:
+      for (auto field : value.get_object()) {
+        static_cast<void>(std::string_view(field.unescaped_key()));
+        passOver(field.value());
+        feature.hasFurtherMembers = true;
+      }
+      return;
+    default:
+      feature.hasFurtherMembers = true;
+      return passOver(value);
+  }
+}
+
 /// Reads a member; its error waits for the members that come after it.
 template <class Read>
 void attempt(std::string& problem, const Read& read) {
@@ -107,7 +128,7 @@ void readCocoAnnotation(std::string& text, const TextPlace& place, Feature& feat
       } else if (name == "id") {
         feature.id = readId(field.value());
       } else {
-        passOver(field.value());
+        passOverFurther(field.value(), feature);
       }
     }
   });
@@ -130,7 +151,7 @@ void readLabelMeShape(std::string& text, const TextPlace& place, Feature& featur
       } else if (name == "shape_type" && json_type(field.value().type()) == json_type::string) {
         kind = std::string_view(field.value().get_string());
       } else {
-        passOver(field.value());
+        passOverFurther(field.value(), feature);
       }
     }
   });

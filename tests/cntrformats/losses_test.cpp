@@ -35,6 +35,15 @@ Losses lossesIn(const char* format, const Feature& feature) {
 
 }  // namespace
 
+TEST(Losses, WhatAnnotationToolsNoteOfAShapeIsLostEverywhere) {
+  Feature feature = texts::outline(texts::square(4));
+  feature.hasFurtherMembers = true;
+  for (const Format& format : allFormats()) {
+    EXPECT_THAT(format.lossesOf(feature), ElementsAre(StrEq("other members of annotations")))
+        << format.name;
+  }
+}
+
 TEST(Losses, GeoJsonHoldsAll) {
   EXPECT_THAT(lossesIn("geojson", full()), IsEmpty());
   EXPECT_THAT(lossesIn("geojsonl", full()), IsEmpty());

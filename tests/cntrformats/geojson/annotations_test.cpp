@@ -40,6 +40,7 @@ TEST(Coco, PolygonsAreTheParts) {
   EXPECT_TRUE(feature.geometry.multiple);
   EXPECT_EQ(feature.geometry.parts[0].outline, (Points{{0, 0}, {4, 0}, {4, 4}}));
   EXPECT_EQ(feature.geometry.parts[1].outline, (Points{{6, 6}, {7, 6}, {7, 7.5}}));
+  EXPECT_TRUE(feature.hasFurtherMembers);
 }
 
 TEST(Coco, MasksAndOtherAnnotationsAreNamed) {
@@ -79,6 +80,18 @@ TEST(LabelMe, PolygonsRectanglesAndLinesAreRead) {
   EXPECT_EQ(found.features[1].geometry.parts[0].outline, (Points{{1, 2}, {3, 2}, {3, 5}, {1, 5}}));
   EXPECT_FALSE(found.features[2].geometry.closed);
   EXPECT_EQ(found.features[2].geometry.parts[0].outline.size(), 3);
+}
+
+TEST(LabelMe, MembersThatSayNothingAreNotLost) {
+  const auto found = texts::read(
+      "geojson", labelMe(R"({"label":"a","points":[[0,0],[4,0],[4,4]],"group_id":null,"flags":{},)"
+                         R"("description":"","shape_type":"polygon"},)"
+                         R"({"points":[[0,0],[4,0],[4,4]],"flags":{"blurred":true}},)"
+                         R"({"points":[[0,0],[4,0],[4,4]],"description":"a nut"},)"
+                         R"({"points":[[0,0],[4,0],[4,4]],"group_id":3})"));
+  ASSERT_EQ(found.features.size(), 4);
+  EXPECT_FALSE(found.features[0].hasFurtherMembers);
+  for (std::size_t i = 1; i < 4; ++i) EXPECT_TRUE(found.features[i].hasFurtherMembers) << i;
 }
 
 TEST(LabelMe, OtherShapesAreNamed) {
