@@ -45,16 +45,17 @@ Box boxOf(const Mark& mark) { return std::visit(BoxOf(), mark); }
 MarkList::Thinner::Thinner(double pixel)
     : tolerance_(hullTolerance * pixel),
       spots_(spotSpacing * pixel),
-      segments_(shortSegment * pixel) {}
+      segments_(shortSegment * pixel),
+      tints_(shortSegment * pixel) {}
 
 bool MarkList::Thinner::operator()(Ring& ring) const {
   ring.points = thinnedRing(ring.points, tolerance_);
   return true;
 }
 
-bool MarkList::Thinner::isSeen(const qcVector<2>& from, const qcVector<2>& to) {
-  const bool isShort = from.distance(to) < segments_.size();
-  return !isShort || segments_.take(from);
+bool MarkList::Thinner::operator()(const Segment& segment) {
+  const bool isShort = segment.from.distance(segment.to) < segments_.size();
+  return !isShort || segments_.take(segment.from);
 }
 
 void MarkList::add(std::vector<Mark> marks) {

@@ -60,8 +60,9 @@ Box boxOf(const Mark& mark);
 /// The size of the squares, in pixels, of which only one crossing is shown.
 inline constexpr double spotSpacing = 3.0;
 
-/// The marks of an overlay, without what cannot be seen: vertices of rings, crossings and short
-/// segments that share a square with another one.
+/// The marks of an overlay, without what cannot be seen: vertices of rings, and crossings, short
+/// segments and tints that share a square with another one. Tints are short, and where one begins
+/// with another it would be drawn over it.
 class MarkList {
  public:
   /// `pixel` is the size of a pixel.
@@ -82,8 +83,8 @@ class MarkList {
     explicit Thinner(double pixel);
 
     bool operator()(Ring& ring) const;
-    bool operator()(const Segment& segment) { return isSeen(segment.from, segment.to); }
-    bool operator()(const Tint& tint) { return isSeen(tint.from, tint.to); }
+    bool operator()(const Segment& segment);
+    bool operator()(const Tint& tint) { return tints_.take(tint.from); }
     bool operator()(const Spot& spot) { return spots_.take(spot.at); }
     template <typename Other>
     bool operator()(const Other&) const {
@@ -91,11 +92,10 @@ class MarkList {
     }
 
    private:
-    bool isSeen(const qcVector<2>& from, const qcVector<2>& to);
-
     double tolerance_;
     Squares spots_;
     Squares segments_;
+    Squares tints_;
   };
 
   Thinner thinner_;

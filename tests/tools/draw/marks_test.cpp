@@ -102,16 +102,20 @@ TEST(MarkList, KeepsOneShortSegmentInEachSquareOfHalfAPixel) {
   EXPECT_EQ(countOf(1.9, marks), 4);
 }
 
-TEST(MarkList, ThinsTintsAsSegmentsAndRemembersTheLargestValue) {
+TEST(MarkList, KeepsOneTintInEachSquareAndRemembersTheLargestValue) {
   MarkList list(2.1);
   EXPECT_EQ(list.range(), 0.0);
-  list.add({Tint{{0, 0}, {1, 0}, 0.5}, Tint{{0.6, -0.3}, {0.6, 0.7}, -3.0},
+  list.add({Tint{{0, 0}, {1, 0}, 0.5}, Tint{{0.6, -0.3}, {9, 0.7}, -3.0},
             Tint{{0.7, 0}, {0.7, 1}, 2.0}});
   EXPECT_EQ(list.marks().size(), 2U);
   EXPECT_EQ(list.range(), 3.0);
   list.thin(100.0);
   EXPECT_EQ(list.marks().size(), 1U);
   EXPECT_EQ(list.range(), 3.0);
+}
+
+TEST(MarkList, TintsTakeNoSquaresOfSegments) {
+  EXPECT_EQ(countOf(2.1, {Tint{{0, 0}, {1, 0}, 0.5}, Segment{{0, 0}, {1, 0}}}), 2U);
 }
 
 TEST(MarkList, ThinsRingsByATwentiethOfAPixel) {
