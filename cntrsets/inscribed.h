@@ -23,8 +23,9 @@
 /// The radius is the distance of the centre from the boundary, but for rounding: 1e-15 of the
 /// extent (the longer side of the bounding box), and that of the centre's coordinates. A tolerance
 /// below 1e-10 of the extent counts as that much. Throws qcContourDefs::BadParams "tolerance is not
-/// positive", "a coordinate is not a finite number", and what qf_MakeValid() throws for rings that
-/// touch, cross or overlap.
+/// positive", "a coordinate is not a finite number", "the feature is too thin for the tolerance"
+/// when that would take more than about a second (2^20 pieces and 256 for each vertex), and what
+/// qf_MakeValid() throws for rings that touch, cross or overlap.
 ///
 /// The bounding box is halved again and again, and a piece is dropped when no point of it can be
 /// farther from the boundary by more than the tolerance than the farthest one so far (P. Hansen, D.
@@ -34,7 +35,9 @@
 /// program of their tangents gives, is largest at a corner. O(n log n) for most outlines, and less
 /// than qf_RingContact() takes. Worst where a gap between edges has the same width all along: each
 /// vertex beside it then takes a number of pieces that grows with log(width / tolerance). Where n
-/// edges are equally far from a point, looking for the nearest one there takes O(n).
+/// edges are equally far from a point, looking for the nearest one there takes O(n). A shape much
+/// thinner than it is long takes a number of pieces that grows with length / width, as long as the
+/// width exceeds the tolerance.
 CNTRSETS_EXPORT qcCircle qf_InscribedCircle(const std::vector<qcRings>& feature, double tolerance);
 
 /// The same for a feature whose contact is known.

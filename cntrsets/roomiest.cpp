@@ -7,6 +7,7 @@
 #include <cstddef>
 #include <vector>
 
+#include <cntr/contourdefs.h>
 #include <cntrsets/tangents.h>
 
 namespace cntr::sets {
@@ -20,6 +21,11 @@ constexpr double slack = 1e-14;
 constexpr int mostTangents = 8;
 /// A cell is halved when the tangents leave open less than this share of what its bound does.
 constexpr double smallShare = 0.25;
+
+/// Pieces that are looked at before the search is given up: about a second, and more for many
+/// sides. Shapes a hundred thousand times as long as wide can need more.
+constexpr std::size_t mostPieces = std::size_t{1} << 20U;
+constexpr std::size_t mostPiecesOfSide = 256;
 
 /// An upright rectangle that is still to be searched.
 struct Cell {
@@ -37,13 +43,18 @@ struct Cell {
 class Search {
  public:
   Search(std::span<const Side> sides, double tolerance)
-      : tree_(sides), tolerance_(tolerance), best_{sides.front().a, 0.0} {}
+      : tree_(sides),
+        tolerance_(tolerance),
+        pieces_(mostPieces + mostPiecesOfSide * sides.size()),
+        best_{sides.front().a, 0.0} {}
 
   Room run() {
     std::vector<Cell> cells{everything()};
     while (!cells.empty()) {
       Cell cell = cells.back();
       cells.pop_back();
+      if (pieces_-- == 0)
+        throw qcContourDefs::BadParams(L"the feature is too thin for the tolerance");
       const Point target = visit(cell);
       if (isPromising(cell)) split(cell, target, cells);
     }
@@ -121,6 +132,8 @@ class Search {
 
   SideTree tree_;
   double tolerance_;
+  /// That may still be looked at.
+  std::size_t pieces_;
   Room best_;
   TangentProgram program_;
 };

@@ -96,7 +96,7 @@ double doubledArea(const Ring& ring) {
 Hull hullOf(const Ring& points) {
   Ring corners;
   qfConvexHull(points, corners);
-  Hull hull{0.5 * doubledArea(corners), 0.0};
+  Hull hull{qf_FilledArea({{corners, {}}}, qcRingContact::eTouches), 0.0};
   for (std::size_t i = 0; i < corners.size(); ++i)
     hull.length += corners[i].distance(corners[(i + 1) % corners.size()]);
   return hull;
@@ -123,6 +123,16 @@ std::vector<Ring> turnedRings(const std::vector<qcRings>& parts) {
     for (const Ring& hole : part.holes) add(hole, true);
   }
   return rings;
+}
+
+/// Nothing where the shape is too thin.
+std::optional<qcCircle> inscribedIn(const std::vector<qcRings>& parts, qcRingContact contact) {
+  try {
+    const qcCircle circle = qf_InscribedCircle(parts, contact, inscribedTolerance);
+    return circle.radius() > 0.0 ? std::optional(circle) : std::nullopt;
+  } catch (const qcContourDefs::BadParams&) {
+    return std::nullopt;
+  }
 }
 
 /// The library's own answer, in which its tolerances are absolute.
@@ -158,9 +168,7 @@ void addFilled(Facts& facts, const std::vector<qcRings>& parts, Needs needs, Fil
   if ((needs & eMoments) != 0U) facts.moments = qf_FilledMoments(boundary, qcRingContact::eTouches);
   if ((needs & eHu) != 0U) facts.hu = qf_HuMoments(turnedRings(boundary));
   if ((needs & eInscribed) != 0U) {
-    const qcCircle circle = qf_InscribedCircle(
-        boundary, simple ? *facts.contact : qcRingContact::eSimple, inscribedTolerance);
-    if (circle.radius() > 0.0) facts.inscribed = circle;
+    facts.inscribed = inscribedIn(boundary, simple ? *facts.contact : qcRingContact::eSimple);
   }
   if ((needs & eSolid) == 0U || parts.size() > 1) return;
   facts.solidArea = local.front().holes.empty() ? area : areaWithoutHoles(local.front(), simple);

@@ -198,6 +198,17 @@ TEST(InscribedCircle, OfANeedleIsFound) {
   EXPECT_GE(radiusOf({{{{0, 0}, {1e9, 1e-9}, {1e9, 2e-9}}, {}}}, 1e-9), 0.0);
 }
 
+TEST(InscribedCircle, IsNotLookedForInWhatIsFarTooThin) {
+  // A diagonal so thin that its pieces would be a hundred million.
+  const Feature thin{{{{0, 0}, {1e8, 1e8}, {1e8 + 1, 1e8}, {1, 0}}, {}}};
+  try {
+    qf_InscribedCircle(thin, 1e-1);
+    FAIL() << "not refused";
+  } catch (const qcContourDefs::BadParams& error) {
+    EXPECT_EQ(error.message(), L"the feature is too thin for the tolerance");
+  }
+}
+
 /// A gap of even width between two circles of n corners each.
 Feature annulus(std::size_t n, double inner) {
   return {{shapes::regularPolygon(n, 100.0, {0, 0}), {shapes::regularPolygon(n, inner, {0, 0})}}};

@@ -343,6 +343,12 @@ TEST(Measures, TheInscribedCircleIsThatOfTheFilledSet) {
   }
 }
 
+TEST(Measures, AThinDiagonalHasAllMeasuresButTheInscribedCircle) {
+  const Feature thin{{{{0, 0}, {2e5, 2e5}, {2e5 + 1, 2e5}, {1, 0}}, {}}};
+  EXPECT_TRUE(isNothing(measured("inscribed_radius", thin)));
+  EXPECT_EQ(numberOf("area", thin), 2e5);
+}
+
 TEST(Measures, OfRingsThatTouchNeedNoNote) {
   EXPECT_EQ(noteOf({{square, {box(0, 2, 4, 4)}}}), "");
   EXPECT_EQ(numberOf("area", {{square, {box(0, 2, 4, 4)}}}), 92.0);
