@@ -97,10 +97,12 @@ void BoxHierarchy::descendByBound(std::size_t level, std::size_t first, std::siz
                                   BoundOf& boundOf, Limit& limit, VisitRun& visitRun) const {
   std::array<double, fanOut> bounds{};
   std::array<std::size_t, fanOut> boxes{};
-  std::size_t left = last - first;
-  for (std::size_t i = 0; i < left; ++i) {
-    bounds[i] = boundOf(levels_[level][first + i]);
-    boxes[i] = first + i;
+  std::size_t left = 0;
+  for (std::size_t i = first; i < last; ++i) {
+    const double bound = boundOf(levels_[level][i]);
+    if (bound > limit()) continue;
+    bounds[left] = bound;
+    boxes[left++] = i;
   }
   while (left > 0) {
     std::size_t next = 0;

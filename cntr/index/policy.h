@@ -70,8 +70,8 @@ constexpr bool wantsContainmentGrid(std::size_t vertices, std::size_t work) noex
 constexpr bool wantsRegionIndex(std::size_t regions) noexcept { return regions >= 8; }
 
 /// The edges of all regions of a set by place, for one search for a crossing that has compared this
-/// many pairs of regions. For 10,000 squares one in the other, a pair takes 70 ns, all pairs 3.5 s,
-/// the edges 15 ms.
+/// many pairs of regions. For 10,000 squares one in the other, a pair takes 90 ns, all pairs 4.6 s,
+/// the search by edges 0.06 s.
 constexpr bool wantsEdgesOfSet(std::size_t regions, std::size_t pairs) noexcept {
   constexpr std::size_t pairsPerRegion = 16;
   return pairs >= pairsPerRegion * regions;
