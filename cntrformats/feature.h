@@ -34,6 +34,8 @@ struct Geometry {
 
 /// A number, or the name of a class.
 using Label = std::variant<unsigned long, std::string>;
+/// Numbers are no larger.
+inline constexpr unsigned long largestLabel = 4294967295;
 
 /// The label as people read it.
 std::string toText(const Label& label);

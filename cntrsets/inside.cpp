@@ -171,9 +171,9 @@ std::vector<std::size_t> pointsInBox(const std::vector<qcRings>& feature,
 }
 
 /// Answers about the points of a feature.
-class Feature {
+class AskedFeature {
  public:
-  Feature(const std::vector<qcRings>& feature, const Scaling& scaling, std::size_t points)
+  AskedFeature(const std::vector<qcRings>& feature, const Scaling& scaling, std::size_t points)
       : scaling_(scaling) {
     const qcRingContact contact = qf_RingContact(feature);
     bySets_ = contact == qcRingContact::eCrosses || contact == qcRingContact::eOverlaps;
@@ -219,7 +219,7 @@ std::vector<bool> qf_Inside(const std::vector<qcRings>& feature,
   std::vector<bool> inside(points.size(), false);
   const std::vector<std::size_t> candidates = pointsInBox(rings, points);
   if (candidates.empty()) return inside;
-  const Feature asked(rings, scaling, candidates.size());
+  const AskedFeature asked(rings, scaling, candidates.size());
   for (const std::size_t i : candidates) inside[i] = asked.holds(points[i]);
   return inside;
 }

@@ -112,7 +112,7 @@ Geometry geometryOf(const qcRegionSet& set) {
   return geometry;
 }
 
-void read(const qcPersistent* shape, Feature& feature) {
+void readShape(const qcPersistent* shape, Feature& feature) {
   if (const auto* set = dynamic_cast<const qcRegionSet*>(shape)) {
     feature.geometry = geometryOf(*set);
     feature.label = commonLabel(*set);
@@ -130,8 +130,8 @@ void readShapes(qcArchive& archive, const Source& source, Sink& sink) {
   for (std::size_t number = 1; number <= count; ++number) {
     const std::uint64_t begin = source.position();
     const qcPersistent* shape = archive.transferShared(nullptr);
-    const auto feature =
-        std::make_shared<Feature>(decoded(number, [shape](Feature& made) { read(shape, made); }));
+    const auto feature = std::make_shared<Feature>(
+        decoded(number, [shape](Feature& made) { readShape(shape, made); }));
     sink.take({{number}, source.position() - begin, [feature] { return std::move(*feature); }});
   }
 }

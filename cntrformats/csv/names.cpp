@@ -12,7 +12,6 @@ constexpr std::string_view lineSuffix = "/line";
 constexpr std::string_view partWord = "/part ";
 constexpr std::string_view holeWord = "/hole ";
 
-constexpr unsigned long long largestLabel = 4294967295U;
 constexpr std::size_t mostDigitsOfLabel = 10;
 
 bool isAllDigits(const std::string& text) {

@@ -91,7 +91,7 @@ Geometry geometryOf(const std::vector<Ring>& rings) {
   return geometry;
 }
 
-void read(const std::vector<Ring>& rings, Feature& feature) {
+void readRings(const std::vector<Ring>& rings, Feature& feature) {
   FeatureName name = parseFeatureName(rings.front().name.id);
   feature.label = name.label;
   feature.id = std::move(name.id);
@@ -99,9 +99,9 @@ void read(const std::vector<Ring>& rings, Feature& feature) {
 }
 
 /// Gathers the rings of one feature after the other.
-class Gatherer {
+class RingGatherer {
  public:
-  explicit Gatherer(Sink& sink) : sink_(sink) {}
+  explicit RingGatherer(Sink& sink) : sink_(sink) {}
 
   void add(const std::string& id, Vertex vertex, std::size_t line) {
     if (rings_.empty() || id != id_) beginRing(id, line);
@@ -119,7 +119,7 @@ class Gatherer {
     if (rings_.empty()) return;
     const std::size_t number = ++number_;
     sink_.take({{number, line_}, size_, [rings = std::move(rings_), number] {
-                  return decoded(number, [&rings](Feature& feature) { read(rings, feature); });
+                  return decoded(number, [&rings](Feature& feature) { readRings(rings, feature); });
                 }});
     rings_.clear();
     size_ = 0;
@@ -242,7 +242,7 @@ bool looksLikeCsv(std::string_view line) {
 
 void readCsv(Source& source, Keep /*keep*/, Sink& sink) {
   Lines lines(source);
-  Gatherer gatherer(sink);
+  RingGatherer gatherer(sink);
   Table table;
   std::string line;
   std::vector<std::string> fields;

@@ -14,7 +14,7 @@ namespace {
 
 using simdjson::ondemand::json_type;
 
-void requireObject(bool isObject, const std::string& text, const char* what) {
+void requireKind(bool isObject, const std::string& text, const char* what) {
   if (!isObject) throw FeatureError(excerpt(text) + " is not " + what);
 }
 
@@ -132,7 +132,7 @@ void readCocoAnnotation(std::string& text, const TextPlace& place, Feature& feat
       }
     }
   });
-  requireObject(isObject, text, "an annotation");
+  requireKind(isObject, text, "an annotation");
   if (!problem.empty()) throw FeatureError(problem);
 }
 
@@ -155,7 +155,7 @@ void readLabelMeShape(std::string& text, const TextPlace& place, Feature& featur
       }
     }
   });
-  requireObject(isObject, text, "a shape");
+  requireKind(isObject, text, "a shape");
   if (!problem.empty()) throw FeatureError(problem);
   feature.geometry = geometryOf(kind, points);
 }

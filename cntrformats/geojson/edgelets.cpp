@@ -13,7 +13,7 @@ namespace {
 
 /// A whole number in a range that its type has.
 template <class Number>
-bool read(std::string_view text, Number& number) {
+bool readWhole(std::string_view text, Number& number) {
   const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
   return error == std::errc() && end == text.data() + text.size();
 }
@@ -22,7 +22,7 @@ qcEdgelet edgelet(std::string_view json, const qcVector<2>& position) {
   unsigned short magnitude = 0;
   unsigned char angle = 0;
   const auto values = json.starts_with('[') ? elementsOf(json) : std::vector<std::string_view>();
-  if (values.size() != 2 || !read(values[0], magnitude) || !read(values[1], angle)) {
+  if (values.size() != 2 || !readWhole(values[0], magnitude) || !readWhole(values[1], angle)) {
     throw FeatureError(excerpt(json) + " is not [magnitude, angle], from 0 to 65535 and 255");
   }
   return {position, magnitude, qcAngle8(angle)};

@@ -15,8 +15,6 @@ namespace {
 
 using simdjson::ondemand::json_type;
 
-constexpr double largestLabel = 4294967295.0;
-
 json_type kindOf(JsonValue value) { return value.type(); }
 
 /// Reads the members of a feature, in whatever order they are.
@@ -85,7 +83,8 @@ std::optional<Label> readLabel(JsonValue value) {
   const json_type kind = kindOf(value);
   if (kind == json_type::string) return std::string(std::string_view(value.get_string()));
   const double number = kind == json_type::number ? double(value.get_double()) : -1.0;
-  if (number >= 0.0 && number <= largestLabel && number == std::floor(number)) {
+  if (number >= 0.0 && number <= static_cast<double>(largestLabel) &&
+      number == std::floor(number)) {
     return static_cast<unsigned long>(number);
   }
   const std::string_view raw = rawOf(value);

@@ -5,6 +5,7 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 
 #include <cntrformats/feature.h>
 #include <cntrformats/geojson/parse.h>
@@ -12,6 +13,9 @@
 #include <cntrformats/writer.h>
 
 namespace formats {
+
+/// The type of a document of features, as it stands there.
+inline constexpr std::string_view featureCollection = "\"FeatureCollection\"";
 
 /// Reads a Feature or a geometry, the whole text. Throws FeatureError.
 void readFeature(std::string& text, const TextPlace& place, Feature& feature);

@@ -30,7 +30,7 @@ void turn(List& list) {
 
 /// Appends "[element,element,...]".
 template <class List, class AppendElement>
-void appendList(std::string& json, const List& list, const AppendElement& appendElement) {
+void appendJsonList(std::string& json, const List& list, const AppendElement& appendElement) {
   json += '[';
   const char* separator = "";
   for (const auto& element : list) {
@@ -41,7 +41,7 @@ void appendList(std::string& json, const List& list, const AppendElement& append
 }
 
 void appendPositions(std::string& json, const Points& points) {
-  appendList(json, points, [&json](const qcVector<2>& p) {
+  appendJsonList(json, points, [&json](const qcVector<2>& p) {
     json.append(1, '[').append(allDigits(p.x())).append(1, ',');
     json.append(allDigits(p.y())).append(1, ']');
   });
@@ -77,8 +77,8 @@ std::string coordinatesOf(const Geometry& geometry) {
   if (geometry.parts.size() == 1 && !geometry.multiple) {
     appendCoordinates(json, geometry.parts.front(), geometry.closed);
   } else {
-    appendList(json, geometry.parts,
-               [&](const qcRings& part) { appendCoordinates(json, part, geometry.closed); });
+    appendJsonList(json, geometry.parts,
+                   [&](const qcRings& part) { appendCoordinates(json, part, geometry.closed); });
   }
   return json;
 }
@@ -100,7 +100,7 @@ std::string edgeletProperty(const Geometry& geometry) {
   std::vector<qcEdgelet> edgelets = geometry.edgelets.front();
   if (isTurned(geometry)) turn(edgelets);
   std::string json;
-  appendList(json, edgelets, [&json](const qcEdgelet& edgelet) {
+  appendJsonList(json, edgelets, [&json](const qcEdgelet& edgelet) {
     json.append(1, '[').append(std::to_string(edgelet.magnitude())).append(1, ',');
     json.append(std::to_string(edgelet.angle().steps())).append(1, ']');
   });

@@ -14,10 +14,8 @@ namespace formats {
 
 namespace {
 
-constexpr const char* collectionType = "\"FeatureCollection\"";
-
-void read(std::string& text, std::size_t line, Feature& feature) {
-  if (memberOf(text, "type") == collectionType) {
+void readLine(std::string& text, std::size_t line, Feature& feature) {
+  if (memberOf(text, "type") == featureCollection) {
     throw FeatureError("a whole FeatureCollection, which is no line of GeoJSON lines");
   }
   readFeature(text, {line, 1}, feature);
@@ -32,7 +30,7 @@ bool isFeatureLine(std::string_view line) {
     return false;
   }
   const std::string_view type = memberOf(line, "type");
-  return type.starts_with('"') && type != collectionType;
+  return type.starts_with('"') && type != featureCollection;
 }
 
 }  // namespace
@@ -52,7 +50,8 @@ void readGeoJsonLines(Source& source, Keep keep, Sink& sink) {
     const auto kept = std::make_shared<std::string>(std::move(text));
     const std::size_t line = lines.number();
     sink.take({{number, line}, kept->size(), [kept, line, number, keep] {
-                 Feature feature = decoded(number, [&](Feature& made) { read(*kept, line, made); });
+                 Feature feature =
+                     decoded(number, [&](Feature& made) { readLine(*kept, line, made); });
                  if (keep == Keep::eSourceToo) feature.text = std::move(*kept);
                  return feature;
                }});

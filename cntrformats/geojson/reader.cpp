@@ -31,8 +31,6 @@ constexpr List featureList{"features", readFeature};
 constexpr std::array<List, 3> lists{
     {featureList, {"annotations", readCocoAnnotation}, {"shapes", readLabelMeShape}}};
 
-constexpr const char* collectionType = "\"FeatureCollection\"";
-
 /// The members of an object. Throws FileError for what is no JSON.
 Members checkedMembers(const std::string& object, const TextPlace& place) {
   try {
@@ -94,7 +92,8 @@ class DocumentReader {
   const List* listNamed(const std::string& name) const {
     if (isStreaming_) return nullptr;
     for (const List& list : lists) {
-      const bool fits = type_.empty() || (list.name == featureList.name && type_ == collectionType);
+      const bool fits =
+          type_.empty() || (list.name == featureList.name && type_ == featureCollection);
       if (list.name == name && fits) return &list;
     }
     return nullptr;
@@ -140,7 +139,7 @@ class DocumentReader {
   }
 
   void finish() {
-    if (isStreaming_ && (!isGeoJson_ || type_ == collectionType)) {
+    if (isStreaming_ && (!isGeoJson_ || type_ == featureCollection)) {
       if (isGeoJson_) takeMembers();
       return;
     }

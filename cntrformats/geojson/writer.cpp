@@ -19,7 +19,7 @@ std::string asMember(std::string json) {
 }
 
 /// As one line.
-std::string asLine(std::string json) {
+std::string inOneLine(std::string json) {
   if (json.find_first_of("\r\n") != std::string::npos) json = compact(json);
   return json;
 }
@@ -94,12 +94,12 @@ class GeoJsonLinesWriter : public FeatureWriter {
   GeoJsonLinesWriter(std::ostream& out, Rings rings) : out_(out), rings_(rings) {}
 
   Prepared prepare(Feature feature, bool isLone) const override {
-    return {asLine(toJson(feature, rings_)), {}, isLone};
+    return {inOneLine(toJson(feature, rings_)), {}, isLone};
   }
 
   std::optional<Prepared> prepareUnreadable(const Feature& feature, bool isLone) const override {
     if (feature.text.empty()) return std::nullopt;
-    return Prepared{asLine(feature.text), {}, isLone};
+    return Prepared{inOneLine(feature.text), {}, isLone};
   }
 
   void write(Prepared prepared) override { out_ << prepared.text << '\n'; }

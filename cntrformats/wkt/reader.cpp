@@ -25,9 +25,9 @@ namespace formats {
 
 namespace {
 
-constexpr std::size_t longestExcerpt = 20;
+constexpr std::size_t longestRest = 20;
 constexpr std::size_t mostCoordinates = 4;
-constexpr std::string_view collectionType = "GEOMETRYCOLLECTION";
+constexpr std::string_view wktCollection = "GEOMETRYCOLLECTION";
 
 bool isLetter(char c) { return std::isalpha(static_cast<unsigned char>(c)) != 0; }
 
@@ -79,7 +79,7 @@ class Parser {
       return {false, false, {single(line(""), "line has 0 points, but needs 2")}};
     if (type == "MULTILINESTRING") return {false, true, several(&Parser::line)};
     if (type == "LINEARRING") return {true, false, {{asRing(positions("outline"), "outline"), {}}}};
-    if (type == collectionType) return collection();
+    if (type == wktCollection) return collection();
     if (type == "POINT" || type == "MULTIPOINT") {
       throw FeatureError("a " + type + " has no outline");
     }
@@ -108,7 +108,7 @@ class Parser {
   Geometry collection() {
     Geometry all{true, true};
     std::size_t count = 0;
-    if (isEmpty()) throw FeatureError("a " + std::string(collectionType) + " has no outline");
+    if (isEmpty()) throw FeatureError("a " + std::string(wktCollection) + " has no outline");
     list([&] {
       ++count;
       try {
@@ -260,15 +260,15 @@ class Parser {
 
   std::string quotedRest() const {
     std::string text = "'";
-    text.append(rest_.substr(0, longestExcerpt));
-    return text.append(rest_.size() > longestExcerpt ? "...'" : "'");
+    text.append(rest_.substr(0, longestRest));
+    return text.append(rest_.size() > longestRest ? "...'" : "'");
   }
 
   std::string_view rest_;
 };
 
 /// Gathers the lines of one geometry.
-class Gatherer {
+class LineGatherer {
  public:
   bool isEmpty() const noexcept { return text_.empty(); }
   /// No parenthesis is open.
@@ -277,7 +277,7 @@ class Gatherer {
   /// within collections alone, and at the beginning.
   bool isBroken(const std::string& line) const {
     return isLetter(withoutBlanks(line).front()) &&
-           !startsWith(withoutReference(text_), collectionType);
+           !startsWith(withoutReference(text_), wktCollection);
   }
 
   void begin(std::string&& line, std::size_t number) {
@@ -308,7 +308,7 @@ class Gatherer {
   std::ptrdiff_t depth_ = 0;
 };
 
-void take(Gatherer& gatherer, std::size_t number, Sink& sink) {
+void take(LineGatherer& gatherer, std::size_t number, Sink& sink) {
   const auto text = std::make_shared<std::string>(gatherer.take());
   sink.take({{number, gatherer.line()}, text->size(), [text, number] {
                return decoded(
@@ -330,7 +330,7 @@ bool looksLikeWkt(std::string_view line) {
 
 void readWkt(Source& source, Keep /*keep*/, Sink& sink) {
   Lines lines(source);
-  Gatherer gatherer;
+  LineGatherer gatherer;
   std::string line;
   std::size_t number = 0;
   while (lines.next(line)) {

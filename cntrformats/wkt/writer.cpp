@@ -13,7 +13,7 @@ namespace {
 
 /// Appends "(element, element, ...)".
 template <class List, class AppendElement>
-void appendList(std::string& text, const List& list, const AppendElement& appendElement) {
+void appendWktList(std::string& text, const List& list, const AppendElement& appendElement) {
   const char* separator = "(";
   for (const auto& element : list) {
     text += separator;
@@ -24,8 +24,9 @@ void appendList(std::string& text, const List& list, const AppendElement& append
 }
 
 void appendPoints(std::string& text, const Points& points) {
-  appendList(text, points,
-             [&text](const qcVector<2>& p) { text += allDigits(p.x()) + ' ' + allDigits(p.y()); });
+  appendWktList(text, points, [&text](const qcVector<2>& p) {
+    text += allDigits(p.x()) + ' ' + allDigits(p.y());
+  });
 }
 
 void appendRing(std::string& text, const Points& ring) {
@@ -38,7 +39,7 @@ void appendPart(std::string& text, const qcRings& part, bool closed) {
   if (!closed) return appendPoints(text, part.outline);
   std::vector<Points> rings{part.outline};
   rings.insert(rings.end(), part.holes.begin(), part.holes.end());
-  appendList(text, rings, [&text](const Points& ring) { appendRing(text, ring); });
+  appendWktList(text, rings, [&text](const Points& ring) { appendRing(text, ring); });
 }
 
 std::string toWkt(const Geometry& geometry) {
@@ -50,8 +51,8 @@ std::string toWkt(const Geometry& geometry) {
     return text;
   }
   std::string text = "MULTI" + type;
-  appendList(text, parts,
-             [&, isClosed = closed](const qcRings& part) { appendPart(text, part, isClosed); });
+  appendWktList(text, parts,
+                [&, isClosed = closed](const qcRings& part) { appendPart(text, part, isClosed); });
   return text;
 }
 

@@ -21,8 +21,8 @@ struct Exact2 {
 
 Exact2 exact(const Point& p) { return {p.x(), p.y()}; }
 Exact2 from(const Point& a, const Point& b) { return {Exact(b.x()) - a.x(), Exact(b.y()) - a.y()}; }
-Exact dot(const Exact2& a, const Exact2& b) { return a.x * b.x + a.y * b.y; }
-Exact cross(const Exact2& a, const Exact2& b) { return a.x * b.y - a.y * b.x; }
+Exact exactDot(const Exact2& a, const Exact2& b) { return a.x * b.x + a.y * b.y; }
+Exact exactCross(const Exact2& a, const Exact2& b) { return a.x * b.y - a.y * b.x; }
 
 bool isBefore(const Point& a, const Point& b) {
   return a.x() < b.x() || (a.x() == b.x() && a.y() < b.y());
@@ -43,9 +43,9 @@ Points distinct(const Points& points) {
 bool isHullEdge(const Points& points, const Point& a, const Point& b) {
   return std::all_of(points.begin(), points.end(), [&](const Point& p) {
     const Exact2 way = from(a, b);
-    const int side = cross(way, from(a, p)).sign();
-    const Exact along = dot(way, from(a, p));
-    return side > 0 || (side == 0 && along.sign() >= 0 && along <= dot(way, way));
+    const int side = exactCross(way, from(a, p)).sign();
+    const Exact along = exactDot(way, from(a, p));
+    return side > 0 || (side == 0 && along.sign() >= 0 && along <= exactDot(way, way));
   });
 }
 
@@ -67,11 +67,11 @@ std::vector<OnEdge> rectanglesOn(const Points& hull) {
     on.from = hull[i];
     on.to = hull[(i + 1) % hull.size()];
     const Exact2 way = from(on.from, on.to);
-    on.squared = dot(way, way);
+    on.squared = exactDot(way, way);
     for (const Point& p : hull) {
-      on.least = std::min(on.least, dot(way, from(on.from, p)));
-      on.greatest = std::max(on.greatest, dot(way, from(on.from, p)));
-      on.depth = std::max(on.depth, cross(way, from(on.from, p)));
+      on.least = std::min(on.least, exactDot(way, from(on.from, p)));
+      on.greatest = std::max(on.greatest, exactDot(way, from(on.from, p)));
+      on.depth = std::max(on.depth, exactCross(way, from(on.from, p)));
     }
     all.push_back(on);
   }
@@ -118,21 +118,21 @@ struct ExactCircle {
 bool holds(const ExactCircle& circle, const Point& p) {
   const Exact2 way = {Exact(p.x()) * circle.divisor - circle.center.x,
                       Exact(p.y()) * circle.divisor - circle.center.y};
-  return dot(way, way) <= circle.squaredRadius;
+  return exactDot(way, way) <= circle.squaredRadius;
 }
 
 ExactCircle onDiameter(const Point& a, const Point& b) {
   const Exact2 way = from(a, b);
-  return {{Exact(a.x()) + b.x(), Exact(a.y()) + b.y()}, 2.0, dot(way, way)};
+  return {{Exact(a.x()) + b.x(), Exact(a.y()) + b.y()}, 2.0, exactDot(way, way)};
 }
 
 /// REQUIRES: a, b, c turn counter-clockwise.
 ExactCircle through(const Point& a, const Point& b, const Point& c) {
   const Exact2 u = from(a, b);
   const Exact2 v = from(a, c);
-  const Exact divisor = cross(u, v) * 2.0;
-  const Exact x = v.y * dot(u, u) - u.y * dot(v, v);
-  const Exact y = u.x * dot(v, v) - v.x * dot(u, u);
+  const Exact divisor = exactCross(u, v) * 2.0;
+  const Exact x = v.y * exactDot(u, u) - u.y * exactDot(v, v);
+  const Exact y = u.x * exactDot(v, v) - v.x * exactDot(u, u);
   return {{Exact(a.x()) * divisor + x, Exact(a.y()) * divisor + y}, divisor, x * x + y * y};
 }
 
@@ -142,7 +142,7 @@ std::vector<ExactCircle> circlesOn(const Points& points) {
     for (const Point& b : points) {
       if (!same(a, b)) all.push_back(onDiameter(a, b));
       for (const Point& c : points) {
-        if (cross(from(a, b), from(a, c)).sign() > 0) all.push_back(through(a, b, c));
+        if (exactCross(from(a, b), from(a, c)).sign() > 0) all.push_back(through(a, b, c));
       }
     }
   }

@@ -38,7 +38,7 @@ constexpr Operation operations[] = {{"union", qf_Union},
                                     {"difference", qf_Difference},
                                     {"symmetric-difference", qf_SymmetricDifference}};
 
-struct Options {
+struct CombineOptions {
   std::string a;
   std::string b;
   std::string from;
@@ -48,7 +48,7 @@ struct Options {
   OutputOptions output;
 };
 
-const Operation& operationOf(const Options& options) {
+const Operation& operationOf(const CombineOptions& options) {
   for (const Operation& operation : operations)
     if (options.operation == operation.name) return operation;
   throw CLI::ValidationError("--operation", "names no operation");
@@ -135,7 +135,8 @@ class CombiningEach : public NewOutlines {
   std::vector<Box> boxes_;
 };
 
-void combineEach(const Options& options, const Format& format, Inputs& inputs, Session& session) {
+void combineEach(const CombineOptions& options, const Format& format, Inputs& inputs,
+                 Session& session) {
   Parts others = outlinesOf(options.b, std::nullopt, inputs.from, session);
   if (session.diagnostics.status() >= eUnusable) return;
   FeatureFile file(session, options.output.file, format, Rings::eAsTheyWere, 1);
@@ -144,7 +145,8 @@ void combineEach(const Options& options, const Format& format, Inputs& inputs, S
   if (session.diagnostics.status() < eUnusable) combining.finish(session);
 }
 
-void combineAll(const Options& options, const Format& format, Inputs& inputs, Session& session) {
+void combineAll(const CombineOptions& options, const Format& format, Inputs& inputs,
+                Session& session) {
   const Parts a =
       outlinesOf(options.a, std::exchange(inputs.first, std::nullopt), inputs.from, session);
   const Parts b = outlinesOf(options.b, std::nullopt, inputs.from, session);
@@ -161,7 +163,7 @@ void combineAll(const Options& options, const Format& format, Inputs& inputs, Se
   file.complete();
 }
 
-void combine(const Options& options, Session& session) {
+void combine(const CombineOptions& options, Session& session) {
   Inputs inputs;
   inputs.files = {options.a};
   inputs.from = formatNamed(options.from);
@@ -183,14 +185,14 @@ void combine(const Options& options, Session& session) {
   }
 }
 
-void check(const Options& options) {
+void check(const CombineOptions& options) {
   if (options.a == "-" && options.b == "-")
     throw CLI::ValidationError("B", "only one of the two files can be standard input");
   if (options.each && options.operation != "intersection" && options.operation != "difference")
     throw CLI::ValidationError("--each", "goes with intersection and difference alone");
 }
 
-constexpr const char* help =
+constexpr const char* combineHelp =
     "Operations, on what the outlines fill (by the rule nonzero, see 'cntr repair --help'):\n"
     "  union                 what the outlines of A or of B fill\n"
     "  intersection          what both fill\n"
@@ -211,7 +213,7 @@ constexpr const char* help =
 }  // namespace
 
 void addCombine(CLI::App& app, Session& session) {
-  const auto options = std::make_shared<Options>();
+  const auto options = std::make_shared<CombineOptions>();
   CLI::App& command = *app.add_subcommand("combine", "Unite, intersect or subtract outlines");
   command.add_option("A", options->a, "A file of outlines; - is standard input")
       ->required()
@@ -227,7 +229,7 @@ void addCombine(CLI::App& app, Session& session) {
   addFrom(command, options->from);
   addJobs(command, options->jobs);
   addOutput(command, options->output);
-  command.footer(help);
+  command.footer(combineHelp);
   command.callback([options, &session] {
     check(*options);
     combine(*options, session);

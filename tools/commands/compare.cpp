@@ -29,7 +29,7 @@ using namespace formats;
 
 namespace {
 
-struct Options {
+struct CompareOptions {
   InputOptions input;
   RowOptions rows;
   std::string nominal;
@@ -45,7 +45,7 @@ struct Shown {
   bool placement;
   bool tolerance;
 
-  Shown(const Options& options, const Nominals& nominals)
+  Shown(const CompareOptions& options, const Nominals& nominals)
       : file(!options.rows.isTable() || options.input.files.size() > 1),
         nominal(!options.rows.isTable() || nominals.all().size() > 1),
         placement(options.comparing.align),
@@ -79,7 +79,7 @@ void addPlacement(Row& row, const Placement& placement) {
 /// Compares features into rows: one for each, whatever is wrong with it.
 class Comparing : public Answerer {
  public:
-  Comparing(const Options& options, const Nominals& nominals, Session& session)
+  Comparing(const CompareOptions& options, const Nominals& nominals, Session& session)
       : options_(options),
         nominals_(nominals),
         shown_(options, nominals),
@@ -157,7 +157,7 @@ class Comparing : public Answerer {
     return rows_->prepare({row});
   }
 
-  const Options& options_;
+  const CompareOptions& options_;
   const Nominals& nominals_;
   Shown shown_;
   std::vector<std::string> columns_;
@@ -182,7 +182,7 @@ void reportMissing(const Comparing& comparing, const NominalFile& file, bool isC
                                      (missing == 1 ? " was" : " were") + " not measured");
 }
 
-void compareWith(const NominalFile& file, const Options& options, Session& session) {
+void compareWith(const NominalFile& file, const CompareOptions& options, Session& session) {
   Comparing comparing(options, file.nominals, session);
   Inputs inputs = options.input.inputs();
   inputs.showProgress = !(session.console.outIsTerminal && comparing.isStreaming());
@@ -191,7 +191,7 @@ void compareWith(const NominalFile& file, const Options& options, Session& sessi
   reportMissing(comparing, file, options.isComplete, session.diagnostics);
 }
 
-void compare(const Options& options, Session& session) {
+void compare(const CompareOptions& options, Session& session) {
   try {
     compareWith(readNominals(options.nominal, nullptr, session), options, session);
   } catch (const FileError& error) {
@@ -199,7 +199,7 @@ void compare(const Options& options, Session& session) {
   }
 }
 
-void check(const Options& options) {
+void check(const CompareOptions& options) {
   const std::vector<std::string>& files = options.input.files;
   if (options.nominal == "-" && std::find(files.begin(), files.end(), "-") != files.end())
     throw CLI::ValidationError("--nominal", "only one of the two files can be standard input");
@@ -215,7 +215,7 @@ std::string refusalOfTolerance(const std::string& text) {
   return number && number->front() >= 0.0 ? "" : "needs a number that is not negative, not " + text;
 }
 
-constexpr const char* help =
+constexpr const char* compareHelp =
     "Each feature is compared with the only nominal feature, else with the one that has its "
     "label,\n"
     "else with the one that has its id.\n\n"
@@ -252,7 +252,7 @@ constexpr const char* help =
 }  // namespace
 
 void addCompare(CLI::App& app, Session& session) {
-  const auto options = std::make_shared<Options>();
+  const auto options = std::make_shared<CompareOptions>();
   CLI::App& command =
       *app.add_subcommand("compare", "Compare outlines with nominal ones, within a tolerance");
   addInputs(command, options->input);
@@ -281,7 +281,7 @@ void addCompare(CLI::App& app, Session& session) {
   addScale(command, comparing.scale, "The length of one unit of the coordinates");
   command.add_option("--unit", options->unit, "The unit of that length, such as mm")
       ->type_name("NAME");
-  command.footer(help);
+  command.footer(compareHelp);
   command.callback([options, &session] {
     check(*options);
     compare(*options, session);

@@ -14,7 +14,7 @@ using namespace formats;
 
 namespace {
 
-struct Options {
+struct ConvertOptions {
   InputOptions input;
   OutputOptions output;
 };
@@ -40,7 +40,7 @@ class Converting : public Answerer {
   FeatureFile& file_;
 };
 
-void convert(const Options& options, Session& session) {
+void convert(const ConvertOptions& options, Session& session) {
   Inputs inputs = options.input.inputs();
   inputs.showProgress = !(session.console.outIsTerminal && options.output.file == "-");
   inputs.keep = Keep::eSourceToo;
@@ -72,7 +72,7 @@ std::string listOfFormats() {
   return list;
 }
 
-constexpr const char* help =
+constexpr const char* convertHelp =
     "Standard input and files with other endings are known by how they begin; files packed by "
     "gzip\n"
     "are unpacked. COCO and LabelMe files are read like geojson, lines of x,y like csv.\n\n"
@@ -92,11 +92,12 @@ constexpr const char* help =
 }  // namespace
 
 void addConvert(CLI::App& app, Session& session) {
-  const auto options = std::make_shared<Options>();
+  const auto options = std::make_shared<ConvertOptions>();
   CLI::App& command = *app.add_subcommand("convert", "Write the outlines in another format");
   addInputs(command, options->input);
   addOutput(command, options->output);
-  command.footer("Formats, with the endings that stand for them:\n" + listOfFormats() + help);
+  command.footer("Formats, with the endings that stand for them:\n" + listOfFormats() +
+                 convertHelp);
   command.callback([options, &session] { convert(*options, session); });
 }
 

@@ -30,7 +30,7 @@ namespace {
 constexpr const char* labelsName = "labels";
 constexpr const char* noneName = "none";
 
-struct Options {
+struct DrawOptions {
   std::vector<std::string> files;
   std::string from;
   FilterOptions filter;
@@ -53,7 +53,8 @@ std::vector<std::string> overlayNames() {
 }
 
 /// `deviation` is null where there are no nominals.
-std::vector<const Overlay*> chosenBy(const Options& options, const DeviationOverlay* deviation) {
+std::vector<const Overlay*> chosenBy(const DrawOptions& options,
+                                     const DeviationOverlay* deviation) {
   std::vector<const Overlay*> chosen;
   if (deviation != nullptr) chosen.push_back(&deviation->overlay());
   for (const Overlay& overlay : allOverlays()) {
@@ -62,7 +63,7 @@ std::vector<const Overlay*> chosenBy(const Options& options, const DeviationOver
   return chosen;
 }
 
-void check(const Options& options) {
+void check(const DrawOptions& options) {
   if (options.shows(noneName) && options.show.size() > 1)
     throw CLI::ValidationError("--show", "none goes with no other name");
   if (options.shows(DeviationOverlay::name) && options.nominal.empty())
@@ -104,7 +105,7 @@ std::optional<ImageSize> imageOf(const Members& collection, const std::string& f
 class Collector : public Sink {
  public:
   /// `deviation` is null where there are no nominals.
-  Collector(const Options& options, Scene& scene, DeviationOverlay* deviation, Session& session)
+  Collector(const DrawOptions& options, Scene& scene, DeviationOverlay* deviation, Session& session)
       : fit_(options.fit),
         isWanted_(options.filter.filter()),
         scene_(scene),
@@ -207,7 +208,7 @@ std::optional<ImageSize> photographOf(const Look& look, const std::string& file)
   return ImageSize{file, look.underlay->area.width(), look.underlay->area.height()};
 }
 
-void draw(const Options& options, Session& session) {
+void draw(const DrawOptions& options, Session& session) {
   Look look = options.look;
   look.withLabels = options.shows(labelsName);
   const std::string* file = &options.output;
@@ -248,7 +249,7 @@ void draw(const Options& options, Session& session) {
 }  // namespace
 
 void addDraw(CLI::App& app, Session& session) {
-  const auto options = std::make_shared<Options>();
+  const auto options = std::make_shared<DrawOptions>();
   CLI::App& command = *app.add_subcommand("draw", "Draw the outlines as an SVG or PNG picture");
   addFiles(command, options->files);
   addFrom(command, options->from);

@@ -19,7 +19,7 @@ using namespace formats;
 
 namespace {
 
-struct Options {
+struct MeasureOptions {
   InputOptions input;
   RowOptions rows;
   std::vector<std::string> columns;
@@ -41,7 +41,7 @@ const Column* columnNamed(const std::string& name, const char* option) {
                              "there is no column '" + name + "'; cntr measure --help lists them");
 }
 
-Columns chosenBy(const Options& options) {
+Columns chosenBy(const MeasureOptions& options) {
   Columns chosen;
   for (const std::string& name : options.columns)
     chosen.push_back(columnNamed(CLI::detail::trim_copy(name), "--columns"));
@@ -66,7 +66,7 @@ struct Sorting {
   RowOrder order;
 };
 
-std::optional<Sorting> sortingOf(const Options& options) {
+std::optional<Sorting> sortingOf(const MeasureOptions& options) {
   if (options.sort.empty()) return std::nullopt;
   const std::size_t colon = options.sort.find(':');
   const std::string order = colon == std::string::npos ? "asc" : options.sort.substr(colon + 1);
@@ -83,13 +83,13 @@ std::vector<std::string> namesOf(const Columns& columns) {
 }
 
 /// The chosen columns, and behind them the one to sort by.
-Columns filledBy(const Options& options) {
+Columns filledBy(const MeasureOptions& options) {
   Columns columns = chosenBy(options);
   if (const auto sorting = sortingOf(options)) columns.push_back(sorting->column);
   return columns;
 }
 
-std::unique_ptr<RowWriter> rowsOf(const Options& options, Session& session) {
+std::unique_ptr<RowWriter> rowsOf(const MeasureOptions& options, Session& session) {
   auto rows = makeRows(options.rows, session.out, namesOf(chosenBy(options)),
                        options.columns.empty() ? EmptyColumns::eLeftOut : EmptyColumns::eKept,
                        session.console.outStyle);
@@ -97,7 +97,7 @@ std::unique_ptr<RowWriter> rowsOf(const Options& options, Session& session) {
   return sorting ? makeSorted(std::move(rows), sorting->order) : std::move(rows);
 }
 
-MeasuringOptions measuringOf(const Options& options) {
+MeasuringOptions measuringOf(const MeasureOptions& options) {
   MeasuringOptions measuring = options.measuring;
   if (options.isStrict) measuring.filling = table::Filling::eLeftOut;
   return measuring;
@@ -106,7 +106,7 @@ MeasuringOptions measuringOf(const Options& options) {
 /// Measures features into rows: one for each, whatever is wrong with it.
 class Measuring : public Answerer {
  public:
-  Measuring(const Options& options, Session& session)
+  Measuring(const MeasureOptions& options, Session& session)
       : filler_(filledBy(options), measuringOf(options)),
         byParts_(options.byParts),
         rows_(rowsOf(options, session)) {}
@@ -147,7 +147,7 @@ class Measuring : public Answerer {
   std::unique_ptr<RowWriter> rows_;
 };
 
-void measure(const Options& options, Session& session) {
+void measure(const MeasureOptions& options, Session& session) {
   Measuring measuring(options, session);
   Inputs inputs = options.input.inputs();
   inputs.showProgress = !(session.console.outIsTerminal && measuring.isStreaming());
@@ -155,7 +155,7 @@ void measure(const Options& options, Session& session) {
   measuring.finish();
 }
 
-std::string help() {
+std::string measureHelp() {
   std::ostringstream text;
   text << "Columns (* shown by default; all of them with --all, --json, --jsonl and --csv):\n";
   for (const Column& column : allColumns()) {
@@ -193,7 +193,7 @@ std::string help() {
 }  // namespace
 
 void addMeasure(CLI::App& app, Session& session) {
-  const auto options = std::make_shared<Options>();
+  const auto options = std::make_shared<MeasureOptions>();
   CLI::App& command = *app.add_subcommand("measure", "Measure every outline");
   addInputs(command, options->input);
   addRowFormats(command, options->rows);
@@ -210,7 +210,7 @@ void addMeasure(CLI::App& app, Session& session) {
                    "Add a row for each part of a feature that has several");
   command.add_flag("--strict", options->isStrict,
                    "Leave out the areas and moments of outlines that cross or overlap");
-  command.footer(help());
+  command.footer(measureHelp());
   command.callback([options, &session] { measure(*options, session); });
 }
 

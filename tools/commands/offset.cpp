@@ -24,7 +24,7 @@ namespace {
 
 constexpr double usualTolerance = 1e-3;
 
-struct Options {
+struct OffsetOptions {
   InputOptions input;
   OutputOptions output;
   double distance = 0.0;
@@ -39,7 +39,7 @@ const CLI::Validator finite(
 
 class Offsetting : public NewOutlines {
  public:
-  Offsetting(const Options& options, FeatureFile& file)
+  Offsetting(const OffsetOptions& options, FeatureFile& file)
       : NewOutlines(file),
         distance_(options.distance),
         // At a distance of 0 there are no arcs.
@@ -56,7 +56,7 @@ class Offsetting : public NewOutlines {
   double arcTolerance_;
 };
 
-void offset(const Options& options, Session& session) {
+void offset(const OffsetOptions& options, Session& session) {
   Inputs inputs = options.input.inputs();
   inputs.keep = Keep::eSourceToo;
   const Format& format = outputFormat(options.output, inputs);
@@ -71,7 +71,7 @@ void offset(const Options& options, Session& session) {
   }
 }
 
-constexpr const char* help =
+constexpr const char* offsetHelp =
     "Each feature becomes all points within the distance of what its outlines fill; with a\n"
     "negative distance, the points of it that are at least so far from everything outside. Holes\n"
     "shrink when the outline grows. Corners are rounded: arcs are drawn as chords that leave them\n"
@@ -88,7 +88,7 @@ constexpr const char* help =
 }  // namespace
 
 void addOffset(CLI::App& app, Session& session) {
-  const auto options = std::make_shared<Options>();
+  const auto options = std::make_shared<OffsetOptions>();
   CLI::App& command = *app.add_subcommand("offset", "Grow or shrink outlines by a distance");
   addInputs(command, options->input);
   addOutput(command, options->output);
@@ -103,7 +103,7 @@ void addOffset(CLI::App& app, Session& session) {
                   "How far chords may leave their arc; a thousandth of the distance by default")
       ->check(CLI::PositiveNumber & finite)
       ->type_name("E");
-  command.footer(help);
+  command.footer(offsetHelp);
   command.callback([options, &session] { offset(*options, session); });
 }
 

@@ -19,7 +19,7 @@ using namespace formats;
 
 namespace {
 
-struct Options {
+struct QueryOptions {
   InputOptions input;
   RowOptions rows;
   std::optional<std::string> point;
@@ -37,7 +37,7 @@ std::vector<double> numbers(const char* option, const std::string& text, std::si
   throw CLI::ValidationError(option, "'" + text + "' is not of the form " + form);
 }
 
-Question questionOf(const Options& options) {
+Question questionOf(const QueryOptions& options) {
   if (options.point) {
     const auto n = numbers("--point", *options.point, 2, "X,Y");
     return askPoint({n[0], n[1]}, options.withHoles, options.zeroInside);
@@ -52,11 +52,11 @@ Question questionOf(const Options& options) {
 }
 
 /// The name of the file is not shown in a table of a single one.
-bool showsFile(const Options& options) {
+bool showsFile(const QueryOptions& options) {
   return !options.rows.isTable() || options.input.files.size() > 1;
 }
 
-std::vector<std::string> columnsOf(const Options& options, const Question& question) {
+std::vector<std::string> columnsOf(const QueryOptions& options, const Question& question) {
   std::vector<std::string> columns{"feature", "label", "id"};
   if (showsFile(options)) columns.insert(columns.begin(), "file");
   columns.insert(columns.end(), question.columns.begin(), question.columns.end());
@@ -67,7 +67,7 @@ std::vector<std::string> columnsOf(const Options& options, const Question& quest
 /// Asks features into rows.
 class Asking : public Answerer {
  public:
-  Asking(const Options& options, Session& session)
+  Asking(const QueryOptions& options, Session& session)
       : question_(questionOf(options)),
         showsFile_(showsFile(options)),
         rows_(makeRows(options.rows, session.out, columnsOf(options, question_),
@@ -119,7 +119,7 @@ class Asking : public Answerer {
   std::unique_ptr<RowWriter> rows_;
 };
 
-void ask(const Options& options, Session& session) {
+void ask(const QueryOptions& options, Session& session) {
   Asking asking(options, session);
   Inputs inputs = options.input.inputs();
   inputs.showProgress = !(session.console.outIsTerminal && asking.isStreaming());
@@ -127,7 +127,7 @@ void ask(const Options& options, Session& session) {
   asking.finish();
 }
 
-void query(const Options& options, Session& session) {
+void query(const QueryOptions& options, Session& session) {
   try {
     ask(options, session);
   } catch (const FileError& error) {
@@ -135,7 +135,7 @@ void query(const Options& options, Session& session) {
   }
 }
 
-constexpr const char* help =
+constexpr const char* queryHelp =
     "--point answers for each feature whether the point is inside, the distance to the nearest\n"
     "point of a boundary, that point, and the nearest vertex. --points answers the same for each\n"
     "point of a file, which has x,y or id,x,y to a line. --segment lists the crossings with each\n"
@@ -156,7 +156,7 @@ constexpr const char* help =
     "  cntr query --segment 0,50,384,50 --json samples/coins.geojson\n"
     "  cntr query --direction 90 samples/cell.geojson";
 
-void addQuestions(CLI::App& command, Options& options) {
+void addQuestions(CLI::App& command, QueryOptions& options) {
   CLI::App& question = *command.add_option_group("Question", "One of these:");
   question.add_option("--point", options.point, "Ask about a point")->type_name("X,Y");
   question.add_option("--points", options.points, "Ask about each point of a file")
@@ -173,7 +173,7 @@ void addQuestions(CLI::App& command, Options& options) {
 }  // namespace
 
 void addQuery(CLI::App& app, Session& session) {
-  const auto options = std::make_shared<Options>();
+  const auto options = std::make_shared<QueryOptions>();
   CLI::App& command = *app.add_subcommand("query", "Ask about points, a segment or a direction");
   addInputs(command, options->input);
   addQuestions(command, *options);
@@ -183,7 +183,7 @@ void addQuery(CLI::App& app, Session& session) {
                    "With --segment: count edges that pass through an end of the segment");
   addHoles(command, options->withHoles);
   addRowFormats(command, options->rows);
-  command.footer(help);
+  command.footer(queryHelp);
   command.callback([options, &session] { query(*options, session); });
 }
 

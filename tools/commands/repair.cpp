@@ -24,7 +24,7 @@ const std::map<std::string, RepairRule> rules{{"nonzero", RepairRule::eNonZero},
                                               {"walk", RepairRule::eWalk},
                                               {"outer-hull", RepairRule::eOuterHull}};
 
-struct Options {
+struct RepairOptions {
   InputOptions input;
   OutputOptions output;
   RowOptions report;
@@ -34,13 +34,13 @@ struct Options {
   bool isQuiet = false;
 };
 
-RepairRule ruleOf(const Options& options) {
+RepairRule ruleOf(const RepairOptions& options) {
   if (options.mode.empty()) return rules.at(options.rule);
   return options.mode == "regularize" ? RepairRule::eWalk : RepairRule::eOuterHull;
 }
 
 /// The report makes room on standard output when the outlines go there.
-std::unique_ptr<RowWriter> makeReport(const Options& options, Session& session) {
+std::unique_ptr<RowWriter> makeReport(const RepairOptions& options, Session& session) {
   const bool isBeside = options.output.file == "-";
   std::vector<std::string> columns{
       "feature",        "label", "result", "area_before", "area_after", "vertices_before",
@@ -67,7 +67,7 @@ Cell cellOf(const std::optional<double>& value) { return value ? numberCell(*val
 /// Writes features as they are or repaired, and a line about each.
 class Repairing : public Answerer {
  public:
-  Repairing(const Options& options, FeatureFile& file, Session& session)
+  Repairing(const RepairOptions& options, FeatureFile& file, Session& session)
       : rule_(ruleOf(options)),
         maxLoss_(options.maxLoss),
         showsFile_(options.input.files.size() > 1),
@@ -135,7 +135,7 @@ class Repairing : public Answerer {
   std::unique_ptr<RowWriter> report_;
 };
 
-void repair(const Options& options, Session& session) {
+void repair(const RepairOptions& options, Session& session) {
   Inputs inputs = options.input.inputs();
   inputs.keep = Keep::eSourceToo;
   const Format& format = outputFormat(options.output, inputs);
@@ -150,7 +150,7 @@ void repair(const Options& options, Session& session) {
   }
 }
 
-constexpr const char* help =
+constexpr const char* repairHelp =
     "Rules, which say what the outlines of a feature fill:\n"
     "  nonzero     what an outline runs around, less its holes, all parts together; the default\n"
     "  evenodd     what the rings run around an odd number of times: overlaps are left out\n"
@@ -179,7 +179,7 @@ constexpr const char* help =
 }  // namespace
 
 void addRepair(CLI::App& app, Session& session) {
-  const auto options = std::make_shared<Options>();
+  const auto options = std::make_shared<RepairOptions>();
   CLI::App& command =
       *app.add_subcommand("repair", "Repair outlines that cross or touch themselves or each other");
   addInputs(command, options->input);
@@ -197,7 +197,7 @@ void addRepair(CLI::App& app, Session& session) {
       ->type_name("SHARE");
   command.add_flag("--quiet", options->isQuiet, "Report nothing but what failed");
   addRowFormats(command, options->report);
-  command.footer(help);
+  command.footer(repairHelp);
   command.callback([options, &session] { repair(*options, session); });
 }
 

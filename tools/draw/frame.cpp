@@ -10,12 +10,13 @@ using namespace formats;
 
 namespace {
 
-constexpr double smallest = 1.0;
-constexpr double farthest = 1e6;
+constexpr double fewestUnits = 1.0;
+constexpr double farthestCorner = 1e6;
 
 bool isLikeAnImage(const Box& box) {
-  return box.extent() >= smallest && box.low.x() >= -farthest && box.low.y() >= -farthest &&
-         box.high.x() <= farthest && box.high.y() <= farthest;
+  return box.extent() >= fewestUnits && box.low.x() >= -farthestCorner &&
+         box.low.y() >= -farthestCorner && box.high.x() <= farthestCorner &&
+         box.high.y() <= farthestCorner;
 }
 
 Points moved(const Frame& frame, const Points& points) {

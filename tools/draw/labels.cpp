@@ -12,13 +12,13 @@ namespace tool {
 namespace {
 
 /// The size of letters, in pixels: what can be read and does not shout.
-constexpr double smallest = 9.0;
-constexpr double largest = 24.0;
+constexpr double smallestLetters = 9.0;
+constexpr double largestLetters = 24.0;
 /// The share of the view that labels larger than their shapes may cover.
 constexpr double mostCovered = 0.02;
 constexpr double baselineOverCentre = 9.0;
 /// Between a shape and the label above or below it.
-constexpr double gap = 4.0;
+constexpr double gapToShape = 4.0;
 
 /// A label with the place that it takes.
 struct Candidate {
@@ -30,7 +30,7 @@ struct Candidate {
 /// So high that the text fits into the shape, if it can be read then.
 double letterSize(const std::string& text, const Box& shape) {
   const double fitting = std::min(0.5 * shape.height(), 0.8 * shape.width() / widthOf(text, 1.0));
-  return std::clamp(fitting, smallest, largest);
+  return std::clamp(fitting, smallestLetters, largestLetters);
 }
 
 /// Inside the view, unless that is narrower.
@@ -46,8 +46,8 @@ Candidate candidateFor(const Shape& shape, const Canvas& canvas, bool centresAre
   const qcVector<2> middle = canvas.map(shape.middle);
   double baseline = middle.y() + (centresAreMarked ? -baselineOverCentre : 0.35 * size);
   if (2.0 * half > box.width() || size > box.height()) {
-    const bool isTop = box.low.y() < size + gap;
-    baseline = isTop ? box.high.y() + gap + 0.8 * size : box.low.y() - gap;
+    const bool isTop = box.low.y() < size + gapToShape;
+    baseline = isTop ? box.high.y() + gapToShape + 0.8 * size : box.low.y() - gapToShape;
   }
   const qcVector<2> at(inside(middle.x(), half, canvas.width()), baseline);
   const Box place{at - qcVector<2>(half, 0.8 * size), at + qcVector<2>(half, 0.2 * size)};
@@ -55,7 +55,7 @@ Candidate candidateFor(const Shape& shape, const Canvas& canvas, bool centresAre
 }
 
 /// What has been placed, to be found by its place.
-class Places {
+class TakenPlaces {
  public:
   /// False when there is something already.
   bool take(const Box& box) {
@@ -117,7 +117,7 @@ double widthOf(const std::string& text, double size) {
 
 std::vector<Label> labelsOf(const Scene& scene, const Canvas& canvas, bool centresAreMarked) {
   double free = mostCovered * canvas.width() * canvas.height();
-  Places places;
+  TakenPlaces places;
   std::vector<Label> labels;
   for (Candidate& candidate : candidates(scene, canvas, centresAreMarked)) {
     const bool isLarger = areaOf(candidate.box) > areaOf(candidate.shape);

@@ -107,7 +107,7 @@ const Overlay overlays[] = {
 
 }  // namespace
 
-std::span<const Overlay> allOverlays() { return overlays; }
+std::span<const Overlay> allOverlays() { return everyOverlay; }
 
 Box reachOf(const Mark& mark, const Box& box) {
   const auto* ellipse = std::get_if<Ellipse>(&mark);

@@ -94,14 +94,14 @@ struct EndDrawing {
 };
 
 using Text = std::unique_ptr<GInputStream, ReleaseObject>;
-using Picture = std::unique_ptr<RsvgHandle, ReleaseObject>;
+using SvgPicture = std::unique_ptr<RsvgHandle, ReleaseObject>;
 using Surface = std::unique_ptr<cairo_surface_t, ReleaseSurface>;
 using Drawing = std::unique_ptr<cairo_t, EndDrawing>;
 
-Picture read(const std::string& svg) {
+SvgPicture read(const std::string& svg) {
   const Text text(functions().openText(svg.data(), static_cast<gssize>(svg.size()), nullptr));
   GError* error = nullptr;
-  Picture picture(
+  SvgPicture picture(
       functions().read(text.get(), nullptr, RSVG_HANDLE_FLAG_UNLIMITED, nullptr, &error));
   if (!picture) fail(error);
   return picture;
@@ -130,7 +130,7 @@ cairo_status_t append(void* out, const unsigned char* bytes, unsigned count) {
 void requirePng() { functions(); }
 
 void writePng(std::ostream& out, const std::string& svg) {
-  const Picture picture = read(svg);
+  const SvgPicture picture = read(svg);
   const Surface surface = rendered(picture.get());
   requireSuccess(functions().write(surface.get(), append, &out));
 }

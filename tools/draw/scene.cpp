@@ -30,12 +30,12 @@ constexpr double lastTolerance = 0.05;
 constexpr double dotSize = 2.0;
 constexpr double dotSpacing = 1.5;
 /// Beyond this, squares of lengths overflow; nothing that was seen by a camera comes near it.
-constexpr double farthest = 1e100;
-constexpr double nearest = 1e-100;
+constexpr double largestCoordinate = 1e100;
+constexpr double smallestExtent = 1e-100;
 
 /// Wide enough to make a difference to the coordinates even around a single point.
 double marginOf(const Box& box) {
-  if (box.extent() > nearest) return marginShare * box.extent();
+  if (box.extent() > smallestExtent) return marginShare * box.extent();
   return std::max(0.5, 1e-9 * std::max(std::abs(box.low.x()), std::abs(box.low.y())));
 }
 
@@ -47,7 +47,8 @@ Box boxAround(const Geometry& geometry) {
 
 bool isDrawable(const Points& points) {
   return std::all_of(points.begin(), points.end(), [](const qcVector<2>& p) {
-    return p.x() >= -farthest && p.x() <= farthest && p.y() >= -farthest && p.y() <= farthest;
+    return p.x() >= -largestCoordinate && p.x() <= largestCoordinate &&
+           p.y() >= -largestCoordinate && p.y() <= largestCoordinate;
   });
 }
 
