@@ -1,7 +1,7 @@
 # SPDX-License-Identifier: MIT
 #
-# The Debian packages that CPack makes: libcntr1 (both libraries, which are released as one),
-# libcntr-dev, libcntr-doc and cntr (the program). Build them with the preset `package`, whose prefix is /usr:
+# The Debian packages that CPack makes: libcntr1 (libcntr and libqcplatform, which are released as
+# one), libcntr-dev, libcntrsets1, libcntrsets-dev, libcntr-doc and cntr (the program). Build them with the preset `package`, whose prefix is /usr:
 # there the libraries live in the machine's own directory and no run path is needed.
 set(CNTR_MAINTAINER
     "cntr maintainers <maintainers@cntr.example>"
@@ -21,7 +21,8 @@ set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "")  # each package has its own
 set(CPACK_DEBIAN_PACKAGE_MAINTAINER ${CNTR_MAINTAINER})
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS TRUE)
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS_PRIVATE_DIRS ${PROJECT_BINARY_DIR}/platform
-                                                ${PROJECT_BINARY_DIR}/cntr)
+                                                ${PROJECT_BINARY_DIR}/cntr
+                                                ${PROJECT_BINARY_DIR}/cntrsets)
 set(CPACK_DEBIAN_PACKAGE_GENERATE_SHLIBS TRUE)
 set(CPACK_DEBIAN_PACKAGE_GENERATE_SHLIBS_POLICY >=)
 set(CPACK_DEBIAN_PACKAGE_CONTROL_STRICT_PERMISSION TRUE)
@@ -52,6 +53,32 @@ set(CPACK_DEBIAN_DEVELOPMENT_DESCRIPTION
     "planar geometry for machine vision (development files)
 Contours, regions with holes and region sets, measured, asked, repaired, drawn
 and archived from C++20.
+
+This package holds the headers and the files of pkg-config and CMake.")
+
+set(sets_package libcntrsets${PROJECT_VERSION_MAJOR})
+set(CPACK_DEBIAN_SETS_LIBRARIES_PACKAGE_NAME ${sets_package})
+set(CPACK_DEBIAN_SETS_LIBRARIES_PACKAGE_SECTION libs${multi_arch_same})
+set(CPACK_DEBIAN_SETS_LIBRARIES_PACKAGE_DEPENDS ${same_version})
+set(CPACK_DEBIAN_SETS_LIBRARIES_PACKAGE_CONTROL_EXTRA ${CMAKE_CURRENT_SOURCE_DIR}/debian/triggers)
+set(CPACK_DEBIAN_SETS_LIBRARIES_DESCRIPTION
+    "set operations on outlines for machine vision (shared library)
+Unions, intersections, differences and offsets of outlines with holes, outlines
+of the same area from any that cross themselves, measures of what outlines
+fill, and the largest circle inside.
+
+This package holds the shared library libcntrsets.")
+
+set(CPACK_DEBIAN_SETS_DEVELOPMENT_PACKAGE_NAME libcntrsets-dev)
+set(CPACK_DEBIAN_SETS_DEVELOPMENT_PACKAGE_SECTION libdevel${multi_arch_same})
+set(CPACK_DEBIAN_SETS_DEVELOPMENT_PACKAGE_SHLIBDEPS FALSE)
+set(CPACK_DEBIAN_SETS_DEVELOPMENT_PACKAGE_DEPENDS
+    "${sets_package} (= ${PROJECT_VERSION}), libcntr-dev (= ${PROJECT_VERSION}), libgeos-dev")
+set(CPACK_DEBIAN_SETS_DEVELOPMENT_PACKAGE_SUGGESTS libcntr-doc)
+set(CPACK_DEBIAN_SETS_DEVELOPMENT_DESCRIPTION
+    "set operations on outlines for machine vision (development files)
+Unions, intersections, differences and offsets of outlines with holes, and
+outlines of the same area from any that cross themselves, from C++20.
 
 This package holds the headers and the files of pkg-config and CMake.")
 
@@ -94,35 +121,48 @@ endfunction()
 
 configure_file(debian/changelog.in changelog @ONLY)
 cntr_compress(${CMAKE_CURRENT_BINARY_DIR}/changelog changelog)
-foreach(component IN ITEMS libraries development documents tool)
+foreach(component IN ITEMS libraries development sets_libraries sets_development documents tool)
   string(TOUPPER ${component} upper)
   install(
     FILES debian/copyright ${CMAKE_CURRENT_BINARY_DIR}/changelog.gz
     DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/${CPACK_DEBIAN_${upper}_PACKAGE_NAME}
     COMPONENT debian_${component} EXCLUDE_FROM_ALL)
 endforeach()
-install(
-  FILES debian/${soname_package}.lintian-overrides
-  DESTINATION ${CMAKE_INSTALL_DATADIR}/lintian/overrides
-  RENAME ${soname_package}
-  COMPONENT debian_libraries EXCLUDE_FROM_ALL)
+set(overrides_libraries ${soname_package})
+set(overrides_sets_libraries ${sets_package})
+foreach(component IN ITEMS libraries sets_libraries)
+  install(
+    FILES debian/${overrides_${component}}.lintian-overrides
+    DESTINATION ${CMAKE_INSTALL_DATADIR}/lintian/overrides
+    RENAME ${overrides_${component}}
+    COMPONENT debian_${component} EXCLUDE_FROM_ALL)
+endforeach()
 cntr_compress(${manual} cntr.1)
 install(
   FILES ${CMAKE_CURRENT_BINARY_DIR}/cntr.1.gz
   DESTINATION ${CMAKE_INSTALL_MANDIR}/man1
   COMPONENT debian_tool EXCLUDE_FROM_ALL)
 
-set(CPACK_COMPONENTS_ALL libraries debian_libraries headers development debian_development
-                         documents reference debian_documents tool debian_tool)
+set(CPACK_COMPONENTS_ALL
+    libraries debian_libraries headers development debian_development sets_libraries
+    debian_sets_libraries sets_headers sets_development debian_sets_development documents reference
+    debian_documents tool debian_tool)
 include(CPack)
 cpack_add_component_group(libraries)
 cpack_add_component_group(development)
+cpack_add_component_group(sets_libraries)
+cpack_add_component_group(sets_development)
 cpack_add_component_group(documents)
 cpack_add_component_group(tool)
 cpack_add_component(libraries GROUP libraries)
 cpack_add_component(debian_libraries GROUP libraries)
 foreach(component IN ITEMS headers development debian_development)
   cpack_add_component(${component} GROUP development)
+endforeach()
+cpack_add_component(sets_libraries GROUP sets_libraries)
+cpack_add_component(debian_sets_libraries GROUP sets_libraries)
+foreach(component IN ITEMS sets_headers sets_development debian_sets_development)
+  cpack_add_component(${component} GROUP sets_development)
 endforeach()
 foreach(component IN ITEMS documents reference debian_documents)
   cpack_add_component(${component} GROUP documents)

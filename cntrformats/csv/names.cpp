@@ -4,6 +4,8 @@
 
 #include <charconv>
 
+#include <cntrformats/feature.h>
+
 namespace formats {
 
 namespace {

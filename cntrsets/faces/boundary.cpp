@@ -13,7 +13,7 @@ namespace cntr::sets {
 namespace {
 
 /// A boundary edge with the area on its left.
-struct Side {
+struct BoundarySide {
   std::size_t from;
   std::size_t to;
   /// Its number among the edges of the faces.
@@ -41,7 +41,7 @@ class Boundary {
       else
         sides_.push_back({edge.right, edge.left, i});
     }
-    std::sort(sides_.begin(), sides_.end(), [](const Side& a, const Side& b) {
+    std::sort(sides_.begin(), sides_.end(), [](const BoundarySide& a, const BoundarySide& b) {
       return a.from != b.from ? a.from < b.from : a.to < b.to;
     });
   }
@@ -71,7 +71,7 @@ class Boundary {
   }
 
   /// Adds a side to the walk; when it comes back to a vertex of the walk, a ring is complete.
-  void step(const Side& side) {
+  void step(const BoundarySide& side) {
     onWalk_[side.from] = walk_.size();
     walk_.push_back(side);
     const std::size_t begin = onWalk_[side.to];
@@ -85,13 +85,14 @@ class Boundary {
     walk_.erase(first, walk_.end());
   }
 
-  Ring ringOf(std::vector<Side> sides) const {
+  Ring ringOf(std::vector<BoundarySide> sides) const {
     std::rotate(sides.begin(),
-                std::min_element(sides.begin(), sides.end(),
-                                 [](const Side& a, const Side& b) { return a.from < b.from; }),
+                std::min_element(
+                    sides.begin(), sides.end(),
+                    [](const BoundarySide& a, const BoundarySide& b) { return a.from < b.from; }),
                 sides.end());
     Ring ring;
-    for (const Side& side : sides) ring.vertices.push_back(side.from);
+    for (const BoundarySide& side : sides) ring.vertices.push_back(side.from);
     ring.isHole = orientation(point(sides.back().from), point(sides.front().from),
                               point(sides.front().to)) < 0;
     ring.lowestEdge = ring.isHole ? sides.back().edge : sides.front().edge;
@@ -99,7 +100,7 @@ class Boundary {
   }
 
   /// The side that bounds the same corner of the area: the first one clockwise from the way back.
-  std::size_t next(const Side& side) const {
+  std::size_t next(const BoundarySide& side) const {
     std::size_t best = firstFrom_[side.to];
     for (std::size_t i = best + 1; i < sides_.size() && sides_[i].from == side.to; ++i)
       if (isEarlierClockwise(side, sides_[i], sides_[best])) best = i;
@@ -107,7 +108,8 @@ class Boundary {
   }
 
   /// Whether, turning clockwise around the end of `side` from its way back, `a` is met before `b`.
-  bool isEarlierClockwise(const Side& side, const Side& a, const Side& b) const {
+  bool isEarlierClockwise(const BoundarySide& side, const BoundarySide& a,
+                          const BoundarySide& b) const {
     const Point& middle = point(side.to);
     const int ofA = orientation(middle, point(side.from), point(a.to));
     const int ofB = orientation(middle, point(side.from), point(b.to));
@@ -173,10 +175,10 @@ class Boundary {
   static constexpr std::size_t noPlace = noEdge;
 
   const Faces& faces_;
-  std::vector<Side> sides_;
+  std::vector<BoundarySide> sides_;
   std::vector<std::size_t> firstFrom_;
   /// The walk that is under way, and where on it vertices are.
-  std::vector<Side> walk_;
+  std::vector<BoundarySide> walk_;
   std::vector<std::size_t> onWalk_;
   std::vector<Ring> rings_;
   std::vector<std::size_t> ringOfEdge_;

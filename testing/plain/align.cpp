@@ -14,7 +14,7 @@ namespace plain {
 namespace {
 
 /// Steps of the contours, as a share of their length.
-constexpr double step = 1.0 / 512.0;
+constexpr double stepShare = 1.0 / 512.0;
 /// Turns that are tried, and how many of them are followed to the end.
 constexpr int turns = 36;
 constexpr std::size_t followed = 3;
@@ -36,7 +36,7 @@ std::vector<WeighedPoint> pointsOf(const std::vector<Contour>& contours) {
   }
   std::vector<WeighedPoint> points;
   for (const Contour& contour : contours) {
-    const std::vector<WeighedPoint> more = pointsAlong(contour, length * step);
+    const std::vector<WeighedPoint> more = pointsAlong(contour, length * stepShare);
     points.insert(points.end(), more.begin(), more.end());
   }
   return points;

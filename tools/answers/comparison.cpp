@@ -14,7 +14,6 @@ using namespace formats;
 
 namespace {
 
-using cntr::sets::Frame;
 using Point = qcVector<2>;
 
 /// The steps of the measured boundary unless a spacing is given, as a share of its length.
@@ -37,7 +36,7 @@ double areaOf(const std::vector<qcRings>& parts) {
 
 /// What an alignment in coordinates of their own means for the coordinates as given: it is told by
 /// where their origin comes to lie.
-Placement placementOf(const qcAlignment& found, const Point& origin, const Frame& frame,
+Placement placementOf(const qcAlignment& found, const Point& origin, const cntr::sets::Frame& frame,
                       double scale) {
   return {found.angle.toDouble(), frame.restored(found.transform * origin) * scale};
 }
@@ -78,7 +77,7 @@ double usualSpacing(const std::vector<qcContour>& curves) {
 Comparison compared(const Geometry& measured, const Nominal& nominal,
                     const ComparingOptions& options) {
   const std::vector<qcRings> parts = filledParts(measured);
-  const Frame own(ringsOf(parts));
+  const cntr::sets::Frame own(ringsOf(parts));
   // Powers of two, by which nothing is rounded: the unit of local lengths, and the measured size.
   const double unit = nominal.frame.restored(1.0, 1);
   const double extent = own.restored(1.0, 1) / unit;

@@ -70,7 +70,7 @@ void addCentre(const Overlaid& feature, const qcRings& part, Marks& marks) {
 }
 
 /// Segments as the library draws them.
-Marks edgelets(const Overlaid& feature) {
+Marks edgeletMarks(const Overlaid& feature) {
   Marks marks;
   for (const std::vector<qcEdgelet>& part : feature.geometry.edgelets) {
     if (part.empty()) continue;
@@ -83,7 +83,7 @@ Marks edgelets(const Overlaid& feature) {
   return marks;
 }
 
-Marks crossings(const Overlaid& feature) {
+Marks crossingMarks(const Overlaid& feature) {
   Marks marks;
   const double size = feature.frame.into(spotSpacing * feature.pixel);
   for (const qcVector<2>& crossing : crossingsOf(feature.framed, size)) {
@@ -92,17 +92,17 @@ Marks crossings(const Overlaid& feature) {
   return marks;
 }
 
-Mark cross(const qcVector<2>& centre) { return Cross{centre}; }
-Mark spot(const qcVector<2>& centre) { return Spot{centre}; }
+Mark crossMark(const qcVector<2>& centre) { return Cross{centre}; }
+Mark spotMark(const qcVector<2>& centre) { return Spot{centre}; }
 
-const Overlay overlays[] = {
+const Overlay everyOverlay[] = {
     {"rectangle", "#8c6d1f", rectangles, nullptr},
     {"circle", "#1b8a5a", eachPart<addCircle>, nullptr},
     {"hull", "#1f5fbf", eachPart<addHull>, nullptr},
     {"ellipse", "#c2255c", eachPart<addEllipse>, nullptr},
-    {"edgelets", "#5f3dc4", edgelets, nullptr},
-    {"centre", "#212529", eachPart<addCentre>, cross},
-    {"crossings", "#e03131", crossings, spot},
+    {"edgelets", "#5f3dc4", edgeletMarks, nullptr},
+    {"centre", "#212529", eachPart<addCentre>, crossMark},
+    {"crossings", "#e03131", crossingMarks, spotMark},
 };
 
 }  // namespace
