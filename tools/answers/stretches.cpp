@@ -53,10 +53,11 @@ std::vector<Point> endsOfPieces(const std::vector<qcContour>& curves) {
   const double spacing = usualSpacing(curves);
   std::vector<Point> ends;
   forEachEdge(curves, [&](const Point& from, const Point& to) {
-    const double count = std::max(std::ceil(from.distance(to) / spacing), 1.0);
+    const double pieces = std::ceil(from.distance(to) / spacing);
+    const std::size_t count = pieces >= 1.0 ? static_cast<std::size_t>(pieces) : 1;
     Point last = from;
-    for (double i = 1.0; i <= count; ++i) {
-      const Point next = i == count ? to : from + (to - from) * (i / count);
+    for (std::size_t i = 1; i <= count; ++i) {
+      const Point next = i == count ? to : from + (to - from) * (static_cast<double>(i) / pieces);
       ends.push_back(last);
       ends.push_back(next);
       last = next;

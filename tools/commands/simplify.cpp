@@ -27,7 +27,7 @@ namespace {
 /// Formats hold no rings of fewer.
 constexpr std::size_t fewestInRing = 3;
 
-struct Options {
+struct SimplifyOptions {
   InputOptions input;
   OutputOptions output;
   double tolerance = 0.0;
@@ -102,7 +102,7 @@ class Simplifying : public Answerer {
   FeatureFile& file_;
 };
 
-void simplifyFiles(const Options& options, Session& session) {
+void simplifyFiles(const SimplifyOptions& options, Session& session) {
   Inputs inputs = options.input.inputs();
   inputs.keep = Keep::eSourceToo;
   const Format& format = outputFormat(options.output, inputs);
@@ -117,7 +117,7 @@ void simplifyFiles(const Options& options, Session& session) {
   }
 }
 
-constexpr const char* help =
+constexpr const char* simplifyHelp =
     "Vertices are left out as long as no point of an outline or line comes to lie farther than "
     "the\n"
     "tolerance from the new one. Those that stay keep their digits, their order and their edge\n"
@@ -134,7 +134,7 @@ constexpr const char* help =
 }  // namespace
 
 void addSimplify(CLI::App& app, Session& session) {
-  const auto options = std::make_shared<Options>();
+  const auto options = std::make_shared<SimplifyOptions>();
   CLI::App& command = *app.add_subcommand("simplify", "Leave out vertices within a tolerance");
   addInputs(command, options->input);
   addOutput(command, options->output);
@@ -145,7 +145,7 @@ void addSimplify(CLI::App& app, Session& session) {
       ->required()
       ->check(CLI::Validator(refusalOf, ""))
       ->type_name("T");
-  command.footer(help);
+  command.footer(simplifyHelp);
   command.callback([options, &session] { simplifyFiles(*options, session); });
 }
 
