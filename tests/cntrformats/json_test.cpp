@@ -70,3 +70,7 @@ TEST(Json, StringsAreEscaped) {
                        "b\xc3"),
             "\"a\uFFFDb\uFFFD\"");
 }
+
+TEST(Json, AnExcerptDoesNotEndAtANullCharacter) {
+  EXPECT_EQ(excerpt(std::string_view("\0a\0b", 4)), "?a?b");
+}
