@@ -28,7 +28,7 @@
 /// Without vertices the result has none; vertices all in one place leave the first. A vertex with a
 /// coordinate that is not finite is kept. Whether edges meet is decided without rounding errors for
 /// coordinates of size 1e-140 to 1e140, or 0. Throws qcContourDefs::BadParams "tolerance is
-/// negative or NaN" when it is.
+/// negative or not finite" when it is.
 ///
 /// O(n log n) for most contours, O(n^2) where the farthest vertices are near the ends of their
 /// chains, and each round of keeping more takes O(k log k) for k vertices. D. H. Douglas, T. K.
