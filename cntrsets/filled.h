@@ -20,15 +20,13 @@ enum class qcRingContact {
   eSimple,
   /// They share points, and bound the filled set simply nevertheless: a hole that meets its
   /// outline, holes or parts with a common corner or edge, a ring through one vertex twice or back
-  /// along
-  /// itself.
+  /// along itself.
   eTouches,
   /// Two edges cross, or a ring winds around some points counter-clockwise and around others
   /// clockwise.
   eCrosses,
   /// No edges cross, but an area is covered twice: a hole outside its outline or in another hole, a
-  /// part
-  /// within a part, a ring walked twice.
+  /// part within a part, a ring walked twice.
   eOverlaps
 };
 
