@@ -9,7 +9,7 @@
 #include <cntrformats/errors.h>
 #include <cntrsets/filled.h>
 #include <cntrsets/sets.h>
-#include <tools/answers/message.h>
+#include <tools/report/message.h>
 
 namespace tool {
 

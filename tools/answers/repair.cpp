@@ -10,8 +10,8 @@
 #include <cntrformats/errors.h>
 #include <cntrsets/filled.h>
 #include <cntrsets/sets.h>
-#include <tools/answers/message.h>
 #include <tools/answers/walk.h>
+#include <tools/report/message.h>
 #include <tools/report/numbers.h>
 
 namespace tool {

@@ -14,11 +14,11 @@
 #include <cntrformats/errors.h>
 #include <cntrformats/input.h>
 #include <cntrsets/sets.h>
-#include <tools/answers/message.h>
 #include <tools/commands/commands.h>
 #include <tools/commands/featurefile.h>
 #include <tools/commands/newoutlines.h>
 #include <tools/commands/options.h>
+#include <tools/report/message.h>
 
 namespace tool {
 
@@ -93,8 +93,8 @@ Parts outlinesOf(const std::string& file, std::optional<Input> opened, const For
 /// Combines each feature with all outlines of the other file.
 class CombiningEach : public NewOutlines {
  public:
-  CombiningEach(const Operation& operation, Parts others, FeatureFile& file)
-      : NewOutlines(file), operation_(operation), others_(std::move(others)) {
+  CombiningEach(const Operation& operation, Parts others, FeatureFile& file, Session& session)
+      : NewOutlines(file, session), operation_(operation), others_(std::move(others)) {
     for (const qcRings& other : others_) boxes_.push_back(boxOf(other));
   }
 
@@ -139,10 +139,11 @@ void combineEach(const CombineOptions& options, const Format& format, Inputs& in
                  Session& session) {
   Parts others = outlinesOf(options.b, std::nullopt, inputs.from, session);
   if (session.diagnostics.status() >= eUnusable) return;
-  FeatureFile file(session, options.output.file, format, Rings::eAsTheyWere, 1);
-  CombiningEach combining(operationOf(options), std::move(others), file);
-  answerAll(inputs, session, combining);
-  if (session.diagnostics.status() < eUnusable) combining.finish(session);
+  writeFeatures(inputs, options.output, format, Rings::eAsTheyWere, session,
+                [&](FeatureFile& file) {
+                  return std::make_unique<CombiningEach>(operationOf(options), std::move(others),
+                                                         file, session);
+                });
 }
 
 void combineAll(const CombineOptions& options, const Format& format, Inputs& inputs,
@@ -167,9 +168,7 @@ void combine(const CombineOptions& options, Session& session) {
   Inputs inputs;
   inputs.files = {options.a};
   inputs.from = formatNamed(options.from);
-  inputs.keep = Keep::eSourceToo;
   inputs.jobs = options.jobs;
-  inputs.showProgress = !(session.console.outIsTerminal && options.output.file == "-");
   const Format& format = outputFormat(options.output, inputs);
   try {
     if (options.each) {

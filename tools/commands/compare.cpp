@@ -16,11 +16,11 @@
 #include <cntrformats/input.h>
 #include <platform/core/exception.h>
 #include <tools/answers/comparison.h>
-#include <tools/answers/message.h>
 #include <tools/commands/commands.h>
 #include <tools/commands/nominalfile.h>
 #include <tools/commands/numberlist.h>
 #include <tools/commands/options.h>
+#include <tools/report/message.h>
 #include <tools/report/numbers.h>
 
 namespace tool {
@@ -205,16 +205,6 @@ void check(const CompareOptions& options) {
     throw CLI::ValidationError("--nominal", "only one of the two files can be standard input");
 }
 
-std::string refusalOfSpacing(const std::string& text) {
-  const auto number = parseNumbers(text, 1);
-  return number && number->front() > 0.0 ? "" : "needs a positive number, not " + text;
-}
-
-std::string refusalOfTolerance(const std::string& text) {
-  const auto number = parseNumbers(text, 1);
-  return number && number->front() >= 0.0 ? "" : "needs a number that is not negative, not " + text;
-}
-
 constexpr const char* compareHelp =
     "Each feature is compared with the only nominal feature, else with the one that has its "
     "label,\n"
@@ -266,14 +256,14 @@ void addCompare(CLI::App& app, Session& session) {
                    "Turn and shift each feature onto its nominal before comparing");
   command
       .add_option("--tolerance", comparing.tolerance, "The largest Hausdorff distance that passes")
-      ->check(refusalOfTolerance)
+      ->check(refusalOfNotNegative)
       ->type_name("T");
   command
       .add_option(
           "--spacing", comparing.spacing,
           "The longest step between the points of the measured boundary at which distances\n"
           "are asked, besides its vertices; 1/1024 of its length unless given")
-      ->check(refusalOfSpacing)
+      ->check(refusalOfPositive)
       ->type_name("S");
   command.add_flag("--complete", options->isComplete,
                    "Fail when a nominal feature was not measured");

@@ -26,34 +26,19 @@ const Format& formatOf(const OutputOptions& options) {
                              "the ending of '" + options.file + "' names no format; --to does");
 }
 
-class Converting : public Answerer {
+class Converting : public FeaturesToFile {
  public:
-  explicit Converting(FeatureFile& file) : file_(file) {}
+  explicit Converting(FeatureFile& file) : FeaturesToFile(file, OutlinesAre::eTheSame) {}
 
   Answer answer(const Origin& origin, Feature feature) const override {
-    return file_.prepare(origin, std::move(feature));
+    return file().prepare(origin, std::move(feature));
   }
-  void write(Answer answer) override { file_.write(std::move(answer)); }
-  void takeMembers(Members&& members) override { file_.takeMembers(std::move(members)); }
-
- private:
-  FeatureFile& file_;
 };
 
 void convert(const ConvertOptions& options, Session& session) {
   Inputs inputs = options.input.inputs();
-  inputs.showProgress = !(session.console.outIsTerminal && options.output.file == "-");
-  inputs.keep = Keep::eSourceToo;
-  const Format& format = formatOf(options.output);
-  try {
-    FeatureFile file(session, options.output.file, format, Rings::eAsGeoJsonWants,
-                     inputs.files.size());
-    Converting converting(file);
-    answerAll(inputs, session, converting);
-    if (session.diagnostics.status() < eUnusable) file.complete();
-  } catch (const FileError& error) {
-    session.diagnostics.badFile(options.output.file, error.what());
-  }
+  writeFeatures(inputs, options.output, formatOf(options.output), Rings::eAsGeoJsonWants, session,
+                [](FeatureFile& file) { return std::make_unique<Converting>(file); });
 }
 
 /// A line for each format.

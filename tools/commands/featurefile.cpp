@@ -83,4 +83,25 @@ std::string FeatureFile::accountOfLosses() const {
   return text;
 }
 
+void FeaturesToFile::takeMembers(Members&& members) {
+  if (outlines_ == OutlinesAre::eNew)
+    std::erase_if(members, [](const Member& member) { return member.name == "bbox"; });
+  file_.takeMembers(std::move(members));
+}
+
+void writeFeatures(Inputs& inputs, const OutputOptions& output, const Format& format, Rings rings,
+                   Session& session,
+                   const std::function<std::unique_ptr<FeaturesToFile>(FeatureFile&)>& make) {
+  inputs.keep = Keep::eSourceToo;
+  if (session.console.outIsTerminal && output.file == "-") inputs.showProgress = false;
+  try {
+    FeatureFile file(session, output.file, format, rings, inputs.files.size());
+    const auto answerer = make(file);
+    answerAll(inputs, session, *answerer);
+    if (session.diagnostics.status() < eUnusable) answerer->finish();
+  } catch (const FileError& error) {
+    session.diagnostics.badFile(output.file, error.what());
+  }
+}
+
 }  // namespace tool

@@ -1,13 +1,15 @@
 // SPDX-License-Identifier: MIT
 //
-// The file of features that a command writes.
+// The file of features that a command writes, and what commands that write one have in common.
 
 #pragma once
 
 #include <CLI/CLI.hpp>
+#include <functional>
 #include <map>
 #include <memory>
 #include <string>
+#include <utility>
 
 #include <tools/run/features.h>
 #include <tools/run/outputfile.h>
@@ -62,5 +64,33 @@ class FeatureFile {
   /// How often each thing was lost.
   std::map<std::string, std::size_t> losses_;
 };
+
+/// Whether features keep their outlines on the way: a collection's box holds for the same ones
+/// only.
+enum class OutlinesAre { eTheSame, eNew };
+
+/// An answerer whose answers are features for a file.
+class FeaturesToFile : public Answerer {
+ public:
+  FeaturesToFile(FeatureFile& file, OutlinesAre outlines) : file_(file), outlines_(outlines) {}
+
+  void write(Answer answer) override { file_.write(std::move(answer)); }
+  void takeMembers(formats::Members&& members) override;
+  /// To be called once, after the last feature. Throws FileError.
+  virtual void finish() { file_.complete(); }
+
+ protected:
+  FeatureFile& file() const noexcept { return file_; }
+
+ private:
+  FeatureFile& file_;
+  OutlinesAre outlines_;
+};
+
+/// Writes all features of the inputs as an answerer gives them that is made for the file. What the
+/// file does not take is reported.
+void writeFeatures(Inputs& inputs, const OutputOptions& output, const formats::Format& format,
+                   formats::Rings rings, Session& session,
+                   const std::function<std::unique_ptr<FeaturesToFile>(FeatureFile&)>& make);
 
 }  // namespace tool

@@ -11,6 +11,7 @@
 #include <tools/answers/columns.h>
 #include <tools/commands/commands.h>
 #include <tools/commands/options.h>
+#include <tools/report/message.h>
 #include <tools/report/rows.h>
 
 namespace tool {
@@ -117,7 +118,7 @@ class Measuring : public Answerer {
     try {
       return {"", rows_->prepare(answers(origin.file, feature)), {}, {}};
     } catch (const qcException& error) {
-      return {error.what(), unanswered(origin, feature, error.what()), {}, {}};
+      return {messageOf(error), unanswered(origin, feature, messageOf(error)), {}, {}};
     }
   }
   Answer answerUnreadable(const Origin& origin, const Feature& feature) const override {

@@ -18,22 +18,21 @@ inline constexpr const char* openLine = "is an open line, which has no area";
 
 /// Writes features with new outlines. Those of which nothing is left are counted and not written;
 /// neither are open lines, those that cannot be read and those without an answer.
-class NewOutlines : public Answerer {
+class NewOutlines : public FeaturesToFile {
  public:
-  explicit NewOutlines(FeatureFile& file) : file_(file) {}
+  NewOutlines(FeatureFile& file, Session& session)
+      : FeaturesToFile(file, OutlinesAre::eNew), session_(session) {}
 
   Answer answer(const Origin& origin, formats::Feature feature) const override;
   void write(Answer answer) override;
-  void takeMembers(formats::Members&& members) override;
-  /// To be called once, after the last feature. Throws FileError.
-  void finish(Session& session);
+  void finish() override;
 
  protected:
   /// In any thread. Throws exceptions of the library where there is no answer.
   virtual std::vector<qcRings> outlinesOf(const std::vector<qcRings>& parts) const = 0;
 
  private:
-  FeatureFile& file_;
+  Session& session_;
   std::size_t empty_ = 0;
 };
 

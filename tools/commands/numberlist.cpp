@@ -25,4 +25,18 @@ std::optional<std::vector<double>> parseNumbers(const std::string& text, std::si
   return numbers;
 }
 
+std::string refusalOfNumber(const std::string& text) {
+  return parseNumbers(text, 1) ? "" : "needs a number, not " + text;
+}
+
+std::string refusalOfPositive(const std::string& text) {
+  const auto number = parseNumbers(text, 1);
+  return number && number->front() > 0.0 ? "" : "needs a positive number, not " + text;
+}
+
+std::string refusalOfNotNegative(const std::string& text) {
+  const auto number = parseNumbers(text, 1);
+  return number && number->front() >= 0.0 ? "" : "needs a number that is not negative, not " + text;
+}
+
 }  // namespace tool

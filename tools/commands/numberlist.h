@@ -14,4 +14,11 @@ namespace tool {
 /// text. A decimal point whatever the locale.
 std::optional<std::vector<double>> parseNumbers(const std::string& text, std::size_t count);
 
+// Why a text is no finite number, none that is positive, or none that is not negative; empty when
+// it is one.
+
+std::string refusalOfNumber(const std::string& text);
+std::string refusalOfPositive(const std::string& text);
+std::string refusalOfNotNegative(const std::string& text);
+
 }  // namespace tool

@@ -8,7 +8,6 @@
 #include <string>
 #include <vector>
 
-#include <cntrformats/errors.h>
 #include <cntrsets/sets.h>
 #include <tools/commands/commands.h>
 #include <tools/commands/featurefile.h>
@@ -31,16 +30,10 @@ struct OffsetOptions {
   std::optional<double> arcTolerance;
 };
 
-const CLI::Validator finite(
-    [](const std::string& text) {
-      return parseNumbers(text, 1) ? std::string() : "'" + text + "' is not a finite number";
-    },
-    "");
-
 class Offsetting : public NewOutlines {
  public:
-  Offsetting(const OffsetOptions& options, FeatureFile& file)
-      : NewOutlines(file),
+  Offsetting(const OffsetOptions& options, FeatureFile& file, Session& session)
+      : NewOutlines(file, session),
         distance_(options.distance),
         // At a distance of 0 there are no arcs.
         arcTolerance_(options.arcTolerance.value_or(
@@ -58,17 +51,9 @@ class Offsetting : public NewOutlines {
 
 void offset(const OffsetOptions& options, Session& session) {
   Inputs inputs = options.input.inputs();
-  inputs.keep = Keep::eSourceToo;
-  const Format& format = outputFormat(options.output, inputs);
-  inputs.showProgress = !(session.console.outIsTerminal && options.output.file == "-");
-  try {
-    FeatureFile file(session, options.output.file, format, Rings::eAsTheyWere, inputs.files.size());
-    Offsetting offsetting(options, file);
-    answerAll(inputs, session, offsetting);
-    if (session.diagnostics.status() < eUnusable) offsetting.finish(session);
-  } catch (const FileError& error) {
-    session.diagnostics.badFile(options.output.file, error.what());
-  }
+  writeFeatures(
+      inputs, options.output, outputFormat(options.output, inputs), Rings::eAsTheyWere, session,
+      [&](FeatureFile& file) { return std::make_unique<Offsetting>(options, file, session); });
 }
 
 constexpr const char* offsetHelp =
@@ -96,12 +81,12 @@ void addOffset(CLI::App& app, Session& session) {
       .add_option("--distance", options->distance,
                   "How far, in the unit of the coordinates; inwards when negative")
       ->required()
-      ->check(finite)
+      ->check(refusalOfNumber)
       ->type_name("D");
   command
       .add_option("--arc-tolerance", options->arcTolerance,
                   "How far chords may leave their arc; a thousandth of the distance by default")
-      ->check(CLI::PositiveNumber & finite)
+      ->check(refusalOfPositive)
       ->type_name("E");
   command.footer(offsetHelp);
   command.callback([options, &session] { offset(*options, session); });

@@ -28,15 +28,6 @@ std::string refusalOfCondition(const std::string& text) {
   }
 }
 
-std::string refusalOfNumber(const std::string& text) {
-  return parseNumbers(text, 1) ? "" : "needs a number, not " + text;
-}
-
-std::string refusalOfFactor(const std::string& text) {
-  const auto number = parseNumbers(text, 1);
-  return number && number->front() > 0.0 ? "" : "needs a positive number, not " + text;
-}
-
 }  // namespace
 
 void addFiles(CLI::App& command, std::vector<std::string>& files) {
@@ -105,7 +96,9 @@ void addFilter(CLI::App& command, FilterOptions& options) {
 }
 
 CLI::Option* addScale(CLI::App& command, double& scale, const std::string& meaning) {
-  return command.add_option("--scale", scale, meaning)->check(refusalOfFactor)->type_name("FACTOR");
+  return command.add_option("--scale", scale, meaning)
+      ->check(refusalOfPositive)
+      ->type_name("FACTOR");
 }
 
 Inputs InputOptions::inputs() const {

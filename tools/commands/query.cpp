@@ -12,6 +12,7 @@
 #include <tools/commands/commands.h>
 #include <tools/commands/numberlist.h>
 #include <tools/commands/options.h>
+#include <tools/report/message.h>
 
 namespace tool {
 
@@ -84,7 +85,7 @@ class Asking : public Answerer {
       }
       return {"", rows_->prepare(std::move(rows)), {}, {}};
     } catch (const qcException& error) {
-      return {error.what(), unanswered(origin, feature, error.what()), {}, {}};
+      return {messageOf(error), unanswered(origin, feature, messageOf(error)), {}, {}};
     }
   }
   Answer answerUnreadable(const Origin& origin, const Feature& feature) const override {

@@ -5,7 +5,6 @@
 #include <map>
 #include <memory>
 
-#include <cntrformats/errors.h>
 #include <cntrformats/geojson/feature.h>
 #include <tools/answers/repair.h>
 #include <tools/commands/commands.h>
@@ -65,21 +64,21 @@ const char* nameOf(Repair::Result result) {
 Cell cellOf(const std::optional<double>& value) { return value ? numberCell(*value) : Cell(); }
 
 /// Writes features as they are or repaired, and a line about each.
-class Repairing : public Answerer {
+class Repairing : public FeaturesToFile {
  public:
   Repairing(const RepairOptions& options, FeatureFile& file, Session& session)
-      : rule_(ruleOf(options)),
+      : FeaturesToFile(file, OutlinesAre::eNew),
+        rule_(ruleOf(options)),
         maxLoss_(options.maxLoss),
         showsFile_(options.input.files.size() > 1),
         isQuiet_(options.isQuiet),
-        file_(file),
         report_(makeReport(options, session)) {}
 
   Answer answer(const Origin& origin, Feature feature) const override {
     Repair repair = repaired(feature.geometry, rule_, maxLoss_);
     PreparedRows row = report_->prepare({rowOf(origin, feature, repair)});
     if (repair.geometry) replaceGeometry(feature, *repair.geometry);
-    Answer answer = file_.prepare(origin, std::move(feature));
+    Answer answer = file().prepare(origin, std::move(feature));
     answer.rows = std::move(row);
     if (repair.result == Repair::Result::eFailed) answer.complaint = repair.note;
     return answer;
@@ -87,24 +86,19 @@ class Repairing : public Answerer {
 
   Answer answerUnreadable(const Origin& origin, const Feature& feature) const override {
     const Repair repair{.result = Repair::Result::eFailed, .note = feature.problem};
-    Answer answer = file_.prepareUnreadable(origin, feature);
+    Answer answer = file().prepareUnreadable(origin, feature);
     answer.rows = report_->prepare({rowOf(origin, feature, repair)});
     return answer;
   }
 
   void write(Answer answer) override {
     PreparedRows row = std::move(answer.rows);
-    file_.write(std::move(answer));
+    FeaturesToFile::write(std::move(answer));
     if (!isQuiet_) report_->write(std::move(row));
   }
 
-  void takeMembers(Members&& members) override {
-    std::erase_if(members, [](const Member& member) { return member.name == "bbox"; });
-    file_.takeMembers(std::move(members));
-  }
-
-  void finish() {
-    file_.complete();
+  void finish() override {
+    FeaturesToFile::finish();
     if (!isQuiet_) report_->finish();
   }
 
@@ -131,23 +125,15 @@ class Repairing : public Answerer {
   double maxLoss_;
   bool showsFile_;
   bool isQuiet_;
-  FeatureFile& file_;
   std::unique_ptr<RowWriter> report_;
 };
 
 void repair(const RepairOptions& options, Session& session) {
   Inputs inputs = options.input.inputs();
-  inputs.keep = Keep::eSourceToo;
-  const Format& format = outputFormat(options.output, inputs);
   inputs.showProgress = !session.console.outIsTerminal;
-  try {
-    FeatureFile file(session, options.output.file, format, Rings::eAsTheyWere, inputs.files.size());
-    Repairing repairing(options, file, session);
-    answerAll(inputs, session, repairing);
-    if (session.diagnostics.status() < eUnusable) repairing.finish();
-  } catch (const FileError& error) {
-    session.diagnostics.badFile(options.output.file, error.what());
-  }
+  writeFeatures(
+      inputs, options.output, outputFormat(options.output, inputs), Rings::eAsTheyWere, session,
+      [&](FeatureFile& file) { return std::make_unique<Repairing>(options, file, session); });
 }
 
 constexpr const char* repairHelp =

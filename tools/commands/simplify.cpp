@@ -8,11 +8,8 @@
 #include <utility>
 #include <vector>
 
-#include <cntr/contourdefs.h>
 #include <cntr/simplify.h>
-#include <cntrformats/errors.h>
 #include <cntrformats/geojson/feature.h>
-#include <tools/answers/message.h>
 #include <tools/commands/commands.h>
 #include <tools/commands/featurefile.h>
 #include <tools/commands/numberlist.h>
@@ -32,11 +29,6 @@ struct SimplifyOptions {
   OutputOptions output;
   double tolerance = 0.0;
 };
-
-std::string refusalOf(const std::string& text) {
-  const auto number = parseNumbers(text, 1);
-  return number && number->front() >= 0.0 ? "" : "needs a number that is not negative, not " + text;
-}
 
 /// All rings or lines, parts one after the other, outlines before their holes.
 std::vector<qcContour> curvesOf(const Geometry& geometry) {
@@ -78,43 +70,26 @@ bool simplify(Geometry& geometry, double tolerance) {
   return isChanged;
 }
 
-class Simplifying : public Answerer {
+class Simplifying : public FeaturesToFile {
  public:
-  Simplifying(double tolerance, FeatureFile& file) : tolerance_(tolerance), file_(file) {}
+  Simplifying(double tolerance, FeatureFile& file)
+      : FeaturesToFile(file, OutlinesAre::eNew), tolerance_(tolerance) {}
 
   Answer answer(const Origin& origin, Feature feature) const override {
     Geometry geometry = feature.geometry;
-    try {
-      if (simplify(geometry, tolerance_)) replaceGeometry(feature, geometry);
-    } catch (const qcContourDefs::Errors& error) {
-      throw FeatureError(messageOf(error));
-    }
-    return file_.prepare(origin, std::move(feature));
-  }
-  void write(Answer answer) override { file_.write(std::move(answer)); }
-  void takeMembers(Members&& members) override {
-    std::erase_if(members, [](const Member& member) { return member.name == "bbox"; });
-    file_.takeMembers(std::move(members));
+    if (simplify(geometry, tolerance_)) replaceGeometry(feature, geometry);
+    return file().prepare(origin, std::move(feature));
   }
 
  private:
   double tolerance_;
-  FeatureFile& file_;
 };
 
 void simplifyFiles(const SimplifyOptions& options, Session& session) {
   Inputs inputs = options.input.inputs();
-  inputs.keep = Keep::eSourceToo;
-  const Format& format = outputFormat(options.output, inputs);
-  inputs.showProgress = !(session.console.outIsTerminal && options.output.file == "-");
-  try {
-    FeatureFile file(session, options.output.file, format, Rings::eAsTheyWere, inputs.files.size());
-    Simplifying simplifying(options.tolerance, file);
-    answerAll(inputs, session, simplifying);
-    if (session.diagnostics.status() < eUnusable) file.complete();
-  } catch (const FileError& error) {
-    session.diagnostics.badFile(options.output.file, error.what());
-  }
+  writeFeatures(
+      inputs, options.output, outputFormat(options.output, inputs), Rings::eAsTheyWere, session,
+      [&](FeatureFile& file) { return std::make_unique<Simplifying>(options.tolerance, file); });
 }
 
 constexpr const char* simplifyHelp =
@@ -143,7 +118,7 @@ void addSimplify(CLI::App& app, Session& session) {
                   "How far a point may come to lie from the new outline, in the unit of the "
                   "coordinates")
       ->required()
-      ->check(CLI::Validator(refusalOf, ""))
+      ->check(refusalOfNotNegative)
       ->type_name("T");
   command.footer(simplifyHelp);
   command.callback([options, &session] { simplifyFiles(*options, session); });

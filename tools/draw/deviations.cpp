@@ -7,8 +7,8 @@
 
 #include <cntrformats/errors.h>
 #include <platform/core/exception.h>
-#include <tools/answers/message.h>
 #include <tools/answers/stretches.h>
+#include <tools/report/message.h>
 
 namespace tool {
 

@@ -10,6 +10,7 @@
 #include <utility>
 
 #include <platform/core/exception.h>
+#include <tools/report/message.h>
 #include <tools/run/orderedwork.h>
 #include <tools/run/progress.h>
 
@@ -60,7 +61,7 @@ class FeatureJob : public Job {
     } catch (const FeatureError& error) {
       answer_.complaint = error.what();
     } catch (const qcException& error) {
-      answer_.complaint = error.what();
+      answer_.complaint = messageOf(error);
     }
   }
 
