@@ -30,7 +30,8 @@ enum class qcRingContact {
   eOverlaps
 };
 
-/// Decided exactly, on the coordinates as given; a feature without edges is simple. Throws
+/// Decided exactly, on the coordinates as given, of which those that are 280 orders of magnitude
+/// smaller than the largest count as 0; a feature without edges is simple. Throws
 /// qcContourDefs::BadParams "a coordinate is not a finite number". O(n log n), about 0.3 us for
 /// each vertex; for a single ring that runs around some point once, always the same way, O(n),
 /// about 15 ns for each.

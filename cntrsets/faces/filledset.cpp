@@ -20,6 +20,8 @@ namespace {
 /// The scaled coordinates have one unit in the last place: that of the largest.
 constexpr int scaledExponent = 480;
 constexpr int scaledUnit = scaledExponent - std::numeric_limits<double>::digits;
+/// Products of smaller coordinates lose digits.
+constexpr double leastScaled = 0x1p-465;
 
 std::vector<bool> keptFaces(const Faces& faces, const Rule& rule) {
   std::vector<bool> kept(faces.windings.size());
@@ -75,9 +77,12 @@ Scaling::Scaling(double largest) {
   if (largest > 0.0) exponent_ = scaledExponent - 1 - std::ilogb(largest);
 }
 
-Point Scaling::scaled(const Point& p) const {
-  return {std::ldexp(p.x(), exponent_), std::ldexp(p.y(), exponent_)};
+double Scaling::scaled(double coordinate) const {
+  const double scaled = std::ldexp(coordinate, exponent_);
+  return std::abs(scaled) < leastScaled ? std::copysign(0.0, scaled) : scaled;
 }
+
+Point Scaling::scaled(const Point& p) const { return {scaled(p.x()), scaled(p.y())}; }
 
 Point Scaling::restored(const Point& p) const { return {restored(p.x()), restored(p.y())}; }
 
@@ -88,6 +93,7 @@ std::vector<Piece> scaledPieces(std::span<const std::span<const Point>> rings,
   std::vector<Piece> pieces = piecesOf(rings);
   for (Piece& piece : pieces)
     piece = {scaling.scaled(piece.from), scaling.scaled(piece.to), piece.ring};
+  std::erase_if(pieces, [](const Piece& piece) { return piece.from == piece.to; });
   return pieces;
 }
 

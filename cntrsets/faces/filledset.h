@@ -22,8 +22,8 @@ using Rule = std::function<bool(const Windings&)>;
 double largestCoordinate(std::span<const std::span<const Point>> rings);
 
 /// A power of two, by its exponent, that coordinates are multiplied with. The largest comes to lie
-/// between 2^479 and 2^480, so that products of two coordinates neither overflow nor, in any
-/// outline of less than 280 orders of magnitude, lose digits below the smallest double.
+/// between 2^479 and 2^480, and those below 2^-465 become 0, so that products of two coordinates
+/// neither overflow nor lose digits below the smallest double.
 class Scaling {
  public:
   explicit Scaling(double largest);
@@ -33,10 +33,12 @@ class Scaling {
   double restored(double length) const;
 
  private:
+  double scaled(double coordinate) const;
+
   int exponent_ = 0;
 };
 
-/// The edges of the rings, scaled.
+/// The edges of the rings, scaled, without those that have no length then.
 std::vector<Piece> scaledPieces(std::span<const std::span<const Point>> rings,
                                 const Scaling& scaling);
 

@@ -107,6 +107,30 @@ TEST(RingContact, RefusesCoordinatesThatAreNotFiniteNumbers) {
   }
 }
 
+TEST(RingContact, CountsCoordinatesFarSmallerThanTheLargestAsZero) {
+  for (std::uint64_t seed = 0; seed < 3000; ++seed) {
+    shapes::Random random(seed);
+    Feature mixed(1);
+    mixed[0].outline = shapes::cloud(random, 3 + random.below(20));
+    mixed[0].holes.push_back(shapes::cloud(random, 3 + random.below(6)));
+    Feature flat = mixed;
+    const double small = random.chance(0.5) ? 1.0 : 0x1p-1050;
+    const double share = random.uniform(0.1, 0.9);
+    for (std::size_t i = 0; i < mixed[0].outline.size(); ++i) {
+      qcVector<2>& p = mixed[0].outline[i];
+      const bool isHigh = random.chance(share);
+      flat[0].outline[i] = {0.0, isHigh ? p.y() * 0x1p1000 : 0.0};
+      p = {p.x() * small, p.y() * (isHigh ? 0x1p1000 : small)};
+    }
+    for (std::size_t i = 0; i < mixed[0].holes[0].size(); ++i) {
+      qcVector<2>& p = mixed[0].holes[0][i];
+      flat[0].holes[0][i] = {0.0, p.y() * 0x1p1000};
+      p = {p.x() * small, p.y() * 0x1p1000};
+    }
+    EXPECT_EQ(qf_RingContact(mixed), qf_RingContact(flat)) << "seed " << seed;
+  }
+}
+
 TEST(RingContact, TouchingRingsHaveTheAreaOfTheirFilledSet) {
   int simplyBounded = 0;
   for (std::uint64_t seed = 0; seed < 4000; ++seed) {
