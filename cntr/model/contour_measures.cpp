@@ -48,24 +48,25 @@ double qcContour::distToPoint(const qcVector<2>& p, bool vertexOnly) const {
   return p.distance(closestPoint(p, vertexOnly));
 }
 
-void qcContour::closestPoint(std::span<const qcVector<2>> asked, bool vertexOnly,
+void qcContour::closestPoint(std::span<const qcVector<2>> points, bool vertexOnly,
                              std::span<qcVector<2>> answers) const {
-  cntr::model::checkSameSize(asked.size(), answers.size());
-  if (asked.empty()) return;
+  cntr::model::checkSameSize(points.size(), answers.size());
+  if (points.empty()) return;
   checkEmptyContour();
+  const std::vector<qcVector<2>>& vertices = *points_;
   cntr::compute::NearestSearch search(path(), edgeIndex());
-  for (const std::size_t i : cntr::compute::visitingOrder(asked)) {
+  for (const std::size_t i : cntr::compute::visitingOrder(points)) {
     answers[i] =
-        vertexOnly ? points()[search.closestVertex(asked[i])] : search.closestPoint(asked[i]);
+        vertexOnly ? vertices[search.closestVertex(points[i])] : search.closestPoint(points[i]);
   }
 }
 
-void qcContour::distToPoint(std::span<const qcVector<2>> asked, bool vertexOnly,
+void qcContour::distToPoint(std::span<const qcVector<2>> points, bool vertexOnly,
                             std::span<double> answers) const {
-  cntr::model::checkSameSize(asked.size(), answers.size());
-  std::vector<qcVector<2>> nearest(asked.size());
-  closestPoint(asked, vertexOnly, nearest);
-  for (std::size_t i = 0; i < asked.size(); ++i) answers[i] = asked[i].distance(nearest[i]);
+  cntr::model::checkSameSize(points.size(), answers.size());
+  std::vector<qcVector<2>> nearest(points.size());
+  closestPoint(points, vertexOnly, nearest);
+  for (std::size_t i = 0; i < points.size(); ++i) answers[i] = points[i].distance(nearest[i]);
 }
 
 qcPolygon qcContour::polygon() const {
