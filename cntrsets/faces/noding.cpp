@@ -20,6 +20,9 @@ namespace {
 /// these: of 3,000 random ones, among them many of nearly parallel edges on one line, none gained
 /// by more.
 constexpr int freeRounds = 3;
+/// A round that makes more than this many times the cuts of the first one will be followed by
+/// worse: edges that lie along each other make thousands of millions within three rounds.
+constexpr std::size_t mostGrowth = 8;
 
 struct Cut {
   std::size_t piece;
@@ -232,11 +235,14 @@ Noding nodeOnGrid(const std::vector<Piece>& pieces, double grid) {
 Noding node(const std::vector<Piece>& pieces) {
   std::vector<Piece> cut = pieces;
   std::size_t fewest = std::numeric_limits<std::size_t>::max();
+  std::size_t most = fewest;
   for (int roundings = 0;; ++roundings) {
     Cuts cuts = meetings(std::move(cut));
     const bool crossed = cuts.crossed;
-    if (crossed && roundings > freeRounds && cuts.list.size() >= fewest) break;
-    fewest = cuts.list.size();
+    const std::size_t count = cuts.list.size();
+    if (crossed && (count > most || (roundings > freeRounds && count >= fewest))) break;
+    fewest = count;
+    if (roundings == 0) most = mostGrowth * (count + pieces.size());
     cut = cutPieces(std::move(cuts));
     if (!crossed) return {std::move(cut), roundings > 0, roundings};
   }
