@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: MIT
 //
 // Fuzz target: features of crossing, touching and overlapping rings through repair, set operations
-// and offsets, compared point by point with the winding numbers of the definition.
+// and offsets, compared point by point with the winding numbers of the definition, and the largest
+// circles in them.
 
 #include <cmath>
 #include <functional>
@@ -9,6 +10,7 @@
 
 #include <cntr/contourdefs.h>
 #include <cntrsets/filled.h>
+#include <cntrsets/inscribed.h>
 #include <cntrsets/sets.h>
 #include <testing/plain/filled.h>
 
@@ -26,6 +28,7 @@ constexpr std::size_t mostVertices = 24;
 /// How far from an edge a point must lie for its answer to be certain, in parts of the largest
 /// coordinate.
 constexpr double margin = 1e-9;
+constexpr double largest = 128.0;
 
 /// On a small grid, so that vertices meet vertices and edges, or anywhere.
 Points drawRing(Input& input) {
@@ -75,7 +78,6 @@ using Holds = std::function<bool(const qcVector<2>&)>;
 
 void requireToHold(const Feature& result, const Feature& input, const Holds& holds,
                    const char* what) {
-  constexpr double largest = 128.0;
   const plain::Parts edges = plainOf(input);
   const plain::Parts parts = plainOf(result);
   for (const qcVector<2>& p : questions(input)) {
@@ -149,6 +151,25 @@ void offset(const Feature& feature, double distance) {
   }
 }
 
+/// The circle reaches the boundary of what is filled, and about no point that is tried there is
+/// room for one larger by more than the tolerance. None of these features is too thin for it.
+void inscribe(const Feature& feature) {
+  constexpr double tolerance = 0.05;
+  const qcCircle circle = qf_InscribedCircle(feature, tolerance);
+  const plain::Parts filled = plainOf(qf_Union(feature, {}));
+  const auto isInside = [&](const qcVector<2>& p) {
+    return plain::fills(filled, plain::Rule::evenOdd, p);
+  };
+  if (circle.radius() > margin * largest) {
+    const double room = plain::distanceToRings(filled, circle.center());
+    require(std::abs(room - circle.radius()) <= margin * largest, "the radius of a circle");
+    require(isInside(circle.center()), "the centre of a circle");
+  }
+  const double most = circle.radius() + tolerance + margin * largest;
+  for (const qcVector<2>& p : questions(feature))
+    require(plain::distanceToRings(filled, p) <= most || !isInside(p), "the largest circle");
+}
+
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
@@ -156,6 +177,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   const Feature a = drawFeature(input);
   repair(a, qcPolygon::eNonZero, plain::Rule::nonZero);
   repair(a, qcPolygon::eEvenOdd, plain::Rule::evenOdd);
+  inscribe(a);
   if (input.isEmpty()) return 0;
   offset(a, input.small() / 8192.0);
   combine(a, drawFeature(input));
