@@ -6,7 +6,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <span>
 
 #include <cntr/contourdefs.h>
 #include <cntrsets/frame.h>
@@ -23,23 +22,6 @@ using cntr::sets::Side;
 
 /// Of the extent: even the hardest shapes take a bounded time.
 constexpr double leastTolerance = 1e-10;
-
-std::vector<Side> sidesOf(const RingList& list, const Frame& frame) {
-  std::vector<Side> sides;
-  std::size_t count = 0;
-  for (const std::span<const qcVector<2>>& ring : list.rings()) count += ring.size();
-  sides.reserve(count);
-  for (const std::span<const qcVector<2>>& ring : list.rings()) {
-    if (ring.empty()) continue;
-    qcVector<2> from = frame.local(ring.back());
-    for (const qcVector<2>& p : ring) {
-      const qcVector<2> to = frame.local(p);
-      if (!(from == to)) sides.emplace_back(from, to);
-      from = to;
-    }
-  }
-  return sides;
-}
 
 }  // namespace
 

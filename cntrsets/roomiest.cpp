@@ -45,7 +45,7 @@ class Search {
   Search(std::span<const Side> sides, double tolerance)
       : tree_(sides),
         tolerance_(tolerance),
-        pieces_(mostPieces + mostPiecesOfSide * sides.size()),
+        mostPieces_(mostPieces + mostPiecesOfSide * sides.size()),
         best_{sides.front().a, 0.0} {}
 
   Room run() {
@@ -53,7 +53,7 @@ class Search {
     while (!cells.empty()) {
       Cell cell = cells.back();
       cells.pop_back();
-      if (pieces_-- == 0)
+      if (best_.pieces++ == mostPieces_)
         throw qcContourDefs::BadParams(L"the feature is too thin for the tolerance");
       const Point target = visit(cell);
       if (isPromising(cell)) split(cell, target, cells);
@@ -113,7 +113,7 @@ class Search {
   }
 
   void improve(const Point& p, double distance) {
-    if (distance > best_.radius) best_ = {p, distance};
+    if (distance > best_.radius) best_ = {p, distance, best_.pieces};
   }
 
   /// Halves the longer side. The half with the target comes first.
@@ -132,8 +132,7 @@ class Search {
 
   SideTree tree_;
   double tolerance_;
-  /// That may still be looked at.
-  std::size_t pieces_;
+  std::size_t mostPieces_;
   Room best_;
   TangentProgram program_;
 };

@@ -4,6 +4,7 @@
 
 #pragma once
 
+#include <cstddef>
 #include <span>
 
 #include <cntrsets/sidetree.h>
@@ -14,6 +15,8 @@ namespace cntr::sets {
 struct Room {
   Point centre;
   double radius = 0.0;
+  /// How many pieces of the bounding box were looked at to find it.
+  std::size_t pieces = 0;
 };
 
 /// A point whose distance from all sides is at most `tolerance` less than the largest in the area,

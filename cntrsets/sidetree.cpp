@@ -148,4 +148,21 @@ bool SideTree::isInside(const Point& to, const Point& from, bool fromIsInside) c
   return isInside;
 }
 
+std::vector<Side> sidesOf(const RingList& list, const Frame& frame) {
+  std::vector<Side> sides;
+  std::size_t count = 0;
+  for (const std::span<const Point>& ring : list.rings()) count += ring.size();
+  sides.reserve(count);
+  for (const std::span<const Point>& ring : list.rings()) {
+    if (ring.empty()) continue;
+    Point from = frame.local(ring.back());
+    for (const Point& p : ring) {
+      const Point to = frame.local(p);
+      if (!(from == to)) sides.emplace_back(from, to);
+      from = to;
+    }
+  }
+  return sides;
+}
+
 }  // namespace cntr::sets

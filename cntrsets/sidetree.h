@@ -12,6 +12,7 @@
 #include <vector>
 
 #include <cntr/plane/box.h>
+#include <cntrsets/frame.h>
 #include <cntrsets/ringlist.h>
 
 namespace cntr::sets {
@@ -39,6 +40,9 @@ struct Side {
   /// 1 by the square of its length.
   double inverse;
 };
+
+/// Those of all rings, in the coordinates of the frame.
+std::vector<Side> sidesOf(const RingList& list, const Frame& frame);
 
 /// A tree over sides, which it refers to. Sides that are joined end to end stand together in the
 /// list.

@@ -5,7 +5,6 @@
 #include <cntrsets/faces/noding.h>
 
 #include <algorithm>
-#include <chrono>
 #include <cmath>
 #include <string>
 
@@ -101,14 +100,12 @@ TEST(Node, SettlesWhereCrossingsAreFinerThanTheCoordinates) {
   }
 }
 
+/// Otherwise it takes all memory.
 TEST(Node, GivesUpRoundingBeforeItsCutsMultiply) {
   shapes::Random random(0);
   shapes::Points ring = shapes::collinear(random, 240);
   shapes::rotate(ring, 0.3);
-  const auto begin = std::chrono::steady_clock::now();
   const Noding noding = node(scaledPieces(ring));
-  const std::chrono::duration<double> time = std::chrono::steady_clock::now() - begin;
-  EXPECT_LT(time.count(), 10.0);
   EXPECT_GT(noding.grid, 0.0);
 }
 
