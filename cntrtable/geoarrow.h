@@ -1,0 +1,58 @@
+// SPDX-License-Identifier: MIT
+//
+// Features as Arrow columns, in the layouts of GeoArrow or as well-known binary.
+
+#pragma once
+
+#include <cstdint>
+
+#include <cntrtable/arrow.h>
+#include <cntrtable/outlines.h>
+
+/// The features of a column, which is taken over and released once, whatever happens: at once, or
+/// with the last of the outlines that share its coordinates. These are x and y in turn as 64-bit
+/// floating point numbers (fixed-size lists of 2) at an address that is a multiple of 8; all others
+/// are copied: separated ones (a struct with x and y), misaligned ones, and those with Z or M,
+/// which are left out.
+///
+/// Read are geoarrow.linestring, polygon, multilinestring and multipolygon; lists of the same depth
+/// without a name, of which list<coordinates> is a line, list<list<coordinates>> a polygon, and
+/// list<list<list<coordinates>>> a multipolygon; and WKB as binary, with the name geoarrow.wkb,
+/// ogc.wkb or none. Lists and binary may be large. A null becomes a feature that is eNothing, with
+/// the problem "null". Nulls within a feature are refused.
+///
+/// Throws qcContourDefs::BadParams that says what and where for other formats and for whatever
+/// contradicts itself: a structure that has been released or is not complete, negative lengths,
+/// offsets that go backwards or beyond the items. The sizes of buffers are not part of the
+/// interface: they are as large as the lengths demand.
+qcOutlines qf_FromArrow(const ArrowSchema* schema, ArrowArray* array);
+
+/// The features of all columns of a stream, one behind the other: those of a single column as
+/// above, several copied. The stream is taken over and released once. Throws what the other one
+/// throws, and BadParams with the stream's own message when it fails.
+qcOutlines qf_FromArrow(ArrowArrayStream* stream);
+
+/// How features are laid out.
+enum class qcArrowLayout : std::uint8_t {
+  /// The first that can hold them: polygon, multipolygon, linestring, multilinestring, WKB.
+  eFitting = 0,
+  ePolygon = 1,
+  eMultiPolygon = 2,
+  eLineString = 3,
+  eMultiLineString = 4,
+  eWkb = 5
+};
+
+/// How coordinates are laid out.
+enum class qcArrowCoordinates : std::uint8_t {
+  /// x and y in turn.
+  eInterleaved = 0,
+  /// All x, and all y.
+  eSeparated = 1
+};
+
+/// The features as a column named "geometry"; those that are eNothing are null. Rings repeat their
+/// first vertex. Labels and edge elements are left out. Throws qcContourDefs::BadParams, naming the
+/// first feature that the layout cannot hold.
+qcArrowColumn qf_ToArrow(const qcOutlines& outlines, qcArrowLayout layout = qcArrowLayout::eFitting,
+                         qcArrowCoordinates coordinates = qcArrowCoordinates::eInterleaved);

@@ -1,0 +1,178 @@
+// SPDX-License-Identifier: MIT
+//
+// Many features at once, as columns: all coordinates in one list, and lists of numbers that tell
+// where rings, parts and features begin in it. Well-known binary is in wkb.h, Arrow in geoarrow.h,
+// and what is measured of them in measuring.h.
+
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <span>
+#include <string>
+#include <vector>
+
+#include <cntr/regionst.h>
+#include <cntrsets/rings.h>
+#include <platform/image/edgelet.h>
+
+namespace table {
+struct OutlineColumns;
+}  // namespace table
+
+/// What a feature is.
+enum class qcOutlineKind : std::uint8_t {
+  /// There is nothing to measure: it is null, empty, or could not be read.
+  eNothing = 0,
+  /// Outlines with holes.
+  eAreas = 1,
+  /// Open lines, each a part of one ring that is not closed.
+  eLines = 2
+};
+
+/// Features as ragged arrays: offsets tell where each ring, part or feature begins, and the last
+/// offset where the last one ends. The first offset need not be 0.
+struct qcRaggedOutlines {
+  /// All features are of this kind.
+  qcOutlineKind kind = qcOutlineKind::eAreas;
+  /// x and y in turn.
+  std::span<const double> coordinates;
+  /// Of vertices: one offset more than there are rings. The last vertex of a ring of areas may
+  /// repeat its first one.
+  std::span<const std::int64_t> rings;
+  /// Of rings, for areas alone: the first ring of a part is its outline. Without any, each feature
+  /// is one part.
+  std::span<const std::int64_t> parts;
+  /// Of parts, or of rings where there are no offsets of parts. Without any, each part or ring is a
+  /// feature.
+  std::span<const std::int64_t> features;
+  /// One for each vertex, those that repeat another included, or none at all.
+  std::span<const qcEdgelet> edgelets;
+};
+
+/// Ragged arrays of their own, in which offsets begin at 0, and the last vertex of each ring of
+/// areas repeats its first one.
+struct qcRaggedArrays {
+  /// x and y in turn.
+  std::vector<double> coordinates;
+  /// Of vertices, one more than there are rings.
+  std::vector<std::int64_t> rings{0};
+  /// Of rings, one more than there are parts.
+  std::vector<std::int64_t> parts{0};
+  /// Of parts, one more than there are features.
+  std::vector<std::int64_t> features{0};
+  /// One for each vertex, or none at all.
+  std::vector<qcEdgelet> edgelets;
+};
+
+/// A list of features. A value that never changes: copies and slices share what they hold, and
+/// several threads may read one.
+class qcOutlines {
+ public:
+  /// No features.
+  qcOutlines();
+
+  /// The features of ragged arrays. Coordinates are shared with `owner`, which keeps them alive and
+  /// unchanged, or copied where it is null; everything else is copied. A feature without vertices
+  /// is of the kind eNothing, with the problem "empty". O(rings).
+  ///
+  /// Throws qcContourDefs::BadParams for offsets that are negative, less than one before them, or
+  /// beyond what they count, naming the first of them; for coordinates that are no pairs; and for
+  /// as many edge elements as there are no vertices. Nothing outside the arrays is read.
+  static qcOutlines fromRagged(const qcRaggedOutlines& arrays,
+                               std::shared_ptr<const void> owner = nullptr);
+
+  /// The number of features.
+  std::size_t size() const noexcept { return count_; }
+
+  // Of feature number `feature`, from 0. REQUIRES: feature < size(), part < parts(feature),
+  // ring < rings(feature, part).
+
+  /// What it is.
+  qcOutlineKind kind(std::size_t feature) const;
+  /// Why it is eNothing; empty for other kinds.
+  std::string problem(std::size_t feature) const;
+  /// The number that its maker gave it.
+  std::optional<std::uint32_t> label(std::size_t feature) const;
+  /// The number of its parts, some of which may have no rings; 0 for eNothing.
+  std::size_t parts(std::size_t feature) const;
+  /// The number of rings of a part: its outline and holes, or a line.
+  std::size_t rings(std::size_t feature, std::size_t part) const;
+  /// The vertices of a ring where they lie, x and y in turn, without the repeated last one.
+  std::span<const double> ring(std::size_t feature, std::size_t part, std::size_t ring) const;
+  /// Its edge elements; empty where there are none.
+  std::span<const qcEdgelet> edgelets(std::size_t feature, std::size_t part,
+                                      std::size_t ring) const;
+  /// A copy of it, without parts that have no rings. A line is an outline without holes.
+  std::vector<qcRings> feature(std::size_t feature) const;
+
+  /// `count` features from number `first` on. They share the memory of these. Throws
+  /// qcContourDefs::BadParams when there are not as many.
+  qcOutlines slice(std::size_t first, std::size_t count) const;
+
+  /// A copy as ragged arrays. A feature that is eNothing has no parts.
+  qcRaggedArrays toRagged() const;
+
+ private:
+  friend class qcOutlinesBuilder;
+  friend struct table::OutlineColumns;
+
+  explicit qcOutlines(std::shared_ptr<const table::OutlineColumns> columns);
+  std::size_t firstRing(std::size_t feature, std::size_t part) const;
+
+  std::shared_ptr<const table::OutlineColumns> columns_;
+  std::size_t first_ = 0;
+  std::size_t count_ = 0;
+};
+
+/// Makes features one after the other: each from a shape, or ring by ring.
+class qcOutlinesBuilder {
+ public:
+  qcOutlinesBuilder();
+  qcOutlinesBuilder(const qcOutlinesBuilder&) = delete;
+  qcOutlinesBuilder& operator=(const qcOutlinesBuilder&) = delete;
+  ~qcOutlinesBuilder();
+
+  // Whole features. One without vertices is eNothing, "empty".
+
+  /// Areas with holes.
+  void addAreas(const std::vector<qcRings>& parts, std::optional<std::uint32_t> label = {});
+  /// Open lines.
+  void addLines(const std::vector<std::vector<qcVector<2>>>& lines,
+                std::optional<std::uint32_t> label = {});
+  /// An area if the contour is closed, otherwise a line, with the contour's label.
+  void add(const qcContour& contour);
+  /// The outline with its holes, and a further part for each hole of a hole, with the region's
+  /// label. Throws qcBadPointer for a null handle among the holes.
+  void add(const qcRegion& region);
+  /// A part for each region, and for each hole of a hole; no label.
+  void add(const qcRegionSet& set);
+  /// A feature of others, without its edge elements.
+  void add(const qcOutlines& outlines, std::size_t feature);
+
+  // Ring by ring.
+
+  /// Begins a ring, and gives the place for its vertices, x and y in turn, zeros at first. It is
+  /// valid until the next call.
+  std::span<double> addRing(std::size_t vertices);
+  /// Leaves out the last vertex of the newest ring if it repeats the first one.
+  void leaveOutRepeated();
+  /// Ends a part, of the rings since the last one. A part without rings is none.
+  void endPart();
+  /// Ends a feature, of the parts since the last one; without vertices it is eNothing, "empty".
+  void endFeature(qcOutlineKind kind, std::optional<std::uint32_t> label = {});
+  /// Drops the rings and parts since the last feature: this one is eNothing, for the reason given.
+  void failFeature(const std::string& why);
+
+  /// All features added since the last time.
+  qcOutlines finish();
+
+ private:
+  void addPoints(const std::vector<qcVector<2>>& points);
+  void addParts(std::vector<const qcRegion*> regions);
+
+  std::unique_ptr<table::OutlineColumns> columns_;
+  std::vector<double> coordinates_;
+};

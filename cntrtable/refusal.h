@@ -1,0 +1,27 @@
+// SPDX-License-Identifier: MIT
+//
+// How arguments that are no use are refused.
+
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include <cntr/contourdefs.h>
+
+namespace table {
+
+/// REQUIRES: `why` is ASCII.
+[[noreturn]] inline void refuse(const std::string& why) {
+  throw qcContourDefs::BadParams(std::wstring(why.begin(), why.end()));
+}
+
+/// A foreign text as part of a message: short, in quotes, with ? for what is not printable ASCII.
+inline std::string quoted(std::string_view text) {
+  constexpr std::size_t longest = 40;
+  std::string result = "'";
+  for (const char c : text.substr(0, longest)) result += c >= ' ' && c <= '~' ? c : '?';
+  return result + (text.size() > longest ? "...'" : "'");
+}
+
+}  // namespace table

@@ -1,0 +1,34 @@
+// SPDX-License-Identifier: MIT
+//
+// Features as well-known binary (WKB): that of OGC and ISO, and the extended one with a number for
+// the spatial reference, which is not looked at.
+
+#pragma once
+
+#include <bit>
+#include <cstddef>
+#include <span>
+#include <vector>
+
+#include <cntrtable/outlines.h>
+
+/// A feature of each value, in either byte order: polygons and multipolygons as areas, linestrings
+/// and multilinestrings as lines, collections of one or the other (16 deep at most) as their parts.
+/// Z and M are left out. Everything else becomes a feature that is eNothing, with a problem that
+/// says what and at which byte: other geometries, empty ones, values that are cut short, have
+/// counts that their bytes cannot hold, or go on behind the geometry. Takes memory in proportion to
+/// the bytes, whatever they say. O(bytes).
+qcOutlines qf_FromWkb(std::span<const std::span<const std::byte>> values);
+
+/// One feature as a polygon or linestring, or where it has several parts as a multipolygon or
+/// multilinestring; rings repeat their first vertex. REQUIRES: feature < outlines.size(). Throws
+/// qcContourDefs::BadParams when it is eNothing.
+std::vector<std::byte> qf_ToWkb(const qcOutlines& outlines, std::size_t feature,
+                                std::endian order = std::endian::little);
+
+namespace table {
+
+/// Adds the feature of one value.
+void addWkb(std::span<const std::byte> value, qcOutlinesBuilder& builder);
+
+}  // namespace table
