@@ -229,9 +229,11 @@ constexpr auto fromFirst = qcContourDefs::eFromFirstVertex;
 
 constexpr Measure measures[] = {
     {"vertices", "vertices of the outline, without the repeated last one and those of holes", 0,
-     true, eCounts, vertices},
-    {"holes", "number of holes that were taken into account", 0, false, eCounts, holes},
-    {"closed", "yes for an outline, no for an open line", 0, false, eCounts, closed},
+     true, eCounts, vertices, ValueType::eCount},
+    {"holes", "number of holes that were taken into account", 0, false, eCounts, holes,
+     ValueType::eCount},
+    {"closed", "yes for an outline, no for an open line", 0, false, eCounts, closed,
+     ValueType::eYesOrNo},
     {"area", "area that is filled, without the holes", 2, true, eFilled, area},
     {"centre_x", "centre of mass", 1, true, eMoments, ofCentre<x>},
     {"centre_y", "", 1, true, eMoments, ofCentre<y>},
@@ -307,9 +309,9 @@ constexpr Measure measures[] = {
     {"ellipse_residual", "root mean square distance of the vertices from it", 1, false, eCurves,
      fitResidual},
     {"crosses_itself", "yes when an edge of an outline crosses another one, within 1e-6", 0, false,
-     eCrossings, crossesItself},
+     eCrossings, crossesItself, ValueType::eYesOrNo},
     {"note", "what to know of the measures: open, crosses, overlaps, no area ...", 0, true,
-     eFilled | eCurves | eLineCrossings, note},
+     eFilled | eCurves | eLineCrossings, note, ValueType::eText},
 };
 
 }  // namespace

@@ -17,6 +17,9 @@ namespace table {
 /// Nothing (there is no answer), yes or no, a count, a number, or a text.
 using Value = std::variant<std::monostate, bool, std::size_t, double, std::string>;
 
+/// What the values of a measure are, unless they are nothing.
+enum class ValueType { eNumber, eCount, eYesOrNo, eText };
+
 struct Measure {
   /// Its name as a column.
   const char* name;
@@ -29,6 +32,7 @@ struct Measure {
   Needs needs;
   /// Finite, or nothing where the question has no meaning. In the unit of the coordinates.
   Value (*answer)(const Facts&);
+  ValueType type = ValueType::eNumber;
 };
 
 /// All measures, in the order of the columns.

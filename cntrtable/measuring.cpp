@@ -1,0 +1,276 @@
+// SPDX-License-Identifier: MIT
+//
+// Rows are measured in blocks, whichever thread comes first. Each row has places of its own in the
+// columns, and blocks do not share a byte of a bitmap, so that threads never meet.
+
+#include <cntrtable/measuring.h>
+
+#include <algorithm>
+#include <atomic>
+#include <exception>
+#include <mutex>
+#include <system_error>
+#include <thread>
+#include <vector>
+
+#include <cntrtable/arrowmaking.h>
+#include <cntrtable/measures.h>
+#include <cntrtable/refusal.h>
+
+using table::bufferOf;
+using table::makeArrowArray;
+using table::makeArrowSchema;
+using table::Measure;
+using table::ValueType;
+
+namespace {
+
+constexpr const char* noteName = "note";
+/// A multiple of the 8 rows in a byte of a bitmap.
+constexpr std::size_t rowsInBlock = 64;
+
+/// The answers of one measure.
+struct AnswerColumn {
+  AnswerColumn(const Measure& measure_, std::size_t rows)
+      : measure(&measure_), validity(table::makeBitmap(rows)) {
+    switch (measure->type) {
+      case ValueType::eNumber:
+        numbers.resize(rows);
+        break;
+      case ValueType::eCount:
+        counts.resize(rows);
+        break;
+      case ValueType::eYesOrNo:
+        flags = table::makeBitmap(rows);
+        break;
+      case ValueType::eText:
+        texts.resize(rows);
+        break;
+    }
+  }
+
+  void set(std::size_t row, const table::Value& value) {
+    if (std::holds_alternative<std::monostate>(value)) return;
+    table::setBit(validity, row);
+    switch (measure->type) {
+      case ValueType::eNumber:
+        numbers[row] = std::get<double>(value);
+        break;
+      case ValueType::eCount:
+        counts[row] = static_cast<std::int64_t>(std::get<std::size_t>(value));
+        break;
+      case ValueType::eYesOrNo:
+        if (std::get<bool>(value)) table::setBit(flags, row);
+        break;
+      case ValueType::eText:
+        texts[row] = std::get<std::string>(value);
+        break;
+    }
+  }
+
+  const Measure* measure;
+  /// A bit for each row that has an answer.
+  std::vector<std::uint8_t> validity;
+  // One of these, by the type of the measure.
+  std::vector<double> numbers;
+  std::vector<std::int64_t> counts;
+  std::vector<std::uint8_t> flags;
+  std::vector<std::string> texts;
+};
+
+const Measure& measureAskedFor(const std::string& name) {
+  const Measure* const found = table::measureNamed(name);
+  if (found == nullptr) table::refuse("there is no measure " + table::quoted(name));
+  return *found;
+}
+
+/// Those asked for, and the note at the end.
+std::vector<AnswerColumn> columnsFor(std::span<const std::string> names, std::size_t rows) {
+  std::vector<AnswerColumn> columns;
+  for (std::size_t i = 0; i < names.size(); ++i) {
+    const Measure& measure = measureAskedFor(names[i]);
+    if (std::find(names.begin(), names.begin() + static_cast<std::ptrdiff_t>(i), names[i]) !=
+        names.begin() + static_cast<std::ptrdiff_t>(i)) {
+      table::refuse("the measure " + table::quoted(names[i]) + " is asked for twice");
+    }
+    if (names[i] != noteName) columns.emplace_back(measure, rows);
+  }
+  columns.emplace_back(measureAskedFor(noteName), rows);
+  return columns;
+}
+
+/// What the library's exceptions say, without the name of their class.
+std::string messageIn(const qcException& error) {
+  const std::string text = error.what();
+  const std::size_t end = text.find(": ");
+  return end == std::string::npos ? text : text.substr(end + 2);
+}
+
+/// Why there are not enough vertices; empty when there are.
+std::string shortageOf(const qcOutlines& outlines, std::size_t feature) {
+  const bool isAreas = outlines.kind(feature) == qcOutlineKind::eAreas;
+  const std::size_t fewest = isAreas ? 3 : 2;
+  const std::size_t parts = outlines.parts(feature);
+  for (std::size_t part = 0; part < parts; ++part) {
+    for (std::size_t i = 0; i < outlines.rings(feature, part); ++i) {
+      const std::size_t count = outlines.ring(feature, part, i).size() / 2;
+      if (count >= fewest) continue;
+      const std::string place = parts > 1 ? "part " + std::to_string(part + 1) + ", " : "";
+      const std::string ring = !isAreas ? "line" : i == 0 ? "outline" : "hole " + std::to_string(i);
+      return place + ring + " has " + std::to_string(count) + (count == 1 ? " point" : " points") +
+             ", but needs " + std::to_string(fewest);
+    }
+  }
+  return "";
+}
+
+class Measurement {
+ public:
+  Measurement(const qcOutlines& outlines, std::span<const std::string> names)
+      : outlines_(outlines), columns_(columnsFor(names, outlines.size())), isOk_(outlines.size()) {
+    for (const AnswerColumn& column : columns_) needs_ |= column.measure->needs;
+  }
+
+  void run(unsigned threads) {
+    if (threads == 0) threads = std::max(1U, std::thread::hardware_concurrency());
+    std::vector<std::jthread> others;
+    try {
+      const std::size_t blocks = (outlines_.size() + rowsInBlock - 1) / rowsInBlock;
+      while (others.size() + 1 < std::min<std::size_t>(threads, blocks))
+        others.emplace_back([this] { work(); });
+    } catch (const std::system_error&) {
+      // The system gives no more threads: those that there are do the work.
+    }
+    work();
+    others.clear();
+    if (failure_) std::rethrow_exception(failure_);
+  }
+
+  qcArrowColumn batch() &&;
+
+ private:
+  /// Measures blocks until none is left.
+  void work() noexcept {
+    try {
+      while (true) {
+        const std::size_t begin = next_.fetch_add(rowsInBlock);
+        if (begin >= outlines_.size()) return;
+        const std::size_t end = std::min(begin + rowsInBlock, outlines_.size());
+        for (std::size_t row = begin; row < end; ++row) measure(row);
+      }
+    } catch (...) {
+      const std::lock_guard lock(failureMutex_);
+      failure_ = std::current_exception();
+    }
+  }
+
+  void measure(std::size_t row) {
+    if (outlines_.kind(row) == qcOutlineKind::eNothing) {
+      fail(row, outlines_.problem(row));
+      return;
+    }
+    const std::string shortage = shortageOf(outlines_, row);
+    if (!shortage.empty()) {
+      fail(row, shortage);
+      return;
+    }
+    try {
+      answer(row);
+    } catch (const qcException& error) {
+      fail(row, messageIn(error));
+    }
+  }
+
+  void answer(std::size_t row) {
+    const std::vector<qcRings> parts = outlines_.feature(row);
+    const table::Facts facts = table::factsOf({parts, outlines_.kind(row) == qcOutlineKind::eAreas},
+                                              needs_, table::Filling::eMeasured);
+    std::vector<table::Value> values;
+    values.reserve(columns_.size());
+    for (const AnswerColumn& column : columns_) values.push_back(column.measure->answer(facts));
+    for (std::size_t i = 0; i < columns_.size(); ++i) columns_[i].set(row, values[i]);
+    isOk_[row] = 1;
+  }
+
+  void fail(std::size_t row, const std::string& why) { columns_.back().set(row, why); }
+
+  const qcOutlines& outlines_;
+  /// The last one is the note.
+  std::vector<AnswerColumn> columns_;
+  table::Needs needs_ = table::eCounts;
+  std::vector<std::uint8_t> isOk_;
+  std::atomic<std::size_t> next_ = 0;
+  std::mutex failureMutex_;
+  std::exception_ptr failure_;
+};
+
+qcArrowColumn textColumn(const char* name, std::vector<std::uint8_t>&& validity,
+                         const std::vector<std::string>& texts) {
+  std::vector<std::int64_t> offsets{0};
+  std::vector<char> characters;
+  for (const std::string& text : texts) {
+    characters.insert(characters.end(), text.begin(), text.end());
+    offsets.push_back(static_cast<std::int64_t>(characters.size()));
+  }
+  const std::int64_t nulls = table::countZeros(validity, texts.size());
+  return {makeArrowSchema({"U", name, "", true}, {}),
+          makeArrowArray(static_cast<std::int64_t>(texts.size()), nulls,
+                         {bufferOf(std::move(validity)), bufferOf(std::move(offsets)),
+                          bufferOf(std::move(characters))},
+                         {})};
+}
+
+qcArrowColumn columnOf(AnswerColumn&& column, std::size_t rows) {
+  const char* const name = column.measure->name;
+  if (column.measure->type == ValueType::eText)
+    return textColumn(name, std::move(column.validity), column.texts);
+  const bool isCount = column.measure->type == ValueType::eCount;
+  const bool isNumber = column.measure->type == ValueType::eNumber;
+  const std::int64_t nulls = table::countZeros(column.validity, rows);
+  table::ArrowBuffer values = isCount    ? bufferOf(std::move(column.counts))
+                              : isNumber ? bufferOf(std::move(column.numbers))
+                                         : bufferOf(std::move(column.flags));
+  return {makeArrowSchema({isCount    ? "l"
+                           : isNumber ? "g"
+                                      : "b",
+                           name, "", true},
+                          {}),
+          makeArrowArray(static_cast<std::int64_t>(rows), nulls,
+                         {bufferOf(std::move(column.validity)), std::move(values)}, {})};
+}
+
+qcArrowColumn statusColumn(const std::vector<std::uint8_t>& isOk) {
+  std::vector<std::string> texts;
+  texts.reserve(isOk.size());
+  std::vector<std::uint8_t> validity = table::makeBitmap(isOk.size());
+  for (std::size_t row = 0; row < isOk.size(); ++row) {
+    table::setBit(validity, row);
+    texts.emplace_back(isOk[row] != 0 ? "ok" : "failed");
+  }
+  return textColumn("status", std::move(validity), texts);
+}
+
+qcArrowColumn Measurement::batch() && {
+  const std::size_t rows = outlines_.size();
+  std::vector<qcArrowSchema> schemas;
+  std::vector<qcArrowArray> arrays;
+  const auto add = [&](qcArrowColumn&& column) {
+    schemas.push_back(std::move(column.schema));
+    arrays.push_back(std::move(column.array));
+  };
+  for (AnswerColumn& column : columns_) {
+    if (&column == &columns_.back()) add(statusColumn(isOk_));
+    add(columnOf(std::move(column), rows));
+  }
+  return {makeArrowSchema({"+s", "", ""}, std::move(schemas)),
+          makeArrowArray(static_cast<std::int64_t>(rows), 0, {nullptr}, std::move(arrays))};
+}
+
+}  // namespace
+
+qcArrowColumn qf_Measure(const qcOutlines& outlines, std::span<const std::string> columns,
+                         unsigned threads) {
+  Measurement measurement(outlines, columns);
+  measurement.run(threads);
+  return std::move(measurement).batch();
+}
