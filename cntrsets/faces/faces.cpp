@@ -12,6 +12,8 @@
 #include <tuple>
 #include <utility>
 
+#include <cntr/contourdefs.h>
+
 namespace cntr::sets {
 namespace {
 
@@ -135,7 +137,12 @@ void sweep(const std::vector<Point>& vertices, std::vector<Edge>& edges) {
     for (; ending < byRight.size() && edges[byRight[ending]].right <= vertex; ++ending)
       hint = active.erase(places[byRight[ending]]);
     for (; i < edges.size() && edges[i].left == vertex; ++i) {
+      const std::size_t before = active.size();
       places[i] = active.insert(hint, i);
+      // Edges that lie in each other or cross have not been cut: rounding can leave such ones where
+      // coordinates differ by hundreds of orders of magnitude.
+      if (active.size() == before)
+        throw qcContourDefs::BadParams(L"the result is not valid: edges are not cut");
       if (places[i] != active.begin()) edges[i].under = *std::prev(places[i]);
       hint = std::next(places[i]);
     }

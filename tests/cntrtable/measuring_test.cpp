@@ -203,6 +203,17 @@ TEST(Measuring, MakesRowsOfFeaturesWithoutAnAnswer) {
   EXPECT_EQ(batch.nulls("note"), 1);
 }
 
+TEST(Measuring, MakesARowOfEdgesThatRoundingLeavesUncut) {
+  qcOutlinesBuilder builder;
+  builder.addAreas(
+      {{{{0, 0}, {10, 0}, {10, 10}, {4.05e-322, 0}, {8.1126e-320, 0}}, {}},
+       {{{-4.8128060861321977e+232, 1.0000000000000009}, {1, 2}, {2, 2}, {1.0000009536743164, 0}},
+        {}}});
+  const Batch batch = measured(builder.finish(), {"area"});
+  EXPECT_EQ(batch.at("status", 0), Value("failed"));
+  EXPECT_EQ(batch.at("note", 0), Value("the result is not valid: edges are not cut"));
+}
+
 TEST(Measuring, OfNoFeaturesHasNoRows) {
   const Batch batch = measured(qcOutlines(), {"area"}, 4);
   EXPECT_EQ(batch.rows(), 0);

@@ -63,6 +63,18 @@ TEST(Outlines, OfRaggedArraysLeaveOutTheRepeatedLastVertex) {
   EXPECT_EQ(outlines.feature(1), (std::vector<qcRings>{{triangle, {}}}));
 }
 
+TEST(Outlines, TakeANanForARepeatedOne) {
+  constexpr double nan = std::numeric_limits<double>::quiet_NaN();
+  Example example;
+  example.coordinates = {nan, 0, 1, 1, nan, 2, nan, 0};
+  example.rings = {0, 4};
+  example.parts.clear();
+  example.features.clear();
+  EXPECT_EQ(qcOutlines::fromRagged(example.arrays()).ring(0, 0, 0).size(), 6U);
+  example.rings = {0, 3};
+  EXPECT_EQ(qcOutlines::fromRagged(example.arrays()).ring(0, 0, 0).size(), 6U);
+}
+
 TEST(Outlines, OfRaggedLinesKeepTheRepeatedLastVertex) {
   Example example;
   example.parts.clear();

@@ -159,6 +159,10 @@ TEST(Wkb, SkipsEmptyMembers) {
   const Bytes empty = Hand().header(3).count(0).done();
   const Bytes both = Hand().header(6).count(2).bytes(empty).bytes(triangleBytes()).done();
   EXPECT_EQ(readValue(both).feature(0), (Feature{{triangle, {}}}));
+  const Bytes line = Hand().header(2).count(2).numbers({1, 2, 3, 4}).done();
+  const Bytes lines =
+      Hand().header(5).count(2).bytes(Hand().header(2).count(0).done()).bytes(line).done();
+  EXPECT_EQ(readValue(lines).parts(0), 1U);
 }
 
 TEST(Wkb, OfOtherGeometriesIsNothing) {
