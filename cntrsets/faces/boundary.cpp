@@ -9,6 +9,8 @@
 
 #include <algorithm>
 
+#include <cntr/contourdefs.h>
+
 namespace cntr::sets {
 namespace {
 
@@ -66,6 +68,9 @@ class Boundary {
         walked[side] = true;
         step(sides_[side]);
         side = next(sides_[side]);
+        // Sides of faces that rounding has made contradict each other.
+        if (side != start && (side == sides_.size() || walked[side]))
+          throw qcContourDefs::BadParams(L"the result is not valid: a boundary is not closed");
       } while (side != start);
     }
   }

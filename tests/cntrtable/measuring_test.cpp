@@ -214,6 +214,22 @@ TEST(Measuring, MakesARowOfEdgesThatRoundingLeavesUncut) {
   EXPECT_EQ(batch.at("note", 0), Value("the result is not valid: edges are not cut"));
 }
 
+TEST(Measuring, MakesARowOfABoundaryThatRoundingLeavesOpen) {
+  qcOutlinesBuilder builder;
+  builder.addAreas({{{{2.7387490237866885e-57, 9.77817446875982e+199},
+                      {5.562684646295939e-308, 8.095e-320},
+                      {10.0, 10.000030517579034},
+                      {0.0, 2.0778582785132e-310},
+                      {5.382699284e-315, 5.299808824e-315}},
+                     {{{1.0000009536743164, 1.0},
+                       {1.0, 2.0},
+                       {1.4237381183149584e+189, 5.1758067067423e-310},
+                       {1.35807730622e-312, 1.000003814813681}}}}});
+  const Batch batch = measured(builder.finish(), {"area"});
+  EXPECT_EQ(batch.at("status", 0), Value("failed"));
+  EXPECT_EQ(batch.at("note", 0), Value("the result is not valid: a boundary is not closed"));
+}
+
 TEST(Measuring, OfNoFeaturesHasNoRows) {
   const Batch batch = measured(qcOutlines(), {"area"}, 4);
   EXPECT_EQ(batch.rows(), 0);
