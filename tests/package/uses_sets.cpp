@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
-// Asks libcntrsets for the union of two squares, and libcntr for its area; ends with 0 when both are
-// right.
+// Asks libcntrsets for the union of two squares, and libcntr for its area; ends with 0 when both
+// are right.
 
 #include <cstdlib>
 #include <vector>
