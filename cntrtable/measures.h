@@ -25,7 +25,7 @@ struct Measure {
   const char* name;
   const char* meaning;
   /// The power of the unit of length that it is in; 0 for angles and plain numbers.
-  int power;
+  short power;
   /// Shown by those who show a few.
   bool isStandard;
   /// The facts that `answer` looks at.
