@@ -14,13 +14,12 @@
 
 #include <cntrformats/errors.h>
 #include <cntrformats/input.h>
-#include <platform/core/exception.h>
 #include <tools/answers/comparison.h>
 #include <tools/commands/commands.h>
 #include <tools/commands/nominalfile.h>
 #include <tools/commands/numberlist.h>
 #include <tools/commands/options.h>
-#include <tools/report/message.h>
+#include <tools/commands/rowanswerer.h>
 #include <tools/report/numbers.h>
 
 namespace tool {
@@ -77,41 +76,39 @@ void addPlacement(Row& row, const Placement& placement) {
 }
 
 /// Compares features into rows: one for each, whatever is wrong with it.
-class Comparing : public Answerer {
+class Comparing : public RowAnswerer {
  public:
   Comparing(const CompareOptions& options, const Nominals& nominals, Session& session)
-      : options_(options),
+      : RowAnswerer(makeRows(options.rows, session.out, columnsOf(Shown(options, nominals)),
+                             EmptyColumns::eLeftOut, session.console.outStyle)),
+        options_(options),
         nominals_(nominals),
         shown_(options, nominals),
-        columns_(columnsOf(shown_)),
-        rows_(makeRows(options.rows, session.out, columns_, EmptyColumns::eLeftOut,
-                       session.console.outStyle)),
+        columns_(columnsOf(shown_).size()),
         isMeasured_(nominals.all().size()) {}
 
-  Answer answer(const Origin& origin, Feature feature) const override {
-    try {
-      const Nominal& nominal = nominals_.counterpartOf(feature);
-      isMeasured_[static_cast<std::size_t>(&nominal - nominals_.all().data())] = true;
-      const Comparison comparison = compared(feature.geometry, nominal, options_.comparing);
-      return {complaintAbout(comparison),
-              rows_->prepare({answered(origin, feature, nominal, comparison)}),
-              {},
-              {}};
-    } catch (const FeatureError& error) {
-      return {error.what(), unanswered(origin, feature, error.what()), {}, {}};
-    } catch (const qcException& error) {
-      return {messageOf(error), unanswered(origin, feature, messageOf(error)), {}, {}};
-    }
-  }
-  Answer answerUnreadable(const Origin& origin, const Feature& feature) const override {
-    return {"", unanswered(origin, feature, feature.problem), {}, {}};
-  }
-  void write(Answer answer) override { rows_->write(std::move(answer.rows)); }
-
-  bool isStreaming() const { return rows_->isStreaming(); }
-  void finish() { rows_->finish(); }
   /// Whether some feature was to be compared with that nominal.
   bool isMeasured(std::size_t nominal) const { return isMeasured_[nominal]; }
+
+ protected:
+  std::vector<Row> rowsOf(const Origin& origin, const Feature& feature,
+                          std::string& complaint) const override {
+    const Nominal& nominal = nominals_.counterpartOf(feature);
+    isMeasured_[static_cast<std::size_t>(&nominal - nominals_.all().data())] = true;
+    const Comparison comparison = compared(feature.geometry, nominal, options_.comparing);
+    complaint = complaintAbout(comparison);
+    return {answered(origin, feature, nominal, comparison)};
+  }
+
+  /// What cannot be compared is in no tolerance.
+  Row unanswered(const Origin& origin, const Feature& feature,
+                 const std::string& why) const override {
+    Row row = heading(origin, feature);
+    row.resize(columns_ - 2);
+    row.push_back(shown_.tolerance ? Cell(false) : Cell());
+    row.emplace_back(why);
+    return row;
+  }
 
  private:
   std::string complaintAbout(const Comparison& comparison) const {
@@ -147,21 +144,10 @@ class Comparing : public Answerer {
     return row;
   }
 
-  /// A row of nothing but the reason. What cannot be compared is in no tolerance.
-  PreparedRows unanswered(const Origin& origin, const Feature& feature,
-                          const std::string& why) const {
-    Row row = heading(origin, feature);
-    row.resize(columns_.size() - 2);
-    row.push_back(shown_.tolerance ? Cell(false) : Cell());
-    row.emplace_back(why);
-    return rows_->prepare({row});
-  }
-
   const CompareOptions& options_;
   const Nominals& nominals_;
   Shown shown_;
-  std::vector<std::string> columns_;
-  std::unique_ptr<RowWriter> rows_;
+  std::size_t columns_;
   mutable std::vector<std::atomic<bool>> isMeasured_;
 };
 
@@ -185,9 +171,7 @@ void reportMissing(const Comparing& comparing, const NominalFile& file, bool isC
 void compareWith(const NominalFile& file, const CompareOptions& options, Session& session) {
   Comparing comparing(options, file.nominals, session);
   Inputs inputs = options.input.inputs();
-  inputs.showProgress = !(session.console.outIsTerminal && comparing.isStreaming());
-  answerAll(inputs, session, comparing);
-  comparing.finish();
+  printRows(inputs, session, comparing);
   reportMissing(comparing, file, options.isComplete, session.diagnostics);
 }
 

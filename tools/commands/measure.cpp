@@ -7,11 +7,10 @@
 #include <memory>
 #include <sstream>
 
-#include <platform/core/exception.h>
 #include <tools/answers/columns.h>
 #include <tools/commands/commands.h>
 #include <tools/commands/options.h>
-#include <tools/report/message.h>
+#include <tools/commands/rowanswerer.h>
 #include <tools/report/rows.h>
 
 namespace tool {
@@ -90,7 +89,7 @@ Columns filledBy(const MeasureOptions& options) {
   return columns;
 }
 
-std::unique_ptr<RowWriter> rowsOf(const MeasureOptions& options, Session& session) {
+std::unique_ptr<RowWriter> rowsFor(const MeasureOptions& options, Session& session) {
   auto rows = makeRows(options.rows, session.out, namesOf(chosenBy(options)),
                        options.columns.empty() ? EmptyColumns::eLeftOut : EmptyColumns::eKept,
                        session.console.outStyle);
@@ -105,55 +104,39 @@ MeasuringOptions measuringOf(const MeasureOptions& options) {
 }
 
 /// Measures features into rows: one for each, whatever is wrong with it.
-class Measuring : public Answerer {
+class Measuring : public RowAnswerer {
  public:
   Measuring(const MeasureOptions& options, Session& session)
-      : filler_(filledBy(options), measuringOf(options)),
-        byParts_(options.byParts),
-        rows_(rowsOf(options, session)) {}
+      : RowAnswerer(rowsFor(options, session)),
+        filler_(filledBy(options), measuringOf(options)),
+        byParts_(options.byParts) {}
 
+ protected:
   /// All rows are answered before the first is written, so that a feature with a bad part has one
   /// row, that of the feature.
-  Answer answer(const Origin& origin, Feature feature) const override {
-    try {
-      return {"", rows_->prepare(answers(origin.file, feature)), {}, {}};
-    } catch (const qcException& error) {
-      return {messageOf(error), unanswered(origin, feature, messageOf(error)), {}, {}};
-    }
-  }
-  Answer answerUnreadable(const Origin& origin, const Feature& feature) const override {
-    return {"", unanswered(origin, feature, feature.problem), {}, {}};
-  }
-  void write(Answer answer) override { rows_->write(std::move(answer.rows)); }
-
-  bool isStreaming() const { return rows_->isStreaming(); }
-  void finish() { rows_->finish(); }
-
- private:
-  std::vector<Row> answers(const std::string& file, const Feature& feature) const {
+  std::vector<Row> rowsOf(const Origin& origin, const Feature& feature,
+                          std::string& /*complaint*/) const override {
     const auto& parts = feature.geometry.parts;
-    std::vector<Row> rows{filler_.measured({file, feature, std::nullopt}, parts)};
+    std::vector<Row> rows{filler_.measured({origin.file, feature, std::nullopt}, parts)};
     for (std::size_t k = 0; byParts_ && parts.size() > 1 && k < parts.size(); ++k)
-      rows.push_back(filler_.measured({file, feature, k + 1}, {parts[k]}));
+      rows.push_back(filler_.measured({origin.file, feature, k + 1}, {parts[k]}));
     return rows;
   }
 
-  PreparedRows unanswered(const Origin& origin, const Feature& feature,
-                          const std::string& why) const {
-    return rows_->prepare({filler_.unanswered({origin.file, feature, std::nullopt}, why)});
+  Row unanswered(const Origin& origin, const Feature& feature,
+                 const std::string& why) const override {
+    return filler_.unanswered({origin.file, feature, std::nullopt}, why);
   }
 
+ private:
   ColumnFiller filler_;
   bool byParts_;
-  std::unique_ptr<RowWriter> rows_;
 };
 
 void measure(const MeasureOptions& options, Session& session) {
   Measuring measuring(options, session);
   Inputs inputs = options.input.inputs();
-  inputs.showProgress = !(session.console.outIsTerminal && measuring.isStreaming());
-  answerAll(inputs, session, measuring);
-  measuring.finish();
+  printRows(inputs, session, measuring);
 }
 
 std::string measureHelp() {

@@ -6,13 +6,12 @@
 #include <optional>
 
 #include <cntrformats/errors.h>
-#include <platform/core/exception.h>
 #include <tools/answers/pointfile.h>
 #include <tools/answers/questions.h>
 #include <tools/commands/commands.h>
 #include <tools/commands/numberlist.h>
 #include <tools/commands/options.h>
-#include <tools/report/message.h>
+#include <tools/commands/rowanswerer.h>
 
 namespace tool {
 
@@ -66,35 +65,34 @@ std::vector<std::string> columnsOf(const QueryOptions& options, const Question& 
 }
 
 /// Asks features into rows.
-class Asking : public Answerer {
+class Asking : public RowAnswerer {
  public:
-  Asking(const QueryOptions& options, Session& session)
-      : question_(questionOf(options)),
-        showsFile_(showsFile(options)),
-        rows_(makeRows(options.rows, session.out, columnsOf(options, question_),
-                       EmptyColumns::eLeftOut, session.console.outStyle)) {}
+  Asking(const QueryOptions& options, Question question, Session& session)
+      : RowAnswerer(makeRows(options.rows, session.out, columnsOf(options, question),
+                             EmptyColumns::eLeftOut, session.console.outStyle)),
+        question_(std::move(question)),
+        showsFile_(showsFile(options)) {}
 
-  Answer answer(const Origin& origin, Feature feature) const override {
-    try {
-      std::vector<Row> rows;
-      for (const Row& answer : question_.answer(feature.geometry)) {
-        Row row = heading(origin.file, feature);
-        row.insert(row.end(), answer.begin(), answer.end());
-        row.emplace_back();
-        rows.push_back(std::move(row));
-      }
-      return {"", rows_->prepare(std::move(rows)), {}, {}};
-    } catch (const qcException& error) {
-      return {messageOf(error), unanswered(origin, feature, messageOf(error)), {}, {}};
+ protected:
+  std::vector<Row> rowsOf(const Origin& origin, const Feature& feature,
+                          std::string& /*complaint*/) const override {
+    std::vector<Row> rows;
+    for (const Row& answer : question_.answer(feature.geometry)) {
+      Row row = heading(origin.file, feature);
+      row.insert(row.end(), answer.begin(), answer.end());
+      row.emplace_back();
+      rows.push_back(std::move(row));
     }
+    return rows;
   }
-  Answer answerUnreadable(const Origin& origin, const Feature& feature) const override {
-    return {"", unanswered(origin, feature, feature.problem), {}, {}};
-  }
-  void write(Answer answer) override { rows_->write(std::move(answer.rows)); }
 
-  bool isStreaming() const { return rows_->isStreaming(); }
-  void finish() { rows_->finish(); }
+  Row unanswered(const Origin& origin, const Feature& feature,
+                 const std::string& why) const override {
+    Row row = heading(origin.file, feature);
+    row.resize(row.size() + question_.columns.size());
+    row.emplace_back(why);
+    return row;
+  }
 
  private:
   Row heading(const std::string& file, const Feature& feature) const {
@@ -106,26 +104,14 @@ class Asking : public Answerer {
     return row;
   }
 
-  /// A row of nothing but the reason.
-  PreparedRows unanswered(const Origin& origin, const Feature& feature,
-                          const std::string& why) const {
-    Row row = heading(origin.file, feature);
-    row.resize(row.size() + question_.columns.size());
-    row.emplace_back(why);
-    return rows_->prepare({row});
-  }
-
   Question question_;
   bool showsFile_;
-  std::unique_ptr<RowWriter> rows_;
 };
 
 void ask(const QueryOptions& options, Session& session) {
-  Asking asking(options, session);
+  Asking asking(options, questionOf(options), session);
   Inputs inputs = options.input.inputs();
-  inputs.showProgress = !(session.console.outIsTerminal && asking.isStreaming());
-  answerAll(inputs, session, asking);
-  asking.finish();
+  printRows(inputs, session, asking);
 }
 
 void query(const QueryOptions& options, Session& session) {
