@@ -1,0 +1,13 @@
+# SPDX-License-Identifier: MIT
+"""Planar geometry for machine vision: measure, query and repair outlines."""
+
+from cntr._core import version as __version__
+from cntr._errors import BadParamsError, EmptyContourError, EmptyRegionSetError, Error
+
+__all__ = [
+    "BadParamsError",
+    "EmptyContourError",
+    "EmptyRegionSetError",
+    "Error",
+    "__version__",
+]

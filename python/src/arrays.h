@@ -1,0 +1,31 @@
+// SPDX-License-Identifier: MIT
+//
+// Arguments that are arrays, or become one: numpy arrays of 64-bit numbers in C order. What is
+// wrong with an argument is said with its name, what was expected and what was given.
+
+#pragma once
+
+#include <nanobind/nanobind.h>
+#include <nanobind/ndarray.h>
+
+#include <span>
+
+#include <platform/core/vector.h>
+
+namespace python {
+
+/// Points, and the array that holds them.
+class PointArray {
+ public:
+  /// Of whatever numpy makes an array of shape (n, 2) of; an empty list is one too. Copies unless
+  /// `given` is an array of float64 in C order. Raises TypeError where there are no real numbers,
+  /// and ValueError for another shape.
+  PointArray(nanobind::handle given, const char* argument);
+
+  std::span<const qcVector<2>> points() const;
+
+ private:
+  nanobind::ndarray<nanobind::numpy, const double, nanobind::c_contig> array_;
+};
+
+}  // namespace python

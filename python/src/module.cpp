@@ -1,0 +1,12 @@
+// SPDX-License-Identifier: MIT
+//
+// The extension module cntr._core: what it is made of, in the order in which it needs it.
+
+#include <nanobind/nanobind.h>
+
+#include <python/src/errors.h>
+
+NB_MODULE(_core, module) {
+  module.attr("version") = CNTR_VERSION;
+  python::translateErrors();
+}
