@@ -1,19 +1,15 @@
 // SPDX-License-Identifier: MIT
 //
-// Rows are measured in blocks, whichever thread comes first. Each row has places of its own in the
-// columns, and blocks do not share a byte of a bitmap, so that threads never meet.
+// Each row has places of its own in the columns, and blocks of rows do not share a byte of a
+// bitmap, so that threads never meet.
 
 #include <cntrtable/measuring.h>
 
 #include <algorithm>
-#include <atomic>
-#include <exception>
-#include <mutex>
-#include <system_error>
-#include <thread>
 #include <vector>
 
 #include <cntrtable/arrowmaking.h>
+#include <cntrtable/blocks.h>
 #include <cntrtable/measures.h>
 #include <cntrtable/refusal.h>
 
@@ -26,8 +22,6 @@ using table::ValueType;
 namespace {
 
 constexpr const char* noteName = "note";
-/// A multiple of the 8 rows in a byte of a bitmap.
-constexpr std::size_t rowsInBlock = 64;
 
 /// The answers of one measure.
 struct AnswerColumn {
@@ -99,13 +93,6 @@ std::vector<AnswerColumn> columnsFor(std::span<const std::string> names, std::si
   return columns;
 }
 
-/// What the library's exceptions say, without the name of their class.
-std::string messageIn(const qcException& error) {
-  const std::string text = error.what();
-  const std::size_t end = text.find(": ");
-  return end == std::string::npos ? text : text.substr(end + 2);
-}
-
 /// Why there are not enough vertices; empty when there are.
 std::string shortageOf(const qcOutlines& outlines, std::size_t feature) {
   const bool isAreas = outlines.kind(feature) == qcOutlineKind::eAreas;
@@ -132,38 +119,14 @@ class Measurement {
   }
 
   void run(unsigned threads) {
-    if (threads == 0) threads = std::max(1U, std::thread::hardware_concurrency());
-    std::vector<std::jthread> others;
-    try {
-      const std::size_t blocks = (outlines_.size() + rowsInBlock - 1) / rowsInBlock;
-      while (others.size() + 1 < std::min<std::size_t>(threads, blocks))
-        others.emplace_back([this] { work(); });
-    } catch (const std::system_error&) {
-      // The system gives no more threads: those that there are do the work.
-    }
-    work();
-    others.clear();
-    if (failure_) std::rethrow_exception(failure_);
+    table::forBlocks(outlines_.size(), threads, [this](std::size_t begin, std::size_t end) {
+      for (std::size_t row = begin; row < end; ++row) measure(row);
+    });
   }
 
   qcArrowColumn batch() &&;
 
  private:
-  /// Measures blocks until none is left.
-  void work() noexcept {
-    try {
-      while (true) {
-        const std::size_t begin = next_.fetch_add(rowsInBlock);
-        if (begin >= outlines_.size()) return;
-        const std::size_t end = std::min(begin + rowsInBlock, outlines_.size());
-        for (std::size_t row = begin; row < end; ++row) measure(row);
-      }
-    } catch (...) {
-      const std::lock_guard lock(failureMutex_);
-      failure_ = std::current_exception();
-    }
-  }
-
   void measure(std::size_t row) {
     if (outlines_.kind(row) == qcOutlineKind::eNothing) {
       fail(row, outlines_.problem(row));
@@ -177,7 +140,7 @@ class Measurement {
     try {
       answer(row);
     } catch (const qcException& error) {
-      fail(row, messageIn(error));
+      fail(row, table::messageIn(error));
     }
   }
 
@@ -199,9 +162,6 @@ class Measurement {
   std::vector<AnswerColumn> columns_;
   table::Needs needs_ = table::eCounts;
   std::vector<std::uint8_t> isOk_;
-  std::atomic<std::size_t> next_ = 0;
-  std::mutex failureMutex_;
-  std::exception_ptr failure_;
 };
 
 qcArrowColumn textColumn(const char* name, std::vector<std::uint8_t>&& validity,

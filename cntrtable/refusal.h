@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// How arguments that are no use are refused.
+// How arguments that are no use are refused, and what refusals say.
 
 #pragma once
 
@@ -14,6 +14,13 @@ namespace table {
 /// REQUIRES: `why` is ASCII.
 [[noreturn]] inline void refuse(const std::string& why) {
   throw qcContourDefs::BadParams(std::wstring(why.begin(), why.end()));
+}
+
+/// What an exception of the library says, without the name of its class.
+inline std::string messageIn(const qcException& error) {
+  const std::string text = error.what();
+  const std::size_t end = text.find(": ");
+  return end == std::string::npos ? text : text.substr(end + 2);
 }
 
 /// A foreign text as part of a message: short, in quotes, with ? for what is not printable ASCII.

@@ -1,0 +1,66 @@
+// SPDX-License-Identifier: MIT
+
+#include <cntrtable/blocks.h>
+
+#include <algorithm>
+#include <atomic>
+#include <exception>
+#include <mutex>
+#include <system_error>
+#include <thread>
+#include <vector>
+
+namespace table {
+
+namespace {
+
+class BlockWork {
+ public:
+  BlockWork(std::size_t count, const std::function<void(std::size_t, std::size_t)>& work)
+      : count_(count), work_(work) {}
+
+  void run(unsigned threads) {
+    if (threads == 0) threads = std::max(1U, std::thread::hardware_concurrency());
+    const std::size_t blocks = (count_ + featuresInBlock - 1) / featuresInBlock;
+    std::vector<std::jthread> others;
+    try {
+      while (others.size() + 1 < std::min<std::size_t>(threads, blocks))
+        others.emplace_back([this] { takeBlocks(); });
+    } catch (const std::system_error&) {
+      // The system gives no more threads.
+    }
+    takeBlocks();
+    others.clear();
+    if (failure_) std::rethrow_exception(failure_);
+  }
+
+ private:
+  /// Until none is left.
+  void takeBlocks() noexcept {
+    try {
+      while (true) {
+        const std::size_t begin = next_.fetch_add(featuresInBlock);
+        if (begin >= count_) return;
+        work_(begin, std::min(begin + featuresInBlock, count_));
+      }
+    } catch (...) {
+      const std::lock_guard lock(failureMutex_);
+      failure_ = std::current_exception();
+    }
+  }
+
+  std::size_t count_;
+  const std::function<void(std::size_t, std::size_t)>& work_;
+  std::atomic<std::size_t> next_ = 0;
+  std::mutex failureMutex_;
+  std::exception_ptr failure_;
+};
+
+}  // namespace
+
+void forBlocks(std::size_t count, unsigned threads,
+               const std::function<void(std::size_t begin, std::size_t end)>& work) {
+  BlockWork(count, work).run(threads);
+}
+
+}  // namespace table
