@@ -1,13 +1,18 @@
 # SPDX-License-Identifier: MIT
 """Planar geometry for machine vision: measure, query and repair outlines."""
 
+from cntr._core import Contour, Region, RegionSet, Shape
 from cntr._core import version as __version__
 from cntr._errors import BadParamsError, EmptyContourError, EmptyRegionSetError, Error
 
 __all__ = [
     "BadParamsError",
+    "Contour",
     "EmptyContourError",
     "EmptyRegionSetError",
     "Error",
+    "Region",
+    "RegionSet",
+    "Shape",
     "__version__",
 ]

@@ -5,8 +5,10 @@
 #include <nanobind/nanobind.h>
 
 #include <python/src/errors.h>
+#include <python/src/shapebindings.h>
 
 NB_MODULE(_core, module) {
   module.attr("version") = CNTR_VERSION;
   python::translateErrors();
+  python::bindShapes(module);
 }

@@ -1,0 +1,52 @@
+// SPDX-License-Identifier: MIT
+//
+// Arrays that functions return: numpy arrays that own what was computed, or that show what another
+// object owns.
+
+#pragma once
+
+#include <nanobind/nanobind.h>
+#include <nanobind/ndarray.h>
+
+#include <cstddef>
+#include <memory>
+#include <span>
+#include <utility>
+#include <vector>
+
+#include <platform/core/vector.h>
+
+namespace python {
+
+/// The elements, to be written to, in the given shape, which has as many.
+template <class Element>
+nanobind::object newArray(std::vector<Element> elements, std::initializer_list<std::size_t> shape) {
+  auto owned = std::make_unique<std::vector<Element>>(std::move(elements));
+  Element* const data = owned->data();
+  const nanobind::capsule owner(
+      owned.get(), [](void* list) noexcept { delete static_cast<std::vector<Element>*>(list); });
+  owned.release();
+  return nanobind::cast(nanobind::ndarray<nanobind::numpy, Element>(data, shape, owner));
+}
+
+/// A list.
+template <class Element>
+nanobind::object newArray(std::vector<Element> elements) {
+  const std::size_t size = elements.size();
+  return newArray(std::move(elements), {size});
+}
+
+/// Points as an array of shape (n, 2).
+nanobind::object newArrayOfPoints(const std::vector<qcVector<2>>& points);
+
+/// The elements where they lie, not to be written to, as long as `owner` lives.
+template <class Element>
+nanobind::object viewOf(std::span<const Element> elements, nanobind::handle owner) {
+  using View = nanobind::ndarray<nanobind::numpy, const Element>;
+  return nanobind::cast(View(elements.data(), {elements.size()}, owner));
+}
+
+/// The same for points, as an array of shape (n, 2).
+nanobind::object viewOfPoints(std::span<const qcVector<2>> points, nanobind::handle owner);
+
+}  // namespace python

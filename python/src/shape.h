@@ -1,0 +1,120 @@
+// SPDX-License-Identifier: MIT
+//
+// What the Python classes Contour, Region and RegionSet hold, and how they are asked. They never
+// change once they are made. Their Python sides are in contour.cpp, region.cpp and regionset.cpp,
+// their ways from and to qcOutlines in features.h.
+
+#pragma once
+
+#include <nanobind/nanobind.h>
+
+#include <cstddef>
+#include <cstdint>
+#include <mutex>
+#include <utility>
+#include <vector>
+
+#include <cntr/contour.h>
+#include <cntrsets/rings.h>
+
+namespace python {
+
+/// What edge detectors found at each vertex; empty, or as many as there are vertices.
+struct EdgeElements {
+  std::vector<std::uint16_t> magnitudes;
+  /// In 256 steps to a full turn.
+  std::vector<std::uint8_t> angles;
+
+  bool operator==(const EdgeElements&) const = default;
+};
+
+/// A ring or a line.
+struct Curve {
+  explicit Curve(qcContour contour_, EdgeElements edges_ = {})
+      : contour(std::move(contour_)), edges(std::move(edges_)) {}
+  /// The vertices alone: what they remember may be in use by another thread.
+  Curve(const Curve& other)
+      : contour(other.points(), other.contour.isClosed(), other.contour.label()),
+        edges(other.edges) {}
+  Curve(Curve&& other) = default;
+  Curve& operator=(const Curve&) = delete;
+  Curve& operator=(Curve&&) = delete;
+  ~Curve() = default;
+
+  const std::vector<qcVector<2>>& points() const { return contour.points(); }
+
+  qcContour contour;
+  EdgeElements edges;
+};
+
+/// A line, or an outline with holes.
+struct Part {
+  Curve outline;
+  std::vector<Curve> holes;
+
+  unsigned long label() const { return outline.contour.label(); }
+  bool operator==(const Part& other) const;
+};
+
+/// Base of the classes that Python sees.
+class Shape {
+ public:
+  explicit Shape(std::vector<Part> parts) : parts_(std::move(parts)) {}
+  /// REQUIRES: no thread asks `other`.
+  Shape(Shape&& other) noexcept : parts_(std::move(other.parts_)) {}
+  Shape(const Shape&) = delete;
+  Shape& operator=(const Shape&) = delete;
+  Shape& operator=(Shape&&) = delete;
+  ~Shape() = default;
+
+  const std::vector<Part>& parts() const { return parts_; }
+  /// Whether it bounds areas. That of no parts does.
+  bool isClosed() const { return parts_.empty() || parts_.front().outline.contour.isClosed(); }
+  /// Its vertices as plain values; those of a line are an outline.
+  std::vector<qcRings> rings() const;
+  /// Of each part the outline, followed by its holes.
+  std::vector<const Curve*> curves() const;
+
+  /// Vertices, closedness, holes and edge elements, but no labels.
+  bool operator==(const Shape& other) const { return parts_ == other.parts_; }
+
+  /// The answer of `question` while no other thread asks this shape, and other threads run Python:
+  /// curves write what they remember.
+  template <class Question>
+  auto ask(Question question) const {
+    const nanobind::gil_scoped_release released;
+    const std::lock_guard lock(mutex_);
+    return question();
+  }
+
+ private:
+  std::vector<Part> parts_;
+  mutable std::mutex mutex_;
+};
+
+/// One curve, open or closed.
+class Contour : public Shape {
+ public:
+  explicit Contour(Curve curve);
+
+  const Curve& curve() const { return parts().front().outline; }
+};
+
+/// One outline with its holes, all of them closed.
+class Region : public Shape {
+ public:
+  explicit Region(Part part);
+  /// The outline and holes of plain values.
+  Region(const qcRings& rings, unsigned long label);
+
+  const Part& part() const { return parts().front(); }
+};
+
+/// Any number of regions.
+class RegionSet : public Shape {
+ public:
+  explicit RegionSet(std::vector<Part> parts) : Shape(std::move(parts)) {}
+  RegionSet(const std::vector<qcRings>& parts, unsigned long label);
+};
+
+}  // namespace python
