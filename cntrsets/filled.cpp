@@ -7,9 +7,9 @@
 #include <algorithm>
 #include <utility>
 
+#include <cntr/plane/starcentre.h>
 #include <cntr/plane/twofold.h>
 #include <cntrsets/faces/filledset.h>
-#include <cntrsets/faces/starshape.h>
 #include <cntrsets/frame.h>
 #include <cntrsets/ringlist.h>
 #include <cntrsets/sets.h>
@@ -203,12 +203,18 @@ std::vector<qcRings> filled(const std::vector<qcRings>& feature) {
   return qf_Union(feature, std::vector<qcRings>());
 }
 
+bool isStarShaped(std::span<const Point> ring) {
+  cntr::plane::Box box;
+  for (const Point& p : ring) box.add(p);
+  return cntr::plane::starCentre(ring, box).has_value();
+}
+
 }  // namespace
 
 qcRingContact qf_RingContact(const std::vector<qcRings>& feature) {
   const RingList list(feature);
   const bool isAlone = list.rings().size() == 1;
-  if (isAlone && cntr::sets::isStarShaped(list.rings().front())) return qcRingContact::eSimple;
+  if (isAlone && isStarShaped(list.rings().front())) return qcRingContact::eSimple;
   const Scaling scaling(cntr::sets::largestCoordinate(list.rings()));
   const cntr::sets::Noding noding =
       cntr::sets::nodeUnlessCrossed(cntr::sets::scaledPieces(list.rings(), scaling));

@@ -26,11 +26,15 @@ class Probe {
   /// `bounds` is the bounding box of the edges that will be asked about.
   Probe(const qcVector<2>& a, const qcVector<2>& b, bool countEndpointTouches,
         const plane::Box& bounds)
-      : a_(a),
-        b_(b),
-        direction_(b - a),
-        box_(plane::edgeBox(a, b)),
-        margin_(marginFor(bounds)),
+      : Probe({a, b}, countEndpointTouches, marginFor(bounds, a, b)) {}
+
+  /// The same for a segment and edges whose crossing margin is known.
+  Probe(const plane::Edge& segment, bool countEndpointTouches, double crossingMargin)
+      : a_(segment.from),
+        b_(segment.to),
+        direction_(b_ - a_),
+        box_(plane::edgeBox(a_, b_)),
+        margin_(crossingMargin * (std::abs(direction_.x()) + std::abs(direction_.y()))),
         countEndpointTouches_(countEndpointTouches) {}
 
   /// Position along the segment, from a.
@@ -39,6 +43,14 @@ class Probe {
   /// False when no edge in the box can be crossed.
   bool mayMeet(const plane::Box& box) const noexcept {
     return plane::overlaps(box, box_) && !passesBy(box);
+  }
+
+  /// True when the edge certainly lies on one side of the segment's line: neither of the two
+  /// crosses the other. False as well when a product overflows or is NaN.
+  bool passesBy(const plane::Edge& edge) const noexcept {
+    const double from = qnKernel::cross(direction_, edge.from - a_);
+    const double to = qnKernel::cross(direction_, edge.to - a_);
+    return (from > margin_ && to > margin_) || (from < -margin_ && to < -margin_);
   }
 
   /// The crossing point of the segment with an edge, if they cross.
@@ -59,15 +71,7 @@ class Probe {
     return qnKernel::distanceToSegment(end, edge.from, edge.to) <= plane::touchDistance;
   }
 
-  // Both comparisons below are false when a product overflows or is NaN: the edge or box is then
-  // not ruled out.
-
-  bool passesBy(const plane::Edge& edge) const noexcept {
-    const double from = qnKernel::cross(direction_, edge.from - a_);
-    const double to = qnKernel::cross(direction_, edge.to - a_);
-    return (from > margin_ && to > margin_) || (from < -margin_ && to < -margin_);
-  }
-
+  /// False as well when a product overflows or is NaN.
   bool passesBy(const plane::Box& box) const noexcept {
     const qcVector<2> center((box.minX + box.maxX) * 0.5, (box.minY + box.maxY) * 0.5);
     const double reach = std::abs(direction_.y()) * ((box.maxX - box.minX) * 0.5) +
@@ -75,17 +79,17 @@ class Probe {
     return std::abs(qnKernel::cross(direction_, center - a_)) > reach + margin_;
   }
 
-  /// The crossing margin times an upper bound of |d|.
-  double marginFor(const plane::Box& bounds) const noexcept {
-    const double scale =
-        std::max({plane::largestCoordinate(bounds, a_), std::abs(b_.x()), std::abs(b_.y())});
-    return plane::crossingMargin(scale) * (std::abs(direction_.x()) + std::abs(direction_.y()));
+  static double marginFor(const plane::Box& bounds, const qcVector<2>& a,
+                          const qcVector<2>& b) noexcept {
+    return plane::crossingMargin(
+        std::max({plane::largestCoordinate(bounds, a), std::abs(b.x()), std::abs(b.y())}));
   }
 
   qcVector<2> a_;
   qcVector<2> b_;
   qcVector<2> direction_;
   plane::Box box_;
+  /// The crossing margin times an upper bound of |d|.
   double margin_;
   bool countEndpointTouches_;
 };

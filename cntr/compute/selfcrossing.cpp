@@ -10,22 +10,36 @@
 // (index/strips.h) rule out more: edges that cross come within the crossing margin of each other
 // (plane/tolerances.h). Runs of edges that are all parallel, such as edges along one line, are
 // ruled out as well (index/parallels.h).
+//
+// The outline of a single object is mostly a ring around some point c, each edge in a sector of its
+// own. Edges that follow each other never cross: the end that they share touches both. Between two
+// others lies the sector of a third one, with an angle phi. They come nearest to each other at a
+// vertex of one, at least r from c, which sees the other at an angle of phi or more: so they are at
+// least r sin(phi) apart, or r from a right angle on. With the cross product k of the third edge's
+// ends as seen from c, and the largest distance R of a vertex, that is at least r k / R^2. Where
+// this exceeds the crossing margin for all edges, nothing crosses.
 
 #include <cntr/compute/selfcrossing.h>
 
 #include <algorithm>
 #include <array>
+#include <cmath>
+#include <limits>
 #include <optional>
 
 #include <cntr/compute/probe.h>
 #include <cntr/index/parallels.h>
 #include <cntr/index/policy.h>
 #include <cntr/index/strips.h>
+#include <cntr/plane/starcentre.h>
 #include <cntr/plane/tolerances.h>
 
 namespace cntr::compute {
 
 namespace {
+
+/// Products of up to four coordinates of this size stay finite.
+constexpr double largestScale = 1e60;
 
 /// The ways in which a run of edges strictly goes, as bits; none for a run that turns back.
 using Ways = unsigned;
@@ -36,20 +50,53 @@ Ways waysOf(const plane::Edge& edge) {
          (edge.to.y() > edge.from.y() ? 4U : 0U) | (edge.to.y() < edge.from.y() ? 8U : 0U);
 }
 
-bool cross(const plane::Edge& one, const plane::Edge& other, const plane::Box& bounds) {
-  if (!plane::overlaps(plane::edgeBox(one.from, one.to), plane::edgeBox(other.from, other.to))) {
-    return false;
-  }
-  if (plane::isDegenerate(one) || plane::isDegenerate(other)) return false;
-  return Probe(one.from, one.to, false, bounds).crossingWith(other).has_value() ||
-         Probe(other.from, other.to, false, bounds).crossingWith(one).has_value();
-}
+/// Compares two edges of a path, each as the one whose ends must keep clear of the other.
+class EdgePairs {
+ public:
+  explicit EdgePairs(const CrossingTarget& target)
+      : path_(target.path),
+        scale_(plane::largestCoordinate(target.bounds, {})),
+        margin_(plane::crossingMargin(scale_)) {}
 
-bool crossesItselfByScan(const CrossingTarget& target) {
-  const plane::Path& path = target.path;
-  for (std::size_t i = 0; i < path.edgeCount(); ++i) {
-    for (std::size_t j = i + 1; j < path.edgeCount(); ++j) {
-      if (cross(path.edge(i), path.edge(j), target.bounds)) return true;
+  bool cross(std::size_t i, std::size_t j) const {
+    if (areNeighbours(i, j)) return false;
+    const plane::Edge one = path_.edge(i);
+    const plane::Edge other = path_.edge(j);
+    if (!plane::overlaps(plane::edgeBox(one.from, one.to), plane::edgeBox(other.from, other.to))) {
+      return false;
+    }
+    const Probe probe(one, false, margin_);
+    if (probe.passesBy(other)) return false;
+    const Probe reverse(other, false, margin_);
+    if (reverse.passesBy(one)) return false;
+    if (plane::isDegenerate(one) || plane::isDegenerate(other)) return false;
+    return probe.crossingWith(other).has_value() || reverse.crossingWith(one).has_value();
+  }
+
+  const plane::Path& path() const noexcept { return path_; }
+  /// The largest coordinate of the path.
+  double scale() const noexcept { return scale_; }
+  /// Edges farther apart than this do not cross.
+  double margin() const noexcept { return margin_; }
+
+ private:
+  /// Edges i < j, one of which begins where the other one ends: that end touches both. Squares of
+  /// larger coordinates overflow, and nothing touches.
+  bool areNeighbours(std::size_t i, std::size_t j) const noexcept {
+    if (!(scale_ <= largestScale)) return false;
+    return j == i + 1 || (path_.closed && i == 0 && j + 1 == path_.edgeCount());
+  }
+
+  plane::Path path_;
+  double scale_;
+  double margin_;
+};
+
+bool crossesItselfByScan(const EdgePairs& pairs) {
+  const std::size_t count = pairs.path().edgeCount();
+  for (std::size_t i = 0; i < count; ++i) {
+    for (std::size_t j = i + 1; j < count; ++j) {
+      if (pairs.cross(i, j)) return true;
     }
   }
   return false;
@@ -60,8 +107,8 @@ using Range = std::pair<std::size_t, std::size_t>;
 
 class Join {
  public:
-  explicit Join(const CrossingTarget& target)
-      : path_(target.path), index_(*target.index), bounds_(target.bounds) {}
+  Join(const EdgePairs& pairs, const index::EdgeIndex& index)
+      : pairs_(pairs), path_(pairs.path()), index_(index) {}
 
   bool run() {
     const std::size_t top = index_.levelCount() - 1;
@@ -103,7 +150,7 @@ class Join {
   /// Compares child i with child j of boxes of `level`.
   void joinChildren(std::size_t level, std::size_t i, std::size_t j) {
     if (level == 0) {
-      crosses_ = crosses_ || cross(path_.edge(i), path_.edge(j), bounds_);
+      crosses_ = crosses_ || pairs_.cross(i, j);
     } else if (mayMeet(level - 1, i, j)) {
       joinPair(level - 1, i, j);
     }
@@ -135,15 +182,16 @@ class Join {
   bool mayMeet(std::size_t level, std::size_t i, std::size_t j) const {
     return plane::overlaps(index_.boxes(level)[i], index_.boxes(level)[j]) &&
            !(parallels_ && parallels_->areParallel(level, i, j)) &&
-           !(strips_ && index::areApart(strips_->of(level, i), strips_->of(level, j), margin_));
+           !(strips_ &&
+             index::areApart(strips_->of(level, i), strips_->of(level, j), pairs_.margin()));
   }
 
   bool mayChildMeet(std::size_t level, std::size_t child, std::size_t other) const {
     if (!plane::overlaps(boxOfChild(level, child), index_.boxes(level)[other])) return false;
     if (!strips_) return true;
     const index::Strip& strip = strips_->of(level, other);
-    return level > 0 ? !index::areApart(strips_->of(level - 1, child), strip, margin_)
-                     : !index::areApart(path_.edge(child), strip, margin_);
+    return level > 0 ? !index::areApart(strips_->of(level - 1, child), strip, pairs_.margin())
+                     : !index::areApart(path_.edge(child), strip, pairs_.margin());
   }
 
   void countComparisons(std::size_t comparisons) {
@@ -151,10 +199,8 @@ class Join {
     if (parallels_ || !index::wantsStrips(path_.edgeCount(), comparisons_)) return;
     parallels_.emplace(path_, index_);
     if (!index_.isFinite()) return;
-    const double scale = plane::largestCoordinate(bounds_, {});
-    if (scale > index::Strips::largestCoordinate) return;
+    if (pairs_.scale() > index::Strips::largestCoordinate) return;
     strips_.emplace(path_, index_);
-    margin_ = plane::crossingMargin(scale);
   }
 
   plane::Box boxOfChild(std::size_t level, std::size_t i) const {
@@ -163,25 +209,59 @@ class Join {
     return plane::edgeBox(edge.from, edge.to);
   }
 
+  const EdgePairs& pairs_;
   const plane::Path& path_;
   const index::EdgeIndex& index_;
-  const plane::Box& bounds_;
   /// Comparisons of edges in different boxes so far.
   std::size_t comparisons_ = 0;
   /// Made when there have been many.
   std::optional<index::Parallels> parallels_;
   std::optional<index::Strips> strips_;
-  /// How far apart strips must be to rule out a crossing.
-  double margin_ = 0.0;
   bool crosses_ = false;
+};
+
+/// What is seen of a ring from a point c within it.
+struct View {
+  /// The least cross product of the ends of an edge; edges of no length do not count.
+  double leastCross = std::numeric_limits<double>::infinity();
+  /// Squared distances of vertices from c.
+  double nearest = std::numeric_limits<double>::infinity();
+  double farthest = 0.0;
+
+  /// An edge, its ends as seen from c.
+  void add(const qcVector<2>& from, const qcVector<2>& to) noexcept {
+    if (from == to) return;
+    const double squaredDistance = to * to;
+    leastCross = std::min(leastCross, std::abs(qnKernel::cross(from, to)));
+    nearest = std::min(nearest, squaredDistance);
+    farthest = std::max(farthest, squaredDistance);
+  }
 };
 
 }  // namespace
 
+bool isClearStar(const plane::Path& path, const plane::Box& bounds) {
+  const double scale = plane::largestCoordinate(bounds, {});
+  if (!(scale <= largestScale)) return false;
+  const std::optional<qcVector<2>> centre = plane::starCentre(path.points, bounds);
+  if (!centre) return false;
+  View view;
+  qcVector<2> from = path.points.back() - *centre;
+  for (const qcVector<2>& p : path.points) {
+    const qcVector<2> to = p - *centre;
+    view.add(from, to);
+    from = to;
+  }
+  // The margin is many roundings of the coordinates: twice as much holds those of the view, too.
+  return std::sqrt(view.nearest) * view.leastCross >
+         2.0 * plane::crossingMargin(scale) * view.farthest;
+}
+
 bool crossesItself(const CrossingTarget& target) {
   // Bounds that are not numbers touch no segment, so nothing crosses.
   if (!plane::overlaps(target.bounds, target.bounds)) return false;
-  return target.index == nullptr ? crossesItselfByScan(target) : Join(target).run();
+  const EdgePairs pairs(target);
+  return target.index == nullptr ? crossesItselfByScan(pairs) : Join(pairs, *target.index).run();
 }
 
 }  // namespace cntr::compute

@@ -105,7 +105,10 @@ bool qcContour::isCrossedBy(const qcLineSeg& segment, bool countEndpointTouches)
 bool qcContour::isSelfIntersecting() const {
   if (points().size() < 2) return false;
   std::optional<bool>& known = cache().isSelfIntersecting;
-  if (!known) known = cntr::compute::crossesItself(crossingTarget());
+  if (!known) {
+    known = !cntr::compute::isClearStar(path(), bounds()) &&
+            cntr::compute::crossesItself(crossingTarget());
+  }
   return *known;
 }
 

@@ -10,6 +10,7 @@
 
 #include <cntr/contourdefs.h>
 #include <testing/plain/integermoments.h>
+#include <tests/cntr/plane/simple_ring.h>
 #include <tests/cntrsets/features.h>
 
 namespace {
@@ -254,6 +255,59 @@ TEST(FilledMoments, ScaleWithTheFeature) {
     EXPECT_EQ(moments.inertiaMatrix().element(1, 1),
               whole.inertiaMatrix().element(1, 1) * scale * scale * scale * scale);
   }
+}
+
+/// Vertices in the order of directions around the origin, 10 to 40 away.
+Points star(shapes::Random& random, std::size_t n) {
+  Points ring = shapes::regularPolygon(n, 1.0, {0, 0});
+  for (qcVector<2>& p : ring) p = p * random.uniform(10.0, 40.0);
+  return ring;
+}
+
+/// The same with a triangle beside it, which keeps the proof for single rings out.
+qcRingContact contactBySweep(const Points& ring) {
+  return qf_RingContact(
+      {{ring, {}}, {{{-1e10, -1e10}, {-1e10, -1e10 + 1.0}, {-1e10 + 1.0, -1e10}}, {}}});
+}
+
+TEST(RingContact, OfSingleRingsIsThatOfTheSweep) {
+  int found = 0;
+  for (std::uint64_t seed = 0; seed < 6000; ++seed) {
+    shapes::Random random(seed);
+    const std::size_t kind = random.below(7);
+    const std::size_t n = 4 + random.below(kind < 2 ? 5 : 40);
+    Points ring;
+    switch (kind) {
+      case 0:
+        ring = shapes::gridPoints(random, n, 4);
+        break;
+      case 1:
+        ring = shapes::cloud(random, n);
+        break;
+      case 2:
+        ring = shapes::gridWalk(random, n);
+        break;
+      case 3:
+        ring = shapes::skyline(random, n);
+        break;
+      case 4:
+        ring = shapes::closedWalk(random, n);
+        break;
+      case 5:
+        ring = shapes::comb(10 + n, seed + 1);
+        break;
+      default:
+        ring = star(random, n);
+        break;
+    }
+    if (random.chance(0.2)) shapes::repeatVertices(random, ring, ring.size() + 5);
+    if (random.chance(0.2)) shapes::addVerticesOnEdges(random, ring, ring.size() + 3);
+    const qcRingContact contact = qf_RingContact({{ring, {}}});
+    ASSERT_EQ(contact, contactBySweep(ring)) << seed;
+    ASSERT_EQ(contact == qcRingContact::eSimple, simplering::isSimple(ring)) << seed;
+    found += contact == qcRingContact::eSimple ? 1 : 0;
+  }
+  EXPECT_GT(found, 2000);
 }
 
 }  // namespace

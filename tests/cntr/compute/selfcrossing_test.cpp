@@ -4,6 +4,10 @@
 
 #include <cntr/compute/selfcrossing.h>
 
+#include <algorithm>
+#include <cmath>
+
+#include <cntr/plane/starcentre.h>
 #include <testing/plain/edges.h>
 #include <testing/twin/repetitions.h>
 
@@ -14,6 +18,7 @@ namespace {
 using subject::forEachShape;
 using subject::infinity;
 using subject::nan;
+using subject::Point;
 using subject::Points;
 using subject::Subject;
 
@@ -123,6 +128,69 @@ TEST(CrossesItselfTest, SpikesSideBySideDoNot) {
   points.emplace_back(1000, -1000);
   const Subject s(points, true);
   EXPECT_EQ(crossesItself(s), plain::isSelfIntersecting(s.plain()));
+}
+
+bool isClearStar(const Subject& s) {
+  return cntr::compute::isClearStar(s.path(), s.scanned().bounds);
+}
+
+TEST(IsClearStarTest, TellsStarsOfWhichNoEdgesComeNear) {
+  for (const std::size_t n : {3U, 4U, 10U, 100U, 1000U, 10000U}) {
+    EXPECT_TRUE(isClearStar(Subject(shapes::regularPolygon(n, 7.0, {1, 2}), true))) << n;
+    EXPECT_TRUE(isClearStar(Subject(shapes::smoothStar(n), true))) << n;
+    EXPECT_TRUE(isClearStar(Subject(shapes::spikyStar(n), true))) << n;
+    EXPECT_TRUE(isClearStar(Subject(shapes::spikyStar(n), false))) << n;
+  }
+  EXPECT_TRUE(isClearStar(Subject({{0, 0}, {4, 0}, {4, 0}, {4, 4}, {0, 4}, {0, 0}}, true)));
+}
+
+TEST(IsClearStarTest, IsNoOtherShape) {
+  EXPECT_FALSE(isClearStar(Subject(shapes::comb(100), true)));
+  EXPECT_FALSE(isClearStar(Subject(shapes::crossingStar(100), true)));
+  EXPECT_FALSE(isClearStar(Subject(shapes::starPolygon(7, 2, 10.0), true)));
+  EXPECT_FALSE(isClearStar(Subject({{0, 0}, {4, 0}}, true)));
+  EXPECT_FALSE(isClearStar(Subject({{0, 0}, {1e61, 0}, {1e61, 1e61}, {0, 1e61}}, true)));
+  EXPECT_FALSE(isClearStar(Subject({{nan, 0}, {4, 0}, {4, 4}, {0, 4}}, true)));
+  EXPECT_FALSE(isClearStar(Subject({{0, 0}, {4, 0}, {4, nan}, {0, 4}}, true)));
+}
+
+/// A star with runs of vertices in nearly the same direction, as seen from within.
+Points starOfNarrowSpikes(shapes::Random& random) {
+  const std::size_t spikes = 3 + random.below(5);
+  const double step = std::ldexp(1.0, -10 - static_cast<int>(random.below(20)));
+  Points points;
+  for (const Point& direction : shapes::regularPolygon(spikes, 1.0, {0, 0})) {
+    const Point turned(-direction.y(), direction.x());
+    const std::size_t run = 1 + random.below(4);
+    for (std::size_t i = 0; i < run; ++i) {
+      const double turn = step * static_cast<double>(i);
+      points.push_back((direction + turned * turn) * random.uniform(1.0, 20.0));
+    }
+  }
+  if (random.chance(0.3)) {
+    for (Point& p : points) p = p + Point(1e5 + 1.0 / 3.0, -1e4);
+  }
+  if (random.chance(0.5)) std::reverse(points.begin(), points.end());
+  return points;
+}
+
+TEST(IsClearStarTest, CrossesNothingByThePlainDefinition) {
+  std::size_t clear = 0;
+  std::size_t crossingStars = 0;
+  for (std::uint64_t seed = 0; seed < repetitions(20000); ++seed) {
+    shapes::Random random(seed);
+    const Subject s(starOfNarrowSpikes(random), random.chance(0.8));
+    const bool crosses = plain::isSelfIntersecting(s.plain());
+    if (isClearStar(s)) {
+      ++clear;
+      ASSERT_FALSE(crosses) << seed;
+    } else if (crosses && cntr::plane::starCentre(s.points(), s.scanned().bounds)) {
+      ++crossingStars;
+    }
+    ASSERT_EQ(crossesItself(s), crosses) << seed;
+  }
+  EXPECT_GT(clear, repetitions(20000) / 4);
+  EXPECT_GT(crossingStars, repetitions(20000) / 100);
 }
 
 }  // namespace

@@ -199,7 +199,6 @@ const Question edgeQuestions[] = {
      [](const ContourProbe& c) {
        c.intersections(openContour({{0, 0}, {900, 700}, {0, 1}}));
      }},
-    {"SelfIntersection", [](const ContourProbe& c) { c.isSelfIntersecting(); }},
     {"ClosestPoint", [](const ContourProbe& c) { c.closestPoint(center, false); }},
     {"ClosestVertexAsAPoint", [](const ContourProbe& c) { c.closestPoint(center, true); }},
     {"ClosestVertex", [](const ContourProbe& c) { c.closestVertexIndex(center); }},
@@ -225,6 +224,25 @@ TEST_P(EdgeWaysTest, LeadThroughAScanBelow32Edges) {
   GetParam().ask(contour);
   EXPECT_EQ(waysOf(contour).index, 0U);
   EXPECT_EQ(waysOf(contour).scan, 1U);
+}
+
+TEST(WaysTakenTest, SearchForCrossingsByTheIndexFrom32EdgesOn) {
+  const ContourProbe large = closedContour(shapes::comb(32));
+  large.isSelfIntersecting();
+  EXPECT_EQ(waysOf(large).index, 1U);
+  EXPECT_EQ(waysOf(large).scan, 0U);
+  const ContourProbe small = openContour(shapes::comb(32));
+  small.isSelfIntersecting();
+  EXPECT_EQ(waysOf(small).index, 0U);
+  EXPECT_EQ(waysOf(small).scan, 1U);
+}
+
+TEST(WaysTakenTest, SearchNothingForCrossingsOfAStar) {
+  const ContourProbe contour = closedContour(shapes::smoothStar(1000));
+  contour.isSelfIntersecting();
+  EXPECT_EQ(waysOf(contour).index, 0U);
+  EXPECT_EQ(waysOf(contour).scan, 0U);
+  EXPECT_EQ(qc_RememberedBy::contour(contour).edgeIndex, nullptr);
 }
 
 TEST(WaysTakenTest, MakeNoRoomForCountingTheScansOfASmallContour) {

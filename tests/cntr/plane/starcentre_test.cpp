@@ -1,58 +1,35 @@
 // SPDX-License-Identifier: MIT
 //
-// The short proofs that rings are simple, against every pair of edges and against the sweep.
+// The short proof that rings are simple, against every pair of edges.
 
-#include <cntrsets/faces/starshape.h>
+#include <cntr/plane/starcentre.h>
 
+#include <algorithm>
 #include <cmath>
 #include <limits>
+#include <vector>
 
-#include <cntr/plane/orientation.h>
-#include <cntrsets/filled.h>
 #include <gtest/gtest.h>
-#include <tests/cntrsets/features.h>
+#include <testing/shapes/shapes.h>
+
+#include "simple_ring.h"
 
 namespace {
 
-using cntr::plane::dotSign;
-using cntr::sets::isStarShaped;
-using cntr::sets::orientation;
-using features::Feature;
-using features::Points;
+using shapes::Points;
+using simplering::isSimple;
 
-/// Neighbours never repeat a vertex.
-Points withoutRepeats(const Points& ring) {
-  Points result;
-  for (const qcVector<2>& p : ring)
-    if (result.empty() || result.back() != p) result.push_back(p);
-  while (result.size() > 1 && result.front() == result.back()) result.pop_back();
-  return result;
+const Points square{{0, 0}, {10, 0}, {10, 10}, {0, 10}};
+
+Points reversed(Points ring) {
+  std::reverse(ring.begin(), ring.end());
+  return ring;
 }
 
-bool isOn(const qcVector<2>& a, const qcVector<2>& b, const qcVector<2>& p) {
-  return orientation(a, b, p) == 0 && dotSign(p, a, p, b) <= 0;
-}
-
-bool meet(const qcVector<2>& a, const qcVector<2>& b, const qcVector<2>& c, const qcVector<2>& d) {
-  if (isOn(a, b, c) || isOn(a, b, d) || isOn(c, d, a) || isOn(c, d, b)) return true;
-  return orientation(a, b, c) * orientation(a, b, d) < 0 &&
-         orientation(c, d, a) * orientation(c, d, b) < 0;
-}
-
-/// Asked of every pair of edges.
-bool isSimple(const Points& given) {
-  const Points ring = withoutRepeats(given);
-  const std::size_t n = ring.size();
-  if (n < 3) return n < 2;
-  const auto at = [&](std::size_t i) { return ring[i % n]; };
-  for (std::size_t i = 0; i < n; ++i) {
-    if (isOn(at(i), at(i + 1), at(i + 2)) || isOn(at(i + 1), at(i + 2), at(i))) return false;
-    for (std::size_t j = i + 2; j < n; ++j) {
-      const bool areNeighbours = j + 1 == i + n;
-      if (!areNeighbours && meet(at(i), at(i + 1), at(j), at(j + 1))) return false;
-    }
-  }
-  return true;
+bool isStarShaped(const Points& ring) {
+  cntr::plane::Box box;
+  for (const qcVector<2>& p : ring) box.add(p);
+  return cntr::plane::starCentre(ring, box).has_value();
 }
 
 Points moved(Points ring, const qcVector<2>& by, double factor) {
@@ -72,12 +49,12 @@ Points star(shapes::Random& random, std::size_t n, std::size_t turns) {
 }
 
 TEST(StarShape, IsFoundInOutlinesOfSingleObjects) {
-  EXPECT_TRUE(isStarShaped(features::square));
-  EXPECT_TRUE(isStarShaped(features::reversed(features::square)));
+  EXPECT_TRUE(isStarShaped(square));
+  EXPECT_TRUE(isStarShaped(reversed(square)));
   for (const std::size_t n : {10U, 100U, 1000U, 5000U}) {
     EXPECT_TRUE(isStarShaped(shapes::regularPolygon(n, 7.0, {1, 2}))) << n;
     EXPECT_TRUE(isStarShaped(shapes::smoothStar(n))) << n;
-    EXPECT_TRUE(isStarShaped(features::reversed(shapes::spikyStar(n)))) << n;
+    EXPECT_TRUE(isStarShaped(reversed(shapes::spikyStar(n)))) << n;
   }
 }
 
@@ -88,7 +65,7 @@ TEST(StarShape, IsFoundInNearlyAllRandomStarsAnywhereAndAtAnySize) {
     shapes::Random random(seed);
     const std::size_t n = 5 + random.below(200);
     Points ring = star(random, n, 1);
-    if (random.chance(0.5)) ring = features::reversed(ring);
+    if (random.chance(0.5)) ring = reversed(ring);
     const double x = random.uniform(-1e9, 1e9);
     const double size = std::ldexp(1.0, static_cast<int>(random.below(400)) - 200);
     if (random.chance(0.5)) ring = moved(ring, {x, -x}, 1.0);
@@ -118,7 +95,7 @@ TEST(StarShape, IsNoRingWithNumbersThatAreNotFiniteOrTooSmallToMultiply) {
        {std::numeric_limits<double>::quiet_NaN(), std::numeric_limits<double>::infinity(), 1e308}) {
     EXPECT_FALSE(isStarShaped(Points{{0, 0}, {bad, 0}, {bad, 10}, {0, 10}})) << bad;
   }
-  EXPECT_FALSE(isStarShaped(moved(features::square, {0, 0}, 1e-150)));
+  EXPECT_FALSE(isStarShaped(moved(square, {0, 0}, 1e-150)));
 }
 
 TEST(StarShape, IsOnlyFoundWhereNoTwoEdgesMeet) {
@@ -154,52 +131,6 @@ TEST(StarShape, IsNotFoundWhereTheLastBitDecides) {
       ASSERT_TRUE(isSimple(ring)) << seed;
     }
   }
-}
-
-/// The same with a triangle beside it, which keeps the proof for single rings out.
-qcRingContact contactBySweep(const Points& ring) {
-  return qf_RingContact(
-      {{ring, {}}, {{{-1e10, -1e10}, {-1e10, -1e10 + 1.0}, {-1e10 + 1.0, -1e10}}, {}}});
-}
-
-TEST(RingContact, OfSingleRingsIsThatOfTheSweep) {
-  int simple = 0;
-  for (std::uint64_t seed = 0; seed < 6000; ++seed) {
-    shapes::Random random(seed);
-    const std::size_t kind = random.below(7);
-    const std::size_t n = 4 + random.below(kind < 2 ? 5 : 40);
-    Points ring;
-    switch (kind) {
-      case 0:
-        ring = shapes::gridPoints(random, n, 4);
-        break;
-      case 1:
-        ring = shapes::cloud(random, n);
-        break;
-      case 2:
-        ring = shapes::gridWalk(random, n);
-        break;
-      case 3:
-        ring = shapes::skyline(random, n);
-        break;
-      case 4:
-        ring = shapes::closedWalk(random, n);
-        break;
-      case 5:
-        ring = shapes::comb(10 + n, seed + 1);
-        break;
-      default:
-        ring = star(random, n, 1);
-        break;
-    }
-    if (random.chance(0.2)) shapes::repeatVertices(random, ring, ring.size() + 5);
-    if (random.chance(0.2)) shapes::addVerticesOnEdges(random, ring, ring.size() + 3);
-    const qcRingContact contact = qf_RingContact({{ring, {}}});
-    ASSERT_EQ(contact, contactBySweep(ring)) << seed;
-    ASSERT_EQ(contact == qcRingContact::eSimple, isSimple(ring)) << seed;
-    simple += contact == qcRingContact::eSimple ? 1 : 0;
-  }
-  EXPECT_GT(simple, 2000);
 }
 
 }  // namespace
