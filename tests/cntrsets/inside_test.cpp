@@ -6,6 +6,7 @@
 
 #include <cmath>
 #include <limits>
+#include <memory>
 
 #include <cntr/contourdefs.h>
 #include <cntrsets/filled.h>
@@ -220,6 +221,73 @@ TEST(Inside, RefusesVerticesThatAreNotFiniteNumbers) {
   } catch (const qcContourDefs::BadParams& error) {
     EXPECT_EQ(error.message(), L"a coordinate is not a finite number");
   }
+}
+
+TEST(Inside, IsTheAnswerOfTheDefinitionHoweverOftenItIsAsked) {
+  std::size_t inside = 0;
+  for (std::uint64_t seed = 0; seed < 60; ++seed) {
+    shapes::Random random(seed);
+    Feature feature = anyFeature(random);
+    feature[0].holes.push_back(cutDiamond(12));
+    const bool isSimple = isBoundedSimply(feature);
+    const qcInside asked(feature);
+    // The first points are asked of the rings, the last ones of the grid.
+    for (int round = 0; round < 40; ++round) {
+      for (const qcVector<2>& p : anyPoints(random, feature)) {
+        if (!isSimple && liesOnAnEdge(feature, p)) continue;
+        const bool answer = asked.contains(p);
+        ASSERT_EQ(answer, plainlyInside(feature, p))
+            << "seed " << seed << ", round " << round << " at " << p.x() << ", " << p.y();
+        inside += answer ? 1U : 0U;
+      }
+    }
+  }
+  EXPECT_GT(inside, 1000U);
+}
+
+TEST(Inside, KeepsTheLibrarysNoBesideAHoleWhoseRayIsTooShort) {
+  const Feature feature{{box(-60, -60, 60, 60), {cutDiamond(50)}}};
+  const qcInside asked(feature);
+  for (int i = 0; i < 500; ++i) {
+    ASSERT_FALSE(asked.contains({-49.75, -49.5})) << i;
+    ASSERT_TRUE(asked.contains({55, 55})) << i;
+    ASSERT_FALSE(asked.contains({0, 30})) << i;
+  }
+}
+
+TEST(Inside, ManyPointsHaveTheAnswersOfEachAlone) {
+  shapes::Random random(3);
+  const Feature feature{{shapes::smoothStar(50), {}}, {square, {}}};
+  Points points = shapes::pointsInBox(feature[0].outline, 1000);
+  points.emplace_back(5, 5);
+  const auto answers = std::make_unique<bool[]>(points.size());
+  const qcInside asked(feature);
+  asked.contains(points, {answers.get(), points.size()});
+  for (std::size_t i = 0; i < points.size(); ++i)
+    ASSERT_EQ(answers[i], isInside(feature, points[i])) << i;
+}
+
+TEST(Inside, NeedsAsManyAnswersAsPoints) {
+  const qcInside asked({{square, {}}});
+  const Points points{{5, 5}, {6, 6}};
+  bool answer = false;
+  try {
+    asked.contains(points, {&answer, 1});
+    FAIL() << "not refused";
+  } catch (const qcContourDefs::BadParams& error) {
+    EXPECT_EQ(error.message(), L"as many answers as points are needed");
+  }
+  EXPECT_FALSE(answer);
+}
+
+TEST(Inside, IsTakenAlongByMoving) {
+  qcInside first({{square, {}}});
+  EXPECT_TRUE(first.contains({5, 5}));
+  qcInside second = std::move(first);
+  EXPECT_TRUE(second.contains({5, 5}));
+  second = qcInside({{box(20, 20, 30, 30), {}}});
+  EXPECT_FALSE(second.contains({5, 5}));
+  EXPECT_TRUE(second.contains({25, 25}));
 }
 
 TEST(Inside, ManyPointsOfALongOutlineHaveTheAnswersOfEachAlone) {

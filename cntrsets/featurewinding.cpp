@@ -1,0 +1,120 @@
+// SPDX-License-Identifier: MIT
+
+#include <cntrsets/featurewinding.h>
+
+#include <algorithm>
+#include <numeric>
+
+#include <cntrsets/exact/predicates.h>
+
+namespace cntr::sets {
+
+namespace {
+
+constexpr std::size_t mostEntriesPerEdge = 4;
+
+/// 1 for an edge that passes to the right of the point upwards, -1 downwards.
+int passing(const Point& a, const Point& b, const Point& p) {
+  if (a.y() <= p.y()) return b.y() > p.y() && orientation(a, b, p) > 0 ? 1 : 0;
+  return b.y() <= p.y() && orientation(a, b, p) < 0 ? -1 : 0;
+}
+
+}  // namespace
+
+FeatureWinding::FeatureWinding(const std::vector<qcRings>& feature, const Scaling& scaling)
+    : scaling_(scaling) {
+  for (std::size_t part = 0; part < feature.size(); ++part) {
+    add(feature[part].outline, {part, false});
+    for (const std::vector<Point>& hole : feature[part].holes) add(hole, {part, true});
+  }
+  begins_ = {0, edges_.size()};
+  if (vertices_.empty()) return;
+  const auto isLower = [](const Point& a, const Point& b) { return a.y() < b.y(); };
+  const auto [low, high] = std::minmax_element(vertices_.begin(), vertices_.end(), isLower);
+  low_ = low->y();
+  height_ = high->y() - low_;
+}
+
+void FeatureWinding::add(const std::vector<Point>& ring, Role role) {
+  const auto number = static_cast<std::uint32_t>(roles_.size());
+  const std::size_t first = vertices_.size();
+  for (const Point& p : ring) {
+    edges_.push_back({static_cast<std::uint32_t>(vertices_.size()), number});
+    vertices_.push_back(scaling_.scaled(p));
+  }
+  vertices_.emplace_back(vertices_[first]);
+  roles_.push_back(role);
+}
+
+void FeatureWinding::sortIntoSlabs() {
+  if (slabs_ > 1) return;
+  const std::vector<Edge> edges = std::move(edges_);
+  slabs_ = edges.size();
+  while (slabs_ > 1 && entries(edges) > mostEntriesPerEdge * edges.size()) slabs_ /= 2;
+  place(edges);
+}
+
+/// Ascending with y.
+std::size_t FeatureWinding::slabOf(double y) const {
+  if (!(height_ > 0.0)) return 0;
+  const double slab = (y - low_) / height_ * static_cast<double>(slabs_);
+  return std::min(static_cast<std::size_t>(slab), slabs_ - 1);
+}
+
+std::size_t FeatureWinding::lowestSlab(const Edge& edge) const {
+  return slabOf(std::min(vertices_[edge.from].y(), vertices_[edge.from + 1].y()));
+}
+
+std::size_t FeatureWinding::highestSlab(const Edge& edge) const {
+  return slabOf(std::max(vertices_[edge.from].y(), vertices_[edge.from + 1].y()));
+}
+
+std::size_t FeatureWinding::entries(const std::vector<Edge>& edges) const {
+  std::size_t count = 0;
+  for (const Edge& edge : edges) count += highestSlab(edge) - lowestSlab(edge) + 1;
+  return count;
+}
+
+/// Counts the edges of each slab, then puts them in their places.
+void FeatureWinding::place(const std::vector<Edge>& edges) {
+  begins_.assign(slabs_ + 1, 0);
+  for (const Edge& edge : edges)
+    for (std::size_t slab = lowestSlab(edge); slab <= highestSlab(edge); ++slab)
+      ++begins_[slab + 1];
+  std::partial_sum(begins_.begin(), begins_.end(), begins_.begin());
+  edges_.resize(begins_.back());
+  std::vector<std::size_t> next(begins_.begin(), begins_.end() - 1);
+  for (const Edge& edge : edges)
+    for (std::size_t slab = lowestSlab(edge); slab <= highestSlab(edge); ++slab)
+      edges_[next[slab]++] = edge;
+}
+
+/// How often the ring of an entry winds around the point, counter-clockwise positive; leaves
+/// `entry` at the next ring's.
+int FeatureWinding::timesAround(std::size_t& entry, std::size_t end, const Point& p) const {
+  const std::uint32_t ring = edges_[entry].ring;
+  int times = 0;
+  for (; entry < end && edges_[entry].ring == ring; ++entry) {
+    const std::uint32_t from = edges_[entry].from;
+    times += passing(vertices_[from], vertices_[from + 1], p);
+  }
+  return times;
+}
+
+std::optional<std::size_t> FeatureWinding::partAround(const Point& p) const {
+  const Point scaled = scaling_.scaled(p);
+  std::optional<std::size_t> part;
+  if (!(scaled.y() >= low_) || !(scaled.y() - low_ <= height_)) return part;
+  const std::size_t slab = slabOf(scaled.y());
+  const std::size_t end = begins_[slab + 1];
+  for (std::size_t entry = begins_[slab]; entry < end;) {
+    const Role& role = roles_[edges_[entry].ring];
+    // No hole of that part is left.
+    if (part && *part != role.part) return part;
+    if (timesAround(entry, end, scaled) == 0) continue;
+    part = role.isHole ? std::nullopt : std::optional(role.part);
+  }
+  return part;
+}
+
+}  // namespace cntr::sets
