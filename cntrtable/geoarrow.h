@@ -18,8 +18,8 @@
 /// Read are geoarrow.linestring, polygon, multilinestring and multipolygon; lists of the same depth
 /// without a name, of which list<coordinates> is a line, list<list<coordinates>> a polygon, and
 /// list<list<list<coordinates>>> a multipolygon; and WKB as binary, with the name geoarrow.wkb,
-/// ogc.wkb or none. Lists and binary may be large. A null becomes a feature that is eNothing, with
-/// the problem "null". Nulls within a feature are refused.
+/// ogc.wkb or none. Lists and binary may be large, binary may be views. A null becomes a feature
+/// that is eNothing, with the problem "null". Nulls within a feature are refused.
 ///
 /// Throws qcContourDefs::BadParams that says what and where for other formats and for whatever
 /// contradicts itself: a structure that has been released or is not complete, negative lengths,

@@ -239,6 +239,37 @@ qcOutlines qcOutlines::slice(std::size_t first, std::size_t count) const {
   return result;
 }
 
+qcOutlines qcOutlines::selected(std::span<const std::size_t> features) const {
+  if (features.empty()) return slice(0, 0);
+  OutlineColumns columns;
+  columns.coordinates = columns_->coordinates;
+  columns.owner = columns_->owner;
+  columns.edgelets = columns_->edgelets;
+  columns.partRings.push_back(0);
+  columns.featureParts.push_back(0);
+  for (const std::size_t feature : features) {
+    if (feature >= count_) {
+      table::refuse("there is no feature " + std::to_string(feature) + ", but " +
+                    std::to_string(count_) + " in all");
+    }
+    for (std::size_t part = 0; part < parts(feature); ++part) {
+      const auto begin = asOffset(firstRing(feature, part));
+      const auto end = asOffset(firstRing(feature, part + 1));
+      columns.ringStarts.insert(columns.ringStarts.end(), columns_->ringStarts.begin() + begin,
+                                columns_->ringStarts.begin() + end);
+      columns.ringCounts.insert(columns.ringCounts.end(), columns_->ringCounts.begin() + begin,
+                                columns_->ringCounts.begin() + end);
+      columns.partRings.push_back(asOffset(columns.ringStarts.size()));
+    }
+    if (kind(feature) == qcOutlineKind::eNothing)
+      columns.problems.push_back({columns.kinds.size(), problem(feature)});
+    columns.featureParts.push_back(asOffset(columns.partRings.size() - 1));
+    columns.kinds.push_back(kind(feature));
+    columns.labels.push_back(columns_->labels[first_ + feature]);
+  }
+  return OutlineColumns::asOutlines(std::move(columns));
+}
+
 qcRaggedArrays qcOutlines::toRagged() const {
   qcRaggedArrays arrays;
   const auto addRing = [&](std::size_t feature, std::size_t part, std::size_t number) {

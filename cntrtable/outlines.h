@@ -112,6 +112,11 @@ class qcOutlines {
   /// qcContourDefs::BadParams when there are not as many.
   qcOutlines slice(std::size_t first, std::size_t count) const;
 
+  /// The features of these numbers, in that order, any of them several times. They share the
+  /// coordinates of these. Throws qcContourDefs::BadParams for a number without a feature.
+  /// O(their rings), and a copy of all edge elements.
+  qcOutlines selected(std::span<const std::size_t> features) const;
+
   /// A copy as ragged arrays. A feature that is eNothing has no parts.
   qcRaggedArrays toRagged() const;
 

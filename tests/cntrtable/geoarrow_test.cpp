@@ -125,6 +125,94 @@ std::string refusalOfDamaged(const std::function<void(ArrowSchema&, ArrowArray&)
   return refusal;
 }
 
+/// A column of binary views, as Arrow's newer producers write it.
+class ViewColumn {
+ public:
+  /// The value with that number is in a buffer of its own.
+  void add(const std::vector<std::byte>& value) {
+    const std::size_t place = views_.size();
+    views_.resize(place + 16);
+    put(place, static_cast<std::int32_t>(value.size()));
+    if (value.size() <= 12) {
+      std::copy(value.begin(), value.end(),
+                views_.begin() + static_cast<std::ptrdiff_t>(place) + 4);
+      return;
+    }
+    put(place + 8, static_cast<std::int32_t>(buffers_.size()));
+    buffers_.push_back(value);
+  }
+
+  /// Overwrites a number of a view.
+  void put(std::size_t place, std::int32_t number) {
+    std::memcpy(&views_[place], &number, sizeof number);
+  }
+
+  /// Without the first `offset` values.
+  qcOutlines read(std::int64_t offset = 0) const {
+    std::vector<std::int64_t> sizes;
+    std::vector<table::ArrowBuffer> all{nullptr, table::bufferOf(std::vector(views_))};
+    for (const auto& buffer : buffers_) {
+      sizes.push_back(static_cast<std::int64_t>(buffer.size()));
+      all.push_back(table::bufferOf(std::vector(buffer)));
+    }
+    all.push_back(table::bufferOf(std::move(sizes)));
+    qcArrowSchema schema = table::makeArrowSchema({"vz", "geometry", ""}, {});
+    qcArrowArray array =
+        table::makeArrowArray(static_cast<std::int64_t>(views_.size() / 16), 0, std::move(all), {});
+    return qf_FromArrow(schema.get(), array.get());
+  }
+
+  std::string refusal() const {
+    return refusalOf([this] { read(); });
+  }
+
+ private:
+  std::vector<std::byte> views_;
+  std::vector<std::vector<std::byte>> buffers_;
+};
+
+TEST(GeoArrow, ReadsBinaryViewsOfAnySize) {
+  const qcOutlines outlines = polygons();
+  ViewColumn column;
+  column.add(qf_ToWkb(outlines, 2));
+  column.add({});
+  column.add({std::byte{1}, std::byte{3}});
+  column.add(qf_ToWkb(outlines, 0));
+  const qcOutlines read = column.read();
+  ASSERT_EQ(read.size(), 4U);
+  EXPECT_EQ(read.feature(0), outlines.feature(2));
+  EXPECT_EQ(read.problem(1), "empty");
+  EXPECT_EQ(read.problem(2), "WKB ends at byte 2, 3 too early");
+  EXPECT_EQ(read.feature(3), outlines.feature(0));
+  EXPECT_EQ(column.read(3).feature(0), outlines.feature(0));
+  EXPECT_EQ(ViewColumn().read().size(), 0U);
+}
+
+TEST(GeoArrow, RefusesBinaryViewsOfWhatIsNotThere) {
+  const std::vector<std::byte> value = qf_ToWkb(polygons(), 2);
+  ViewColumn column;
+  column.add(value);
+  EXPECT_EQ(column.refusal(), "");
+  const auto damaged = [&](std::size_t place, std::int32_t number) {
+    ViewColumn copy = column;
+    copy.put(place, number);
+    return copy.refusal();
+  };
+  EXPECT_EQ(damaged(0, -1), "level 0: item 0 has the size -1");
+  EXPECT_EQ(damaged(0, 78), "level 0: item 0 has the bytes 0 to 78 of 77");
+  EXPECT_EQ(damaged(8, 1), "level 0: item 0 is in buffer 1 of 1");
+  EXPECT_EQ(damaged(8, -1), "level 0: item 0 is in buffer -1 of 1");
+  EXPECT_EQ(damaged(12, 1), "level 0: item 0 has the bytes 1 to 78 of 77");
+  EXPECT_EQ(damaged(12, -1), "level 0: item 0 has the bytes -1 to 76 of 77");
+  qcArrowSchema schema = table::makeArrowSchema({"vz", "geometry", ""}, {});
+  qcArrowArray array = table::makeArrowArray(1, 0, {nullptr, nullptr}, {});
+  EXPECT_EQ(refusalOf([&] { qf_FromArrow(schema.get(), array.get()); }),
+            "level 0: the array has 2 buffers instead of 3");
+  array = table::makeArrowArray(1, 0, {nullptr, nullptr, nullptr}, {});
+  EXPECT_EQ(refusalOf([&] { qf_FromArrow(schema.get(), array.get()); }),
+            "level 0: there are no views");
+}
+
 TEST(GeoArrow, OfEachLayoutComesBack) {
   struct Case {
     qcOutlines outlines;
@@ -486,8 +574,8 @@ TEST(GeoArrow, RefusesOtherFormats) {
     return refusalOfDamaged([&](ArrowSchema& schema, ArrowArray&) { damage(schema); },
                             qcArrowLayout::ePolygon, coordinates);
   };
-  EXPECT_EQ(refusal([](ArrowSchema& s) { s.format = "vz"; }),
-            "the format 'vz' is not that of outlines");
+  EXPECT_EQ(refusal([](ArrowSchema& s) { s.format = "vu"; }),
+            "the format 'vu' is not that of outlines");
   EXPECT_EQ(refusal([](ArrowSchema& s) { s.format = nullptr; }),
             "level 0: the schema is missing or released");
   EXPECT_EQ(refusal([](ArrowSchema& s) { s.children[0]->format = "+w:2"; }),

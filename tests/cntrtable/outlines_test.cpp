@@ -259,6 +259,50 @@ TEST(Outlines, AreSlicedWithinTheirSize) {
             "there are no 18446744073709551615 features from number 1 on, but 2 in all");
 }
 
+TEST(Outlines, AreSelectedInAnyOrder) {
+  qcOutlinesBuilder builder;
+  builder.addAreas({{square, {hole}}, {triangle, {}}}, 7);
+  builder.failFeature("no reason");
+  builder.addLines({hole, triangle});
+  builder.addAreas({{triangle, {}}});
+  const qcOutlines outlines = builder.finish().slice(1, 3);
+  const std::vector<std::size_t> order{2, 0, 1, 2};
+  const qcOutlines selected = outlines.selected(order);
+  ASSERT_EQ(selected.size(), 4U);
+  for (std::size_t i = 0; i < order.size(); ++i) {
+    EXPECT_EQ(selected.kind(i), outlines.kind(order[i])) << i;
+    EXPECT_EQ(selected.label(i), outlines.label(order[i])) << i;
+    EXPECT_EQ(selected.problem(i), outlines.problem(order[i])) << i;
+    EXPECT_EQ(selected.parts(i), outlines.parts(order[i])) << i;
+    EXPECT_EQ(selected.feature(i), outlines.feature(order[i])) << i;
+  }
+  EXPECT_EQ(selected.ring(2, 1, 0).data(), outlines.ring(1, 1, 0).data());
+}
+
+TEST(Outlines, SelectedHaveTheirPartsHolesAndEdgeElements) {
+  const Example example;
+  std::vector<qcEdgelet> edgelets;
+  for (unsigned short i = 0; i < 11; ++i) edgelets.emplace_back(qcVector<2>(), i, qcAngle8());
+  qcRaggedOutlines ragged = example.arrays();
+  ragged.features = {};
+  ragged.edgelets = edgelets;
+  const qcOutlines outlines = qcOutlines::fromRagged(ragged);
+  const qcOutlines selected = outlines.selected(std::vector<std::size_t>{1, 0});
+  EXPECT_THAT(selected.edgelets(0, 0, 0), ElementsAreArray(outlines.edgelets(1, 0, 0)));
+  EXPECT_THAT(selected.edgelets(1, 0, 1), ElementsAreArray(outlines.edgelets(0, 0, 1)));
+  EXPECT_EQ(selected.rings(1, 0), 2U);
+}
+
+TEST(Outlines, AreSelectedWithinTheirNumber) {
+  const qcOutlines outlines = qcOutlines::fromRagged(Example().arrays()).slice(0, 1);
+  EXPECT_EQ(outlines.selected({}).size(), 0U);
+  EXPECT_EQ(qcOutlines().selected({}).size(), 0U);
+  EXPECT_EQ(refusalOf([&] {
+              outlines.selected(std::vector<std::size_t>{0, 1});
+            }),
+            "there is no feature 1, but 1 in all");
+}
+
 TEST(OutlinesBuilder, KeepsFeaturesAsTheyAre) {
   const std::vector<qcRings> twoParts{{square, {hole}}, {triangle, {}}};
   qcOutlinesBuilder builder;
