@@ -1,0 +1,39 @@
+// SPDX-License-Identifier: MIT
+//
+// What has been measured of many features: a row for each of them, a column for each measure.
+
+#pragma once
+
+#include <nanobind/nanobind.h>
+
+#include <string>
+#include <vector>
+
+#include <cntrtable/outlines.h>
+#include <python/src/arrowcapsules.h>
+
+namespace python {
+
+/// Defines cntr.Measured and cntr.MEASURES.
+void bindMeasured(nanobind::module_& module);
+
+class Measured {
+ public:
+  explicit Measured(ArrowColumn batch) : batch_(std::move(batch)) {}
+
+  const ArrowColumn& batch() const { return batch_; }
+  std::size_t rows() const { return static_cast<std::size_t>(batch_.array().length); }
+  std::vector<std::string> names() const;
+  /// A column as a numpy array: numbers where they lie when none is missing, otherwise copied with
+  /// NaN for missing ones; yes and no, and texts, with None for missing ones. Raises KeyError.
+  nanobind::object column(const std::string& name) const;
+
+ private:
+  ArrowColumn batch_;
+};
+
+/// The measures, "status" and "note" of each feature; of None the usual ones. Other threads run
+/// Python meanwhile.
+Measured measured(const qcOutlines& outlines, nanobind::handle columns, unsigned threads);
+
+}  // namespace python

@@ -1,0 +1,147 @@
+// SPDX-License-Identifier: MIT
+//
+// What the class Outlines answers itself. Several threads may ask one: nothing of it ever changes.
+
+#include <nanobind/stl/optional.h>
+#include <nanobind/stl/string.h>
+#include <nanobind/stl/vector.h>
+#include <python/src/features.h>
+#include <python/src/measured.h>
+#include <python/src/newarrays.h>
+#include <python/src/outlines.h>
+
+#include <array>
+#include <string>
+#include <vector>
+
+#include <cntrtable/repairing.h>
+
+namespace nb = nanobind;
+
+namespace python {
+
+namespace {
+
+qcOutlines validOutlines(const qcOutlines& self, const std::string& rule, unsigned threads) {
+  if (rule != "nonzero" && rule != "evenodd") {
+    const std::string message = "rule must be 'nonzero' or 'evenodd', not '" + rule + "'";
+    throw nb::value_error(message.c_str());
+  }
+  const nb::gil_scoped_release others;
+  return qf_MakeValid(self, rule == "nonzero" ? qcPolygon::eNonZero : qcPolygon::eEvenOdd, threads);
+}
+
+std::size_t numberOf(std::ptrdiff_t index, std::size_t size, const char* what) {
+  const auto count = static_cast<std::ptrdiff_t>(size);
+  const std::ptrdiff_t number = index < 0 ? index + count : index;
+  if (number < 0 || number >= count) {
+    const std::string message = "there is no " + std::string(what) + " " + std::to_string(index) +
+                                " among " + std::to_string(size);
+    throw nb::index_error(message.c_str());
+  }
+  return static_cast<std::size_t>(number);
+}
+
+nb::object itemAt(const qcOutlines& self, std::ptrdiff_t index) {
+  return shapeOf(self, numberOf(index, self.size(), "feature"));
+}
+
+qcOutlines sliceOf(const qcOutlines& self, const nb::slice& index) {
+  const auto [start, stop, step, length] = index.compute(self.size());
+  if (step == 1) return self.slice(length == 0 ? 0 : static_cast<std::size_t>(start), length);
+  std::vector<std::size_t> features(length);
+  for (std::size_t i = 0; i < length; ++i)
+    features[i] = static_cast<std::size_t>(start + static_cast<std::ptrdiff_t>(i) * step);
+  return self.selected(features);
+}
+
+nb::object iteratorOver(nb::handle self) {
+  nb::object iterator = nb::steal(PySeqIter_New(self.ptr()));
+  if (!iterator.is_valid()) throw nb::python_error();
+  return iterator;
+}
+
+nb::object verticesOf(nb::handle self, std::ptrdiff_t feature, std::ptrdiff_t part,
+                      std::ptrdiff_t ring) {
+  const auto& outlines = nb::cast<const qcOutlines&>(self);
+  const std::size_t f = numberOf(feature, outlines.size(), "feature");
+  const std::size_t p = numberOf(part, outlines.parts(f), "part");
+  const std::size_t r = numberOf(ring, outlines.rings(f, p), "ring");
+  const std::span<const double> numbers = outlines.ring(f, p, r);
+  using View = nb::ndarray<nb::numpy, const double>;
+  return nb::cast(View(numbers.data(), {numbers.size() / 2, 2}, self));
+}
+
+nb::object labelsOf(const qcOutlines& self) {
+  std::vector<std::int64_t> labels(self.size(), -1);
+  for (std::size_t i = 0; i < self.size(); ++i)
+    if (const auto label = self.label(i)) labels[i] = *label;
+  return newArray(std::move(labels));
+}
+
+nb::dict problemsOf(const qcOutlines& self) {
+  nb::dict problems;
+  for (std::size_t i = 0; i < self.size(); ++i)
+    if (self.kind(i) == qcOutlineKind::eNothing)
+      problems[nb::int_(i)] = nb::str(self.problem(i).c_str());
+  return problems;
+}
+
+std::string describeOutlines(const qcOutlines& self) {
+  std::array<std::size_t, 3> counts{};
+  for (std::size_t i = 0; i < self.size(); ++i) ++counts[static_cast<std::size_t>(self.kind(i))];
+  const auto [nothing, areas, lines] = counts;
+  return "<cntr.Outlines: " + std::to_string(self.size()) + " features, " + std::to_string(areas) +
+         " areas, " + std::to_string(lines) + " lines, " + std::to_string(nothing) +
+         " without geometry>";
+}
+
+}  // namespace
+
+void bindOutlines(nb::module_& module) {
+  OutlinesClass type(
+      module, "Outlines",
+      "Many features, each made of outlines with holes or of open lines, as columns. They never "
+      "change; slices share memory with what they are slices of. A feature that could not be read "
+      "is "
+      "there all the same, and `problems` tells why.");
+  type.def("__len__", &qcOutlines::size)
+      .def("__repr__", describeOutlines)
+      .def("__getitem__", itemAt, nb::arg("index"),
+           nb::sig("def __getitem__(self, index: int, /) -> Contour | Region | list[Contour] | "
+                   "list[Region] | None"))
+      .def("__getitem__", sliceOf, nb::arg("index"),
+           nb::sig("def __getitem__(self, index: slice, /) -> Outlines"))
+      .def("__iter__", iteratorOver,
+           nb::sig("def __iter__(self) -> collections.abc.Iterator[Contour | Region | "
+                   "list[Contour] | list[Region] | None]"))
+      .def("vertices", verticesOf, nb::arg("feature"), nb::arg("part") = 0, nb::arg("ring") = 0,
+           nb::sig("def vertices(self, feature: int, part: int = 0, ring: int = 0) -> "
+                   "numpy.typing.NDArray[numpy.float64]"),
+           "The vertices of a ring where they lie, of shape (n, 2) and not to be written to, "
+           "without a "
+           "repeated last one. Ring 0 of a part is its outline, the others are holes.")
+      .def_prop_ro("labels", labelsOf,
+                   nb::sig("def labels(self) -> numpy.typing.NDArray[numpy.int64]"),
+                   "The label of each feature, -1 where it has none.")
+      .def_prop_ro("problems", problemsOf, nb::sig("def problems(self) -> dict[int, str]"),
+                   "Why there is no geometry, by the number of each feature without one.")
+      .def(
+          "measure", measured, nb::arg("columns") = nb::none(), nb::arg("threads") = 0,
+          nb::sig("def measure(self, columns: collections.abc.Sequence[str] | None = None, "
+                  "threads: int = 0) -> Measured"),
+          "Measures all features: the columns asked for, of cntr.MEASURES, then `status` and "
+          "`note`. Without columns the usual ones. A feature that cannot be measured has the "
+          "status "
+          "'failed'. Work is shared by so many threads, 0 for as many as there are processors; the "
+          "answers are the same.")
+      .def("make_valid", validOutlines, nb::arg("rule") = "nonzero", nb::arg("threads") = 0,
+           "What each feature fills by the rule, 'nonzero' or 'evenodd', as valid outlines with "
+           "holes, "
+           "with its label. Lines stay as they are; a feature without area becomes one without "
+           "geometry. Edge elements are left out.");
+  bindOutlineSources(type);
+  bindOutlineForms(type);
+}
+
+}  // namespace python

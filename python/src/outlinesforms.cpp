@@ -1,0 +1,105 @@
+// SPDX-License-Identifier: MIT
+//
+// What is made of Outlines: Arrow and well-known binary.
+
+#include <nanobind/stl/string.h>
+#include <python/src/arrowcapsules.h>
+#include <python/src/outlines.h>
+
+#include <array>
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+#include <cntrtable/geoarrow.h>
+
+namespace nb = nanobind;
+
+namespace python {
+
+namespace {
+
+/// A value of an argument, by its name.
+template <class T>
+struct Choice {
+  std::string_view name;
+  T value;
+};
+
+constexpr std::array<Choice<qcArrowLayout>, 6> layouts{
+    {{"fitting", qcArrowLayout::eFitting},
+     {"polygon", qcArrowLayout::ePolygon},
+     {"multipolygon", qcArrowLayout::eMultiPolygon},
+     {"linestring", qcArrowLayout::eLineString},
+     {"multilinestring", qcArrowLayout::eMultiLineString},
+     {"wkb", qcArrowLayout::eWkb}}};
+constexpr std::array<Choice<qcArrowCoordinates>, 2> coordinateLayouts{
+    {{"interleaved", qcArrowCoordinates::eInterleaved},
+     {"separated", qcArrowCoordinates::eSeparated}}};
+
+template <class T, std::size_t count>
+T chosen(const std::array<Choice<T>, count>& choices, const std::string& name,
+         const std::string& argument) {
+  std::string all;
+  for (const Choice<T>& choice : choices) {
+    if (choice.name == name) return choice.value;
+    all.append(all.empty() ? "'" : ", '").append(choice.name).append("'");
+  }
+  const std::string message = argument + " must be one of " + all + ", not '" + name + "'";
+  throw nb::value_error(message.c_str());
+}
+
+ArrowColumn columnOf(const qcOutlines& outlines, qcArrowLayout layout,
+                     qcArrowCoordinates coordinates = qcArrowCoordinates::eInterleaved) {
+  const nb::gil_scoped_release others;
+  return ArrowColumn(qf_ToArrow(outlines, layout, coordinates));
+}
+
+ArrowColumn toArrow(const qcOutlines& self, const std::string& layout,
+                    const std::string& coordinates) {
+  return columnOf(self, chosen(layouts, layout, "layout"),
+                  chosen(coordinateLayouts, coordinates, "coordinates"));
+}
+
+template <class Offset>
+nb::list bytesIn(const ArrowArray& array) {
+  const auto* const validity = static_cast<const std::uint8_t*>(array.buffers[0]);
+  const auto* const offsets = static_cast<const Offset*>(array.buffers[1]);
+  const auto* const bytes = static_cast<const char*>(array.buffers[2]);
+  nb::list values;
+  for (std::int64_t i = 0; i < array.length; ++i) {
+    const bool isNull = validity != nullptr && ((validity[i / 8] >> (i % 8)) & 1U) == 0U;
+    if (isNull) {
+      values.append(nb::none());
+    } else {
+      values.append(
+          nb::bytes(bytes + offsets[i], static_cast<std::size_t>(offsets[i + 1] - offsets[i])));
+    }
+  }
+  return values;
+}
+
+nb::list toWkb(const qcOutlines& self) {
+  const ArrowColumn column = columnOf(self, qcArrowLayout::eWkb);
+  const bool isLarge = column.schema().format == std::string_view("Z");
+  return isLarge ? bytesIn<std::int64_t>(column.array()) : bytesIn<std::int32_t>(column.array());
+}
+
+}  // namespace
+
+void bindOutlineForms(OutlinesClass& type) {
+  type.def("to_arrow", toArrow, nb::arg("layout") = "fitting",
+           nb::arg("coordinates") = "interleaved",
+           "The features as a GeoArrow column. The layout is 'polygon', 'multipolygon', "
+           "'linestring', "
+           "'multilinestring', 'wkb', or the first of these that fits; coordinates are "
+           "'interleaved' "
+           "or 'separated'. Features without geometry are null; labels and edge elements are left "
+           "out. Raises BadParamsError for a layout that cannot hold a feature.")
+      .def("to_wkb", toWkb, nb::sig("def to_wkb(self) -> list[bytes | None]"),
+           "Well-known binary of each feature, None of those without geometry.");
+  defineArrowMethods(
+      type, [](const qcOutlines& self) { return columnOf(self, qcArrowLayout::eFitting); });
+}
+
+}  // namespace python
