@@ -159,6 +159,8 @@ class ViewColumn {
     qcArrowSchema schema = table::makeArrowSchema({"vz", "geometry", ""}, {});
     qcArrowArray array =
         table::makeArrowArray(static_cast<std::int64_t>(views_.size() / 16), 0, std::move(all), {});
+    array->offset = offset;
+    array->length -= offset;
     return qf_FromArrow(schema.get(), array.get());
   }
 
