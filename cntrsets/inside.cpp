@@ -38,6 +38,11 @@ constexpr std::size_t pointsBeforeSlabs = 8;
 /// As a grid takes as long as points do without one.
 constexpr std::size_t pointsBeforeGrid(std::size_t vertices) { return 2 * (vertices + 32); }
 
+}  // namespace
+
+// Not unnamed: parts of a class that others see.
+namespace cntr::sets {
+
 /// One part as regions of the library, holes apart, since a region refuses holes that touch it.
 class PartRegions {
  public:
@@ -102,6 +107,10 @@ class AskedFeature {
   std::vector<PartRegions> regions_;
 };
 
+}  // namespace cntr::sets
+
+namespace {
+
 /// The feature without the rings that bound nothing.
 std::vector<qcRings> withoutScraps(const std::vector<qcRings>& feature) {
   std::vector<qcRings> kept;
@@ -153,7 +162,7 @@ struct qcInside::State {
   Box box;
   /// How often neither box nor grid had the answer.
   std::size_t questions = 0;
-  std::optional<AskedFeature> asked;
+  std::optional<cntr::sets::AskedFeature> asked;
   std::optional<InsideGrid> grid;
 };
 
