@@ -1,0 +1,29 @@
+// SPDX-License-Identifier: MIT
+//
+// Which of many points lie in which of many outlines.
+
+#pragma once
+
+#include <cstdint>
+#include <span>
+#include <vector>
+
+#include <cntrtable/outlines.h>
+
+/// Pairs of an outline and a point that lies in it: pair number i is outlines[i] and points[i],
+/// numbers from 0.
+struct qcInsidePairs {
+  std::vector<std::int64_t> outlines;
+  std::vector<std::int64_t> points;
+};
+
+/// All pairs of a feature and a point for which qf_Inside (cntrsets/inside.h) says that the point
+/// lies in the feature, sorted by feature, then by point. Lines hold no points, nor do features
+/// that are eNothing or have a coordinate that is not a finite number. Points, x and y in turn, may
+/// have any coordinates.
+///
+/// Only points in a feature's box are asked about. `threads` is how many share the work, 0 for as
+/// many as there are processors: the pairs are the same whatever their number. Throws
+/// qcContourDefs::BadParams for coordinates that are no pairs.
+qcInsidePairs qf_InsideJoin(const qcOutlines& outlines, std::span<const double> points,
+                            unsigned threads = 0);

@@ -1,0 +1,89 @@
+// SPDX-License-Identifier: MIT
+//
+// Points found in boxes against a look at every point.
+
+#include <cntrtable/pointgrid.h>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+
+#include <testing/shapes/shapes.h>
+
+namespace {
+
+using cntr::plane::Box;
+using Numbers = std::vector<std::int64_t>;
+
+constexpr double infinity = std::numeric_limits<double>::infinity();
+
+Numbers found(const table::PointGrid& grid, const Box& box) {
+  Numbers numbers;
+  grid.forEachIn(box, [&numbers](const table::NumberedPoint& p) { numbers.push_back(p.number); });
+  std::sort(numbers.begin(), numbers.end());
+  return numbers;
+}
+
+Numbers plainlyFound(const std::vector<double>& coordinates, const Box& box) {
+  Numbers numbers;
+  for (std::size_t i = 0; i < coordinates.size(); i += 2) {
+    const double x = coordinates[i];
+    const double y = coordinates[i + 1];
+    if (std::isfinite(x) && std::isfinite(y) && box.minX <= x && x <= box.maxX && box.minY <= y &&
+        y <= box.maxY)
+      numbers.push_back(static_cast<std::int64_t>(i / 2));
+  }
+  return numbers;
+}
+
+/// Few different coordinates, so that points lie on borders of boxes and cells, now and then no
+/// finite ones.
+double anyCoordinate(shapes::Random& random, double unit) {
+  if (random.chance(0.02)) return random.chance(0.5) ? infinity : std::nan("");
+  const auto steps = static_cast<double>(random.below(16));
+  return unit * steps;
+}
+
+}  // namespace
+
+TEST(PointGrid, FindsThePointsInABoxOrOnItsBoundary) {
+  std::size_t all = 0;
+  for (std::uint64_t seed = 0; seed < 500; ++seed) {
+    shapes::Random random(seed);
+    const double units[] = {1.0, 0.0, 1e-300, 1e307, 0.1};
+    const double unitX = units[random.below(5)];
+    const double unitY = units[random.below(5)];
+    std::vector<double> coordinates;
+    for (std::size_t i = random.below(300); i > 0; --i) {
+      coordinates.push_back(anyCoordinate(random, unitX));
+      coordinates.push_back(anyCoordinate(random, unitY));
+    }
+    const table::PointGrid grid(coordinates);
+    for (int i = 0; i < 20; ++i) {
+      const double x = unitX * (static_cast<double>(random.below(18)) - 1.0);
+      const double y = unitY * (static_cast<double>(random.below(18)) - 1.0);
+      const double width = unitX * static_cast<double>(random.below(8));
+      const double height = unitY * static_cast<double>(random.below(8));
+      const Box box{x, y, x + width, y + height};
+      const Numbers numbers = found(grid, box);
+      ASSERT_EQ(numbers, plainlyFound(coordinates, box)) << "seed " << seed;
+      all += numbers.size();
+    }
+  }
+  EXPECT_GT(all, 10000U);
+}
+
+TEST(PointGrid, FindsNothingInAnEmptyBoxNorAmongNoPoints) {
+  const std::vector<double> coordinates{1, 1, 2, 2};
+  EXPECT_TRUE(found(table::PointGrid(coordinates), Box()).empty());
+  EXPECT_TRUE(found(table::PointGrid({}), {-infinity, -infinity, infinity, infinity}).empty());
+}
+
+TEST(PointGrid, TakesBoxesThatReachToInfinity) {
+  const std::vector<double> coordinates{1, 1, 2, infinity, 3, 3};
+  EXPECT_THAT(found(table::PointGrid(coordinates), {-infinity, -infinity, infinity, infinity}),
+              testing::ElementsAre(0, 2));
+}
