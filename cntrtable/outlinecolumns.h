@@ -36,6 +36,8 @@ struct OutlineColumns {
   std::vector<std::int64_t> labels;
   /// One for each vertex of `coordinates`, or none at all.
   std::vector<qcEdgelet> edgelets;
+  /// Which rings have edge elements; empty where all have them, or none.
+  std::vector<bool> ringsWithEdgelets;
   /// In the order of the features.
   std::vector<Problem> problems;
 

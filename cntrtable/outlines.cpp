@@ -205,6 +205,8 @@ std::span<const qcEdgelet> qcOutlines::edgelets(std::size_t feature, std::size_t
                                                 std::size_t ring) const {
   if (columns_->edgelets.empty()) return {};
   const std::size_t number = firstRing(feature, part) + ring;
+  const auto& flags = columns_->ringsWithEdgelets;
+  if (!flags.empty() && !flags[number]) return {};
   return std::span(columns_->edgelets)
       .subspan(asSize(columns_->ringStarts[number]), asSize(columns_->ringCounts[number]));
 }
@@ -259,6 +261,11 @@ qcOutlines qcOutlines::selected(std::span<const std::size_t> features) const {
                                 columns_->ringStarts.begin() + end);
       columns.ringCounts.insert(columns.ringCounts.end(), columns_->ringCounts.begin() + begin,
                                 columns_->ringCounts.begin() + end);
+      const auto& flags = columns_->ringsWithEdgelets;
+      if (!flags.empty()) {
+        columns.ringsWithEdgelets.insert(columns.ringsWithEdgelets.end(), flags.begin() + begin,
+                                         flags.begin() + end);
+      }
       columns.partRings.push_back(asOffset(columns.ringStarts.size()));
     }
     if (kind(feature) == qcOutlineKind::eNothing)
@@ -272,6 +279,7 @@ qcOutlines qcOutlines::selected(std::span<const std::size_t> features) const {
 
 qcRaggedArrays qcOutlines::toRagged() const {
   qcRaggedArrays arrays;
+  const bool hasEdgelets = count_ > 0 && !columns_->edgelets.empty();
   const auto addRing = [&](std::size_t feature, std::size_t part, std::size_t number) {
     const std::span<const double> numbers = ring(feature, part, number);
     const std::span<const qcEdgelet> elements = edgelets(feature, part, number);
@@ -282,6 +290,7 @@ qcRaggedArrays qcOutlines::toRagged() const {
       arrays.edgelets.insert(arrays.edgelets.end(), elements.begin(),
                              elements.begin() + (elements.empty() ? 0 : 1));
     }
+    if (hasEdgelets) arrays.edgelets.resize(arrays.coordinates.size() / 2);
     arrays.rings.push_back(asOffset(arrays.coordinates.size() / 2));
   };
   for (std::size_t feature = 0; feature < count_; ++feature) {

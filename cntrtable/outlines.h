@@ -63,7 +63,7 @@ struct qcRaggedArrays {
   std::vector<std::int64_t> parts{0};
   /// Of parts, one more than there are features.
   std::vector<std::int64_t> features{0};
-  /// One for each vertex, or none at all.
+  /// One for each vertex, or none at all. Rings that have none among others that do get zeros.
   std::vector<qcEdgelet> edgelets;
 };
 
@@ -154,7 +154,7 @@ class qcOutlinesBuilder {
   void add(const qcRegion& region);
   /// A part for each region, and for each hole of a hole; no label.
   void add(const qcRegionSet& set);
-  /// A feature of others, without its edge elements.
+  /// A feature of others.
   void add(const qcOutlines& outlines, std::size_t feature);
 
   // Ring by ring.
@@ -162,7 +162,10 @@ class qcOutlinesBuilder {
   /// Begins a ring, and gives the place for its vertices, x and y in turn, zeros at first. It is
   /// valid until the next call.
   std::span<double> addRing(std::size_t vertices);
-  /// Leaves out the last vertex of the newest ring if it repeats the first one.
+  /// The edge elements of the newest ring. REQUIRES: as many as it has vertices.
+  void setEdgelets(std::span<const qcEdgelet> edgelets);
+  /// Leaves out the last vertex of the newest ring if it repeats the first one. REQUIRES: the ring
+  /// has no edge elements.
   void leaveOutRepeated();
   /// Ends a part, of the rings since the last one. A part without rings is none.
   void endPart();

@@ -81,6 +81,8 @@ void qcOutlinesBuilder::add(const qcOutlines& outlines, std::size_t feature) {
       const std::span<const double> from = outlines.ring(feature, part, i);
       const std::span<double> to = addRing(from.size() / 2);
       std::copy(from.begin(), from.end(), to.begin());
+      const std::span<const qcEdgelet> edgelets = outlines.edgelets(feature, part, i);
+      if (!edgelets.empty()) setEdgelets(edgelets);
     }
     endPart();
   }
@@ -93,6 +95,13 @@ std::span<double> qcOutlinesBuilder::addRing(std::size_t vertices) {
   columns_->ringStarts.push_back(static_cast<std::int64_t>(start / 2));
   columns_->ringCounts.push_back(static_cast<std::int64_t>(vertices));
   return std::span(coordinates_).subspan(start);
+}
+
+void qcOutlinesBuilder::setEdgelets(std::span<const qcEdgelet> edgelets) {
+  columns_->edgelets.resize(static_cast<std::size_t>(columns_->ringStarts.back()));
+  columns_->edgelets.insert(columns_->edgelets.end(), edgelets.begin(), edgelets.end());
+  columns_->ringsWithEdgelets.resize(columns_->ringStarts.size());
+  columns_->ringsWithEdgelets.back() = true;
 }
 
 void qcOutlinesBuilder::leaveOutRepeated() {
@@ -129,6 +138,9 @@ void qcOutlinesBuilder::failFeature(const std::string& why) {
     coordinates_.resize(2 * static_cast<std::size_t>(columns_->ringStarts[rings]));
   columns_->ringStarts.resize(rings);
   columns_->ringCounts.resize(rings);
+  if (columns_->ringsWithEdgelets.size() > rings) columns_->ringsWithEdgelets.resize(rings);
+  if (columns_->edgelets.size() > coordinates_.size() / 2)
+    columns_->edgelets.resize(coordinates_.size() / 2);
   columns_->problems.push_back({columns_->kinds.size(), why});
   columns_->featureParts.push_back(columns_->featureParts.back());
   columns_->kinds.push_back(qcOutlineKind::eNothing);
@@ -136,6 +148,10 @@ void qcOutlinesBuilder::failFeature(const std::string& why) {
 }
 
 qcOutlines qcOutlinesBuilder::finish() {
+  std::vector<bool>& flags = columns_->ringsWithEdgelets;
+  const bool hasEdgelets = std::find(flags.begin(), flags.end(), true) != flags.end();
+  columns_->edgelets.resize(hasEdgelets ? coordinates_.size() / 2 : 0);
+  flags.resize(hasEdgelets ? columns_->ringStarts.size() : 0);
   const auto owned = std::make_shared<const std::vector<double>>(std::move(coordinates_));
   coordinates_.clear();
   columns_->coordinates = *owned;

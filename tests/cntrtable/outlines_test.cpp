@@ -303,6 +303,46 @@ TEST(Outlines, AreSelectedWithinTheirNumber) {
             "there is no feature 1, but 1 in all");
 }
 
+TEST(OutlinesBuilder, KeepsEdgeElementsOfTheRingsThatHaveThem) {
+  const std::vector<qcEdgelet> edgelets{
+      {{0, 0}, 1, qcAngle8()}, {{0, 0}, 2, qcAngle8()}, {{0, 0}, 3, qcAngle8()}};
+  qcOutlinesBuilder builder;
+  builder.addAreas({{square, {}}});
+  builder.addRing(3);
+  builder.setEdgelets(edgelets);
+  builder.failFeature("no reason");
+  builder.addRing(4);
+  builder.addRing(3)[0] = 5;
+  builder.setEdgelets(edgelets);
+  builder.endFeature(qcOutlineKind::eAreas);
+  builder.addLines({triangle});
+  const qcOutlines outlines = builder.finish();
+  const auto expectEdgelets = [&](const qcOutlines& all, std::size_t holed) {
+    EXPECT_THAT(all.edgelets(holed, 0, 0), IsEmpty());
+    EXPECT_THAT(all.edgelets(holed, 0, 1), ElementsAreArray(edgelets));
+    EXPECT_THAT(all.edgelets(holed + 1, 0, 0), IsEmpty());
+  };
+  EXPECT_THAT(outlines.edgelets(0, 0, 0), IsEmpty());
+  expectEdgelets(outlines, 2);
+  expectEdgelets(outlines.selected(std::vector<std::size_t>{2, 3}), 0);
+  builder.add(outlines, 2);
+  builder.add(outlines, 3);
+  expectEdgelets(builder.finish(), 0);
+  const qcRaggedArrays ragged = outlines.slice(2, 2).toRagged();
+  ASSERT_EQ(ragged.edgelets.size(), ragged.coordinates.size() / 2);
+  EXPECT_EQ(ragged.edgelets[4], qcEdgelet());
+  EXPECT_EQ(ragged.edgelets[5], edgelets[0]);
+  EXPECT_EQ(ragged.edgelets[8], edgelets[0]);
+  EXPECT_EQ(ragged.edgelets[9], qcEdgelet());
+  // Those of a feature that failed are gone.
+  builder.addLines({hole});
+  builder.addRing(3);
+  builder.setEdgelets(edgelets);
+  builder.failFeature("no reason");
+  builder.addLines({triangle});
+  EXPECT_THAT(builder.finish().toRagged().edgelets, IsEmpty());
+}
+
 TEST(OutlinesBuilder, KeepsFeaturesAsTheyAre) {
   const std::vector<qcRings> twoParts{{square, {hole}}, {triangle, {}}};
   qcOutlinesBuilder builder;
