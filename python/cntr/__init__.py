@@ -2,7 +2,6 @@
 """Planar geometry for machine vision: measure, query and repair outlines."""
 
 from cntr._core import (
-    MEASURES,
     ArrowColumn,
     Contour,
     Measured,
@@ -10,9 +9,13 @@ from cntr._core import (
     Region,
     RegionSet,
     Shape,
+    measures,
 )
 from cntr._core import version as __version__
 from cntr._errors import BadParamsError, EmptyContourError, EmptyRegionSetError, Error
+
+# Of each measure the power of the unit of length that it is in, and its meaning.
+MEASURES = measures()
 
 __all__ = [
     "MEASURES",

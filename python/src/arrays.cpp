@@ -16,8 +16,6 @@ namespace {
 static_assert(sizeof(qcVector<2>) == 2 * sizeof(double) && std::is_standard_layout_v<qcVector<2>>,
               "a point is its two coordinates");
 
-std::string textOf(nb::handle object) { return nb::cast<std::string>(nb::str(object)); }
-
 /// Booleans and complex numbers are no coordinates.
 bool isOfRealNumbers(nb::handle array) {
   const auto kind = nb::cast<std::string>(array.attr("dtype").attr("kind"));
@@ -44,6 +42,8 @@ nb::object numbersOf(nb::handle given, const char* argument) {
 }
 
 }  // namespace
+
+std::string textOf(nb::handle object) { return nb::cast<std::string>(nb::str(object)); }
 
 PointArray::PointArray(nb::handle given, const char* argument) {
   nb::object array = numbersOf(given, argument);

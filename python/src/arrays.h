@@ -9,10 +9,14 @@
 #include <nanobind/ndarray.h>
 
 #include <span>
+#include <string>
 
 #include <platform/core/vector.h>
 
 namespace python {
+
+/// An object as messages show it.
+std::string textOf(nanobind::handle object);
 
 /// Points, and the array that holds them.
 class PointArray {
@@ -23,6 +27,8 @@ class PointArray {
   PointArray(nanobind::handle given, const char* argument);
 
   std::span<const qcVector<2>> points() const;
+  /// x and y in turn.
+  std::span<const double> coordinates() const { return {array_.data(), array_.size()}; }
 
  private:
   nanobind::ndarray<nanobind::numpy, const double, nanobind::c_contig> array_;

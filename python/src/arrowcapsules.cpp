@@ -162,8 +162,8 @@ nb::object ArrowColumn::streamCapsule() const {
 void bindArrowColumn(nb::module_& module) {
   nb::class_<ArrowColumn> type(
       module, "ArrowColumn",
-      "A column of geometries for other packages: pyarrow.array(), polars.Series() and others take "
-      "it without copying.");
+      "A column of geometries for other packages: pyarrow.array(), polars.Series() and\n"
+      "others take it without copying.");
   type.def("__len__", [](const ArrowColumn& self) { return self.array().length; });
   defineArrowMethods(type, [](const ArrowColumn& self) { return self; });
 }

@@ -5,6 +5,7 @@
 #include <nanobind/stl/string.h>
 
 #include <cstdint>
+#include <optional>
 #include <span>
 #include <string>
 #include <utility>
@@ -43,6 +44,20 @@ nb::object partOf(const qcOutlines& outlines, std::size_t feature, std::size_t p
   return nb::cast(Region(std::move(region)));
 }
 
+void addCurve(qcOutlinesBuilder& builder, const Curve& curve) {
+  const std::span<double> place = builder.addRing(curve.points().size());
+  for (std::size_t i = 0; i < curve.points().size(); ++i) {
+    place[2 * i] = curve.points()[i].x();
+    place[2 * i + 1] = curve.points()[i].y();
+  }
+  const std::vector<std::uint16_t>& magnitudes = curve.edges.magnitudes;
+  if (magnitudes.empty()) return;
+  std::vector<qcEdgelet> edgelets;
+  for (std::size_t i = 0; i < magnitudes.size(); ++i)
+    edgelets.emplace_back(curve.points()[i], magnitudes[i], qcAngle8(curve.edges.angles[i]));
+  builder.setEdgelets(edgelets);
+}
+
 }  // namespace
 
 nb::object shapeOf(const qcOutlines& outlines, std::size_t feature) {
@@ -53,19 +68,22 @@ nb::object shapeOf(const qcOutlines& outlines, std::size_t feature) {
   return nb::len(shapes) == 1 ? nb::object(shapes[0]) : nb::object(std::move(shapes));
 }
 
-void addShape(qcOutlinesBuilder& builder, nb::handle shape) {
-  if (nb::isinstance<RegionSet>(shape)) {
-    builder.addAreas(nb::cast<const RegionSet&>(shape).rings());
-  } else if (nb::isinstance<Region>(shape)) {
-    const auto& region = nb::cast<const Region&>(shape);
-    builder.addAreas(region.rings(), static_cast<std::uint32_t>(region.part().label()));
-  } else if (nb::isinstance<Contour>(shape)) {
-    builder.add(nb::cast<const Contour&>(shape).curve().contour);
-  } else {
+void addShape(qcOutlinesBuilder& builder, nb::handle object) {
+  if (!nb::isinstance<Shape>(object)) {
     const std::string message = "a Contour, a Region or a RegionSet is needed, not " +
-                                nb::cast<std::string>(shape.type().attr("__name__"));
+                                nb::cast<std::string>(object.type().attr("__name__"));
     throw nb::type_error(message.c_str());
   }
+  const auto& shape = nb::cast<const Shape&>(object);
+  for (const Part& part : shape.parts()) {
+    addCurve(builder, part.outline);
+    for (const Curve& hole : part.holes) addCurve(builder, hole);
+    builder.endPart();
+  }
+  std::optional<std::uint32_t> label;
+  if (!nb::isinstance<RegionSet>(object))
+    label = static_cast<std::uint32_t>(shape.parts().front().label());
+  builder.endFeature(shape.isClosed() ? qcOutlineKind::eAreas : qcOutlineKind::eLines, label);
 }
 
 }  // namespace python

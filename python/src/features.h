@@ -18,6 +18,6 @@ nanobind::object shapeOf(const qcOutlines& outlines, std::size_t feature);
 
 /// Adds a Contour, a Region or a RegionSet as a feature: areas, or a line where it is open, with
 /// its label; a RegionSet has none. Raises TypeError for any other object.
-void addShape(qcOutlinesBuilder& builder, nanobind::handle shape);
+void addShape(qcOutlinesBuilder& builder, nanobind::handle object);
 
 }  // namespace python

@@ -165,19 +165,18 @@ Measured measured(const qcOutlines& outlines, nb::handle columns, unsigned threa
 void bindMeasured(nb::module_& module) {
   nb::class_<Measured> type(
       module, "Measured",
-      "Measures of many features: a row for each of them, a column for each measure, and the "
-      "columns "
-      "`status` (ok or failed) and `note`. Other packages take it as an Arrow record batch: "
-      "pyarrow.table(), polars.DataFrame() and duckdb among them.");
+      "Measures of many features: a row for each of them, a column for each measure, and\n"
+      "the columns `status` (ok or failed) and `note`. Other packages take it as an Arrow\n"
+      "record batch: pyarrow.table(), polars.DataFrame() and duckdb among them.");
   type.def("__len__", &Measured::rows)
       .def("__repr__", describeMeasured)
       .def_prop_ro("columns", &Measured::names, nb::sig("def columns(self) -> list[str]"),
                    "The names of the columns.")
       .def("column", &Measured::column, nb::arg("name"),
            nb::sig("def column(self, name: str) -> numpy.typing.NDArray[typing.Any]"),
-           "A column as an array. Where each feature has an answer, numbers are float64, counts "
-           "int64, and yes and no bool. Otherwise numbers and counts are float64 with NaN for "
-           "missing ones, and yes and no objects with None, as texts always are.")
+           "A column as an array. Where each feature has an answer, numbers are float64,\n"
+           "counts int64, and yes and no bool. Otherwise numbers and counts are float64 with\n"
+           "NaN for missing ones, and yes and no objects with None, as texts always are.")
       .def_prop_ro(
           "status", [](const Measured& self) { return self.column("status"); },
           nb::sig("def status(self) -> numpy.typing.NDArray[numpy.object_]"),
@@ -194,7 +193,8 @@ void bindMeasured(nb::module_& module) {
           nb::sig("def to_polars(self) -> polars.DataFrame"),
           "A polars.DataFrame of the columns; needs polars.");
   defineArrowMethods(type, [](const Measured& self) { return self.batch(); });
-  module.attr("MEASURES") = allMeasures();
+  module.def("measures", allMeasures, nb::sig("def measures() -> dict[str, tuple[int, str]]"),
+             "All measures, see cntr.MEASURES.");
 }
 
 }  // namespace python

@@ -14,7 +14,7 @@
 
 namespace python {
 
-/// Defines cntr.Measured and cntr.MEASURES.
+/// Defines cntr.Measured, and what cntr.MEASURES is made of.
 void bindMeasured(nanobind::module_& module);
 
 class Measured {

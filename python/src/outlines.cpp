@@ -5,6 +5,7 @@
 #include <nanobind/stl/optional.h>
 #include <nanobind/stl/string.h>
 #include <nanobind/stl/vector.h>
+#include <python/src/arrays.h>
 #include <python/src/features.h>
 #include <python/src/measured.h>
 #include <python/src/newarrays.h>
@@ -14,6 +15,7 @@
 #include <string>
 #include <vector>
 
+#include <cntrtable/joining.h>
 #include <cntrtable/repairing.h>
 
 namespace nb = nanobind;
@@ -72,6 +74,16 @@ nb::object verticesOf(nb::handle self, std::ptrdiff_t feature, std::ptrdiff_t pa
   return nb::cast(View(numbers.data(), {numbers.size() / 2, 2}, self));
 }
 
+nb::tuple insideJoin(const qcOutlines& self, const nb::object& points, unsigned threads) {
+  const PointArray array(points, "points");
+  qcInsidePairs pairs;
+  {
+    const nb::gil_scoped_release others;
+    pairs = qf_InsideJoin(self, array.coordinates(), threads);
+  }
+  return nb::make_tuple(newArray(std::move(pairs.outlines)), newArray(std::move(pairs.points)));
+}
+
 nb::object labelsOf(const qcOutlines& self) {
   std::vector<std::int64_t> labels(self.size(), -1);
   for (std::size_t i = 0; i < self.size(); ++i)
@@ -101,10 +113,9 @@ std::string describeOutlines(const qcOutlines& self) {
 void bindOutlines(nb::module_& module) {
   OutlinesClass type(
       module, "Outlines",
-      "Many features, each made of outlines with holes or of open lines, as columns. They never "
-      "change; slices share memory with what they are slices of. A feature that could not be read "
-      "is "
-      "there all the same, and `problems` tells why.");
+      "Many features, each made of outlines with holes or of open lines, as columns. They\n"
+      "never change; slices share memory with what they are slices of. A feature that\n"
+      "could not be read is there all the same, and `problems` tells why.");
   type.def("__len__", &qcOutlines::size)
       .def("__repr__", describeOutlines)
       .def("__getitem__", itemAt, nb::arg("index"),
@@ -118,29 +129,33 @@ void bindOutlines(nb::module_& module) {
       .def("vertices", verticesOf, nb::arg("feature"), nb::arg("part") = 0, nb::arg("ring") = 0,
            nb::sig("def vertices(self, feature: int, part: int = 0, ring: int = 0) -> "
                    "numpy.typing.NDArray[numpy.float64]"),
-           "The vertices of a ring where they lie, of shape (n, 2) and not to be written to, "
-           "without a "
-           "repeated last one. Ring 0 of a part is its outline, the others are holes.")
+           "The vertices of a ring where they lie, of shape (n, 2) and not to be written to,\n"
+           "without a repeated last one. Ring 0 of a part is its outline, the others are\n"
+           "holes.")
       .def_prop_ro("labels", labelsOf,
                    nb::sig("def labels(self) -> numpy.typing.NDArray[numpy.int64]"),
                    "The label of each feature, -1 where it has none.")
       .def_prop_ro("problems", problemsOf, nb::sig("def problems(self) -> dict[int, str]"),
                    "Why there is no geometry, by the number of each feature without one.")
-      .def(
-          "measure", measured, nb::arg("columns") = nb::none(), nb::arg("threads") = 0,
-          nb::sig("def measure(self, columns: collections.abc.Sequence[str] | None = None, "
-                  "threads: int = 0) -> Measured"),
-          "Measures all features: the columns asked for, of cntr.MEASURES, then `status` and "
-          "`note`. Without columns the usual ones. A feature that cannot be measured has the "
-          "status "
-          "'failed'. Work is shared by so many threads, 0 for as many as there are processors; the "
-          "answers are the same.")
+      .def("measure", measured, nb::arg("columns") = nb::none(), nb::arg("threads") = 0,
+           nb::sig("def measure(self, columns: collections.abc.Sequence[str] | None = None, "
+                   "threads: int = 0) -> Measured"),
+           "Measures all features: the columns asked for, of cntr.MEASURES, then `status` and\n"
+           "`note`. Without columns the usual ones. A feature that cannot be measured has the\n"
+           "status 'failed'. Work is shared by so many threads, 0 for as many as there are\n"
+           "processors; the answers are the same.")
+      .def("inside_join", insideJoin, nb::arg("points"), nb::arg("threads") = 0,
+           nb::sig("def inside_join(self, points: numpy.typing.ArrayLike, threads: int = 0) -> "
+                   "tuple[numpy.typing.NDArray[numpy.int64], numpy.typing.NDArray[numpy.int64]]"),
+           "Which points, of shape (n, 2), lie in which features: the numbers of the features,\n"
+           "and with each that of a point, sorted by feature, then by point. Lines and\n"
+           "features without geometry hold no points.")
       .def("make_valid", validOutlines, nb::arg("rule") = "nonzero", nb::arg("threads") = 0,
-           "What each feature fills by the rule, 'nonzero' or 'evenodd', as valid outlines with "
-           "holes, "
-           "with its label. Lines stay as they are; a feature without area becomes one without "
-           "geometry. Edge elements are left out.");
+           "What each feature fills by the rule, 'nonzero' or 'evenodd', as valid outlines\n"
+           "with holes, with its label. Lines stay as they are; a feature without area becomes\n"
+           "one without geometry. Edge elements are left out.");
   bindOutlineSources(type);
+  bindImageSources(type);
   bindOutlineForms(type);
 }
 

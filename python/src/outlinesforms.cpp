@@ -90,12 +90,11 @@ nb::list toWkb(const qcOutlines& self) {
 void bindOutlineForms(OutlinesClass& type) {
   type.def("to_arrow", toArrow, nb::arg("layout") = "fitting",
            nb::arg("coordinates") = "interleaved",
-           "The features as a GeoArrow column. The layout is 'polygon', 'multipolygon', "
-           "'linestring', "
-           "'multilinestring', 'wkb', or the first of these that fits; coordinates are "
-           "'interleaved' "
-           "or 'separated'. Features without geometry are null; labels and edge elements are left "
-           "out. Raises BadParamsError for a layout that cannot hold a feature.")
+           "The features as a GeoArrow column. The layout is 'polygon', 'multipolygon',\n"
+           "'linestring', 'multilinestring', 'wkb', or the first of these that fits;\n"
+           "coordinates are 'interleaved' or 'separated'. Features without geometry are null;\n"
+           "labels and edge elements are left out. Raises BadParamsError for a layout that\n"
+           "cannot hold a feature.")
       .def("to_wkb", toWkb, nb::sig("def to_wkb(self) -> list[bytes | None]"),
            "Well-known binary of each feature, None of those without geometry.");
   defineArrowMethods(

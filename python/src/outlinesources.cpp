@@ -83,23 +83,21 @@ void bindOutlineSources(OutlinesClass& type) {
   type.def_static(
           "from_arrow", outlinesFromArrow, nb::arg("column"),
           nb::sig("def from_arrow(column: object) -> Outlines"),
-          "The features of a column of any package that speaks Arrow: GeoArrow's lines and "
-          "polygons, "
-          "lists of the same depth, and well-known binary. Interleaved float64 coordinates are "
-          "taken "
-          "without a copy. A null becomes a feature without geometry; a column that contradicts "
-          "itself raises BadParamsError.")
+          "The features of a column of any package that speaks Arrow: GeoArrow's lines and\n"
+          "polygons, lists of the same depth, and well-known binary. Interleaved float64\n"
+          "coordinates are taken without a copy. A null becomes a feature without geometry; a\n"
+          "column that contradicts itself raises BadParamsError.")
       .def_static(
           "from_wkb", fromWkb, nb::arg("values"),
           nb::sig(
               "def from_wkb(values: collections.abc.Iterable[bytes | None] | object) -> Outlines"),
-          "The features of well-known binary: a list or array of bytes and None, or an Arrow "
-          "column of "
-          "binary. A value that cannot be read becomes a feature without geometry.")
-      .def_static("from_regions", fromRegions, nb::arg("regions"),
-                  nb::sig("def from_regions(regions: collections.abc.Iterable[Shape]) -> Outlines"),
-                  "A feature of each shape, with its label: of a RegionSet, which has no label, "
-                  "one of several parts.");
+          "The features of well-known binary: a list or array of bytes and None, or an Arrow\n"
+          "column of binary. A value that cannot be read becomes a feature without geometry.")
+      .def_static(
+          "from_regions", fromRegions, nb::arg("regions"),
+          nb::sig("def from_regions(regions: collections.abc.Iterable[Shape]) -> Outlines"),
+          "A feature of each shape, with its label: of a RegionSet, which has no label, one\n"
+          "of several parts.");
 }
 
 }  // namespace python

@@ -3,8 +3,11 @@
 
 import threading
 
+import hypothesis
 import numpy as np
 import pytest
+import shapely
+from hypothesis import strategies
 
 import cntr
 
@@ -97,6 +100,18 @@ def test_vertices_are_seen_ring_by_ring_and_cannot_be_written_to() -> None:
         table.vertices(0, 1)
 
 
+def test_edge_elements_stay_with_the_vertices_that_have_them() -> None:
+    edges = ([1, 2, 65535], [0, 128, 255])
+    shapes = [
+        cntr.Region(SQUARE),
+        cntr.Contour(TRIANGLE, closed=False, edges=edges),
+        cntr.Region(SQUARE, holes=[cntr.Contour(HOLE, edges=edges)]),
+        LINE,
+    ]
+    assert list(cntr.Outlines.from_regions(shapes)) == shapes
+    assert list(cntr.Outlines.from_regions(shapes)[::-1]) == shapes[::-1]
+
+
 def test_what_is_no_shape_is_refused() -> None:
     with pytest.raises(TypeError, match=r"^a Contour, a Region or a RegionSet is needed, not str$"):
         cntr.Outlines.from_regions(["square"])  # type: ignore[list-item]
@@ -134,6 +149,50 @@ def test_make_valid_tells_why_there_is_nothing() -> None:
 def test_make_valid_knows_two_rules() -> None:
     with pytest.raises(ValueError, match=r"^rule must be 'nonzero' or 'evenodd', not 'walk'$"):
         outlines().make_valid("walk")
+
+
+def test_inside_join_gives_every_pair_once_and_in_order() -> None:
+    table = outlines()
+    outline, point = table.inside_join([(5, 5), (1.2, 1.7), (25, 1), (99, 99), (3.5, 2)])
+    assert outline.tolist() == [0, 0, 2, 2, 2, 2, 3, 3]
+    assert point.tolist() == [0, 4, 0, 1, 2, 4, 1, 4]
+    assert outline.dtype == point.dtype == np.int64
+
+
+@hypothesis.given(strategies.integers(0, 2**32 - 1))
+def test_inside_join_has_the_pairs_that_shapely_finds(seed: int) -> None:
+    rng = np.random.default_rng(seed)
+    centres = rng.random((20, 2)) * 10
+    radii = rng.random((20, 1)) * 3
+    angles = np.arange(8) * (np.pi / 4)
+    circle = np.stack([np.cos(angles), np.sin(angles)], axis=1)
+    rings = centres[:, None] + radii[:, None] * circle * (0.5 + rng.random((20, 8, 1)) / 2)
+    points = rng.random((200, 2)) * 10
+    table = cntr.Outlines.from_wkb(shapely.to_wkb(shapely.polygons(rings)))
+    outline, point = table.inside_join(points)
+    place, polygon = shapely.STRtree(shapely.polygons(rings)).query(
+        shapely.points(points), predicate="within"
+    )
+    order = np.lexsort((place, polygon))
+    np.testing.assert_array_equal(outline, polygon[order])
+    np.testing.assert_array_equal(point, place[order])
+
+
+@pytest.mark.parametrize("threads", [1, 2, 5])
+def test_inside_join_does_not_depend_on_the_number_of_threads(threads: int) -> None:
+    rng = np.random.default_rng(1)
+    squares = np.array(SQUARE) * 0.1 + rng.random((300, 1, 2)) * 10
+    table = cntr.Outlines.from_regions([cntr.Region(square) for square in squares])
+    points = rng.random((1000, 2)) * 10
+    for found, expected in zip(
+        table.inside_join(points, threads), table.inside_join(points), strict=True
+    ):
+        np.testing.assert_array_equal(found, expected)
+
+
+def test_points_of_a_join_have_two_coordinates() -> None:
+    with pytest.raises(ValueError, match=r"^points must have the shape \(n, 2\), not \(3,\)$"):
+        outlines().inside_join([1, 2, 3])
 
 
 def test_several_threads_may_ask_one_table() -> None:
