@@ -2,6 +2,7 @@
 """Planar geometry for machine vision: measure, query and repair outlines."""
 
 from cntr._core import (
+    Areas,
     ArrowColumn,
     Contour,
     Measured,
@@ -13,22 +14,39 @@ from cntr._core import (
 )
 from cntr._core import version as __version__
 from cntr._errors import BadParamsError, EmptyContourError, EmptyRegionSetError, Error
+from cntr._results import (
+    Alignment,
+    Circle,
+    Deviation,
+    Ellipse,
+    Rectangle,
+    Vertex,
+    Vertices,
+)
 
 # Of each measure the power of the unit of length that it is in, and its meaning.
 MEASURES = measures()
 
 __all__ = [
     "MEASURES",
+    "Alignment",
+    "Areas",
     "ArrowColumn",
     "BadParamsError",
+    "Circle",
     "Contour",
+    "Deviation",
+    "Ellipse",
     "EmptyContourError",
     "EmptyRegionSetError",
     "Error",
     "Measured",
     "Outlines",
+    "Rectangle",
     "Region",
     "RegionSet",
     "Shape",
+    "Vertex",
+    "Vertices",
     "__version__",
 ]

@@ -41,6 +41,13 @@ nb::object numbersOf(nb::handle given, const char* argument) {
   return numpy.attr("ascontiguousarray")(array, numpy.attr("float64"));
 }
 
+[[noreturn]] void raiseWrongShape(const char* argument, const std::string& expected,
+                                  nb::handle array) {
+  const std::string message = std::string(argument) + " must have the shape " + expected +
+                              ", not " + textOf(array.attr("shape"));
+  throw nb::value_error(message.c_str());
+}
+
 }  // namespace
 
 std::string textOf(nb::handle object) { return nb::cast<std::string>(nb::str(object)); }
@@ -51,15 +58,21 @@ PointArray::PointArray(nb::handle given, const char* argument) {
       nb::cast<std::size_t>(array.attr("ndim")) == 1)
     array = array.attr("reshape")(0, 2);
   array_ = nb::cast<decltype(array_)>(array);
-  if (array_.ndim() != 2 || array_.shape(1) != 2) {
-    const std::string message =
-        std::string(argument) + " must have the shape (n, 2), not " + textOf(array.attr("shape"));
-    throw nb::value_error(message.c_str());
-  }
+  if (array_.ndim() != 2 || array_.shape(1) != 2) raiseWrongShape(argument, "(n, 2)", array);
 }
 
 std::span<const qcVector<2>> PointArray::points() const {
   return {reinterpret_cast<const qcVector<2>*>(array_.data()), array_.shape(0)};
+}
+
+std::vector<double> matrixOf(nb::handle given, const char* argument, std::size_t rows,
+                             std::size_t columns) {
+  const nb::object array = numbersOf(given, argument);
+  const auto matrix = nb::cast<nb::ndarray<nb::numpy, const double, nb::c_contig>>(array);
+  if (matrix.ndim() != 2 || matrix.shape(0) != rows || matrix.shape(1) != columns) {
+    raiseWrongShape(argument, textOf(nb::make_tuple(rows, columns)), array);
+  }
+  return {matrix.data(), matrix.data() + matrix.size()};
 }
 
 }  // namespace python

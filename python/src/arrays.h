@@ -8,8 +8,10 @@
 #include <nanobind/nanobind.h>
 #include <nanobind/ndarray.h>
 
+#include <cstddef>
 #include <span>
 #include <string>
+#include <vector>
 
 #include <platform/core/vector.h>
 
@@ -33,5 +35,10 @@ class PointArray {
  private:
   nanobind::ndarray<nanobind::numpy, const double, nanobind::c_contig> array_;
 };
+
+/// The elements, row by row, of whatever numpy makes an array of shape (rows, columns) of. Raises
+/// as PointArray does.
+std::vector<double> matrixOf(nanobind::handle given, const char* argument, std::size_t rows,
+                             std::size_t columns);
 
 }  // namespace python

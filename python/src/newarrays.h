@@ -9,6 +9,7 @@
 #include <nanobind/ndarray.h>
 
 #include <cstddef>
+#include <initializer_list>
 #include <memory>
 #include <span>
 #include <utility>
@@ -34,6 +35,16 @@ template <class Element>
 nanobind::object newArray(std::vector<Element> elements) {
   const std::size_t size = elements.size();
   return newArray(std::move(elements), {size});
+}
+
+/// The same of elements that vectors do not hold as such.
+template <class Element>
+nanobind::object newArray(std::unique_ptr<Element[]> elements, std::size_t size) {
+  Element* const data = elements.get();
+  const nanobind::capsule owner(data,
+                                [](void* list) noexcept { delete[] static_cast<Element*>(list); });
+  elements.release();
+  return nanobind::cast(nanobind::ndarray<nanobind::numpy, Element>(data, {size}, owner));
 }
 
 /// Points as an array of shape (n, 2).

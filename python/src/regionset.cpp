@@ -11,10 +11,6 @@ namespace python {
 
 namespace {
 
-constexpr const char* setDoc =
-    "Regions that are measured and asked together, in order. It never changes.\n\n"
-    "The regions are copied. What several of them cover counts once.";
-
 /// Raises IndexError; negative numbers count from the end.
 Region regionAt(const RegionSet& set, nb::ssize_t number) {
   const auto count = static_cast<nb::ssize_t>(set.parts().size());
@@ -31,19 +27,17 @@ nb::list regionsOf(const RegionSet& set) {
 
 }  // namespace
 
-void bindRegionSet(nb::module_& module) {
-  nb::class_<RegionSet, Shape> set(module, "RegionSet", setDoc);
+void defineRegionSet(RegionSetClass& set) {
   set.def(
       "__init__",
       [](RegionSet* self, nb::handle regions) { new (self) RegionSet(partsOf(regions)); },
-      nb::arg("regions") = nb::make_tuple(),
+      nb::arg("regions").none() = nb::make_tuple(),
       nb::sig("def __init__(self, regions: collections.abc.Iterable[Region] = ()) -> None"));
   set.def("__len__", [](const RegionSet& self) { return self.parts().size(); });
   set.def("__getitem__", regionAt, nb::arg("number"), "A copy of one region.");
   set.def(
       "__iter__", [](const RegionSet& self) { return nb::iter(regionsOf(self)); },
       nb::sig("def __iter__(self) -> collections.abc.Iterator[Region]"));
-  defineEquality(set);
   set.def(
       "__reduce__",
       [](nb::handle self) {

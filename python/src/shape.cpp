@@ -3,6 +3,9 @@
 #include <python/src/shape.h>
 
 #include <algorithm>
+#include <string>
+
+#include <cntr/contourdefs.h>
 
 namespace python {
 
@@ -31,6 +34,14 @@ std::vector<Part> partsOf(const std::vector<qcRings>& rings, unsigned long label
   return parts;
 }
 
+/// "outline", or "part 2, hole 1"; of a line, "line".
+std::wstring nameOf(const Shape& shape, std::size_t part, std::size_t ring) {
+  const bool isOneOfSeveral = shape.parts().size() > 1;
+  const std::wstring place = isOneOfSeveral ? L"part " + std::to_wstring(part + 1) + L", " : L"";
+  if (ring > 0) return place + L"hole " + std::to_wstring(ring);
+  return place + (shape.isClosed() ? L"outline" : L"line");
+}
+
 }  // namespace
 
 bool Part::operator==(const Part& other) const {
@@ -56,13 +67,27 @@ std::vector<const Curve*> Shape::curves() const {
   return curves;
 }
 
+void Shape::requireVertices(std::size_t fewest) const {
+  if (parts_.empty()) throw qcContourDefs::EmptyRegionSet(L"the set has no regions");
+  for (std::size_t part = 0; part < parts_.size(); ++part) {
+    for (std::size_t ring = 0; ring <= parts_[part].holes.size(); ++ring) {
+      const Curve& curve = ring == 0 ? parts_[part].outline : parts_[part].holes[ring - 1];
+      const std::size_t count = curve.points().size();
+      if (count >= fewest) continue;
+      throw qcContourDefs::EmptyContour(
+          nameOf(*this, part, ring) + L" has " + std::to_wstring(count) +
+          (count == 1 ? L" point" : L" points") + L", but needs " + std::to_wstring(fewest));
+    }
+  }
+}
+
 Contour::Contour(Curve curve) : Shape(listOf({std::move(curve), {}})) {}
 
-Region::Region(Part part) : Shape(listOf(std::move(part))) {}
+Region::Region(Part part) : Areas(listOf(std::move(part))) {}
 
 Region::Region(const qcRings& rings, unsigned long label) : Region(partOf(rings, label)) {}
 
 RegionSet::RegionSet(const std::vector<qcRings>& parts, unsigned long label)
-    : Shape(partsOf(parts, label)) {}
+    : Areas(partsOf(parts, label)) {}
 
 }  // namespace python

@@ -11,10 +11,12 @@
 #include <cstddef>
 #include <cstdint>
 #include <mutex>
+#include <optional>
 #include <utility>
 #include <vector>
 
 #include <cntr/contour.h>
+#include <cntrsets/inside.h>
 #include <cntrsets/rings.h>
 
 namespace python {
@@ -75,6 +77,12 @@ class Shape {
   /// Of each part the outline, followed by its holes.
   std::vector<const Curve*> curves() const;
 
+  /// Throws qcContourDefs::EmptyRegionSet where there is no curve, and EmptyContour where one has
+  /// fewer vertices, saying which.
+  void requireVertices(std::size_t fewest) const;
+  /// The same for as many as measures need: 3 in a ring, 2 in a line.
+  void requireMeasurable() const { requireVertices(isClosed() ? 3 : 2); }
+
   /// Vertices, closedness, holes and edge elements, but no labels.
   bool operator==(const Shape& other) const { return parts_ == other.parts_; }
 
@@ -100,8 +108,23 @@ class Contour : public Shape {
   const Curve& curve() const { return parts().front().outline; }
 };
 
+/// Base of the classes that bound areas.
+class Areas : public Shape {
+ public:
+  using Shape::Shape;
+
+  /// What tells which points lie in them, made when first asked for. To be used within ask().
+  const qcInside& inside() const {
+    if (!inside_) inside_.emplace(rings());
+    return *inside_;
+  }
+
+ private:
+  mutable std::optional<qcInside> inside_;
+};
+
 /// One outline with its holes, all of them closed.
-class Region : public Shape {
+class Region : public Areas {
  public:
   explicit Region(Part part);
   /// The outline and holes of plain values.
@@ -111,9 +134,10 @@ class Region : public Shape {
 };
 
 /// Any number of regions.
-class RegionSet : public Shape {
+class RegionSet : public Areas {
  public:
-  explicit RegionSet(std::vector<Part> parts) : Shape(std::move(parts)) {}
+  using Areas::Areas;
+  /// Each part with this label.
   RegionSet(const std::vector<qcRings>& parts, unsigned long label);
 };
 

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 //
-// The classes for single shapes, and what several of them can do, a source each.
+// The classes for single shapes, and what they can do: each source defines methods of one kind, on
+// the class whose shapes all have them. Contour and Region, which have no base of their own, share
+// what is asked of one curve and its holes.
 
 #pragma once
 
@@ -10,10 +12,22 @@
 
 namespace python {
 
-/// Makes the classes Shape, Contour, Region and RegionSet of the module.
+using ShapeClass = nanobind::class_<Shape>;
+using ContourClass = nanobind::class_<Contour, Shape>;
+using AreasClass = nanobind::class_<Areas, Shape>;
+using RegionClass = nanobind::class_<Region, Areas>;
+using RegionSetClass = nanobind::class_<RegionSet, Areas>;
+
+/// Makes the classes Shape, Contour, Areas, Region and RegionSet of the module.
 void bindShapes(nanobind::module_& module);
 
-/// Compares shapes of the same class, which cannot be hashed.
+// What each class is made of.
+
+void defineContour(ContourClass& contour);
+void defineRegion(RegionClass& region);
+void defineRegionSet(RegionSetClass& set);
+
+/// Equality, and that there is no hash.
 template <class Class>
 void defineEquality(Class& shape) {
   using Self = typename Class::Type;
@@ -23,8 +37,37 @@ void defineEquality(Class& shape) {
   shape.attr("__hash__") = nanobind::none();
 }
 
-void bindContour(nanobind::module_& module);
-void bindRegion(nanobind::module_& module);
-void bindRegionSet(nanobind::module_& module);
+/// The number of vertices, vertices, label and edge elements.
+template <class Class>
+void defineVertices(Class& shape);
+
+// Measures.
+
+void defineMeasures(ShapeClass& shape);
+void defineMeasuresOfAreas(AreasClass& areas);
+template <class Class>
+void defineMeasuresOfOneCurve(Class& shape);
+
+// Questions about points, segments and directions.
+
+void defineQuestions(ShapeClass& shape);
+void defineQuestionsOfAreas(AreasClass& areas);
+void defineQuestionsOfSet(RegionSetClass& set);
+template <class Class>
+void defineQuestionsOfOneCurve(Class& shape);
+
+// Other shapes that come of them.
+
+void defineSetOperations(AreasClass& areas);
+template <class Class>
+void defineChanges(Class& shape);
+template <class Class>
+void defineWalks(Class& shape);
+
+/// Deviation and alignment.
+void defineComparison(ShapeClass& shape);
+
+/// How shapes show themselves, and what other packages take them for.
+void defineDisplay(ShapeClass& shape);
 
 }  // namespace python

@@ -1,0 +1,99 @@
+# SPDX-License-Identifier: MIT
+"""What shapes answer with: values with names, which never change.
+
+Lengths are in the unit of the coordinates. Angles are in degrees, from the x axis towards the y
+axis.
+"""
+
+from typing import NamedTuple
+
+import numpy as np
+from numpy.typing import NDArray
+
+Point = tuple[float, float]
+
+
+class Rectangle(NamedTuple):
+    """A rectangle in any direction."""
+
+    centre: Point
+    length: float
+    """The longer side."""
+    width: float
+    """The shorter side."""
+    angle: float
+    """The direction of the longer side, in (-90, 90]."""
+    corners: tuple[Point, Point, Point, Point]
+    """Counter-clockwise with y up; the first two are the ends of a longer side."""
+
+
+class Circle(NamedTuple):
+    """A circle."""
+
+    centre: Point
+    radius: float
+
+
+class Ellipse(NamedTuple):
+    """An ellipse that is fitted to vertices. All numbers are NaN where none fits."""
+
+    centre: Point
+    radii: tuple[float, float]
+    """The larger one first."""
+    angle: float
+    """The direction of the larger radius, in [-90, 90]."""
+    residual: float
+    """The root mean square distance of the vertices."""
+
+
+class Vertex(NamedTuple):
+    """A vertex of a shape."""
+
+    ring: int
+    """0 for the outline or line, from 1 on for the holes in their order."""
+    number: int
+    """Its place in the points of that ring, from 0."""
+    point: Point
+
+
+class Vertices(NamedTuple):
+    """Vertices of a shape, an element of each array for each of them."""
+
+    rings: NDArray[np.int64]
+    """0 for the outline or line, from 1 on for the holes in their order."""
+    numbers: NDArray[np.int64]
+    """Their places in the points of these rings, from 0."""
+    points: NDArray[np.float64]
+    """Shape (n, 2)."""
+
+
+class Deviation(NamedTuple):
+    """How far a boundary lies from a nominal one."""
+
+    least: float
+    """The least distance: negative inside the nominal area."""
+    least_at: Point
+    """The first point with that distance."""
+    greatest: float
+    greatest_at: Point
+    mean: float
+    """The mean distance along the measured boundary."""
+    rms: float
+    """The root mean square of the distances along it."""
+    is_signed: bool
+    """Whether distances have signs: they have none from an open contour."""
+
+
+class Alignment(NamedTuple):
+    """The rotation and shift that bring a shape to a nominal one."""
+
+    matrix: NDArray[np.float64]
+    """Shape (2, 3), for the method transform."""
+    angle: float
+    """The rotation, in [-180, 180]."""
+    residual: float
+    """The root mean square distance that is left."""
+    steps: int
+    """How many steps the last refinement took."""
+    settled: bool
+    """Whether it ended because a further step would change next to nothing."""

@@ -1,0 +1,19 @@
+// SPDX-License-Identifier: MIT
+//
+// The classes of cntr/_results.py, which answers are returned as.
+
+#pragma once
+
+#include <nanobind/nanobind.h>
+
+#include <utility>
+
+namespace python {
+
+/// An object of the class of that name, of its fields in their order.
+template <class... Fields>
+nanobind::object newResult(const char* name, Fields&&... fields) {
+  return nanobind::module_::import_("cntr._results").attr(name)(std::forward<Fields>(fields)...);
+}
+
+}  // namespace python
