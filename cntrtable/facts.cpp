@@ -9,6 +9,7 @@
 #include <span>
 
 #include <cntr/contourdefs.h>
+#include <cntr/plane/path.h>
 #include <cntr/regionst.h>
 #include <cntrsets/inscribed.h>
 #include <cntrsets/sets.h>
@@ -40,10 +41,9 @@ std::vector<std::span<const Point>> ringsOf(const std::vector<qcRings>& parts) {
 
 void requireFinite(const std::vector<std::span<const Point>>& rings) {
   for (const std::span<const Point>& ring : rings) {
-    for (const Point& p : ring) {
-      if (!std::isfinite(p.x()) || !std::isfinite(p.y()))
-        throw qcContourDefs::BadParams(L"a coordinate is not a finite number");
-    }
+    bool isFinite = true;
+    for (const Point& p : ring) isFinite &= std::isfinite(p.x()) && std::isfinite(p.y());
+    if (!isFinite) throw qcContourDefs::BadParams(L"a coordinate is not a finite number");
   }
 }
 
@@ -56,6 +56,7 @@ Ring localOf(const Ring& ring, const Frame& frame) {
 
 std::vector<qcRings> localOf(const std::vector<qcRings>& parts, const Frame& frame) {
   std::vector<qcRings> locals;
+  locals.reserve(parts.size());
   for (const qcRings& part : parts) {
     locals.push_back({localOf(part.outline, frame), {}});
     for (const Ring& hole : part.holes) locals.back().holes.push_back(localOf(hole, frame));
@@ -75,11 +76,18 @@ Extent extentOf(const std::vector<qcRings>& parts) {
 }
 
 /// The vertices of all outlines.
-Ring outlineVertices(const std::vector<qcRings>& parts, const Frame& frame) {
+Ring outlineVertices(const std::vector<qcRings>& parts) {
   Ring vertices;
   for (const qcRings& part : parts)
-    for (const Point& p : part.outline) vertices.push_back(frame.local(p));
+    vertices.insert(vertices.end(), part.outline.begin(), part.outline.end());
   return vertices;
+}
+
+double lengthOf(const Ring& ring, bool closed) {
+  double sum = 0.0;
+  cntr::plane::forEachEdge({ring, closed},
+                           [&sum](const Point& a, const Point& b) { sum += a.distance(b); });
+  return sum;
 }
 
 /// Twice the area, positive when it runs counter-clockwise.
@@ -102,9 +110,18 @@ Hull hullOf(const Ring& points) {
   return hull;
 }
 
-void addSurroundings(Facts& facts, const std::vector<qcRings>& parts, Needs needs) {
+void addCurves(Facts& facts, const std::vector<qcRings>& local, Needs needs) {
+  for (const qcRings& part : local) {
+    if ((needs & eCurves) != 0U) facts.curves.emplace_back(part.outline, facts.closed, 0);
+    if ((needs & eLength) == 0U) continue;
+    facts.length += lengthOf(part.outline, facts.closed);
+    for (const Ring& hole : part.holes) facts.holeLength += lengthOf(hole, true);
+  }
+}
+
+void addSurroundings(Facts& facts, const std::vector<qcRings>& local, Needs needs) {
   if ((needs & (eBox | eStrip | eCircle | eHull)) == 0U) return;
-  const Ring points = outlineVertices(parts, facts.frame);
+  const Ring points = outlineVertices(local);
   if ((needs & eBox) != 0U) facts.box = qf_MinimumAreaRect(points);
   if ((needs & eStrip) != 0U) facts.strip = qf_MinimumWidth(points);
   if ((needs & eCircle) != 0U) facts.circle = qf_MinimumCircle(points);
@@ -153,25 +170,35 @@ double areaWithoutHoles(const qcRings& part, bool isSimple) {
   return qf_FilledArea(solid, isSimple ? qcRingContact::eSimple : qf_RingContact(solid));
 }
 
-void addFilled(Facts& facts, const std::vector<qcRings>& parts, Needs needs, Filling filling) {
+/// Of rings that bound their area simply.
+void addAreaAndMoments(Facts& facts, const std::vector<qcRings>& boundary, Needs needs) {
+  std::optional<qc_InertiaData> moments;
+  if ((needs & eMoments) != 0U) moments = qf_FilledMoments(boundary, qcRingContact::eTouches);
+  const double area = moments ? moments->area() : qf_FilledArea(boundary, qcRingContact::eTouches);
+  if (!(area > roundingOfSums)) return;
+  facts.area = area;
+  facts.moments = moments;
+}
+
+void addFilled(Facts& facts, const std::vector<qcRings>& parts, const std::vector<qcRings>& local,
+               Needs needs, Filling filling) {
   // Of the coordinates as given: local ones have lost what is smallest.
   facts.contact = qf_RingContact(parts);
   const bool simple = isBoundedSimply(*facts.contact);
   facts.isLeftOut = !simple && filling == Filling::eLeftOut;
   if (facts.isLeftOut) return;
-  const std::vector<qcRings> local = localOf(parts, facts.frame);
   // What bounds the filled set: sums over its rings are those over the set.
-  const std::vector<qcRings> boundary = simple ? local : qf_Union(local, {});
-  const double area = qf_FilledArea(boundary, qcRingContact::eTouches);
-  if (!(area > roundingOfSums)) return;
-  facts.area = area;
-  if ((needs & eMoments) != 0U) facts.moments = qf_FilledMoments(boundary, qcRingContact::eTouches);
+  const std::vector<qcRings> united = simple ? std::vector<qcRings>() : qf_Union(local, {});
+  const std::vector<qcRings>& boundary = simple ? local : united;
+  addAreaAndMoments(facts, boundary, needs);
+  if (!facts.area) return;
   if ((needs & eHu) != 0U) facts.hu = qf_HuMoments(turnedRings(boundary));
   if ((needs & eInscribed) != 0U) {
     facts.inscribed = inscribedIn(boundary, simple ? *facts.contact : qcRingContact::eSimple);
   }
   if ((needs & eSolid) == 0U || parts.size() > 1) return;
-  facts.solidArea = local.front().holes.empty() ? area : areaWithoutHoles(local.front(), simple);
+  facts.solidArea =
+      local.front().holes.empty() ? *facts.area : areaWithoutHoles(local.front(), simple);
 }
 
 }  // namespace
@@ -187,16 +214,13 @@ Facts factsOf(const Shape& shape, Needs needs, Filling filling) {
   for (const qcRings& part : shape.parts) {
     facts.vertices += part.outline.size();
     facts.holes += part.holes.size();
-    if ((needs & eCurves) != 0U)
-      facts.curves.emplace_back(localOf(part.outline, facts.frame), shape.closed, 0);
-    if ((needs & eHoleCurves) == 0U) continue;
-    for (const Ring& hole : part.holes)
-      facts.holeCurves.emplace_back(localOf(hole, facts.frame), true, 0);
   }
+  const std::vector<qcRings> local = localOf(shape.parts, facts.frame);
+  addCurves(facts, local, needs);
   if ((needs & eExtent) != 0U) facts.extent = extentOf(shape.parts);
-  addSurroundings(facts, shape.parts, needs);
+  addSurroundings(facts, local, needs);
   if ((needs & (eFilled | eMoments | eSolid | eHu | eInscribed)) != 0U && shape.closed)
-    addFilled(facts, shape.parts, needs, filling);
+    addFilled(facts, shape.parts, local, needs, filling);
   if ((needs & (shape.closed ? eCrossings : eCrossings | eLineCrossings)) != 0U)
     facts.crosses = crossesItself(shape);
   return facts;

@@ -33,8 +33,8 @@ enum Need : unsigned {
   eExtent = 1U,
   /// Facts::curves. What they are asked they find out themselves, see contour.h.
   eCurves = 2U,
-  /// Facts::holeCurves.
-  eHoleCurves = 4U,
+  /// Facts::length and Facts::holeLength.
+  eLength = 4U,
   /// Facts::contact and Facts::area.
   eFilled = 8U,
   /// Facts::solidArea; brings eFilled.
@@ -96,8 +96,10 @@ struct Facts {
   std::optional<Extent> extent;
   /// The outlines or lines, local.
   std::vector<qcContour> curves;
-  /// The boundaries of the holes, local.
-  std::vector<qcContour> holeCurves;
+  /// The local length of all outlines or lines, as qcContour::length() of each.
+  double length = 0.0;
+  /// The same of the boundaries of all holes.
+  double holeLength = 0.0;
 
   // Around the vertices of all outlines or lines together, local.
 

@@ -117,12 +117,6 @@ Value fitResidual(const Facts& facts) {
   return fit ? restored(facts, fit->second, 1) : Value();
 }
 
-double lengthOf(const std::vector<qcContour>& curves) {
-  double sum = 0.0;
-  for (const qcContour& curve : curves) sum += curve.length();
-  return sum;
-}
-
 template <double (*Coordinate)(const qcVector<2>&)>
 Value boxCentre(const Facts& facts) {
   return number(Coordinate(facts.frame.restored(facts.box->center)));
@@ -165,7 +159,7 @@ Value solidity(const Facts& facts) {
 }
 
 Value convexity(const Facts& facts) {
-  return facts.closed ? number(facts.hull->length / lengthOf(facts.curves)) : Value();
+  return facts.closed ? number(facts.hull->length / facts.length) : Value();
 }
 
 template <std::size_t Number>
@@ -176,11 +170,11 @@ Value hu(const Facts& facts) {
 Value vertices(const Facts& facts) { return facts.vertices; }
 Value holes(const Facts& facts) { return facts.holes; }
 Value closed(const Facts& facts) { return facts.closed; }
-Value length(const Facts& facts) { return restored(facts, lengthOf(facts.curves), 1); }
+Value length(const Facts& facts) { return restored(facts, facts.length, 1); }
 
 Value perimeter(const Facts& facts) {
   if (!facts.closed) return {};
-  return restored(facts, lengthOf(facts.curves) + lengthOf(facts.holeCurves), 1);
+  return restored(facts, facts.length + facts.holeLength, 1);
 }
 
 Value area(const Facts& facts) {
@@ -190,8 +184,7 @@ Value area(const Facts& facts) {
 
 Value roundness(const Facts& facts) {
   if (!facts.solidArea) return {};
-  const double length = lengthOf(facts.curves);
-  return number(4.0 * std::numbers::pi * *facts.solidArea / (length * length));
+  return number(4.0 * std::numbers::pi * *facts.solidArea / (facts.length * facts.length));
 }
 
 Value left(const Facts& facts) { return facts.extent->low.x(); }
@@ -220,7 +213,7 @@ Value note(const Facts& facts) {
     add("open");
     if (facts.crosses.value_or(false)) add("crosses itself");
   }
-  if (lengthOf(facts.curves) == 0.0) add("no length");
+  if (facts.length == 0.0) add("no length");
   return text.empty() ? Value() : Value(text);
 }
 
@@ -241,14 +234,14 @@ constexpr Measure measures[] = {
      eMoments, moment<0, 0>},
     {"moment_xy", "the integral of (x - centre_x)(y - centre_y)", 4, true, eMoments, moment<0, 1>},
     {"moment_yy", "the integral of (y - centre_y)^2", 4, true, eMoments, moment<1, 1>},
-    {"length", "length of the outline or line, without holes", 1, false, eCurves, length},
-    {"perimeter", "length of all rings, the outline's and those of holes", 1, false,
-     eCurves | eHoleCurves, perimeter},
+    {"length", "length of the outline or line, without holes", 1, false, eLength, length},
+    {"perimeter", "length of all rings, the outline's and those of holes", 1, false, eLength,
+     perimeter},
     {"mean_x", "mean position of the outline or line, taken as a wire", 1, false, eCurves,
      ofMeanPosition<x>},
     {"mean_y", "", 1, false, eCurves, ofMeanPosition<y>},
     {"roundness", "4 pi area / length^2 of the outline without its holes; 1 for a disc", 0, true,
-     eCurves | eSolid, roundness},
+     eLength | eSolid, roundness},
     {"equivalent_diameter", "diameter of the disc of the same area", 1, false, eFilled,
      equivalentDiameter},
     {"axis_ratio", "smaller axis by larger axis of the ellipse that has the same second moments", 0,
@@ -290,7 +283,7 @@ constexpr Measure measures[] = {
     {"hull_area", "area of the convex hull of the outlines or lines", 2, false, eHull, hullArea},
     {"hull_length", "length of the hull's boundary", 1, false, eHull, hullLength},
     {"solidity", "area / hull_area; 1 for a convex outline", 0, false, eFilled | eHull, solidity},
-    {"convexity", "hull_length / length; 1 for a convex outline", 0, false, eCurves | eHull,
+    {"convexity", "hull_length / length; 1 for a convex outline", 0, false, eLength | eHull,
      convexity},
     {"hu_1", "first of Hu's moment invariants of the area that is filled", 0, false, eHu, hu<1>},
     {"hu_2", "", 0, false, eHu, hu<2>},
@@ -311,7 +304,7 @@ constexpr Measure measures[] = {
     {"crosses_itself", "yes when an edge of an outline crosses another one, within 1e-6", 0, false,
      eCrossings, crossesItself, ValueType::eYesOrNo},
     {"note", "what to know of the measures: open, crosses, overlaps, no area ...", 0, true,
-     eFilled | eCurves | eLineCrossings, note, ValueType::eText},
+     eFilled | eLength | eLineCrossings, note, ValueType::eText},
 };
 
 }  // namespace
