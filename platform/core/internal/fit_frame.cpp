@@ -33,27 +33,21 @@ void checkFinite(double result) {
   if (!std::isfinite(result)) throw qcFitError(L"the curve is too large for double precision");
 }
 
-}  // namespace
-
-PowerOfTwo::PowerOfTwo(int exponent) noexcept {
-  constexpr int largestExponent = 1000;
-  const int first = std::min(exponent, largestExponent);
-  first_ = std::ldexp(1.0, first);
-  second_ = std::ldexp(1.0, exponent - first);
+Point scaled(const Point& p, int exponent) {
+  return {std::ldexp(p.x(), exponent), std::ldexp(p.y(), exponent)};
 }
+
+}  // namespace
 
 Frame::Frame(const Points& points, std::size_t atLeast) {
   if (points.size() < atLeast) throw qcFitError(L"too few points");
-  int exponent = 0;
-  std::frexp(largestCoordinate(points), &exponent);
-  enlarging_ = PowerOfTwo(exponent);
-  shrinking_ = PowerOfTwo(-exponent);
+  std::frexp(largestCoordinate(points), &exponent_);
   Point sum;
-  for (const Point& p : points) sum = sum + p * shrinking_;
+  for (const Point& p : points) sum = sum + scaled(p, -exponent_);
   mean_ = sum * (1.0 / static_cast<double>(points.size()));
 }
 
-Point Frame::enter(const Point& p) const noexcept { return p * shrinking_ - mean_; }
+Point Frame::enter(const Point& p) const noexcept { return scaled(p, -exponent_) - mean_; }
 
 Points Frame::enter(const Points& points) const {
   Points framed;
@@ -63,14 +57,14 @@ Points Frame::enter(const Points& points) const {
 }
 
 Point Frame::leave(const Point& p) const {
-  const Point left = (p + mean_) * enlarging_;
+  const Point left = scaled(p + mean_, exponent_);
   checkFinite(left.x());
   checkFinite(left.y());
   return left;
 }
 
 double Frame::leave(double length) const {
-  const double left = length * enlarging_;
+  const double left = std::ldexp(length, exponent_);
   checkFinite(left);
   return left;
 }

@@ -1,0 +1,96 @@
+# SPDX-License-Identifier: MIT
+"""The parent's side: starts a child, asks it one request after the other, and sees it die."""
+
+import json
+import os
+import subprocess
+import sys
+from typing import Any
+
+import pyarrow as pa
+
+from cntr._sandbox.memory import Region
+
+# The first line of a child that has found all that it needs.
+READY = b"ready\n"
+
+
+class DiedError(Exception):
+    """The child process ended before it answered; the message says how."""
+
+
+class Sandbox:
+    """Answers by a child process, which is started when it is needed, and again after its death."""
+
+    def __init__(self) -> None:
+        self._process: subprocess.Popen[bytes] | None = None
+        self._held = ""
+        self.starts = 0
+
+    def ask(self, task: str, table: pa.Table, **options: Any) -> pa.Table:
+        """What the task of that name in `tasks` answers.
+
+        Raises `DiedError` where the child died of it, RuntimeError with the child's own traceback
+        where the task raised, and where no child could be started.
+        """
+        if self._process is None:
+            self._start()
+        request = {"task": task, "options": options, "size": self._inbox.put(table)}
+        try:
+            self._requests.write(json.dumps(request).encode() + b"\n")
+            answer = self._replies.readline()
+        except BrokenPipeError:
+            answer = b""
+        if not answer.endswith(b"\n"):
+            raise DiedError(self._bury())
+        reply = json.loads(answer)
+        if "error" in reply:
+            raise RuntimeError(reply["error"])
+        return self._outbox.take(reply["size"])
+
+    def hold(self, key: str, regions: pa.Table) -> None:
+        """Has the child keep regions for the task `inside`, unless it has those of this key."""
+        if self._held != key:
+            self.ask("hold", regions)
+            self._held = key
+
+    def close(self) -> None:
+        """Ends the child, if there is one."""
+        if self._process is not None:
+            self._bury()
+
+    @property
+    def pid(self) -> int | None:
+        """The child's process id, while there is one."""
+        return self._process.pid if self._process is not None else None
+
+    def _start(self) -> None:
+        self._inbox, self._outbox = Region.create(), Region.create()
+        its_requests, requests = os.pipe()
+        replies, its_replies = os.pipe()
+        theirs = (its_requests, its_replies, self._inbox.file, self._outbox.file)
+        self._process = subprocess.Popen(
+            [sys.executable, "-P", "-m", "cntr._sandbox.child", *map(str, theirs)],
+            stdin=subprocess.DEVNULL,
+            stdout=sys.stderr.fileno(),
+            pass_fds=theirs,
+            # What Spark has added to the path of this process, the child needs too.
+            env={**os.environ, "PYTHONPATH": os.pathsep.join(filter(None, sys.path))},
+        )
+        os.close(its_requests)
+        os.close(its_replies)
+        self._requests = os.fdopen(requests, "wb", buffering=0)
+        self._replies = os.fdopen(replies, "rb")
+        self.starts += 1
+        if self._replies.readline() != READY:
+            # No table is to blame for this.
+            raise RuntimeError(f"the child process did not start: {self._bury()}; see its messages")
+
+    def _bury(self) -> str:
+        assert self._process is not None
+        for end in (self._requests, self._replies, self._inbox, self._outbox):
+            end.close()
+        status = self._process.wait()
+        self._process = None
+        self._held = ""
+        return f"signal {-status}" if status < 0 else f"exit status {status}"

@@ -1,0 +1,12 @@
+# SPDX-License-Identifier: MIT
+"""Measures, repair and joins of more outlines than one machine holds, on Apache Spark.
+
+The package must be installed on every machine of the cluster. All functions work on a column of
+WKB, and give the answers of `cntr.Outlines`, bit for bit.
+"""
+
+from cntr.spark._geoparquet import read_geoparquet, write_geoparquet
+from cntr.spark._joins import inside_join
+from cntr.spark._rows import make_valid, measure
+
+__all__ = ["inside_join", "make_valid", "measure", "read_geoparquet", "write_geoparquet"]

@@ -1,0 +1,105 @@
+# SPDX-License-Identifier: MIT
+"""Divides the plane into cells that hold about as much data each, wherever the data are dense.
+
+The cells are the leaves of a complete binary tree. Each node cuts its cell in two where the weight
+of a sample is halved, across the longer side of the sample. A cell contains its lower sides but not
+its upper ones, so that each point lies in exactly one cell. Points in one place cannot be divided
+so: their cell has several shares, over which points are spread by a hash, and each of which holds
+all regions of the cell.
+"""
+
+from dataclasses import dataclass
+
+import numpy as np
+import numpy.typing as npt
+
+Floats = npt.NDArray[np.float64]
+Integers = npt.NDArray[np.int64]
+
+# A sample says little about cells that hold fewer of its items.
+ITEMS_PER_CELL = 16
+# A cell of up to so many times the mean weight is taken as it is.
+TOLERATED = 2.0
+
+
+@dataclass(frozen=True)
+class Cells:
+    """Node i is followed by 2 i + 1 below its cut and 2 i + 2 from the cut on."""
+
+    axes: Integers
+    cuts: Floats
+    # Of each leaf: xmin, ymin, xmax, ymax.
+    boxes: Floats
+    # The number of the first share of each leaf, and behind the last one that of all.
+    shares: Integers
+
+    @classmethod
+    def of_sample(cls, points: Floats, weights: Floats, wanted: int) -> "Cells":
+        """At least `wanted` cells, unless the sample is too small for that."""
+        most = max(len(points) // ITEMS_PER_CELL, 1)
+        depth = min((wanted - 1).bit_length(), most.bit_length() - 1)
+        leaves = 2**depth
+        axes = np.zeros(leaves - 1, np.int64)
+        cuts = np.zeros(leaves - 1)
+        boxes = np.empty((2 * leaves - 1, 4))
+        boxes[0] = [-np.inf, -np.inf, np.inf, np.inf]
+        items = [np.arange(len(points))]
+        for node in range(leaves - 1):
+            mine = items[node]
+            axis, cut = halving(points[mine], weights[mine])
+            axes[node], cuts[node] = axis, cut
+            is_low = points[mine, axis] < cut
+            items += [mine[is_low], mine[~is_low]]
+            boxes[2 * node + 1] = boxes[2 * node + 2] = boxes[node]
+            boxes[2 * node + 1, axis + 2] = boxes[2 * node + 2, axis] = cut
+        heavy = np.array([weights[mine].sum() for mine in items[leaves - 1 :]])
+        return cls(axes, cuts, boxes[leaves - 1 :], shares_of(heavy))
+
+    @property
+    def count(self) -> int:
+        """Of all shares of cells."""
+        return int(self.shares[-1])
+
+    def of_points(self, points: Floats, hashes: Integers) -> Integers:
+        """The share that each point is in."""
+        node = np.zeros(len(points), np.int64)
+        rows = np.arange(len(points))
+        for _ in range(len(self.boxes).bit_length() - 1):
+            node = 2 * node + 1 + (points[rows, self.axes[node]] >= self.cuts[node])
+        leaf = node - len(self.axes)
+        return self.shares[leaf] + hashes % np.diff(self.shares)[leaf]
+
+    def of_boxes(self, boxes: Floats) -> tuple[Integers, Integers]:
+        """All pairs of a box (its row) and a share of a cell that it reaches; none for NaN."""
+        reach = np.all(boxes[:, None, :2] < self.boxes[:, 2:], axis=2)
+        reach &= np.all(boxes[:, None, 2:] >= self.boxes[:, :2], axis=2)
+        row, leaf = np.nonzero(reach)
+        repeats = np.diff(self.shares)[leaf]
+        first = np.repeat(self.shares[leaf], repeats)
+        begin = np.repeat(np.cumsum(repeats) - repeats, repeats)
+        return np.repeat(row, repeats), first + np.arange(len(first)) - begin
+
+
+def halving(points: Floats, weights: Floats) -> tuple[int, float]:
+    """The axis and the place of a cut that leaves about half of the weight on either side."""
+    if len(points) == 0:
+        return 0, 0.0
+    axis = int(np.argmax(np.ptp(points, axis=0)))
+    places = points[:, axis]
+    order = np.argsort(places, kind="stable")
+    reached = np.cumsum(weights[order])
+    cut = places[order[np.searchsorted(reached, reached[-1] / 2)]]
+    # Half of the weight or more may lie on the lower side itself: nothing would be below the cut.
+    beyond = places[places > cut]
+    if cut == places[order[0]] and len(beyond):
+        cut = beyond.min()
+    return axis, float(cut)
+
+
+def shares_of(weights: Floats) -> Integers:
+    """The numbers of the first shares of cells of these weights, and that behind the last."""
+    mean = weights.mean()
+    counts = np.ones(len(weights), np.int64)
+    heavy = weights > TOLERATED * mean
+    counts[heavy] = np.ceil(weights[heavy] / mean)
+    return np.concatenate([[0], np.cumsum(counts)])

@@ -1,0 +1,156 @@
+# SPDX-License-Identifier: MIT
+"""GeoParquet 1.1 in and out.
+
+A file that is being written lies in a directory `_attempt-...`, which readers skip, under the name
+of its task attempt. Each task reports the file that it has completed, and Spark hands exactly one
+report of each partition to the driver, whatever was tried twice: those files are moved to their
+place, and the directory is deleted with what is left in it.
+"""
+
+import json
+import os
+import uuid
+from collections.abc import Iterable, Iterator
+from typing import Any
+
+import numpy as np
+import pyarrow as pa
+import pyarrow.fs
+import pyarrow.parquet
+from pyspark import TaskContext
+from pyspark.sql import DataFrame, SparkSession
+
+from cntr.spark._rows import require_binary
+from cntr.spark._wkb import boxes_of, geometry_types_of
+
+KEY = b"geo"
+
+
+def read_geoparquet(spark: SparkSession, path: str) -> DataFrame:
+    """The rows of a GeoParquet file, or of a directory of them, with their WKB as binary.
+
+    Spark reads the rows, and `path` may be whatever Spark reads from. The columns are checked
+    against the metadata of the first file: raises ValueError, naming it, where that is no
+    GeoParquet, or has geometry that is not WKB.
+    """
+    df = spark.read.parquet(path)
+    file = min(df.inputFiles(), default=path)
+    metadata = footer_entry(spark, file, KEY.decode())
+    if metadata is None:
+        raise ValueError(f"{file} is no GeoParquet file: it has no {KEY.decode()!r} metadata")
+    for name, column in json.loads(metadata)["columns"].items():
+        if column["encoding"] != "WKB":
+            raise ValueError(f"{file} has the column {name!r} as {column['encoding']}, not as WKB")
+        require_binary(df, name)
+    return df
+
+
+def footer_entry(spark: SparkSession, file: str, key: str) -> str | None:
+    """What a Parquet file says for the key. Read by Spark's own reader, from its file systems."""
+    java: Any = spark.sparkContext._jvm
+    configuration = spark.sparkContext._jsc.hadoopConfiguration()
+    path = java.org.apache.hadoop.fs.Path(java.java.net.URI(file))
+    hadoop = java.org.apache.parquet.hadoop
+    source = hadoop.util.HadoopInputFile.fromPath(path, configuration)
+    reader = hadoop.ParquetFileReader.open(source)
+    try:
+        entry: str | None = reader.getFileMetaData().getKeyValueMetaData().get(key)
+    finally:
+        reader.close()
+    return entry
+
+
+def write_geoparquet(df: DataFrame, path: str, geometry: str = "geometry") -> None:
+    """Writes a directory of GeoParquet files, one for each partition that has rows.
+
+    `path` is a directory, or a URI that `pyarrow.fs` knows, which the driver and all executors see;
+    it must be empty or not be there. No coordinate reference system is stated. Rows that hold no
+    outline are written as they are and left out of the file's `bbox`. When the job fails nothing
+    is left behind.
+
+    Raises FileExistsError where there are files already, and ValueError where `geometry` is not a
+    binary column.
+    """
+    require_binary(df, geometry)
+    files, root = file_system_of(path)
+    selector = pyarrow.fs.FileSelector(root, allow_not_found=True)
+    if files.get_file_info(selector):
+        raise FileExistsError(f"there are files in {path} already")
+    attempts = f"{root}/_attempt-{uuid.uuid4().hex}"
+
+    def written(batches: Iterable[pa.RecordBatch]) -> Iterator[pa.RecordBatch]:
+        task = TaskContext.get()
+        assert task is not None
+        name = f"part-{task.partitionId():05}-{task.taskAttemptId()}.parquet"
+        if write_file(files, f"{attempts}/{name}", batches, geometry):
+            yield pa.RecordBatch.from_pydict({"file": [name]})
+
+    files.create_dir(attempts)
+    try:
+        reports = df.mapInArrow(written, "file string").collect()
+        for report in reports:
+            place = report.file.rsplit("-", 1)[0] + ".parquet"
+            files.move(f"{attempts}/{report.file}", f"{root}/{place}")
+    finally:
+        files.delete_dir(attempts)
+
+
+def file_system_of(path: str) -> tuple[pyarrow.fs.FileSystem, str]:
+    """The file system and the path on it; Spark's `file:/x` is `file:///x` there."""
+    if path.startswith("file:/") and not path.startswith("file://"):
+        path = "file://" + path.removeprefix("file:")
+    if "://" not in path:
+        return pyarrow.fs.LocalFileSystem(), os.path.abspath(path)
+    files, root = pyarrow.fs.FileSystem.from_uri(path)
+    return files, root.rstrip("/")
+
+
+def write_file(
+    files: pyarrow.fs.FileSystem, place: str, batches: Iterable[pa.RecordBatch], geometry: str
+) -> bool:
+    """Whether there were rows, and so a file was written."""
+    seen = Seen()
+    writer = None
+    for batch in batches:
+        if writer is None:
+            sink = files.open_output_stream(place)
+            writer = pyarrow.parquet.ParquetWriter(
+                sink,
+                batch.schema,
+                compression="zstd",
+                # Readers look for the metadata of the schema there, not for those of the file.
+                store_schema=False,
+            )
+        writer.write_batch(batch)
+        seen.add(batch[geometry])
+    if writer is None:
+        return False
+    writer.add_key_value_metadata({KEY: json.dumps(seen.metadata(geometry)).encode()})
+    writer.close()
+    sink.close()
+    return True
+
+
+class Seen:
+    """What the metadata say of the geometries of a file."""
+
+    def __init__(self) -> None:
+        self._types: set[str] = set()
+        self._low = np.full(2, np.inf)
+        self._high = np.full(2, -np.inf)
+
+    def add(self, geometries: pa.Array) -> None:
+        self._types |= geometry_types_of(geometries)
+        boxes = boxes_of(geometries)
+        self._low = np.fmin(self._low, np.fmin.reduce(boxes[:, :2], axis=0, initial=np.inf))
+        self._high = np.fmax(self._high, np.fmax.reduce(boxes[:, 2:], axis=0, initial=-np.inf))
+
+    def metadata(self, geometry: str) -> dict[str, Any]:
+        column: dict[str, Any] = {
+            "encoding": "WKB",
+            "geometry_types": sorted(self._types),
+            "crs": None,
+        }
+        if np.all(self._low <= self._high):
+            column["bbox"] = [*self._low.tolist(), *self._high.tolist()]
+        return {"version": "1.1.0", "primary_column": geometry, "columns": {geometry: column}}

@@ -1,0 +1,276 @@
+# SPDX-License-Identifier: MIT
+"""The join of points and the regions that they lie in."""
+
+import sys
+import uuid
+from collections.abc import Iterable, Iterator
+from dataclasses import dataclass
+from typing import Any
+
+import numpy as np
+import pyarrow as pa
+import pyarrow.compute as pc
+from pyspark.sql import DataFrame
+from pyspark.sql import functions as F
+from pyspark.sql import types as spark_types
+
+from cntr._sandbox import tasks
+from cntr._sandbox.bisection import answer_in_pieces
+from cntr.spark._cells import Cells, Floats, Integers
+from cntr.spark._rows import require_binary, sandbox
+from cntr.spark._wkb import boxes_of
+
+# Regions of fewer bytes of WKB than this go to every worker as they are.
+BROADCAST_BYTES = 64 << 20
+# How many points a child is asked about at once: as many as make its index of the regions pay.
+POINTS_AT_ONCE = 1 << 18
+# Of pairs that are handed to Spark.
+ROWS_AT_ONCE = 1 << 16
+# How many points and regions the cells are made from, about.
+SAMPLE = 200_000
+# There are at least so many cells for each core, and enough for so many bytes in each.
+CELLS_PER_CORE = 8
+CELL_BYTES = 16 << 20
+# What a point takes on its way, about.
+POINT_BYTES = 64
+# The share of a cell, and what spreads points over shares; in the way of no other name.
+SHARE = "__cntr_share"
+SPREAD = "__cntr_spread"
+
+PAIRS = pa.schema([("point", pa.int64()), ("region", pa.int64())])
+
+
+@dataclass(frozen=True)
+class Sides:
+    """The two sides of a join, and what is kept of them."""
+
+    points: DataFrame
+    regions: DataFrame
+    x: str
+    y: str
+    geometry: str
+
+    @property
+    def kept(self) -> list[str]:
+        """Of the regions."""
+        return [name for name in self.regions.columns if name != self.geometry]
+
+    @property
+    def schema(self) -> spark_types.StructType:
+        return spark_types.StructType(
+            [*self.points.schema.fields, *self.regions.select(self.kept).schema.fields]
+        )
+
+
+def inside_join(
+    points: DataFrame,
+    regions: DataFrame,
+    x: str = "x",
+    y: str = "y",
+    geometry: str = "geometry",
+    broadcast: bool | None = None,
+) -> DataFrame:
+    """A row for each pair of a point and a region that it lies in, every pair once.
+
+    The columns are those of `points`, then those of `regions` without the geometry, a column of
+    WKB. With `broadcast` all regions go to every worker; without, points and regions are brought
+    together by cells of the plane, which are as small as the data are dense; None decides by the
+    size of the regions. The pairs are the same either way. The regions' size, and the cells, are
+    found out at once, by passes over both sides.
+
+    Points with a coordinate that is null, NaN or infinite, and geometries that are no outlines, are
+    in no pair. Nor is a region that ends its process, with the points that were asked about at
+    once; the executor's log tells of it, and `measure` finds such regions.
+
+    Raises ValueError for columns that are missing, have another type, or are on both sides.
+    """
+    require_binary(regions, geometry)
+    for name in (x, y):
+        require_number(points, name)
+    sides = Sides(points, regions, x, y, geometry)
+    both = sorted(set(points.columns).intersection(sides.kept))
+    if both:
+        raise ValueError(f"both sides have a column {both[0]!r}; rename one of them first")
+    if broadcast is None:
+        broadcast = size_of(regions, geometry) < BROADCAST_BYTES
+    return broadcast_join(sides) if broadcast else cell_join(sides)
+
+
+def require_number(df: DataFrame, name: str) -> None:
+    if name not in df.columns:
+        raise ValueError(f"the data frame has no column {name!r}")
+    found = df.schema[name].dataType
+    if not isinstance(found, spark_types.DoubleType):
+        raise ValueError(f"the column {name!r} must be double, not {found.simpleString()}")
+
+
+def size_of(regions: DataFrame, geometry: str) -> int:
+    """The bytes of all geometries."""
+    (row,) = regions.agg(F.sum(F.length(geometry)).alias("bytes")).collect()
+    return row.bytes or 0
+
+
+def broadcast_join(sides: Sides) -> DataFrame:
+    """Every worker asks about its points and all regions."""
+    x, y, geometry, kept = sides.x, sides.y, sides.geometry, sides.kept
+    context = sides.points.sparkSession.sparkContext
+    sent = context.broadcast(serialized(sides.regions.toArrow()))
+    key = uuid.uuid4().hex
+
+    def joined(batches: Iterable[pa.RecordBatch]) -> Iterator[pa.RecordBatch]:
+        regions = pa.ipc.open_stream(sent.value).read_all()
+        for points in gathered(batches):
+            pairs = pairs_of(key, regions[geometry], points, x, y)
+            for begin in range(0, pairs.num_rows, ROWS_AT_ONCE):
+                some = pairs.slice(begin, ROWS_AT_ONCE)
+                yield from rows_of(some, points, regions.select(kept)).to_batches()
+
+    return sides.points.mapInArrow(joined, sides.schema)
+
+
+def serialized(table: pa.Table) -> bytes:
+    sink = pa.BufferOutputStream()
+    with pa.ipc.new_stream(sink, table.schema) as stream:
+        stream.write_table(table)
+    return bytes(sink.getvalue())
+
+
+def gathered(batches: Iterable[pa.RecordBatch]) -> Iterator[pa.Table]:
+    """The rows in tables of about POINTS_AT_ONCE."""
+    waiting: list[pa.RecordBatch] = []
+    for batch in batches:
+        waiting.append(batch)
+        if sum(map(len, waiting)) >= POINTS_AT_ONCE:
+            yield pa.Table.from_batches(waiting)
+            waiting = []
+    if waiting:
+        yield pa.Table.from_batches(waiting)
+
+
+def rows_of(pairs: pa.Table, points: pa.Table, regions: pa.Table) -> pa.Table:
+    """The columns of both sides."""
+    left, right = points.take(pairs["point"]), regions.take(pairs["region"])
+    return pa.table([*left.columns, *right.columns], [*left.column_names, *right.column_names])
+
+
+def pairs_of(key: str, geometries: pa.ChunkedArray, points: pa.Table, x: str, y: str) -> pa.Table:
+    """Row numbers of a `point` and a `region` that it lies in; `key` stands for the geometries."""
+    coordinates = pa.table({"x": points[x], "y": points[y], "point": row_numbers(points)})
+    coordinates = coordinates.filter(is_finite(coordinates, "x", "y"))
+    regions = pa.table({tasks.GEOMETRY: geometries, "region": row_numbers(geometries)})
+    if not regions.num_rows or not coordinates.num_rows:
+        return PAIRS.empty_table()
+
+    def ask(some: pa.Table) -> pa.Table:
+        first = some["region"][0].as_py()
+        sandbox().hold(f"{key}:{first}:{some.num_rows}", some.select([tasks.GEOMETRY]))
+        pairs = sandbox().ask("inside", coordinates.select(["x", "y"]))
+        columns = [coordinates["point"].take(pairs["point"]), pc.add(pairs["region"], first)]
+        return pa.table(columns, PAIRS)
+
+    def crashed(some: pa.Table, death: str) -> pa.Table:
+        print(f"cntr: a region is left out, its process ended with {death}", file=sys.stderr)
+        return PAIRS.empty_table()
+
+    return pa.concat_tables(answer_in_pieces(regions, ask, crashed))
+
+
+def is_finite(table: pa.Table | pa.RecordBatch, x: str, y: str) -> Any:
+    """Of each row, whether both are numbers; null counts as no."""
+    return pc.fill_null(pc.and_(pc.is_finite(table[x]), pc.is_finite(table[y])), False)
+
+
+def row_numbers(rows: pa.Table | pa.ChunkedArray) -> pa.Array:
+    return pa.array(np.arange(len(rows)))
+
+
+def cell_join(sides: Sides) -> DataFrame:
+    """Spark brings the points and the regions of each cell together."""
+    x, y, geometry, kept = sides.x, sides.y, sides.geometry, sides.kept
+
+    def joined(points: pa.Table, regions: pa.Table) -> pa.Table:
+        pairs = pairs_of(uuid.uuid4().hex, regions[geometry], points, x, y)
+        return rows_of(pairs, points.select(names), regions.select(kept))
+
+    names = sides.points.columns
+    cells = cells_of(sides)
+    here = points_in_cells(sides, cells).groupBy(SHARE)
+    there = regions_in_cells(sides, cells).groupBy(SHARE)
+    return here.cogroup(there).applyInArrow(joined, sides.schema)
+
+
+def points_in_cells(sides: Sides, cells: Cells) -> DataFrame:
+    x, y, points = sides.x, sides.y, sides.points
+
+    def placed(batches: Iterable[pa.RecordBatch]) -> Iterator[pa.RecordBatch]:
+        for batch in batches:
+            some = batch.filter(is_finite(batch, x, y))
+            coordinates = np.stack([some[x].to_numpy(), some[y].to_numpy()], axis=1)
+            shares = cells.of_points(coordinates, some[SPREAD].to_numpy())
+            yield with_share(some.drop_columns([SPREAD]), shares)
+
+    # The hash of a row is the same in every attempt, which its place in the task need not be.
+    hashable = [
+        field.name for field in points.schema if "map<" not in field.dataType.simpleString()
+    ]
+    spread = points.withColumn(SPREAD, F.xxhash64(*hashable))
+    return spread.mapInArrow(placed, schema_with_share(points))
+
+
+def regions_in_cells(sides: Sides, cells: Cells) -> DataFrame:
+    geometry = sides.geometry
+
+    def placed(batches: Iterable[pa.RecordBatch]) -> Iterator[pa.RecordBatch]:
+        for batch in batches:
+            rows, shares = cells.of_boxes(boxes_of(batch[geometry]))
+            yield with_share(batch.take(pa.array(rows)), shares)
+
+    return sides.regions.mapInArrow(placed, schema_with_share(sides.regions))
+
+
+def with_share(batch: pa.RecordBatch, shares: Integers) -> pa.RecordBatch:
+    return batch.append_column(SHARE, pa.array(shares))
+
+
+def schema_with_share(df: DataFrame) -> spark_types.StructType:
+    share = spark_types.StructField(SHARE, spark_types.LongType())
+    return spark_types.StructType([*df.schema.fields, share])
+
+
+def cells_of(sides: Sides) -> Cells:
+    """Cells of about equal bytes, by samples of both sides."""
+    x, y, geometry = sides.x, sides.y, sides.geometry
+
+    def located(batches: Iterable[pa.RecordBatch]) -> Iterator[pa.RecordBatch]:
+        for batch in batches:
+            boxes = boxes_of(batch[geometry])
+            sizes = pc.binary_length(batch[geometry]).cast(pa.float64())
+            columns = [pa.array((boxes[:, i] + boxes[:, i + 2]) / 2) for i in range(2)]
+            yield pa.RecordBatch.from_arrays([*columns, sizes], ["x", "y", "weight"])
+
+    points = sides.points.select(F.col(x).alias("x"), F.col(y).alias("y"))
+    regions = sides.regions.select(geometry)
+    point_sample, point_share = sampled(points.withColumn("weight", F.lit(float(POINT_BYTES))))
+    region_sample, region_share = sampled(regions)
+    centres = region_sample.mapInArrow(located, "x double, y double, weight double")
+    samples = [(point_sample, point_share), (centres, region_share)]
+    found = [finite_of(df.toArrow()) for df, _ in samples]
+    items = np.concatenate([table[:, :2] for table in found])
+    weights = np.concatenate(
+        [table[:, 2] / share for table, (_, share) in zip(found, samples, strict=True)]
+    )
+    cores = sides.points.sparkSession.sparkContext.defaultParallelism
+    wanted = max(CELLS_PER_CORE * cores, int(weights.sum() / CELL_BYTES))
+    return Cells.of_sample(items, weights, wanted)
+
+
+def sampled(df: DataFrame) -> tuple[DataFrame, float]:
+    """Some rows, and which share of all they are."""
+    share = min(1.0, SAMPLE / max(df.count(), 1))
+    return (df if share == 1.0 else df.sample(share, seed=0)), share
+
+
+def finite_of(table: pa.Table) -> Floats:
+    """The three columns, without rows that have no place."""
+    some = table.filter(is_finite(table, "x", "y"))
+    return np.stack([column.to_numpy() for column in some.columns], axis=1)

@@ -1,0 +1,152 @@
+# SPDX-License-Identifier: MIT
+"""Answers for each row of a data frame: measures and repaired outlines."""
+
+import functools
+from collections.abc import Callable, Iterable, Iterator, Sequence
+from typing import Any
+
+import pyarrow as pa
+from pyspark.sql import DataFrame
+from pyspark.sql import types as spark_types
+
+import cntr
+from cntr._sandbox import tasks
+from cntr._sandbox.bisection import answer_in_pieces
+from cntr._sandbox.parent import Sandbox
+
+OUTCOME = pa.schema([("status", pa.string()), ("note", pa.string())])
+
+# What Spark wants instead.
+ARROW_TYPES = {pa.large_string(): pa.string()}
+# Spark's types for those of measures.
+SPARK_TYPES: dict[pa.DataType, spark_types.DataType] = {
+    pa.float64(): spark_types.DoubleType(),
+    pa.int64(): spark_types.LongType(),
+    pa.bool_(): spark_types.BooleanType(),
+    pa.string(): spark_types.StringType(),
+}
+
+
+@functools.cache
+def sandbox() -> Sandbox:
+    """The one child of this Python worker; it stays for the tasks that come after."""
+    return Sandbox()
+
+
+def ask_of_rows(task: str, geometries: pa.Array, answers: pa.Schema, **options: Any) -> pa.Table:
+    """A row for each geometry, in order; a row of nulls with `crashed` where one is deadly."""
+
+    def ask(table: pa.Table) -> pa.Table:
+        return sandbox().ask(task, table, **options).select(answers.names).cast(answers)
+
+    def crashed(table: pa.Table, death: str) -> pa.Table:
+        row: dict[str, Any] = dict.fromkeys(answers.names)
+        row["status"] = "crashed"
+        row["note"] = f"its process ended with {death}"
+        if tasks.GEOMETRY in row:
+            row[tasks.GEOMETRY] = table[tasks.GEOMETRY][0]
+        return pa.Table.from_pylist([row], answers)
+
+    if len(geometries) == 0:
+        return answers.empty_table()
+    table = pa.table({tasks.GEOMETRY: geometries})
+    return pa.concat_tables(answer_in_pieces(table, ask, crashed))
+
+
+def measure(
+    df: DataFrame,
+    geometry: str = "geometry",
+    columns: Sequence[str] | None = None,
+    *,
+    keep_geometry: bool = True,
+) -> DataFrame:
+    """The data frame with the measures of the outlines in a column of WKB.
+
+    The columns of `df` are followed by those asked for (names of `cntr.MEASURES`, without them the
+    usual ones), `status` and `note`. A row that cannot be measured has the status ``failed``, one
+    whose measuring ends a process ``crashed``; both have a note and no measures. With
+    `keep_geometry` false the geometry is left out, and need not travel back from Python.
+
+    Raises ValueError for a name that there is not, or that `df` has already.
+    """
+    answers = answers_of(columns)
+    names = [name for name in answers.names if name not in OUTCOME.names]
+    kept = [name for name in df.columns if keep_geometry or name != geometry]
+    schema = schema_with(df.select(kept), answers)
+
+    def measured(batches: Iterable[pa.RecordBatch]) -> Iterator[pa.RecordBatch]:
+        for batch in batches:
+            answer = ask_of_rows("measure", batch[geometry], answers, columns=names)
+            yield joined(batch.select(kept), answer)
+
+    return mapped(df, geometry, measured, schema)
+
+
+def make_valid(df: DataFrame, geometry: str = "geometry", rule: str = "nonzero") -> DataFrame:
+    """The data frame with what the outlines in a column of WKB fill, as valid outlines.
+
+    `rule` is ``nonzero`` or ``evenodd``. The columns of `df` are followed by `status` and `note`. A
+    geometry that cannot be repaired stays as it is, with the status ``failed``, or ``crashed``
+    where repairing it ends a process.
+
+    Raises ValueError for another rule, and where `df` has a column `status` or `note` already.
+    """
+    if rule not in ("nonzero", "evenodd"):
+        raise ValueError(f"rule must be 'nonzero' or 'evenodd', not {rule!r}")
+    schema = schema_with(df, OUTCOME)
+    answers = pa.schema([(tasks.GEOMETRY, pa.binary()), *OUTCOME])
+    place = df.columns.index(geometry) if geometry in df.columns else -1
+
+    def repaired(batches: Iterable[pa.RecordBatch]) -> Iterator[pa.RecordBatch]:
+        for batch in batches:
+            answer = ask_of_rows("make_valid", batch[geometry], answers, rule=rule)
+            whole = joined(batch, answer.drop_columns([tasks.GEOMETRY]))
+            repaired_geometry = answer[tasks.GEOMETRY].combine_chunks()
+            yield whole.set_column(place, geometry, repaired_geometry)
+
+    return mapped(df, geometry, repaired, schema)
+
+
+def answers_of(columns: Sequence[str] | None) -> pa.Schema:
+    """The columns of an answer: those of the library's answer about nothing, as Spark has them."""
+    nothing = cntr.Outlines.from_wkb(pa.array([], pa.binary()))
+    found = pa.table(nothing.measure(columns)).schema
+    return pa.schema([(field.name, ARROW_TYPES.get(field.type, field.type)) for field in found])
+
+
+def schema_with(df: DataFrame, answers: pa.Schema) -> spark_types.StructType:
+    """The columns of `df`, and those of answers behind them."""
+    for name in answers.names:
+        if name in df.columns:
+            raise ValueError(f"the data frame has a column {name!r} already; rename it first")
+    added = [spark_types.StructField(field.name, SPARK_TYPES[field.type]) for field in answers]
+    return spark_types.StructType([*df.schema.fields, *added])
+
+
+def require_binary(df: DataFrame, geometry: str) -> None:
+    """Raises ValueError where there is no such column, or it is not binary."""
+    if geometry not in df.columns:
+        raise ValueError(f"the data frame has no column {geometry!r}")
+    if df.columns.count(geometry) > 1:
+        raise ValueError(f"the data frame has several columns {geometry!r}")
+    found = df.schema[geometry].dataType
+    if not isinstance(found, spark_types.BinaryType):
+        raise ValueError(
+            f"the column {geometry!r} must be binary (WKB), not {found.simpleString()}"
+        )
+
+
+def mapped(
+    df: DataFrame,
+    geometry: str,
+    function: Callable[[Iterable[pa.RecordBatch]], Iterator[pa.RecordBatch]],
+    schema: spark_types.StructType,
+) -> DataFrame:
+    require_binary(df, geometry)
+    return df.mapInArrow(function, schema)
+
+
+def joined(batch: pa.RecordBatch, answer: pa.Table) -> pa.RecordBatch:
+    columns = [column.combine_chunks() for column in answer.columns]
+    fields = [*batch.schema, *answer.schema]
+    return pa.RecordBatch.from_arrays([*batch.columns, *columns], schema=pa.schema(fields))

@@ -1,0 +1,91 @@
+# SPDX-License-Identifier: MIT
+"""Cells of the plane: every point in one, every region in all that it reaches, none too heavy."""
+
+import numpy as np
+import pytest
+
+from cntr.spark._cells import Cells, Floats, Integers
+
+EMPTY = np.empty((0, 2))
+
+
+def drawn(kind: str, count: int = 20000) -> Floats:
+    random = np.random.default_rng(11)
+    points = random.uniform(0.0, 100.0, (count, 2))
+    if kind == "clustered":
+        points[: count // 2] = random.normal(30.0, 0.01, (count // 2, 2))
+    if kind == "in one place":
+        points[: count // 10] = [70.0, 20.0]
+    if kind == "on a line":
+        points[:, 1] = 5.0
+    if kind == "on two lines":
+        points[:, 0] = np.round(points[:, 0] / 100.0)
+    return points
+
+
+def hashes(count: int) -> Integers:
+    return np.random.default_rng(12).integers(-(2**63), 2**63 - 1, count)
+
+
+KINDS = ["even", "clustered", "in one place", "on a line", "on two lines"]
+
+
+@pytest.mark.parametrize("kind", KINDS)
+def test_no_share_is_much_heavier_than_the_mean(kind: str) -> None:
+    points = drawn(kind)
+    cells = Cells.of_sample(points, np.ones(len(points)), 40)
+    shares = cells.of_points(points, hashes(len(points)))
+    loads = np.bincount(shares, minlength=cells.count)
+    assert loads.sum() == len(points)
+    assert len(loads) == cells.count >= 40
+    assert loads.max() <= 2.5 * len(points) / cells.count
+
+
+@pytest.mark.parametrize("kind", KINDS)
+def test_a_region_reaches_each_point_in_its_box_exactly_once(kind: str) -> None:
+    points = drawn(kind, 3000)
+    cells = Cells.of_sample(points, np.ones(len(points)), 16)
+    low = np.random.default_rng(13).uniform(-10.0, 100.0, (50, 2))
+    boxes = np.concatenate([low, low + 30.0], axis=1)
+    # Boxes whose sides are cuts.
+    boxes[:10, 0] = boxes[:10, 2] = cells.cuts[:10]
+    rows, shares = cells.of_boxes(boxes)
+    assert len(set(zip(rows.tolist(), shares.tolist(), strict=True))) == len(rows)
+    of_points = cells.of_points(points, hashes(len(points)))
+    inside = np.all((points >= boxes[:, None, :2]) & (points <= boxes[:, None, 2:]), axis=2)
+    reached = np.zeros((len(boxes), cells.count), bool)
+    reached[rows, shares] = True
+    assert np.all(reached[:, of_points][inside])
+
+
+def test_a_heavy_place_is_spread_and_its_regions_are_in_all_of_its_shares() -> None:
+    points = np.concatenate([np.full((900, 2), 7.0), drawn("even", 100)])
+    cells = Cells.of_sample(points, np.ones(len(points)), 8)
+    shares = cells.of_points(points[:900], hashes(900))
+    assert len(np.unique(shares)) > 3
+    rows, reached = cells.of_boxes(np.array([[6.5, 6.5, 7.5, 7.5]]))
+    assert set(np.unique(shares)) <= set(reached.tolist())
+    assert set(rows.tolist()) == {0}
+
+
+def test_boxes_of_nothing_reach_no_cell() -> None:
+    cells = Cells.of_sample(drawn("even"), np.ones(20000), 8)
+    rows, shares = cells.of_boxes(np.full((2, 4), np.nan))
+    assert len(rows) == len(shares) == 0
+
+
+def test_without_a_sample_there_is_one_cell() -> None:
+    cells = Cells.of_sample(EMPTY, np.empty(0), 40)
+    assert cells.count == 1
+    assert cells.of_points(np.array([[1.0, 2.0]]), np.array([-5])).tolist() == [0]
+    assert cells.of_boxes(np.array([[0.0, 0.0, 1.0, 1.0]]))[1].tolist() == [0]
+
+
+def test_cells_weigh_the_same_where_items_do_not() -> None:
+    points = drawn("even")
+    weights = np.where(points[:, 0] < 50.0, 1.0, 9.0)
+    cells = Cells.of_sample(points, weights, 32)
+    shares = cells.of_points(points, hashes(len(points)))
+    loads = np.bincount(shares, weights, minlength=cells.count)
+    assert loads.max() <= 1.2 * loads.mean()
+    assert loads.min() >= 0.8 * loads.mean()

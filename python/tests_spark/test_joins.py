@@ -1,0 +1,132 @@
+# SPDX-License-Identifier: MIT
+"""Points in regions: one machine's pairs, each once, however the data are spread."""
+
+import numpy as np
+import numpy.typing as npt
+import pyarrow as pa
+import pytest
+import samples
+from pyspark.sql import DataFrame, SparkSession
+from pyspark.sql import functions as F
+
+import cntr
+import cntr.spark
+from cntr.spark import _joins
+
+REGIONS = samples.stars(250, seed=21) + samples.hard_rows()
+
+
+def points_drawn(skew: bool, count: int = 60000) -> npt.NDArray[np.float64]:
+    random = np.random.default_rng(22)
+    points = random.uniform(-2.0, 102.0, (count, 2))
+    if skew:
+        centre = cntr.Outlines.from_wkb(pa.array(REGIONS[:1], pa.binary())).measure(
+            ["centre_x", "centre_y"]
+        )
+        place = [pa.table(centre)[name][0].as_py() for name in ("centre_x", "centre_y")]
+        points[: count // 10] = place
+        points[count // 10 : count // 5] = random.normal(place, 0.05, (count // 10, 2))
+    return points
+
+
+def frame_of(spark: SparkSession, points: npt.NDArray[np.float64]) -> DataFrame:
+    numbers = pa.array(range(len(points)), pa.int64())
+    table = pa.table({"point": numbers, "x": points[:, 0], "y": points[:, 1]})
+    return spark.createDataFrame(table)
+
+
+def regions_of(spark: SparkSession, rows: list[bytes | None]) -> DataFrame:
+    return spark.createDataFrame(samples.table_of(rows)).withColumnRenamed("id", "region")
+
+
+def pairs_here(points: npt.NDArray[np.float64]) -> list[tuple[int, int]]:
+    outlines = cntr.Outlines.from_wkb(pa.array(REGIONS, pa.binary()))
+    region, point = outlines.inside_join(points)
+    return sorted(zip(point.tolist(), region.tolist(), strict=True))
+
+
+def pairs_of(df: DataFrame) -> list[tuple[int, int]]:
+    return sorted((row.point, row.region) for row in df.select("point", "region").collect())
+
+
+@pytest.mark.parametrize("skew", [False, True])
+@pytest.mark.parametrize("broadcast", [None, True, False])
+@pytest.mark.parametrize("partitions", [1, 7])
+def test_the_pairs_are_those_of_one_machine(
+    spark: SparkSession, skew: bool, broadcast: bool | None, partitions: int
+) -> None:
+    points = points_drawn(skew)
+    joined = cntr.spark.inside_join(
+        frame_of(spark, points).repartition(partitions),
+        regions_of(spark, REGIONS).repartition(partitions),
+        broadcast=broadcast,
+    )
+    expected = pairs_here(points)
+    assert len(expected) > 1000
+    assert pairs_of(joined) == expected
+
+
+def test_regions_beyond_a_size_are_not_sent_to_everybody(
+    spark: SparkSession, monkeypatch: pytest.MonkeyPatch
+) -> None:
+    points = frame_of(spark, points_drawn(False, 100))
+    regions = regions_of(spark, REGIONS)
+    assert "CoGroup" not in plan_of(cntr.spark.inside_join(points, regions))
+    monkeypatch.setattr(_joins, "BROADCAST_BYTES", 1000)
+    assert "CoGroup" in plan_of(cntr.spark.inside_join(points, regions))
+
+
+def plan_of(df: DataFrame) -> str:
+    plan: str = df._jdf.queryExecution().toString()  # type: ignore[operator]
+    return plan
+
+
+def test_a_pair_has_the_columns_of_both_sides_without_the_geometry(spark: SparkSession) -> None:
+    points = frame_of(spark, np.array([[0.5, 0.25], [9.0, 9.0]])).withColumn(
+        "camera", F.lit("left")
+    )
+    square = samples.polygon(np.array([[0.0, 0.0], [1.0, 0.0], [1.0, 1.0], [0.0, 1.0]]))
+    regions = regions_of(spark, [square]).withColumn("part", F.array(F.lit("lid")))
+    for broadcast in (True, False):
+        joined = cntr.spark.inside_join(points, regions, broadcast=broadcast)
+        assert joined.columns == ["point", "x", "y", "camera", "region", "part"]
+        assert [tuple(row) for row in joined.collect()] == [(0, 0.5, 0.25, "left", 0, ["lid"])]
+
+
+@pytest.mark.parametrize("broadcast", [True, False])
+def test_points_and_regions_that_are_nowhere_are_in_no_pair(
+    spark: SparkSession, broadcast: bool
+) -> None:
+    points = spark.sql(
+        "select * from values (0, double('nan'), 1d), (1, 1d, null), (2, double('inf'), 1d)"
+        " as t(point, x, y)"
+    )
+    regions = regions_of(spark, REGIONS)
+    assert cntr.spark.inside_join(points, regions, broadcast=broadcast).count() == 0
+    somewhere = frame_of(spark, points_drawn(False, 100))
+    nowhere = regions_of(spark, samples.hard_rows())
+    assert cntr.spark.inside_join(somewhere, nowhere, broadcast=broadcast).count() == 0
+    assert cntr.spark.inside_join(somewhere, regions.limit(0), broadcast=broadcast).count() == 0
+
+
+@pytest.mark.parametrize("broadcast", [True, False])
+def test_a_region_that_ends_its_process_is_left_out(spark: SparkSession, broadcast: bool) -> None:
+    points = points_drawn(False, 2000)
+    joined = cntr.spark.inside_join(
+        frame_of(spark, points).coalesce(1),
+        regions_of(spark, [*REGIONS, samples.DEADLY]),
+        broadcast=broadcast,
+    )
+    assert pairs_of(joined) == pairs_here(points)
+
+
+def test_columns_that_do_not_fit_are_refused_at_once(spark: SparkSession) -> None:
+    points = frame_of(spark, points_drawn(False, 10))
+    regions = regions_of(spark, REGIONS)
+    with pytest.raises(ValueError, match="the data frame has no column 'column'"):
+        cntr.spark.inside_join(points, regions, x="column")
+    with pytest.raises(ValueError, match="the column 'point' must be double, not bigint"):
+        cntr.spark.inside_join(points, regions, y="point")
+    message = "both sides have a column 'point'; rename one of them first"
+    with pytest.raises(ValueError, match=message):
+        cntr.spark.inside_join(points, regions.withColumnRenamed("region", "point"))
