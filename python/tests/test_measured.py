@@ -46,6 +46,7 @@ def test_without_columns_the_usual_ones_are_measured() -> None:
 def test_each_measure_has_a_power_of_the_unit_and_a_meaning() -> None:
     assert cntr.MEASURES["area"] == (2, "area that is filled, without the holes")
     assert cntr.MEASURES["moment_xx"][0] == 4
+    assert all(meaning for _, meaning in cntr.MEASURES.values())
     measured = complete().measure(list(cntr.MEASURES))
     assert set(measured.columns) == {*cntr.MEASURES, "status"}
 

@@ -270,6 +270,6 @@ def test_the_fitted_ellipse_agrees_with_scikit_image(seed: int) -> None:
     points = np.column_stack([50 * np.cos(angle), 20 * np.sin(angle)])
     points += generator.normal(scale=0.3, size=points.shape)
     ellipse = cntr.Contour(points).fit_ellipse()
-    model = EllipseModel.from_estimate(points)  # type: ignore[no-untyped-call]
+    model = EllipseModel.from_estimate(points)
     assert sorted(ellipse.radii) == pytest.approx(sorted(model.axis_lengths), rel=1e-6)
     assert ellipse.centre == pytest.approx(tuple(model.center), abs=1e-6)

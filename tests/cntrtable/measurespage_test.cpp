@@ -16,7 +16,7 @@ std::string lineOf(const table::Measure& measure) {
   const std::string power = measure.power > 1 ? "^" + std::to_string(measure.power) : "";
   const std::string unit = measure.power == 0 ? "" : "unit" + power;
   return std::string("| `") + measure.name + "` | " + unit + (unit.empty() ? "| " : " | ") +
-         measure.meaning + (*measure.meaning == '\0' ? "|" : " |");
+         measure.meaning + " |";
 }
 
 /// The lines of the table of measures.
