@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// Contacts are read off the windings of faces; moments are sums over edges.
+// Contacts are read off the windings of faces; moments are put together from integrals over rings.
 
 #include <cntrsets/filled.h>
 
@@ -8,19 +8,18 @@
 #include <utility>
 
 #include <cntr/plane/starcentre.h>
-#include <cntr/plane/twofold.h>
 #include <cntrsets/faces/filledset.h>
 #include <cntrsets/frame.h>
+#include <cntrsets/integrals.h>
 #include <cntrsets/ringlist.h>
 #include <cntrsets/sets.h>
 
 namespace {
 
-using cntr::plane::productOf;
-using cntr::plane::sumOf;
 using cntr::plane::Twofold;
 using cntr::sets::Faces;
 using cntr::sets::Frame;
+using cntr::sets::Integrals;
 using cntr::sets::Point;
 using cntr::sets::RingList;
 using cntr::sets::Scaling;
@@ -60,104 +59,6 @@ std::vector<Windings> windingsOfFaces(const Faces& faces) {
   return result;
 }
 
-/// A sum of very many terms, with the digits of three doubles. Unlike a Twofold it takes on each
-/// term without waiting for all that is known of those before.
-class LongSum {
- public:
-  void add(const Twofold& term) {
-    const Twofold first = sumOf(high_, term.high);
-    const Twofold second = sumOf(middle_, first.low);
-    const Twofold third = sumOf(second.high, term.low);
-    high_ = first.high;
-    middle_ = third.high;
-    low_ += second.low + third.low;
-  }
-
-  Twofold value() const {
-    const Twofold tail = sumOf(middle_, low_);
-    const Twofold sum = sumOf(high_, tail.high);
-    return sumOf(sum.high, sum.low + tail.low);
-  }
-
- private:
-  double high_ = 0.0;
-  double middle_ = 0.0;
-  double low_ = 0.0;
-};
-
-/// Twice the signed area of the triangle from the origin to an edge, summed over edges.
-class AreaSum {
- public:
-  void add(const Point& a, const Point& b) {
-    sum_.add(productOf(a.x(), b.y()));
-    sum_.add(-productOf(b.x(), a.y()));
-  }
-  Twofold value() const { return sum_.value(); }
-
- private:
-  LongSum sum_;
-};
-
-/// Integrals over the area, each times the number in its name.
-struct Integrals {
-  Twofold area2{};
-  Twofold x6{};
-  Twofold y6{};
-  Twofold xx12{};
-  Twofold xy24{};
-  Twofold yy12{};
-
-  void add(const Integrals& other, const Twofold& factor) {
-    area2 = area2 + other.area2 * factor;
-    x6 = x6 + other.x6 * factor;
-    y6 = y6 + other.y6 * factor;
-    xx12 = xx12 + other.xx12 * factor;
-    xy24 = xy24 + other.xy24 * factor;
-    yy12 = yy12 + other.yy12 * factor;
-  }
-};
-
-/// The integrals over the triangles from the origin to edges.
-class MomentSums {
- public:
-  void add(const Point& a, const Point& b) {
-    area2_.add(a, b);
-    const Twofold cross = productOf(a.x(), b.y()) - productOf(b.x(), a.y());
-    const Twofold x = sumOf(a.x(), b.x());
-    const Twofold y = sumOf(a.y(), b.y());
-    x6_.add(cross * x);
-    y6_.add(cross * y);
-    xx12_.add(cross * (x * x - productOf(a.x(), b.x())));
-    yy12_.add(cross * (y * y - productOf(a.y(), b.y())));
-    xy24_.add(cross * (x * y + (productOf(a.x(), a.y()) + productOf(b.x(), b.y()))));
-  }
-
-  Integrals value() const {
-    return {area2_.value(), x6_.value(), y6_.value(), xx12_.value(), xy24_.value(), yy12_.value()};
-  }
-
- private:
-  AreaSum area2_;
-  LongSum x6_;
-  LongSum y6_;
-  LongSum xx12_;
-  LongSum xy24_;
-  LongSum yy12_;
-};
-
-template <class Sum>
-auto sumOver(std::span<const Point> ring, const Frame& frame) {
-  Sum sum;
-  if (ring.empty()) return sum.value();
-  Point from = frame.local(ring.back());
-  for (const Point& p : ring) {
-    const Point to = frame.local(p);
-    sum.add(from, to);
-    from = to;
-  }
-  return sum.value();
-}
-
 /// 1 where the area of a ring counts as it is, -1 where it counts the other way.
 Twofold signOf(const Twofold& area, bool isHole) {
   return Twofold((area.high < 0.0) != isHole ? -1.0 : 1.0);
@@ -169,7 +70,7 @@ double areaOf(const RingList& list) {
   const Frame frame(list.rings());
   Twofold area2;
   for (std::size_t i = 0; i < list.rings().size(); ++i) {
-    const Twofold ring = sumOver<AreaSum>(list.rings()[i], frame);
+    const Twofold ring = cntr::sets::doubledAreaOf(list.rings()[i], frame);
     area2 = area2 + ring * signOf(ring, list.isHole(i));
   }
   if (!(area2.high > 0.0)) return 0.0;
@@ -180,7 +81,7 @@ qc_InertiaData momentsOf(const RingList& list) {
   const Frame frame(list.rings());
   Integrals sums;
   for (std::size_t i = 0; i < list.rings().size(); ++i) {
-    const Integrals ring = sumOver<MomentSums>(list.rings()[i], frame);
+    const Integrals ring = cntr::sets::integralsOf(list.rings()[i], frame);
     sums.add(ring, signOf(ring.area2, list.isHole(i)));
   }
   if (!(sums.area2.high > 0.0)) return qc_InertiaData();

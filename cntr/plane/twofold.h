@@ -6,72 +6,103 @@
 
 #include <cmath>
 
+// Lanes are only given to what is inlined, so that it does not matter how they would be passed.
+#pragma GCC diagnostic ignored "-Wpsabi"
+
 namespace cntr::plane {
 
 /// A number as the exact sum of two doubles, the second at most half a unit in the last place of
 /// the first. Sums, products and quotients are right to about 2^-100 of the largest term (T. J.
 /// Dekker, A Floating-Point Technique for Extending the Available Precision, 1971); products need
 /// intermediate results that neither overflow nor fall below the smallest double.
-struct Twofold {
-  double high = 0.0;
-  double low = 0.0;
+///
+/// Number is double, or Lanes (lanes.h) for several such numbers side by side. Everything is
+/// inlined into functions that are compiled for newer processors.
+template <class Number>
+struct TwofoldOf {
+  Number high{};
+  Number low{};
 
-  constexpr Twofold() noexcept = default;
+  constexpr TwofoldOf() noexcept = default;
   /// The number as it is.
-  constexpr explicit Twofold(double value) noexcept : high(value) {}
+  constexpr explicit TwofoldOf(const Number& value) noexcept : high(value) {}
   /// REQUIRES: high is the double nearest to high + low.
-  constexpr Twofold(double high_part, double low_part) noexcept : high(high_part), low(low_part) {}
+  constexpr TwofoldOf(const Number& high_part, const Number& low_part) noexcept
+      : high(high_part), low(low_part) {}
 };
 
+using Twofold = TwofoldOf<double>;
+
 /// a + b, exactly.
-inline Twofold sumOf(double a, double b) noexcept {
-  const double sum = a + b;
-  const double fromB = sum - a;
+template <class Number>
+[[gnu::always_inline]] inline TwofoldOf<Number> sumOf(const Number& a, const Number& b) noexcept {
+  const Number sum = a + b;
+  const Number fromB = sum - a;
   return {sum, (a - (sum - fromB)) + (b - fromB)};
 }
 
-/// What a times b is more than its rounded `product`, exactly.
+/// What a times b is more than its rounded `product`, exactly, by halves of 26 bits (Dekker).
+/// REQUIRES: sizes below 2^990; the first half of a number is found by way of one 2^27 times as
+/// large.
+template <class Number>
+[[gnu::always_inline]] inline Number restOfProduct(const Number& a, const Number& b,
+                                                   const Number& product) noexcept {
+  constexpr double splitter = 0x1p27 + 1.0;
+  const Number aboveA = a * splitter;
+  const Number aboveB = b * splitter;
+  const Number highA = aboveA - (aboveA - a);
+  const Number highB = aboveB - (aboveB - b);
+  const Number lowA = a - highA;
+  const Number lowB = b - highB;
+  return ((highA * highB - product) + highA * lowB + lowA * highB) + lowA * lowB;
+}
+
+/// The same of doubles of any size.
 inline double restOfProduct(double a, double b, double product) noexcept {
 #if defined(__MINGW32__)
-  // fma rounds twice there. Halves of 26 bits have exact products (Dekker); large numbers are made
-  // smaller first, for the first half of a number is found by way of one 2^27 times as large.
+  // fma rounds twice there. Large numbers are made smaller first.
   constexpr double large = 0x1p990;
   constexpr double smaller = 0x1p-60;
   if (std::abs(a) > large) return restOfProduct(a * smaller, b, product * smaller) / smaller;
   if (std::abs(b) > large) return restOfProduct(a, b * smaller, product * smaller) / smaller;
-  const auto firstHalf = [](double number) {
-    const double above = (0x1p27 + 1.0) * number;
-    return above - (above - number);
-  };
-  const double highA = firstHalf(a);
-  const double lowA = a - highA;
-  const double highB = firstHalf(b);
-  const double lowB = b - highB;
-  return ((highA * highB - product) + highA * lowB + lowA * highB) + lowA * lowB;
+  return restOfProduct<double>(a, b, product);
 #else
   return std::fma(a, b, -product);
 #endif
 }
 
 /// a times b, exactly.
-inline Twofold productOf(double a, double b) noexcept {
-  const double product = a * b;
+template <class Number>
+[[gnu::always_inline]] inline TwofoldOf<Number> productOf(const Number& a,
+                                                          const Number& b) noexcept {
+  const Number product = a * b;
   return {product, restOfProduct(a, b, product)};
 }
 
-inline Twofold operator-(const Twofold& a) noexcept { return {-a.high, -a.low}; }
+template <class Number>
+[[gnu::always_inline]] inline TwofoldOf<Number> operator-(const TwofoldOf<Number>& a) noexcept {
+  return {-a.high, -a.low};
+}
 
-inline Twofold operator+(const Twofold& a, const Twofold& b) noexcept {
-  const Twofold high = sumOf(a.high, b.high);
-  const Twofold low = sumOf(a.low, b.low);
-  const Twofold sum = sumOf(high.high, high.low + low.high);
+template <class Number>
+[[gnu::always_inline]] inline TwofoldOf<Number> operator+(const TwofoldOf<Number>& a,
+                                                          const TwofoldOf<Number>& b) noexcept {
+  const TwofoldOf<Number> high = sumOf(a.high, b.high);
+  const TwofoldOf<Number> low = sumOf(a.low, b.low);
+  const TwofoldOf<Number> sum = sumOf(high.high, high.low + low.high);
   return sumOf(sum.high, sum.low + low.low);
 }
 
-inline Twofold operator-(const Twofold& a, const Twofold& b) noexcept { return a + -b; }
+template <class Number>
+[[gnu::always_inline]] inline TwofoldOf<Number> operator-(const TwofoldOf<Number>& a,
+                                                          const TwofoldOf<Number>& b) noexcept {
+  return a + -b;
+}
 
-inline Twofold operator*(const Twofold& a, const Twofold& b) noexcept {
-  const Twofold product = productOf(a.high, b.high);
+template <class Number>
+[[gnu::always_inline]] inline TwofoldOf<Number> operator*(const TwofoldOf<Number>& a,
+                                                          const TwofoldOf<Number>& b) noexcept {
+  const TwofoldOf<Number> product = productOf(a.high, b.high);
   return sumOf(product.high, product.low + (a.high * b.low + a.low * b.high));
 }
 

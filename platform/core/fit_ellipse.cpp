@@ -8,6 +8,7 @@
 // ellipses as well determined as circles.
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <numbers>
 
@@ -41,11 +42,28 @@ struct Ellipse {
   Point axis;
 
   double distance(const Point& p) const noexcept {
+    return distanceToEllipse(turned(p), major, minor);
+  }
+
+  /// As seen from the centre, along the axes.
+  Point turned(const Point& p) const noexcept {
     const Point q = p - center;
-    const Point turned(q * axis, q.y() * axis.x() - q.x() * axis.y());
-    return distanceToEllipse(turned, major, minor);
+    return {q * axis, q.y() * axis.x() - q.x() * axis.y()};
   }
 };
+
+double rootMeanSquareDistance(const Ellipse& ellipse, const Points& points) {
+  double sum = 0.0;
+  std::array<Point, lanes> turned;
+  for (std::size_t begin = 0; begin < points.size(); begin += lanes) {
+    const std::size_t count = std::min(lanes, points.size() - begin);
+    for (std::size_t i = 0; i < count; ++i) turned[i] = ellipse.turned(points[begin + i]);
+    const std::array<double, lanes> distances =
+        distancesToEllipse(turned, ellipse.major, ellipse.minor);
+    for (std::size_t i = 0; i < count; ++i) sum += distances[i] * distances[i];
+  }
+  return std::sqrt(sum / static_cast<double>(points.size()));
+}
 
 /// R of the columns u, v, 1, u^2, uv, v^2 of the points, divided by sqrt(n).
 Columns conicFactor(const Points& framed, const Spread& spread) {

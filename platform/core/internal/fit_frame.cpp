@@ -33,21 +33,27 @@ void checkFinite(double result) {
   if (!std::isfinite(result)) throw qcFitError(L"the curve is too large for double precision");
 }
 
-Point scaled(const Point& p, int exponent) {
-  return {std::ldexp(p.x(), exponent), std::ldexp(p.y(), exponent)};
-}
-
 }  // namespace
+
+PowerOfTwo::PowerOfTwo(int exponent) noexcept {
+  constexpr int largestExponent = 1000;
+  const int first = std::min(exponent, largestExponent);
+  first_ = std::ldexp(1.0, first);
+  second_ = std::ldexp(1.0, exponent - first);
+}
 
 Frame::Frame(const Points& points, std::size_t atLeast) {
   if (points.size() < atLeast) throw qcFitError(L"too few points");
-  std::frexp(largestCoordinate(points), &exponent_);
+  int exponent = 0;
+  std::frexp(largestCoordinate(points), &exponent);
+  enlarging_ = PowerOfTwo(exponent);
+  shrinking_ = PowerOfTwo(-exponent);
   Point sum;
-  for (const Point& p : points) sum = sum + scaled(p, -exponent_);
+  for (const Point& p : points) sum = sum + p * shrinking_;
   mean_ = sum * (1.0 / static_cast<double>(points.size()));
 }
 
-Point Frame::enter(const Point& p) const noexcept { return scaled(p, -exponent_) - mean_; }
+Point Frame::enter(const Point& p) const noexcept { return p * shrinking_ - mean_; }
 
 Points Frame::enter(const Points& points) const {
   Points framed;
@@ -57,14 +63,14 @@ Points Frame::enter(const Points& points) const {
 }
 
 Point Frame::leave(const Point& p) const {
-  const Point left = scaled(p + mean_, exponent_);
+  const Point left = (p + mean_) * enlarging_;
   checkFinite(left.x());
   checkFinite(left.y());
   return left;
 }
 
 double Frame::leave(double length) const {
-  const double left = std::ldexp(length, exponent_);
+  const double left = length * enlarging_;
   checkFinite(left);
   return left;
 }

@@ -15,6 +15,25 @@ namespace qnFit {
 using Point = qcVector<2>;
 using Points = std::vector<Point>;
 
+/// A power of two as a factor, rounded once as by ldexp. Powers that are no double are reached in
+/// two steps, of which the first one loses nothing.
+class PowerOfTwo {
+ public:
+  /// REQUIRES: exponent >= -1074.
+  explicit PowerOfTwo(int exponent) noexcept;
+
+  friend double operator*(double value, const PowerOfTwo& power) noexcept {
+    return value * power.first_ * power.second_;
+  }
+  friend Point operator*(const Point& p, const PowerOfTwo& power) noexcept {
+    return {p.x() * power, p.y() * power};
+  }
+
+ private:
+  double first_;
+  double second_;
+};
+
 /// Scales by a power of two, so that no bit is lost and nothing overflows, then shifts.
 class Frame {
  public:
@@ -31,7 +50,8 @@ class Frame {
   double leave(double length) const;
 
  private:
-  int exponent_ = 0;
+  PowerOfTwo enlarging_{0};
+  PowerOfTwo shrinking_{0};
   Point mean_;
 };
 

@@ -5,8 +5,11 @@
 #include <platform/core/internal/fit_distance.h>
 
 #include <algorithm>
+#include <array>
 #include <cmath>
+#include <limits>
 #include <numbers>
+#include <random>
 
 #include <gtest/gtest.h>
 #include <rapidcheck/gtest.h>
@@ -102,6 +105,46 @@ TEST(EllipseDistanceTest, NarrowEllipsesAreNoTrouble) {
                 b * b + 1e-15);
     EXPECT_NEAR(distanceToEllipse(Point(1.25, 0), 1, b), 0.25, 1e-15);
     EXPECT_NEAR(distanceToEllipse(Point(0.5, 0), 1, b), b * std::sqrt(0.75), 1e-6 * b);
+  }
+}
+
+/// Inside and outside, on the axes and at the centre, far away, or not a number.
+Point anyPoint(std::mt19937_64& random) {
+  const auto coordinate = [&random] {
+    std::uniform_real_distribution<double> near(-3.0, 3.0);
+    const double value = near(random);
+    switch (random() % 16) {
+      case 0:
+        return 0.0;
+      case 1:
+        return value * 1e300;
+      case 2:
+        return value * 1e-300;
+      case 3:
+        return random() % 8 == 0 ? std::numeric_limits<double>::quiet_NaN() : value;
+      default:
+        return value;
+    }
+  };
+  const double x = coordinate();
+  const double y = coordinate();
+  return {x, y};
+}
+
+TEST(EllipseDistanceTest, OfSeveralPointsAtOnceIsThatOfEach) {
+  std::mt19937_64 random(1);
+  for (int round = 0; round < 20000; ++round) {
+    const double a = std::ldexp(1.0 + static_cast<double>(random() % 1000) / 1000.0,
+                                static_cast<int>(random() % 8) - 4);
+    const double b = random() % 4 == 0 ? a : a / (1.0 + static_cast<double>(random() % 100000));
+    std::array<Point, qnFit::lanes> points;
+    for (Point& p : points) p = anyPoint(random);
+    const auto distances = qnFit::distancesToEllipse(points, a, b);
+    for (std::size_t i = 0; i < points.size(); ++i) {
+      const double alone = distanceToEllipse(points[i], a, b);
+      if (std::isnan(alone) && std::isnan(distances[i])) continue;
+      ASSERT_EQ(distances[i], alone) << round;
+    }
   }
 }
 

@@ -17,6 +17,7 @@ namespace {
 using qnFit::Frame;
 using qnFit::Point;
 using qnFit::Points;
+using qnFit::PowerOfTwo;
 using qnFit::Spread;
 
 constexpr double infinity = std::numeric_limits<double>::infinity();
@@ -30,6 +31,15 @@ std::wstring refusal(Make make) {
     return error.message();
   }
   return L"nothing was refused";
+}
+
+TEST(PowerOfTwoTest, RoundsOnceAsLdexpDoes) {
+  for (const double value : {1.0, 1.0 / 3.0, -7e300, 5e-324, 3e-310, 1.5, infinity, 0.0}) {
+    for (int exponent = -1074; exponent <= 1074; ++exponent) {
+      ASSERT_EQ(value * PowerOfTwo(exponent), std::ldexp(value, exponent)) << value << exponent;
+    }
+  }
+  EXPECT_EQ(Point(1, 3) * PowerOfTwo(-1), Point(0.5, 1.5));
 }
 
 TEST(FrameTest, ScalesByAPowerOfTwoAndShiftsTheMeanToTheOrigin) {
