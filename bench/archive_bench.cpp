@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
-// Storing a contour to memory and loading it again against copying the same bytes. README.md says
-// how to read the ratios.
+// Storing a contour to memory and loading it again, compared with copying the same bytes. README.md
+// explains how to read the ratios.
 
 #include <cstddef>
 #include <cstring>

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 //
-// What chooses the thresholds of cntr/index/policy.h: each question answered with an index and
-// without, beside the cost of making the index. A threshold is well chosen where the two times
-// cross, or where the answers saved pay for the making.
+// The measurements behind the thresholds of cntr/index/policy.h: each question answered with an
+// index and without, beside the cost of making the index. A threshold is well chosen where the two
+// times cross, or where the time saved by then pays for the index.
 
 #include <algorithm>
 #include <cstddef>

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
-// Area and centre of mass of a polygon against plain loops over the same vertices that are written
-// with bare doubles. README.md says how to read the ratios.
+// Area and centre of mass of a polygon, compared with plain loops over the same vertices as bare
+// doubles. README.md explains how to read the ratios.
 
 #include <cmath>
 #include <cstddef>
@@ -59,7 +59,7 @@ struct Centroid {
   return {gx * r, gy * r};
 }
 
-/// Times `measure(shape)`, where `prepare` makes the shape of a smooth star of range(0) vertices.
+/// Times `measure(shape)`, where `prepare` makes the shape from a smooth star of range(0) vertices.
 template <class Prepare, class Measure>
 void run(benchmark::State& state, Prepare prepare, Measure measure) {
   const auto n = static_cast<std::size_t>(state.range(0));

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
 // What becomes of self-crossing outlines: how often repair succeeds, why it fails where it does,
-// and whether what comes out still crosses itself. Prints the table of docs/repair.md:
+// and whether the result still crosses itself. Prints the table of docs/repair.md:
 //
 //   repair_outcomes [SHAPES_PER_FAMILY]
 
@@ -74,7 +74,7 @@ std::optional<qcRegion> repaired(const qcRegion& region,
   return result;
 }
 
-/// True when a walk along the boundary could be started.
+/// True when there is an edge from which the walk along the boundary can start.
 bool canStart(const Points& points) {
   const double probe = 0.01 * cntr::compute::medianEdgeLength({points, true});
   return cntr::compute::startingEdge(cntr::compute::Outline(points), probe).has_value();
@@ -142,7 +142,7 @@ Points spiralAcrossItself(Random& random) {
   return points;
 }
 
-/// A curve that winds round its middle twice and loops inwards.
+/// A curve that winds around its middle twice and loops inwards.
 Points limacon(Random& random) {
   const std::size_t n = between(random, 10, 200);
   const double loop = random.uniform(1.1, 4.0);

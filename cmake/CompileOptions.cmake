@@ -17,14 +17,14 @@ if(PROJECT_IS_TOP_LEVEL)
   find_program(CNTR_CCACHE ccache)
   mark_as_advanced(CNTR_CCACHE)
   if(CNTR_CCACHE AND NOT CMAKE_CXX_COMPILER_LAUNCHER)
-    # Precompiled headers are cached on these terms alone.
+    # ccache caches precompiled headers only under these conditions.
     set(CMAKE_CXX_COMPILER_LAUNCHER
         ${CMAKE_COMMAND} -E env CCACHE_SLOPPINESS=pch_defines,time_macros ${CNTR_CCACHE})
   endif()
 endif()
 
-# A build without a type is optimised: by its type where it is ours to choose, and otherwise, where
-# the project that this one is a part of has none, by the same flags.
+# A build without a type is optimised: if the choice is ours, by setting the type; if this is a part
+# of a project without a type, by the same flags.
 get_property(multi_config GLOBAL PROPERTY GENERATOR_IS_MULTI_CONFIG)
 if(NOT multi_config AND NOT CMAKE_BUILD_TYPE)
   if(PROJECT_IS_TOP_LEVEL)
@@ -39,7 +39,7 @@ if(MSVC)
   return()
 endif()
 
-# Nobody replaces single functions of the libraries: calls within a library need no detour.
+# Nobody replaces single functions of the libraries, so calls within a library need no indirection.
 if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND CMAKE_SYSTEM_NAME STREQUAL "Linux")
   add_compile_options(-fno-semantic-interposition)
   add_link_options($<$<STREQUAL:$<TARGET_PROPERTY:TYPE>,SHARED_LIBRARY>:-Wl,-Bsymbolic-functions>)
@@ -66,15 +66,15 @@ add_compile_options(
 if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
   add_compile_options(-Wduplicated-cond -Wduplicated-branches -Wlogical-op)
 elseif(CMAKE_CXX_COMPILER_ID MATCHES "Clang")
-  # typeid(*handle) is meant to look at the object.
+  # typeid(*handle) is meant to evaluate its operand.
   add_compile_options(-Wno-potentially-evaluated-expression)
 endif()
-# Instrumented code makes g++ warn of what cannot happen.
+# With instrumented code g++ warns of things that cannot happen.
 if(CNTR_WERROR AND NOT CNTR_SANITIZE AND NOT CNTR_SANITIZE_THREADS)
   add_compile_options(-Werror)
 endif()
 
-# What Debian asks of its packages.
+# What Debian demands of its packages.
 if(CNTR_HARDENING)
   add_compile_definitions(_FORTIFY_SOURCE=2)
   add_compile_options(-fstack-protector-strong -Werror=format-security)
@@ -93,6 +93,6 @@ elseif(CNTR_SANITIZE_THREADS)
   add_compile_options(-fsanitize=thread -fno-omit-frame-pointer)
   add_link_options(-fsanitize=thread)
 elseif(CMAKE_SYSTEM_NAME STREQUAL "Linux")
-  # A library must not leave its users to find out what it lacks.
+  # A library must not leave it to its users to find out which symbols it lacks.
   add_link_options($<$<STREQUAL:$<TARGET_PROPERTY:TYPE>,SHARED_LIBRARY>:LINKER:--no-undefined>)
 endif()

@@ -1,8 +1,8 @@
 # SPDX-License-Identifier: MIT
 
 # Offers the headers that match the given patterns, relative to the root of the repository, to the
-# users of a library: those who build it along with a project of their own find them in a tree of
-# headers that only include the real ones, so that no internal header comes within their reach;
+# users of a library. Those who build it as a part of their own project find them in a tree of
+# headers that only include the real ones, so that no internal header is within their reach;
 # packaging/ installs those that the property CNTR_PUBLIC_HEADERS names.
 function(cntr_offer_headers library)
   list(TRANSFORM ARGN PREPEND ${PROJECT_SOURCE_DIR}/ OUTPUT_VARIABLE patterns)

@@ -13,8 +13,8 @@
 
 namespace formats {
 
-/// How often the character occurs. Sums of a few fit into a byte, so that a compiler can add up
-/// many at once.
+/// How often the character occurs. Counts of short runs fit into a byte, so that a compiler can add
+/// up many at once.
 inline std::size_t countOf(std::string_view text, char character) noexcept {
   constexpr std::size_t block = 64;
   std::size_t count = 0;
@@ -30,13 +30,13 @@ inline std::size_t countOf(std::string_view text, char character) noexcept {
   return count;
 }
 
-/// The place of the first of these three characters from `at` on, or the end.
+/// The position of the first of these three characters from `at` on, or the end.
 inline std::size_t findAny(std::string_view text, std::size_t at, char a, char b, char c) noexcept {
   const auto isOne = [=](char other) {
     return static_cast<unsigned>(other == a) | static_cast<unsigned>(other == b) |
            static_cast<unsigned>(other == c);
   };
-  // Most blocks have none of them, which a compiler finds out for all bytes of a block at once.
+  // Most blocks contain none of them, which a compiler checks for all bytes of a block at once.
   constexpr std::size_t block = 64;
   for (; at + block <= text.size(); at += block) {
     const char* const bytes = text.data() + at;
@@ -45,8 +45,8 @@ inline std::size_t findAny(std::string_view text, std::size_t at, char a, char b
       found = static_cast<unsigned char>(found | isOne(bytes[k]));
     if (found != 0) break;
   }
-  // Words of eight bytes: those of a difference of 0 borrow from their highest bit (the lowest of
-  // them always, and higher ones without any only above it).
+  // Words of eight bytes: a byte of 0 borrows from its highest bit when 1 is subtracted. The lowest
+  // such byte is always marked correctly; a byte above it may be marked without being 0.
   constexpr std::uint64_t ones = 0x0101010101010101U;
   constexpr std::uint64_t highest = 0x8080808080808080U;
   const auto zeros = [](std::uint64_t word) { return (word - ones) & ~word & highest; };

@@ -23,9 +23,9 @@ using Points = std::vector<qcVector<2>>;
 struct Geometry {
   /// Outlines rather than open lines.
   bool closed = true;
-  /// Made to have several parts, even if it has one.
+  /// Written as a geometry of several parts, even if there is only one.
   bool multiple = false;
-  /// An open line is an outline without holes. None where there is a problem, see Feature.
+  /// An open line is an outline without holes. Empty where there is a problem, see Feature.
   std::vector<qcRings> parts = {};
   /// One list for each part, as long as its outline or empty; no lists at all where the file has no
   /// edge elements.
@@ -34,7 +34,7 @@ struct Geometry {
 
 /// A number, or the name of a class.
 using Label = std::variant<unsigned long, std::string>;
-/// Numbers are no larger.
+/// The largest label that is a number.
 inline constexpr unsigned long largestLabel = 4294967295;
 
 /// The label as people read it.
@@ -47,12 +47,12 @@ struct Feature {
   Geometry geometry;
   /// The name that the file gives it besides the label.
   std::optional<std::string> id;
-  /// The file says more of it, which is not read: what annotation tools note of a shape.
+  /// True when the file says more about it that is not read, as annotation tools do.
   bool hasFurtherMembers = false;
-  /// Why there is no geometry to ask; empty when there is one.
+  /// Why there is no geometry; empty when there is one.
   std::string problem;
-  /// The JSON of the Feature or geometry that it was read from; empty when that was not JSON or was
-  /// not to be kept.
+  /// The JSON of the Feature or geometry that it was read from; empty when that was not JSON, or
+  /// was not kept.
   std::string text;
 };
 

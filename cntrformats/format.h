@@ -21,15 +21,16 @@ namespace formats {
 struct Format {
   /// For --from and --to.
   const char* name;
-  /// As messages call it.
+  /// Its name in messages.
   const char* title;
-  /// Of file names, in small letters with the dot; the rest is empty.
+  /// File extensions in lower case with the dot; unused entries are empty.
   std::array<std::string_view, 4> endings;
-  /// What a file of it is, in a few words.
+  /// What a file in this format contains, in a few words.
   const char* meaning;
-  /// What every file of it begins with; empty for text.
+  /// What every file in this format begins with; empty for text.
   std::string_view signature;
-  /// True for the first line of such a file, its line feed included; null where lines tell nothing.
+  /// True for the first line of such a file, its line feed included; null where a line tells
+  /// nothing.
   bool (*looksLike)(std::string_view line);
   /// Hands all features of a file to `sink`. Throws FileError when the file cannot be read, is not
   /// of this format or holds no features; what was found by then has been handed over.
@@ -42,13 +43,13 @@ struct Format {
 /// All formats; the first is GeoJSON.
 std::span<const Format> allFormats();
 
-/// Null where there is none of that name.
+/// The format of this name, or null.
 const Format* formatNamed(std::string_view name);
-/// The format that the ending of a file's name stands for, .gz at the end left out; null for other
-/// endings and for "-".
+/// The format that the extension of a file name stands for, .gz at the end left out; null for other
+/// extensions and for "-".
 const Format* formatByEnding(const std::string& file);
-/// The format that the beginning of the text looks like, GeoJSON when it looks like none. All of it
-/// stays to be read.
+/// The format that the beginning of the text looks like, GeoJSON when it looks like none of them.
+/// Consumes nothing.
 const Format& formatByContent(Source& source);
 
 }  // namespace formats

@@ -11,7 +11,7 @@
 
 namespace formats {
 
-/// What every file of gzip begins with.
+/// What every gzip file begins with.
 inline constexpr std::string_view gzipSignature = "\x1f\x8b";
 
 class Gunzip {
@@ -24,10 +24,10 @@ class Gunzip {
   Gunzip(const Gunzip&) = delete;
   Gunzip& operator=(const Gunzip&) = delete;
 
-  /// The next bytes, at least one; 0 at the end. Throws FileError for what gzip did not write, and
-  /// when the packed bytes end too early.
+  /// The next bytes, at least one; 0 at the end. Throws FileError for data that gzip did not write,
+  /// and when the packed bytes end too early.
   std::size_t read(char* buffer, std::size_t size);
-  /// Packed bytes that have been read are left.
+  /// True while packed bytes that have been read are still to be unpacked.
   bool hasMore() const;
 
  private:

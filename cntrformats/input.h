@@ -12,7 +12,7 @@
 namespace formats {
 
 struct Input {
-  /// As messages and answers name it.
+  /// Its name in messages and answers.
   std::string name;
   std::unique_ptr<Source> source;
   const Format* format;
@@ -23,8 +23,8 @@ struct Input {
 /// A file as messages and answers name it.
 std::string displayName(const std::string& file);
 
-/// Opens a file, "-" for standard input. Its format is `from` unless that is null, or else that of
-/// its ending, or else that which its beginning looks like. Throws FileError.
+/// Opens a file, "-" for standard input. Its format is `from` unless that is null, otherwise that
+/// of its extension, otherwise the one that its beginning looks like. Throws FileError.
 Input openInput(const std::string& file, const Format* from);
 
 }  // namespace formats

@@ -181,7 +181,7 @@ std::string compact(std::string_view json) {
 
 std::string excerpt(std::string_view json) {
   std::string text = validUtf8(compact(json.substr(0, 4096)));
-  // A message would end at the first one.
+  // A message would end at the first null character.
   std::replace(text.begin(), text.end(), '\0', '?');
   if (text.size() <= longestExcerpt) return text;
   std::size_t end = longestExcerpt;

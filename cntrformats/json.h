@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 //
-// JSON as text: where the values of a text are, and texts as they are written. What is passed on or
-// taken apart here has been parsed before, so that it is known to be JSON; other texts do no harm,
-// but what is told of them has no meaning.
+// JSON as text: where the values of a text are, and how text is written. What these functions are
+// given has been parsed before and is known to be JSON; any other text does no harm, but their
+// answers mean nothing then.
 
 #pragma once
 
@@ -16,9 +16,9 @@ namespace formats {
 /// Finds where a value ends, in a text that may come piece by piece.
 class ValueEnd {
  public:
-  /// Looks at the text from `at` on, where the value begins or the last call has come to. Moves
-  /// `at` behind the value, or to the end of the text when that comes first; true when it found the
-  /// end.
+  /// Looks at the text from `at` on, where the value begins or the last call stopped. Moves `at`
+  /// past the value, or to the end of the text when that comes first; true when it found the end of
+  /// the value.
   bool find(std::string_view text, std::size_t& at);
 
  private:
@@ -48,9 +48,9 @@ std::string_view memberOf(std::string_view object, std::string_view name);
 
 /// The value without the blanks between its parts.
 std::string compact(std::string_view json);
-/// The value as it can stand in a message: compact, and cut short where it is long.
+/// The value for a message: compact, and cut short where it is long.
 std::string excerpt(std::string_view json);
-/// A text as a value; what is not UTF-8 in it is replaced.
+/// A text as a JSON string; whatever is not UTF-8 in it is replaced.
 std::string jsonString(std::string_view text);
 
 }  // namespace formats

@@ -13,7 +13,7 @@ struct Location {
   std::size_t number = 1;
   /// The line that it starts on, counted from 1; 0 in formats that are not read by lines.
   std::size_t line = 0;
-  /// The file is this feature, rather than a collection with it.
+  /// True when the file is this feature rather than a collection that holds it.
   bool isLone = false;
 };
 

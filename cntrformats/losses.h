@@ -22,7 +22,7 @@ struct Holding {
   bool properties = false;
 };
 
-/// All that the feature has besides its geometry and what is held of it.
+/// Everything that the feature has besides its geometry and what is held.
 Losses lossesOf(const Feature& feature, const Holding& holding);
 
 }  // namespace formats

@@ -13,16 +13,16 @@ namespace formats {
 struct Member {
   /// Without its quotes, escapes as they are.
   std::string name;
-  /// JSON.
+  /// The value's JSON.
   std::string value;
 };
 
 using Members = std::vector<Member>;
 
-/// Its JSON; null where there is no such member.
+/// The JSON of that member; null where there is none.
 const std::string* valueOf(const Members& members, std::string_view name);
 
-/// Adds members, or gives them new values where they are there already.
+/// Adds members, and gives new values to those that exist already.
 void update(Members& members, Members&& others);
 
 }  // namespace formats

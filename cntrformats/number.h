@@ -10,11 +10,11 @@
 
 namespace formats {
 
-/// As std::from_chars, to the bit; most numbers, of at most 15 digits and without an exponent, take
-/// a third of its time.
+/// Like std::from_chars, to the last bit; most numbers (at most 15 digits, no exponent) take a
+/// third of its time.
 std::from_chars_result readNumber(const char* first, const char* last, double& value) noexcept;
 
-/// The whole text as a finite number. Throws FeatureError, naming the text, for any other.
+/// The whole text as a finite number. Throws FeatureError, naming the text, for anything else.
 double finiteNumber(std::string_view text);
 
 /// The shortest text that reads back as the same number.

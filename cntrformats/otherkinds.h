@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// Files of outlines that are known but not read, so that a message can say what they are.
+// Files of outlines that are recognised but not read, so that a message can say what they are.
 
 #pragma once
 
@@ -8,7 +8,7 @@
 
 namespace formats {
 
-/// What the file is whose first line this is, and what helps; null when it is none of these.
+/// What the file with this first line is, and what helps; null when it is none of these kinds.
 const char* otherKind(std::string_view line);
 
 }  // namespace formats

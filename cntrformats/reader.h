@@ -15,21 +15,20 @@
 
 namespace formats {
 
-/// A feature as far as it takes to find its end.
+/// A feature that has been read only as far as needed to find its end.
 struct Record {
   Location location;
   /// About how many bytes it takes.
   std::size_t size = 0;
-  /// Reads it; on any thread, once. What is wrong with it is the feature's problem.
+  /// Decodes it; on any thread, once. What is wrong with it becomes the feature's problem.
   std::function<Feature()> decode;
 };
 
-/// The feature that `read` fills in. A FeatureError is its problem: it has no geometry then, but
-/// what had been filled in before.
+/// The feature that `read` fills in. A FeatureError becomes its problem: it then has no geometry,
+/// but keeps what was filled in before.
 Feature decoded(std::size_t number, const std::function<void(Feature&)>& read);
 
-/// Whether features keep the JSON that they were read from, to be written back with all that is in
-/// it.
+/// Whether features keep the JSON that they were read from, so that it can be written back in full.
 enum class Keep { eFeature, eSourceToo };
 
 /// Takes what a reader finds, in the order of the file.

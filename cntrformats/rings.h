@@ -10,8 +10,7 @@
 
 namespace formats {
 
-// These throw FeatureError, naming `place`, when there are fewer vertices than the 3 of a ring or
-// the 2 of a line.
+// These throw FeatureError, naming `place`, for fewer than 3 vertices in a ring or 2 in a line.
 
 /// The vertices of a ring that may repeat its first point at the end.
 Points asRing(Points points, const std::string& place);

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 //
 // The library's shapes, made from what a file says: the only place where that is done. Vertices
-// stay in the file's order, so that the library's vertex numbers are the file's. Every shape is
-// new: none has been asked anything yet.
+// stay in the file's order, so that the library's vertex numbers are the file's. Every shape is new
+// and remembers nothing yet.
 
 #pragma once
 
@@ -30,9 +30,9 @@ qcRegionSet makeRegionSet(const std::vector<qcRings>& parts, bool withHoles);
 qcRect boxOf(const Points& points);
 
 struct Place {
-  /// The number of the part, from 1; none in a feature of a single part.
+  /// The number of the part, from 1; empty in a feature of a single part.
   std::optional<std::size_t> part;
-  /// The number of the hole, from 1; none for an outline or a line.
+  /// The number of the hole, from 1; empty for an outline or a line.
   std::optional<std::size_t> hole;
 };
 

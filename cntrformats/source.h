@@ -27,7 +27,7 @@ class Source : public std::streambuf {
   Source(const Source&) = delete;
   Source& operator=(const Source&) = delete;
 
-  // These look at what has not been read yet, and leave it. To be called before reading.
+  // These look at what has not been read yet and consume nothing. Call them before reading.
 
   bool startsWith(std::string_view text);
   /// The first character that is not blank; 0 when there is none.
@@ -37,13 +37,13 @@ class Source : public std::streambuf {
   /// beginning.
   std::string_view firstLine();
 
-  /// Appends bytes that are at hand to `text`, at most so many; waits for the first of them. False
-  /// at the end.
+  /// Appends the bytes that are available to `text`, at most `most`; waits for the first of them.
+  /// False at the end.
   bool appendTo(std::string& text, std::size_t most);
   /// How many bytes have been read.
   std::uint64_t position() const;
-  /// How many bytes of the file that took, packed ones where it is packed, those read ahead
-  /// included.
+  /// How many bytes of the file that took: packed ones where it is packed, and including those read
+  /// ahead.
   std::uint64_t taken() const noexcept { return taken_; }
   /// True when the next byte has not arrived yet.
   bool isWaiting() const;
@@ -54,7 +54,7 @@ class Source : public std::streambuf {
  private:
   /// Where the first character that is not blank is in `ahead_`.
   std::size_t findFirst();
-  /// Appends what comes next to `ahead_`; false at the end.
+  /// Reads more into `ahead_`; false at the end.
   bool lookFurther();
   std::size_t fill();
   std::size_t readFile(char* bytes, std::size_t size);
@@ -62,13 +62,13 @@ class Source : public std::streambuf {
 
   int descriptor_;
   bool isBeginning_ = true;
-  /// None where the file is not packed.
+  /// Null where the file is not packed.
   std::unique_ptr<Gunzip> gunzip_;
   std::array<char, std::size_t{1} << 16U> buffer_;
-  /// Looked at but not read.
+  /// Bytes that were looked at but not read.
   std::string ahead_;
   std::uint64_t taken_ = 0;
-  /// How many bytes came before those that are shown.
+  /// How many bytes were read before those in the buffer.
   std::uint64_t passed_ = 0;
 };
 

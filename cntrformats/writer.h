@@ -14,7 +14,7 @@
 
 namespace formats {
 
-/// How GeoJSON that is written as it was read has its rings.
+/// How the rings of a feature that is written with its own GeoJSON run.
 enum class Rings {
   eAsTheyWere,
   /// Closed, outlines with positive area in the file's coordinates and holes with negative area;
@@ -22,18 +22,18 @@ enum class Rings {
   eAsGeoJsonWants
 };
 
-/// An object of the library: one of these.
+/// A shape of the library: one of the two.
 struct Shape {
   qcPtrHandle<qcContour> contour = {};
   qcPtrHandle<qcRegionSet> set = {};
 };
 
-/// A feature in the form that it is written in.
+/// A feature in the form in which it is written.
 struct Prepared {
   std::string text;
-  /// In an archive; several of what the library has no set for.
+  /// For an archive; several where the library has no set for them.
   std::vector<Shape> shapes = {};
-  /// It is the whole file, see Location.
+  /// True when it is the whole file, see Location.
   bool isLone = false;
 };
 
@@ -43,9 +43,9 @@ class FeatureWriter {
   virtual ~FeatureWriter() = default;
 
   /// REQUIRES: the feature has a geometry. `isLone` when the feature is all that will be written,
-  /// and shall be no part of a collection.
+  /// and is not to be part of a collection.
   virtual Prepared prepare(Feature feature, bool isLone) const = 0;
-  /// A feature that has a problem, as it was; nothing when that cannot be written.
+  /// A feature that has a problem, as it was; empty when that cannot be written.
   virtual std::optional<Prepared> prepareUnreadable(const Feature& feature, bool isLone) const {
     (void)feature, (void)isLone;
     return std::nullopt;

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
-// Fuzz target: an archive of any bytes. What can be loaded is asked some questions and must come
-// back the same when it is stored and loaded again.
+// Fuzz target: an archive of any bytes. Whatever can be loaded is asked some questions and must
+// come back the same when it is stored and loaded again.
 //
 // The input is the kind of content, the number of bytes that questions are drawn from, these bytes,
 // and the archive without its header.
@@ -51,8 +51,8 @@ bool isLoaded(const std::string& bytes, Value& value) {
   }
 }
 
-/// The nodes of a region with its holes, each counted as often as it is reached; nothing when there
-/// are too many or one is null: such regions have no plain form.
+/// Takes the nodes of a region with its holes off `left`, each as often as it is reached; false
+/// when there are too many or one is null: such regions have no plain form.
 bool countNodes(const qcRegion& region, std::size_t& left) {
   if (left == 0 || region.points().size() > 200) return false;
   --left;
@@ -81,7 +81,7 @@ void ask(Input& input, const qcContour& contour) {
   askContour(input, patience, contour, {contour.points(), contour.isClosed()});
 }
 
-/// Questions to regions that have no plain form: they must end, in an answer or an exception.
+/// Questions to regions that have no plain form: each must end, with an answer or an exception.
 void askAnything(Input& input, const qcRegion& region) {
   const plain::Point p = drawPoint(input, region.points());
   try {
@@ -133,7 +133,7 @@ void ask(Input& input, const qc2XformBase& xform) {
   }
 }
 
-/// Whatever a handle may lead to.
+/// Asks whatever object a handle may lead to.
 void ask(Input& input, const qcPersistent& object) {
   if (const auto* set = dynamic_cast<const qcRegionSet*>(&object)) return ask(input, *set);
   if (const auto* region = dynamic_cast<const qcRegion*>(&object)) return ask(input, *region);
@@ -169,7 +169,7 @@ void ask(Input& input, const qcPolygon& polygon) {
   askRegion(input, patience, region, {vertices, {}});
 }
 
-/// Values of which there is nothing to ask.
+/// Values that there is nothing to ask about.
 template <class Value>
 void ask(Input& /*input*/, const Value& /*value*/) {}
 
@@ -193,7 +193,7 @@ struct AnySet : qcRegionSet {
   AnySet() : qcRegionSet(twin::Handles(), qcContourDefs::eNoIntersectionRepair) {}
 };
 
-/// Objects through handles until the input ends; those of before are met again.
+/// Objects through handles until the input ends; earlier ones may come again.
 void loadHandles(Input& questions, const std::string& bytes) {
   std::istringstream stream(bytes);
   std::set<const qcPersistent*> asked;

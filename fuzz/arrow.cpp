@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: MIT
 //
-// Fuzz target: Arrow columns of any structure. Buffers are as large as the lengths demand, each a
-// block of its own; everything else may be wrong. What is not refused comes back from Arrow.
+// Fuzz target: Arrow columns of any structure. Buffers are as large as the lengths demand, each in
+// a block of its own; everything else may be wrong. Whatever is not refused must come back from
+// Arrow.
 
 #include <array>
 
@@ -26,7 +27,7 @@ constexpr std::array extensions{"",
                                 "geoarrow.wkb",
                                 "geoarrow.point"};
 constexpr std::array names{"x", "y", "z"};
-/// Beyond all offsets that only go forwards.
+/// Beyond all offsets that never decrease.
 constexpr std::size_t wkbBytes = 1024;
 
 std::size_t childrenOf(const std::string& format, Input& input) {
@@ -41,7 +42,7 @@ std::int64_t drawLength(Input& input) {
   return static_cast<std::int64_t>(length % 24);
 }
 
-/// A block that is no longer than its bytes.
+/// A block of its own, exactly as long as its bytes.
 table::ArrowBuffer drawBytes(Input& input, std::size_t size) {
   std::vector<std::uint8_t> bytes(size);
   for (std::uint8_t& byte : bytes) byte = input.byte();
@@ -73,7 +74,7 @@ std::vector<table::ArrowBuffer> drawBuffers(Input& input, const std::string& for
   return buffers;
 }
 
-/// As its format demands, but for some of its numbers and pointers.
+/// As its format demands, except for some of its numbers and pointers.
 qcArrowColumn drawColumn(Input& input, int depth) {
   const std::string format = formats[input.below(depth > 4 ? 5 : formats.size())];
   std::vector<qcArrowSchema> schemas;

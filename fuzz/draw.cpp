@@ -50,7 +50,7 @@ plain::Point drawFree(Input& input, Style style) {
   }
 }
 
-/// `count` times the pattern, each time shifted on.
+/// `count` copies of the pattern, each shifted further.
 plain::Points repeated(const plain::Points& pattern, std::size_t count, const plain::Point& shift) {
   plain::Points points;
   for (std::size_t i = 0; i < count; ++i) {

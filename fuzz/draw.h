@@ -25,12 +25,12 @@ plain::Segment drawSegment(Input& input, const plain::Points& near);
 /// In radians: a multiple of a sixteenth of a turn, across two vertices, or any bits.
 double drawAngle(Input& input, const plain::Points& near);
 
-/// The identity, one of small numbers, or any bits.
+/// The identity, a transform of small numbers, or any bits.
 qcXform<2> drawXform(Input& input);
 
 double drawTolerance(Input& input);
 
-/// With holes, which have holes themselves, of `depth` levels in all.
+/// Its holes have holes themselves, with `depth` levels in all.
 plain::Region drawRegion(Input& input, std::size_t mostVertices, int depth);
 
 /// Up to `most` regions; some repeat an earlier one at another place.

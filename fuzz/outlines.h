@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// What holds of all outlines, wherever they come from.
+// What must hold for all outlines, wherever they come from.
 
 #pragma once
 
@@ -41,7 +41,7 @@ inline void requireSame(const qcOutlines& a, const qcOutlines& b, const char* wh
   }
 }
 
-/// Reads all that there is, and measures it.
+/// Reads everything there is, and measures it.
 inline void examine(const qcOutlines& outlines) {
   qcOutlinesBuilder builder;
   for (std::size_t i = 0; i < outlines.size(); ++i) {

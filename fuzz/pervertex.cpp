@@ -66,7 +66,7 @@ void checkInStep(const ContourT& contour) {
   }
 }
 
-/// Sets the data; when that is refused nothing has changed.
+/// Sets the data; when they are refused nothing may have changed.
 void replaceData(ContourT& contour, const Edgelets& data) {
   const Edgelets before = contour.data();
   const plain::Points points = contour.points();

@@ -104,7 +104,7 @@ void askHull(const qcContour& made, const plain::Contour& expected) {
     made.convexHull(hull);
     return valueOf(hull.points());
   };
-  // Which hull surrounds numbers that are not finite is not described.
+  // It is not specified which hull surrounds coordinates that are not finite.
   if (isFinite(expected.points)) {
     require(agree(hullOf, [&] { return plain::convexHull(expected); }), "convexHull");
   } else if (expected.points.size() > 1) {
@@ -182,7 +182,7 @@ void askPoint(const qcRegion& made, const plain::Region& expected, const plain::
   }
 }
 
-/// Points often enough for the grid of a small region to be made.
+/// Asks about points often enough for a small region's grid to be built.
 void askManyPoints(Input& input, const qcRegion& made, const plain::Region& expected) {
   const plain::Segment row = drawSegment(input, expected.points);
   for (int i = 0; i <= 16; ++i) {
@@ -243,7 +243,7 @@ void askSetRepair(const qcRegionSet& made, const plain::Regions& expected, bool 
 }
 
 /// A walk passes every vertex and crossing, of which there may be as many as pairs of edges, and
-/// asks all edges at each.
+/// tests all edges at each.
 std::size_t costOfRepair(std::size_t vertices) { return 8 * vertices * vertices; }
 
 }  // namespace
@@ -375,7 +375,7 @@ void askSet(Input& input, Patience& patience, const qcRegionSet& made,
                      "encloseRect of a set");
     }
     default: {
-      // With too few vertices a set throws once and then takes itself for one that does not cross.
+      // With too few vertices a set throws once and from then on reports that it does not cross.
       const bool canBeAsked =
           std::all_of(expected.begin(), expected.end(),
                       [](const plain::Region& region) { return region.points.size() > 1; });

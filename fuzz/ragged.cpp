@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
-// Fuzz target: ragged arrays with any offsets. What is not refused comes back from ragged arrays of
-// its own.
+// Fuzz target: ragged arrays with any offsets. Whatever is not refused must come back from ragged
+// arrays made from it.
 
 #include <cntr/contourdefs.h>
 
@@ -12,7 +12,7 @@ namespace {
 
 constexpr std::size_t mostOffsets = 12;
 
-/// Small ones that seldom go backwards, or anything.
+/// Small ones that rarely decrease, or any.
 std::vector<std::int64_t> drawOffsets(fuzz::Input& input) {
   std::vector<std::int64_t> offsets(input.below(mostOffsets));
   std::int64_t last = 0;

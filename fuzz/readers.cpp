@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// Fuzz target: a file of any bytes in each format that the program reads. What can be read is
+// Fuzz target: a file of any bytes in each format that the program reads. Whatever can be read is
 // measured, written in another format and read again.
 //
 // The input is the format (one number more than there are formats: by content), the format to
@@ -22,7 +22,7 @@ namespace {
 
 using namespace formats;
 
-/// A file that is nowhere but in memory.
+/// A file that exists only in memory.
 class MemoryFile {
  public:
   explicit MemoryFile(std::string_view bytes) : descriptor_(memfd_create("input", 0)) {
@@ -34,7 +34,7 @@ class MemoryFile {
   MemoryFile& operator=(const MemoryFile&) = delete;
   ~MemoryFile() { close(descriptor_); }
 
-  /// Opened anew by this name it is read from the beginning.
+  /// A file opened by this name is read from its beginning.
   std::string name() const { return "/proc/self/fd/" + std::to_string(descriptor_); }
 
  private:
@@ -114,7 +114,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   writer->finish();
   if (examiner.written() == 0) return 0;
 
-  // What the program writes it can read.
+  // The program must be able to read what it writes.
   const MemoryFile again(out.str());
   const Input opened = openInput(again.name(), &to);
   Examiner reexaminer(nullptr);

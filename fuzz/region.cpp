@@ -19,7 +19,7 @@ constexpr std::size_t mostVertices = 250;
 struct Subject {
   explicit Subject(const plain::Region& region) : expected(region), made(twin::make(region)) {}
 
-  /// The centre of mass with holes is told once after a change.
+  /// After a change, the first answer about the centre of mass with holes is the only one.
   void askCenterWithHoles() {
     const bool isFirst = expected.holes.empty() || !centerWasGiven;
     require(
@@ -54,7 +54,7 @@ struct Subject {
     centerWasGiven = false;
   }
 
-  /// Into itself.
+  /// Repairs the region into itself.
   void repair(bool hull) {
     const auto repaired = twin::outcome(
         [&] { return hull ? plain::outerHull(expected) : plain::regularize(expected); });

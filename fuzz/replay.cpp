@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// Runs a fuzz target, without a fuzzer, on files and on all files of directories.
+// Runs a fuzz target, without a fuzzer, on files and on all files in directories.
 
 #include <cstdint>
 #include <exception>
@@ -18,7 +18,7 @@ void replayFile(const std::filesystem::path& path) {
   std::ifstream file(path, std::ios::binary);
   if (!file) throw std::filesystem::filesystem_error("cannot be read", path, {});
   const std::vector<char> bytes{std::istreambuf_iterator<char>(file), {}};
-  // Named first: an input that fails ends the program.
+  // Printed first: an input that fails ends the program.
   std::cout << path.filename().string() << std::endl;
   LLVMFuzzerTestOneInput(reinterpret_cast<const std::uint8_t*>(bytes.data()), bytes.size());
 }

@@ -58,7 +58,7 @@ plain::Parts plainOf(const Feature& feature) {
   return parts;
 }
 
-/// Vertices, and points beside them: faces are met wherever there are any.
+/// Vertices, and points beside them: this reaches faces wherever there are any.
 Points questions(const Feature& feature) {
   Points points;
   const auto add = [&](const Points& ring) {
@@ -86,7 +86,7 @@ void requireToHold(const Feature& result, const Feature& input, const Holds& hol
   }
 }
 
-/// Nothing where there is no area.
+/// Empty where there is no area.
 Feature repaired(const Feature& feature, qcPolygon::PolyFillMode rule, qcRepairReport& report) {
   try {
     return qf_MakeValid(feature, rule, &report);
@@ -134,7 +134,7 @@ void combine(const Feature& a, const Feature& b) {
       "a symmetric difference");
 }
 
-/// Grown, everything within the distance is filled and nothing beyond it; shrunk, nothing within
+/// Grown: everything within the distance is filled, and nothing beyond it. Shrunk: nothing within
 /// the distance of the boundary is. Arcs fall short of their circles.
 void offset(const Feature& feature, double distance) {
   constexpr double tolerance = 0.05;
@@ -151,8 +151,9 @@ void offset(const Feature& feature, double distance) {
   }
 }
 
-/// The circle reaches the boundary of what is filled, and about no point that is tried there is
-/// room for one larger by more than the tolerance. None of these features is too thin for it.
+/// The circle reaches the boundary of what is filled, and no point that is tried has room around it
+/// for a circle that is larger by more than the tolerance. None of these features is too thin for
+/// it.
 void inscribe(const Feature& feature) {
   constexpr double tolerance = 0.05;
   const qcCircle circle = qf_InscribedCircle(feature, tolerance);

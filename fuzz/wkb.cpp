@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// Fuzz target: any bytes as a value of well-known binary. What can be read is written in either
+// Fuzz target: any bytes as a value of well-known binary. Whatever can be read is written in either
 // byte order and read again.
 
 #include <cntrtable/wkb.h>

@@ -16,7 +16,7 @@ namespace tool {
 
 namespace {
 
-/// Help goes to `out` and is all well; everything else that ends the parsing is wrong usage.
+/// Help goes to `out` and counts as success; everything else that ends the parsing is wrong usage.
 int explain(const CLI::App& app, const CLI::ParseError& error, Session& session) {
   return app.exit(error, session.out, session.messages) == 0 ? eAllWell : eUnusable;
 }
@@ -46,7 +46,7 @@ void addCommands(CLI::App& app, Session& session) {
   addConvert(app, session);
 }
 
-/// How many letters have to be put in, left out or changed to make one word of the other.
+/// How many letters must be inserted, deleted or replaced to turn one word into the other.
 std::size_t distance(const std::string& a, const std::string& b) {
   std::vector<std::size_t> row(b.size() + 1);
   std::iota(row.begin(), row.end(), std::size_t{0});

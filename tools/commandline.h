@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// The command line: picks the subcommand and turns what went wrong into an exit status.
+// The command line: picks the subcommand and turns failures into an exit status.
 
 #pragma once
 

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 //
-// Counts what the program and the libraries that it links ask operator new for. It adds about a
-// nanosecond to each block, whoever asks for it. Aligned blocks are not counted: nobody here asks
-// for any.
+// Counts what the program and the libraries that it links request from operator new. It adds about
+// a nanosecond to each block, whoever requests it. Aligned blocks are not counted: nobody here
+// requests any.
 
 #include <bench/peers/work.h>
 

@@ -36,7 +36,7 @@ Polygon polygonOf(const Points& points) {
   return polygon;
 }
 
-/// Packed: made of all edges at once, which gives the quickest trees.
+/// Packed: made of all edges at once, which gives the fastest trees.
 std::shared_ptr<EdgeTree> edgeTree(const Points& points) {
   std::vector<BoostSegment> edges;
   for (std::size_t i = 0; i < points.size(); ++i) {

@@ -47,7 +47,7 @@ const bool isRegistered = [] {
     CGAL::convex_hull_2(polygon.vertices_begin(), polygon.vertices_end(), std::back_inserter(hull));
     return hull.size();
   });
-  // Its rectangle takes a convex polygon, counter-clockwise.
+  // Its rectangle needs a convex polygon that runs counter-clockwise.
   once("minimumAreaRect", largerShapes, [](const Polygon& polygon) {
     std::vector<Kernel::Point_2> hull;
     CGAL::convex_hull_2(polygon.vertices_begin(), polygon.vertices_end(), std::back_inserter(hull));

@@ -148,8 +148,9 @@ void measure() {
     geos::algorithm::construct::MaximumInscribedCircle circle(&g, inscribedTolerance);
     return circle.getRadiusLine()->getLength();
   });
-  // Lines, for of rings it gives another distance (3.11). Its points lie at equal steps of each
-  // edge, and the longest steps are twice the tolerance: they miss as much as ours may.
+  // Asked about lines, because GEOS 3.11 gives another distance for rings. Its points lie at equal
+  // steps of each edge, and the longest steps are twice the tolerance: they miss as much as ours
+  // may.
   askOnce("hausdorff", "GEOS", Plan{"S", {100, 1000}}, [](const Work& given) {
     Points moved = given.outline;
     shapes::scaleAndShift(moved, 1.002, Point(0.5, 0.25));

@@ -22,7 +22,7 @@ namespace {
 
 const std::string us = "cntr";
 
-/// A region that lets everyone ask what is meant for derived classes.
+/// A region that makes public what is meant for derived classes.
 class OpenRegion : public qcRegion {
  public:
   explicit OpenRegion(const Points& outline)
@@ -35,8 +35,8 @@ std::shared_ptr<OpenRegion> regionOf(const Work& given) {
   return std::make_shared<OpenRegion>(given.outline);
 }
 
-/// askOften() with `answer(region, given, i)`, asked often enough beforehand for every index that
-/// it makes use of to be there.
+/// askOften() with `answer(region, given, i)`, asked often enough beforehand that every index it
+/// uses exists.
 template <class Answer>
 void often(const std::string& question, const Plan& plan, Answer answer) {
   askOften(question, us, plan, [answer](const Work& given) {
@@ -97,7 +97,8 @@ void askAboutPlaces() {
         });
 }
 
-/// Times `answer(region, work)`, which asks about all places; reported for one place.
+/// Times `answer(region, work)`, which asks about all places; the time reported is that for one
+/// place.
 template <class Answer>
 void allPlaces(const std::string& question, const std::string& who, Answer answer) {
   for (const char shape : everyShape.shapes) {
@@ -116,7 +117,7 @@ void allPlaces(const std::string& question, const std::string& who, Answer answe
   }
 }
 
-/// `atOnce(region, places)` beside `one(region, place)` for one place after the other.
+/// `atOnce(region, places)` beside `one(region, place)` called for each place in turn.
 template <class AtOnce, class One>
 void askAllPlaces(const std::string& question, AtOnce atOnce, One one) {
   allPlaces(question, us, [atOnce](const OpenRegion& region, const Work& given) {
@@ -212,7 +213,7 @@ void measure() {
   });
 }
 
-/// Descriptors are functions of a list of points: nothing is set or remembered.
+/// Descriptors are functions of a list of points: nothing is set beforehand or remembered.
 template <class Answer>
 void onPoints(const std::string& question, const Plan& plan, Answer answer) {
   askOnce(question, us, plan, [answer](const Work& given) {

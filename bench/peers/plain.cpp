@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// Loops over bare doubles, without any index; where one is known, the textbook's best method.
+// Loops over bare doubles without any index; where there is a textbook method, the best one known.
 
 #include <bench/peers/work.h>
 
@@ -150,7 +150,7 @@ double medianEdge(const std::vector<double>& xy) {
   return *middle;
 }
 
-/// The largest distance between vertices: rotating calipers (Shamos 1978) round the hull.
+/// The largest distance between vertices: rotating calipers (Shamos 1978) around the hull.
 double farthestPair(const Points& outline) {
   Points hull;
   qfConvexHull(outline, hull);

@@ -35,8 +35,8 @@ Points ring(const qcContour& contour, const std::string& place) {
   return finite(contour.points(), place);
 }
 
-/// Edge elements stand at their vertices; their own positions are those of another plane where the
-/// contour has a transform.
+/// An edge element is placed at its vertex: where the contour has a transform, the element's own
+/// position belongs to another plane.
 std::vector<qcEdgelet> edgeletsOf(const qcContour& contour, const Points& vertices) {
   const auto* withData = dynamic_cast<const EdgeContour*>(&contour);
   if (withData == nullptr || withData->data().empty()) return {};
@@ -70,7 +70,7 @@ qcRings partOf(const qcContour& contour) {
   return part;
 }
 
-/// The library's label of what has none is 0.
+/// In the library the label 0 stands for no label.
 std::optional<Label> labelOf(unsigned long label) {
   return label == 0 ? std::nullopt : std::optional<Label>(label);
 }

@@ -17,7 +17,7 @@ namespace {
 
 using EdgeContour = qcContourT<qcEdgelet>;
 
-/// 0 stands for none.
+/// 0 stands for no label.
 unsigned long labelOf(const Feature& feature) {
   const auto* const number = feature.label ? std::get_if<unsigned long>(&*feature.label) : nullptr;
   return number == nullptr ? 0 : *number;
@@ -53,7 +53,7 @@ Shape setOf(const Feature& feature) {
           qcPtrHandle<qcRegionSet>(new qcRegionSet(regions, qcContourDefs::eNoIntersectionRepair))};
 }
 
-/// Of lines, and of a single outline without holes.
+/// True for lines, and for a single outline without holes that has edge elements.
 bool holdsEdgelets(const Geometry& geometry) {
   if (!geometry.closed) return true;
   return geometry.parts.size() == 1 && !geometry.multiple && hasEdgelets(geometry, 0) &&

@@ -20,7 +20,7 @@ bool isAllDigits(const std::string& text) {
   return !text.empty() && text.find_first_not_of("0123456789") == std::string::npos;
 }
 
-/// A number from 1 without leading zeros.
+/// A whole number of at least 1, without leading zeros.
 std::optional<std::size_t> count(std::string_view text) {
   std::size_t number = 0;
   const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
@@ -28,7 +28,7 @@ std::optional<std::size_t> count(std::string_view text) {
   return isWhole && text.front() != '0' ? std::optional(number) : std::nullopt;
 }
 
-/// Takes `word` and the count behind it off the end of the text; 0 when they are not there.
+/// Removes `word` and the count after it from the end of the text; 0 when they are not there.
 std::size_t takeCount(std::string_view& text, std::string_view word) {
   const std::size_t begin = text.rfind(word);
   if (begin == std::string_view::npos) return 0;

@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: MIT
 //
-// CSV with a vertex to each line: id,x,y, or x,y alone, separated by commas, semicolons, tabs or
-// blanks. Lines that begin with "# " are comments, but for the first one if it names the columns.
+// CSV with one vertex per line: id,x,y, or x,y alone, separated by commas, semicolons, tabs or
+// blanks. Lines that begin with "# " are comments, except for the first one if it names the
+// columns.
 
 #include <algorithm>
 #include <array>
@@ -21,7 +22,7 @@ namespace formats {
 
 namespace {
 
-/// Where the lines have what a vertex needs.
+/// Which columns hold the parts of a vertex.
 struct Columns {
   std::optional<std::size_t> id;
   std::size_t x = 0;
@@ -32,7 +33,7 @@ struct Columns {
   const char* names() const { return id ? "id,x,y" : "x,y"; }
 };
 
-/// How a file is read, as its first line tells.
+/// How a file is read, as decided by its first line.
 struct Layout {
   Columns columns;
   bool hasHeader = false;
@@ -46,7 +47,7 @@ struct Vertex {
 struct Ring {
   RingName name;
   std::vector<Vertex> vertices;
-  /// What is wrong with the line behind the last vertex.
+  /// What is wrong with the line after the last vertex.
   std::string flaw;
 };
 
@@ -71,7 +72,8 @@ Points pointsOf(const Ring& ring, const std::string& place) {
   return ring.name.isLine ? asLine(std::move(points), place) : asRing(std::move(points), place);
 }
 
-/// Rings follow each other as follows() has it, so that only the first one can be out of place.
+/// Each ring satisfies follows() after the one before it, so that only the first can be out of
+/// place.
 Geometry geometryOf(const std::vector<Ring>& rings) {
   const RingName& first = rings.front().name;
   if (first.hole > 0 || first.part > 1) {
@@ -109,7 +111,7 @@ class RingGatherer {
     if (rings_.back().flaw.empty()) rings_.back().vertices.push_back(std::move(vertex));
   }
 
-  /// A line without a vertex belongs to the ring that is under way.
+  /// A line without a vertex belongs to the ring that is being gathered.
   void addFlaw(const std::string& flaw, std::size_t line) {
     if (rings_.empty()) beginRing("", line);
     if (rings_.back().flaw.empty()) rings_.back().flaw = flaw;
@@ -163,7 +165,7 @@ std::string inSmallLetters(std::string text) {
   return text;
 }
 
-/// Decimal commas are for those who separate by semicolons.
+/// Decimal commas are accepted only where semicolons separate the fields.
 std::string numberOf(const std::string& field, char separator) {
   std::string text = trimmed(field);
   if (separator == ';') std::replace(text.begin(), text.end(), ',', '.');
@@ -186,8 +188,8 @@ std::optional<Columns> namedColumns(const std::vector<std::string>& fields, char
   return Columns{id, places[1], places[2], separator};
 }
 
-/// The columns of a line that is a vertex. Blanks separate other lists of numbers, too, so that
-/// there must be no more than a vertex needs.
+/// The columns of a line that is a vertex. Blanks separate other lists of numbers, too, so there
+/// must be no more fields than a vertex needs.
 std::optional<Columns> vertexColumns(const std::vector<std::string>& fields, char separator) {
   const auto isNumberAt = [&](std::size_t k) { return isNumber(numberOf(fields[k], separator)); };
   if (fields.size() == 2 && isNumberAt(0) && isNumberAt(1)) {
@@ -212,10 +214,10 @@ std::optional<Layout> layoutOf(std::string_view line) {
   return std::nullopt;
 }
 
-/// What the lines are, after comments in front of them.
+/// Tells the lines that are vertices from the header and the comments.
 class Table {
  public:
-  /// Takes the next line; nothing when it is no vertex but a header or a comment.
+  /// True when the next line is a vertex rather than a header or a comment.
   bool isVertexLine(const std::string& line) {
     const bool isComment = line.starts_with("# ");
     if (layout_) return !isComment;
@@ -225,7 +227,7 @@ class Table {
     return false;
   }
 
-  /// REQUIRES: a vertex line has come.
+  /// REQUIRES: isVertexLine() has returned true.
   const Columns& columns() const { return layout_->columns; }
   bool isEmpty() const { return !layout_; }
 

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// CSV with a vertex to each line, see names.h for the names of rings.
+// CSV with one vertex per line; names.h has the names of rings.
 
 #include <ostream>
 
@@ -28,20 +28,20 @@ void appendRing(std::string& text, const RingName& name, const Points& points) {
   if (repeatsItsFirst(points, name)) append(points.front());
 }
 
-/// True when the id of the feature can stand for its name.
+/// True when the id of the feature can be its name in CSV.
 bool holdsId(const Feature& feature) {
   if (!feature.id || feature.id->find_first_of("\r\n") != std::string::npos) return false;
   return parseFeatureName(*feature.id).id == feature.id &&
          parseRingName(*feature.id) == RingName{*feature.id};
 }
 
-/// A name that is no number is an id.
+/// A label that is text is written as an id would be, so only a number counts.
 bool holdsLabel(const Feature& feature) {
   return feature.label && std::holds_alternative<unsigned long>(*feature.label);
 }
 
-/// A label rather than an id; "#" and the number of the feature where it has none that CSV can
-/// hold.
+/// The label, else the id; "#" and the number of the feature where it has neither in a form that
+/// CSV can hold.
 std::string nameOf(const Feature& feature) {
   if (holdsLabel(feature)) return toText(*feature.label);
   if (holdsId(feature)) return *feature.id;
@@ -72,7 +72,7 @@ class CsvWriter : public FeatureWriter {
     return {toCsv(feature), {}, isLone};
   }
 
-  /// An empty line keeps apart features that have the same name.
+  /// An empty line separates features that have the same name.
   void write(Prepared prepared) override {
     const std::string first = prepared.text.substr(0, prepared.text.find(','));
     if (first == last_) out_ << '\n';

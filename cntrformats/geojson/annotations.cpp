@@ -69,7 +69,7 @@ Geometry segmentation(JsonValue value) {
   return geometry;
 }
 
-/// Passes over a member, and notes when it says something.
+/// Skips a member, and notes whether it says anything.
 void passOverFurther(JsonValue value, Feature& feature) {
   switch (json_type(value.type())) {
     case json_type::null:
@@ -90,7 +90,7 @@ void passOverFurther(JsonValue value, Feature& feature) {
   }
 }
 
-/// Reads a member; its error waits for the members that come after it.
+/// Reads a member; an error becomes the problem, so that the members after it are still read.
 template <class Read>
 void attempt(std::string& problem, const Read& read) {
   try {

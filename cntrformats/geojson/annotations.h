@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
-// What annotation tools write: COCO's files of instances, and LabelMe's. Both are documents of JSON
-// with a list of shapes in them.
+// Files of annotation tools: COCO's files of instances, and LabelMe's. Both are JSON documents with
+// a list of shapes.
 
 #pragma once
 
@@ -12,10 +12,10 @@
 
 namespace formats {
 
-// Throw FeatureError for what is no outline or line.
+// These throw FeatureError for anything but an outline or a line.
 
 /// An element of `annotations`: polygons are the parts of the feature, `category_id` is the label,
-/// `id` the id. Masks, compressed or not, are no outlines.
+/// `id` the id. Masks, compressed or not, are not outlines.
 void readCocoAnnotation(std::string& text, const TextPlace& place, Feature& feature);
 
 /// An element of `shapes`: polygons and rectangles are outlines, lines and line strips open lines.

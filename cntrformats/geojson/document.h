@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// Documents of JSON whose features are elements of a list in them, whatever the features look like.
+// JSON documents whose features are the elements of a list, whatever the features look like.
 
 #pragma once
 
@@ -9,7 +9,7 @@
 
 namespace formats {
 
-/// As much of a document as is read at once.
+/// How much of a document is read at once.
 inline constexpr std::size_t windowSize = std::size_t{1} << 20U;
 
 /// Hands over the elements of the list one by one while the document is read, so that a large one

@@ -11,7 +11,7 @@ namespace formats {
 
 namespace {
 
-/// A whole number in a range that its type has.
+/// A whole number within the range of its type.
 template <class Number>
 bool readWhole(std::string_view text, Number& number) {
   const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);

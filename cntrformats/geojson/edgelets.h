@@ -11,9 +11,9 @@
 namespace formats {
 
 /// Reads a list of [magnitude, angle], whole numbers from 0 to 65535 and from 0 to 255 (256ths of a
-/// turn from the x axis towards the y axis), into the geometry that they belong to; null, and no
-/// text, leave it as it is. Throws FeatureError for anything else, for several parts, and when
-/// there are more or fewer than the outline has vertices, its repeated last one not counted.
+/// turn from the x axis towards the y axis), into the geometry that they belong to; null and an
+/// empty text leave it unchanged. Throws FeatureError for anything else, for several parts, and
+/// when their number is not that of the outline's vertices, its repeated last one not counted.
 void readEdgelets(std::string_view json, Geometry& geometry);
 
 }  // namespace formats

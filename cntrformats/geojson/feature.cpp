@@ -17,7 +17,7 @@ using simdjson::ondemand::json_type;
 
 json_type kindOf(JsonValue value) { return value.type(); }
 
-/// Reads the members of a feature, in whatever order they are.
+/// Reads the members of a feature, in any order.
 class FeatureReader {
  public:
   explicit FeatureReader(Feature& feature) : feature_(feature) {}
@@ -43,7 +43,7 @@ class FeatureReader {
   }
 
  private:
-  /// What is wrong with a member does not keep the others from being read.
+  /// An error in one member does not keep the others from being read.
   template <class Read>
   void attempt(const Read& read) {
     try {
@@ -78,7 +78,7 @@ class FeatureReader {
 
 }  // namespace
 
-/// Programs that know one kind of number only write labels with a fraction of 0.
+/// Programs that have only one kind of number write labels with a fraction of 0.
 std::optional<Label> readLabel(JsonValue value) {
   const json_type kind = kindOf(value);
   if (kind == json_type::string) return std::string(std::string_view(value.get_string()));

@@ -14,26 +14,26 @@
 
 namespace formats {
 
-/// The type of a document of features, as it stands there.
+/// The type of a document of features, as written, with its quotes.
 inline constexpr std::string_view featureCollection = "\"FeatureCollection\"";
 
-/// Reads a Feature or a geometry, the whole text. Throws FeatureError.
+/// Reads a Feature or a geometry, which takes the whole text. Throws FeatureError.
 void readFeature(std::string& text, const TextPlace& place, Feature& feature);
 
-// What members of features mean; null means nothing. These throw FeatureError.
+// What the members of a feature mean; null means nothing. These throw FeatureError.
 
-/// A whole number from 0 to 4294967295, or a text.
+/// A whole number from 0 to 4294967295, or a string.
 std::optional<Label> readLabel(JsonValue value);
-/// A text, or any other value as it is written.
+/// A string, or any other value as it is written.
 std::optional<std::string> readId(JsonValue value);
 
-/// A Feature, or a geometry if the feature was read from one: what it was read from with its rings
-/// as asked for, edge elements staying with their vertices, or else a new Feature. Rings of a new
-/// one are as GeoJSON wants them.
+/// A Feature, or a geometry if the feature was read from one: what it was read from, with its rings
+/// as requested and edge elements kept with their vertices, or else a new Feature. The rings of a
+/// new one are as GeoJSON requires.
 std::string toJson(const Feature& feature, Rings rings);
 
-/// Gives the feature new outlines, in the JSON that it was read from, too. What described the old
-/// outlines and does not fit the new ones goes: boxes and edge elements.
+/// Gives the feature new outlines, also in the JSON that it was read from. What describes the old
+/// outlines and does not fit the new ones is removed: boxes and edge elements.
 void replaceGeometry(Feature& feature, const Geometry& geometry);
 
 }  // namespace formats

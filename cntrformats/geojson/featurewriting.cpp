@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
 // Features as they are written; feature.cpp reads them. What was read is written with its own
-// bytes, only that rings are closed and turned where they have to be.
+// bytes, except that rings are closed and reversed where they have to be.
 
 #include <algorithm>
 #include <utility>
@@ -16,13 +16,13 @@ namespace formats {
 
 namespace {
 
-/// True for a ring that runs the other way than GeoJSON wants it; one without area runs either way.
+/// True for a ring that runs the wrong way for GeoJSON; one without area may run either way.
 bool runsWrong(const Points& ring, bool isHole) {
   const double area = signedArea(ring);
   return isHole ? area > 0.0 : area < 0.0;
 }
 
-/// Reverses the order and keeps the first one first. `list` may be empty.
+/// Reverses the order but keeps the first element first. `list` may be empty.
 template <class List>
 void turn(List& list) {
   if (list.size() > 1) std::reverse(list.begin() + 1, list.end());
@@ -69,9 +69,9 @@ std::string typeOf(const Geometry& geometry) {
   return std::string(isSingle ? "" : "Multi") + (geometry.closed ? "Polygon" : "LineString");
 }
 
-/// Of a Polygon or MultiPolygon, or LineString or MultiLineString. Rings repeat their first point
-/// at the end; outlines have positive area in the file's coordinates, holes negative, and the first
-/// vertex stays the first.
+/// The coordinates of a Polygon or MultiPolygon, or of a LineString or MultiLineString. Rings
+/// repeat their first point at the end; outlines have positive area in the file's coordinates,
+/// holes negative, and the first vertex stays the first.
 std::string coordinatesOf(const Geometry& geometry) {
   std::string json;
   if (geometry.parts.size() == 1 && !geometry.multiple) {
@@ -87,7 +87,7 @@ std::string geometryJson(const Geometry& geometry) {
   return R"({"type":")" + typeOf(geometry) + R"(","coordinates":)" + coordinatesOf(geometry) + "}";
 }
 
-/// The property that a feature of one part may have.
+/// True when there are edge elements that a property can hold: those of a single part.
 bool hasEdgeletProperty(const Geometry& geometry) {
   return geometry.parts.size() == 1 && !geometry.edgelets.empty();
 }
@@ -124,12 +124,12 @@ std::string newFeature(const Feature& feature) {
   return json.append(R"(},"geometry":)").append(geometryJson(feature.geometry)).append(1, '}');
 }
 
-/// Pieces of a text that are to be replaced, from its beginning to its end.
+/// Replaces pieces of a text, one after the other from its beginning.
 class Edits {
  public:
   explicit Edits(std::string_view text) : text_(text) {}
 
-  /// REQUIRES: `old` is a piece of the text, behind those that have been replaced.
+  /// REQUIRES: `old` is a piece of the text, after those that have been replaced.
   void replace(std::string_view old, std::string_view replacement) {
     const auto begin = static_cast<std::size_t>(old.data() - text_.data());
     result_.append(text_.substr(done_, begin - done_)).append(replacement);
@@ -154,8 +154,8 @@ std::string joined(const std::vector<std::string_view>& elements) {
   return json += ']';
 }
 
-/// Closes and turns the rings of a feature where they are written. Rings come in the order of the
-/// file; empty ones do not count.
+/// Closes and reverses the rings of a feature in its text. Rings come in the order of the file;
+/// empty ones do not count.
 class RingTidier {
  public:
   explicit RingTidier(const Feature& feature) : edits_(feature.text), geometry_(feature.geometry) {}

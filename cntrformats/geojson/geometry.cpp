@@ -53,7 +53,7 @@ JsonList listOf(JsonValue value, const std::string& place) {
   return value.get_array();
 }
 
-// These give no vertices for an empty list.
+// These return no vertices for an empty list.
 
 qcRings line(JsonValue value, const std::string& prefix) {
   const std::string place = prefix + "line";

@@ -17,11 +17,11 @@ bool isGeometryType(std::string_view type);
 
 /// Reads a Polygon, MultiPolygon, LineString or MultiLineString, or a GeometryCollection of either
 /// outlines or lines, from an object that has this type. A ring's repeated closing point is
-/// dropped; a ring without one is taken as closed all the same. Coordinates beyond x and y and
-/// empty members of geometries with several are passed over.
+/// dropped; a ring without one still counts as closed. Coordinates beyond x and y are ignored, and
+/// so are empty members of a geometry with several.
 ///
 /// Throws FeatureError for anything else, for fewer than 3 vertices in a ring or 2 in a line, and
-/// for what is not a number; the message names the place.
+/// for a coordinate that is not a number; the message names the place.
 Geometry readGeometry(JsonObject& object, const std::string& type);
 
 /// The same for the member `geometry` of a feature.

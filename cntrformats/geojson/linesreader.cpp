@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
-// GeoJSON text sequences (RFC 8142), whose records begin with RS, and GeoJSON with a feature to
-// each line.
+// GeoJSON text sequences (RFC 8142), whose records begin with RS, and GeoJSON with one feature per
+// line.
 
 #include <memory>
 
@@ -21,7 +21,7 @@ void readLine(std::string& text, std::size_t line, Feature& feature) {
   readFeature(text, {line, 1}, feature);
 }
 
-/// True for a whole JSON object in one line that is no collection, and is not all there is.
+/// True for a line with a line feed that is one whole JSON object and no collection.
 bool isFeatureLine(std::string_view line) {
   if (!line.ends_with('\n')) return false;
   try {

@@ -14,7 +14,7 @@ using simdjson::error_code;
 using simdjson::simdjson_error;
 using simdjson::ondemand::json_type;
 
-/// Deeper values would need much stack to be read.
+/// Reading values nested deeper than this would take too much stack.
 constexpr int deepestNesting = 200;
 
 const char* reason(error_code error) {
@@ -38,7 +38,7 @@ const char* reason(error_code error) {
   }
 }
 
-/// "line 3, column 17" of the place in the text that is under way.
+/// The place in the text that parsing has reached, such as "line 3, column 17".
 std::string placeOf(simdjson::ondemand::document& document, std::string_view text,
                     const TextPlace& begin) {
   const char* location = nullptr;

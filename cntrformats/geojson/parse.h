@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
-// Texts of JSON taken apart by simdjson, which reads on demand and only forward: every value has to
-// be read, once, in the order of the text.
+// JSON text taken apart by simdjson, which reads on demand and only forward: every value has to be
+// read, once, in the order of the text.
 
 #pragma once
 
@@ -22,25 +22,26 @@ struct TextPlace {
   std::size_t column = 1;
 };
 
-/// Has `read` read the object that the text is; false, and nothing has been read, when it is none.
-/// The text stays as it is, but may move to have room behind it. Throws FeatureError, naming line
-/// and column, when the text is not JSON, as far as it is read.
+/// Calls `read` with the object that the text holds; false, and nothing has been read, when it
+/// holds none. The text stays as it is, but may move to gain room after its end. Throws
+/// FeatureError, naming line and column, when the text is not JSON, as far as it is read.
 bool parseObject(std::string& text, const TextPlace& place,
                  const std::function<void(JsonObject&)>& read);
 
-/// Throws FeatureError as above when the text is not an object of JSON.
+/// Throws FeatureError as above when the text is not a JSON object.
 void requireObject(std::string text, const TextPlace& place);
 
-/// Reads a value that is not needed. Throws FeatureError when it is nested more than 200 deep.
+/// Skips a value that is not needed. Throws FeatureError when it is nested more than 200 deep.
 void passOver(JsonValue value, int depth = 1);
 
-/// The text of the value, which is passed over.
+/// The text of the value, which is skipped.
 std::string_view rawOf(JsonValue value);
 
 bool isList(JsonValue value);
 bool isObject(JsonValue value);
 
-/// The member `type`, empty where that is no text; the object is then read from its beginning.
+/// The member `type`, empty when it is not a string; the object can then be read from its
+/// beginning.
 std::string typeOf(JsonObject& object);
 
 }  // namespace formats

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// Documents of GeoJSON, and those of annotation tools.
+// GeoJSON documents, and those of annotation tools.
 
 #include <array>
 #include <memory>
@@ -31,7 +31,7 @@ constexpr List featureList{"features", readFeature};
 constexpr std::array<List, 3> lists{
     {featureList, {"annotations", readCocoAnnotation}, {"shapes", readLabelMeShape}}};
 
-/// The members of an object. Throws FileError for what is no JSON.
+/// The members of an object. Throws FileError when it is not JSON.
 Members checkedMembers(const std::string& object, const TextPlace& place) {
   try {
     requireObject(object, place);
@@ -83,12 +83,12 @@ class DocumentReader {
     if (list != nullptr) return readList(*list);
     const std::string_view value = window_.value();
     if (name == "type") type_ = value;
-    // The brace takes no place of its own.
+    // The added brace must not shift the columns.
     const std::string member = "{" + quotedName + ":" + std::string(value) + "}";
     if (isStreaming_) update(members_, checkedMembers(member, {place.line, place.column - 1}));
   }
 
-  /// The list of features, if this can be it: annotation tools give their documents no type.
+  /// The list of features, if this can be one: annotation tools give their documents no type.
   const List* listNamed(const std::string& name) const {
     if (isStreaming_) return nullptr;
     for (const List& list : lists) {
@@ -100,7 +100,7 @@ class DocumentReader {
   }
 
   void readList(const List& list) {
-    // What came before the list is known to belong to a collection only now.
+    // Only now is it known that what came before the list belongs to a collection.
     if (list.name == featureList.name) {
       const std::string before = window_.kept().substr(begin_, window_.position() - begin_);
       members_ = checkedMembers(before + "null}", beginning_);
@@ -156,13 +156,13 @@ class DocumentReader {
   Sink& sink_;
   /// The value of the member `type`, with its quotes; empty before it has been read.
   std::string type_;
-  /// Those that have not been handed over.
+  /// The members that have not been handed over.
   Members members_;
   TextPlace beginning_;
-  /// Where the document begins and ends in what is kept.
+  /// Where the document begins and ends in the text that is kept.
   std::size_t begin_ = 0;
   std::size_t end_ = 0;
-  /// The list of features has come.
+  /// True once the list of features has been reached.
   bool isStreaming_ = false;
   bool isGeoJson_ = false;
   std::size_t number_ = 0;

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// GeoJSON documents with a feature to a line, and GeoJSON lines.
+// GeoJSON documents with one feature per line, and GeoJSON lines.
 
 #include <ostream>
 
@@ -12,13 +12,13 @@ namespace formats {
 
 namespace {
 
-/// A collection has features; a geometry becomes one.
+/// A collection holds features, so a geometry becomes one.
 std::string asMember(std::string json) {
   if (memberOf(json, "type") == "\"Feature\"") return json;
   return R"({"type":"Feature","properties":{},"geometry":)" + json + "}";
 }
 
-/// As one line.
+/// The same JSON in one line.
 std::string inOneLine(std::string json) {
   if (json.find_first_of("\r\n") != std::string::npos) json = compact(json);
   return json;

@@ -44,7 +44,7 @@ std::string_view withoutBlanks(std::string_view text) {
   return text.substr(std::min(text.find_first_not_of(" \t\r\n"), text.size()));
 }
 
-/// Without the reference system of extended WKT.
+/// The text without the reference system of extended WKT.
 std::string_view withoutReference(std::string_view text) {
   text = withoutBlanks(text);
   const std::size_t end = text.find(';');
@@ -92,7 +92,7 @@ class Parser {
     return part;
   }
 
-  /// Without those that are empty.
+  /// The parts of a geometry with several, without the empty ones.
   std::vector<qcRings> several(qcRings (Parser::*readPart)(const std::string&)) {
     std::vector<qcRings> parts;
     std::size_t count = 0;
@@ -120,7 +120,7 @@ class Parser {
     return all;
   }
 
-  // These give no vertices for what is empty.
+  // These return no vertices for an empty list.
 
   qcRings polygon(const std::string& prefix) {
     qcRings part;
@@ -187,7 +187,7 @@ class Parser {
     return unusualNumber();
   }
 
-  /// With a sign that readNumber() does not take, or none at all.
+  /// A number that readNumber() does not take, such as one with a plus sign.
   double unusualNumber() {
     const std::size_t length = std::min(rest_.find_first_of(" \t\r\n,()"), rest_.size());
     const std::string_view text = rest_.substr(0, length);
@@ -238,7 +238,7 @@ class Parser {
     if (dimensions != "Z" && dimensions != "M" && dimensions != "ZM") rest_ = before;
   }
 
-  /// The letters that come next, as capitals.
+  /// The letters that come next, in upper case.
   std::string word() {
     skipBlanks();
     std::string letters;
@@ -273,8 +273,8 @@ class LineGatherer {
   bool isEmpty() const noexcept { return text_.empty(); }
   /// No parenthesis is open.
   bool isWhole() const noexcept { return depth_ == 0; }
-  /// True when the line begins another geometry although this one is not whole: letters stand
-  /// within collections alone, and at the beginning.
+  /// True when the line begins another geometry although this one is not whole: letters occur only
+  /// within collections and at the beginning.
   bool isBroken(const std::string& line) const {
     return isLetter(withoutBlanks(line).front()) &&
            !startsWith(withoutReference(text_), wktCollection);

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// WKT (well-known text): a geometry to a line. See Format for what each function does.
+// WKT (well-known text): one geometry per line. See Format for what each function does.
 
 #pragma once
 

@@ -20,11 +20,11 @@ inline constexpr bool counts = false;
 inline constexpr bool counts = true;
 #endif
 
-/// Blocks that new gave and nobody has deleted yet.
+/// Blocks from new that have not been deleted yet.
 long blocksAlive();
-/// Blocks that new gave so far.
+/// All blocks that new has given so far.
 long blocksMade();
-/// The bytes asked for in the blocks alive.
+/// The number of bytes that were asked for in the blocks alive.
 std::size_t bytesAlive();
 
 /// Measures from its construction on. One at a time.
@@ -36,7 +36,7 @@ class Watch {
 
   /// The most bytes alive at any time, beyond those alive at the beginning.
   std::size_t peakBytes() const;
-  /// The largest single block asked for, in bytes.
+  /// The largest single block that was asked for, in bytes.
   static std::size_t largestBlock();
 
  private:

@@ -15,11 +15,12 @@ namespace {
 
 /// Steps of the contours, as a share of their length.
 constexpr double stepShare = 1.0 / 512.0;
-/// Turns that are tried, and how many of them are followed to the end.
+/// The rotations that are tried, and how many of them are followed to the end.
 constexpr int turns = 36;
 constexpr std::size_t followed = 3;
 
-/// A rotation about the centre of the points, and where the centre comes to lie, all as lengths.
+/// A rotation about the centre of the points, and the place that the centre is moved to, all as
+/// lengths.
 using Pose = std::array<double, 3>;
 
 struct Tried {
@@ -79,8 +80,8 @@ class Search {
     return {pose, std::sqrt(squares / weights)};
   }
 
-  /// Downhill from a pose with a simplex of that size, for so many poses (J. A. Nelder, R. Mead, A
-  /// Simplex Method for Function Minimization, 1965).
+  /// Downhill from a pose with a simplex of this size, for this many poses (J. A. Nelder, R. Mead,
+  /// A Simplex Method for Function Minimization, 1965).
   Tried downhill(const Pose& start, double size, int poses) const {
     std::array<Tried, 4> corners;
     corners.fill(tried(start));
@@ -111,7 +112,7 @@ class Search {
   }
 
  private:
-  /// From the middle of the three best corners away from the worst, by that share of its distance.
+  /// From the middle of the three best corners away from the worst, by this share of its distance.
   static Pose along(const std::array<Tried, 4>& corners, double share) {
     Pose pose{};
     for (std::size_t i = 0; i < 3; ++i) {
@@ -121,7 +122,7 @@ class Search {
     return pose;
   }
 
-  /// Brings all corners half way to the best.
+  /// Moves all corners half way to the best.
   void shrink(std::array<Tried, 4>& corners) const {
     for (std::size_t k = 1; k < corners.size(); ++k) {
       Pose pose{};
@@ -151,7 +152,7 @@ Aligned align(const std::vector<Contour>& measured, const std::vector<Contour>& 
   Tried best = starts.front();
   for (std::size_t k = 0; k < followed; ++k) {
     Tried here = starts[k];
-    // A simplex that has become flat is given its size again.
+    // A simplex that has become flat is blown up again.
     for (const double size : {1e-2, 1e-4, 1e-7}) {
       here = search.downhill(here.pose, size * extent, 100);
     }

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
-// The rigid motion of least root mean square distance, by trying: all around in small turns, and
-// from the best of these downhill by the literal distance alone. It is slow and not exact.
+// The rigid motion of least root mean square distance, by trial: all around in small rotations, and
+// downhill from the best of these by the literal distance alone. It is slow and not exact.
 
 #pragma once
 
@@ -10,7 +10,7 @@
 namespace plain {
 
 struct Aligned {
-  /// A rotation about the origin, in radians, and then a shift.
+  /// A rotation about the origin, in radians, followed by a shift.
   double angle = 0.0;
   Point shift{0.0, 0.0};
   double residual = 0.0;

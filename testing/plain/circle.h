@@ -13,8 +13,8 @@ struct Circle {
   double radius = 0.0;
 };
 
-/// The circle over the two farthest vertices, the first pair on ties; the default circle when no
-/// two differ.
+/// The circle over the two farthest vertices, the first such pair on ties; the default circle when
+/// all vertices are equal.
 Circle farthestPairCircle(const Points& points);
 
 /// The circle around the first vertex that reaches the farthest one; throws `emptyContour` without

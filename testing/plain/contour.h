@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
-// A contour in the plain: its vertices and whether the last joins the first. The one walk over its
-// edges that every answer about contours (measures, circle, edges, extents) shares.
+// A contour in plain form: its vertices and whether the last joins the first. It has the one walk
+// over the edges that every answer about contours (measures, circle, edges, extents) shares.
 
 #pragma once
 

@@ -27,15 +27,15 @@ struct Deviation {
   bool isSigned = true;
 };
 
-/// The least distance of p from an edge of the contours; a contour of one vertex is that point.
+/// The smallest distance of p from an edge of the contours; a contour of one vertex is that point.
 double distanceToCurves(const std::vector<Contour>& contours, const Point& p);
 
 /// REQUIRES: finite coordinates, vertices in both, a positive spacing.
 Deviation deviation(const std::vector<Contour>& measured, const std::vector<Contour>& nominal,
                     double spacing);
 
-/// The greatest distance from the other curves of points at steps of at most `step` along either:
-/// at most half a step below the Hausdorff distance.
+/// The greatest distance of points at steps of at most `step` along either of the two from the
+/// other: at most half a step below the Hausdorff distance.
 double sampledHausdorff(const std::vector<Contour>& a, const std::vector<Contour>& b, double step);
 
 }  // namespace plain

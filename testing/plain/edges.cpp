@@ -19,7 +19,7 @@ bool touchesAnEnd(const Edge& edge, const Segment& segment) {
          distToPoint(edge.segment, segment.b) <= touch;
 }
 
-// Orders crossings along the segment by exchange: equal ones keep their places.
+// Sorts crossings along the segment by exchange: equal ones keep their order.
 void exchangeSort(std::vector<Crossing>& crossings, const Segment& segment) {
   const auto key = [&segment](const Crossing& crossing) {
     return dot(minus(crossing.point, segment.a), minus(segment.b, segment.a));

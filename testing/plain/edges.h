@@ -36,7 +36,7 @@ std::vector<Crossing> intersections(const Contour& contour, const Segment& segme
 /// Where the edges of `other` meet the contour, edge after edge.
 Points intersections(const Contour& contour, const Contour& other);
 
-/// Whether some edge is met by another elsewhere than at its ends.
+/// Whether another edge meets some edge anywhere but at the ends of that edge.
 bool isSelfIntersecting(const Contour& contour);
 
 /// Vertices nearer to `p` than `tolerance`, in the order of the nine cells of a grid of that size

@@ -22,7 +22,7 @@ struct Ellipse {
 /// principal moments exceed 1e-12.
 Ellipse ellipseOf(const Inertia& inertia);
 
-/// Population standard deviation; not a number for no values.
+/// Population standard deviation; NaN for an empty list.
 double standardDeviation(const std::vector<double>& values);
 
 }  // namespace plain

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
-// What a plain answer throws where there is no answer. Tests translate it to the library's
-// exception of the same kind.
+// What a plain answer throws when there is no answer. Tests translate it to the library's exception
+// of the same kind.
 
 #pragma once
 

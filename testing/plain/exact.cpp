@@ -11,9 +11,9 @@ namespace plain {
 
 namespace {
 
-/// The greatest double, not negative, for which `isTooLarge` is false, moved up by one when the
-/// middle between it and the next is not too large either. Halving the bits of doubles that are not
-/// negative halves their order.
+/// The greatest non-negative double for which `isTooLarge` is false, or the next one if the middle
+/// between the two is not too large either. Doubles that are not negative are ordered as their bits
+/// are, so halving the bits halves the range.
 template <class IsTooLarge>
 double search(IsTooLarge isTooLarge) {
   std::uint64_t low = 0;

@@ -26,8 +26,8 @@ struct Transform {
 Transform identity();
 Point map(const Transform& transform, const Point& p);
 
-/// Index of the first vertex farthest along (cos angle, sin angle); -1 if none beats the most
-/// negative number. The four axis directions are decided on the coordinates themselves.
+/// Index of the first vertex farthest along (cos angle, sin angle); -1 if none exceeds the most
+/// negative double. The four axis directions are decided on the coordinates themselves.
 long extremalVertexIndex(const Contour& contour, double angle);
 
 /// That vertex; throws `badParams` where the index is -1.

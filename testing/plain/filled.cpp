@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// Filled sets read aloud.
+// Filled sets by their definition.
 
 #include <testing/plain/filled.h>
 
@@ -122,7 +122,8 @@ double filledArea(const Parts& parts, Rule rule) {
   double area = 0.0;
   for (std::size_t i = 1; i < xs.size(); ++i) {
     if (xs[i] == xs[i - 1]) continue;
-    // Within a strip no side ends and none crosses another, so half-way heights tell its area.
+    // Within a strip no side ends and none crosses another, so the heights in its middle give its
+    // area.
     const double x = 0.5 * (xs[i - 1] + xs[i]);
     const std::vector<double> ys = heightsAt(parts, x);
     for (std::size_t k = 1; k < ys.size(); ++k)

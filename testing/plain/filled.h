@@ -20,7 +20,8 @@ using Parts = std::vector<Part>;
 
 enum class Rule { nonZero, evenOdd };
 
-/// How often the ring runs around `p`, counter-clockwise positive. Means nothing for points on it.
+/// How often the ring runs around `p`, counter-clockwise counting as positive. Meaningless for
+/// points on it.
 int windingNumber(const Points& ring, const Point& p);
 
 /// Whether `p` is in what the parts fill: by `nonZero` when some part's outline winds around it and

@@ -2,11 +2,11 @@
 //
 // Points, lines, segments and boxes in the plainest arithmetic. This folder answers every question
 // of the library a second time: no index, nothing remembered, no library function, only the
-// definition read aloud. Property tests ask both and want the same bits. The other files here
-// (measures, circle, edges, extents, moments, ellipse, region, repair, set) stand on this one.
+// definition spelled out. Property tests ask both and require the same bits. The other files here
+// (measures, circle, edges, extents, moments, ellipse, region, repair, set) build on this one.
 //
-// Not-a-number never raises or hangs: comparisons are written so that it loses them, and sorting
-// puts it last (`nanLast`).
+// NaN never raises or hangs: comparisons are written so that it loses them, and sorting puts it
+// last (`nanLast`).
 
 #pragma once
 
@@ -23,7 +23,7 @@ Point plus(const Point& a, const Point& b);
 Point minus(const Point& a, const Point& b);
 Point times(const Point& a, double factor);
 double dot(const Point& a, const Point& b);
-/// x of a times y of b less y of a times x of b.
+/// a.x b.y - a.y b.x.
 double cross(const Point& a, const Point& b);
 double len(const Point& a);
 double distance(const Point& a, const Point& b);
@@ -35,7 +35,7 @@ bool same(const Point& a, const Point& b);
 bool realEq(const Point& a, const Point& b, double eps);
 /// The angle in [0, 2 pi).
 double norm(double angle);
-/// Ascending order of numbers with every not-a-number after all others.
+/// Ascending order of numbers with every NaN after all others.
 bool nanLast(double a, double b);
 
 /// The line through `pos` along `dir`, of any length.
@@ -73,7 +73,7 @@ struct Box {
 
 bool operator==(const Box& a, const Box& b);
 Box boxOf(const Point& p);
-/// The smallest box around both; a coordinate of `b` that is not a number is ignored.
+/// The smallest box around both; a NaN coordinate of `b` is ignored.
 Box enclose(const Box& a, const Box& b);
 Box boxOf(const Segment& segment);
 bool within(const Box& box, const Point& p);

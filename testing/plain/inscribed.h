@@ -9,10 +9,10 @@
 
 namespace plain {
 
-/// A circle in what the parts fill by the rule nonZero, its radius at most `tolerance` smaller than
-/// that of the largest. Every square of the plane is cut in four until its middle is no farther
-/// from a point that has been tried than allowed: distances change by no more than the way does.
-/// Means nothing where an edge is not part of the boundary. Radius 0 where nothing is found.
+/// A circle in what the parts fill by the rule nonZero, its radius at most `tolerance` below the
+/// largest. Every square of the plane is cut in four until its middle is close enough to a point
+/// that has been tried: the distance from the boundary changes by no more than the point moves.
+/// Meaningless where an edge is not part of the boundary. Radius 0 when no circle is found.
 Circle inscribedCircle(const Parts& parts, double tolerance);
 
 }  // namespace plain

@@ -14,8 +14,8 @@ namespace plain {
 
 __extension__ using Wide = __int128;
 
-/// The names tell the integrand and what the integral is multiplied by: xy24 is 24 times that of
-/// xy. They are negative for a ring that runs clockwise.
+/// The names give the integrand and its factor: xy24 is 24 times the integral of xy. All are
+/// negative for a ring that runs clockwise.
 struct IntegerMoments {
   Wide area2 = 0;
   Wide x6 = 0;

@@ -12,10 +12,10 @@ namespace plain {
 /// Sum of the edge lengths; 0 below two vertices.
 double length(const Contour& contour);
 
-/// Centroid of the contour as a uniform wire; not a number when every edge has length 0.
+/// Centroid of the contour as a uniform wire; NaN when every edge has length 0.
 Point meanPosition(const Contour& contour);
 
-/// The edge length at half the count of the sorted edge lengths.
+/// Element n / 2 of the n sorted edge lengths.
 double medianFeatureSize(const Contour& contour);
 
 /// The point of the contour (or its vertex) nearest to `p`, the first on ties; (0, 0) if no edge
@@ -27,14 +27,14 @@ long closestVertexIndex(const Contour& contour, const Point& p);
 
 double distToPoint(const Contour& contour, const Point& p, bool vertexOnly);
 
-/// The vertices, for a closed contour followed by the first one again.
+/// The vertices, followed by the first one again if the contour is closed.
 Points polygon(const Contour& contour);
 
 /// Hull counter-clockwise from the smallest x, then the smallest y, without collinear points;
 /// points on one line give the two extremes.
 Points convexHull(const Points& points);
 
-/// The same of a contour's vertices.
+/// The hull of a contour's vertices.
 Points convexHull(const Contour& contour);
 
 }  // namespace plain

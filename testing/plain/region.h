@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// A region in the plain: an outer boundary, always closed, and holes that are regions. Its moments
+// A region in plain form: an outer boundary, always closed, and holes that are regions. Its moments
 // and its answers about points and lines. Repair is in repair.h, sets of regions in set.h.
 
 #pragma once
@@ -26,7 +26,7 @@ void checkEmptyContour(const Region& region);
 /// Outer area less that of each hole; holes of holes play no part.
 double area(const Region& region, bool considerHoles);
 
-/// What the first question after a change answers. With holes considered, a region that has some
+/// The answer to the first question after a change. With holes considered, a region that has holes
 /// answers every later question with the value it held before, (0, 0) in a new one.
 Point centerOfMass(const Region& region, bool considerHoles);
 
@@ -38,13 +38,14 @@ Matrix inertiaMatrix(const Region& region, bool considerHoles);
 /// 0 outside the box, 1 within 1e-6 of a vertex.
 long insideCount(const Region& region, const Point& p, bool bothDirections);
 
-/// Odd count of the outer boundary and, if considered, in no hole that is a region with its own.
+/// True for an odd count of the outer boundary, and, if holes are considered, inside no hole (which
+/// has holes of its own).
 bool inside(const Region& region, const Point& p, bool considerHoles);
 
 double distToPoint(const Region& region, const Point& p, bool vertexOnly, bool considerHoles,
                    bool zeroIfInside);
 
-/// Holes always take part in the nearest point, in the nearest vertex only if considered.
+/// Holes always take part in the nearest point, but in the nearest vertex only if considered.
 Point closestPoint(const Region& region, const Point& p, bool vertexOnly, bool considerHoles);
 
 /// `hole` is the boundary the index counts in, -1 for the outer one.
@@ -55,7 +56,7 @@ struct BoundaryVertex {
 
 BoundaryVertex closestVertexIndex(const Region& region, const Point& p, bool considerHoles);
 
-/// Crossings boundary after boundary, outer first.
+/// Crossings boundary by boundary, the outer one first.
 Points intersections(const Region& region, const Segment& segment, bool countEndpointTouches,
                      bool considerHoles);
 Points intersections(const Region& region, const Contour& other, bool considerHoles);

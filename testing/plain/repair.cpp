@@ -23,7 +23,7 @@ std::uint64_t bitsOf(double value) {
   return bits;
 }
 
-// Whether a probe across the middle of edge i meets that edge alone and has the outside on one end.
+// Whether a probe across the middle of edge i meets that edge alone and has one end outside.
 bool isStartingEdge(const Region& region, std::size_t i, double tolerance) {
   const Point& a = region.points[i];
   const Point& b = region.points[i + 1];
@@ -36,7 +36,7 @@ bool isStartingEdge(const Region& region, std::size_t i, double tolerance) {
          (insideCount(region, left, true) == 0 || insideCount(region, right, true) == 0);
 }
 
-// `count` vertices from index `first` on, round the boundary.
+// `count` vertices from index `first` on, around the boundary.
 Points run(const Points& points, std::size_t first, std::size_t count) {
   Points result;
   for (std::size_t i = 0; i < count; ++i) result.push_back(points[(first + i) % points.size()]);

@@ -11,15 +11,15 @@
 
 namespace plain {
 
-/// First edge (from vertex i to i + 1) that surely lies on the outside of the figure; throws
+/// The first edge (from vertex i to i + 1) that certainly lies on the outside of the figure; throws
 /// `badParams` if there is none.
 std::size_t startingEdge(const Region& region);
 
-/// Walk from that edge that turns onto every edge it meets, until it is back; throws `badParams`
-/// when it never is.
+/// The walk from that edge that turns onto every edge it meets until it is back at its start;
+/// throws `badParams` when it never gets there.
 Points tracedBoundary(const Region& region);
 
-/// The walk cut where it touches itself, freed of loops inside others, joined where loops touch.
+/// The walk cut where it touches itself, without loops inside others, and joined where loops touch.
 Region cleanedHull(const Points& traced);
 
 /// The region itself when its boundary does not cross itself, else the traced boundary.
@@ -28,7 +28,7 @@ Region regularize(const Region& region);
 /// The region itself when its boundary does not cross itself, else the cleaned trace.
 Region outerHull(const Region& region);
 
-/// One boundary round both from their first crossing; throws `badParams` when they do not meet.
+/// One boundary around both from their first crossing; throws `badParams` when they do not meet.
 Region splice(const Region& region, const Region& other);
 
 }  // namespace plain

@@ -14,8 +14,8 @@ void checkEmptyRegionSet(const Regions& regions) {
   if (regions.empty()) throw Error{Error::emptyRegionSet, ""};
 }
 
-// One pass: the last region takes the place of one that was joined to an earlier, and is not tested
-// against that earlier one again.
+// One pass: the last region takes the place of one that was joined to an earlier one, and is not
+// tested against that earlier one again.
 Regions merged(Regions regions) {
   for (std::size_t i = 0; i + 1 < regions.size(); ++i) {
     for (std::size_t j = i + 1; j < regions.size(); ++j) {

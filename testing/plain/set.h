@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// A set of regions in the plain: its measures, its answers about points and its repair. Every
+// A set of regions in plain form: its measures, its answers about points and its repair. Every
 // region stands for an object of its own that nothing was asked of before (see the centre of mass
 // with holes in region.h).
 
@@ -14,7 +14,7 @@ namespace plain {
 
 using Regions = std::vector<Region>;
 
-/// Sum of the areas; 0 for none.
+/// Sum of the areas; 0 for an empty set.
 double area(const Regions& regions, bool considerHoles);
 
 /// Centre weighted by area; (0, 0) where the total is at most 1e-15. Throws `emptyRegionSet`.

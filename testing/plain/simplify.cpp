@@ -13,7 +13,7 @@ namespace plain {
 
 namespace {
 
-/// The numbers of the vertices that an edge of the result passes, both ends included.
+/// The indices of the vertices that an edge of the result replaces, both ends included.
 struct Chain {
   std::size_t contour = 0;
   std::vector<std::size_t> numbers;

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// Contours with fewer vertices and with vertices at equal steps, by the definitions.
+// Contours with fewer vertices, and contours with vertices at equal steps, by their definitions.
 
 #pragma once
 

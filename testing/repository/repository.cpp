@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// The path is given to this file alone: the objects of all others can be shared between checkouts.
+// Only this file is given the path, so that all other objects can be shared between checkouts.
 
 #include "repository.h"
 

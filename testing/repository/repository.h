@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// Where the repository lies, for tests that read its samples and documents.
+// Where the repository is, for tests that read its samples and documents.
 
 #pragma once
 

@@ -41,7 +41,7 @@ double farOffset(Random& random) {
   return side * pick(random, offsets);
 }
 
-// One draw per expression throughout: the order of two would be the compiler's choice.
+// One draw per expression throughout: the compiler would choose the order of two.
 
 // Distances around the tolerances of the library.
 double tinyOffset(Random& random) {
@@ -58,7 +58,7 @@ struct Extent {
   double maxY = 1.0;
 };
 
-// Around the finite points; the unit square if there are none.
+// The extent of the finite points; the unit square if there are none.
 Extent extentOf(const Points& points) {
   Extent e{infinity, infinity, -infinity, -infinity};
   for (const Point& p : points) {
@@ -157,13 +157,13 @@ void insertBefore(Points& points, std::size_t i, const Point& p) {
   points.insert(points.begin() + static_cast<std::ptrdiff_t>(i), p);
 }
 
-// How many vertices a change may add: a few, never beyond `maxVertices`.
+// How many vertices a change may add: a few, but never beyond `maxVertices`.
 std::size_t additions(Random& random, const Points& points, std::size_t maxVertices) {
   if (points.empty() || points.size() >= maxVertices) return 0;
   return std::min(maxVertices - points.size(), 1 + random.below(1 + points.size() / 4));
 }
 
-// One long side of a tooth, `spare` vertices between its two corners, told from the bar.
+// One long side of a tooth, with `spare` vertices between its two corners, from the bar to the tip.
 Points toothSide(Random& random, const Point& bar, const Point& tip, std::size_t spare, double w) {
   Points side{bar};
   for (std::size_t j = 1; j <= spare; ++j) {

@@ -37,7 +37,7 @@ class Random {
   std::uint64_t state_;
 };
 
-// The four shapes that every timing uses, around (640, 480), counter-clockwise with y up.
+// The four shapes used by every timing, around (640, 480), counter-clockwise with y up.
 
 /// S: a star with gentle waves and a rough outline.
 Points smoothStar(std::size_t n, std::uint64_t seed = 1);
@@ -45,10 +45,10 @@ Points smoothStar(std::size_t n, std::uint64_t seed = 1);
 Points spikyStar(std::size_t n, std::uint64_t seed = 1);
 /// C: teeth hanging from a bar 60 high, as wide as the gaps between them. Needs 10 vertices.
 Points comb(std::size_t n, std::uint64_t seed = 1);
-/// X: the smooth star with every tenth vertex and its follower exchanged.
+/// X: the smooth star with every tenth vertex and the one after it exchanged.
 Points crossingStar(std::size_t n, std::uint64_t seed = 1);
 
-// Shapes that look for trouble. Each has `n` vertices unless it says otherwise.
+// Shapes that provoke trouble. Each has `n` vertices unless it says otherwise.
 
 Points regularPolygon(std::size_t n, double radius, const Point& center);
 /// The regular polygon visited in steps of `stride`: crosses itself for strides above 1.
@@ -80,7 +80,7 @@ void addNearVertices(Random& random, Points& points, std::size_t maxVertices);
 void addVerticesOnEdges(Random& random, Points& points, std::size_t maxVertices);
 void rotate(Points& points, double angle);
 void scaleAndShift(Points& points, double scale, const Point& shift);
-/// Makes some coordinates infinite or not a number.
+/// Makes some coordinates infinite or NaN.
 void spoil(Random& random, Points& points);
 
 struct Shape {
@@ -90,14 +90,14 @@ struct Shape {
   bool closed = true;
 };
 
-/// Any of the shapes with any of the changes but `spoil`: finite, 0 to `maxVertices` vertices.
+/// Any of the shapes with any of the changes except `spoil`: finite, 0 to `maxVertices` vertices.
 Shape anyFinite(std::uint64_t seed, std::size_t maxVertices);
 /// The same, now and then spoiled.
 Shape any(std::uint64_t seed, std::size_t maxVertices);
 
-// Questions to ask about a shape, which may be empty or hold numbers that are not finite.
+// Questions about a shape, which may be empty or have coordinates that are not finite.
 
-/// In the box, on its border, on vertices and edges, off them by 1e-5 to 1e-7, or far away.
+/// In the box, on its border, on vertices and edges, 1e-5 to 1e-7 away from those, or far away.
 Point queryPoint(Random& random, const Points& points);
 
 struct Segment {

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
-// The angle is brought within an eighth of a turn of a multiple of a quarter turn; there the power
-// series of both functions end soon.
+// The angle is reduced to within an eighth of a turn of a multiple of a quarter turn; there the
+// power series of both functions converge quickly.
 
 #include <testing/shapes/trigonometry.h>
 
@@ -16,7 +16,7 @@ constexpr double quarterTurn = 1.5707963267948966;
 constexpr double quarterTurnHead = 1.57079632673412561417;
 constexpr double quarterTurnTail = 6.07710050650619224932e-11;
 
-/// An angle as so many quarter turns and a rest of at most half of one.
+/// An angle as a number of quarter turns and a rest of at most half of one.
 struct Turned {
   long quarters;
   double rest;
@@ -29,7 +29,7 @@ Turned turned(double angle) {
 }
 
 /// 1 - s / (n (n+1)) (1 - s / ((n+2) (n+3)) (1 - ...)): the power series of the cosine for n = 1
-/// and of the sine, but for a factor, for n = 2.
+/// and, up to a factor, of the sine for n = 2.
 double series(double square, int n) {
   double sum = 1.0;
   for (int k = n + 18; k >= n; k -= 2) sum = 1.0 - square / (k * (k + 1)) * sum;

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
 // Sine and cosine made of sums and products alone: the same bits on every system, where those of
-// the standard library may differ in the last.
+// the standard library may differ in the last one.
 
 #pragma once
 

@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
 // Regions and sets in two forms, the library's and that of testing/plain, drawn at random, and the
-// comparison of what both say to a question: the same bits, or the same exception with the same
-// message.
+// comparison of their answers: the same bits, or the same exception with the same message.
 
 #pragma once
 
@@ -105,7 +104,7 @@ auto isSame(const A& a, const B& b) -> decltype(same::same(a, b)) {
   return same::same(a, b);
 }
 
-/// An exception as both forms have it.
+/// An exception in a form that both share.
 struct Raised {
   plain::Error::Kind kind;
   std::string message;
@@ -170,7 +169,7 @@ inline void place(plain::Region& region, double scale, const plain::Point& shift
   for (plain::Region& hole : region.holes) place(hole, scale, shift);
 }
 
-/// The box of the vertices; zero-size at the origin without any.
+/// The box of the vertices; of zero size at the origin if there are none.
 inline plain::Box boxOf(const plain::Points& points) {
   plain::Box box;
   for (std::size_t i = 0; i < points.size(); ++i) {
@@ -179,7 +178,7 @@ inline plain::Box boxOf(const plain::Points& points) {
   return box;
 }
 
-/// Puts `region` somewhere into the box of `outer` and makes it smaller than that.
+/// Moves `region` to a place in the box of `outer` and makes it smaller than that box.
 inline void placeInto(shapes::Random& random, plain::Region& region, const plain::Points& outer) {
   const plain::Box box = boxOf(region.points);
   const plain::Box room = boxOf(outer);
@@ -191,7 +190,7 @@ inline void placeInto(shapes::Random& random, plain::Region& region, const plain
   place(region, scale, {x - box.minX * scale, y - box.minY * scale});
 }
 
-/// A region of any shape; with `depth` its holes, anywhere, are such regions of less depth.
+/// A region of any shape; with `depth` its holes, placed anywhere, are such regions of less depth.
 inline NamedRegion anyRegion(shapes::Random& random, std::size_t maxVertices, int depth) {
   const shapes::Shape shape = shapes::any(random.next(), maxVertices);
   NamedRegion result{shape.name, {shape.points, {}}};

@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
-// Sameness of the library's answers and the plain ones, bit for bit. A number that is none is the
-// same as another such; the two zeros are not the same. What throws is the same as what throws the
-// exception of the same kind.
+// Whether the library's answers and the plain ones are the same, bit for bit. NaN is the same as
+// NaN; the two zeros are not the same. An exception is the same as another of the same kind.
 
 #pragma once
 
@@ -86,11 +85,11 @@ inline bool same(const qcEllipse& a, const plain::Ellipse& b) {
          same(a.geom().skew.toDouble(), 0.0);
 }
 
-/// What asking gave: an answer or the kind of exception.
+/// The outcome of a question: an answer or the kind of exception.
 template <class T>
 using Outcome = std::variant<T, plain::Error::Kind>;
 
-/// What `ask`, a question to the library or to testing/plain, gives.
+/// What `ask`, a question to the library or to testing/plain, results in.
 template <class Ask>
 auto outcome(Ask ask) -> Outcome<decltype(ask())> {
   try {

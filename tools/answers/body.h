@@ -8,8 +8,8 @@
 
 namespace tool {
 
-/// A centre for the eye: the centre of mass of an outline less its holes, even if they cross, or
-/// the mean position of a line or of an outline without an area.
+/// A centre for the eye: the centre of mass of an outline without its holes, even if they cross, or
+/// the mean position of a line or of an outline without area.
 qcVector<2> middleOf(const qcRings& part, bool closed);
 
 }  // namespace tool

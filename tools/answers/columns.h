@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// The columns of `cntr measure`: what names a row, and the measures of cntrtable/measures.h.
+// The columns of `cntr measure`: those that name the row, and the measures of cntrtable/measures.h.
 
 #pragma once
 
@@ -19,7 +19,7 @@ namespace tool {
 struct RowSubject {
   const std::string& file;
   const formats::Feature& feature;
-  /// The number of the part, counted from 1; none for a feature as a whole.
+  /// The number of the part, counted from 1; empty for a feature as a whole.
   std::optional<std::size_t> part;
 };
 
@@ -27,9 +27,9 @@ struct Column {
   const char* name;
   const char* meaning;
   bool isStandard;
-  /// What names the row; null for a measure.
+  /// Gives the name that such a column shows; null for a measure.
   Cell (*nameOf)(const RowSubject&);
-  /// Null for what names the row, and for the column `unit`.
+  /// Null for the columns that name the row, and for the column `unit`.
   const table::Measure* measure;
 };
 
@@ -40,7 +40,7 @@ const std::vector<Column>& allColumns();
 struct MeasuringOptions {
   /// The length of a unit of the coordinates.
   double scale = 1.0;
-  /// What that length is counted in; empty when nobody said.
+  /// The unit of that length; empty when none was given.
   std::string unit;
   bool withHoles = true;
   table::Filling filling = table::Filling::eMeasured;
@@ -51,10 +51,10 @@ class ColumnFiller {
  public:
   ColumnFiller(std::vector<const Column*> columns, MeasuringOptions options);
 
-  /// The row of these parts, which are the subject's or one of them. Throws what table::factsOf()
-  /// throws.
+  /// The row of these parts, which are all of the subject's or one of them. Throws what
+  /// table::factsOf() throws.
   Row measured(const RowSubject& subject, const std::vector<qcRings>& parts) const;
-  /// The row of a subject without answers: what names it, and why as its note.
+  /// The row of a subject without answers: its names, and the reason as its note.
   Row unanswered(const RowSubject& subject, const std::string& why) const;
 
  private:

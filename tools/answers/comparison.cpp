@@ -16,7 +16,8 @@ namespace {
 
 using Point = qcVector<2>;
 
-/// The steps of the measured boundary unless a spacing is given, as a share of its length.
+/// The length of a step along the measured boundary unless a spacing is given, as a share of the
+/// boundary's length.
 constexpr double usualStep = 1.0 / 1024.0;
 /// How far the Hausdorff distance may be below the true one, as a share of the extent.
 constexpr double hausdorffError = 1e-9;
@@ -34,8 +35,8 @@ double areaOf(const std::vector<qcRings>& parts) {
   return qf_FilledArea(parts, qcRingContact::eTouches);
 }
 
-/// What an alignment in coordinates of their own means for the coordinates as given: it is told by
-/// where their origin comes to lie.
+/// What an alignment found in coordinates of their own means in the coordinates as given. `origin`
+/// is where theirs comes to lie.
 Placement placementOf(const qcAlignment& found, const Point& origin, const cntr::sets::Frame& frame,
                       double scale) {
   return {found.angle.toDouble(), frame.restored(found.transform * origin) * scale};
@@ -61,7 +62,7 @@ void addNote(std::string& note, const std::string& text) {
   note.append(note.empty() ? "" : "; ").append(text);
 }
 
-/// That rings are not compared as they are.
+/// Notes that these rings are not compared as they are.
 void addFlaw(std::string& note, const std::string& whose, const std::string& flaw) {
   if (!flaw.empty()) addNote(note, whose + flaw + ": compared as filled");
 }
@@ -78,7 +79,7 @@ Comparison compared(const Geometry& measured, const Nominal& nominal,
                     const ComparingOptions& options) {
   const std::vector<qcRings> parts = filledParts(measured);
   const cntr::sets::Frame own(ringsOf(parts));
-  // Powers of two, by which nothing is rounded: the unit of local lengths, and the measured size.
+  // Powers of two, so that nothing is rounded: the unit of local lengths, and the measured size.
   const double unit = nominal.frame.restored(1.0, 1);
   const double extent = own.restored(1.0, 1) / unit;
   Comparison result;

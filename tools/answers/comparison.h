@@ -15,10 +15,10 @@
 namespace tool {
 
 struct ComparingOptions {
-  /// Lay the measured feature onto its nominal first.
+  /// Move the measured feature onto its nominal first.
   bool align = false;
-  /// The longest step between points at which distances are asked; none for 1/1024 of the measured
-  /// length.
+  /// The longest step between the points at which distances are taken; empty for 1/1024 of the
+  /// measured length.
   std::optional<double> spacing;
   /// The length of a unit of the coordinates, in the unit of the other lengths here and of the
   /// answers.
@@ -36,19 +36,19 @@ struct Placement {
 struct Comparison {
   qcDeviation deviation;
   double hausdorff = 0.0;
-  /// The area that both fill as a share of that which either fills; none with open lines.
+  /// The area that both fill as a share of what either fills; empty with open lines.
   std::optional<double> iou = {};
-  /// The measured area less the nominal one; none with open lines.
+  /// The measured area less the nominal one; empty with open lines.
   std::optional<double> areaDifference = {};
-  /// What laid the measured feature onto its nominal.
+  /// What moved the measured feature onto its nominal.
   std::optional<Placement> placement = {};
-  /// Nothing without a tolerance.
+  /// Empty without a tolerance.
   std::optional<bool> inTolerance = {};
-  /// What else is to be known.
+  /// What else there is to know.
   std::string note = {};
 };
 
-/// How long steps along a measured boundary are unless a spacing is given: 1/1024 of its length.
+/// The length of a step along a measured boundary unless a spacing is given: 1/1024 of its length.
 double usualSpacing(const std::vector<qcContour>& curves);
 
 /// Compares the boundaries of what both fill. Lengths are found in coordinates in which the nominal

@@ -27,7 +27,7 @@ std::string trimmed(std::string text) {
   return text;
 }
 
-/// What tells features apart, and the measures; other columns depend on how they are shown.
+/// The columns that tell features apart, and the measures; the others depend on how they are shown.
 const Column* columnNamed(const std::string& name) {
   for (const Column& column : allColumns()) {
     const std::string_view known = column.name;

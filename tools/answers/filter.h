@@ -21,7 +21,7 @@ class Condition {
   explicit Condition(const std::string& text);
 
   const Column& column() const noexcept { return *column_; }
-  /// Nothing fulfils no condition.
+  /// An empty cell fulfils no condition.
   bool isFulfilledBy(const Cell& cell) const;
 
  private:
@@ -33,8 +33,8 @@ class Condition {
 };
 
 /// Whether the feature fulfils all conditions, measured with its holes and in the unit of its
-/// coordinates. A feature with a problem fulfils none; one whose measures cannot be told is taken,
-/// so that it can be reported.
+/// coordinates. A feature with a problem fulfils none; one whose measures cannot be computed
+/// passes, so that it can be reported.
 bool fulfilsAll(const formats::Feature& feature, const std::vector<Condition>& conditions);
 
 }  // namespace tool

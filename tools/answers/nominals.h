@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
-// The nominal features that measured ones are compared with, and which belongs to which. Comparing
-// is done in comparison.h.
+// The nominal features that measured ones are compared with, and how the two are paired. The
+// comparison itself is in comparison.h.
 
 #pragma once
 
@@ -19,29 +19,29 @@
 
 namespace tool {
 
-/// One nominal feature, in coordinates of its own: it is about 1 in size, near the origin.
+/// One nominal feature, in coordinates of its own in which it is about 1 in size, near the origin.
 struct Nominal {
   /// Its place in its file, counted from 1.
   std::size_t number = 1;
   /// Outlines rather than open lines.
   bool closed = true;
   cntr::sets::Frame frame{std::vector<std::span<const qcVector<2>>>()};
-  /// What it fills, in normal form, or its lines.
+  /// What it fills, in normal form, or else its lines.
   std::vector<qcRings> parts = {};
   /// The boundaries of these, outlines and holes in opposite directions.
   std::vector<qcContour> curves = {};
-  /// What flawOf() says of it.
+  /// What flawOf() says about it.
   const char* flaw = "";
-  /// Why nothing can be compared with it; empty when something can.
+  /// Why nothing can be compared with it; empty when that is possible.
   std::string problem = {};
 };
 
 /// What a geometry fills (eNonZero), in normal form; lines as they are. Throws what qf_MakeValid()
-/// throws, qcContourDefs::BadParams for lines with a coordinate that is not finite.
+/// throws, and qcContourDefs::BadParams for lines with a coordinate that is not finite.
 std::vector<qcRings> filledParts(const formats::Geometry& geometry);
 
-/// Whether the rings of outlines do not bound simply what they fill: "crosses", "overlaps", or
-/// empty for neither. Throws as filledParts() does.
+/// Why the rings of outlines are not the simple boundary of what they fill: "crosses", "overlaps",
+/// or empty when they are. Throws as filledParts() does.
 const char* flawOf(const formats::Geometry& geometry);
 
 /// The vertex lists of all parts.
@@ -66,14 +66,14 @@ std::vector<qcContour> curvesOf(const std::vector<qcRings>& parts, bool closed);
 /// The nominal features of a file.
 class Nominals {
  public:
-  /// Takes the next feature; one with a problem keeps its place. What is wrong with it, empty for
-  /// nothing.
+  /// Takes the next feature; one with a problem keeps its place. Returns what is wrong with it,
+  /// empty if nothing.
   std::string add(const formats::Feature& feature);
 
   const std::vector<Nominal>& all() const noexcept { return all_; }
 
-  /// What the feature is compared with: the only nominal, else the one with its label, else the one
-  /// with its id. Throws FeatureError when there is none, or several.
+  /// The nominal that the feature is compared with: the only one, else the one with its label, else
+  /// the one with its id. Throws FeatureError when there is none, or several.
   const Nominal& counterpartOf(const formats::Feature& feature) const;
 
  private:

@@ -19,7 +19,7 @@ namespace {
 
 using Fields = std::vector<std::string>;
 
-/// Where a line has what a point needs.
+/// Which fields of a line hold what a point needs.
 struct Places {
   std::optional<std::size_t> id;
   std::size_t x = 0;
@@ -55,7 +55,7 @@ std::string inSmallLetters(std::string text) {
   return text;
 }
 
-/// What the names in a first line say; nothing when it has no names.
+/// What the names in a first line say; empty when it has no names.
 std::optional<Places> placesByNames(const Fields& fields) {
   std::optional<std::size_t> id;
   std::optional<std::size_t> x;

@@ -11,13 +11,13 @@
 
 namespace tool {
 
-/// The points of a text file, one to a line: "x,y" or "id,x,y", or what a first line with the names
-/// x, y and perhaps id says, in capital or small letters. Fields are separated by commas,
-/// semicolons, or tabs and blanks. Blank lines and what follows # are left out. Points without an
-/// id are numbered from 1.
+/// The points of a text file, one per line: "x,y" or "id,x,y", or as a first line with the names x,
+/// y and perhaps id says, in upper or lower case. Fields are separated by commas, semicolons, or
+/// tabs and blanks. Blank lines and whatever follows # are ignored. Points without an id are
+/// numbered from 1.
 ///
 /// Throws formats::FileError when the file cannot be read or holds no points, and for the first
-/// line that is none.
+/// line that is not a point.
 std::vector<NamedPoint> readPoints(const std::string& file);
 
 }  // namespace tool

@@ -25,7 +25,7 @@ void append(Row& row, const qcVector<2>& point) {
   row.push_back(numberCell(point.y()));
 }
 
-/// A point of a boundary, and how far it is from the one that was asked about.
+/// A point of a boundary, and its distance from the point of the question.
 struct Near {
   double distance;
   qcVector<2> point;
@@ -56,13 +56,13 @@ std::vector<qcRings> partsOf(const Geometry& geometry, bool withHoles) {
   return parts;
 }
 
-/// Which of the points are inside; none are in lines.
+/// Which of the points are inside; with lines none is.
 std::vector<bool> areInside(const Geometry& geometry, const Points& points, bool withHoles) {
   if (!geometry.closed) return std::vector<bool>(points.size(), false);
   return qf_Inside(partsOf(geometry, withHoles), points);
 }
 
-/// The answers about each point, appended to the row that it has.
+/// The answers about each point, appended to its row.
 std::vector<Row> answerPoints(std::vector<Row> rows, const Geometry& geometry, const Points& points,
                               bool withHoles, bool zeroIfInside) {
   const std::vector<bool> inside = areInside(geometry, points, withHoles);

@@ -19,9 +19,8 @@ struct Question {
   std::function<std::vector<Row>(const formats::Geometry&)> answer;
 };
 
-/// One row: whether the point is inside, as qf_Inside() has it, how far it is from the nearest
-/// point of a boundary (0 for a point inside when `zeroIfInside`), where that point and the nearest
-/// vertex are.
+/// One row: whether the point is inside, as qf_Inside() has it; its distance from the nearest point
+/// of a boundary (0 for a point inside when `zeroIfInside`); that point, and the nearest vertex.
 Question askPoint(const qcVector<2>& point, bool withHoles, bool zeroIfInside);
 
 /// A point of a list, and its name there.
@@ -30,14 +29,14 @@ struct NamedPoint {
   qcVector<2> position;
 };
 
-/// A row for each point: its name and coordinates, and then the same.
+/// A row for each point: its name and coordinates, followed by the answers of askPoint().
 Question askPoints(const std::vector<NamedPoint>& points, bool withHoles, bool zeroIfInside);
 
 /// A row for each crossing, in order along the segment from `from`.
 Question askSegment(const qcVector<2>& from, const qcVector<2>& to, bool withHoles,
                     bool countEndTouches);
 
-/// One row: the vertex of an outline that is farthest in a direction, counted in degrees from the x
+/// One row: the vertex of an outline that is farthest in a direction, given in degrees from the x
 /// axis towards the y axis.
 Question askDirection(double degrees);
 

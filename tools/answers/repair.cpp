@@ -31,8 +31,8 @@ bool hasEdgelets(const Geometry& geometry) {
                      [](const Edgelets& edgelets) { return !edgelets.empty(); });
 }
 
-/// Edge elements of the vertices of `ring` in the order of `same`, if that is the same ring begun
-/// elsewhere or turned.
+/// The edge elements of `ring` in the order of `same`, if that is the same ring with another start
+/// or direction.
 std::optional<Edgelets> reordered(const Edgelets& edgelets, const Points& ring,
                                   const Points& same) {
   const std::size_t n = ring.size();
@@ -52,7 +52,8 @@ std::optional<Edgelets> reordered(const Edgelets& edgelets, const Points& ring,
   return std::nullopt;
 }
 
-/// Those of the outlines of `before`, each with the outline of `after` that is the same ring.
+/// The edge elements of the outlines of `before`, moved to the outlines of `after` that are the
+/// same rings.
 std::vector<Edgelets> reordered(const Geometry& before, const std::vector<qcRings>& after) {
   std::vector<Edgelets> result;
   for (const qcRings& part : after) {

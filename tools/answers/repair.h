@@ -14,9 +14,9 @@
 namespace tool {
 
 enum class RepairRule {
-  /// What some part's outline winds around and none of its holes does.
+  /// Fills what some part's outline winds around and none of that part's holes does.
   eNonZero,
-  /// What the rings wind around an odd number of times.
+  /// Fills what the rings wind around an odd number of times.
   eEvenOdd,
   /// The library's regularize().
   eWalk,
@@ -35,8 +35,8 @@ Extent extentOf(const formats::Geometry& geometry);
 
 struct Repair {
   enum class Result {
-    /// The rings bound what the rule fills; they start elsewhere, run the other way or are in
-    /// another order at most.
+    /// The rings already bound what the rule fills: at most they start elsewhere, run the other way
+    /// or are in another order.
     eUnchanged,
     eRepaired,
     /// The outlines stay as they are.
@@ -44,24 +44,24 @@ struct Repair {
   };
 
   Result result = Result::eUnchanged;
-  /// What takes the place of the feature's outlines; none when they stay as they are.
+  /// What replaces the feature's outlines; empty when they stay as they are.
   std::optional<formats::Geometry> geometry = {};
-  /// What the rule fills; walk and outer-hull are compared with nonzero. None for open lines and
-  /// where it could not be told.
+  /// What the rule fills; walk and outer-hull are compared with nonzero. Empty for open lines, and
+  /// where it could not be computed.
   std::optional<double> areaBefore = {};
-  /// None for open lines and failures, and so are the numbers below.
+  /// Empty for open lines and failures, and so are the numbers below.
   std::optional<double> areaAfter = {};
   std::optional<Extent> after = {};
-  /// The spacing of the grid that vertices had to be moved to; none mostly.
+  /// The spacing of the grid that vertices had to be moved to; empty in most cases.
   std::optional<double> snapped = {};
-  /// What else is to be known: why it failed, what is left out.
+  /// What else there is to know: why it failed, what is left out.
   std::string note = {};
 };
 
 /// Repairs all parts together. The results of nonzero and evenodd have the normal form of
 /// cntrsets/sets.h; edge elements stay with their vertices where the rings are the same, and are
-/// left out otherwise. A repair that loses more than the share `maxLoss` of the area fails, so does
-/// that of a feature without area. Open lines are unchanged.
+/// left out otherwise. A repair that loses more than the share `maxLoss` of the area fails, and so
+/// does that of a feature without area. Open lines are unchanged.
 Repair repaired(const formats::Geometry& geometry, RepairRule rule, double maxLoss);
 
 }  // namespace tool

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
-// How far each stretch of a measured boundary is from the nominal one, for pictures. What the
-// distances come to is in comparison.h.
+// How far each stretch of a measured boundary is from the nominal one, for pictures. comparison.h
+// sums the distances up.
 
 #pragma once
 
@@ -21,9 +21,9 @@ struct Stretch {
   double deviation = 0.0;
 };
 
-/// All of the measured boundary, in pieces between its vertices and at most as long as the steps
-/// that `cntr compare` takes. In the coordinates of the file. On one thread at a time; throws as
-/// compared() does.
+/// All of the measured boundary, in pieces between its vertices and no longer than the steps that
+/// `cntr compare` takes, in the coordinates of the file. One call at a time; throws as compared()
+/// does.
 std::vector<Stretch> stretchesOf(const formats::Geometry& measured, const Nominal& nominal);
 
 /// The nominal boundary, edge by edge, in the coordinates of the file, without deviations.

@@ -18,7 +18,8 @@ using Regions = std::vector<RegionHandle>;
 constexpr std::size_t extraPasses = 2;
 constexpr std::size_t fewestVertices = 3;
 
-/// An outline that crosses itself loses its holes anyway: only those of others are asked for.
+/// An outline that crosses itself loses its holes anyway, so only the holes of the others are
+/// taken.
 RegionHandle regionOf(const qcRings& part) {
   const RegionHandle outline = makeRegion(part, false);
   return outline->isSelfIntersecting() ? outline : makeRegion(part, true);
@@ -40,8 +41,9 @@ qcRegionSet repairedOnce(const qcRegionSet& set, qcContourDefs::IntersectionMode
   return result;
 }
 
-/// Each pass merges outlines in pairs, so more passes than outlines merge nothing more; a few more
-/// help where vertices lie on other edges. A pass that fails leaves what the one before it made.
+/// Each pass merges outlines in pairs, so after as many passes as there are outlines nothing is
+/// left to merge; a few more help where vertices lie on other edges. When a pass fails, the result
+/// of the one before it stays.
 qcRegionSet repairedSet(const qcRegionSet& set, qcContourDefs::IntersectionMode mode) {
   qcRegionSet result = repairedOnce(set, mode);
   const std::size_t passes = set.regions().size() + extraPasses;

@@ -19,7 +19,7 @@ struct WalkRepair {
   bool stillCrosses = false;
 };
 
-/// Repairs a feature of one outline as a region, one of several as a region set; nothing when no
+/// Repairs a feature of one outline as a region, one of several as a region set; empty when no
 /// outline crosses itself or another. Sets are repaired again until their outlines no longer cross,
 /// as far as that helps. Holes of outlines that change are left out.
 ///

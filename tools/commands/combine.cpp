@@ -77,7 +77,7 @@ class Outlines : public Sink {
   Parts parts_;
 };
 
-/// Nothing of a file that cannot be read, which is reported. `opened` is the file, if it is open.
+/// Nothing for a file that cannot be read, which is reported. `opened` is the file, if it is open.
 Parts outlinesOf(const std::string& file, std::optional<Input> opened, const Format* from,
                  Session& session) {
   Outlines outlines(displayName(file), session.diagnostics);
@@ -99,7 +99,7 @@ class CombiningEach : public NewOutlines {
   }
 
  protected:
-  /// Both operations of --each leave alone what lies beyond the boxes of a feature's outlines.
+  /// Neither operation of --each depends on what lies beyond the box of a feature's outlines.
   Parts outlinesOf(const Parts& parts) const override {
     Parts near;
     for (std::size_t i = 0; i < others_.size(); ++i) {

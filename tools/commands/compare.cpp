@@ -37,7 +37,8 @@ struct CompareOptions {
   bool isComplete = false;
 };
 
-/// What the rows of this run hold: names of what cannot differ are left out of tables.
+/// What the rows of this run show: columns that would be the same in every row are left out of
+/// tables.
 struct Shown {
   bool file;
   bool nominal;
@@ -75,7 +76,7 @@ void addPlacement(Row& row, const Placement& placement) {
   row.push_back(numberCell(placement.shift.y()));
 }
 
-/// Compares features into rows: one for each, whatever is wrong with it.
+/// Compares features into rows: one for each, even if it is bad.
 class Comparing : public RowAnswerer {
  public:
   Comparing(const CompareOptions& options, const Nominals& nominals, Session& session)
@@ -87,7 +88,7 @@ class Comparing : public RowAnswerer {
         columns_(columnsOf(shown_).size()),
         isMeasured_(nominals.all().size()) {}
 
-  /// Whether some feature was to be compared with that nominal.
+  /// True when some feature was to be compared with that nominal.
   bool isMeasured(std::size_t nominal) const { return isMeasured_[nominal]; }
 
  protected:
@@ -100,7 +101,7 @@ class Comparing : public RowAnswerer {
     return {answered(origin, feature, nominal, comparison)};
   }
 
-  /// What cannot be compared is in no tolerance.
+  /// A feature that cannot be compared is not within the tolerance.
   Row unanswered(const Origin& origin, const Feature& feature,
                  const std::string& why) const override {
     Row row = heading(origin, feature);
@@ -151,7 +152,8 @@ class Comparing : public RowAnswerer {
   mutable std::vector<std::atomic<bool>> isMeasured_;
 };
 
-/// What the file of nominals has and the measured files have not; bad nominals are known already.
+/// Reports nominal features that no measured one was compared with; bad nominals have been reported
+/// already.
 void reportMissing(const Comparing& comparing, const NominalFile& file, bool isComplete,
                    Diagnostics& diagnostics) {
   const std::size_t count = file.locations.size();

@@ -75,7 +75,7 @@ void check(const DrawOptions& options) {
     throw CLI::ValidationError("--nominal", "only one of the two files can be standard input");
 }
 
-/// Nothing for a number that lengths can be multiplied and divided by.
+/// Why the text is no scale; empty for a number that lengths can be multiplied and divided by.
 std::string refusalOfScale(const std::string& text) {
   double factor = 0.0;
   const bool isUsable =
@@ -83,7 +83,7 @@ std::string refusalOfScale(const std::string& text) {
   return isUsable ? "" : "needs a positive number, not " + text;
 }
 
-/// 0 where the member is none.
+/// 0 when the member is not a positive number.
 double positiveNumber(const Members& members, const char* name) {
   const std::string* const value = valueOf(members, name);
   try {
@@ -113,7 +113,7 @@ class Collector : public Sink {
         session_(session),
         progress_(session.messages, session.console.messagesAreTerminal) {}
 
-  /// False when the file cannot be read or breaks off.
+  /// False when the file cannot be read to its end.
   bool read(const std::string& file, const Format* from) {
     files_.push_back(displayName(file));
     members_.clear();
@@ -143,7 +143,7 @@ class Collector : public Sink {
     progress_.update();
   }
 
-  /// Half of them come before the features and half after.
+  /// Called twice: with the members before the features, and with those after them.
   void takeMembers(Members&& members) override {
     update(members_, std::move(members));
     const auto image = imageOf(members_, files_.back());
@@ -157,7 +157,7 @@ class Collector : public Sink {
   const std::vector<ImageSize>& images() const noexcept { return images_; }
 
  private:
-  /// Draws the feature; what is wrong with it, empty for nothing.
+  /// Draws the feature. Returns what is wrong with it, empty if nothing.
   std::string complaintAbout(const Feature& feature) {
     if (!feature.problem.empty()) return feature.problem;
     try {
@@ -176,7 +176,7 @@ class Collector : public Sink {
   DeviationOverlay* deviation_;
   Session& session_;
   Progress progress_;
-  /// Of the collection that is being read.
+  /// The members of the collection that is being read.
   Members members_;
   std::vector<std::string> files_;
   std::vector<ImageSize> images_;

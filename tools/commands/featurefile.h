@@ -24,7 +24,7 @@ struct OutputOptions {
 
 void addOutput(CLI::App& command, OutputOptions& options);
 
-/// The format that --to, or else the ending of the file, names; null when neither does.
+/// The format that --to names, or else the extension of the file; null when neither does.
 const formats::Format* namedFormat(const OutputOptions& options);
 
 /// The same, or else the format of the first input, which is opened for that.
@@ -37,10 +37,10 @@ class FeatureFile {
   FeatureFile(Session& session, const std::string& file, const formats::Format& format,
               formats::Rings rings, std::size_t inputs);
 
-  /// As messages show it.
+  /// Its name in messages.
   const std::string& name() const noexcept { return name_; }
 
-  /// Makes a feature ready on any thread. Throws FeatureError.
+  /// Prepares a feature for writing; on any thread. Throws FeatureError.
   Answer prepare(const Origin& origin, formats::Feature feature) const;
   /// The same for a feature that cannot be read; nothing where it cannot be written either.
   Answer prepareUnreadable(const Origin& origin, const formats::Feature& feature) const;
@@ -48,7 +48,7 @@ class FeatureFile {
   void write(Answer answer);
   /// The members of an input's collection, which are kept if it is the only input.
   void takeMembers(formats::Members&& members);
-  /// To be called once, after the last feature. Tells what could not be held.
+  /// To be called once, after the last feature. Reports what could not be held.
   void complete();
 
  private:
@@ -65,8 +65,7 @@ class FeatureFile {
   std::map<std::string, std::size_t> losses_;
 };
 
-/// Whether features keep their outlines on the way: a collection's box holds for the same ones
-/// only.
+/// Whether features keep their outlines on the way: only then does a collection's box still hold.
 enum class OutlinesAre { eTheSame, eNew };
 
 /// An answerer whose answers are features for a file.
@@ -87,8 +86,8 @@ class FeaturesToFile : public Answerer {
   OutlinesAre outlines_;
 };
 
-/// Writes all features of the inputs as an answerer gives them that is made for the file. What the
-/// file does not take is reported.
+/// Writes the features of all inputs, as the answerer that `make` returns for the file gives them.
+/// What the file cannot hold is reported.
 void writeFeatures(Inputs& inputs, const OutputOptions& output, const formats::Format& format,
                    formats::Rings rings, Session& session,
                    const std::function<std::unique_ptr<FeaturesToFile>(FeatureFile&)>& make);

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
-// cntr measure: a row of measures for every feature, and for every part of a feature that has
-// several if asked for.
+// cntr measure: a row of measures for every feature, and with --parts for every part of a feature
+// that has several.
 
 #include <algorithm>
 #include <memory>
@@ -82,7 +82,7 @@ std::vector<std::string> namesOf(const Columns& columns) {
   return names;
 }
 
-/// The chosen columns, and behind them the one to sort by.
+/// The chosen columns, followed by the one to sort by.
 Columns filledBy(const MeasureOptions& options) {
   Columns columns = chosenBy(options);
   if (const auto sorting = sortingOf(options)) columns.push_back(sorting->column);
@@ -103,7 +103,7 @@ MeasuringOptions measuringOf(const MeasureOptions& options) {
   return measuring;
 }
 
-/// Measures features into rows: one for each, whatever is wrong with it.
+/// Measures features into rows: one for each, even if it is bad.
 class Measuring : public RowAnswerer {
  public:
   Measuring(const MeasureOptions& options, Session& session)

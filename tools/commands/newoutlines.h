@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// What offset and combine have in common: features that get new outlines and keep all else.
+// What offset and combine have in common: features that get new outlines and keep everything else.
 
 #pragma once
 
@@ -13,11 +13,12 @@
 
 namespace tool {
 
-/// What is wrong with an open line where outlines are asked for.
+/// The message about an open line where outlines are needed.
 inline constexpr const char* openLine = "is an open line, which has no area";
 
-/// Writes features with new outlines. Those of which nothing is left are counted and not written;
-/// neither are open lines, those that cannot be read and those without an answer.
+/// Writes features with new outlines. Features of which nothing is left are counted and not
+/// written; open lines, features that cannot be read and those without an answer are not written
+/// either.
 class NewOutlines : public FeaturesToFile {
  public:
   NewOutlines(FeatureFile& file, Session& session)
@@ -28,7 +29,7 @@ class NewOutlines : public FeaturesToFile {
   void finish() override;
 
  protected:
-  /// In any thread. Throws exceptions of the library where there is no answer.
+  /// Called on any thread. Throws exceptions of the library where there is no answer.
   virtual std::vector<qcRings> outlinesOf(const std::vector<qcRings>& parts) const = 0;
 
  private:

@@ -19,13 +19,13 @@ namespace tool {
 
 /// The nominal features of a file, and where in it they are.
 struct NominalFile {
-  /// As messages name it.
+  /// Its name in messages.
   std::string name;
   Nominals nominals;
   std::vector<formats::Location> locations;
 };
 
-/// Reads all features; those that nothing can be compared with are reported. Throws FileError when
+/// Reads all features and reports those that nothing can be compared with. Throws FileError when
 /// the file cannot be read or holds none.
 NominalFile readNominals(const std::string& file, const formats::Format* from, Session& session);
 

@@ -10,11 +10,12 @@
 
 namespace tool {
 
-/// Exactly `count` finite numbers separated by commas, such as "12,-3.5"; nothing for any other
-/// text. A decimal point whatever the locale.
+/// Exactly `count` finite numbers separated by commas, such as "12,-3.5"; empty for any other text.
+/// The decimal point does not depend on the locale.
 std::optional<std::vector<double>> parseNumbers(const std::string& text, std::size_t count);
 
-// Why a text is no finite number, none that is positive, or none that is not negative; empty when
+// Why a text is not a finite number, not a positive one, or not one of at least 0; empty when it
+// is.
 // it is one.
 
 std::string refusalOfNumber(const std::string& text);

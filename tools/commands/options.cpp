@@ -17,7 +17,7 @@ namespace {
 
 constexpr unsigned mostJobs = 256;
 
-// Why the text of an option cannot be taken; empty when it can.
+// These say why the text of an option cannot be accepted; empty when it can.
 
 std::string refusalOfCondition(const std::string& text) {
   try {

@@ -51,7 +51,7 @@ Question questionOf(const QueryOptions& options) {
   return askDirection(numbers("--direction", options.direction.value(), 1, "DEGREES")[0]);
 }
 
-/// The name of the file is not shown in a table of a single one.
+/// A table does not show the name of its only file.
 bool showsFile(const QueryOptions& options) {
   return !options.rows.isTable() || options.input.files.size() > 1;
 }

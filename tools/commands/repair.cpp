@@ -38,7 +38,7 @@ RepairRule ruleOf(const RepairOptions& options) {
   return options.mode == "regularize" ? RepairRule::eWalk : RepairRule::eOuterHull;
 }
 
-/// The report makes room on standard output when the outlines go there.
+/// The report goes to standard error when the outlines go to standard output.
 std::unique_ptr<RowWriter> makeReport(const RepairOptions& options, Session& session) {
   const bool isBeside = options.output.file == "-";
   std::vector<std::string> columns{
@@ -63,7 +63,7 @@ const char* nameOf(Repair::Result result) {
 
 Cell cellOf(const std::optional<double>& value) { return value ? numberCell(*value) : Cell(); }
 
-/// Writes features as they are or repaired, and a line about each.
+/// Writes features as they are or repaired, and a line of the report about each.
 class Repairing : public FeaturesToFile {
  public:
   Repairing(const RepairOptions& options, FeatureFile& file, Session& session)

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// What commands that print rows have in common: each feature has at least one, whatever is wrong
-// with it.
+// What commands that print rows have in common: each feature has at least one, even if it is bad.
 
 #pragma once
 
@@ -28,13 +27,13 @@ class RowAnswerer : public Answerer {
   void finish() { rows_->finish(); }
 
  protected:
-  // In any thread.
+  // Called on any thread.
 
-  /// The rows of a feature. What is wrong with it besides goes into `complaint`. Throws
+  /// The rows of a feature. Flaws that do not prevent an answer go into `complaint`. Throws
   /// FeatureError, or an exception of the library, where there is no answer.
   virtual std::vector<Row> rowsOf(const Origin& origin, const formats::Feature& feature,
                                   std::string& complaint) const = 0;
-  /// A row of nothing but the reason.
+  /// A row that holds only the reason.
   virtual Row unanswered(const Origin& origin, const formats::Feature& feature,
                          const std::string& why) const = 0;
 

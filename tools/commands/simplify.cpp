@@ -21,7 +21,7 @@ using namespace formats;
 
 namespace {
 
-/// Formats hold no rings of fewer.
+/// Formats hold no rings with fewer vertices.
 constexpr std::size_t fewestInRing = 3;
 
 struct SimplifyOptions {
@@ -48,7 +48,7 @@ std::vector<Item> picked(const std::vector<Item>& items, const std::vector<std::
   return kept;
 }
 
-/// Leaves the kept vertices, and their edge elements. Returns whether any vertex went.
+/// Keeps only the kept vertices and their edge elements. Returns whether any vertex was dropped.
 bool simplify(Geometry& geometry, double tolerance) {
   const auto kept = qf_KeptVertices(curvesOf(geometry), tolerance);
   auto next = kept.begin();

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// Upright rectangles that grow with what they shall hold.
+// Upright rectangles that grow with their content.
 
 #pragma once
 

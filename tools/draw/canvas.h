@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// Where coordinates of the files come to lie in the picture.
+// Where coordinates of the files are in the picture.
 
 #pragma once
 
@@ -13,7 +13,7 @@ namespace tool {
 /// Maps the view to pixels, from (0, 0) in the upper left corner.
 class Canvas {
  public:
-  /// The longer side of the view takes `size` pixels. The y axis points downwards in the picture
+  /// The longer side of the view is `size` pixels long. The y axis points downwards in the picture
   /// unless `isUp`. REQUIRES: the view has an extent above 0.
   Canvas(const Box& view, double size, bool isUp)
       : view_(view), pixel_(view.extent() / size), isUp_(isUp) {}

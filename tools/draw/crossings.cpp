@@ -15,7 +15,7 @@ using namespace formats;
 
 namespace {
 
-/// One point for each square.
+/// The crossings found so far, one for each square.
 class Found {
  public:
   explicit Found(double size) : squares_(size) {}
@@ -57,7 +57,7 @@ Points crossingsOf(const Geometry& geometry, double size) {
   Found found(size);
   for (std::size_t i = 0; i < curves.size(); ++i) {
     const qcContour& curve = *curves[i].contour;
-    // Each edge away from its own ends.
+    // Each edge without its own ends.
     if (curve.isSelfIntersecting()) addCrossings(curve, curve, false, found);
     for (std::size_t j = i + 1; j < curves.size(); ++j) {
       if (boxes[i].meets(boxes[j])) addCrossings(*curves[j].contour, curve, true, found);

@@ -24,7 +24,7 @@ class DeviationOverlay {
 
   const Overlay& overlay() const noexcept { return overlay_; }
 
-  /// Why the last feature has no colours, empty when it has; it is forgotten by this.
+  /// Why the last feature has no colours, empty when it has; this call forgets the reason.
   std::string takeComplaint();
 
  private:

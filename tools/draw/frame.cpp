@@ -31,7 +31,7 @@ Points moved(const Frame& frame, const Points& points) {
 Frame::Frame(const Box& box) {
   if (isLikeAnImage(box)) return;
   origin_ = box.middle();
-  // An extent of 512 to 1024.
+  // The extent becomes 512 to 1024.
   if (box.extent() > 0.0) scale_ = std::ldexp(1.0, 9 - std::ilogb(box.extent()));
 }
 

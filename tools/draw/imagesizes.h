@@ -13,14 +13,15 @@
 
 namespace tool {
 
-/// An image, and the file that it is, or that says that its outlines come from it.
+/// The size of an image, and the file that it comes from: the image itself, or outlines that name
+/// it.
 struct ImageSize {
   std::string file;
   double width;
   double height;
 };
 
-/// Tells `warn`, with the name of a file, of
+/// Calls `warn` with the name of a file for
 /// - outlines of several images on one canvas;
 /// - a photograph of another size than that of an image;
 /// - outlines that reach beyond the photograph, or else beyond the images.

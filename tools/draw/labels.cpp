@@ -11,7 +11,7 @@ namespace tool {
 
 namespace {
 
-/// The size of letters, in pixels: what can be read and does not shout.
+/// The range of letter sizes, in pixels: legible, but not obtrusive.
 constexpr double smallestLetters = 9.0;
 constexpr double largestLetters = 24.0;
 /// The share of the view that labels larger than their shapes may cover.
@@ -20,25 +20,25 @@ constexpr double baselineOverCentre = 9.0;
 /// Between a shape and the label above or below it.
 constexpr double gapToShape = 4.0;
 
-/// A label with the place that it takes.
+/// A label and the place that it would take.
 struct Candidate {
   Label label;
   Box box;
   Box shape;
 };
 
-/// So high that the text fits into the shape, if it can be read then.
+/// As high as fits the text into the shape, within the range above.
 double letterSize(const std::string& text, const Box& shape) {
   const double fitting = std::min(0.5 * shape.height(), 0.8 * shape.width() / widthOf(text, 1.0));
   return std::clamp(fitting, smallestLetters, largestLetters);
 }
 
-/// Inside the view, unless that is narrower.
+/// The middle, moved so that the label lies inside the view unless the view is narrower.
 double inside(double middle, double half, double width) {
   return std::clamp(middle, std::min(half, 0.5 * width), std::max(width - half, 0.5 * width));
 }
 
-/// In the middle of a shape that it fits into, above or below others.
+/// In the middle of a shape that it fits into, above or below any other.
 Candidate candidateFor(const Shape& shape, const Canvas& canvas, bool centresAreMarked) {
   const Box box = canvas.map(shape.box);
   const double size = letterSize(shape.label, box);
@@ -54,10 +54,10 @@ Candidate candidateFor(const Shape& shape, const Canvas& canvas, bool centresAre
   return {{at, size, shape.label}, place, box};
 }
 
-/// What has been placed, to be found by its place.
+/// The places that are taken, found by position.
 class TakenPlaces {
  public:
-  /// False when there is something already.
+  /// False when something is there already.
   bool take(const Box& box) {
     for (const Box* other : near(box)) {
       if (other->meets(box)) return false;

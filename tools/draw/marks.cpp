@@ -14,7 +14,7 @@ using namespace formats;
 
 namespace {
 
-/// In pixels: the tolerance of hulls, and the squares of segments that are shorter.
+/// In pixels: the tolerance of hulls, and the squares for shorter segments.
 constexpr double hullTolerance = 0.05;
 constexpr double shortSegment = 0.5;
 

@@ -35,7 +35,7 @@ struct Segment {
   qcVector<2> to;
 };
 
-/// A piece of a line that has the colour of a value.
+/// A piece of a line in the colour of a value.
 struct Tint {
   qcVector<2> from;
   qcVector<2> to;
@@ -54,30 +54,30 @@ struct Spot {
 
 using Mark = std::variant<Box, Circle, Ellipse, Ring, Segment, Tint, Cross, Spot>;
 
-/// The box around a mark; of a place the place alone.
+/// The box around a mark; for a mark at a place, that place alone.
 Box boxOf(const Mark& mark);
 
-/// The size of the squares, in pixels, of which only one crossing is shown.
+/// The size, in pixels, of the squares in which only one crossing is shown.
 inline constexpr double spotSpacing = 3.0;
 
 /// The marks of an overlay, without what cannot be seen: vertices of rings, and crossings, short
-/// segments and tints that share a square with another one. Tints are short, and where one begins
-/// with another it would be drawn over it.
+/// segments and tints that share a square with another one. Tints are short, and two that begin in
+/// the same square would be drawn over each other.
 class MarkList {
  public:
   /// `pixel` is the size of a pixel.
   explicit MarkList(double pixel) : thinner_(pixel) {}
 
   void add(std::vector<Mark> marks);
-  /// Takes out what cannot be seen when pixels are so large.
+  /// Removes what cannot be seen when pixels are this large.
   void thin(double pixel);
 
   const std::vector<Mark>& marks() const noexcept { return marks_; }
-  /// The size of the largest value of all tints that were added.
+  /// The largest absolute value of all tints that were added.
   double range() const noexcept { return range_; }
 
  private:
-  /// Whether a mark stays, perhaps with less in it.
+  /// Whether a mark stays, perhaps reduced.
   class Thinner {
    public:
     explicit Thinner(double pixel);

@@ -39,7 +39,7 @@ Marks rectangles(const Overlaid& feature) {
   return marks;
 }
 
-/// None where all vertices coincide. The closed flag plays no part in it.
+/// Nothing where all vertices coincide. The closed flag plays no part in it.
 void addCircle(const Overlaid& feature, const qcRings& part, Marks& marks) {
   const qcCircle circle =
       makeContour(part.outline, true)->encloseCircle(qcContourDefs::eFarthestVertexPair);
@@ -54,7 +54,7 @@ void addHull(const Overlaid& feature, const qcRings& part, Marks& marks) {
   marks.emplace_back(Ring{back(feature.frame, hull.points())});
 }
 
-/// None when neither an ellipse nor a circle fits. The closed flag plays no part in it.
+/// Nothing when neither an ellipse nor a circle fits. The closed flag plays no part in it.
 void addEllipse(const Overlaid& feature, const qcRings& part, Marks& marks) {
   qcEllipse ellipse;
   double residual = 0.0;

@@ -18,7 +18,7 @@ namespace tool {
 struct Overlaid {
   const formats::Feature& feature;
   const formats::Geometry& geometry;
-  /// The same in coordinates that the library likes.
+  /// The same in coordinates that suit the library's tolerances.
   const formats::Geometry& framed;
   const Frame& frame;
   /// The size of a pixel of the picture.
@@ -30,9 +30,9 @@ struct Overlay {
   const char* name;
   const char* colour;
   std::function<std::vector<Mark>(const Overlaid& feature)> find;
-  /// How its entry in the legend is marked; null where by a line.
+  /// The symbol of its entry in the legend; null for a line.
   Mark (*symbol)(const qcVector<2>& centre);
-  /// Whether it is made of tints, whose colours the legend explains.
+  /// Whether it consists of tints, whose colours the legend explains.
   bool isColoured = false;
 };
 
@@ -40,8 +40,8 @@ struct Overlay {
 /// deviations.h has the one that needs another file.
 std::span<const Overlay> allOverlays();
 
-/// What the picture shall hold of a mark of a feature in `box`: all of it, but nothing of an
-/// ellipse that is much larger, as that of a nearly straight line is.
+/// The box that the picture must show of a mark of a feature in `box`: all of the mark, but nothing
+/// of an ellipse much larger than the feature, as a nearly straight line has it.
 Box reachOf(const Mark& mark, const Box& box);
 
 }  // namespace tool

@@ -14,14 +14,15 @@ struct Colours {
   std::string stroke;
 };
 
-/// What lies behind the colours.
+/// What the colours are drawn on.
 enum class Ground { ePaper, ePhotograph };
 
 /// The same number always has the same hue; numbers that follow each other look different. On paper
 /// areas are light and lines dark, on a photograph both are bright.
 Colours coloursOf(unsigned long number, Ground ground);
 
-/// Colours from inside (-1, blue) over none (0, grey) to outside (1, red), as dark on either side.
+/// Colours from inside (-1, blue) over no deviation (0, grey) to outside (1, red), equally dark on
+/// both sides.
 std::string colourOfDeviation(double share);
 
 }  // namespace tool

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// The view is an SVG element of its own inside the picture, so that nothing of it reaches into the
+// The view is an SVG element of its own inside the picture, so that nothing in it reaches into the
 // strip with the legend and the scale bar below it.
 
 #include <tools/draw/picture.h>
@@ -23,17 +23,17 @@ using namespace formats;
 
 namespace {
 
-// In pixels, all of them.
+// All in pixels.
 constexpr double narrowestPicture = 360.0;
 constexpr double rowHeight = 26.0;
 constexpr double stripPadding = 6.0;
 constexpr double stripMargin = 14.0;
 constexpr double longestScaleBar = 200.0;
 constexpr double letters = 15.0;
-/// Colours of deviations, half of them on either side of none, and the width of each in the legend.
+/// The number of colours for deviations on either side of 0, and the width of each in the legend.
 constexpr int bandsOfSide = 10;
 constexpr double bandWidth = 6.0;
-/// Lines of a colour that are no farther apart are one, thinned by that tolerance.
+/// Lines of one colour with a gap no wider than this are joined, and thinned by this tolerance.
 constexpr double widestGap = 1.0;
 constexpr double tintTolerance = 0.05;
 /// Half the length of the strokes of a cross, and the radius of a spot.
@@ -48,7 +48,7 @@ std::string quoted(const char* name, const std::string& value) {
 
 /// SVG elements for marks in pixels.
 struct Drawn {
-  /// What lies outside is left out.
+  /// Whatever lies outside these is left out.
   Box limits;
 
   std::string operator()(const Box& box) const {
@@ -77,7 +77,8 @@ struct Drawn {
   }
 };
 
-/// The colour of values in [-range, range] that are nearest to this band, from -bandsOfSide on.
+/// The colour of the band that is nearest to a value in [-range, range]; bands count from
+/// -bandsOfSide.
 std::string colourOfBand(int band) {
   return colourOfDeviation(static_cast<double>(band) / bandsOfSide);
 }
@@ -95,7 +96,7 @@ void append(const Tint& tint, std::vector<Points>& lines) {
 
 std::string drawn(const Mark& mark, const Box& limits) { return std::visit(Drawn{limits}, mark); }
 
-/// What the strip below the view holds, and the size of the whole picture.
+/// The contents of the strip below the view, and the size of the whole picture.
 class Strip {
  public:
   Strip(const Canvas& canvas, const Scale& scale)
@@ -105,7 +106,7 @@ class Strip {
     addScaleBar(scale);
   }
 
-  /// An overlay, beside the last entry, or in a row of its own where that leaves no room.
+  /// Adds an overlay after the last entry, or in a new row when there is no room left.
   void addOverlay(const Overlay& overlay) {
     const qcVector<2> at = placeFor(38.0 + widthOf(overlay.name, letters)) + qcVector<2>(13.0, 0.0);
     const qcVector<2> half(13.0, 0.0);
@@ -155,7 +156,7 @@ class Strip {
   double middle() const { return canvas_.height() + stripPadding + (rows_ - 0.5) * rowHeight; }
   double right() const { return left_ + width_ - stripMargin; }
 
-  /// At the right end of the first row, its length beside it.
+  /// At the right end of the first row, with its length beside it.
   void addScaleBar(const Scale& scale) {
     const double longest = std::min(longestScaleBar, 0.4 * width_);
     const ScaleBar bar = scaleBarFor(longest * canvas_.pixel(), scale);
@@ -235,7 +236,7 @@ class Picture {
                       [](const Shape& shape) { return !shape.label.empty(); }));
   }
 
-  /// The opening tag and the white ground.
+  /// The opening tag and the white background.
   void writeOpening(const Box& picture) {
     out_ << "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<svg xmlns=\"http://www.w3.org/2000/svg\""
          << quoted("width", svg::number(picture.width()))
@@ -269,7 +270,7 @@ class Picture {
             "</style>\n";
   }
 
-  /// All that is drawn in the view but the labels.
+  /// Everything that is drawn in the view except the labels.
   void writeView() {
     const std::string width = svg::number(canvas_.width());
     const std::string height = svg::number(canvas_.height());
@@ -302,8 +303,8 @@ class Picture {
     out_ << svg::path(rings, shape.closed, attributes, title);
   }
 
-  /// Over a photograph with a white line behind every stroke. All segments are one path, and so are
-  /// all tints of a colour.
+  /// Over a photograph every stroke has a white line beneath it. All segments are one path, and so
+  /// are all tints of a colour.
   void writeLayer(const Layer& layer) {
     const std::string name(layer.overlay->name);
     if (look_.underlay) out_ << "<g class=\"casing\"><use href=\"#" << name << "\"/></g>\n";

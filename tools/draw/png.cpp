@@ -19,7 +19,7 @@ using namespace formats;
 
 namespace {
 
-/// The functions of librsvg, and of the libraries that it brings along, that are called here.
+/// The functions called here, of librsvg and of the libraries that it brings along.
 struct Functions {
   decltype(&g_memory_input_stream_new_from_data) openText = nullptr;
   decltype(&g_object_unref) releaseObject = nullptr;

@@ -8,22 +8,22 @@
 
 namespace tool {
 
-/// Real units for coordinates.
+/// The unit that coordinates stand for.
 struct Scale {
-  /// The length of 1 in coordinates, in the unit. Positive and finite.
+  /// The length of one unit of the coordinates, in that unit. Positive and finite.
   double factor = 1.0;
   std::string unit = "px";
 };
 
 struct ScaleBar {
-  /// In coordinates.
+  /// In the coordinates' unit.
   double length;
   /// The length in the unit, e.g. "50 px".
   std::string text;
 };
 
-/// The longest bar of 1, 2 or 5 times a power of ten units that is at most `longest` in
-/// coordinates. REQUIRES: `longest` is positive and finite.
+/// The longest bar of 1, 2 or 5 times a power of ten units that is no longer than `longest`, which
+/// is in the coordinates' unit. REQUIRES: `longest` is positive and finite.
 ScaleBar scaleBarFor(double longest, const Scale& scale);
 
 }  // namespace tool

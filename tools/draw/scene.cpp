@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 //
-// While the view is not known its size is taken to be that of what has come so far, which is less
-// or equal: no more is left out than may be. Whenever it has doubled, what is kept is thinned
-// again.
+// As long as the view is not known, its size is taken to be that of what has come so far. The view
+// is at least as large, so nothing is left out too early. Whenever the size has doubled, what is
+// kept is thinned again.
 
 #include <tools/draw/scene.h>
 
@@ -23,13 +23,14 @@ namespace {
 
 constexpr double marginShare = 0.04;
 /// In pixels: a tenth together with the rounding of coordinates. Thinning again whenever pixels
-/// double moves vertices by less than twice the first.
+/// double moves vertices by less than twice the first tolerance.
 constexpr double firstTolerance = 0.02;
 constexpr double lastTolerance = 0.05;
-/// What is no larger, in pixels, becomes a dot; of dots that share a square the first is drawn.
+/// A shape no larger than this, in pixels, becomes a dot; of dots that share a square the first is
+/// drawn.
 constexpr double dotSize = 2.0;
 constexpr double dotSpacing = 1.5;
-/// Beyond this, squares of lengths overflow; nothing that was seen by a camera comes near it.
+/// Beyond this, squares of lengths overflow; no camera comes near it.
 constexpr double largestCoordinate = 1e100;
 constexpr double smallestExtent = 1e-100;
 
@@ -60,14 +61,14 @@ void requireDrawable(const Geometry& geometry) {
   }
 }
 
-/// A number for each name, the same everywhere.
+/// A number for each name, the same on every system.
 unsigned long numberOf(const std::string& name) {
   std::uint32_t hash = 2166136261U;
   for (const char byte : name) hash = (hash ^ static_cast<unsigned char>(byte)) * 16777619U;
   return hash % 1000U;
 }
 
-/// The label decides on the colours; features without one have those of their place in the file.
+/// The label decides on the colour; a feature without one has that of its place in the file.
 unsigned long colourOf(const Feature& feature) {
   if (!feature.label) return feature.number;
   const auto* const number = std::get_if<unsigned long>(&*feature.label);

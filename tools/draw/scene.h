@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
-// What is to be drawn of any number of features: they come one by one, and what cannot be seen of
-// them is not kept.
+// What is to be drawn of any number of features: they come one by one, and whatever cannot be seen
+// of them is not kept.
 
 #pragma once
 
@@ -19,7 +19,7 @@ namespace tool {
 
 /// An outline with its holes, or a line.
 struct Shape {
-  /// The place of its feature: the number of the file, from 0, and that in the file.
+  /// The place of its feature: the number of the file, from 0, and the feature's number in it.
   std::size_t file = 0;
   std::size_t number = 0;
   /// Empty for none.
@@ -27,28 +27,28 @@ struct Shape {
   /// Decides on the colour.
   unsigned long colour = 0;
   bool closed = true;
-  /// Empty for what is smaller than a dot.
+  /// Empty for a shape that becomes a dot.
   std::vector<formats::Points> rings;
-  /// Of the outline or line.
+  /// The box of the outline or line.
   Box box;
   /// Where the label is, if there is one.
   qcVector<2> middle{};
 };
 
-/// An overlay with all of its marks.
+/// An overlay and all its marks.
 struct Layer {
   const Overlay* overlay;
   MarkList marks;
 };
 
-/// Shapes and marks are within a tenth of a pixel of those of the files, unless a view that was
-/// told after them is smaller than the shapes.
+/// Shapes and marks are within a tenth of a pixel of those in the files, unless a view that was set
+/// after they were added is smaller than the shapes.
 class Scene {
  public:
-  /// The longer side of the view will take `size` pixels. Labels have places only if asked for.
+  /// The longer side of the view will be `size` pixels long. Labels get places only if asked for.
   Scene(const std::vector<const Overlay*>& overlays, bool withLabels, double size);
 
-  /// Shows this area, whatever else there is.
+  /// Shows this area and nothing else.
   void show(const Box& area);
   /// Shows the whole image that the features come from, unless show() says otherwise.
   void showImage(const Box& area) { images_.enclose(area); }
@@ -58,21 +58,21 @@ class Scene {
   /// To be called once, after the last feature.
   void complete();
 
-  /// What the picture shows: an area, the images, or all shapes and what overlays them, with a
-  /// margin. Around nothing at all, the unit square of the pixel at (0, 0).
+  /// What the picture shows: the area, the images, or all shapes and what overlays them, with a
+  /// margin. When there is nothing at all, the unit square of the pixel at (0, 0).
   Box view() const;
-  /// Of all outlines and lines.
+  /// The box of all outlines and lines.
   const Box& outlines() const noexcept { return outlines_; }
   const std::vector<Shape>& shapes() const noexcept { return shapes_; }
   const std::vector<Layer>& layers() const noexcept { return layers_; }
 
  private:
-  /// The size of a pixel; 0 where that is not known to be more.
+  /// A lower bound of the size of a pixel, 0 as long as none is known.
   double pixel() const;
   void addOverlays(const formats::Feature& feature, const formats::Geometry& framed,
                    const Frame& frame, const Box& box);
   void addShape(Shape shape);
-  /// Whether it is to be drawn. Leaves out what cannot be seen of it.
+  /// False when nothing of the shape is to be drawn. Leaves out what cannot be seen of it.
   bool thin(Shape& shape);
   /// `tolerance` is in pixels.
   void thinAll(double pixel, double tolerance);
@@ -82,11 +82,11 @@ class Scene {
   std::optional<Box> area_;
   Box images_;
   Box outlines_;
-  /// Of all outlines and lines and what overlays them.
+  /// The box of all outlines and lines, and of what overlays them.
   Box box_;
-  /// What lies outside is not drawn; empty while that is not known.
+  /// Whatever lies outside is not drawn; empty while that is not known.
   std::optional<Box> limits_;
-  /// The size of a pixel that shapes have been thinned for.
+  /// The size of a pixel for which shapes have been thinned.
   double thinnedFor_ = 0.0;
   double tolerance_ = 0.0;
   Squares dots_{0.0};
@@ -94,7 +94,7 @@ class Scene {
   std::vector<Layer> layers_;
 };
 
-/// The border around the view, in pixels, beyond which nothing shows.
+/// The border around the view, in pixels, outside which nothing can be seen.
 inline constexpr double beyondView = 20.0;
 
 }  // namespace tool

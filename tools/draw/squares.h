@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// At most one thing for each square of a grid: how many things are drawn does not depend on how
-// many there are.
+// At most one thing in each square of a grid, so that the number of things drawn has a limit.
 
 #pragma once
 
@@ -19,8 +18,8 @@ class Squares {
   explicit Squares(double size) : size_(size) {}
 
   double size() const noexcept { return size_; }
-  /// False when there is something in the square of `p` already. Squares of size 0 hold one place
-  /// each.
+  /// False when the square of `p` is already taken. With squares of size 0 only equal points share
+  /// one.
   bool take(const qcVector<2>& p) {
     if (size_ == 0.0) return taken_.insert({p.x(), p.y()}).second;
     return taken_.insert({number(p.x()), number(p.y())}).second;
@@ -40,8 +39,8 @@ class Squares {
     }
   };
 
-  /// Round coordinates are no borders, so that a place which is rounded differently is in one
-  /// square nevertheless.
+  /// Squares do not begin at round coordinates, so that a place that was rounded slightly
+  /// differently falls into the same square.
   double number(double coordinate) const { return std::floor(coordinate / size_ + shift); }
 
   static constexpr double shift = 0.381966;

@@ -41,7 +41,7 @@ std::string escapedCharacter(char character) {
   return isControl ? "?" : std::string(1, character);
 }
 
-/// The end of an element, with a title inside unless that is empty.
+/// The end of an element, with a title inside unless the title is empty.
 std::string closing(const char* element, const std::string& title) {
   if (title.empty()) return "/>\n";
   return "><title>" + escaped(title) + "</title></" + element + ">\n";
@@ -50,7 +50,7 @@ std::string closing(const char* element, const std::string& title) {
 }  // namespace
 
 std::string number(double value, int decimals) {
-  // As many digits as the largest double has, and some.
+  // Room for as many digits as the largest double has, and some more.
   char text[400];
   char* end =
       std::to_chars(text, text + sizeof text, value, std::chars_format::fixed, decimals).ptr;

@@ -14,15 +14,15 @@
 
 namespace tool::svg {
 
-/// A number with at most so many decimals, always with a decimal point whatever the locale.
+/// A number with at most this many decimals. The decimal point does not depend on the locale.
 std::string number(double value, int decimals = 2);
 
-/// The text with the five characters escaped that mean something in XML, and without those that XML
-/// does not allow.
+/// The text with the five special characters of XML escaped, and without those that XML does not
+/// allow.
 std::string escaped(const std::string& text);
 
-/// Lines or rings as one path; with the even-odd rule rings inside others are holes. `attributes`
-/// follow as they are; `title` is shown by browsers under the mouse, empty for none.
+/// Lines or rings as one path; by the even-odd rule rings inside others are holes. `attributes`
+/// follow as they are; browsers show `title` under the mouse, empty for none.
 std::string path(const std::vector<formats::Points>& lines, bool closed,
                  const std::string& attributes, const std::string& title);
 std::string circle(const Circle& circle, const std::string& attributes, const std::string& title);

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 //
-// A vertex can be left out while some line from the last one that was kept passes near it and near
-// all that were left out before it. The directions of such lines are a cone, which gets narrower
-// with each of them.
+// A vertex can be left out as long as some line from the last vertex that was kept passes near it
+// and near all those left out before it. The directions of such lines form a cone, which each of
+// them makes narrower.
 
 #include <tools/draw/thinning.h>
 
@@ -18,11 +18,11 @@ namespace {
 
 double cross(const qcVector<2>& a, const qcVector<2>& b) { return a.x() * b.y() - a.y() * b.x(); }
 
-/// What lines from a vertex may leave out.
+/// The lines from a vertex that pass near all points added so far.
 class Cone {
  public:
-  /// Steps back along the line may be half as long as the distance across it: a vertex beyond its
-  /// end is within the tolerance nevertheless.
+  /// The line may step back by up to half the distance across it: a vertex beyond its end is still
+  /// within the tolerance.
   Cone(const qcVector<2>& apex, double tolerance)
       : apex_(apex), across_(tolerance * 2.0 / std::sqrt(5.0)), back_(0.5 * across_) {}
 

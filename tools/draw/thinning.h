@@ -9,14 +9,14 @@
 
 namespace tool {
 
-/// A line through some of the vertices, among them the first and the last, such that no vertex that
+/// A line through some of the vertices, the first and the last among them, such that no vertex that
 /// is left out is farther than `tolerance` from it. O(n).
 formats::Points thinnedLine(const formats::Points& points, double tolerance);
-/// The same for a ring, which is closed by the edge from its last vertex to its first one; a single
-/// vertex is left of a ring that is smaller than the tolerance.
+/// The same for a ring, which is closed by the edge from its last vertex to its first. A ring
+/// smaller than the tolerance becomes a single vertex.
 formats::Points thinnedRing(const formats::Points& points, double tolerance);
 
-/// What a line or ring is inside the box. What is outside follows the border instead, so that a
+/// The part of a line or ring inside the box. What is outside follows the border instead, so that a
 /// ring winds around every point inside as before.
 formats::Points clippedLine(const formats::Points& points, const Box& box);
 formats::Points clippedRing(const formats::Points& points, const Box& box);

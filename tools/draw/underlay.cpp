@@ -30,7 +30,7 @@ std::uint32_t number(std::string_view bytes, std::size_t at, std::size_t count) 
   return value;
 }
 
-/// The header, the first chunk of a PNG file, begins with width and height.
+/// The header is the first chunk of a PNG file and begins with width and height.
 std::optional<Size> pngSize(std::string_view bytes) {
   constexpr std::string_view signature = "\x89PNG\r\n\x1a\n";
   constexpr std::size_t header = 16;
@@ -39,7 +39,7 @@ std::optional<Size> pngSize(std::string_view bytes) {
   return Size{number(bytes, header, 4), number(bytes, header + 4, 4)};
 }
 
-/// A frame header: markers C0 to CF but for three others among them.
+/// The frame headers are the markers C0 to CF except for three of them.
 bool isFrame(std::uint32_t marker) {
   return marker >= 0xC0 && marker <= 0xCF && marker != 0xC4 && marker != 0xC8 && marker != 0xCC;
 }

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// A picture to draw outlines over: what is embedded, and how large it is.
+// A picture to draw outlines over: the data to embed, and its size.
 
 #pragma once
 
@@ -17,11 +17,12 @@ struct Underlay {
   Box area;
 };
 
-/// The area of an image of so many pixels.
+/// The area of an image of this many pixels.
 Box pixelArea(double width, double height);
 
-/// Reads a PNG or JPEG file, known by its content. Pixels are taken as they are stored, whatever
-/// the file says of an orientation. Throws FileError for files that cannot be read or are neither.
+/// Reads a PNG or JPEG file, recognised by its content. Pixels are taken as they are stored,
+/// whatever orientation the file states. Throws FileError for files that cannot be read or are
+/// neither.
 Underlay readUnderlay(const std::string& file);
 
 }  // namespace tool

@@ -17,7 +17,7 @@ namespace tool {
 /// Nothing (there is no answer), yes or no, a count, a number, or a text.
 using Cell = std::variant<std::monostate, bool, std::size_t, double, std::string>;
 
-/// The number, or nothing when it is not finite.
+/// The number; empty when it is not finite.
 inline Cell numberCell(double value) { return std::isfinite(value) ? Cell(value) : Cell(); }
 
 inline Cell labelCell(const std::optional<formats::Label>& label) {

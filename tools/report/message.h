@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// What the library's exceptions say, for people.
+// The messages of the library's exceptions, for people.
 
 #pragma once
 
@@ -10,7 +10,7 @@
 
 namespace tool {
 
-/// Without the name of the exception, which what() begins with.
+/// The message without the name of the exception, with which what() begins.
 inline std::string messageOf(const qcException& error) {
   constexpr const char* separator = ": ";
   const std::string text = error.what();

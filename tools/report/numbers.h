@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// Numbers for people to read, always with a decimal point whatever the locale; allDigits() in
+// Numbers for people to read, with a decimal point whatever the locale; allDigits() in
 // cntrformats/number.h writes those for programs.
 
 #pragma once
@@ -13,10 +13,10 @@ namespace tool {
 /// At most `digits` significant digits, as few as the value needs.
 std::string shortNumber(double value, int digits);
 
-/// The numbers of a column, with equally many decimals so that their points stand below each other:
-/// six significant digits of the largest one. Where a smaller one would lose nearly all of its
-/// digits, or the largest would be unreadably long, each has six significant digits of its own.
-/// REQUIRES: all are finite.
+/// The numbers of a column with the same number of decimals, so that their points are aligned: six
+/// significant digits of the largest one. Where a smaller one would lose nearly all of its digits,
+/// or the largest would be too long to read, each has six significant digits of its own. REQUIRES:
+/// all are finite.
 std::vector<std::string> alignedNumbers(const std::vector<double>& values);
 
 }  // namespace tool

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// Texts from files as a terminal can show them.
+// Texts from files in a form that a terminal can show.
 
 #pragma once
 

@@ -16,7 +16,7 @@ namespace tool {
 
 using Row = std::vector<Cell>;
 
-/// The rows of one feature as far as they can be made ready without the others.
+/// The rows of one feature, prepared as far as that is possible without the others.
 struct PreparedRows {
   std::vector<Row> rows;
   std::string text;
@@ -39,26 +39,27 @@ class RowWriter {
 enum class EmptyColumns { eKept, eLeftOut };
 
 /// Writes an aligned table when it is finished: six digits of the largest number in each column,
-/// "-" for nothing.
+/// "-" for an empty cell.
 std::unique_ptr<RowWriter> makeTable(std::ostream& out, std::vector<std::string> columns,
                                      EmptyColumns emptyColumns, const Style& style);
 
-// These write rows as they come: numbers with all their digits, null or an empty field for nothing.
+// These write rows as they come: numbers with all their digits, null or an empty field for an empty
+// cell.
 
-/// An array of objects, one object to a line.
+/// An array of objects, one object per line.
 std::unique_ptr<RowWriter> makeJsonRows(std::ostream& out, std::vector<std::string> columns);
 /// The same objects without the array.
 std::unique_ptr<RowWriter> makeJsonLines(std::ostream& out, std::vector<std::string> columns);
-/// Fields separated by commas below a line of the columns' names; true and false for yes and no.
+/// Comma-separated values after a line of column names; true and false for yes and no.
 std::unique_ptr<RowWriter> makeCsvRows(std::ostream& out, const std::vector<std::string>& columns);
 
-/// How rows are sorted: by one of their cells, which comes last and is not shown.
+/// How rows are sorted: by their last cell, which is not shown.
 struct RowOrder {
   bool descending = false;
 };
 
-/// Keeps all rows until it is finished, and then hands them to `writer`, sorted by their last cell,
-/// which is taken off. Rows without an answer in it come last; equal ones stay in order.
+/// Keeps all rows until it is finished, and then passes them to `writer`, sorted by their last
+/// cell, which is removed. Rows in which it is empty come last; equal ones keep their order.
 std::unique_ptr<RowWriter> makeSorted(std::unique_ptr<RowWriter> writer, RowOrder order);
 
 }  // namespace tool

@@ -8,7 +8,7 @@
 
 namespace tool {
 
-/// Texts stay as they are without colours.
+/// Without colours texts stay as they are.
 class Style {
  public:
   explicit Style(bool hasColours = false) : hasColours_(hasColours) {}

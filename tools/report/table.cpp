@@ -14,7 +14,7 @@ namespace {
 
 constexpr const char* gap = "  ";
 
-/// One column as it is printed.
+/// A column with its texts.
 struct Column {
   std::vector<std::string> texts;
   std::size_t width = 0;
@@ -28,7 +28,7 @@ std::string plainText(const Cell& cell) {
   return "-";
 }
 
-/// Characters as a terminal counts them: the bytes that begin one in UTF-8.
+/// The characters that a terminal shows: the bytes that begin one in UTF-8.
 std::size_t widthOf(const std::string& text) {
   return static_cast<std::size_t>(std::count_if(text.begin(), text.end(), [](char byte) {
     return (static_cast<unsigned char>(byte) & 0xC0U) != 0x80U;
@@ -56,7 +56,8 @@ Column layOut(const std::string& heading, const std::vector<Row>& rows, std::siz
   return column;
 }
 
-/// Texts to the left, everything else to the right; nothing behind the last text of a line.
+/// Texts are aligned to the left, everything else to the right; nothing follows the last text of a
+/// line.
 std::string padded(const Column& column, std::size_t line, bool isLast) {
   const std::string& text = column.texts[line];
   const std::string padding(column.width - widthOf(text), ' ');

@@ -69,7 +69,7 @@ class JsonRows : public RowWriter {
   bool hasRows_ = false;
 };
 
-/// Rows that are lines of text, each for itself.
+/// Rows as lines of text, each independent of the others.
 class LineRows : public RowWriter {
  public:
   explicit LineRows(std::ostream& out) : out_(out) {}

@@ -20,7 +20,7 @@ struct Console {
 };
 
 /// Standard output and standard error. Coloured where they are terminals, unless the environment
-/// sets NO_COLOR to anything but an empty text, or says that the terminal is dumb.
+/// variable NO_COLOR is not empty, or TERM says that the terminal is dumb.
 Console standardConsole();
 
 }  // namespace tool

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// A stream's way into a file that the system has opened.
+// A stream buffer that writes to a file descriptor of the system.
 
 #pragma once
 
@@ -24,7 +24,7 @@ class DescriptorBuffer : public std::streambuf {
   DescriptorBuffer(const DescriptorBuffer&) = delete;
   DescriptorBuffer& operator=(const DescriptorBuffer&) = delete;
 
-  /// Writes what is left and closes; 0, or the system's error number of the first failure.
+  /// Writes what is left and closes the file; 0, or the system's error number of the first failure.
   int finish() {
     sync();
     if (::close(std::exchange(descriptor_, -1)) != 0 && failure_ == 0) failure_ = errno;

@@ -27,20 +27,20 @@ class Diagnostics {
   /// On a terminal, `style` makes messages stand out.
   Diagnostics(std::ostream& out, Style style) : out_(out), style_(style) {}
 
-  /// From now on, lists all bad features instead of summing up.
+  /// From now on, lists all bad features instead of the first few.
   void listAll() { listsAll_ = true; }
 
-  /// A feature of `file` that was not answered, and the name that it has besides its number. The
-  /// first few of a file are listed, the others counted.
+  /// Reports a feature of `file` that was not answered, with the name that it has besides its
+  /// number. The first few of a file are listed, the others counted.
   void badFeature(const std::string& file, const formats::Location& location,
                   const std::string& what, const std::string& name = "");
-  /// Tells how many bad features were counted but not listed.
+  /// Reports how many bad features were counted but not listed.
   void sumUp();
   void badFile(const std::string& file, const std::string& what);
-  /// What the user should know, although all is well.
+  /// Tells the user something worth knowing, although nothing has failed.
   void warning(const std::string& file, const std::string& what);
 
-  /// The worst of what was reported.
+  /// The status of the worst that was reported.
   ExitStatus status() const noexcept { return status_; }
 
  private:
@@ -49,7 +49,7 @@ class Diagnostics {
   std::ostream& out_;
   Style style_;
   bool listsAll_ = false;
-  /// Bad features, by file.
+  /// The number of bad features by file.
   std::map<std::string, std::size_t> badFeatures_;
   ExitStatus status_ = eAllWell;
 };

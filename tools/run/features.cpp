@@ -39,7 +39,7 @@ std::string nameOf(const Feature& feature) {
 /// One feature from its record to its answer.
 class FeatureJob : public Job {
  public:
-  /// `reached` is how many bytes of all files come before its end.
+  /// `reached` is the number of bytes in all files up to its end.
   FeatureJob(Work& work, const std::string& file, Record record, std::uint64_t reached)
       : work_(work),
         origin_{file, record.location},
@@ -99,7 +99,7 @@ class MembersJob : public Job {
   Members members_;
 };
 
-/// What is wrong with a file, in its place after what could be read of it.
+/// What is wrong with a file, placed after what could be read of it.
 class BadFileJob : public Job {
  public:
   BadFileJob(Work& work, std::string file, std::string what)
@@ -119,7 +119,7 @@ class BadFileJob : public Job {
 /// Makes jobs of what is found in one file.
 class Jobs : public Sink {
  public:
-  /// `before` is how many bytes the files before took.
+  /// `before` is the number of bytes that the files before it took.
   Jobs(Work& work, JobQueue& queue, const Input& input, std::uint64_t before)
       : work_(work), queue_(queue), input_(input), before_(before) {}
 
@@ -141,7 +141,7 @@ class Jobs : public Sink {
   std::uint64_t before_;
 };
 
-/// How many bytes the files have together; 0 when that is not known of one of them.
+/// The total size of the files in bytes; 0 when one of them has an unknown size.
 std::uint64_t sizeOf(const std::vector<std::string>& files) {
   std::uint64_t sum = 0;
   for (const std::string& file : files) {
@@ -160,7 +160,7 @@ void answerAll(Inputs& inputs, Session& session, Answerer& answerer) {
   const bool showProgress = inputs.showProgress && session.console.messagesAreTerminal;
   Work work{session, answerer, inputs.isWanted,
             Progress(session.messages, showProgress, showProgress ? sizeOf(inputs.files) : 0)};
-  // Names live until the last job is finished.
+  // The names are needed until the last job is finished.
   std::list<Input> opened;
   std::uint64_t taken = 0;
   const auto readFile = [&](JobQueue& queue, const std::string& file) {

@@ -19,16 +19,16 @@ namespace tool {
 
 struct Inputs {
   std::vector<std::string> files;
-  /// Null: told by the files themselves.
+  /// Null when each file's own format is to be found.
   const formats::Format* from = nullptr;
   formats::Keep keep = formats::Keep::eFeature;
-  /// Whether a feature is to be answered, asked on any thread; null when all are.
+  /// Whether a feature is to be answered, called on any thread; null when all are.
   std::function<bool(const formats::Feature&)> isWanted = nullptr;
-  /// Threads that answer.
+  /// The number of threads that answer.
   unsigned jobs = 1;
-  /// Tell a user at a terminal how far the work has come.
+  /// Show progress to a user at a terminal.
   bool showProgress = true;
-  /// The first file, if it has been opened to know its format.
+  /// The first file, if it has been opened already to find out its format.
   std::optional<formats::Input> first;
 };
 
@@ -38,17 +38,17 @@ struct Origin {
   formats::Location location;
 };
 
-/// What a command makes of a feature: what is to be written, any of it empty.
+/// What a command makes of a feature: what is to be written. Any of it may be empty.
 struct Answer {
-  /// What is wrong with the feature, to be reported before anything is written; empty if nothing.
+  /// What is wrong with the feature, reported before anything is written; empty if nothing is.
   std::string complaint;
   PreparedRows rows;
   std::optional<formats::Prepared> feature;
-  /// What the file that the feature is written to cannot hold.
+  /// What the output file cannot hold.
   formats::Losses losses;
 };
 
-/// Standard output takes no more.
+/// Standard output no longer accepts data.
 class StandardOutputError : public std::runtime_error {
  public:
   StandardOutputError() : std::runtime_error("cannot be written") {}
@@ -59,27 +59,27 @@ class Answerer {
  public:
   virtual ~Answerer() = default;
 
-  // On any thread.
+  // Called on any thread.
 
   /// REQUIRES: the feature has no problem. Throws FeatureError or an exception of the library when
   /// there is no answer.
   virtual Answer answer(const Origin& origin, formats::Feature feature) const = 0;
-  /// The same for a feature that has a problem, which is reported besides.
+  /// The same for a feature that has a problem, which is reported as well.
   virtual Answer answerUnreadable(const Origin& /*origin*/,
                                   const formats::Feature& /*feature*/) const {
     return {};
   }
 
-  // In order, on the thread that called answerAll().
+  // Called in order, on the thread that called answerAll().
 
-  /// Called for every feature: there is nothing but a complaint where there is no answer.
+  /// Called for every feature, with only a complaint where there is no answer.
   virtual void write(Answer answer) = 0;
   /// See Sink.
   virtual void takeMembers(formats::Members&& /*members*/) {}
 };
 
-/// Answers all features. What cannot be read or answered is reported, and the others are answered.
-/// Throws StandardOutputError as soon as answers no longer get through.
+/// Answers all features. Whatever cannot be read or answered is reported, and the others are
+/// answered. Throws StandardOutputError as soon as answers can no longer be written.
 void answerAll(Inputs& inputs, Session& session, Answerer& answerer);
 
 }  // namespace tool

@@ -16,7 +16,7 @@ namespace tool {
 
 namespace {
 
-/// Jobs are handed on in batches, so that short ones cost little.
+/// Jobs are handed on in batches, so that short ones have little overhead.
 constexpr std::size_t mostJobsInBatch = 64;
 constexpr std::size_t mostBytesInBatch = std::size_t{1} << 16U;
 constexpr std::size_t batchesForEachWorker = 4;
@@ -25,14 +25,14 @@ constexpr std::chrono::milliseconds patience{100};
 
 struct Batch {
   std::vector<std::unique_ptr<Job>> jobs;
-  /// What stopped the jobs, or the producer; it comes after those that are left.
+  /// What stopped the jobs or the producer; thrown after the jobs that remain.
   std::exception_ptr failure;
   bool isDone = false;
 };
 
 using BatchHandle = std::shared_ptr<Batch>;
 
-/// Ends the producer when nobody wants more jobs.
+/// Thrown in the producer when no more jobs are wanted.
 struct Stopped {};
 
 void work(Batch& batch) {
@@ -91,7 +91,7 @@ class Belt {
     changed_.notify_all();
   }
 
-  /// The next batch of all when it is done; null at the end.
+  /// The next batch in order, once it is done; null at the end.
   BatchHandle takeDone(const std::function<void()>& idle) {
     std::unique_lock lock(mutex_);
     while (!isNextKnown()) {
@@ -174,7 +174,7 @@ void finishAll(Belt& belt, const std::function<void()>& idle) {
   }
 }
 
-/// Threads that are waited for, whatever happens.
+/// Threads that are joined, whatever happens.
 class Crew {
  public:
   explicit Crew(Belt& belt) : belt_(belt) {}

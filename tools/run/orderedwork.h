@@ -20,21 +20,22 @@ class Job {
   virtual void finish() = 0;
 };
 
-/// Where the jobs are handed over.
+/// Takes the jobs.
 class JobQueue {
  public:
   virtual ~JobQueue() = default;
-  /// `size` is about how many bytes it takes. Waits while too much is under way.
+  /// `size` is roughly how many bytes the job takes. Waits while too much is in progress.
   virtual void add(std::unique_ptr<Job> job, std::size_t size) = 0;
-  /// Hands over what has been added, to be worked on at once: nothing more may come for a while.
+  /// Passes on what has been added, to be worked on at once: nothing more may come for a while.
   virtual void flush() = 0;
 };
 
-/// Runs `produce` on a thread of its own, works on the jobs that it adds on `workers` others, and
-/// finishes them on this one. `idle` runs here whenever the next job is not ready yet. A bounded
-/// number of jobs is under way at a time.
+/// Runs `produce` on a thread of its own, works on the jobs that it adds on `workers` other
+/// threads, and finishes them on this one. `idle` runs here whenever the next job is not ready yet.
+/// A limited number of jobs is in progress at a time.
 ///
-/// What any of them throws is thrown here, in its place in the order; no job after it is finished.
+/// Whatever any of them throws is thrown here, in its place in the order; no job after it is
+/// finished.
 void runInOrder(unsigned workers, const std::function<void(JobQueue&)>& produce,
                 const std::function<void()>& idle);
 

@@ -37,7 +37,7 @@ fs::path target(const fs::path& path) {
   return error ? path : found;
 }
 
-/// The system's own names of open files must not be renamed over, whatever they lead to.
+/// The system's own names for open files must not be replaced by renaming, whatever they lead to.
 bool isSystemName(const fs::path& path) {
   const std::string name = path.lexically_normal().string();
   return name.starts_with("/dev/") || name.starts_with("/proc/");
@@ -94,7 +94,7 @@ class OutputFile::Implementation {
     throwReason(reason);
   }
 
-  /// A file that replaces another one may be read by the same people.
+  /// A file that replaces another one keeps its permissions.
   void keepMode() {
     struct stat old {};
     if (stat(path_.c_str(), &old) == 0) chmod(beside_.c_str(), old.st_mode);
@@ -107,7 +107,7 @@ class OutputFile::Implementation {
   }
 
   fs::path path_;
-  /// Where it is written; empty when it is written directly or has been completed.
+  /// The temporary file; empty when the file is written directly or has been completed.
   std::string beside_;
   DescriptorBuffer buffer_;
   std::ostream stream_;

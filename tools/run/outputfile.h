@@ -10,10 +10,10 @@
 
 namespace tool {
 
-/// A file that appears, or replaces an older one, only when it is complete: it is written beside it
-/// and renamed. Nothing is left of a file that is not completed, and signals that end the program
-/// take it away, too. What is no regular file, such as a pipe or a device, is written to directly;
-/// block devices are refused.
+/// A file that appears, or replaces an older one, only when it is complete: it is written under
+/// another name beside its place and renamed. Nothing is left of a file that is not completed;
+/// signals that end the program remove it, too. Anything but a regular file, such as a pipe or a
+/// device, is written to directly; block devices are refused.
 class OutputFile {
  public:
   /// Throws FileError with the system's reason, as complete() does.
@@ -24,7 +24,7 @@ class OutputFile {
 
   /// Fails when the system does not take the bytes; complete() tells why.
   std::ostream& stream();
-  /// To be called once, behind the last byte.
+  /// To be called once, after the last byte.
   void complete();
 
  private:
@@ -46,7 +46,7 @@ class Output {
   std::unique_ptr<OutputFile> file_;
 };
 
-/// Writes a whole file, "-" being `out`. Throws FileError.
+/// Writes a whole file, to `out` when `file` is "-". Throws FileError.
 void writeFileOr(std::ostream& out, const std::string& file, const std::string& text);
 
 }  // namespace tool

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// A line on the terminal that tells how far long work has come.
+// A line on the terminal that shows how far long work has come.
 
 #pragma once
 
@@ -11,21 +11,21 @@
 
 namespace tool {
 
-/// Counts features, and shows the count, and the share of the input in per cent, from the second
-/// second on.
+/// Counts features, and from the second second on shows the count and the percentage of the input
+/// that has been read.
 class Progress {
  public:
-  /// Never shows anything unless `isShown`. `total` is how many bytes there are to be read, 0 when
-  /// that is not known.
+  /// Never shows anything unless `isShown`. `total` is the number of bytes to be read, 0 when that
+  /// is not known.
   Progress(std::ostream& out, bool isShown, std::uint64_t total = 0)
       : out_(out), isShown_(isShown), total_(total) {}
 
   void count() { ++features_; }
-  /// So many bytes have been read and done with.
+  /// This many bytes have been read and dealt with.
   void reach(std::uint64_t bytes) { reached_ = bytes; }
-  /// Brings the line up to date, a few times a second.
+  /// Updates the line, a few times a second.
   void update();
-  /// Takes the line away, to make room for other output.
+  /// Removes the line, to make room for other output.
   void clear();
 
  private:

@@ -8,8 +8,8 @@
 
 namespace tool {
 
-/// Removes `path` when a signal ends the program, until forgetTemporary(). One at a time; a path
-/// too long to be kept is not removed.
+/// Removes `path` when a signal ends the program, until forgetTemporary() is called. One file at a
+/// time; a path that is too long to be kept is not removed.
 void rememberTemporary(const std::string& path);
 void forgetTemporary() noexcept;
 
