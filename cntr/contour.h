@@ -10,7 +10,7 @@
 //
 // Units are the caller's: lengths in the unit of the coordinates, areas in its square. Angles run
 // from the x axis towards the y axis. NaN and infinite coordinates never make a query crash or
-// hang; where no answer is described for them it is a number without meaning.
+// hang; where no answer is described for them, the answer is a meaningless number.
 
 #pragma once
 
@@ -51,7 +51,7 @@ struct Path;
 /// (p[0], p[1]), ..., (p[n-2], p[n-1]), an open one (p[0], p[1]), ..., (p[n-2], p[n-1]).
 /// Sums run in this order, and of several equally good answers the first one counts.
 ///
-/// A shape that is given what it has forgets its answers and gives their memory back:
+/// A shape that is given what it already has forgets its answers and frees their memory:
 /// `contour.isClosed(contour.isClosed())`, `region.points(region.points())`, for shapes with an
 /// edge element for each vertex `shape.data(shape.data())` (setting their points would reset the
 /// elements), `set.regions(set.regions(), qcContourDefs::eNoIntersectionRepair)`. A region of 100
@@ -118,8 +118,8 @@ class CNTR_EXPORT qcContour : public virtual qcPersistent, public virtual qcRepB
   long closestVertexIndex(const qcVector<2>& p) const;
   /// Distance from p to closestPoint(p, vertexOnly).
   double distToPoint(const qcVector<2>& p, bool vertexOnly) const;
-  /// closestPoint(points[i], vertexOnly) in answers[i], for all i; in less time than one by one,
-  /// because each search begins where that for a neighbouring point ended. Throws BadParams
+  /// closestPoint(points[i], vertexOnly) in answers[i], for all i. It takes less time than one by
+  /// one, because each search begins where that for a neighbouring point ended. Throws BadParams
   /// "as many answers as points are needed", and answers nothing, when the numbers differ; throws
   /// nothing else when there are no points. O(m) memory for m points. The lists may not overlap.
   void closestPoint(std::span<const qcVector<2>> points, bool vertexOnly,

@@ -36,7 +36,7 @@ struct qcOrientedRect {
   bool operator==(const qcOrientedRect&) const noexcept = default;
 };
 
-/// The width of a shape: how far two parallel lines that hold it lie apart.
+/// The width of a shape: the distance between two parallel lines that enclose it.
 struct qcWidth {
   /// The distance of the lines, in the unit of the coordinates.
   double width = 0.0;
@@ -66,10 +66,10 @@ struct qcWidth {
 /// (1975); G. T. Toussaint, "Solving geometric problems with the rotating calipers", MELECON 1983.
 CNTR_EXPORT qcOrientedRect qf_MinimumAreaRect(std::span<const qcVector<2>> points);
 
-/// The smallest width of the points: the least distance of two parallel lines that hold them. One
-/// of the lines goes through an edge of the convex hull. Ties, exactness, points on a line (width
-/// 0, the angle across it), one point (0, angle 0), NaN, infinities, exceptions and cost are those
-/// of qf_MinimumAreaRect().
+/// The smallest width of the points: the smallest distance between two parallel lines that enclose
+/// them. One of the lines goes through an edge of the convex hull. Ties, exactness, points on a
+/// line (width 0, the angle across it), one point (0, angle 0), NaN, infinities, exceptions and
+/// cost are those of qf_MinimumAreaRect().
 ///
 /// M. E. Houle, G. T. Toussaint, "Computing the width of a set", IEEE Transactions on Pattern
 /// Analysis and Machine Intelligence 10 (1988).
@@ -87,7 +87,7 @@ CNTR_EXPORT qcWidth qf_MinimumWidth(std::span<const qcVector<2>> points);
 CNTR_EXPORT qcCircle qf_MinimumCircle(std::span<const qcVector<2>> points);
 
 /// Hu's seven moment invariants of what a ring bounds, without a unit: they do not change when the
-/// shape is shifted, turned or scaled, and a mirror image has the last one with the other sign. The
+/// shape is shifted, turned or scaled, and the last one changes its sign in a mirror image. The
 /// direction of the ring does not matter; where it crosses itself, lobes count with their signs.
 ///
 /// Accurate to about 1e-13 of the largest term of each, wherever the ring lies, for areas of at
@@ -99,7 +99,7 @@ CNTR_EXPORT qcCircle qf_MinimumCircle(std::span<const qcVector<2>> points);
 CNTR_EXPORT std::array<double, 7> qf_HuMoments(std::span<const qcVector<2>> points);
 
 /// The same of what several rings bound together: their signed moments are added, so holes must run
-/// the other way round than outlines. Rings of fewer than 3 vertices add nothing.
+/// in the opposite direction to outlines. Rings of fewer than 3 vertices add nothing.
 CNTR_EXPORT std::array<double, 7> qf_HuMoments(std::span<const std::vector<qcVector<2>>> rings);
 
 /// @}

@@ -39,12 +39,12 @@ struct qcDeviation {
   bool operator==(const qcDeviation&) const noexcept = default;
 };
 
-/// How far `measured` lies from the nearest points of `nominal`: asked at every measured vertex,
+/// How far `measured` lies from the nearest points of `nominal`: taken at every measured vertex,
 /// and between vertices at equal steps of at most `spacing`, which may be infinite. Each point
 /// weighs half of the steps beside it; in a contour without length all points weigh the same.
 ///
-/// The nominal area holds the points about which the winding numbers of the nominal contours sum to
-/// another number than 0: holes must run the other way round than outlines.
+/// The nominal area holds the points about which the winding numbers of the nominal contours do not
+/// sum to 0: holes must run in the opposite direction to outlines.
 ///
 /// Throws qcContourDefs::EmptyContour when either has no vertices, qcContourDefs::BadParams
 /// "spacing is not positive", "a coordinate is not finite", and "spacing is too small for the
@@ -53,10 +53,10 @@ struct qcDeviation {
 CNTR_EXPORT qcDeviation qf_Deviation(const std::vector<qcContour>& measured,
                                      const std::vector<qcContour>& nominal, double spacing);
 
-/// The Hausdorff distance of the curves `a` and `b`, in the unit of the coordinates: how far the
-/// point of either that is farthest from the other is from it. All points of the edges count, not
-/// the vertices alone. The result is the distance of such a point: but for rounding never above the
-/// true value, and at most `tolerance` below it.
+/// The Hausdorff distance of the curves `a` and `b`, in the unit of the coordinates: the distance
+/// from the other curves of the point of either that is farthest from them. All points of the edges
+/// count, not only the vertices. The result is the distance of such a point: except for rounding it
+/// is never above the true value, and at most `tolerance` below it.
 ///
 /// Throws qcContourDefs::EmptyContour when either has no vertices, qcContourDefs::BadParams "a
 /// coordinate is not finite" and "tolerance is not positive".
@@ -86,10 +86,10 @@ struct qcAlignment {
 /// distance from the nominal ones: over their vertices and points between at steps of at most 1/512
 /// of their length, each weighing the length that it stands for.
 ///
-/// The least one that is found: from the principal axes laid upon each other both ways and from 16
-/// rotations, each refined a little with some of the points, the best is refined with all. A shape
-/// with a symmetry may come out under any of its members, curves far from similar in another of
-/// several places that are about as good. Without any length all points weigh the same.
+/// It is the least that is found: from the principal axes laid upon each other both ways and from
+/// 16 rotations, each refined a little with some of the points, the best is refined with all. A
+/// shape with a symmetry may come out under any of its members, curves far from similar in another
+/// of several places that are about as good. Without any length all points weigh the same.
 ///
 /// Throws qcContourDefs::EmptyContour when either has no vertices, qcContourDefs::BadParams "a
 /// coordinate is not finite", and "spacing is too small for the contour" where a length is not

@@ -113,9 +113,9 @@ class CNTR_EXPORT qcRegion : public virtual qcContour {
   /// 2,000 more), O(n log n) at worst. Each hole is decided only once, however many handles lead to
   /// it.
   bool inside(const qcVector<2>& p, bool considerHoles) const;
-  /// inside(points[i], considerHoles) in answers[i], for all i; in less time than one by one.
+  /// inside(points[i], considerHoles) in answers[i], for all i. It takes less time than one by one.
   /// Throws BadParams "as many answers as points are needed", and answers nothing, when the numbers
-  /// differ; nothing else when there are no points. A std::vector<bool> is no list of bool.
+  /// differ; nothing else when there are no points. std::vector<bool> is not a list of bool.
   void inside(std::span<const qcVector<2>> points, bool considerHoles,
               std::span<bool> answers) const;
   /// Distance from p to the nearest boundary point or vertex; 0 when `zeroIfInside` and

@@ -20,10 +20,10 @@
 /// An open contour keeps both ends, a closed one the two vertices farthest apart (the first such
 /// pair); of the vertices between two that are kept, the one farthest from the segment between them
 /// is kept when it is farther than `tolerance` (the first of several), and so on (Douglas-Peucker).
-/// Nothing crosses that did not cross before: an edge that would meet another one, be it only in a
+/// Nothing crosses that did not cross before: an edge that would meet another one, even in a single
 /// point, keeps more of its vertices until it does not or is an edge of the contour itself. A
-/// closed contour with an area thus keeps at least three vertices. With tolerance 0 the vertices go
-/// that lie on the segment between their neighbours.
+/// closed contour with an area thus keeps at least three vertices. With tolerance 0 the vertices
+/// are dropped that lie on the segment between their neighbours.
 ///
 /// Without vertices the result has none; vertices all in one place leave the first. A vertex with a
 /// coordinate that is not finite is kept. Whether edges meet is decided without rounding errors for
@@ -43,7 +43,7 @@ CNTR_EXPORT std::vector<std::vector<qcVector<2>>> qf_Simplify(
     const std::vector<std::vector<qcVector<2>>>& rings, double tolerance);
 
 /// The numbers of the vertices that stay, ascending, for several contours together, open and closed
-/// ones: for whoever keeps something for each vertex.
+/// ones: for callers that keep something for each vertex.
 CNTR_EXPORT std::vector<std::vector<std::size_t>> qf_KeptVertices(
     const std::vector<qcContour>& contours, double tolerance);
 

@@ -22,7 +22,7 @@ namespace {
 using Point = qcVector<2>;
 using WeighedPoints = std::span<const WeighedPoint>;
 
-/// Points that a start is tried with, and the steps that it gets.
+/// The number of points with which a start is tried, and of steps that it gets.
 constexpr std::size_t triedPoints = 128;
 constexpr int triedSteps = 8;
 /// The steps of the best start.
@@ -62,8 +62,8 @@ Point turned(const Point& p, const Point& direction) noexcept {
           direction.y() * p.x() + direction.x() * p.y()};
 }
 
-/// The equations for a small motion (along x, along y, around the centre), and what the distances
-/// come to without it.
+/// The equations for a small motion (along x, along y, around the centre), and the sum of the
+/// squared distances without it.
 struct Equations {
   std::array<std::array<double, 3>, 3> matrix{};
   std::array<double, 3> right{};
@@ -81,8 +81,8 @@ struct Equations {
 
   double residual() const noexcept { return std::sqrt(squares / weights); }
 
-  /// The motion, with the diagonal raised by that share; Cholesky's method. A motion that nothing
-  /// depends on is 0.
+  /// The motion, with the diagonal raised by this share; Cholesky's method. A motion on which
+  /// nothing depends is 0.
   std::array<double, 3> solve(double damping) const noexcept {
     std::array<std::array<double, 3>, 3> root{};
     std::array<double, 3> motion{};
@@ -144,7 +144,7 @@ class Motion {
                       found.pose.place + Point(motion[0], motion[1])};
       const Equations there = at(next);
       if (there.squares < here.squares) {
-        // Distances from kinked curves can fall for ever by less and less.
+        // Distances from curves with corners can decrease forever by less and less.
         found.settled = here.residual() - there.residual() <= smallStep * extent_;
         found.pose = next;
         here = there;
@@ -190,7 +190,8 @@ std::vector<WeighedPoint> fewOf(WeighedPoints points) {
   return few;
 }
 
-/// The rotations to start from: the principal axis onto the other, both ways, and all around.
+/// The rotations to start from: the principal axis onto the other both ways, and rotations all
+/// around.
 std::vector<Point> startDirections(const Body& moved, const Body& fixed) {
   const Point onto = turned(fixed.axis, {moved.axis.x(), -moved.axis.y()});
   std::vector<Point> directions = {onto, -onto};

@@ -17,7 +17,8 @@ struct WeighedPoint {
   double weight = 0.0;
 };
 
-/// A rotation about the centre of the points that are moved, which then lies at `place`.
+/// A rotation about the centre of the points that are moved, and the `place` to which the centre
+/// moves.
 struct Pose {
   /// The unit vector that the rotation brings the x axis to.
   qcVector<2> direction{1.0, 0.0};
@@ -33,7 +34,7 @@ struct Alignment {
 };
 
 /// The pose in which the points `moved` have the least root mean square distance from `curves`, of
-/// which `fixed` are points. The method stands with qf_Align() (cntr/deviation.h).
+/// which `fixed` are points. qf_Align() (cntr/deviation.h) describes the method.
 /// REQUIRES: both have points and a positive weight.
 Alignment align(std::span<const WeighedPoint> moved, std::span<const WeighedPoint> fixed,
                 const Curves& curves);

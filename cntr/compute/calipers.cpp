@@ -164,7 +164,8 @@ struct SquaredWidth {
   }
 };
 
-/// Least and greatest that a quotient can be; its denominator is certainly positive.
+/// The smallest and the greatest value that a quotient can have; its denominator is certainly
+/// positive.
 struct Bounds {
   double least = 0.0;
   double greatest = 0.0;

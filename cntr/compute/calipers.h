@@ -24,16 +24,16 @@ struct Caliper {
   std::size_t top = 0;
 };
 
-/// The rectangle of the least area; of several, that on the first edge from vertex 0. Exact: equal
-/// areas are found to be equal. O(h) for h vertices. REQUIRES: a hull of exactHull() with at least
-/// 2 vertices.
+/// The rectangle of the smallest area; of several, the one on the first edge from vertex 0. Exact:
+/// equal areas are found to be equal. O(h) for h vertices. REQUIRES: a hull of exactHull() with at
+/// least 2 vertices.
 ///
 /// Rotating calipers: G. T. Toussaint, Solving Geometric Problems with the Rotating Calipers, 1983;
 /// that a side lies on an edge: H. Freeman, R. Shapira, Determining the Minimum-Area Encasing
 /// Rectangle for an Arbitrary Closed Curve, 1975.
 Caliper smallestRectangle(std::span<const qcVector<2>> hull);
 
-/// The rectangle that is the least wide across its edge, with the same rules.
+/// The rectangle with the smallest width across its edge, by the same rules.
 Caliper narrowestStrip(std::span<const qcVector<2>> hull);
 
 /// Whether the rectangle is at least as long along its edge as across it. Exact.

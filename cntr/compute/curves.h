@@ -29,8 +29,8 @@ class Curves {
   /// The least distance of p from an edge, and an edge at that distance.
   Nearest nearest(const qcVector<2>& p) const;
 
-  /// How often the paths run around p counter-clockwise, less how often clockwise, taken as closed.
-  /// Means nothing for points on an edge. Decided by exact predicates.
+  /// How often the paths, taken as closed, run around p counter-clockwise, less how often
+  /// clockwise. Meaningless for points on an edge. Decided by exact predicates.
   int windingNumber(const qcVector<2>& p) const;
 
  private:

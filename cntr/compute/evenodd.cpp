@@ -44,7 +44,7 @@ class Count {
     return {isOdd_ ? Answer::eInside : Answer::eOutside, work_};
   }
 
-  /// Counts an edge; NaN and infinite coordinates are condition (e)'s to find.
+  /// Counts an edge. NaN and infinite coordinates are ruled out by condition (e).
   void add(const qcVector<2>& a, const qcVector<2>& b) noexcept {
     if ((a.x() < left_ && b.x() < left_) || (a.x() > right_ && b.x() > right_)) {
       // Not near; to the right, the ends tell whether it crosses the line.

@@ -23,11 +23,11 @@ using PointList = std::vector<Point>;
 
 /// Fewer points than this are sorted as they are.
 constexpr std::size_t fewPoints = 48;
-/// A band for each so many points, and the most bands that there are.
+/// The points to a band, and the largest number of bands.
 constexpr std::size_t pointsOfBand = 12;
 constexpr std::size_t mostBands = 256;
-/// The largest coordinate of a hull is scaled to this power of two: the product of six overflows no
-/// double, and neither do smaller ones vanish.
+/// The largest coordinate of a hull is scaled to this power of two: a product of six overflows no
+/// double, nor do products of smaller ones vanish.
 constexpr int scaledExponent = 150;
 
 bool hasNaN(const Point& p) noexcept { return std::isnan(p.x()) || std::isnan(p.y()); }
@@ -37,8 +37,8 @@ bool byXThenY(const Point& a, const Point& b) noexcept {
 }
 
 plane::Box boxAround(std::span<const Point> points) noexcept {
-  // Two boxes in turn, neither of which is returned: both stay in registers, and each point waits
-  // for the one before the last only. That takes a third of the time.
+  // Two boxes used by turns, neither of which is returned: both stay in registers, and each point
+  // waits only for the one before the last. That takes a third of the time.
   plane::Box even;
   plane::Box odd;
   const std::size_t pairs = points.size() / 2;
@@ -51,7 +51,7 @@ plane::Box boxAround(std::span<const Point> points) noexcept {
           std::max(even.maxX, odd.maxX), std::max(even.maxY, odd.maxY)};
 }
 
-/// True when c lies left of the line from a to b for sure.
+/// True when c certainly lies left of the line from a to b.
 bool clearlyLeft(const Point& a, const Point& b, const Point& c) noexcept {
   const double left = (a.x() - c.x()) * (b.y() - c.y());
   const double right = (a.y() - c.y()) * (b.x() - c.x());
@@ -121,7 +121,7 @@ class Bands {
     bool hasChords = false;
   };
 
-  /// False when that is not sure.
+  /// False when that is not certain.
   static bool isInside(const Point& p, const Band& band) noexcept {
     return band.hasChords &&
            (p.y() < band.leastOfUpper || clearlyLeft(band.upper.second, band.upper.first, p)) &&

@@ -21,8 +21,8 @@ namespace cntr::compute {
 
 namespace {
 
-/// Counts at places 0 .. size - 1, whose sums are at hand (P. M. Fenwick, "A new data structure for
-/// cumulative frequency tables", Software: Practice and Experience 24, 1994).
+/// Counts at places 0 .. size - 1 whose sums are quick to find (P. M. Fenwick, "A new data
+/// structure for cumulative frequency tables", Software: Practice and Experience 24, 1994).
 class Counts {
  public:
   explicit Counts(std::size_t size) : tree_(size + 1, 0) {}

@@ -57,8 +57,8 @@ class HausdorffSearch {
     return qnKernel::distanceToSegment(p, to_.edges()[edge].from, to_.edges()[edge].to);
   }
 
-  /// What no point of the part exceeds: the farther end's distance from one edge, or as far as one
-  /// gets from both ends.
+  /// An upper bound for all points of the part: the farther end's distance from one edge, or what
+  /// can be reached from both ends.
   double bound(const Part& part) const noexcept {
     const auto& [from, to] = part;
     const double ofFirst = std::max(from.nearest.distance, distance(to.at, from.nearest.edge));

@@ -9,8 +9,8 @@
 namespace cntr::compute {
 
 /// The distance from `to` of a point of `from` that is, within the tolerance, the farthest from it;
-/// `known` if there is none that is farther than that by more than the tolerance. The method stands
-/// with qf_Hausdorff() (cntr/deviation.h).
+/// `known` if no point is farther than that by more than the tolerance. qf_Hausdorff()
+/// (cntr/deviation.h) describes the method.
 /// REQUIRES: tolerance > 0.
 double farthestFrom(const Curves& from, const Curves& to, double known, double tolerance);
 

@@ -30,10 +30,10 @@ namespace cntr::compute {
 
 namespace {
 
-/// The first vertex of `ring` in one place with v, other than v, in the order in which a grid over
-/// that ring lists them: cell by cell, ascending within a cell. REQUIRES: the ring's vertices
-/// ascend from its start on, but for one step down. Those of a ring do until another is joined to
-/// it.
+/// The first vertex of `ring` in the same place as v, other than v, in the order in which a grid
+/// over that ring lists them: cell by cell, ascending within a cell. REQUIRES: the ring's vertices
+/// ascend from its start on, except for one step down. Those of a ring do until another is joined
+/// to it.
 std::optional<Vertex> firstListed(const Rings& rings, Vertex v, Label ring) {
   const auto count = static_cast<Vertex>(rings.vertexCount());
   const Vertex start = rings[ring].start;
@@ -124,7 +124,7 @@ class Nesting {
     if (areFinite) tree_.emplace(boxes);
   }
 
-  /// True when a loop that is left lies in another one, by their first numbers.
+  /// True when a remaining loop lies in another one; both are given by their original numbers.
   bool isNested(std::size_t loop) const {
     const std::vector<qcVector<2>>& points = outlines_[loop].points();
     const qcVector<2> middle = (points[0] + points[1]) * 0.5;
@@ -148,7 +148,7 @@ class Nesting {
 
   std::vector<Outline> outlines_;
   std::vector<bool> isDropped_;
-  /// Over the boxes of the loops, where these are finite.
+  /// Over the boxes of the loops, if all of these are finite.
   std::optional<index::BoxTree> tree_;
 };
 
@@ -212,7 +212,7 @@ class Joining {
     });
   }
 
-  /// Joins `loop` at the first vertex of `first` that lies in one place with one of its own.
+  /// Joins `loop` at the first vertex of `first` that is in the same place as one of its own.
   void join(Label first, Label loop) {
     await(loop, first);
     std::size_t touching = 0;

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 //
 // The loops that a traced boundary falls into, as rings of linked vertices: cutting a loop in two
-// and joining two loops change two links each. Vertices stay where they are, so which of them lie
-// in one place is found once, for all loops.
+// and joining two loops change two links each. Vertices stay where they are, so which of them are
+// in the same place is found once, for all loops.
 
 #pragma once
 
@@ -22,13 +22,13 @@ using Label = std::uint32_t;
 /// No vertex, no ring.
 constexpr std::uint32_t none = std::numeric_limits<std::uint32_t>::max();
 
-/// Which vertices lie in one place with each: within 1e-6 of it.
+/// Which vertices are in the same place as each one: within 1e-6 of it.
 class Places {
  public:
   explicit Places(const std::vector<qcVector<2>>& points);
 
-  /// Calls visit(other) for the vertices in one place with v; v itself is one of them, unless its
-  /// coordinates are not finite. The relation is symmetric.
+  /// Calls visit(other) for the vertices in the same place as v; v itself is one of them, unless
+  /// its coordinates are not finite. The relation is symmetric.
   template <class Visit>
   void forEachAt(Vertex v, Visit visit) const {
     if (v + 1 < starts_.size()) {
@@ -38,7 +38,7 @@ class Places {
     }
   }
 
-  /// The cell of a vertex, by which vertices in one place are listed.
+  /// The cell of a vertex, by which vertices in the same place are listed.
   index::VertexGrid::Cell cellOf(Vertex v) const;
 
  private:

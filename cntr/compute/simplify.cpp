@@ -43,7 +43,7 @@ struct Chain {
   Chain head(std::size_t step) const noexcept { return {path, first, step}; }
   Chain tail(std::size_t step) const noexcept { return {path, at(step), steps - step}; }
 
-  /// Whether it stands for itself: nothing can be put back.
+  /// True when it stands for one edge: nothing can be put back.
   bool isEdge() const noexcept { return steps == 1; }
 };
 
@@ -83,7 +83,7 @@ void appendWithin(double tolerance, const Chain& whole, std::vector<Chain>& chai
 }
 
 /// The chains that a path begins with: one from end to end, or two between the vertices farthest
-/// apart. None for a path that is in one place.
+/// apart. Empty for a closed path whose vertices all coincide.
 std::vector<Chain> wholeChains(const plane::Path& path) {
   const std::size_t n = path.points.size();
   if (n < 2) return {};

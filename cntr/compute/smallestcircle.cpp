@@ -23,7 +23,7 @@ using plane::Twofold;
 using Point = qcVector<2>;
 using PointList = std::vector<Point>;
 
-/// How often the search in doubles takes in the farthest point.
+/// How often the search in doubles takes in the farthest point at most.
 constexpr int mostSearches = 32;
 
 /// The determinant whose sign tells whether p lies in the circle through a, b and c: in any kind of

@@ -13,7 +13,7 @@ namespace cntr::compute {
 
 namespace {
 
-/// Cells per side of the grid: two points to a cell, and few enough for 32-bit numbers of cells.
+/// Cells per side of the grid: two points per cell, and few enough for 32-bit numbers of cells.
 std::size_t sideFor(std::size_t points) {
   constexpr double most = 4096.0;
   const double side = std::sqrt(static_cast<double>(points) / 2.0);

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// The points of contours at which their distance from others is asked.
+// The points of contours at which distances from other contours are taken.
 
 #pragma once
 
@@ -51,7 +51,7 @@ struct Steps {
 };
 
 /// Calls visit(point, length that it stands for) for the points of a path. Each edge gives its
-/// beginning and what lies within it.
+/// beginning and the points within it.
 template <class Visit>
 void forEachPoint(const plane::Path& path, double spacing, Visit visit) {
   std::vector<Steps> edges;

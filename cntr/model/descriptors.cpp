@@ -29,7 +29,7 @@ using Point = qcVector<2>;
 
 constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();
 
-/// Throws EmptyContour when no point has numbers for coordinates.
+/// Throws EmptyContour when every point has a NaN coordinate.
 ExactHull hullOf(std::span<const Point> points) {
   ExactHull hull = cntr::compute::exactHull(points);
   if (hull.finite && hull.vertices.empty()) throw qcContourDefs::EmptyContour();

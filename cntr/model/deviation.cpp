@@ -17,7 +17,7 @@ using cntr::compute::Curves;
 using cntr::plane::Path;
 using Point = qcVector<2>;
 
-/// Distances from nominal curves, and what they come to so far.
+/// Distances from nominal curves, and their statistics so far.
 class Tally {
  public:
   explicit Tally(const std::vector<Path>& nominal) : curves_(nominal) {
@@ -25,7 +25,7 @@ class Tally {
         std::all_of(nominal.begin(), nominal.end(), [](const Path& path) { return path.closed; });
   }
 
-  /// Asks a point that stands for a length of the boundary.
+  /// Takes a point that stands for a length of the boundary.
   void add(const Point& p, double weight) {
     const double distance = distanceOf(p);
     if (points_ == 0 || distance < deviation_.least) {

@@ -106,8 +106,8 @@ Invariants invariantsOf(const Moments& m) noexcept {
           q * left - p * right};
 }
 
-/// The power of two that brings the farthest vertex to a distance near 1; NaN with a coordinate
-/// that is not finite, and without any distance.
+/// The power of two that brings the farthest vertex to a distance near 1; NaN if a coordinate is
+/// not finite, or if all distances are 0.
 template <class Rings>
 double factorFor(const Rings& rings, const Point& origin) noexcept {
   double farthest = 0.0;

@@ -8,8 +8,8 @@
 #include <cstddef>
 
 /// How many questions were answered in each way since the answers were last forgotten; a copy takes
-/// the counts along. A contour that remembers nothing makes no room for the sake of counting: its
-/// scans and points are counted from the first answer on that it remembers.
+/// the counts along. A contour that remembers nothing does not allocate just to count: its scans
+/// and points are counted from the first answer on that it remembers.
 struct qc_WaysTaken {
   /// Points by the grid of containment, points by even-odd parity, and points by casting a ray; the
   /// latter two search the edges by index or scan.
