@@ -18,7 +18,7 @@ using Edgelets = std::vector<qcEdgelet>;
 
 std::string header() { return {"QCAR\x01\0\0\0", 8}; }
 
-/// A list of version 0 that announces all that 32 bits can count.
+/// A list of version 0 that announces the largest count that 32 bits can hold.
 std::string endlessList(const std::string& elements) {
   return '\0' + std::string(4, '\xFF') + elements;
 }

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
 // Holes in holes: chains longer than the stack is deep, and holes shared so often that there are
-// more ways to the innermost one than could ever be gone.
+// more ways to the innermost one than could ever be followed.
 
 #include <vector>
 

@@ -96,7 +96,7 @@ std::vector<Input> inputs() {
           {"infinitely far out", infinitelyFarOut(n)}};
 }
 
-/// All questions but repair.
+/// All questions except repair.
 void askEverything(const qcRegion& region) {
   const qcVector<2> p(5.1, 3.3);
   static_cast<void>(region.length());

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// Packed files, of any size of what is read at once.
+// Packed files, read in pieces of any size.
 
 #include <cntrformats/gunzip.h>
 
@@ -30,7 +30,7 @@ std::string packed(const std::string& text) {
   return output;
 }
 
-/// All that comes out, in pieces of `size` bytes at most.
+/// All unpacked bytes, in pieces of `size` bytes at most.
 std::string unpacked(const std::string& bytes, std::size_t size, std::size_t step) {
   std::size_t at = 0;
   Gunzip gunzip([&](char* buffer, std::size_t room) {

@@ -16,7 +16,7 @@ using testing::StrEq;
 
 namespace {
 
-/// A feature with all that a feature can have.
+/// A feature with everything that a feature can have.
 Feature full() {
   Feature feature = texts::outline(texts::square(4));
   feature.label = 7UL;

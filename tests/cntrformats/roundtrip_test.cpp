@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
-// From every format to every other one and back: generated features must come back bit for bit, up
-// to the turning of rings that GeoJSON asks for.
+// From every format to every other one and back: generated features must come back bit for bit,
+// except that GeoJSON demands a direction of rings.
 
 #include <gtest/gtest.h>
 
@@ -23,8 +23,8 @@ namespace {
 
 using Features = std::vector<Feature>;
 
-/// The features after they have been written in that format and read again, as if the file had
-/// been all there is.
+/// The features after they have been written in that format and read again, as if they were all
+/// that the file contains.
 Features through(const Format& format, const Features& features) {
   return texts::read(format.name, texts::written(format.name, features)).features;
 }

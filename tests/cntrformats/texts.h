@@ -17,20 +17,20 @@ struct Found {
   std::vector<formats::Location> places;
   /// "2: what is wrong" for feature 2.
   std::vector<std::string> complaints;
-  /// Those that could not be read.
+  /// The features that could not be read.
   std::vector<formats::Feature> unreadable;
   formats::Members members;
 };
 
-/// All that a file of this content holds. Throws FileError.
+/// Everything that a file with this content holds. Throws FileError.
 Found read(const std::string& format, const std::string& text,
            formats::Keep keep = formats::Keep::eFeature);
-/// The same of a document of JSON, its sources kept, that is read through a window of that size.
+/// The same for a JSON document, with its sources kept, read through a window of that size.
 Found readDocument(const std::string& text, std::size_t window);
 /// The same of a file of any format.
 Found readFile(const std::string& path, const formats::Format* from = nullptr);
 
-/// What a file of this content is wrong with as a whole; empty when nothing is.
+/// What is wrong with a file of this content as a whole; empty when nothing is.
 std::string flawOf(const std::string& format, const std::string& text);
 
 std::string flawOfDocument(const std::string& text, std::size_t window);

@@ -58,7 +58,7 @@ inline double signedArea(const Points& ring) {
   return 0.5 * doubled;
 }
 
-/// Of rings with outlines counter-clockwise and holes clockwise.
+/// The area of rings whose outlines run counter-clockwise and whose holes run clockwise.
 inline double areaOf(const Feature& feature) {
   double area = 0.0;
   for (const Points& ring : ringsOf(feature)) area += signedArea(ring);
@@ -86,12 +86,12 @@ inline bool isBefore(const qcVector<2>& a, const qcVector<2>& b) {
   return std::pair(a.x(), a.y()) < std::pair(b.x(), b.y());
 }
 
-/// The direction of a ring that starts at its lowest-leftmost vertex: 1 counter-clockwise.
+/// The direction of a ring that starts at its lowest-leftmost vertex: 1 for counter-clockwise.
 inline int turnAtStart(const Points& ring) {
   return cntr::sets::orientation(ring.back(), ring[0], ring[1]);
 }
 
-/// The normal form as far as single rings tell; that they do not cross is for flawOf().
+/// The normal form as far as single rings show it; whether they cross is for flawOf() to tell.
 inline void expectNormalForm(const Feature& feature) {
   EXPECT_EQ(cntr::sets::flawOf(feature), "");
   for (const Points& ring : ringsOf(feature))

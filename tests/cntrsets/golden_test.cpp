@@ -2,7 +2,7 @@
 //
 // The same largest circles from every build: whatever the compiler, the level of optimisation and
 // the processor, the answers about some hundred outlines with holes have the same bits. Those of
-// libcntr are in tests/golden, as is how the outlines are made and the answers boiled down.
+// libcntr are in tests/golden, where it is also described how outlines are made and answers hashed.
 
 #include <algorithm>
 

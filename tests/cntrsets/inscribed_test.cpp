@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
-// The largest circle inside a feature: known ones, the plain definition, and that neither size,
-// place nor shape keeps it from being found.
+// The largest circle inside a feature: known circles, the plain definition, and that neither size,
+// place nor shape prevents it from being found.
 
 #include <cntrsets/inscribed.h>
 
@@ -33,7 +33,7 @@ double radiusOf(const Feature& feature, double tolerance = 1e-9) {
   return qf_InscribedCircle(feature, tolerance).radius();
 }
 
-/// The circle lies in the area, but for rounding. Of features whose edges all bound it.
+/// The circle lies in the area, up to rounding. For features all of whose edges bound it.
 void expectInside(const Feature& feature, const qcCircle& circle, const std::string& what) {
   const plain::Parts parts = features::plainOf(feature);
   EXPECT_TRUE(plain::fills(parts, plain::Rule::nonZero, circle.center())) << what;
@@ -205,7 +205,7 @@ TEST(InscribedCircle, OfANeedleIsFound) {
 }
 
 TEST(InscribedCircle, IsNotLookedForInWhatIsFarTooThin) {
-  // A diagonal so thin that its pieces would be a hundred million.
+  // A diagonal so thin that it would have a hundred million pieces.
   const Feature thin{{{{0, 0}, {1e8, 1e8}, {1e8 + 1, 1e8}, {1, 0}}, {}}};
   try {
     qf_InscribedCircle(thin, 1e-1);

@@ -112,7 +112,7 @@ class Counted {
   int releases_ = 0;
 };
 
-/// What is said of a column of polygons that has been damaged; it is released nevertheless.
+/// The message about a column of polygons that has been damaged; it is released nevertheless.
 std::string refusalOfDamaged(const std::function<void(ArrowSchema&, ArrowArray&)>& damage,
                              qcArrowLayout layout = qcArrowLayout::ePolygon,
                              qcArrowCoordinates coordinates = interleaved) {
@@ -273,7 +273,7 @@ TEST(GeoArrow, OfNoFeaturesComesBack) {
   }
 }
 
-/// A column written down by hand, as the interface describes it.
+/// A column written by hand, as the interface describes it.
 TEST(GeoArrow, IsReadFromStructuresAsTheInterfaceDescribesThem) {
   static int releases = 0;
   releases = 0;

@@ -35,7 +35,7 @@ Points box(double x0, double y0, double x1, double y1) {
   return {{x0, y0}, {x1, y0}, {x1, y1}, {x0, y1}};
 }
 
-/// One measure of a shape, found out with the facts that it names and no others.
+/// One measure of a shape, computed with the facts that it names and no others.
 Value measured(const char* name, const Feature& feature, Filling filling = Filling::eMeasured,
                bool closed = true) {
   const Measure* measure = table::measureNamed(name);
@@ -135,7 +135,7 @@ TEST(Measures, AreTheSameFiguresAnywhere) {
           const bool isPosition = positions.count(measure.name) > 0;
           const double expected = *number + (isPosition ? far : 0.0);
           const double unit = std::nextafter(far, INFINITY) - far;
-          // One of several largest circles, and known to 1e-6.
+          // One of several largest circles, known only to within 1e-6.
           if (std::string(measure.name).rfind("inscribed", 0) == 0) continue;
           // An angle is one of 90 degrees or so, whatever the power of the unit.
           const double size = measure.power == 0 ? 90.0 : std::pow(extent, measure.power);

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// docs/measures.md has a line for each measure, as the list has it.
+// docs/measures.md has a line for each measure, exactly as the list gives it.
 
 #include <gtest/gtest.h>
 

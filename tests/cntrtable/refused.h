@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// What is said when arguments are refused.
+// The messages about refused arguments.
 
 #pragma once
 

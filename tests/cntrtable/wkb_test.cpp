@@ -64,7 +64,7 @@ class Hand {
 };
 
 qcOutlines readValue(const Bytes& value) {
-  // At the end of a block of its own, so that a sanitizer sees what is read behind it.
+  // At the end of a block of its own, so that a sanitizer notices reads beyond it.
   const Bytes exact(value.begin(), value.end());
   const std::span<const std::byte> span(exact);
   return qf_FromWkb({&span, 1});

@@ -40,7 +40,7 @@ void load(const std::string& bytes, T& object) {
   loadBytes(bytes, [&](qcArchive& archive) { archive || object; });
 }
 
-/// Which check refuses the record, as "source line".
+/// The check that refuses the record, as "source line".
 template <class T>
 std::string refusingCheck(const std::string& bytes) {
   T object;
@@ -502,7 +502,7 @@ TEST(RegionSetTRecordTest, TheSameSetTwiceIsWrittenOnce) {
 
 // Damage.
 
-/// Asks a shape that has been loaded from damaged bytes; whatever it throws must be ours.
+/// Asks questions of a shape that was loaded from damaged bytes; whatever it throws must be ours.
 template <class Question>
 void ask(Question question) {
   try {

@@ -18,8 +18,8 @@ using Points = std::vector<qcVector<2>>;
 using Edgelets = std::vector<qcEdgelet>;
 using XformHandle = qcPtrHandle_const<qc2XformBase>;
 
-/// Calls protected members on an object through a reference to `Base`, virtual ones virtually.
-/// Never made itself.
+/// Calls protected members on an object through a reference to `Base`, virtual ones virtually. No
+/// object of this class is ever made.
 template <class Base>
 class Probe : public Base {
  public:

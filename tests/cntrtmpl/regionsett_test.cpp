@@ -44,8 +44,8 @@ void expectOneObjectEach(const RegionSetT& set) {
   }
 }
 
-/// Two regions without vertices, whose crossings cannot be told: the question throws once, and is
-/// answered with "none" as long as the answer is remembered.
+/// Two regions without vertices, whose crossings cannot be found: the question throws once, and is
+/// then answered with "none" as long as that answer is remembered.
 RegionSetT emptyRegions() { return RegionSetT(Handles{Handle(new RegionT), Handle(new RegionT)}); }
 
 bool remembersCrossings(const RegionSetT& set) {

@@ -26,7 +26,7 @@ inline Edgelets edgeletsAt(const Points& points) {
   return edgelets;
 }
 
-/// An edge element for each point that knows its position alone.
+/// An edge element for each point, with nothing but its position.
 inline Edgelets bareEdgeletsAt(const Points& points) {
   Edgelets edgelets;
   for (const qcVector<2>& p : points) edgelets.emplace_back(p, 0, qcAngle8(0));
@@ -39,7 +39,7 @@ inline Points movedBy(const Points& points, const qcVector<2>& offset) {
   return moved;
 }
 
-/// A transform object that no inverse exists of.
+/// A transform object that has no inverse.
 inline XformHandle singularXform() {
   return XformHandle(new qc2XformLinear({qcMatrix<2>(1.0, 2.0, 2.0, 4.0), qcVector<2>()}));
 }

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// A transform that counts what is done to transforms of its class and fails to be inverted when
+// A transform that counts what is done to transforms of its class, and whose inversion fails when
 // told to.
 
 #pragma once
@@ -24,14 +24,14 @@ class testXform : public qc2XformBase {
   qcXform<2> linearXform() const override { return {qcMatrix<2>(), offset_}; }
   qcPtrHandle<qc2XformBase> clone() const override;
   qcPtrHandle<qc2XformBase> composeBase(const qc2XformBase& other) const override;
-  /// Throws qcMathError::Singular as long as `failures` last.
+  /// Throws qcMathError::Singular as long as `failures` are left.
   qcPtrHandle<qc2XformBase> inverseBase() const override;
 
   static inline int alive = 0;
   static inline int clones = 0;
   /// Calls of inverseBase(), those that failed included.
   static inline int inversions = 0;
-  /// So many of the next inversions fail.
+  /// This many of the next inversions fail.
   static inline int failures = 0;
   static void resetCounts() { clones = inversions = failures = 0; }
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
-// All that a shape says of itself, as a list of numbers, and whether it says the same as a new one
-// of the same content: what remains to be true of a shape whatever failed before.
+// Everything that a shape answers, as a list of numbers, and whether it answers as a new one of the
+// same content does: this must hold for a shape whatever failed before.
 
 #pragma once
 

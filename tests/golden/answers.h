@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
-// A stream of answers, boiled down to one number: two builds that agree on it gave the same answers
-// in the same order, bit for bit.
+// A stream of answers, reduced to one number: two builds that agree on it gave the same answers in
+// the same order, bit for bit.
 
 #pragma once
 
@@ -22,7 +22,7 @@ namespace golden {
 class Answers {
  public:
   Answers() = default;
-  /// Writes every answer to `listing`, too, one a line.
+  /// Also writes every answer to `listing`, one per line.
   explicit Answers(std::ostream& listing) : listing_(&listing) {}
 
   /// The 64-bit FNV-1a hash of all answers so far.

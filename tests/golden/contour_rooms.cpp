@@ -16,7 +16,7 @@ namespace golden {
 
 namespace {
 
-/// A contour that tells its middle edge length.
+/// A contour that makes its median edge length public.
 class Contour : public qcContour {
  public:
   explicit Contour(const shapes::Shape& shape) : qcContour(shape.points, shape.closed, 5) {}

@@ -53,7 +53,7 @@ std::string storedAgain(Object& object, Object& loaded) {
   return stored(loaded);
 }
 
-/// False when computed points are no numbers: the sign of such a one is the compiler's choice, and
+/// False when computed points have NaN coordinates: the sign of a NaN is the compiler's choice, and
 /// archives keep it.
 bool isFinite(const Points& points) {
   return std::all_of(points.begin(), points.end(),

@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
 //
-// Stores shapes of every kind in an archive, or loads such an archive and stores what came:
+// Stores shapes of every kind in an archive, or loads such an archive and stores what was loaded:
 //
 //   exchange_archives --store OUT
 //   exchange_archives IN OUT
 //
-// Whoever stores and whoever loads, all archives have the same bytes.
+// Whichever system stores and whichever loads, all archives have the same bytes.
 
 #include <cstring>
 #include <exception>

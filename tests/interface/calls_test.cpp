@@ -179,8 +179,8 @@ class Plate : public qcRegion {
   double thickness_;
 };
 
-/// The same of a region with data: made from data it has its points, made from a contour it is
-/// given them.
+/// The same for a region with data: made from data it gets its points from them, made from a
+/// contour it must be given them.
 class Part : public RegionT {
  public:
   explicit Part(const Data& data) : qcContour({}, true, 0), RegionT(data, 1) {}

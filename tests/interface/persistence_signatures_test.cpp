@@ -79,7 +79,7 @@ static_assert(std::is_same_v<decltype(Defs::eRegularize), Defs::IntersectionMode
 static_assert(std::is_abstract_v<Defs::Errors>);
 static_assert(std::is_base_of_v<qcExceptionWithString, Defs::Errors>);
 
-/// Made as classes of its users' own are: with a message, or with none.
+/// Made as classes derived by users are: with a message, or with none.
 struct ErrorsProbe : Defs::Errors {
   ErrorsProbe() = default;
   explicit ErrorsProbe(const std::wstring& message) : Errors(message) {}

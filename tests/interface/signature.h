@@ -14,8 +14,8 @@ consteval bool hasSignature(Function /*function*/) {
   return true;
 }
 
-/// The same for a name that is not overloaded and must not be more than its signature says: the
-/// class that declares it counts, too.
+/// The same for a name that is not overloaded and whose type must be exactly this one: the class
+/// that declares it counts, too.
 template <class Expected, class Actual>
 consteval bool isDeclaredAs(Actual /*function*/) {
   return std::is_same_v<Expected, Actual>;

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 //
-// Loads what stores_every_class.cpp has stored in the file that is named, and prints the names of
-// the classes. It mentions none of them: a program that is linked with static libraries must have
-// them nevertheless.
+// Loads what stores_every_class.cpp has stored in the given file, and prints the names of the
+// classes. It mentions none of them: a program that is linked with static libraries must have them
+// nevertheless.
 
 #include <cstdlib>
 #include <fstream>

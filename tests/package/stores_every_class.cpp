@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
-// Stores an object of every class that archives can create in the file that is named, behind their
-// number, and prints the names of the classes. loads_every_class.cpp reads it.
+// Stores their number and an object of every class that archives can create in the given file, and
+// prints the names of the classes. loads_every_class.cpp reads it.
 
 #include <cstdlib>
 #include <fstream>

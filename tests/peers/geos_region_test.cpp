@@ -123,7 +123,7 @@ qcRegion regionWithHoles(shapes::Random& random) {
   return region;
 }
 
-/// Asks both about points in the box; returns of how many the answer is defined by parity.
+/// Asks both about points in the box; returns for how many of them parity defines the answer.
 std::size_t compareContainment(const qcRegion& region, const Containment& peer, bool holes,
                                std::size_t count, std::uint64_t seed) {
   std::size_t compared = 0;

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 //
 // Contours against OpenCV, on the sample outlines and on generated ones: areas, centres, second
-// moments and hulls. OpenCV takes single precision, so coordinates are rounded to 1/64 first, which
-// that holds exactly.
+// moments and hulls. OpenCV takes single precision, so coordinates are first rounded to 1/64, which
+// it holds exactly.
 
 #include <algorithm>
 #include <cmath>

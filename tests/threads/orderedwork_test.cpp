@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// The program's work on several threads, for the thread sanitizer to look at.
+// The program's work on several threads, to be watched by the thread sanitizer.
 
 #include <tools/run/orderedwork.h>
 

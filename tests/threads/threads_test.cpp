@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 //
-// What distinct threads may do at once, for the thread sanitizer to look at: distinct shapes,
-// handles to shared holes and transforms, the registry of classes; and what short threads leave
-// behind.
+// What distinct threads may do at once, to be watched by the thread sanitizer: distinct shapes,
+// handles to shared holes and transforms, the registry of classes; and what short-lived threads
+// leave behind.
 
 #include <atomic>
 #include <functional>
@@ -25,7 +25,7 @@ using ContourT = qcContourT<qcEdgelet>;
 
 constexpr auto keep = qcContourDefs::eNoIntersectionRepair;
 
-/// Runs `work(number)` on so many threads at once, which start together.
+/// Runs `work(number)` on `count` threads at once, which start together.
 void onThreads(int count, const std::function<void(int)>& work) {
   std::atomic<int> waiting{count};
   std::vector<std::thread> threads;

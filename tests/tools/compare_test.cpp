@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
-// cntr compare: which nominal a feature is compared with, the answers where they are plain to see,
-// what is out of tolerance, and what is said of it.
+// cntr compare: which nominal a feature is compared with, answers that are obvious, what is out of
+// tolerance, and the messages about it.
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -195,7 +195,7 @@ TEST_F(Compare, LengthsHaveTheUnitOfTheScale) {
   EXPECT_NEAR(answer["area_difference"], -9.0, 1e-12);
   EXPECT_NEAR(answer["iou"], 0.64, 1e-12);
   EXPECT_EQ(answer["in_tolerance"], true);
-  // The spacing, too: steps of 4 pixels ask the middle of the sides.
+  // The spacing is scaled, too: steps of 4 pixels meet the middle of the sides.
   const std::string peak = polygon({ring({{0, 0}, {4, 2}, {8, 0}, {8, 8}, {0, 8}})});
   const std::string flat = polygon({square(0, 0, 8)});
   EXPECT_EQ(row(flat, peak, {"--spacing", "8"})["deviation_max"], 0.0);

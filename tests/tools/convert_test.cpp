@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// cntr convert: what is written in each format, what is kept and what is said to be lost.
+// cntr convert: what is written in each format, what is kept and what is reported as lost.
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -27,7 +27,7 @@ using testing::HasSubstr;
 
 namespace {
 
-/// Standard output of a conversion of a text; nothing must be said about it.
+/// Standard output of a conversion of a text; there must be no message.
 std::string converted(const std::string& to, const std::string& text) {
   const auto result = run({"convert", "-o", "-", "--to", to}, text);
   EXPECT_EQ(result.status, 0);
@@ -35,7 +35,7 @@ std::string converted(const std::string& to, const std::string& text) {
   return result.out;
 }
 
-/// The same, with what is said.
+/// The messages about what is lost.
 std::string lost(const std::string& to, const std::string& text) {
   const auto result = run({"convert", "-o", "-", "--to", to}, text);
   EXPECT_EQ(result.status, 0);

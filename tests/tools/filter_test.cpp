@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// Filters of features, and what is said about many bad ones.
+// Filters of features, and the messages about many bad ones.
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// The formats besides GeoJSON documents: what is read, and what is said about what is not.
+// The formats other than GeoJSON documents: what is read, and the messages about what is not.
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -22,12 +22,12 @@ using testing::StartsWith;
 
 namespace {
 
-/// The rows of all measures of a text in that format, those of parts too.
+/// The rows of all measures of a text in that format, including those of parts.
 Json measuredAs(const std::string& format, const std::string& text, int status = 0) {
   return runJson({"measure", "--parts", "--from", format}, text, status);
 }
 
-/// What is said about a text of which not all can be read.
+/// The message about a text that cannot be read completely.
 std::string complaint(const std::string& format, const std::string& text) {
   const auto result = run({"measure", "--from", format, "--json"}, text);
   EXPECT_EQ(result.status, 1);
@@ -294,7 +294,7 @@ TEST(Archive, WhatIsNoneIsRefused) {
 TEST(Archive, OtherObjectsAreBadFeatures) {
   using namespace std::string_literals;
   const Directory directory;
-  // A list of nothing and a point.
+  // A list that holds a null handle and a point.
   const std::string file =
       directory.write("a.qcar", "QCAR\1\0\0\0\0\2\0\0\0\0\0\0\0\1\0\0\0\7\0\0\0qcPoint\0\0"s +
                                     std::string(16, '\0'));

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// What the program reads, and what it says about what it cannot read.
+// What the program reads, and the messages about what it cannot read.
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
-// cntr offset: outlines that grow and shrink, what is kept, and what is said of those that vanish.
+// cntr offset: outlines that grow and shrink, what is kept, and the messages about those that
+// vanish.
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

@@ -135,7 +135,7 @@ Result runOnTerminal(const std::vector<std::string>& arguments, const std::strin
     execv(pointers[0], pointers.data());
     _exit(127);
   }
-  // Reading fails when the program has ended and all has been read.
+  // Reading fails when the program has ended and everything has been read.
   std::string shown;
   char buffer[4096];
   for (ssize_t count = 0; (count = read(terminal, buffer, sizeof buffer)) > 0;) {

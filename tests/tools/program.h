@@ -26,7 +26,7 @@ Result run(const std::vector<std::string>& arguments, const std::string& input =
 /// The same as if the disk were full: a file takes 512 bytes and no more.
 Result runOnFullDisk(const std::vector<std::string>& arguments);
 
-/// What a terminal shows that standard output and standard error are connected to. `environment`
+/// What a terminal shows when standard output and standard error are connected to it. `environment`
 /// holds further variables, "NAME=value".
 Result runOnTerminal(const std::vector<std::string>& arguments, const std::string& input = "",
                      const std::vector<std::string>& environment = {});
@@ -35,7 +35,7 @@ Result runOnTerminal(const std::vector<std::string>& arguments, const std::strin
 /// directory.
 Result runShell(const std::string& line);
 
-/// A program that is running: `cntr` with these arguments. Nobody sees its messages.
+/// A program that is running: `cntr` with these arguments. Its messages are discarded.
 class Running {
  public:
   explicit Running(const std::vector<std::string>& arguments);
@@ -50,7 +50,7 @@ class Running {
   /// The next line of its standard output, without its end; waits for it.
   std::string line();
   void signal(int number);
-  /// Waits until it ends: as in waitpid().
+  /// Waits until it ends; returns the status of waitpid().
   int wait();
   /// The largest amount of memory that it had, in kilobytes. To be called after wait().
   long peakMemory() const { return peakMemory_; }
@@ -65,7 +65,7 @@ class Running {
 /// The answers of a command with --json. Fails the test unless the program ended with `status`.
 Json runJson(std::vector<std::string> arguments, const std::string& input = "", int status = 0);
 
-/// A new directory that is removed with all that is in it.
+/// A new directory that is removed with everything in it.
 class Directory {
  public:
   Directory();

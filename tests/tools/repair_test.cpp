@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// cntr repair: what becomes of outlines that cross, what is said about it, and what is written.
+// cntr repair: what becomes of outlines that cross, the messages about it, and what is written.
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -187,7 +187,7 @@ TEST(Repair, OpenLinesAreUnchanged) {
 TEST(Repair, SaysWhichGridVerticesWereMovedTo) {
   std::vector<std::string> features;
   for (std::uint64_t seed = 0; seed < 100; ++seed) {
-    // Nearly on a line: they cross more often than numbers can tell.
+    // Nearly on a line: they cross more often than doubles can tell.
     shapes::Random random(seed);
     auto ring = shapes::collinear(random, 30);
     shapes::rotate(ring, 0.3);

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// Poses of a few points against a few edges, where the best one is plain to see.
+// Poses of a few points against a few edges, where the best one is obvious.
 
 #include <cntr/compute/align.h>
 

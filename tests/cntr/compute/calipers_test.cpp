@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
 // The rectangle on every edge of small hulls against the vertices that lie farthest by exact
-// numbers, and ties. What rectangles measure is tested with the functions of descriptors.h.
+// numbers, and ties. The measures of the rectangles are tested with the functions of descriptors.h.
 
 #include <cntr/compute/calipers.h>
 

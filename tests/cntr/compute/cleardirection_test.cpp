@@ -62,7 +62,7 @@ TEST(ClearDirectionTest, BisectsTheFirstWideGapFromTheXAxisOn) {
 }
 
 TEST(ClearDirectionTest, ClosesTheTurn) {
-  // Directions 10, 20, ... degrees below a quarter turn: the wide gap is the one round to the
+  // Directions 10, 20, ... degrees below a quarter turn: the wide gap is the one around to the
   // first.
   Points points;
   for (int i = 1; i < 9; ++i) {
@@ -108,7 +108,7 @@ TEST(ClearDirectionTest, IsThatOfTheDefinition) {
 }
 
 TEST(ClearDirectionTest, OfSmoothOutlinesIsThatOfTheDefinition) {
-  // So many vertices in order round the point that the sweep follows the curve.
+  // So many vertices in order around the point that the sweep follows the curve.
   for (const std::size_t n : {64U, 500U, 3000U}) {
     const Points points = shapes::smoothStar(n);
     const Subject s(points, true);

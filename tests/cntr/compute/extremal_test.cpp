@@ -51,7 +51,7 @@ TEST(ExtremalVertexTest, OfAnOpenPathMayBeItsFirst) {
 }
 
 TEST(ExtremalVertexTest, IsDecidedOnTheCoordinateWithinOneInTheFifteenthPlaceOfAnAxis) {
-  // Farther along x by 0.05; along y by so much that the least turn counts.
+  // Farther along x by 0.05; along y by so much that the slightest turn counts.
   const Points points = {{0, 1e14}, {0.05, 0}};
   EXPECT_EQ(extremal(points, 0.9e-15), 1);
   EXPECT_EQ(extremal(points, 2e-15), 0);

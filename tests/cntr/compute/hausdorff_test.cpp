@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
-// The farthest point of a curve from another: within an edge, where no vertex is, and not above
-// what is known already.
+// The farthest point of a curve from another: within an edge, where there is no vertex, and not
+// above what is known already.
 
 #include <cntr/compute/hausdorff.h>
 
@@ -20,7 +20,7 @@ Curves curveOf(const Points& points) {
 }
 
 TEST(FarthestFrom, LiesWithinAnEdgeBetweenTwoOthers) {
-  // The middle of the line is as far from both ends of the gap, and nearer to all else.
+  // The middle of the line is as far from both ends of the gap, and nearer to everything else.
   const Points line = {{0, 1}, {10, 1}};
   const Points left = {{0, 0}, {0, 2}};
   const Points right = {{10, 0}, {10, 2}};

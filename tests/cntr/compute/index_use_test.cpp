@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 //
 // What is computed with an index looks only where the index tells it to. Each question is asked
-// with the index of another path, of as many edges but far away: a search that believes it finds
-// something else than a scan does. Otherwise a search that quietly went back to scanning would give
-// right answers in every other test.
+// with the index of another path, of as many edges but far away: a search that believes the index
+// finds something other than a scan does. A search that quietly went back to scanning would give
+// the right answers in every other test.
 
 #include <cntr/compute/cleardirection.h>
 #include <cntr/compute/containment.h>
@@ -116,8 +116,8 @@ TEST_F(IndexUseTest, AClearDirectionIsLookedForWhereTheIndexTells) {
   // Spikes: no edge is short as seen from the middle, so the sweep cannot follow the curve.
   const Points spikes = shapes::starPolygon(n + 1, 50, 400);
   const Path path{spikes, true};
-  // As the index has it, all vertices lie in the direction opposite to the x axis, which the sweep
-  // comes to late.
+  // According to the index all vertices lie in the direction opposite to the x axis, which the
+  // sweep reaches late.
   const Points left(n + 1, Point(-1e5, 0));
   const EdgeIndex misled(Path{left, true});
   const EdgeIndex honest(path);

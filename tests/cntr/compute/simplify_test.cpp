@@ -32,7 +32,7 @@ std::vector<Points> simplified(const std::vector<Path>& paths, double tolerance)
   return results;
 }
 
-/// NaN included.
+/// The same numbers, NaN included.
 bool areSame(const Points& a, const Points& b) {
   return std::equal(a.begin(), a.end(), b.begin(), b.end(), [](const Point& p, const Point& q) {
     const auto same = [](double x, double y) { return x == y || (std::isnan(x) && std::isnan(y)); };

@@ -52,7 +52,8 @@ class Subject {
 };
 
 /// Calls ask(subject, random) for shapes of `fewest` to `most` vertices that `draw(seed, most)`,
-/// one of those of testing/shapes, gives for the first `count` seeds, until an expectation fails.
+/// one of the functions of testing/shapes, gives for the first `count` seeds, until an expectation
+/// fails.
 template <class Draw, class Ask>
 void forEachShape(std::size_t count, Draw draw, std::size_t fewest, std::size_t most, Ask ask) {
   for (std::uint64_t seed = 1; seed <= count && !testing::Test::HasFailure(); ++seed) {

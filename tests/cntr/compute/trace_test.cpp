@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// The walk along the outside of a boundary. What regions make of it is asked in
+// The walk along the outside of a boundary. What regions make of it is tested in
 // tests/cntr/model/region_repair_test.cpp.
 
 #include <cntr/compute/repair.h>

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
 // The edge index by itself: every search visits what matters, in the promised order, and little
-// else. That the answers through it are those of plain scans is asked in
+// else. That answers found through it are those of plain scans is tested in
 // contour_properties_test.cpp.
 
 #include <cntr/index/edgeindex.h>

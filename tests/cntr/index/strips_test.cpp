@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: MIT
 //
-// Turned boxes: what they hold, and that none is told apart from what it touches. That
-// self-crossing of spikes side by side, which uses them, gives the plain answer.
+// Turned boxes: that they contain what they are made of, and that none is reported apart from what
+// it touches. Also that self-crossing of spikes side by side, which uses them, gives the plain
+// answer.
 
 #include <cntr/index/strips.h>
 

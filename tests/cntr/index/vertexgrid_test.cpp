@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// The grid of vertices. What a contour makes of it is asked in contour_edges_test.cpp.
+// The grid of vertices. What a contour makes of it is tested in contour_edges_test.cpp.
 
 #include <cntr/index/vertexgrid.h>
 

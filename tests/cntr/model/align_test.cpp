@@ -103,7 +103,7 @@ Points shaken(Points points, double size, shapes::Random& random) {
 }
 
 /// The shape shaken, turned and shifted, aligned with the shape itself: the residual is at most
-/// that of the literal search, but for this share of the extent.
+/// that of the literal search, up to this share of the extent.
 void expectNoWorseThanLiteral(const Points& nominal, double size, std::uint64_t seed,
                               double share) {
   shapes::Random random(seed);
@@ -128,7 +128,7 @@ TEST(AlignContours, IsNeverWorseThanALiteralSearch) {
 }
 
 TEST(AlignContours, EndsInOneOfSeveralPlacesThatAreAboutAsGood) {
-  // Points of narrow spikes belong to one side or the other: each choice has a least of its own.
+  // Points of narrow spikes belong to one side or the other: each choice has a minimum of its own.
   for (std::uint64_t seed = 0; seed < 4; ++seed)
     expectNoWorseThanLiteral(shapes::spikyStar(11, seed), 20.0, seed, 1e-6);
 }

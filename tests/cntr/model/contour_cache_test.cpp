@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 //
 // What a contour remembers, until when, and what a copy of it takes along. The vertices are
-// replaced behind the contour's back: an answer by the old ones was remembered, one by the new ones
-// computed. The lists that are keyed by an argument are tested by themselves in
+// replaced behind the contour's back: an answer from the old ones was remembered, one from the new
+// ones computed. The lists that are keyed by an argument are tested by themselves in
 // keyedresults_test.cpp.
 
 #include <cmath>

@@ -99,7 +99,7 @@ TEST(ContourDrawTest, HandsCoordinatesThatAreNotFiniteThrough) {
   EXPECT_EQ(edges[0].second, Point(infinity, -infinity));
 }
 
-/// A contour that says it is open, whatever its flag.
+/// A contour that reports that it is open, whatever its flag.
 class AlwaysOpen : public qcContour {
  public:
   using qcContour::qcContour;

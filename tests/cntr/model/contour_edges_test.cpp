@@ -323,8 +323,8 @@ TEST(ContourIntersectionsTest, OfALongListOnDifferentPlacesAreAscending) {
 }
 
 TEST(ContourIntersectionsTest, OnPlacesThatDoNotCompareAreLeftAsTheyAre) {
-  // The position along the segment overflows to something that is not a number for the crossings
-  // at the far end: the exchange sort never moves those.
+  // For the crossings at the far end the position along the segment overflows to NaN: the exchange
+  // sort never moves those.
   const double far = 1e154;
   std::vector<double> xs;
   Points points;

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
 // Circles, extremal vertices, enclosing rectangles and images of a contour. What is remembered is
-// asked in contour_cache_test.cpp; the answers of thousands of shapes are compared with a second
+// tested in contour_cache_test.cpp; the answers of thousands of shapes are compared with a second
 // implementation in contour_properties_test.cpp.
 
 #include <cmath>

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
 // Length, mean position, median edge, nearest points, polygon, hull and ellipse of a contour.
-// Whether answers are remembered is asked in contour_cache_test.cpp; the answers of thousands of
+// Whether answers are remembered is tested in contour_cache_test.cpp; the answers of thousands of
 // shapes are compared with a second implementation in contour_properties_test.cpp.
 
 #include <algorithm>

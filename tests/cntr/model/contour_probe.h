@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
 // A contour that lets tests see its protected members and what it remembers, and what all contours
-// say where there is no curve.
+// answer where there is no curve.
 
 #pragma once
 
@@ -17,7 +17,8 @@ using Point = qcVector<2>;
 using Points = std::vector<Point>;
 
 /// A contour with its protected members open, whose vertices can be replaced without its noticing:
-/// what it answers from then on by the old vertices was remembered, what by the new ones computed.
+/// whatever it still answers from the old vertices was remembered, and what it answers from the new
+/// ones is computed.
 class ContourProbe : public qcContour {
  public:
   using qcContour::qcContour;

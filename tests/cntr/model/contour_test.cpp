@@ -143,7 +143,7 @@ TEST(ContourEqualityTest, TakesTheTwoZerosAsEqualAndNotANumberAsUnequal) {
   EXPECT_FALSE(withNan == withNan);
 }
 
-/// A contour that says it is closed, whatever its flag.
+/// A contour that reports that it is closed, whatever its flag.
 class AlwaysClosed : public qcContour {
  public:
   using qcContour::qcContour;

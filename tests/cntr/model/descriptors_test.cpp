@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
-// The smallest rectangle, strip and circle: typed cases that freeze the conventions, and the
-// literal definitions in exact numbers for points that make doubles err.
+// The smallest rectangle, strip and circle: hand-written cases that fix the conventions, and the
+// literal definitions in exact numbers for points on which doubles go wrong.
 
 #include <cntr/descriptors.h>
 
@@ -49,7 +49,8 @@ double largestOf(const Points& points) {
   return largest;
 }
 
-/// How far the corners lie apart when those of the definition begin with the one at `first`.
+/// The sum of the distances between corners when those of the definition begin with the one at
+/// `first`.
 double apart(const qcOrientedRect& rect, const plain::OrientedRect& exact, std::size_t first) {
   double sum = 0.0;
   for (std::size_t i = 0; i < 4; ++i) {

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
-// Deviations and Hausdorff distances: typed cases, the literal definitions, and what is refused.
+// Deviations and Hausdorff distances: hand-written cases, the literal definitions, and what is
+// refused.
 
 #include <cntr/deviation.h>
 
@@ -156,7 +157,7 @@ TEST(Hausdorff, IsCloserWithASmallerTolerance) {
   EXPECT_NEAR(close, 5.0, 1e-6);
   EXPECT_GE(rough, 2.0);
   EXPECT_LE(rough, 5.0);
-  // No double lies as close as that: halving ends all the same.
+  // No double comes that close: halving ends all the same.
   EXPECT_NEAR(qf_Hausdorff(line, {gap[0], gap[1]}, 1e-300), 5.0, 1e-15);
 }
 

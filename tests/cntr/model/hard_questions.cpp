@@ -72,7 +72,7 @@ double graze(Random& random) {
 
 Point squareTo(const Point& d) { return Point(-d.y(), d.x()).unit(); }
 
-/// The line through both points, far beyond them, moved sideways by a trifle.
+/// The line through both points, far beyond them, shifted sideways very slightly.
 Segment longLine(Random& random, const Point& a, const Point& b) {
   static const double factors[] = {1, 1, 3, 10, 1000, 1e6};
   const Point d = b - a;

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 //
-// Questions about a contour that look for the edges of its quick ways: ties, segments that graze
-// vertices and boxes, directions square to an edge, transforms near the identity. They go beyond
-// those of testing/shapes/shapes.h, which they include.
+// Questions about a contour that probe the limits of its fast paths: ties, segments that graze
+// vertices and boxes, directions square to an edge, transforms near the identity. They include
+// those of testing/shapes/shapes.h and go beyond them.
 
 #pragma once
 

@@ -22,8 +22,8 @@ using shapes::Point;
 using shapes::Points;
 using Invariants = std::array<double, 7>;
 
-/// Powers of the third moments' size that each invariant is made of: its rounding errors grow with
-/// that, or with the second moments'.
+/// The powers of the size of the third moments that each invariant is made of: its rounding errors
+/// grow with that, or with the size of the second moments.
 Invariants sizesOf(const Invariants& hu) {
   const double second = hu[0];
   const double third = hu[2] + hu[3];

@@ -138,7 +138,7 @@ TEST(KeyedResultsTest, NeitherStoreNorFindAnAngleThatIsNotANumber) {
   EXPECT_NE(results.find(qcRadian(infinity)), nullptr);
 }
 
-/// The same by the letter: a sorted list of keys with their values.
+/// The same by definition: a sorted list of keys with their values.
 class LiteralList {
  public:
   void remember(double key, int value, long capacity) {
@@ -217,7 +217,7 @@ TEST(KeyedResultsTest, StayInOrderWhenMemoryRunsOut) {
   EXPECT_GE(allocations, 2U);
 }
 
-/// A transform that is told from the identity by its number `index` (matrix by rows, translation).
+/// A transform that differs from the identity in its number `index` (matrix by rows, translation).
 qcXform<2> xformWith(int index, double value) {
   double numbers[] = {1, 0, 0, 1, 0, 0};
   numbers[index] = value;

@@ -280,7 +280,7 @@ TEST(RegionPropertiesTest, AnyRegionIsRepairedAsThePlainOne) {
   });
 }
 
-/// Outlines that cross themselves in ways that repair has to do with.
+/// Outlines that cross themselves in ways that repair can deal with.
 shapes::Shape crossingOutline(shapes::Random& random) {
   const std::size_t n = 5 + random.below(random.chance(0.1) ? 196 : 40);
   switch (random.below(8)) {
@@ -333,7 +333,7 @@ TEST(RegionPropertiesTest, ConstructorsRepairAsThePlainFunctions) {
 }
 
 TEST(RegionPropertiesTest, BoundariesAreTracedAsThePlainOnes) {
-  // Also those that cross nothing, which the region's own functions never trace.
+  // Also outlines that cross nothing, which the region's own functions never trace.
   shapes::Random random(110);
   std::size_t traced = 0;
   const auto orThrow = [](auto answer) {

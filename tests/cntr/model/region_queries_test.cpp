@@ -115,7 +115,7 @@ TEST(RegionInsideTest, NearACornerOfTheBoxTheRayCanFallShortOfTheFarSide) {
   const Points diamond = {{0, 0},  {5, 0},  {7, 0},  {10, 0},  {0, 10}, {-2, 8},
                           {-4, 6}, {-6, 4}, {-8, 2}, {-10, 0}, {0, -10}};
   EXPECT_TRUE(qcRegion(diamond, keep).inside({10, 10}, false));
-  // Told from a vertex at its end the same outline has a ray of twice the length.
+  // If its list begins at its end, the same outline has a ray of twice the length.
   Points fromItsEnd(diamond.begin() + 3, diamond.end());
   fromItsEnd.insert(fromItsEnd.end(), diamond.begin(), diamond.begin() + 3);
   EXPECT_FALSE(qcRegion(fromItsEnd, keep).inside({10, 10}, false));
@@ -348,7 +348,8 @@ TEST(RegionIntersectionsTest, NeedsTwoVertices) {
   EXPECT_EQ(emptyContourOf([&] { withThinHole.intersections(qcLineSeg(), true, true); }), L"");
 }
 
-// Many points at once. That the answers are those of one by one is in region_properties_test.cpp.
+// Many points at once. That the answers equal those for single points is tested in
+// region_properties_test.cpp.
 
 const Points places = {{1, 1}, {3, 3}, {5, 5}, {12, 5}};
 

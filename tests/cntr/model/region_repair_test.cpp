@@ -397,7 +397,7 @@ TEST(RegionRepairTest, AConstructorThatCannotRepairThrows) {
 }
 
 TEST(RegionRepairTest, TheOutcomeDependsOnTheFirstVertex) {
-  // Told from every vertex in turn, a pentagram with a blunt tip can be repaired but from one.
+  // Begun at each vertex in turn, a pentagram with a blunt tip can be repaired from all but one.
   Points blunt = {{-2, 9}, {2, 9}, {6, -7}, {-8, 3}, {8, 3}, {-6, -7}};
   std::vector<bool> repaired;
   for (std::size_t i = 0; i < blunt.size(); ++i) {

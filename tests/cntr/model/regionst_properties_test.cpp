@@ -191,8 +191,9 @@ TEST(RegionSetPropertiesTest, SquaresAreMergedAsThePlainOnes) {
   EXPECT_GT(repaired, repetitions(500));
 }
 
-/// Many small regions over an area that they fill sparsely or crowd; some have holes, a few in a
-/// hundred sets fewer vertices than can be asked for, or coordinates that are not numbers.
+/// Many small regions over an area that they fill sparsely or crowd; some have holes, and a few
+/// sets in a hundred contain too few vertices to be asked about, or coordinates that are not
+/// finite.
 NamedSet crowd(shapes::Random& random) {
   NamedSet set;
   const double spread = random.chance(0.5) ? 100.0 : 15.0;

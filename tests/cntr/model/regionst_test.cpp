@@ -194,7 +194,7 @@ TEST(RegionSetCopyTest, ACopyAnswersWhatItsSourceHasAnswered) {
     EXPECT_EQ(remembered->inertiaMatrix(true), inertia);
     EXPECT_FALSE(remembered->isSelfIntersecting());
     EXPECT_EQ(remembered->encloseRect(qcXform<2>::I), rect);
-    // What was not asked before is answered for the regions of now.
+    // What was not asked before is answered from the regions as they are now.
     EXPECT_NE(remembered->centerOfMass(true), qcVector<2>(1, 1));
   }
 }

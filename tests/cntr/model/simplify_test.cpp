@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
-// Contours with fewer vertices, and with vertices at equal steps: typed cases, what is refused, and
-// the literal definition of resampling.
+// Contours with fewer vertices, and with vertices at equal steps: hand-written cases, what is
+// refused, and the literal definition of resampling.
 
 #include <cntr/simplify.h>
 

@@ -48,7 +48,7 @@ TEST(DotSign, IsThatOfTheExactProductForDirectionsAtNearlyRightAngles) {
     const double plain = (b - a) * (d - c);
     lost += sign != (plain > 0.0) - (plain < 0.0);
   }
-  // Otherwise these directions would ask nothing of the exact sum.
+  // Otherwise these directions would not exercise the exact sum.
   EXPECT_GT(lost, 100);
 }
 

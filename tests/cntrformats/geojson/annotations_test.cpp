@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// What annotation tools write.
+// Files of annotation tools.
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

@@ -52,7 +52,7 @@ TEST(Orientation, IsTheSignOfTheExactDeterminant) {
                          (a.y() - rounded.y()) * (b.x() - rounded.x());
     lost += signOf(determinant(a, b, rounded)) != (plain > 0.0) - (plain < 0.0);
   }
-  // Otherwise these points would ask nothing of the exact sum.
+  // Otherwise these points would not exercise the exact sum.
   EXPECT_GT(lost, 100);
 }
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
-// The areas by which set operations check themselves: right for what was cut well, and not for
-// faces that are wrong by one winding, one edge or one ring.
+// The areas by which set operations check themselves: they agree for rings that were cut well, and
+// not for faces that are wrong by one winding, one edge or one ring.
 
 #include <cntrsets/faces/areas.h>
 

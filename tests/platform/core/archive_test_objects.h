@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
-// Archivable classes for the tests of the archive, each for one way that objects hang together.
-// They are in no namespace, so that their names in the bytes are short.
+// Archivable classes for the tests of the archive, each for one way in which objects refer to each
+// other. They are in no namespace, so that their names in the bytes are short.
 
 #pragma once
 
@@ -99,7 +99,7 @@ class testBox : public virtual qcPersistent, public virtual qcRepBase {
   static qc_Instantiator sExemplar;
 };
 
-/// Gives derived test code what is reachable from derived classes only.
+/// Gives test code access to what only derived classes can reach.
 class testAccess : public qcPersistent {
  public:
   static void transferPointer(qcArchive& archive, qcPersistent*& pointer) {

@@ -61,7 +61,7 @@ inline Points withNoise(Points points, double sigma, unsigned seed = 1) {
   return points;
 }
 
-/// Distance of the points that is right at any scale.
+/// A distance between points that does not overflow at any scale.
 inline double distance(const Point& a, const Point& b) {
   return std::hypot(a.x() - b.x(), a.y() - b.y());
 }

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
-// Convex hull: typed cases, an independent answer on small grids, and the plain chain, bit for bit,
-// on many points.
+// Convex hull: hand-written cases, an independent answer on small grids, and the plain chain, bit
+// for bit, on many points.
 
 #include <platform/core/hull.h>
 

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// Counts living objects, so that tests can tell that nothing was left behind or deleted twice.
+// Counts living objects, so that tests can show that nothing was left behind or deleted twice.
 
 #pragma once
 

@@ -67,7 +67,7 @@ TEST(SvgTabletTest, SegmentsThatContinueInOneColourBecomeOnePath) {
     tablet.drawLineSeg(from, to, color, qcUITablet::eImageLayer);
   };
   draw(Pair(0, 0), Pair(1, 0), qcColor::red);
-  // On another layer in between, which interrupts nothing.
+  // A segment on another layer in between, which does not interrupt the path.
   tablet.drawLineSeg(Pair(9, 9), Pair(8, 8), qcColor::red, qcUITablet::eOverlayLayer);
   draw(Pair(1, 0), Pair(1, 1), qcColor::red);
   draw(Pair(1, 1), Pair(0, 0), qcColor::red);

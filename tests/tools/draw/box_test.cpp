@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// Boxes that grow, and how they lie to each other.
+// Boxes that grow, and how they lie relative to each other.
 
 #include <tools/draw/box.h>
 

@@ -76,7 +76,7 @@ TEST_F(DrawnDeviation, WhatIsOutsideIsRedAndWhatIsInsideBlue) {
   const std::string larger = picture(polygon({square(-1, -1, 12)}), nominal);
   EXPECT_TRUE(coloursIn(larger).contains(colourOfDeviation(1.0)));
   EXPECT_FALSE(coloursIn(larger).contains(colourOfDeviation(-1.0)));
-  // One in the tenth band of none, the other outside.
+  // One is in the tenth band around 0, the other outside.
   EXPECT_EQ(coloursIn(picture(polygon({square(0, 0, 10)}), nominal)),
             std::set<std::string>{colourOfDeviation(0.0)});
 }

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// The warnings about images of several sizes, to the letter.
+// The exact warnings about images of several sizes.
 
 #include <tools/draw/imagesizes.h>
 

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// What each overlay finds of a feature, in the coordinates of the file.
+// What each overlay shows for a feature, in the coordinates of the file.
 
 #include <tools/draw/overlays.h>
 

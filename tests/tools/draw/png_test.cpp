@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
-// PNG files of SVG pictures, where that is built in, and what is told of pictures that are none.
+// PNG files of SVG pictures, if the program is built with them, and the messages where there is
+// none.
 
 #include <tools/draw/png.h>
 

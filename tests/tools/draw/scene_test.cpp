@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// What a scene keeps of the features that it is told, and what it shows.
+// What a scene keeps of the features that are added to it, and what it shows.
 
 #include <tools/draw/scene.h>
 

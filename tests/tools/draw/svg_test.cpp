@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// SVG elements to the letter.
+// The exact text of SVG elements.
 
 #include <tools/draw/svg.h>
 

@@ -67,7 +67,7 @@ TEST(Stream, EachAnswerComesBeforeTheNextQuestion) {
 
 namespace {
 
-/// Kilobytes that a command takes for so many lines.
+/// The kilobytes that a command takes for this many lines.
 long peakMemory(const std::vector<std::string>& command, std::size_t lines) {
   Running cntr(command);
   const std::string text = manyLines(1000);

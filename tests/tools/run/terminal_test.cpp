@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// What is shown on a terminal and nowhere else.
+// What is shown on a terminal only.
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

@@ -58,7 +58,7 @@ TEST(EllipseDistanceTest, ScalesWithTheShape) {
             std::ldexp(once, -600));
 }
 
-/// The least distance to the points of a fine polygon, each refined by golden section.
+/// The smallest distance to the points of a fine polygon, each refined by golden section.
 double searchedDistance(const Point& p, double a, double b) {
   const auto at = [&](double t) { return p.distance(Point(a * std::cos(t), b * std::sin(t))); };
   constexpr int steps = 720;
@@ -90,7 +90,7 @@ RC_GTEST_PROP(EllipseDistanceTest, IsWhatThePointWasMovedAlongTheNormal, ()) {
   const double a = *rc::gen::inRange(16, 400) / 16.0;
   const double b = std::min(a, *rc::gen::inRange(1, 400) / 16.0);
   const double t = *rc::gen::inRange(-1000, 1000) / 250.0;
-  // Inwards no farther than the least radius of curvature, b^2 / a.
+  // Inwards no farther than the smallest radius of curvature, b^2 / a.
   const double offset = *rc::gen::inRange(-900, 5000) / 1000.0 * (b * b / a);
   const Point foot(a * std::cos(t), b * std::sin(t));
   const Point normal = Point(b * std::cos(t), a * std::sin(t)).unit();
