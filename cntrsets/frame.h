@@ -25,7 +25,7 @@ class Frame {
     for (const std::span<const qcVector<2>>& ring : rings)
       for (const qcVector<2>& p : ring) box.add(p);
     if (!(box.minX <= box.maxX)) return;
-    // Halves first: the sizes of the largest doubles are none.
+    // Halves first: the differences of the largest doubles would overflow.
     const double extent =
         std::max(box.maxX * 0.5 - box.minX * 0.5, box.maxY * 0.5 - box.minY * 0.5);
     // The power itself is a double, though that leaves sizes below all normal doubles smaller
@@ -50,7 +50,7 @@ class Frame {
   /// A length in local coordinates.
   double scaled(double length) const { return std::ldexp(length, exponent_); }
 
-  /// What is in this power of the unit of length, in the plane's unit.
+  /// A value in this power of the local unit of length, in the plane's unit.
   double restored(double value, int power) const { return std::ldexp(value, -exponent_ * power); }
 
  private:

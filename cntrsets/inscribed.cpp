@@ -20,7 +20,7 @@ using cntr::sets::RingList;
 using cntr::sets::Room;
 using cntr::sets::Side;
 
-/// Of the extent: even the hardest shapes take a bounded time.
+/// As a share of the extent: even the hardest shapes take a bounded time.
 constexpr double leastTolerance = 1e-10;
 
 }  // namespace

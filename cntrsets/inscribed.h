@@ -14,15 +14,15 @@
 /// @addtogroup setoperations
 /// @{
 
-/// A circle inside the feature's filled set (eNonZero, see sets.h; boundaries of parts within the
-/// set are none), whose radius is at most `tolerance` smaller than that of the largest one. Of
-/// several largest circles it is any one, always the same for the same feature. A feature that
-/// fills nothing gives the circle of radius 0 about (0, 0), one without room for a circle larger
-/// than the tolerance radius 0 about a vertex.
+/// A circle inside the feature's filled set (eNonZero, see sets.h; boundaries of parts that lie
+/// within the set do not count), whose radius is at most `tolerance` smaller than that of the
+/// largest one. Of several largest circles it is one, always the same for the same feature. A
+/// feature that fills nothing gives the circle of radius 0 about (0, 0), one without room for a
+/// circle larger than the tolerance radius 0 about a vertex.
 ///
-/// The radius is the distance of the centre from the boundary, but for rounding: 1e-15 of the
-/// extent (the longer side of the bounding box), and that of the centre's coordinates. A tolerance
-/// below 1e-10 of the extent counts as that much. Throws qcContourDefs::BadParams "tolerance is not
+/// The radius is the distance of the centre from the boundary, up to rounding: 1e-15 of the extent
+/// (the longer side of the bounding box), and that of the centre's coordinates. A tolerance below
+/// 1e-10 of the extent counts as that much. Throws qcContourDefs::BadParams "tolerance is not
 /// positive", "a coordinate is not a finite number", "the feature is too thin for the tolerance"
 /// when that would take more than about a second (2^20 pieces and 256 for each vertex), and what
 /// qf_MakeValid() throws for rings that touch, cross or overlap.

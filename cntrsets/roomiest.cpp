@@ -14,7 +14,7 @@ namespace cntr::sets {
 
 namespace {
 
-/// More than distances are off by rounding.
+/// More than the rounding errors of distances.
 constexpr double slack = 1e-14;
 /// Tangents of a cell; the mean of their distances bounds all the better the more there are, but
 /// the cell can be halved instead.

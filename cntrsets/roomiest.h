@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// The point of an area that is farthest from its boundary. The method is told in inscribed.h.
+// The point of an area that is farthest from its boundary. inscribed.h describes the method.
 
 #pragma once
 

@@ -35,7 +35,7 @@ Rule ruleOf(const RingList& list, qcPolygon::PolyFillMode rule) {
   return [&list](const Windings& windings) { return list.fills(0, windings); };
 }
 
-/// The faces that `keeps(in a, in b)` wants.
+/// The faces that `keeps(in a, in b)` accepts.
 template <class Keeps>
 Feature combined(const Feature& a, const Feature& b, Keeps keeps) {
   const RingList list(a, b);

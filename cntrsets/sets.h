@@ -6,12 +6,12 @@
 // A feature is a list of parts; its *filled set* by the rule eNonZero is the union over its parts
 // of the points whose winding number about the part's outline is not 0 and about each of the part's
 // holes is 0; by eEvenOdd the points for which the winding numbers about all rings sum to an odd
-// number. The direction of rings does not matter, rings of less than 3 vertices fill nothing.
+// number. The direction of rings does not matter, rings of fewer than 3 vertices fill nothing.
 //
 // All functions give features in the *normal form*: valid as simple features of OGC (ISO 19125-1);
 // outlines counter-clockwise with y up, holes clockwise; rings start at their lowest-leftmost
 // vertex (smallest x, then smallest y); parts are sorted by these vertices, and so are the holes of
-// a part. A feature in normal form comes back from qf_MakeValid() bit for bit, so does one that
+// a part. A feature in normal form comes back from qf_MakeValid() bit for bit, and so does one that
 // differs from it in where rings start and how they run.
 //
 // Method: rings are cut where they meet, by exact predicates on the coordinates as given; winding
@@ -47,7 +47,7 @@
 struct qcRepairReport {
   /// The result differs from the input.
   bool changed = false;
-  /// It does so in more than where rings start, how they run and how parts and holes are sorted.
+  /// It differs in more than where rings start, how they run and how parts and holes are sorted.
   bool repaired = false;
   /// Vertices were moved to a grid.
   bool snapped = false;
@@ -82,21 +82,21 @@ CNTRSETS_EXPORT std::vector<qcRings> qf_MakeValid(const std::vector<qcRings>& fe
 /// are.
 CNTRSETS_EXPORT std::vector<qcRings> qf_Union(const std::vector<qcRings>& a,
                                               const std::vector<qcRings>& b);
-/// The area that both filled sets (eNonZero) share; empty when they share points and lines alone.
+/// The area that both filled sets (eNonZero) share; empty when they share only points and lines.
 CNTRSETS_EXPORT std::vector<qcRings> qf_Intersection(const std::vector<qcRings>& a,
                                                      const std::vector<qcRings>& b);
 /// The filled set of a without that of b (eNonZero).
 CNTRSETS_EXPORT std::vector<qcRings> qf_Difference(const std::vector<qcRings>& a,
                                                    const std::vector<qcRings>& b);
-/// What one filled set (eNonZero) has and the other has not.
+/// What belongs to exactly one of the two filled sets (eNonZero).
 CNTRSETS_EXPORT std::vector<qcRings> qf_SymmetricDifference(const std::vector<qcRings>& a,
                                                             const std::vector<qcRings>& b);
 
 /// All points within `distance` of the filled set (eNonZero), corners rounded; with a negative
-/// distance the points of the set that are at least so far from everything outside it. Arcs are
-/// drawn as chords that leave them by at most `arcTolerance` (of which 1e-8 of the distance is the
-/// least and 0.25 the most that is used), towards the boundary that is offset. Distance 0 gives the
-/// filled set. Empty when nothing is left.
+/// distance the points of the set that are at least that far from everything outside it. Arcs are
+/// drawn as chords that leave them by at most `arcTolerance` (of which at least 1e-8 and at most
+/// 0.25 of the distance is used), towards the boundary that is offset. Distance 0 gives the filled
+/// set. Empty when nothing is left.
 ///
 /// Throws BadParams "the distance is not a finite number", "the arc tolerance must be above 0".
 /// An outline of short edges crosses its own offset k = O(n distance / edge length) times.

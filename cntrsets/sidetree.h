@@ -41,7 +41,7 @@ struct Side {
   double inverse;
 };
 
-/// Those of all rings, in the coordinates of the frame.
+/// The sides of all rings, in the coordinates of the frame.
 std::vector<Side> sidesOf(const RingList& list, const Frame& frame);
 
 /// A tree over sides, which it refers to. Sides that are joined end to end stand together in the
@@ -69,7 +69,8 @@ class SideTree {
 
   /// Whether a ray from the point crosses an odd number of sides.
   bool isInside(const Point& p) const;
-  /// The same for the point `to`, when it is known for the point `from`: the faster the nearer.
+  /// The same for the point `to`, when it is known for the point `from`: faster the nearer these
+  /// are.
   bool isInside(const Point& to, const Point& from, bool fromIsInside) const;
 
  private:

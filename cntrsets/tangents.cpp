@@ -16,7 +16,7 @@ using Triple = std::array<double, 3>;
 constexpr std::size_t noTangent = std::numeric_limits<std::size_t>::max();
 /// Hardly any program takes more than ten.
 constexpr int mostSteps = 50;
-/// What is violated by less is rounding.
+/// A violation smaller than this is rounding.
 constexpr double tiny = 1e-14;
 
 double dot(const Triple& a, const Triple& b) { return a[0] * b[0] + a[1] * b[1] + a[2] * b[2]; }
@@ -40,7 +40,7 @@ TangentProgram::Row TangentProgram::rowOf(std::size_t tangent) const {
   return {{-t.growth.x(), -t.growth.y(), 1.0}, t.value, tangent};
 }
 
-/// The one whose limit is exceeded most, or least kept.
+/// The row whose limit is exceeded most, or is nearest to being exceeded.
 TangentProgram::Row TangentProgram::mostViolated(const Triple& at, const qcVector<2>& half) const {
   std::size_t worst = 0;
   double least = std::numeric_limits<double>::infinity();
@@ -69,7 +69,7 @@ TangentProgram::Solution TangentProgram::solve(const qcVector<2>& half) const {
   std::array<Row, 3> rows{rowOf(static_cast<std::size_t>(nearest - tangents_.begin())),
                           Row{{toRight, 0.0, 0.0}, half.x(), noTangent},
                           Row{{0.0, upwards, 0.0}, half.y(), noTangent}};
-  // What (0, 0, 1) is made of the rows' factors.
+  // How (0, 0, 1) is composed of the rows' factors.
   Triple weights{1.0, std::abs(nearest->growth.x()), std::abs(nearest->growth.y())};
   Triple at{toRight * half.x(), upwards * half.y(), 0.0};
   at[2] = nearest->value + nearest->growth.x() * at[0] + nearest->growth.y() * at[1];

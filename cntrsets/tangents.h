@@ -52,7 +52,7 @@ class TangentProgram {
   /// The dual simplex method: from the tangent that is least at the origin and the corner that it
   /// grows to, the tangent or border that the point violates most takes the place of one that
   /// decided before. It ends with the solution, or near it after a number of steps; the weights
-  /// keep what is said of them in any case. REQUIRES: at least one tangent.
+  /// meet their conditions in any case. REQUIRES: at least one tangent.
   Solution solve(const qcVector<2>& half) const;
 
  private:

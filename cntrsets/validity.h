@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// What GEOS says of a feature. Apart from geos.h, so that set operations do not see GEOS's names.
+// GEOS's judgement of a feature. Apart from geos.h, so that set operations do not see GEOS's names.
 
 #pragma once
 

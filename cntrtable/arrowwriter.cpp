@@ -22,7 +22,7 @@ namespace {
 
 constexpr const char* columnName = "geometry";
 
-/// What there is among features, null ones left out.
+/// The kinds of features that there are, null ones left out.
 struct Kinds {
   bool areas = false;
   bool lines = false;

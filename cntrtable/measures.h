@@ -26,7 +26,7 @@ struct Measure {
   const char* meaning;
   /// The power of the unit of length that it is in; 0 for angles and plain numbers.
   short power;
-  /// Shown by those who show a few.
+  /// Shown in a table when no columns are chosen.
   bool isStandard;
   /// The facts that `answer` looks at.
   Needs needs;
@@ -38,7 +38,7 @@ struct Measure {
 /// All measures, in the order of the columns.
 std::span<const Measure> allMeasures();
 
-/// Null where there is none of that name.
+/// The measure of that name, or null.
 const Measure* measureNamed(std::string_view name);
 
 }  // namespace table

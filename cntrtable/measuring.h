@@ -21,7 +21,7 @@
 /// than 3 or a line fewer than 2 vertices, and when a coordinate is not a finite number.
 ///
 /// `threads` is how many share the work, 0 for as many as there are processors: the answers are the
-/// same bits whatever their number. Throws qcContourDefs::BadParams for a measure that there is
-/// not, or that is asked for twice.
+/// same bits whatever their number. Throws qcContourDefs::BadParams for a name that is no measure,
+/// or that is given twice.
 qcArrowColumn qf_Measure(const qcOutlines& outlines, std::span<const std::string> columns,
                          unsigned threads = 0);

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
-// Features as well-known binary (WKB): that of OGC and ISO, and the extended one with a number for
-// the spatial reference, which is not looked at.
+// Features as well-known binary (WKB): that of OGC and ISO, and the extended form with a number for
+// the spatial reference, which is ignored.
 
 #pragma once
 
@@ -16,8 +16,8 @@
 /// and multilinestrings as lines, collections of one or the other (16 deep at most) as their parts.
 /// Z and M are left out. Everything else becomes a feature that is eNothing, with a problem that
 /// says what and at which byte: other geometries, empty ones, values that are cut short, have
-/// counts that their bytes cannot hold, or go on behind the geometry. Takes memory in proportion to
-/// the bytes, whatever they say. O(bytes).
+/// counts that their bytes cannot hold, or continue after the geometry. Takes memory in proportion
+/// to the bytes, whatever they say. O(bytes).
 qcOutlines qf_FromWkb(std::span<const std::span<const std::byte>> values);
 
 /// One feature as a polygon or linestring, or where it has several parts as a multipolygon or

@@ -24,7 +24,7 @@ enum WkbType : std::uint32_t {
   eCollection = 7
 };
 
-/// Why a value is no feature.
+/// Why a value is not a feature.
 class WkbProblem : public std::runtime_error {
  public:
   using std::runtime_error::runtime_error;

@@ -63,7 +63,7 @@ bool areasAgree(std::span<const Piece> edges, const Faces& faces, std::span<cons
       rings[winding.ring].missing = rings[winding.ring].missing - areas[i] * Twofold(winding.times);
   }
   const double rounding = roundingOfAreas(edges.size());
-  // A ring that is moved by so much sweeps over no more than this.
+  // A ring whose edges are moved that far sweeps over no larger area than this.
   return std::all_of(rings.begin(), rings.end(), [&](const Account& ring) {
     return std::abs(ring.missing.high) <= rounding + 2.0 * (ring.length + 4.0 * moved) * moved;
   });

@@ -16,8 +16,8 @@ namespace cntr::sets {
 
 using plane::Twofold;
 
-/// The area of all faces with each of `faces.windings` together, 0 for the outside. O(n).
-/// REQUIRES: as node() does of coordinates.
+/// For each of `faces.windings` the area of all faces that have it together, 0 for the outside.
+/// O(n). REQUIRES: coordinates as for node().
 std::vector<Twofold> areasOf(const Faces& faces);
 
 /// The sum of the rings' signed areas, counter-clockwise positive. O(n).

@@ -12,9 +12,9 @@
 namespace cntr::sets {
 
 /// The boundary of all faces whose windings are kept (`kept[i]` for `faces.windings[i]`), in the
-/// normal form of sets.h: a part for each piece of the area that hangs together in more than
-/// points, no ring passing a vertex twice. It depends on the set of boundary edges alone. O(n log
-/// n). REQUIRES: the outside is not kept.
+/// normal form of sets.h: a part for each piece of the area that is connected by more than points,
+/// no ring passing a vertex twice. It depends on the set of boundary edges alone. O(n log n).
+/// REQUIRES: the outside is not kept.
 std::vector<qcRings> boundaryOf(const Faces& faces, const std::vector<bool>& kept);
 
 }  // namespace cntr::sets

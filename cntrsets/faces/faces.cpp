@@ -139,7 +139,7 @@ void sweep(const std::vector<Point>& vertices, std::vector<Edge>& edges) {
     for (; i < edges.size() && edges[i].left == vertex; ++i) {
       const std::size_t before = active.size();
       places[i] = active.insert(hint, i);
-      // Edges that lie in each other or cross have not been cut: rounding can leave such ones where
+      // Edges that overlap or cross have not been cut: rounding can leave such edges where
       // coordinates differ by hundreds of orders of magnitude.
       if (active.size() == before)
         throw qcContourDefs::BadParams(L"the result is not valid: edges are not cut");

@@ -52,7 +52,7 @@ struct Faces {
 };
 
 /// A sweep from left to right over pieces that meet at their ends alone. Only signs of orientations
-/// are asked, which are exact, so nothing depends on rounding. O(n log n).
+/// are used, which are exact, so nothing depends on rounding. O(n log n).
 Faces facesOf(const std::vector<Piece>& pieces);
 
 }  // namespace cntr::sets

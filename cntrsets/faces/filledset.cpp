@@ -17,7 +17,7 @@
 namespace cntr::sets {
 namespace {
 
-/// The scaled coordinates have one unit in the last place: that of the largest.
+/// The largest scaled coordinate has this exponent, and so always the same unit in the last place.
 constexpr int scaledExponent = 480;
 constexpr int scaledUnit = scaledExponent - std::numeric_limits<double>::digits;
 /// Products of smaller coordinates lose digits.

@@ -21,7 +21,7 @@ namespace {
 /// by more.
 constexpr int freeRounds = 3;
 /// A round that makes more than this many times the cuts of the first one will be followed by
-/// worse: edges that lie along each other make thousands of millions within three rounds.
+/// worse: edges that lie along each other make billions of cuts within three rounds.
 constexpr std::size_t mostGrowth = 8;
 
 struct Cut {
