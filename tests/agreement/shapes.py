@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: MIT
-"""Outlines for the comparison: the samples, generated ones, and families that are nearly something else."""
+"""Outlines for the comparison: the samples, generated ones, and families that are nearly degenerate."""
 
 import json
 import math
