@@ -193,7 +193,7 @@ TEST(GeosContourTest, NoneOfTheOutlinesCrossesItself) {
 
 TEST(GeosContourTest, OutlinesWithVerticesExchangedCrossThemselvesAlike) {
   // Vertices of the samples lie on straight lines, where exchanging them makes edges overlap: for
-  // GEOS that is a crossing, here it is none.
+  // GEOS that is a crossing, here it is not.
   int crossing = 0;
   for (const shapes::Shape& outline : generatedOutlines()) {
     Points points = outline.points;

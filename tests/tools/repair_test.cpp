@@ -325,7 +325,7 @@ TEST_P(EachWalk, AllPartsOfAChainAreMerged) {
 }
 
 TEST_P(EachWalk, AnOutlineWithoutAWayRoundIsNamedAndWrittenAsItWas) {
-  // A pentagram of which every edge is crossed: there is none to start from.
+  // A pentagram: every edge is crossed, so there is none to start from.
   const std::string pentagram =
       polygon({"[[10,0],[-8.09,5.88],[3.09,-9.51],[3.09,9.51],[-8.09,-5.88]]"});
   const std::string file = collection({pentagram, polygon({square(0, 0, 4)})});

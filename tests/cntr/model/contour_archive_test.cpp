@@ -49,7 +49,7 @@ void expectSample(const qcContour& contour, unsigned long label) {
   EXPECT_EQ(contour.cachedVectorSize(), 3);
 }
 
-/// A contour that stores records of the version that it is told.
+/// A contour that stores records of a given version.
 class Versioned : public qcContour {
  public:
   Versioned(const qcContour& contour, unsigned char version)
@@ -320,7 +320,7 @@ qcContour storedAndLoaded(qcContour& contour) {
 
 TEST(ContourRoundTripTest, KeepsEveryBitOfNumbersThatAreNotFinite) {
   const std::vector<std::uint64_t> bits = {
-      0x7FF8000000ABCDEF,                      // not a number, with a payload
+      0x7FF8000000ABCDEF,                      // NaN with a payload
       0xFFF8000000000001,                      // a negative one
       0x7FF0000000000001,                      // a signalling one
       0x7FF0000000000000, 0xFFF0000000000000,  // infinities

@@ -244,7 +244,7 @@ TEST(ContourIntersectionsTest, OfAContourWhoseFirstVertexIsNotANumberAreNone) {
 
 TEST(ContourIntersectionsTest, OnTheSamePlaceAreLeftInTheOrderOfAnExchangeSort) {
   // Edges 0 and 1 meet the axis in (2, 0), edge 3 in (1, 0). The first exchange, of edges 0 and 3,
-  // takes edge 0 behind edge 1.
+  // moves edge 0 after edge 1.
   const ContourProbe contour = openContour({{2, -1}, {2, 0}, {2, 1}, {1, 1}, {1, -1}});
   const Crossings found = crossingsWithTouches(contour, {0, 0}, {3, 0});
   EXPECT_THAT(found.points, ElementsAre(Point(1, 0), Point(2, 0), Point(2, 0)));
@@ -538,7 +538,7 @@ TEST(ContourVertexIndexTest, AnswersCellByCellAndAscendingWithinACell) {
 }
 
 TEST(ContourVertexIndexTest, RoundsHalvesAwayFromZero) {
-  // A half belongs to column 1 or -1, hence behind or before those of column 0.
+  // A half belongs to column 1 or -1, hence after or before those of column 0.
   EXPECT_THAT(openContour({{0.5, 0}, {0, 0.6}}).vertexIndex({0, 0}, 1), ElementsAre(1, 0));
   EXPECT_THAT(openContour({{0, -0.6}, {-0.5, 0}}).vertexIndex({0, 0}, 1), ElementsAre(1, 0));
   EXPECT_THAT(openContour({{0, 0.5}, {0.1, 0.4}}).vertexIndex({0, 0}, 1), ElementsAre(1, 0));

@@ -134,8 +134,8 @@ TYPED_TEST(ContourDefsErrorTest, IsNotCaughtAsAnArchiveError) {
   EXPECT_EQ((caughtAs<qcArchive::Errors>(TypeParam())), "missed");
 }
 
-/// An exception that tells of its deletion. Nothing of it but the deletion is its own, so that it
-/// raises itself as its base.
+/// An exception that reports its deletion. Nothing else about it is its own, so that it raises
+/// itself as its base.
 template <class X>
 class Watched : public X {
  public:

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
-// What remembered answers take of the heap, and that all of it is given back when a shape is told
-// to forget them.
+// How much of the heap remembered answers take, and that all of it is given back when a shape is
+// told to forget them.
 
 #include <vector>
 
