@@ -37,7 +37,7 @@ Curve curveOf(const qcOutlines& outlines, std::size_t feature, std::size_t part,
 
 nb::object partOf(const qcOutlines& outlines, std::size_t feature, std::size_t part) {
   Curve outline = curveOf(outlines, feature, part, 0);
-  if (!outline.contour.isClosed()) return nb::cast(Contour(std::move(outline)));
+  if (!outline.isClosed()) return nb::cast(Contour(std::move(outline)));
   Part region{std::move(outline), {}};
   for (std::size_t ring = 1; ring < outlines.rings(feature, part); ++ring)
     region.holes.push_back(curveOf(outlines, feature, part, ring));

@@ -23,10 +23,9 @@ namespace python {
 template <class Element>
 nanobind::object newArray(std::vector<Element> elements, std::initializer_list<std::size_t> shape) {
   auto owned = std::make_unique<std::vector<Element>>(std::move(elements));
-  Element* const data = owned->data();
   const nanobind::capsule owner(
       owned.get(), [](void* list) noexcept { delete static_cast<std::vector<Element>*>(list); });
-  owned.release();
+  Element* const data = owned.release()->data();
   return nanobind::cast(nanobind::ndarray<nanobind::numpy, Element>(data, shape, owner));
 }
 
@@ -40,10 +39,9 @@ nanobind::object newArray(std::vector<Element> elements) {
 /// The same of elements that vectors do not hold as such.
 template <class Element>
 nanobind::object newArray(std::unique_ptr<Element[]> elements, std::size_t size) {
-  Element* const data = elements.get();
-  const nanobind::capsule owner(data,
+  const nanobind::capsule owner(elements.get(),
                                 [](void* list) noexcept { delete[] static_cast<Element*>(list); });
-  elements.release();
+  Element* const data = elements.release();
   return nanobind::cast(nanobind::ndarray<nanobind::numpy, Element>(data, {size}, owner));
 }
 

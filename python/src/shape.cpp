@@ -12,7 +12,7 @@ namespace python {
 namespace {
 
 bool areEqual(const Curve& a, const Curve& b) {
-  return a.contour == b.contour && a.edges == b.edges;
+  return a.contour() == b.contour() && a.edges == b.edges;
 }
 
 std::vector<Part> listOf(Part part) {

@@ -10,6 +10,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <memory>
 #include <mutex>
 #include <optional>
 #include <utility>
@@ -31,22 +32,28 @@ struct EdgeElements {
 };
 
 /// A ring or a line.
-struct Curve {
-  explicit Curve(qcContour contour_, EdgeElements edges_ = {})
-      : contour(std::move(contour_)), edges(std::move(edges_)) {}
-  /// The vertices alone: what they remember may be in use by another thread.
+class Curve {
+ public:
+  explicit Curve(const qcContour& contour, EdgeElements edges_ = {})
+      : edges(std::move(edges_)), contour_(std::make_unique<const qcContour>(contour)) {}
+  /// The vertices alone: what the other one remembers may be in use by another thread.
   Curve(const Curve& other)
-      : contour(other.points(), other.contour.isClosed(), other.contour.label()),
-        edges(other.edges) {}
-  Curve(Curve&& other) = default;
+      : Curve(qcContour(other.points(), other.isClosed(), other.label()), other.edges) {}
+  Curve(Curve&& other) noexcept = default;
   Curve& operator=(const Curve&) = delete;
   Curve& operator=(Curve&&) = delete;
   ~Curve() = default;
 
-  const std::vector<qcVector<2>>& points() const { return contour.points(); }
+  const std::vector<qcVector<2>>& points() const { return contour_->points(); }
+  bool isClosed() const { return contour_->isClosed(); }
+  unsigned long label() const { return contour_->label(); }
+  /// To be asked within Shape::ask().
+  const qcContour& contour() const { return *contour_; }
 
-  qcContour contour;
   EdgeElements edges;
+
+ private:
+  std::unique_ptr<const qcContour> contour_;
 };
 
 /// A line, or an outline with holes.
@@ -54,7 +61,7 @@ struct Part {
   Curve outline;
   std::vector<Curve> holes;
 
-  unsigned long label() const { return outline.contour.label(); }
+  unsigned long label() const { return outline.label(); }
   bool operator==(const Part& other) const;
 };
 
@@ -71,7 +78,7 @@ class Shape {
 
   const std::vector<Part>& parts() const { return parts_; }
   /// Whether it bounds areas. That of no parts does.
-  bool isClosed() const { return parts_.empty() || parts_.front().outline.contour.isClosed(); }
+  bool isClosed() const { return parts_.empty() || parts_.front().outline.isClosed(); }
   /// Its vertices as plain values; those of a line are an outline.
   std::vector<qcRings> rings() const;
   /// Of each part the outline, followed by its holes.

@@ -16,8 +16,6 @@ namespace python {
 
 namespace {
 
-std::string textOf(nb::handle object) { return nb::cast<std::string>(nb::str(object)); }
-
 std::string typeNameOf(nb::handle object) {
   return nb::cast<std::string>(object.type().attr("__name__"));
 }
@@ -93,7 +91,7 @@ Curve holeOf(nb::handle hole, std::size_t number) {
   const std::string argument = "holes[" + std::to_string(number) + "]";
   if (!nb::isinstance<Contour>(hole)) return curveOf(hole, argument.c_str(), true, 0, nb::none());
   const Curve& curve = nb::cast<const Contour&>(hole).curve();
-  if (!curve.contour.isClosed()) raiseValueError(argument + " must be a closed contour");
+  if (!curve.isClosed()) raiseValueError(argument + " must be a closed contour");
   return curve;
 }
 

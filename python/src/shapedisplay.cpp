@@ -69,8 +69,8 @@ std::string picture(const Shape& shape) {
   const double extent = longest > 0.0 ? longest : 1.0;
   qcSvgTablet tablet(extent * strokeWidth / pictureSize);
   for (const Curve* const curve : shape.curves()) {
-    Curve(*curve).contour.draw(tablet, qcContourDefs::eDrawContour, qcColor(31, 119, 180),
-                               qcUITablet::eOverlayLayer);
+    Curve(*curve).contour().draw(tablet, qcContourDefs::eDrawContour, qcColor(31, 119, 180),
+                                 qcUITablet::eOverlayLayer);
   }
   std::ostringstream svg;
   tablet.write(svg);
@@ -88,7 +88,7 @@ std::string picture(const Shape& shape) {
 nb::tuple coordinatesOf(const Curve& curve) {
   nb::list points;
   for (const qcVector<2>& p : curve.points()) points.append(nb::cast(p));
-  if (curve.contour.isClosed() && !curve.points().empty() &&
+  if (curve.isClosed() && !curve.points().empty() &&
       !(curve.points().size() > 1 && curve.points().front() == curve.points().back()))
     points.append(nb::cast(curve.points().front()));
   return nb::tuple(points);

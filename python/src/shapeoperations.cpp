@@ -55,9 +55,9 @@ Same transformed(const Same& shape, nb::handle matrix) {
   const qcXform<2> xform(qcMatrix<2>(m[0], m[1], m[3], m[4]), qcVector<2>(m[2], m[5]));
   const nb::gil_scoped_release released;
   return madeOf<Same>(changed(shape, [&xform](const Curve& curve) {
-    qcContour image({}, curve.contour.isClosed(), curve.contour.label());
-    Curve(curve).contour.map(xform, image);
-    return Curve(std::move(image));
+    qcContour image({}, curve.isClosed(), curve.label());
+    Curve(curve).contour().map(xform, image);
+    return Curve(image);
   }));
 }
 
@@ -75,14 +75,13 @@ template <class Same>
 Same simplified(const Same& shape, double tolerance) {
   const nb::gil_scoped_release released;
   std::vector<qcContour> contours;
-  for (const Curve* const curve : shape.curves()) contours.push_back(Curve(*curve).contour);
+  for (const Curve* const curve : shape.curves()) contours.push_back(Curve(*curve).contour());
   const std::vector<std::vector<std::size_t>> kept = qf_KeptVertices(contours, tolerance);
   auto next = kept.begin();
   return madeOf<Same>(changed(shape, [&next](const Curve& curve) {
     const std::vector<std::size_t>& numbers = *next++;
-    return Curve(
-        qcContour(picked(curve.points(), numbers), curve.contour.isClosed(), curve.contour.label()),
-        {picked(curve.edges.magnitudes, numbers), picked(curve.edges.angles, numbers)});
+    return Curve(qcContour(picked(curve.points(), numbers), curve.isClosed(), curve.label()),
+                 {picked(curve.edges.magnitudes, numbers), picked(curve.edges.angles, numbers)});
   }));
 }
 

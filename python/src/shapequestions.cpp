@@ -48,7 +48,7 @@ std::vector<Point> nearestPoints(const Shape& shape, Points points) {
   std::vector<Point> candidates(points.size());
   bool isFirst = true;
   for (const Curve* const curve : shape.curves()) {
-    curve->contour.closestPoint(points, false, candidates);
+    curve->contour().closestPoint(points, false, candidates);
     for (std::size_t i = 0; i < points.size(); ++i) {
       if (isFirst || points[i].distance(candidates[i]) < points[i].distance(nearest[i]))
         nearest[i] = candidates[i];
@@ -122,9 +122,10 @@ std::vector<Place> nearestVertices(const Shape& shape, Points points) {
   std::vector<Place> nearest;
   nearest.reserve(points.size());
   for (const Point& p : points) {
-    Place best = placeOf(*curves[0], 0, curves[0]->contour.closestVertexIndex(p));
+    Place best = placeOf(*curves[0], 0, curves[0]->contour().closestVertexIndex(p));
     for (std::size_t ring = 1; ring < curves.size(); ++ring) {
-      const Place other = placeOf(*curves[ring], ring, curves[ring]->contour.closestVertexIndex(p));
+      const Place other =
+          placeOf(*curves[ring], ring, curves[ring]->contour().closestVertexIndex(p));
       if (p.distance(other.point) < p.distance(best.point)) best = other;
     }
     nearest.push_back(best);
@@ -160,7 +161,7 @@ nb::object extremalVertex(const Shape& shape, double degrees) {
   const Place place = shape.ask([&] {
     shape.requireVertices(fewestInCurve);
     const Curve& outline = shape.parts().front().outline;
-    const long index = outline.contour.extremalVertexIndex(qcDegree(degrees));
+    const long index = outline.contour().extremalVertexIndex(qcDegree(degrees));
     if (index < 0)
       throw qcContourDefs::BadParams(L"no vertex has a finite position in that direction");
     return placeOf(outline, 0, index);
@@ -175,7 +176,7 @@ nb::object intersections(const Shape& shape, nb::handle given, bool holes, bool 
   shape.ask([&] {
     shape.requireVertices(fewestInCurve);
     const auto add = [&](const Curve& curve) {
-      const std::vector<Point> more = curve.contour.intersections(segment, touches);
+      const std::vector<Point> more = curve.contour().intersections(segment, touches);
       crossings.insert(crossings.end(), more.begin(), more.end());
     };
     for (const Part& part : shape.parts()) {
@@ -187,7 +188,7 @@ nb::object intersections(const Shape& shape, nb::handle given, bool holes, bool 
 }
 
 bool isSelfIntersecting(const Shape& shape) {
-  return shape.ask([&] { return shape.parts().front().outline.contour.isSelfIntersecting(); });
+  return shape.ask([&] { return shape.parts().front().outline.contour().isSelfIntersecting(); });
 }
 
 /// Each outline, or one with another.

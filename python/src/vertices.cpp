@@ -38,7 +38,7 @@ void defineVertices(Class& shape) {
       nb::sig("def points(self, /) -> numpy.typing.NDArray[numpy.float64]"),
       "The vertices, shape (n, 2): a read-only view without a copy.");
   shape.def_prop_ro(
-      "label", [](nb::handle self) { return outlineOf(self).contour.label(); },
+      "label", [](nb::handle self) { return outlineOf(self).label(); },
       "A number for the caller's own use; 0 unless given.");
   shape.def_prop_ro("edges", edgesOf,
                     nb::sig("def edges(self, /) -> tuple[numpy.typing.NDArray[numpy.uint16], "

@@ -111,3 +111,26 @@ def test_sets_survive_pickling_and_copying_whole() -> None:
     for again in (pickle.loads(pickle.dumps(both)), copy.copy(both), copy.deepcopy(both)):
         assert again == both
         assert again[0].label == 9
+
+
+def test_features_of_a_table_keep_labels_holes_and_edge_elements() -> None:
+    edges = ([1, 2, 3, 65535], [5, 6, 7, 255])
+    hole = cntr.Contour(HOLE, edges=([9, 8, 7, 6], [1, 0, 1, 0]))
+    region = cntr.Region(SQUARE, [hole, np.add(HOLE, 4)], 7, edges)
+    line = cntr.Contour(SQUARE, False, 3, edges)
+    plain = cntr.Region(HOLE)
+    table = cntr.Outlines.from_regions([region, line, plain, cntr.RegionSet([region, plain])])
+    assert [table[0], table[1], table[2], table[3]] == [region, line, plain, [region, plain]]
+    assert table.labels.tolist() == [7, 3, 0, -1]
+
+
+def test_a_set_without_regions_is_a_feature_without_geometry() -> None:
+    table = cntr.Outlines.from_regions([cntr.RegionSet()])
+    assert table[0] is None
+    assert table.problems == {0: "empty"}
+
+
+def test_features_are_made_of_shapes_alone() -> None:
+    with pytest.raises(TypeError) as raised:
+        cntr.Outlines.from_regions([SQUARE])  # type: ignore[list-item]
+    assert str(raised.value) == "a Contour, a Region or a RegionSet is needed, not list"
