@@ -159,6 +159,8 @@ class qcOutlinesBuilder {
 
   // Ring by ring.
 
+  /// Makes room for as many vertices in all.
+  void reserve(std::size_t vertices) { coordinates_.reserve(2 * vertices); }
   /// Begins a ring, and gives the place for its vertices, x and y in turn, zeros at first. It is
   /// valid until the next call.
   std::span<double> addRing(std::size_t vertices);

@@ -28,6 +28,9 @@ std::vector<std::byte> qf_ToWkb(const qcOutlines& outlines, std::size_t feature,
 
 namespace table {
 
+/// A vertex takes as many bytes at least.
+inline constexpr std::size_t wkbVertexSize = 2 * sizeof(double);
+
 /// Adds the feature of one value.
 void addWkb(std::span<const std::byte> value, qcOutlinesBuilder& builder);
 

@@ -225,6 +225,9 @@ void table::addWkb(std::span<const std::byte> value, qcOutlinesBuilder& builder)
 
 qcOutlines qf_FromWkb(std::span<const std::span<const std::byte>> values) {
   qcOutlinesBuilder builder;
+  std::size_t bytes = 0;
+  for (const std::span<const std::byte> value : values) bytes += value.size();
+  builder.reserve(bytes / table::wkbVertexSize);
   for (const std::span<const std::byte> value : values) table::addWkb(value, builder);
   return builder.finish();
 }

@@ -10,9 +10,12 @@
 #include <python/src/measured.h>
 #include <python/src/newarrays.h>
 #include <python/src/outlines.h>
+#include <python/src/outlinestate.h>
 
+#include <algorithm>
 #include <array>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include <cntrtable/joining.h>
@@ -99,6 +102,33 @@ nb::dict problemsOf(const qcOutlines& self) {
   return problems;
 }
 
+bool isSameRing(const qcOutlines& a, const qcOutlines& b, std::size_t feature, std::size_t part,
+                std::size_t ring) {
+  const auto edgesOf = [](const qcEdgelet& edgelet) {
+    return std::pair(edgelet.magnitude(), edgelet.angle().steps());
+  };
+  return std::ranges::equal(a.ring(feature, part, ring), b.ring(feature, part, ring)) &&
+         std::ranges::equal(a.edgelets(feature, part, ring), b.edgelets(feature, part, ring), {},
+                            edgesOf, edgesOf);
+}
+
+bool isSameFeature(const qcOutlines& a, const qcOutlines& b, std::size_t feature) {
+  if (a.kind(feature) != b.kind(feature) || a.parts(feature) != b.parts(feature)) return false;
+  for (std::size_t part = 0; part < a.parts(feature); ++part) {
+    if (a.rings(feature, part) != b.rings(feature, part)) return false;
+    for (std::size_t ring = 0; ring < a.rings(feature, part); ++ring)
+      if (!isSameRing(a, b, feature, part, ring)) return false;
+  }
+  return true;
+}
+
+bool isSame(const qcOutlines& a, const qcOutlines& b) {
+  if (a.size() != b.size()) return false;
+  for (std::size_t i = 0; i < a.size(); ++i)
+    if (!isSameFeature(a, b, i)) return false;
+  return true;
+}
+
 std::string describeOutlines(const qcOutlines& self) {
   std::array<std::size_t, 3> counts{};
   for (std::size_t i = 0; i < self.size(); ++i) ++counts[static_cast<std::size_t>(self.kind(i))];
@@ -126,6 +156,12 @@ void bindOutlines(nb::module_& module) {
       .def("__iter__", iteratorOver,
            nb::sig("def __iter__(self) -> collections.abc.Iterator[Contour | Region | "
                    "list[Contour] | list[Region] | None]"))
+      .def(
+          "__eq__",
+          [](const qcOutlines& self, const qcOutlines& other) { return isSame(self, other); },
+          nb::is_operator(), nb::sig("def __eq__(self, other: object, /) -> bool"),
+          "Whether all features are equal: kinds, vertices, holes and edge elements. Labels do\n"
+          "not count, nor why there is no geometry.")
       .def("vertices", verticesOf, nb::arg("feature"), nb::arg("part") = 0, nb::arg("ring") = 0,
            nb::sig("def vertices(self, feature: int, part: int = 0, ring: int = 0) -> "
                    "numpy.typing.NDArray[numpy.float64]"),
@@ -154,9 +190,11 @@ void bindOutlines(nb::module_& module) {
            "What each feature fills by the rule, 'nonzero' or 'evenodd', as valid outlines\n"
            "with holes, with its label. Lines stay as they are; a feature without area becomes\n"
            "one without geometry. Edge elements are left out.");
+  type.attr("__hash__") = nb::none();
   bindOutlineSources(type);
   bindImageSources(type);
   bindOutlineForms(type);
+  bindOutlineState(module, type);
 }
 
 }  // namespace python

@@ -1,15 +1,17 @@
 // SPDX-License-Identifier: MIT
 //
-// What is made of Outlines: Arrow and well-known binary.
+// What is made of Outlines: Arrow, well-known binary, ragged arrays and Shapely's geometries.
 
 #include <nanobind/stl/string.h>
 #include <python/src/arrowcapsules.h>
+#include <python/src/newarrays.h>
 #include <python/src/outlines.h>
 
 #include <array>
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include <cntrtable/geoarrow.h>
 
@@ -85,6 +87,23 @@ nb::list toWkb(const qcOutlines& self) {
   return isLarge ? bytesIn<std::int64_t>(column.array()) : bytesIn<std::int32_t>(column.array());
 }
 
+nb::object toShapely(const qcOutlines& self) {
+  const nb::object values = nb::module_::import_("numpy").attr("array")(toWkb(self), "object");
+  return nb::module_::import_("shapely").attr("from_wkb")(values);
+}
+
+nb::tuple toRagged(const qcOutlines& self) {
+  qcRaggedArrays arrays;
+  {
+    const nb::gil_scoped_release others;
+    arrays = self.toRagged();
+  }
+  const std::size_t vertices = arrays.coordinates.size() / 2;
+  return nb::make_tuple(newArray(std::move(arrays.coordinates), {vertices, 2}),
+                        newArray(std::move(arrays.rings)), newArray(std::move(arrays.parts)),
+                        newArray(std::move(arrays.features)));
+}
+
 }  // namespace
 
 void bindOutlineForms(OutlinesClass& type) {
@@ -96,7 +115,17 @@ void bindOutlineForms(OutlinesClass& type) {
            "labels and edge elements are left out. Raises BadParamsError for a layout that\n"
            "cannot hold a feature.")
       .def("to_wkb", toWkb, nb::sig("def to_wkb(self) -> list[bytes | None]"),
-           "Well-known binary of each feature, None of those without geometry.");
+           "Well-known binary of each feature, None of those without geometry.")
+      .def("to_shapely", toShapely,
+           nb::sig("def to_shapely(self) -> numpy.typing.NDArray[numpy.object_]"),
+           "Shapely's geometries, None of features without one. Needs shapely, which raises\n"
+           "GEOSException for rings of fewer than 3 vertices.")
+      .def("to_ragged", toRagged,
+           nb::sig("def to_ragged(self) -> tuple[numpy.typing.NDArray[numpy.float64], "
+                   "numpy.typing.NDArray[numpy.int64], numpy.typing.NDArray[numpy.int64], "
+                   "numpy.typing.NDArray[numpy.int64]]"),
+           "Ragged arrays: vertices of shape (n, 2), and the offsets of rings, parts and\n"
+           "features. Rings repeat their first vertex; features without geometry have no parts.");
   defineArrowMethods(
       type, [](const qcOutlines& self) { return columnOf(self, qcArrowLayout::eFitting); });
 }

@@ -1,13 +1,16 @@
 // SPDX-License-Identifier: MIT
 //
-// Where Outlines come from: Arrow and well-known binary.
+// Where Outlines come from: Arrow, well-known binary, ragged arrays and other shapes.
 
 #include <nanobind/stl/string.h>
+#include <python/src/arrays.h>
 #include <python/src/arrowcapsules.h>
 #include <python/src/features.h>
 #include <python/src/outlines.h>
 
 #include <cstddef>
+#include <cstdint>
+#include <memory>
 #include <span>
 #include <string>
 #include <vector>
@@ -33,7 +36,10 @@ class WkbList {
   }
 
   qcOutlines outlines() const {
+    std::size_t bytes = 0;
+    for (const Bytes& value : values_) bytes += value.size();
     qcOutlinesBuilder builder;
+    builder.reserve(bytes / table::wkbVertexSize);
     for (const Bytes& value : values_) {
       if (value.data() == nullptr) {
         builder.failFeature("null");
@@ -71,6 +77,55 @@ qcOutlines fromWkb(nb::handle values) {
   return list.outlines();
 }
 
+/// Keeps the array; whoever drops it last need not hold the GIL.
+std::shared_ptr<const PointArray> keptPoints(nb::handle given) {
+  return {new PointArray(given, "xy"), [](const PointArray* array) {
+            const nb::gil_scoped_acquire held;
+            delete array;
+          }};
+}
+
+std::vector<std::int64_t> offsetsIn(nb::handle given, const char* argument) {
+  if (given.is_none()) return {};
+  const nb::object array = nb::module_::import_("numpy").attr("asarray")(given);
+  const std::string kind = textOf(array.attr("dtype").attr("kind"));
+  if ((kind != "i" && kind != "u") || nb::cast<int>(array.attr("ndim")) != 1) {
+    const std::string message =
+        std::string(argument) + " must be a list of whole numbers, not an array of " +
+        textOf(array.attr("dtype")) + " of the shape " + textOf(array.attr("shape"));
+    throw nb::type_error(message.c_str());
+  }
+  using Numbers = nb::ndarray<nb::numpy, const std::int64_t, nb::ndim<1>, nb::c_contig>;
+  const auto numbers =
+      nb::cast<Numbers>(nb::module_::import_("numpy").attr("ascontiguousarray")(array, "int64"));
+  return {numbers.data(), numbers.data() + numbers.size()};
+}
+
+qcOutlines fromRagged(nb::handle xy, nb::handle rings, nb::handle features, nb::handle parts,
+                      const std::string& kind) {
+  if (kind != "areas" && kind != "lines") {
+    const std::string message = "kind must be 'areas' or 'lines', not '" + kind + "'";
+    throw nb::value_error(message.c_str());
+  }
+  const auto points = keptPoints(xy);
+  const std::vector<std::int64_t> ringOffsets = offsetsIn(rings, "ring_offsets");
+  const std::vector<std::int64_t> featureOffsets = offsetsIn(features, "feature_offsets");
+  const std::vector<std::int64_t> partOffsets = offsetsIn(parts, "part_offsets");
+  qcRaggedOutlines arrays;
+  arrays.kind = kind == "areas" ? qcOutlineKind::eAreas : qcOutlineKind::eLines;
+  arrays.coordinates = points->coordinates();
+  arrays.rings = ringOffsets;
+  arrays.parts = partOffsets;
+  arrays.features = featureOffsets;
+  const nb::gil_scoped_release others;
+  return qcOutlines::fromRagged(arrays, points);
+}
+
+qcOutlines fromShapely(nb::handle geometries) {
+  const nb::object array = nb::module_::import_("numpy").attr("atleast_1d")(geometries);
+  return fromWkb(nb::module_::import_("shapely").attr("to_wkb")(array));
+}
+
 qcOutlines fromRegions(const nb::iterable& shapes) {
   qcOutlinesBuilder builder;
   for (const nb::handle shape : shapes) addShape(builder, shape);
@@ -93,6 +148,25 @@ void bindOutlineSources(OutlinesClass& type) {
               "def from_wkb(values: collections.abc.Iterable[bytes | None] | object) -> Outlines"),
           "The features of well-known binary: a list or array of bytes and None, or an Arrow\n"
           "column of binary. A value that cannot be read becomes a feature without geometry.")
+      .def_static(
+          "from_ragged", fromRagged, nb::arg("xy"), nb::arg("ring_offsets"),
+          nb::arg("feature_offsets") = nb::none(), nb::arg("part_offsets") = nb::none(),
+          nb::kw_only(), nb::arg("kind") = "areas",
+          nb::sig("def from_ragged(xy: numpy.typing.ArrayLike, ring_offsets: "
+                  "numpy.typing.ArrayLike, feature_offsets: numpy.typing.ArrayLike | None = None, "
+                  "part_offsets: numpy.typing.ArrayLike | None = None, *, kind: "
+                  "typing.Literal['areas', 'lines'] = 'areas') -> Outlines"),
+          "The features of ragged arrays. `xy` of shape (n, 2) has the vertices of all rings: an\n"
+          "array of float64 in C order is not copied, and must not be written to any more.\n"
+          "Offsets tell where each ring, part and feature begins in the vertices, rings and\n"
+          "parts, and where the last one ends. Without part_offsets each feature is one part,\n"
+          "its outline followed by its holes; without feature_offsets each ring or part is a\n"
+          "feature. A ring may repeat its first vertex at its end.")
+      .def_static(
+          "from_shapely", fromShapely, nb::arg("geometries"),
+          nb::sig("def from_shapely(geometries: object) -> Outlines"),
+          "The features of Shapely's geometries: one, a list, or an array with None in it.\n"
+          "Needs shapely.")
       .def_static(
           "from_regions", fromRegions, nb::arg("regions"),
           nb::sig("def from_regions(regions: collections.abc.Iterable[Shape]) -> Outlines"),
