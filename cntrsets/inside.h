@@ -26,20 +26,22 @@
 /// beyond it: an edge between two filled faces is inside, one on the boundary may fall on either
 /// side.
 ///
-/// Rings of less than 3 vertices hold no points, and no point outside the box of all outlines is
+/// Rings of fewer than 3 vertices hold no points, and no point outside the box of all outlines is
 /// inside. Points may have any coordinates.
 ///
 /// Questions remember what later ones need and never change an answer; therefore a feature belongs
 /// to one thread at a time, as shapes do. The first point in the box costs as much as
-/// qf_RingContact() and a pass over all edges; after a few O(log n) for well-behaved outlines;
-/// after as many as there are vertices most answers are a look-up of some nanoseconds, in up to 300
-/// bytes for each vertex. O(n) for each point at worst.
+/// qf_RingContact() and a pass over all edges; after a few points, one costs O(log n) for
+/// well-behaved outlines; after as many as there are vertices, most answers are a look-up of some
+/// nanoseconds, in up to 300 bytes for each vertex. O(n) for each point at worst.
 class CNTRSETS_EXPORT qcInside {
  public:
   /// Of a copy of the feature. Throws qcContourDefs::BadParams "a coordinate is not a finite
   /// number". O(n).
   explicit qcInside(const std::vector<qcRings>& feature);
+  /// Takes over the feature of `other`, which can then only be assigned to or destroyed.
   qcInside(qcInside&& other) noexcept;
+  /// The same, in place of this object's feature.
   qcInside& operator=(qcInside&& other) noexcept;
   ~qcInside();
 

@@ -13,8 +13,8 @@
 
 namespace tool {
 
-/// The size of an image, and the file that it comes from: the image itself, or outlines that name
-/// it.
+/// The size of an image, and the file that states it: the image itself, or a file of outlines that
+/// come from it.
 struct ImageSize {
   std::string file;
   double width;
