@@ -17,7 +17,7 @@ static_assert(sizeof(double) == 8 && std::numeric_limits<double>::is_iec559);
 
 namespace {
 
-/// `cntr/contour line 904`: what an UnknownVersion says of itself.
+/// `cntr/contour line 904`: the description of an UnknownVersion.
 std::wstring describeCheck(const char* source, int line) {
   if (source == nullptr) return L"a record of a version that is not known";
   std::wstring text(source, source + std::strlen(source));

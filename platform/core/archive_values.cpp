@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 //
 // The archive operators of the plain values: angles, vectors, matrices, transforms. They have no
-// version. Storing never writes to the value, so that objects shared between threads can be stored
-// on both. The basic types are in archive.cpp, lists in archive_lists.cpp.
+// version. Storing never writes to the value, so that several threads can store an object that they
+// share. The basic types are in archive.cpp, lists in archive_lists.cpp.
 
 #include <platform/core/archive.h>
 #include <platform/core/xform.h>

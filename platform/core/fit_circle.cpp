@@ -17,7 +17,7 @@ namespace qnFit {
 namespace {
 
 constexpr std::size_t fewestPointsOfACircle = 3;
-/// Steps at full length; shares of them take that many more.
+/// The limit on steps at full length; with shorter steps there may be proportionally more.
 constexpr double maxFullSteps = 200.0;
 constexpr double maxShortSteps = 1e5;
 /// Steps this small relative to the radius, or expected to reduce the sum of squares by less than

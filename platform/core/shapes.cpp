@@ -76,7 +76,7 @@ const qcVector<2>& qcPolygon::operator[](long index) const {
 
 void qcPolygon::BadIndex::suicideAndRethrow() { qf_DeleteAndThrowCopy(this); }
 
-/// The fill mode as unsigned long; what is neither 0 nor 1 is no fill mode.
+/// The fill mode as unsigned long; anything but 0 and 1 is refused.
 static qcArchive& operator||(qcArchive& archive, qcPolygon::PolyFillMode& fillMode) {
   unsigned long value = fillMode;
   archive || value;

@@ -25,8 +25,8 @@ std::streamsize countFrom(std::streambuf* buffer, Transfer transfer) noexcept {
   }
 }
 
-/// Adds `state` to that of the stream, without the exception that the stream may have been told to
-/// throw then.
+/// Adds `state` to that of the stream, without the exception that the stream may have been set up
+/// to throw then.
 void addState(std::ios& stream, std::ios::iostate state) {
   try {
     stream.setstate(state);
