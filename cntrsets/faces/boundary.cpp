@@ -22,7 +22,7 @@ struct BoundarySide {
   std::size_t edge;
 };
 
-struct Ring {
+struct BoundaryRing {
   /// Vertex numbers, the smallest first.
   std::vector<std::size_t> vertices;
   bool isHole = false;
@@ -90,13 +90,13 @@ class Boundary {
     walk_.erase(first, walk_.end());
   }
 
-  Ring ringOf(std::vector<BoundarySide> sides) const {
+  BoundaryRing ringOf(std::vector<BoundarySide> sides) const {
     std::rotate(sides.begin(),
                 std::min_element(
                     sides.begin(), sides.end(),
                     [](const BoundarySide& a, const BoundarySide& b) { return a.from < b.from; }),
                 sides.end());
-    Ring ring;
+    BoundaryRing ring;
     for (const BoundarySide& side : sides) ring.vertices.push_back(side.from);
     ring.isHole = orientation(point(sides.back().from), point(sides.front().from),
                               point(sides.front().to)) < 0;
@@ -149,14 +149,14 @@ class Boundary {
   }
 
   std::vector<qcRings> sortedParts() const {
-    std::vector<const Ring*> sorted;
-    for (const Ring& ring : rings_) sorted.push_back(&ring);
-    std::sort(sorted.begin(), sorted.end(), [](const Ring* a, const Ring* b) {
+    std::vector<const BoundaryRing*> sorted;
+    for (const BoundaryRing& ring : rings_) sorted.push_back(&ring);
+    std::sort(sorted.begin(), sorted.end(), [](const BoundaryRing* a, const BoundaryRing* b) {
       return a->isHole != b->isHole ? b->isHole : a->vertices < b->vertices;
     });
     std::vector<qcRings> parts;
     std::vector<std::size_t> partOfRing(rings_.size());
-    for (const Ring* ring : sorted) {
+    for (const BoundaryRing* ring : sorted) {
       if (ring->isHole) {
         parts[partOfRing[ring->outline]].holes.push_back(pointsOf(*ring));
       } else {
@@ -169,7 +169,7 @@ class Boundary {
 
   const Point& point(std::size_t vertex) const { return faces_.vertices[vertex]; }
 
-  std::vector<Point> pointsOf(const Ring& ring) const {
+  std::vector<Point> pointsOf(const BoundaryRing& ring) const {
     std::vector<Point> points;
     points.reserve(ring.vertices.size());
     for (const std::size_t vertex : ring.vertices) points.push_back(point(vertex));
@@ -185,7 +185,7 @@ class Boundary {
   /// The walk that is under way, and where on it vertices are.
   std::vector<BoundarySide> walk_;
   std::vector<std::size_t> onWalk_;
-  std::vector<Ring> rings_;
+  std::vector<BoundaryRing> rings_;
   std::vector<std::size_t> ringOfEdge_;
 };
 
