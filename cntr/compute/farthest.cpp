@@ -95,16 +95,24 @@ class Search {
   void visit(std::size_t level, std::size_t a, std::size_t b) {
     const double reach = squaredReach(index_.boxes(level)[a], index_.boxes(level)[b]);
     if (!best_.mayBeBeaten(reach, lowestVertex(level, a), lowestVertex(level, b))) return;
+    if (level == 0) return compare(a, b);
     const auto [firstA, lastA] = index_.childrenOf(level, a);
     const auto [firstB, lastB] = index_.childrenOf(level, b);
     for (std::size_t i = firstA; i < lastA; ++i) {
-      for (std::size_t j = std::max(i, firstB); j < lastB; ++j) {
-        if (level == 0) {
-          best_.offer(path_, path_.endOf(i), path_.endOf(j));
-        } else {
-          visit(level - 1, i, j);
-        }
-      }
+      for (std::size_t j = std::max(i, firstB); j < lastB; ++j) visit(level - 1, i, j);
+    }
+  }
+
+  /// Offers the pairs of vertices under two boxes of edges, where one of them reaches so far.
+  void compare(std::size_t a, std::size_t b) {
+    const auto [firstA, lastA] = index_.childrenOf(0, a);
+    const auto [firstB, lastB] = index_.childrenOf(0, b);
+    const plane::Box& box = index_.boxes(0)[b];
+    for (std::size_t i = firstA; i < lastA; ++i) {
+      const qcVector<2>& p = path_.points[path_.endOf(i)];
+      if (!best_.reaches(squaredReach(plane::edgeBox(p, p), box))) continue;
+      for (std::size_t j = std::max(i, firstB); j < lastB; ++j)
+        best_.offer(path_, path_.endOf(i), path_.endOf(j));
     }
   }
 
