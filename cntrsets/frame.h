@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstddef>
 #include <span>
 #include <vector>
 
@@ -15,15 +16,31 @@
 
 namespace cntr::sets {
 
+/// The box of all vertices. Even and odd ones apart: two chains of comparisons run side by side.
+inline plane::Box boxOf(const std::vector<std::span<const qcVector<2>>>& rings) {
+  plane::Box even;
+  plane::Box odd;
+  for (const std::span<const qcVector<2>>& ring : rings) {
+    std::size_t i = 0;
+    for (; i + 1 < ring.size(); i += 2) {
+      even.add(ring[i]);
+      odd.add(ring[i + 1]);
+    }
+    if (i < ring.size()) even.add(ring[i]);
+  }
+  even.add(odd);
+  return even;
+}
+
 /// Where coordinates are counted from, and a power of two that they are multiplied with so that the
 /// feature's size is about 1.
 class Frame {
  public:
   /// REQUIRES: coordinates are finite.
-  explicit Frame(const std::vector<std::span<const qcVector<2>>>& rings) {
-    plane::Box box;
-    for (const std::span<const qcVector<2>>& ring : rings)
-      for (const qcVector<2>& p : ring) box.add(p);
+  explicit Frame(const std::vector<std::span<const qcVector<2>>>& rings) : Frame(boxOf(rings)) {}
+
+  /// Of vertices in this box.
+  explicit Frame(const plane::Box& box) {
     if (!(box.minX <= box.maxX)) return;
     // Halves first: the differences of the largest doubles would overflow.
     const double extent =

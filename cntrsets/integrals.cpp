@@ -78,29 +78,52 @@ class AreaSum {
   LongSum<Lanes> sum_;
 };
 
-class MomentSums {
+/// What the area and the centre come from.
+class CentreSums {
  public:
   [[gnu::always_inline]] void add(const LanePoints& a, const LanePoints& b) {
     area2_.add(a, b);
     const TwofoldLanes cross = productOf(a.x, b.y) - productOf(b.x, a.y);
-    const TwofoldLanes x = sumOf(a.x, b.x);
-    const TwofoldLanes y = sumOf(a.y, b.y);
-    x6_.add(cross * x);
-    y6_.add(cross * y);
-    xx12_.add(cross * (x * x - productOf(a.x, b.x)));
-    yy12_.add(cross * (y * y - productOf(a.y, b.y)));
-    xy24_.add(cross * (x * y + (productOf(a.x, a.y) + productOf(b.x, b.y))));
+    x6_.add(cross * sumOf(a.x, b.x));
+    y6_.add(cross * sumOf(a.y, b.y));
   }
 
   [[gnu::always_inline]] Integrals value() const {
-    return {area2_.value(), valueOf(x6_),   valueOf(y6_),
-            valueOf(xx12_), valueOf(xy24_), valueOf(yy12_)};
+    Integrals integrals;
+    integrals.area2 = area2_.value();
+    integrals.x6 = valueOf(x6_);
+    integrals.y6 = valueOf(y6_);
+    return integrals;
   }
 
  private:
   AreaSum area2_;
   LongSum<Lanes> x6_;
   LongSum<Lanes> y6_;
+};
+
+class MomentSums {
+ public:
+  [[gnu::always_inline]] void add(const LanePoints& a, const LanePoints& b) {
+    centre_.add(a, b);
+    const TwofoldLanes cross = productOf(a.x, b.y) - productOf(b.x, a.y);
+    const TwofoldLanes x = sumOf(a.x, b.x);
+    const TwofoldLanes y = sumOf(a.y, b.y);
+    xx12_.add(cross * (x * x - productOf(a.x, b.x)));
+    yy12_.add(cross * (y * y - productOf(a.y, b.y)));
+    xy24_.add(cross * (x * y + (productOf(a.x, a.y) + productOf(b.x, b.y))));
+  }
+
+  [[gnu::always_inline]] Integrals value() const {
+    Integrals integrals = centre_.value();
+    integrals.xx12 = valueOf(xx12_);
+    integrals.xy24 = valueOf(xy24_);
+    integrals.yy12 = valueOf(yy12_);
+    return integrals;
+  }
+
+ private:
+  CentreSums centre_;
   LongSum<Lanes> xx12_;
   LongSum<Lanes> xy24_;
   LongSum<Lanes> yy12_;
@@ -143,6 +166,11 @@ bool isNewProcessor() { return __builtin_cpu_supports("avx2"); }
   return sumOver<MomentSums>(ring, frame);
 }
 
+[[gnu::target("avx2")]] Integrals firstIntegralsOnNewProcessor(std::span<const qcVector<2>> ring,
+                                                               const Frame& frame) {
+  return sumOver<CentreSums>(ring, frame);
+}
+
 [[gnu::target("avx2")]] Twofold areaOnNewProcessor(std::span<const qcVector<2>> ring,
                                                    const Frame& frame) {
   return sumOver<AreaSum>(ring, frame);
@@ -161,6 +189,13 @@ Integrals integralsOf(std::span<const qcVector<2>> ring, const Frame& frame) {
 
 Integrals integralsOnAnyProcessor(std::span<const qcVector<2>> ring, const Frame& frame) {
   return sumOver<MomentSums>(ring, frame);
+}
+
+Integrals firstIntegralsOf(std::span<const qcVector<2>> ring, const Frame& frame) {
+#if defined(__x86_64__) && defined(__linux__)
+  if (isNewProcessor()) return firstIntegralsOnNewProcessor(ring, frame);
+#endif
+  return sumOver<CentreSums>(ring, frame);
 }
 
 plane::Twofold doubledAreaOf(std::span<const qcVector<2>> ring, const Frame& frame) {

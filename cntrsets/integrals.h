@@ -33,7 +33,10 @@ struct Integrals {
 /// Over the ring in the coordinates of the frame, negative where it runs clockwise.
 Integrals integralsOf(std::span<const qcVector<2>> ring, const Frame& frame);
 
-/// The same without the instructions of newer processors.
+/// The first three of them alone, the same bits.
+Integrals firstIntegralsOf(std::span<const qcVector<2>> ring, const Frame& frame);
+
+/// All of them without the instructions of newer processors.
 Integrals integralsOnAnyProcessor(std::span<const qcVector<2>> ring, const Frame& frame);
 
 /// The first of the integrals alone.

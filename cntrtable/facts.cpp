@@ -9,8 +9,9 @@
 #include <span>
 
 #include <cntr/contourdefs.h>
-#include <cntr/plane/path.h>
+#include <cntr/plane/box.h>
 #include <cntr/regionst.h>
+#include <cntrsets/filledrings.h>
 #include <cntrsets/inscribed.h>
 #include <cntrsets/sets.h>
 #include <platform/core/hull.h>
@@ -21,7 +22,10 @@ namespace {
 
 using Point = qcVector<2>;
 using Ring = std::vector<Point>;
+using cntr::plane::Box;
+using cntr::sets::AreaAndCentre;
 using cntr::sets::Frame;
+using cntr::sets::RingList;
 
 /// An area up to this, in local coordinates, is the rounding of sums whose terms are about 1 and
 /// have twice a double's digits: that of a line walked there and back.
@@ -30,21 +34,18 @@ constexpr double roundingOfSums = 1e-24;
 /// How far the radius of the inscribed circle may stay below the largest, where extents are 1 to 2.
 constexpr double inscribedTolerance = 1e-6;
 
-std::vector<std::span<const Point>> ringsOf(const std::vector<qcRings>& parts) {
-  std::vector<std::span<const Point>> rings;
-  for (const qcRings& part : parts) {
-    rings.emplace_back(part.outline);
-    rings.insert(rings.end(), part.holes.begin(), part.holes.end());
-  }
-  return rings;
-}
-
-void requireFinite(const std::vector<std::span<const Point>>& rings) {
-  for (const std::span<const Point>& ring : rings) {
-    bool isFinite = true;
-    for (const Point& p : ring) isFinite &= std::isfinite(p.x()) && std::isfinite(p.y());
-    if (!isFinite) throw qcContourDefs::BadParams(L"a coordinate is not a finite number");
-  }
+/// The box of all vertices, whose coordinates are required to be finite.
+Box finiteBoxOf(const RingList& list) {
+  const Box box = cntr::sets::boxOf(list.rings());
+  std::size_t nans = 0;
+  for (const std::span<const Point>& ring : list.rings())
+    for (const Point& p : ring) nans += std::isnan(p.x()) || std::isnan(p.y()) ? 1U : 0U;
+  const bool isEmpty = !(box.minX <= box.maxX);
+  const bool isFinite = std::isfinite(box.minX) && std::isfinite(box.maxX) &&
+                        std::isfinite(box.minY) && std::isfinite(box.maxY);
+  if (nans > 0 || !(isEmpty || isFinite))
+    throw qcContourDefs::BadParams(L"a coordinate is not a finite number");
+  return box;
 }
 
 Ring localOf(const Ring& ring, const Frame& frame) {
@@ -76,17 +77,23 @@ Extent extentOf(const std::vector<qcRings>& parts) {
 }
 
 /// The vertices of all outlines.
-Ring outlineVertices(const std::vector<qcRings>& parts) {
+Ring outlineVertices(const std::vector<qcRings>& parts, const Frame& frame) {
   Ring vertices;
   for (const qcRings& part : parts)
-    vertices.insert(vertices.end(), part.outline.begin(), part.outline.end());
+    for (const Point& p : part.outline) vertices.push_back(frame.local(p));
   return vertices;
 }
 
-double lengthOf(const Ring& ring, bool closed) {
+/// In local coordinates.
+double lengthOf(const Ring& ring, bool closed, const Frame& frame) {
   double sum = 0.0;
-  cntr::plane::forEachEdge({ring, closed},
-                           [&sum](const Point& a, const Point& b) { sum += a.distance(b); });
+  if (ring.empty()) return sum;
+  Point from = frame.local(closed ? ring.back() : ring.front());
+  for (std::size_t i = closed ? 0 : 1; i < ring.size(); ++i) {
+    const Point to = frame.local(ring[i]);
+    sum += from.distance(to);
+    from = to;
+  }
   return sum;
 }
 
@@ -110,18 +117,21 @@ Hull hullOf(const Ring& points) {
   return hull;
 }
 
-void addCurves(Facts& facts, const std::vector<qcRings>& local, Needs needs) {
-  for (const qcRings& part : local) {
-    if ((needs & eCurves) != 0U) facts.curves.emplace_back(part.outline, facts.closed, 0);
-    if ((needs & eLength) == 0U) continue;
-    facts.length += lengthOf(part.outline, facts.closed);
-    for (const Ring& hole : part.holes) facts.holeLength += lengthOf(hole, true);
+void addLengths(Facts& facts, const std::vector<qcRings>& parts) {
+  for (const qcRings& part : parts) {
+    facts.length += lengthOf(part.outline, facts.closed, facts.frame);
+    for (const Ring& hole : part.holes) facts.holeLength += lengthOf(hole, true, facts.frame);
   }
 }
 
-void addSurroundings(Facts& facts, const std::vector<qcRings>& local, Needs needs) {
+void addCurves(Facts& facts, const std::vector<qcRings>& parts) {
+  for (const qcRings& part : parts)
+    facts.curves.emplace_back(localOf(part.outline, facts.frame), facts.closed, 0);
+}
+
+void addSurroundings(Facts& facts, const std::vector<qcRings>& parts, Needs needs) {
   if ((needs & (eBox | eStrip | eCircle | eHull)) == 0U) return;
-  const Ring points = outlineVertices(local);
+  const Ring points = outlineVertices(parts, facts.frame);
   if ((needs & eBox) != 0U) facts.box = qf_MinimumAreaRect(points);
   if ((needs & eStrip) != 0U) facts.strip = qf_MinimumWidth(points);
   if ((needs & eCircle) != 0U) facts.circle = qf_MinimumCircle(points);
@@ -170,35 +180,71 @@ double areaWithoutHoles(const qcRings& part, bool isSimple) {
   return qf_FilledArea(solid, isSimple ? qcRingContact::eSimple : qf_RingContact(solid));
 }
 
-/// Of rings that bound their area simply.
-void addAreaAndMoments(Facts& facts, const std::vector<qcRings>& boundary, Needs needs) {
+/// What is summed up over the boundary of what is filled.
+struct Sums {
+  double area = 0.0;
+  std::optional<Point> centre;
   std::optional<qc_InertiaData> moments;
-  if ((needs & eMoments) != 0U) moments = qf_FilledMoments(boundary, qcRingContact::eTouches);
-  const double area = moments ? moments->area() : qf_FilledArea(boundary, qcRingContact::eTouches);
-  if (!(area > roundingOfSums)) return;
-  facts.area = area;
-  facts.moments = moments;
+
+  explicit Sums(const std::optional<qc_InertiaData>& record) : moments(record) {
+    if (!record) return;
+    area = record->area();
+    centre = record->centerOfMass();
+  }
+  explicit Sums(const std::optional<AreaAndCentre>& centroid) {
+    if (!centroid) return;
+    area = centroid->area;
+    centre = centroid->centre;
+  }
+  explicit Sums(double area_) : area(area_) {}
+};
+
+/// Of rings that bound their area simply.
+Sums sumsOf(const Frame& frame, const RingList& rings, Needs needs) {
+  if ((needs & eMoments) != 0U) return Sums(cntr::sets::momentsIn(frame, rings));
+  if ((needs & eCentre) != 0U) return Sums(cntr::sets::areaAndCentreIn(frame, rings));
+  return Sums(cntr::sets::areaIn(frame, rings));
 }
 
-void addFilled(Facts& facts, const std::vector<qcRings>& parts, const std::vector<qcRings>& local,
-               Needs needs, Filling filling) {
-  // Of the coordinates as given: local ones have lost what is smallest.
-  facts.contact = qf_RingContact(parts);
+void addSums(Facts& facts, const Sums& sums) {
+  if (!(sums.area > roundingOfSums)) return;
+  facts.area = sums.area;
+  facts.centre = sums.centre;
+  facts.moments = sums.moments;
+}
+
+/// What is asked of few shapes. `boundary` is that of what is filled.
+void addRareFacts(Facts& facts, const std::vector<qcRings>& local,
+                  const std::vector<qcRings>& boundary, Needs needs) {
   const bool simple = isBoundedSimply(*facts.contact);
-  facts.isLeftOut = !simple && filling == Filling::eLeftOut;
-  if (facts.isLeftOut) return;
-  // What bounds the filled set: sums over its rings are those over the set.
-  const std::vector<qcRings> united = simple ? std::vector<qcRings>() : qf_Union(local, {});
-  const std::vector<qcRings>& boundary = simple ? local : united;
-  addAreaAndMoments(facts, boundary, needs);
-  if (!facts.area) return;
   if ((needs & eHu) != 0U) facts.hu = qf_HuMoments(turnedRings(boundary));
   if ((needs & eInscribed) != 0U) {
     facts.inscribed = inscribedIn(boundary, simple ? *facts.contact : qcRingContact::eSimple);
   }
-  if ((needs & eSolid) == 0U || parts.size() > 1) return;
+  if ((needs & eSolid) == 0U || local.size() > 1) return;
   facts.solidArea =
       local.front().holes.empty() ? *facts.area : areaWithoutHoles(local.front(), simple);
+}
+
+void addFilled(Facts& facts, const std::vector<qcRings>& parts, const RingList& rings,
+               const Box& box, Needs needs, Filling filling) {
+  // Of the coordinates as given: local ones have lost what is smallest.
+  facts.contact = cntr::sets::contactOf(rings, box);
+  const bool simple = isBoundedSimply(*facts.contact);
+  facts.isLeftOut = !simple && filling == Filling::eLeftOut;
+  if (facts.isLeftOut) return;
+  if (simple) {
+    addSums(facts, sumsOf(facts.frame, rings, needs));
+    if (facts.area && (needs & (eSolid | eHu | eInscribed)) != 0U) {
+      const std::vector<qcRings> local = localOf(parts, facts.frame);
+      addRareFacts(facts, local, local, needs);
+    }
+    return;
+  }
+  const std::vector<qcRings> local = localOf(parts, facts.frame);
+  const std::vector<qcRings> united = qf_Union(local, {});
+  addSums(facts, Sums(std::optional(qf_FilledMoments(united, qcRingContact::eTouches))));
+  if (facts.area) addRareFacts(facts, local, united, needs);
 }
 
 }  // namespace
@@ -208,19 +254,20 @@ bool isBoundedSimply(qcRingContact contact) {
 }
 
 Facts factsOf(const Shape& shape, Needs needs, Filling filling) {
-  const std::vector<std::span<const Point>> rings = ringsOf(shape.parts);
-  requireFinite(rings);
-  Facts facts(Frame(rings), shape.closed);
+  const RingList rings(shape.parts);
+  const Box box = finiteBoxOf(rings);
+  Facts facts(Frame(box), shape.closed);
   for (const qcRings& part : shape.parts) {
     facts.vertices += part.outline.size();
     facts.holes += part.holes.size();
   }
-  const std::vector<qcRings> local = localOf(shape.parts, facts.frame);
-  addCurves(facts, local, needs);
+  if ((needs & eLength) != 0U) addLengths(facts, shape.parts);
+  if ((needs & eCurves) != 0U) addCurves(facts, shape.parts);
   if ((needs & eExtent) != 0U) facts.extent = extentOf(shape.parts);
-  addSurroundings(facts, local, needs);
-  if ((needs & (eFilled | eMoments | eSolid | eHu | eInscribed)) != 0U && shape.closed)
-    addFilled(facts, shape.parts, local, needs, filling);
+  addSurroundings(facts, shape.parts, needs);
+  constexpr Needs ofFilled = eFilled | eCentre | eMoments | eSolid | eHu | eInscribed;
+  if ((needs & ofFilled) != 0U && shape.closed)
+    addFilled(facts, shape.parts, rings, box, needs, filling);
   if ((needs & (shape.closed ? eCrossings : eCrossings | eLineCrossings)) != 0U)
     facts.crosses = crossesItself(shape);
   return facts;

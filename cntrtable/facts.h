@@ -53,10 +53,12 @@ enum Need : unsigned {
   eHull = 1024U,
   /// Facts::hu; brings eFilled.
   eHu = 2048U,
-  /// Facts::moments; brings eFilled.
+  /// Facts::moments; brings eCentre.
   eMoments = 4096U,
   /// Facts::inscribed; brings eFilled.
-  eInscribed = 8192U
+  eInscribed = 8192U,
+  /// Facts::centre; brings eFilled.
+  eCentre = 16384U
 };
 
 using Needs = unsigned;
@@ -116,6 +118,8 @@ struct Facts {
   bool isLeftOut = false;
   /// The local area of what is filled; nothing where there is none or it is left out.
   std::optional<double> area;
+  /// The local centre of mass of what is filled; nothing where `area` is nothing.
+  std::optional<qcVector<2>> centre;
   /// Its area, centre and second moments, local; nothing where `area` is nothing.
   std::optional<qc_InertiaData> moments;
   /// The local area of a single outline without its holes; nothing where `area` is nothing.

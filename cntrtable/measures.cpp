@@ -46,8 +46,8 @@ double y(const qcVector<2>& p) { return p.y(); }
 
 template <double (*Coordinate)(const qcVector<2>&)>
 Value ofCentre(const Facts& facts) {
-  if (!facts.moments) return {};
-  return number(Coordinate(facts.frame.restored(facts.moments->centerOfMass())));
+  if (!facts.centre) return {};
+  return number(Coordinate(facts.frame.restored(*facts.centre)));
 }
 
 template <int Row, int Column>
@@ -228,8 +228,8 @@ constexpr Measure measures[] = {
     {"closed", "yes for an outline, no for an open line", 0, false, eCounts, closed,
      ValueType::eYesOrNo},
     {"area", "area that is filled, without the holes", 2, true, eFilled, area},
-    {"centre_x", "x of the centre of mass", 1, true, eMoments, ofCentre<x>},
-    {"centre_y", "y of the centre of mass", 1, true, eMoments, ofCentre<y>},
+    {"centre_x", "x of the centre of mass", 1, true, eCentre, ofCentre<x>},
+    {"centre_y", "y of the centre of mass", 1, true, eCentre, ofCentre<y>},
     {"moment_xx", "second moment, the integral of (x - centre_x)^2 over the area", 4, true,
      eMoments, moment<0, 0>},
     {"moment_xy", "second moment, the integral of (x - centre_x)(y - centre_y) over the area", 4,

@@ -9,6 +9,7 @@
 #include <string>
 
 #include <cntr/contourdefs.h>
+#include <cntrsets/filledrings.h>
 #include <testing/plain/integermoments.h>
 #include <tests/cntr/plane/simple_ring.h>
 #include <tests/cntrsets/features.h>
@@ -308,6 +309,27 @@ TEST(RingContact, OfSingleRingsIsThatOfTheSweep) {
     found += contact == qcRingContact::eSimple ? 1 : 0;
   }
   EXPECT_GT(found, 2000);
+}
+
+TEST(FilledMoments, HaveTheSameAreaAndCentreWithoutSecondMoments) {
+  for (std::size_t n = 3; n < 60; ++n) {
+    const Points star = shapes::smoothStar(n, n);
+    const Feature feature{{star, {features::box(630, 470, 650, 490)}}};
+    const cntr::sets::RingList rings(feature);
+    const cntr::sets::Frame frame(rings.rings());
+    const auto moments = cntr::sets::momentsIn(frame, rings);
+    const auto centroid = cntr::sets::areaAndCentreIn(frame, rings);
+    ASSERT_TRUE(moments && centroid);
+    EXPECT_EQ(centroid->area, moments->area());
+    EXPECT_EQ(centroid->centre, moments->centerOfMass());
+    EXPECT_EQ(cntr::sets::areaIn(frame, rings), moments->area());
+  }
+  const Feature flat{{{{0, 0}, {1, 1}, {2, 2}}, {}}};
+  const cntr::sets::RingList rings(flat);
+  const cntr::sets::Frame frame(rings.rings());
+  EXPECT_FALSE(cntr::sets::momentsIn(frame, rings));
+  EXPECT_FALSE(cntr::sets::areaAndCentreIn(frame, rings));
+  EXPECT_EQ(cntr::sets::areaIn(frame, rings), 0.0);
 }
 
 }  // namespace

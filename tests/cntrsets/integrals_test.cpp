@@ -16,6 +16,7 @@ namespace {
 
 using cntr::plane::Twofold;
 using cntr::sets::doubledAreaOf;
+using cntr::sets::firstIntegralsOf;
 using cntr::sets::Frame;
 using cntr::sets::Integrals;
 using cntr::sets::integralsOf;
@@ -69,6 +70,9 @@ TEST(IntegralsTest, AreTheSameBitsOnEveryProcessor) {
       const Integrals integrals = integralsOf(ring, frame);
       ASSERT_TRUE(areSame(integrals, integralsOnAnyProcessor(ring, frame))) << n;
       ASSERT_TRUE(areSame(integrals.area2, doubledAreaOf(ring, frame))) << n;
+      const Integrals first = firstIntegralsOf(ring, frame);
+      ASSERT_TRUE(areSame(first.area2, integrals.area2)) << n;
+      ASSERT_TRUE(areSame(first.x6, integrals.x6) && areSame(first.y6, integrals.y6)) << n;
     }
   }
 }

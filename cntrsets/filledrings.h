@@ -1,0 +1,36 @@
+// SPDX-License-Identifier: MIT
+//
+// What filled.h offers, for those who know where the rings lie: without a look for their box, and
+// in the coordinates of a frame.
+
+#pragma once
+
+#include <optional>
+
+#include <cntr/inertia.h>
+#include <cntr/plane/box.h>
+#include <cntrsets/filled.h>
+#include <cntrsets/frame.h>
+#include <cntrsets/ringlist.h>
+
+namespace cntr::sets {
+
+/// See qf_RingContact(). `box` is that of all vertices.
+qcRingContact contactOf(const RingList& list, const plane::Box& box);
+
+// Of rings that bound their area simply, in the coordinates of the frame; nothing where they bound
+// no area. The frame is that of the rings: its power of two changes no digit of a sum.
+
+struct AreaAndCentre {
+  double area = 0.0;
+  Point centre;
+};
+
+/// The area, 0 for none.
+double areaIn(const Frame& frame, const RingList& list);
+/// The same and the centre of mass, the same bits as among the moments.
+std::optional<AreaAndCentre> areaAndCentreIn(const Frame& frame, const RingList& list);
+/// Both, and the second moments about the centre.
+std::optional<qc_InertiaData> momentsIn(const Frame& frame, const RingList& list);
+
+}  // namespace cntr::sets
