@@ -30,6 +30,7 @@ Part partOf(const qcRings& rings, unsigned long label) {
 
 std::vector<Part> partsOf(const std::vector<qcRings>& rings, unsigned long label) {
   std::vector<Part> parts;
+  parts.reserve(rings.size());
   for (const qcRings& part : rings) parts.push_back(partOf(part, label));
   return parts;
 }

@@ -122,3 +122,15 @@ def test_holes_are_left_blank() -> None:
         assert is_blank(3, 3)
         assert not is_blank(7, 7)
     pyplot.close(figure)
+
+
+@pytest.mark.parametrize(
+    "shape",
+    [cntr.Contour([]), cntr.Contour([], closed=False), cntr.RegionSet(), cntr.Region([(0, 0)])],
+)
+def test_shapes_without_an_extent_can_be_drawn(shape: cntr.Shape) -> None:
+    mpl.use("Agg")
+    figure, axes = pyplot.subplots()
+    assert shape.plot(axes) is axes
+    figure.canvas.draw()
+    pyplot.close(figure)

@@ -2,7 +2,7 @@
 """Single shapes asked about points, segments and directions."""
 
 import math
-from typing import Any
+from typing import Any, assert_type
 
 import numpy as np
 import pytest
@@ -208,6 +208,37 @@ def test_a_set_without_regions_has_no_distances() -> None:
     with pytest.raises(cntr.EmptyRegionSetError) as raised:
         cntr.RegionSet().distance((1, 1))
     assert str(raised.value) == "the set has no regions"
+
+
+def test_questions_about_vertices_that_are_not_finite_are_answered_as_the_library_does() -> None:
+    region = cntr.Region([(0, 0), (math.nan, 1), (3, 3)])
+    assert region.extremal_vertex(0) == cntr.Vertex(0, 2, (3, 3))
+    assert region.closest_vertex((3, 2.5)) == cntr.Vertex(0, 2, (3, 3))
+    assert not region.is_self_intersecting()
+    assert region.intersections(((0, 5), (5, 0))).tolist() == [[2.5, 2.5]]
+    with pytest.raises(cntr.BadParamsError) as raised:
+        region.inside((1, 1))
+    assert str(raised.value) == "a coordinate is not a finite number"
+
+
+def test_the_stub_tells_single_answers_from_many() -> None:
+    points = np.array([(1.0, 1.0)])
+    assert_type(RING.inside((1, 1)), bool)
+    assert_type(RING.inside(points), NDArray[np.bool_])
+    assert_type(RING.distance((1, 1), zero_inside=True), float)
+    assert_type(RING.distance(points), NDArray[np.float64])
+    assert_type(LINE.distance((1, 1)), float)
+    assert_type(RING.closest_point((1, 1)), tuple[float, float])
+    assert_type(RING.closest_point(points), NDArray[np.float64])
+    assert_type(RING.closest_vertex((1, 1)), cntr.Vertex)
+    assert_type(RING.closest_vertex(points), cntr.Vertices)
+    assert_type(RING.transform([[1, 0, 0], [0, 1, 0]]), cntr.Region)
+    assert_type(LINE.simplify(1), cntr.Contour)
+    assert_type(RING | RING, cntr.RegionSet)
+    assert_type(list(RING | RING), list[cntr.Region])
+    assert_type(RING.deviation(LINE), cntr.Deviation)
+    assert_type(RING.minimum_circle(), cntr.Circle)
+    assert_type(RING.edges, tuple[NDArray[np.uint16], NDArray[np.uint8]] | None)
 
 
 @given(rings())
