@@ -124,7 +124,7 @@ class Nesting {
     if (areFinite) tree_.emplace(boxes);
   }
 
-  /// True when a remaining loop lies in another one; both are given by their original numbers.
+  /// True when the loop lies in one that has not been dropped; loops keep their first numbers.
   bool isNested(std::size_t loop) const {
     const std::vector<qcVector<2>>& points = outlines_[loop].points();
     const qcVector<2> middle = (points[0] + points[1]) * 0.5;

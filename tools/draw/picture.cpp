@@ -77,8 +77,7 @@ struct Drawn {
   }
 };
 
-/// The colour of the band that is nearest to a value in [-range, range]; bands count from
-/// -bandsOfSide.
+/// The colour of a band of values; bands are numbered from -bandsOfSide to bandsOfSide.
 std::string colourOfBand(int band) {
   return colourOfDeviation(static_cast<double>(band) / bandsOfSide);
 }
