@@ -22,7 +22,7 @@ struct Gunzip::State {
   ReadPacked readPacked;
   z_stream stream{};
   std::array<unsigned char, std::size_t{1} << 16U> packed{};
-  /// True between the members of a file, of which there may be several; the first is always there.
+  /// True between the members of a file, of which there may be several; the first must be there.
   bool isBetween = false;
 
   /// Reads packed bytes if none are left; false when there are no more.
