@@ -39,14 +39,14 @@ CNTRSETS_EXPORT qcRingContact qf_RingContact(const std::vector<qcRings>& feature
 
 /// Area, centre of mass and second moments about it of the filled set; the record of nothing when
 /// nothing is filled. Rings that are simple or touch are summed up as they are, outlines positive
-/// and holes negative, whatever their direction; those that cross or overlap give way to
-/// qf_MakeValid(feature, eNonZero), whose exceptions pass through.
+/// and holes negative, whatever their direction; of those that cross or overlap, the result of
+/// qf_MakeValid(feature, eNonZero) is measured, whose exceptions pass through.
 ///
 /// Summed with twice the digits of a double, from an origin within the feature: for up to 10,000
 /// vertices, up to 1e9 from the origin, the area is within 1e-12 of the bounding box's, the second
 /// moments within that times the squared extent (the longer side of the box), the centre within
 /// 1e-12 of the extent times (box area / area), and all within one rounding more. Sizes whose
-/// fourth power is no double give infinite or zero moments.
+/// fourth power overflows or vanishes give infinite or zero moments.
 CNTRSETS_EXPORT qc_InertiaData qf_FilledMoments(const std::vector<qcRings>& feature);
 
 /// The same for a feature whose contact is known.

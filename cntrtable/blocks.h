@@ -9,13 +9,13 @@
 
 namespace table {
 
-/// As many features as a thread takes at once; a multiple of the 8 that share a byte of a bitmap.
+/// How many features a thread takes at once; a multiple of the 8 that share a byte of a bitmap.
 inline constexpr std::size_t featuresInBlock = 64;
 
 /// Calls `work(begin, end)` for blocks that cover 0 to `count`, each once. `threads` is how many
-/// share them, 0 for as many as there are processors; where the system gives no more threads, those
-/// that there are do the work. An exception of `work` ends the work of its thread, and is thrown
-/// when all have ended.
+/// share them, 0 for as many as there are processors; where the system provides fewer threads,
+/// these do the work. An exception of `work` ends the work of its thread, and is thrown when all
+/// threads have ended.
 void forBlocks(std::size_t count, unsigned threads,
                const std::function<void(std::size_t begin, std::size_t end)>& work);
 

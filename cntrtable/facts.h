@@ -126,7 +126,7 @@ struct Facts {
   std::optional<double> solidArea;
   /// Hu's moment invariants of what is filled; nothing where `area` is nothing.
   std::optional<std::array<double, 7>> hu;
-  /// A largest circle in it; nothing where `filled` is nothing or it is too thin for one.
+  /// A largest circle in it; nothing where `area` is nothing or it is too thin for one.
   std::optional<qcCircle> inscribed;
 
   /// Whether the library says that outlines cross themselves or each other, in the coordinates as

@@ -78,7 +78,7 @@ const Measure& measureAskedFor(const std::string& name) {
   return *found;
 }
 
-/// Those asked for, and the note at the end.
+/// The columns asked for, and the note at the end.
 std::vector<AnswerColumn> columnsFor(std::span<const std::string> names, std::size_t rows) {
   std::vector<AnswerColumn> columns;
   for (std::size_t i = 0; i < names.size(); ++i) {

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// How arguments that are no use are refused, and what refusals say.
+// How unusable arguments are refused, and the texts of refusals.
 
 #pragma once
 
