@@ -19,6 +19,8 @@ namespace {
 
 constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
 
+constexpr int noFile = -1;
+
 constexpr std::size_t farthestLook = std::size_t{1} << 20U;
 
 [[noreturn]] void throwReason(int reason) {
@@ -33,8 +35,10 @@ Source::Source(const std::string& file)
   if (descriptor_ < 0) throwReason(errno);
 }
 
+Source::Source(Text text) : descriptor_(noFile), text_(text.bytes), buffer_() {}
+
 Source::~Source() {
-  if (descriptor_ != STDIN_FILENO) close(descriptor_);
+  if (descriptor_ != STDIN_FILENO && descriptor_ != noFile) close(descriptor_);
 }
 
 bool Source::startsWith(std::string_view text) {
@@ -82,7 +86,7 @@ std::uint64_t Source::position() const {
 }
 
 bool Source::isWaiting() const {
-  if (gptr() != egptr() || (gunzip_ && gunzip_->hasMore())) return false;
+  if (descriptor_ == noFile || gptr() != egptr() || (gunzip_ && gunzip_->hasMore())) return false;
   pollfd question{descriptor_, POLLIN, 0};
   return poll(&question, 1, 0) == 0;
 }
@@ -138,6 +142,12 @@ std::size_t Source::fill() {
 }
 
 std::size_t Source::readFile(char* bytes, std::size_t size) {
+  if (descriptor_ == noFile) {
+    const std::size_t count = text_.copy(bytes, size);
+    text_.remove_prefix(count);
+    taken_ += count;
+    return count;
+  }
   for (;;) {
     const ssize_t count = read(descriptor_, bytes, size);
     if (count >= 0) {

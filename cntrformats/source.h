@@ -18,11 +18,18 @@ namespace formats {
 /// Starts each record of a GeoJSON text sequence.
 inline constexpr char recordSeparator = '\x1e';
 
-/// The bytes of a file, "-" for standard input, without a UTF-8 byte order mark; what gzip has
-/// packed is unpacked. Reading throws FileError with the system's reason.
+/// A text in memory, to be read as if it were a file.
+struct Text {
+  std::string_view bytes;
+};
+
+/// The bytes of a file, "-" for standard input, or of a text, without a UTF-8 byte order mark; what
+/// gzip has packed is unpacked. Reading throws FileError with the system's reason.
 class Source : public std::streambuf {
  public:
   explicit Source(const std::string& file);
+  /// The text stays where it is.
+  explicit Source(Text text);
   ~Source() override;
   Source(const Source&) = delete;
   Source& operator=(const Source&) = delete;
@@ -60,7 +67,10 @@ class Source : public std::streambuf {
   std::size_t readFile(char* bytes, std::size_t size);
   void show(char* bytes, std::size_t count);
 
+  /// noFile for a text.
   int descriptor_;
+  /// What has not been read of a text.
+  std::string_view text_;
   bool isBeginning_ = true;
   /// Null where the file is not packed.
   std::unique_ptr<Gunzip> gunzip_;

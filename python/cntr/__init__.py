@@ -14,6 +14,7 @@ from cntr._core import (
 )
 from cntr._core import version as __version__
 from cntr._errors import BadParamsError, EmptyContourError, EmptyRegionSetError, Error
+from cntr._parquet import read as read_parquet
 from cntr._results import (
     Alignment,
     Circle,
@@ -49,4 +50,5 @@ __all__ = [
     "Vertex",
     "Vertices",
     "__version__",
+    "read_parquet",
 ]

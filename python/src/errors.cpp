@@ -8,6 +8,8 @@
 #include <string>
 
 #include <cntr/contourdefs.h>
+#include <cntrformats/errors.h>
+#include <cntrtable/refusal.h>
 #include <platform/core/exception.h>
 
 namespace nb = nanobind;
@@ -16,30 +18,24 @@ namespace python {
 
 namespace {
 
-/// Without the name of the exception, which what() begins with.
-std::string messageOf(const qcException& error) {
-  constexpr const char* separator = ": ";
-  const std::string text = error.what();
-  const std::size_t end = text.find(separator);
-  return end == std::string::npos ? text : text.substr(end + 2);
-}
-
-void raise(const char* name, const qcException& error) {
+void raise(const char* name, const std::string& message) {
   const nb::object type = nb::module_::import_("cntr._errors").attr(name);
-  PyErr_SetString(type.ptr(), messageOf(error).c_str());
+  PyErr_SetString(type.ptr(), message.c_str());
 }
 
 void translate(const std::exception_ptr& thrown, void*) {
   try {
     std::rethrow_exception(thrown);
   } catch (const qcContourDefs::EmptyContour& error) {
-    raise("EmptyContourError", error);
+    raise("EmptyContourError", table::messageIn(error));
   } catch (const qcContourDefs::EmptyRegionSet& error) {
-    raise("EmptyRegionSetError", error);
+    raise("EmptyRegionSetError", table::messageIn(error));
   } catch (const qcContourDefs::BadParams& error) {
-    raise("BadParamsError", error);
+    raise("BadParamsError", table::messageIn(error));
   } catch (const qcException& error) {
-    raise("Error", error);
+    raise("Error", table::messageIn(error));
+  } catch (const formats::FileError& error) {
+    raise("Error", error.what());
   }
 }
 

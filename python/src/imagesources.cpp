@@ -87,8 +87,8 @@ void bindImageSources(OutlinesClass& type) {
           "children of an outline in the hierarchy are its holes, whose children are outlines\n"
           "again. Without a hierarchy all contours are outlines.")
       .def_static(
-          "from_opencv", fromOpenCvWithImage, nb::arg("image"), nb::arg("contours"),
-          nb::arg("hierarchy"),
+          "from_opencv", fromOpenCvWithImage, nb::arg("image").none(), nb::arg("contours"),
+          nb::arg("hierarchy").none(),
           nb::sig("def from_opencv(image: object, contours: collections.abc.Iterable["
                   "numpy.typing.NDArray[typing.Any]], hierarchy: numpy.typing.NDArray[typing.Any] "
                   "| None) -> Outlines"),

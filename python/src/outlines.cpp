@@ -4,9 +4,11 @@
 
 #include <nanobind/stl/optional.h>
 #include <nanobind/stl/string.h>
+#include <nanobind/stl/tuple.h>
 #include <nanobind/stl/vector.h>
 #include <python/src/arrays.h>
 #include <python/src/features.h>
+#include <python/src/geojson.h>
 #include <python/src/measured.h>
 #include <python/src/newarrays.h>
 #include <python/src/outlines.h>
@@ -14,7 +16,11 @@
 
 #include <algorithm>
 #include <array>
+#include <limits>
+#include <optional>
+#include <set>
 #include <string>
+#include <tuple>
 #include <utility>
 #include <vector>
 
@@ -94,6 +100,46 @@ nb::object labelsOf(const qcOutlines& self) {
   return newArray(std::move(labels));
 }
 
+/// Calls `visit(vertices)` for each ring of all features.
+template <class Visit>
+void forAllRings(const qcOutlines& self, Visit visit) {
+  for (std::size_t i = 0; i < self.size(); ++i)
+    for (std::size_t part = 0; part < self.parts(i); ++part)
+      for (std::size_t ring = 0; ring < self.rings(i, part); ++ring)
+        visit(self.ring(i, part, ring));
+}
+
+using Bounds = std::tuple<double, double, double, double>;
+
+std::optional<Bounds> boundsOf(const qcOutlines& self) {
+  constexpr double infinity = std::numeric_limits<double>::infinity();
+  double left = infinity;
+  double low = infinity;
+  double right = -infinity;
+  double high = -infinity;
+  forAllRings(self, [&](std::span<const double> ring) {
+    for (std::size_t i = 0; i < ring.size(); i += 2) {
+      left = std::min(left, ring[i]);
+      right = std::max(right, ring[i]);
+      low = std::min(low, ring[i + 1]);
+      high = std::max(high, ring[i + 1]);
+    }
+  });
+  if (!(left <= right && low <= high)) return std::nullopt;
+  return Bounds(left, low, right, high);
+}
+
+std::vector<std::string> geometryTypesOf(const qcOutlines& self) {
+  std::set<std::string> types;
+  for (std::size_t i = 0; i < self.size(); ++i) {
+    if (self.kind(i) == qcOutlineKind::eNothing) continue;
+    const bool isAreas = self.kind(i) == qcOutlineKind::eAreas;
+    types.insert(std::string(self.parts(i) > 1 ? "Multi" : "") +
+                 (isAreas ? "Polygon" : "LineString"));
+  }
+  return {types.begin(), types.end()};
+}
+
 nb::dict problemsOf(const qcOutlines& self) {
   nb::dict problems;
   for (std::size_t i = 0; i < self.size(); ++i)
@@ -168,9 +214,22 @@ void bindOutlines(nb::module_& module) {
            "The vertices of a ring where they lie, of shape (n, 2) and not to be written to,\n"
            "without a repeated last one. Ring 0 of a part is its outline, the others are\n"
            "holes.")
+      .def(
+          "_repr_html_",
+          [](nb::handle self) { return nb::module_::import_("cntr._html").attr("table")(self); },
+          nb::sig("def _repr_html_(self) -> str"),
+          "A table of the first features with their pictures.")
       .def_prop_ro("labels", labelsOf,
                    nb::sig("def labels(self) -> numpy.typing.NDArray[numpy.int64]"),
                    "The label of each feature, -1 where it has none.")
+      .def_prop_ro("bounds", boundsOf,
+                   nb::sig("def bounds(self) -> tuple[float, float, float, float] | None"),
+                   "The smallest and the largest x and y of all vertices, as (xmin, ymin, xmax,\n"
+                   "ymax), NaN left out; None where there are none.")
+      .def_prop_ro(
+          "geometry_types", geometryTypesOf, nb::sig("def geometry_types(self) -> list[str]"),
+          "The types of geometry that there are, of Polygon, MultiPolygon, LineString and\n"
+          "MultiLineString, sorted.")
       .def_prop_ro("problems", problemsOf, nb::sig("def problems(self) -> dict[int, str]"),
                    "Why there is no geometry, by the number of each feature without one.")
       .def("measure", measured, nb::arg("columns") = nb::none(), nb::arg("threads") = 0,
@@ -194,6 +253,7 @@ void bindOutlines(nb::module_& module) {
   bindOutlineSources(type);
   bindImageSources(type);
   bindOutlineForms(type);
+  bindGeoJson(type);
   bindOutlineState(module, type);
 }
 

@@ -120,6 +120,15 @@ void bindOutlineForms(OutlinesClass& type) {
            nb::sig("def to_shapely(self) -> numpy.typing.NDArray[numpy.object_]"),
            "Shapely's geometries, None of features without one. Needs shapely, which raises\n"
            "GEOSException for rings of fewer than 3 vertices.")
+      .def(
+          "to_parquet",
+          [](nb::handle self, nb::handle path) {
+            nb::module_::import_("cntr._parquet").attr("write")(self, path);
+          },
+          nb::arg("path"), nb::sig("def to_parquet(self, path: str | os.PathLike[str]) -> None"),
+          "Writes a file of GeoParquet 1.1: `geometry` as well-known binary without a reference\n"
+          "system, `label`, and where there are any `problem` and `edge_elements`.\n"
+          "cntr.read_parquet() reads it. Needs pyarrow.")
       .def("to_ragged", toRagged,
            nb::sig("def to_ragged(self) -> tuple[numpy.typing.NDArray[numpy.float64], "
                    "numpy.typing.NDArray[numpy.int64], numpy.typing.NDArray[numpy.int64], "

@@ -162,7 +162,8 @@ void bindOutlineState(nb::module_& module, OutlinesClass& type) {
   module.def("take_apart", takeApart, nb::sig(takeApartSignature),
              "Well-known binary, labels, problems, and the edge elements' magnitudes and angles\n"
              "with the number of vertices of each feature, or None where there are none.");
-  module.def("put_together", putTogether,
+  module.def("put_together", putTogether, nb::arg("values"), nb::arg("labels"), nb::arg("problems"),
+             nb::arg("edges").none(),
              nb::sig("def put_together(values: object, labels: numpy.typing.NDArray[numpy.int64], "
                      "problems: dict[int, str], edges: tuple[numpy.typing.NDArray[numpy.int32], "
                      "numpy.typing.NDArray[numpy.uint8], typing.Any] | None) -> Outlines"),

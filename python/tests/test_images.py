@@ -110,6 +110,7 @@ def test_a_picture_without_contours_has_no_outlines() -> None:
     nothing = np.zeros((9, 9), np.uint8)
     found = cv2.findContours(nothing, cv2.RETR_TREE, cv2.CHAIN_APPROX_SIMPLE)
     assert len(cntr.Outlines.from_opencv(*found)) == 0
+    assert len(cntr.Outlines.from_opencv(nothing, *found)) == 0
 
 
 def test_without_a_hierarchy_all_contours_are_outlines() -> None:

@@ -47,6 +47,28 @@ TEST(Source, HandsOverNoMoreThanIsAskedForAndEverythingInTheEnd) {
   EXPECT_FALSE(source.appendTo(text, 1000));
 }
 
+TEST(Source, ATextIsReadAsAFileIs) {
+  const std::string path = repositoryDirectory() + "/samples/coins.geojson";
+  Source file(path);
+  const std::string text = all(file);
+  Source source{Text{text}};
+  EXPECT_EQ(source.firstCharacter(), '{');
+  EXPECT_EQ(source.firstLine(), text.substr(0, text.find('\n') + 1));
+  EXPECT_FALSE(source.isWaiting());
+  EXPECT_EQ(all(source), text);
+  EXPECT_EQ(source.position(), text.size());
+  EXPECT_EQ(source.taken(), text.size());
+  EXPECT_FALSE(source.isWaiting());
+}
+
+TEST(Source, ATextLosesItsByteOrderMarkAndMayBeEmpty) {
+  Source marked{Text{"\xEF\xBB\xBF{}"}};
+  EXPECT_EQ(all(marked), "{}");
+  Source nothing{Text{""}};
+  EXPECT_EQ(nothing.firstCharacter(), '\0');
+  EXPECT_EQ(all(nothing), "");
+}
+
 TEST(Source, AFileThatCannotBeReadSaysWhy) {
   try {
     Source source("/nowhere/at/all");
