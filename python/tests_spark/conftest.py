@@ -10,7 +10,7 @@ import pytest
 import samples
 from pyspark.sql import SparkSession
 
-SETTINGS = {
+SETTINGS: dict[str, bool | float | int | str | None] = {
     "spark.driver.host": "127.0.0.1",
     "spark.driver.bindAddress": "127.0.0.1",
     "spark.ui.enabled": "false",

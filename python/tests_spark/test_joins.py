@@ -77,7 +77,7 @@ def test_regions_beyond_a_size_are_not_sent_to_everybody(
 
 
 def plan_of(df: DataFrame) -> str:
-    plan: str = df._jdf.queryExecution().toString()  # type: ignore[operator]
+    plan: str = df._jdf.queryExecution().toString()
     return plan
 
 
