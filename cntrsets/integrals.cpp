@@ -50,7 +50,7 @@ class LongSum {
 [[gnu::always_inline]] inline Twofold valueOf(const LongSum<Lanes>& sums) {
   LongSum<double> sum;
   double low = 0.0;
-  for (int i = 0; i < plane::lanes; ++i) {
+  for (std::size_t i = 0; i < plane::lanes; ++i) {
     sum.add({sums.high()[i], sums.middle()[i]});
     low += sums.low()[i];
   }
@@ -143,7 +143,7 @@ template <class Sum>
   if (ring.empty()) return sum.value();
   qcVector<2> before = frame.local(ring.back());
   while (!ring.empty()) {
-    const std::size_t count = std::min(ring.size(), std::size_t{plane::lanes});
+    const std::size_t count = std::min(ring.size(), plane::lanes);
     Points from;
     Points to;
     for (std::size_t i = 0; i < count; ++i) {

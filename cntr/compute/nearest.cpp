@@ -13,6 +13,7 @@
 
 #include <cntr/compute/nearest.h>
 
+#include <algorithm>
 #include <cmath>
 #include <limits>
 
@@ -112,6 +113,58 @@ Start searchEdge(const plane::Path& path, const index::EdgeIndex* index, const q
   return best.isFound() ? Start(best.number()) : std::nullopt;
 }
 
+/// Two numbers, on which the same is done at once: in each the same bits as alone.
+using Pair = double __attribute__((vector_size(2 * sizeof(double))));
+
+/// Two points, and the nearest point so far to each.
+class TwoSearches {
+ public:
+  TwoSearches(const qcVector<2>& first, const qcVector<2>& second)
+      : x_{first.x(), second.x()}, y_{first.y(), second.y()} {}
+
+  /// The arithmetic of closestOnSegment(), for both.
+  void offerEdge(const qcVector<2>& from, const qcVector<2>& to) noexcept {
+    const qcVector<2> d = to - from;
+    const Pair fromX{from.x(), from.x()};
+    const Pair fromY{from.y(), from.y()};
+    const Pair toX{to.x(), to.x()};
+    const Pair toY{to.y(), to.y()};
+    const Pair t = ((x_ - fromX) * d.x() + (y_ - fromY) * d.y()) / (d * d);
+    const auto isAfter = t > 0.0;
+    const auto isBeyond = t >= 1.0;
+    const Pair x = isAfter ? (isBeyond ? toX : fromX + d.x() * t) : fromX;
+    const Pair y = isAfter ? (isBeyond ? toY : fromY + d.y() * t) : fromY;
+    const Pair dx = x_ - x;
+    const Pair dy = y_ - y;
+    offer(x, y, dx * dx + dy * dy);
+  }
+
+  qcVector<2> first() const noexcept { return {nearestX_[0], nearestY_[0]}; }
+  qcVector<2> second() const noexcept { return {nearestX_[1], nearestY_[1]}; }
+
+ private:
+  /// Of equally near ones the first counts. Square roots merge squares: where two squares are that
+  /// close, the roots decide.
+  void offer(const Pair& x, const Pair& y, const Pair& square) noexcept {
+    auto isNearer = square < square_;
+    const auto isClose = isNearer & (square * plane::tieSlack >= square_);
+    if ((isClose[0] | isClose[1]) != 0) isNearer = rootsOf(square) < rootsOf(square_);
+    square_ = isNearer ? square : square_;
+    nearestX_ = isNearer ? x : nearestX_;
+    nearestY_ = isNearer ? y : nearestY_;
+  }
+
+  static Pair rootsOf(const Pair& square) noexcept {
+    return Pair{std::sqrt(square[0]), std::sqrt(square[1])};
+  }
+
+  Pair x_;
+  Pair y_;
+  Pair nearestX_{};
+  Pair nearestY_{};
+  Pair square_{infinity, infinity};
+};
+
 qcVector<2> pointOf(const plane::Path& path, Start edgeNumber, const qcVector<2>& p) {
   if (!edgeNumber) return {};
   const plane::Edge edge = path.edge(*edgeNumber);
@@ -128,6 +181,19 @@ std::size_t closestVertex(const plane::Path& path, const index::EdgeIndex* index
 qcVector<2> closestPoint(const plane::Path& path, const index::EdgeIndex* index,
                          const qcVector<2>& p) {
   return pointOf(path, searchEdge(path, index, p, {}), p);
+}
+
+void closestPoints(const plane::Path& path, std::span<const qcVector<2>> points,
+                   std::span<qcVector<2>> answers) {
+  for (std::size_t i = 0; i < points.size(); i += 2) {
+    const std::size_t next = std::min(i + 1, points.size() - 1);
+    TwoSearches searches(points[i], points[next]);
+    plane::forEachEdge(path, [&searches](const qcVector<2>& from, const qcVector<2>& to) {
+      searches.offerEdge(from, to);
+    });
+    answers[i] = searches.first();
+    answers[next] = searches.second();
+  }
 }
 
 std::size_t NearestSearch::closestVertex(const qcVector<2>& p) {

@@ -8,6 +8,7 @@
 
 #include <cstddef>
 #include <optional>
+#include <span>
 
 #include <cntr/index/edgeindex.h>
 #include <cntr/plane/path.h>
@@ -24,8 +25,14 @@ std::size_t closestVertex(const plane::Path& path, const index::EdgeIndex* index
 qcVector<2> closestPoint(const plane::Path& path, const index::EdgeIndex* index,
                          const qcVector<2>& p);
 
-/// The same for many points: each search begins with the answer before it, which rules out most of
-/// the path when that was for a point nearby (see visitingOrder() in visitingorder.h).
+/// The same for many points, four at a time and without an index: for paths of few edges. REQUIRES:
+/// as many answers as points.
+void closestPoints(const plane::Path& path, std::span<const qcVector<2>> points,
+                   std::span<qcVector<2>> answers);
+
+/// The same for many points with an index: each search begins with the answer before it, which
+/// rules out most of the path when that was for a point nearby (see visitingOrder() in
+/// visitingorder.h).
 class NearestSearch {
  public:
   /// REQUIRES: `path`, which has an edge, and `index` outlive the search.

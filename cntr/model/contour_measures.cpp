@@ -54,7 +54,9 @@ void qcContour::closestPoint(std::span<const qcVector<2>> points, bool vertexOnl
   if (points.empty()) return;
   checkEmptyContour();
   const std::vector<qcVector<2>>& vertices = *points_;
-  cntr::compute::NearestSearch search(path(), edgeIndex());
+  const cntr::index::EdgeIndex* const index = edgeIndex();
+  if (index == nullptr && !vertexOnly) return cntr::compute::closestPoints(path(), points, answers);
+  cntr::compute::NearestSearch search(path(), index);
   for (const std::size_t i : cntr::compute::visitingOrder(points)) {
     answers[i] =
         vertexOnly ? vertices[search.closestVertex(points[i])] : search.closestPoint(points[i]);

@@ -189,21 +189,22 @@ double qcRegion::distToPoint(const qcVector<2>& p, bool vertexOnly, bool conside
 void qcRegion::distToPoint(std::span<const qcVector<2>> points, bool vertexOnly, bool considerHoles,
                            bool zeroIfInside, std::span<double> answers) const {
   cntr::model::checkSameSize(points.size(), answers.size());
-  std::vector<std::size_t> numbers;
-  std::vector<qcVector<2>> asked;
+  const auto distances = [&](std::span<const qcVector<2>> asked, std::span<double> found) {
+    std::vector<qcVector<2>> nearest(asked.size());
+    closestPoint(asked, vertexOnly, considerHoles, nearest);
+    for (std::size_t i = 0; i < asked.size(); ++i) found[i] = asked[i].distance(nearest[i]);
+  };
+  if (!zeroIfInside) return distances(points, answers);
   const auto isInside = std::make_unique<bool[]>(points.size());
-  if (zeroIfInside) inside(points, considerHoles, {isInside.get(), points.size()});
+  inside(points, considerHoles, {isInside.get(), points.size()});
+  std::vector<qcVector<2>> outside;
   for (std::size_t i = 0; i < points.size(); ++i) {
-    answers[i] = 0.0;
-    if (isInside[i]) continue;
-    numbers.push_back(i);
-    asked.push_back(points[i]);
+    if (!isInside[i]) outside.push_back(points[i]);
   }
-  std::vector<qcVector<2>> nearest(asked.size());
-  closestPoint(asked, vertexOnly, considerHoles, nearest);
-  for (std::size_t k = 0; k < asked.size(); ++k) {
-    answers[numbers[k]] = asked[k].distance(nearest[k]);
-  }
+  std::vector<double> ofOutside(outside.size());
+  distances(outside, ofOutside);
+  auto next = ofOutside.begin();
+  for (std::size_t i = 0; i < points.size(); ++i) answers[i] = isInside[i] ? 0.0 : *next++;
 }
 
 void qcRegion::closestPoint(std::span<const qcVector<2>> points, bool vertexOnly,

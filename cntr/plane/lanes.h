@@ -5,9 +5,11 @@
 
 #pragma once
 
+#include <cstddef>
+
 namespace cntr::plane {
 
-inline constexpr int lanes = 4;
+inline constexpr std::size_t lanes = 4;
 using Lanes = double __attribute__((vector_size(lanes * sizeof(double))));
 
 }  // namespace cntr::plane

@@ -112,4 +112,31 @@ TEST(NearestSearchTest, BeginsAnywhereAndEndsAtTheSameAnswers) {
   });
 }
 
+TEST(ClosestPointsTest, OfManyPointsAreThoseOfEachBitForBit) {
+  forEachShape(repetitions(2000), shapes::any, 2, 31, [](const Subject& s, shapes::Random& random) {
+    Points asked;
+    const std::size_t count = random.below(12);
+    for (std::size_t i = 0; i < count; ++i) {
+      const double x = random.uniform(-100.0, 1500.0);
+      const double y = random.uniform(-100.0, 1500.0);
+      asked.emplace_back(x, y);
+    }
+    asked.insert(asked.end(), s.points().begin(), s.points().end());
+    asked.insert(asked.end(), {{nan, 0}, {0, infinity}, {1e200, 1e-200}, {-0.0, 0.0}});
+    Points answers(asked.size());
+    cntr::compute::closestPoints(s.path(), asked, answers);
+    for (std::size_t i = 0; i < asked.size(); ++i) {
+      const Point alone = cntr::compute::closestPoint(s.path(), nullptr, asked[i]);
+      ASSERT_TRUE(same(answers[i], alone)) << testing::PrintToString(asked[i]);
+    }
+  });
+}
+
+TEST(ClosestPointsTest, TakeTheFirstOfEquallyNearEdges) {
+  const Subject s(square, true);
+  Points answers(5);
+  cntr::compute::closestPoints(s.path(), Points(5, {2, 2}), answers);
+  for (const Point& p : answers) EXPECT_TRUE(same(p, Point(0, 2)));
+}
+
 }  // namespace
