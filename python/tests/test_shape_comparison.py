@@ -71,6 +71,13 @@ def test_an_alignment_lays_a_shape_on_its_nominal(shift: float) -> None:
     assert np.abs(aligned.points - nominal.points).max() < 1e-6
 
 
+@pytest.mark.parametrize("size", [1, 1000, 1e-6])
+def test_what_an_alignment_leaves_is_in_the_unit_of_the_coordinates(size: float) -> None:
+    nominal = cntr.Region((SQUARE * 1.2 - 1) * size)
+    found = cntr.Region(SQUARE * size).align(nominal)
+    assert found.residual == pytest.approx(size, rel=1e-6)
+
+
 def test_shapes_that_are_too_small_cannot_be_compared() -> None:
     region = cntr.Region(SQUARE)
     for compare in (region.deviation, region.align):
