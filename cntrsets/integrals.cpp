@@ -114,7 +114,7 @@ class QuickSum {
   [[gnu::always_inline]] Twofold value() const {
     double low = 0.0;
     Twofold sum;
-    for (int i = 0; i < plane::lanes; ++i) {
+    for (std::size_t i = 0; i < plane::lanes; ++i) {
       low += low_[i];
       sum = sumOf(sum.high, high_[i]);
       low += sum.low;
@@ -274,7 +274,7 @@ QuickSums quickSumsOf(std::span<const qcVector<2>> ring, const Frame& frame) {
   // A term is at most 108 < 2^7, the sum of n terms 2^7 n, the rounding errors of n sums that are
   // kept 2^-45 n^2, and those of a few sums of these for each term, which are not, less than
   // 2^-95 n^3 together.
-  const auto n = static_cast<double>(std::max(ring.size(), std::size_t{plane::lanes}));
+  const auto n = static_cast<double>(std::max(ring.size(), plane::lanes));
   sums.error = 0x1p-95 * n * n * n;
   return sums;
 }
