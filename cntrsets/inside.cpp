@@ -20,7 +20,6 @@
 namespace {
 
 using cntr::plane::Box;
-using cntr::sets::FeatureWinding;
 using cntr::sets::InsideGrid;
 using cntr::sets::Point;
 using cntr::sets::RingList;
