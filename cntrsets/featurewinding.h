@@ -24,8 +24,8 @@ class FeatureWinding {
   /// Makes questions fast: O(n) for well-behaved outlines, less than 5 n in memory.
   void sortIntoSlabs();
 
-  /// The first part whose outline winds around the point while none of its holes does; what is said
-  /// of a point on an edge holds for those just beyond it. REQUIRES: a finite point.
+  /// The first part whose outline winds around the point while none of its holes does; the answer
+  /// for a point on an edge is that for the points just beyond it. REQUIRES: a finite point.
   std::optional<std::size_t> partAround(const Point& p) const;
 
  private:

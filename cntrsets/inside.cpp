@@ -34,7 +34,7 @@ constexpr double nearEdge = 1e-6;
 /// Sorting edges into slabs takes as long as this many points do without them.
 constexpr std::size_t pointsBeforeSlabs = 8;
 
-/// As a grid takes as long as points do without one.
+/// Building a grid takes as long as answering this many points without one.
 constexpr std::size_t pointsBeforeGrid(std::size_t vertices) { return 2 * (vertices + 32); }
 
 }  // namespace
@@ -154,10 +154,10 @@ struct qcInside::State {
   }
 
   Scaling scaling;
-  /// Without those that bound nothing.
+  /// The rings without those that bound nothing.
   std::vector<qcRings> rings;
   std::size_t vertices = 0;
-  /// Of all outlines.
+  /// The box of all outlines.
   Box box;
   /// How often neither box nor grid had the answer.
   std::size_t questions = 0;

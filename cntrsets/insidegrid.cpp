@@ -80,7 +80,7 @@ struct RayOfRing {
     return diagonal.len() <= 2.0 * radius - 2.0 * plane::containmentMargin;
   }
 
-  /// From all points of a cell.
+  /// Whether it ends outside from all points of a cell.
   bool endsOutside(const plane::Box& cell) const {
     if (farthestIn(cell, first) <= radius - plane::containmentMargin) return true;
     const Point farthest(std::max(cell.maxX - bounds.minX, bounds.maxX - cell.minX),
@@ -166,7 +166,7 @@ class InsideGrid::Builder {
     }
   }
 
-  /// Of a run of cells that no edge comes near: that of a cell below, if one is known.
+  /// The answer of a run of cells that no edge comes near: that of a cell below, if one is known.
   Answer answerOf(std::size_t begin, std::size_t end, const IsFilled& isFilled) const {
     for (std::size_t cell = begin; cell < end && cell >= grid_.columns_; ++cell) {
       const Answer below = grid_.cells_[cell - grid_.columns_];

@@ -6,9 +6,9 @@
 //   outside  where they are not filled: every point is farther from all edges than 1e-6;
 //   inside   where they are filled, and the regions of the library are bound to say so as well.
 //
-// The latter is so under the conditions at the head of cntr/index/containmentgrid.h, which are
-// those that a region's own grid answers under. What is near an edge here is near by the larger
-// margin of condition (b) there, and cells in which condition (d) may fail hold no answer.
+// The latter is so under the conditions at the head of cntr/index/containmentgrid.h, under which a
+// region's own grid answers, too. What is near an edge here is near by the larger margin of
+// condition (b) there, and cells in which condition (d) may fail hold no answer.
 
 #pragma once
 

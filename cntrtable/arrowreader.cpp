@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
 // Reads Arrow columns of features. Levels are counted from the column itself, 0, inwards. Each is
-// checked before it is read: what it says of itself, then the offsets into the next one.
+// checked before it is read: what it states about itself, then the offsets into the next one.
 
 #include <algorithm>
 #include <array>
@@ -104,7 +104,7 @@ constexpr std::array<ListLayout, 4> listLayouts{
      {"geoarrow.multipolygon", 3, qcOutlineKind::eAreas},
      {"geoarrow.multilinestring", 2, qcOutlineKind::eLines}}};
 
-/// Of lists nested as deep as that around coordinates.
+/// The layout of lists nested this deep around coordinates.
 ListLayout layoutOf(const std::string& name, std::size_t depth) {
   const auto* const found =
       std::find_if(listLayouts.begin(), listLayouts.end(), [&](const ListLayout& layout) {
@@ -120,7 +120,7 @@ ListLayout layoutOf(const std::string& name, std::size_t depth) {
 
 // Arrays
 
-/// Checks what an array says of itself.
+/// Checks what an array states about itself.
 void requireArray(const ArrowArray* array, std::size_t level, std::int64_t buffers,
                   std::int64_t children) {
   const auto refuseHere = [level](const std::string& why) { refuse(placeOf(level) + ": " + why); };
@@ -223,7 +223,7 @@ bool isAligned(const std::byte* numbers) {
   return reinterpret_cast<std::uintptr_t>(numbers) % alignof(double) == 0;
 }
 
-/// Of x and y in turn, and what else there is of each vertex.
+/// Vertices from numbers in turn: x, y, and whatever else there is for each vertex.
 Vertices interleaved(const ArrowSchema& schema, const std::shared_ptr<const qcArrowArray>& owner,
                      const ArrowArray& array, std::int64_t begin, std::int64_t end,
                      std::size_t level) {
@@ -255,7 +255,7 @@ std::int64_t coordinateNamed(const ArrowSchema& schema, std::string_view name, s
   refuse(placeOf(level) + ": the coordinates have no " + std::string(name));
 }
 
-/// Of a struct with x and y.
+/// Vertices from a struct with x and y.
 Vertices separated(const ArrowSchema& schema, const ArrowArray& array, std::int64_t begin,
                    std::int64_t end, std::size_t level) {
   requireNoNulls(array, begin, end, level);
@@ -358,7 +358,7 @@ qcOutlines readLists(const ArrowSchema& schema, const std::string& name,
 
 using Bytes = std::span<const std::byte>;
 
-/// The values of a binary column, one behind the other.
+/// The values of a binary column, one after the other.
 class JoinedValues {
  public:
   JoinedValues(const ArrowSchema& schema, const ArrowArray& array) {
@@ -413,7 +413,7 @@ class ViewedValues {
   }
 
  private:
-  /// Those of nulls, views and sizes.
+  /// The buffers of nulls, views and sizes.
   static constexpr std::int64_t otherBuffers = 3;
   static constexpr std::int64_t viewSize = 16;
   static constexpr std::int64_t longestInside = 12;

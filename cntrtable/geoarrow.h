@@ -15,7 +15,7 @@
 /// are copied: separated ones (a struct with x and y), misaligned ones, and those with Z or M,
 /// which are left out.
 ///
-/// Read are geoarrow.linestring, polygon, multilinestring and multipolygon; lists of the same depth
+/// It reads geoarrow.linestring, polygon, multilinestring and multipolygon; lists of the same depth
 /// without a name, of which list<coordinates> is a line, list<list<coordinates>> a polygon, and
 /// list<list<list<coordinates>>> a multipolygon; and WKB as binary, with the name geoarrow.wkb,
 /// ogc.wkb or none. Lists and binary may be large, binary may be views. A null becomes a feature
@@ -27,9 +27,9 @@
 /// interface: they are as large as the lengths demand.
 qcOutlines qf_FromArrow(const ArrowSchema* schema, ArrowArray* array);
 
-/// The features of all columns of a stream, one behind the other: those of a single column as
-/// above, several copied. The stream is taken over and released once. Throws what the other one
-/// throws, and BadParams with the stream's own message when it fails.
+/// The features of all columns of a stream, one after the other: those of a single column as above,
+/// several copied. The stream is taken over and released once. Throws what the other one throws,
+/// and BadParams with the stream's own message when it fails.
 qcOutlines qf_FromArrow(ArrowArrayStream* stream);
 
 /// How features are laid out.

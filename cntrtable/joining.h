@@ -24,6 +24,6 @@ struct qcInsidePairs {
 ///
 /// Only points in a feature's box are asked about. `threads` is how many share the work, 0 for as
 /// many as there are processors: the pairs are the same whatever their number. Throws
-/// qcContourDefs::BadParams for coordinates that are no pairs.
+/// qcContourDefs::BadParams for an odd number of coordinates.
 qcInsidePairs qf_InsideJoin(const qcOutlines& outlines, std::span<const double> points,
                             unsigned threads = 0);

@@ -79,8 +79,8 @@ class qcOutlines {
   /// is of the kind eNothing, with the problem "empty". O(rings).
   ///
   /// Throws qcContourDefs::BadParams for offsets that are negative, less than one before them, or
-  /// beyond what they count, naming the first of them; for coordinates that are no pairs; and for
-  /// as many edge elements as there are no vertices. Nothing outside the arrays is read.
+  /// beyond what they count, naming the first of them; for an odd number of coordinates; and when
+  /// there are edge elements, but not one for each vertex. Nothing outside the arrays is read.
   static qcOutlines fromRagged(const qcRaggedOutlines& arrays,
                                std::shared_ptr<const void> owner = nullptr);
 

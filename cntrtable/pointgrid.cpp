@@ -22,7 +22,7 @@ std::vector<NumberedPoint> finitePoints(std::span<const double> coordinates) {
   return points;
 }
 
-/// Nothing for points on a line, and for those so far apart that their distance is no double.
+/// Nothing for points on a line, and for those so far apart that their distance overflows.
 double cellsPerUnit(double cells, double length) {
   return length > 0.0 && std::isfinite(length) ? cells / length : 0.0;
 }

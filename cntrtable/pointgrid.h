@@ -39,7 +39,7 @@ class PointGrid {
   }
 
  private:
-  // The nearest one's for coordinates outside the bounds.
+  // The nearest cell's for coordinates outside the bounds.
 
   std::size_t columnOf(double x) const noexcept {
     return cellOf((x - bounds_.minX) * columnsPerUnit_, columns_);

@@ -146,10 +146,10 @@ class StarSearch {
 };
 
 /// A point around which the ring runs once, always the same way: every half-line from there meets
-/// it exactly once, so that it shares no point but the vertices between neighbouring edges. None
-/// says nothing, of rings that are not star-shaped and of those that are so by too little, or have
-/// coordinates that are too large, too small or not finite. What is found is checked against every
-/// edge, rounding included. `box` is that of the vertices. O(n), about 3 ns for each vertex.
+/// it exactly once, so that it shares no point but the vertices between neighbouring edges. An
+/// empty result says nothing: the ring may not be star-shaped, or only just so, or have coordinates
+/// that are too large, too small or not finite. What is found is checked against every edge,
+/// rounding included. `box` is that of the vertices. O(n), about 3 ns for each vertex.
 inline std::optional<qcVector<2>> starCentre(std::span<const qcVector<2>> ring,
                                              const Box& box) noexcept {
   return ring.size() < 3 ? std::nullopt : StarSearch(ring, box).run();
