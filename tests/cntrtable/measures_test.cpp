@@ -179,8 +179,10 @@ TEST(Measures, OfTheMassAreThoseOfExactArithmeticFarFromTheOriginAndForManyVerti
       const double centreError = 1e-12 * extent * boxArea / static_cast<double>(area) +
                                  std::nextafter(far, INFINITY) - far;
       EXPECT_NEAR(numberOf("area", moved), static_cast<double>(area), areaError);
-      EXPECT_NEAR(numberOf("centre_x", moved), static_cast<double>(far + x), centreError);
-      EXPECT_NEAR(numberOf("centre_y", moved), static_cast<double>(y - far), centreError);
+      EXPECT_NEAR(numberOf("centre_x", moved), static_cast<double>(static_cast<Long>(far) + x),
+                  centreError);
+      EXPECT_NEAR(numberOf("centre_y", moved), static_cast<double>(y - static_cast<Long>(far)),
+                  centreError);
       EXPECT_NEAR(numberOf("moment_xx", moved), static_cast<double>(xx), momentError);
       EXPECT_NEAR(numberOf("moment_xy", moved), static_cast<double>(xy), momentError);
       EXPECT_NEAR(numberOf("moment_yy", moved), static_cast<double>(yy), momentError);
