@@ -143,6 +143,14 @@ def test_coordinates_that_are_not_finite_are_refused() -> None:
         table.to_geojson()
 
 
+def test_rings_without_vertices_are_left_out() -> None:
+    empty = cntr.Contour([])
+    holed = cntr.Region(SQUARE, holes=[empty])
+    parted = cntr.RegionSet([cntr.Region([]), cntr.Region(SQUARE)])
+    again = cntr.Outlines.from_geojson(cntr.Outlines.from_regions([holed, parted]).to_geojson())
+    assert list(again) == [cntr.Region(SQUARE), cntr.Region(SQUARE)]
+
+
 def test_no_outlines_are_an_empty_collection() -> None:
     text = cntr.Outlines.from_regions([]).to_geojson()
     assert json.loads(text) == {"type": "FeatureCollection", "features": []}
