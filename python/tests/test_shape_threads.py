@@ -2,6 +2,7 @@
 """One shape asked by several threads, and what many shapes leave behind."""
 
 import gc
+import os
 import resource
 import sys
 import threading
@@ -128,6 +129,9 @@ def resident() -> int:
         return int(statm.read().split()[1]) * resource.getpagesize()
 
 
+@pytest.mark.skipif(
+    "ASAN_OPTIONS" in os.environ, reason="the address sanitizer keeps what was freed"
+)
 def test_a_million_objects_leave_no_memory_behind() -> None:
     def make(count: int) -> None:
         for _ in range(count):
