@@ -35,6 +35,12 @@ def outline_frame(spark: SparkSession, rows: int, partitions: int) -> DataFrame:
     return blocks.mapInArrow(draw, "id long, geometry binary").where(f"id < {rows}")
 
 
+def simple_frame(spark: SparkSession, rows: int, partitions: int) -> DataFrame:
+    """Those of as many that do not cross themselves."""
+    drawn = outline_frame(spark, rows, partitions)
+    return drawn.where(f"id div {BLOCK} % {CROSSING} <> 0")
+
+
 def point_frame(spark: SparkSession, rows: int, regions: int, partitions: int) -> DataFrame:
     """`point`, `x` and `y`, anywhere among that many outlines; a tenth lies in one of them."""
     extent = SPACING * np.sqrt(regions)

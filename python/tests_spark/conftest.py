@@ -4,6 +4,7 @@
 import os
 import sys
 from collections.abc import Iterator
+from pathlib import Path
 
 import processes
 import pytest
@@ -26,6 +27,8 @@ def spark() -> Iterator[SparkSession]:
     """Its processes are gone when it has been stopped."""
     os.environ["SPARK_LOCAL_IP"] = "127.0.0.1"
     os.environ["PYSPARK_PYTHON"] = sys.executable
+    # What is drawn is drawn by the executors.
+    os.environ["PYTHONPATH"] = str(Path(__file__).parents[1] / "bench_spark")
     builder = SparkSession.builder.master("local-cluster[2,1,1536]").appName("cntr")
     session = builder.config(map=SETTINGS).getOrCreate()
     session.sparkContext.setLogLevel("OFF")

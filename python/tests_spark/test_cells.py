@@ -68,6 +68,14 @@ def test_a_heavy_place_is_spread_and_its_regions_are_in_all_of_its_shares() -> N
     assert set(rows.tolist()) == {0}
 
 
+def test_a_heavy_corner_does_not_keep_the_rest_from_being_divided() -> None:
+    rest = drawn("even", 1000)
+    points = np.concatenate([np.full((3000, 2), -1.0), rest])
+    cells = Cells.of_sample(points, np.ones(len(points)), 64)
+    _, reached = cells.of_boxes(np.array([[50.0, 50.0, 51.0, 51.0]]))
+    assert 1 <= len(reached) <= 4
+
+
 def test_boxes_of_nothing_reach_no_cell() -> None:
     cells = Cells.of_sample(drawn("even"), np.ones(20000), 8)
     rows, shares = cells.of_boxes(np.full((2, 4), np.nan))

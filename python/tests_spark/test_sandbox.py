@@ -92,7 +92,9 @@ def test_held_regions_are_sent_once_and_again_after_a_death(sandbox: Sandbox) ->
     assert sandbox.ask("inside", points).to_pylist() == [{"point": 0, "region": 0}]
     with pytest.raises(DiedError):
         sandbox.ask("measure", table_of([samples.DEADLY]), columns=["area"])
-    sandbox.hold("a", table_of([]))
+    sandbox.hold("a", table_of([square]))
+    assert sandbox.ask("inside", points).num_rows == 1
+    sandbox.hold("b", table_of([]))
     assert sandbox.ask("inside", points).num_rows == 0
 
 
