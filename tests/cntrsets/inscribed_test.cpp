@@ -118,7 +118,7 @@ TEST(InscribedCircle, RefusesTolerancesAndCoordinatesThatMeanNothing) {
 }
 
 TEST(InscribedCircle, ToleranceBeyondTheShapeIsNoHarm) {
-  EXPECT_GE(radiusOf({{square, {}}}, INFINITY), 0.0);
+  EXPECT_GE(radiusOf({{square, {}}}, std::numeric_limits<double>::infinity()), 0.0);
   EXPECT_GE(radiusOf({{square, {}}}, 2.0), 3.0);
   EXPECT_NEAR(radiusOf({{square, {}}}, 1e-300), 5.0, 1e-10);
 }
