@@ -10,7 +10,12 @@
 #include <python/src/outlines.h>
 #include <python/src/shapebindings.h>
 
+namespace nb = nanobind;
+
 NB_MODULE(_core, module) {
+  // Shapes that are still alive when Python ends are not ours to complain of: notebooks keep
+  // theirs.
+  nb::set_leak_warnings(false);
   module.attr("version") = CNTR_VERSION;
   python::translateErrors();
   python::bindShapes(module);
