@@ -3,8 +3,12 @@
 
 import base64
 import html
+from collections.abc import Sequence
+from typing import TypeAlias
 
 from cntr import _core
+
+Parts: TypeAlias = Sequence[_core.Contour | _core.Region]
 
 # As many features are shown.
 SHOWN = 10
@@ -29,7 +33,7 @@ def _row(outlines: _core.Outlines, number: int, label: int) -> str:
     if feature is None:
         cells = ["", outlines[number : number + 1].problems[0], "", ""]
     else:
-        parts = feature if isinstance(feature, list) else [feature]
+        parts: Parts = feature if isinstance(feature, list) else [feature]
         cells = [_picture(parts), _name(parts), str(label) if label >= 0 else ""]
         cells.append(str(sum(len(part) for part in parts)))
     picture, *texts = cells
@@ -37,12 +41,12 @@ def _row(outlines: _core.Outlines, number: int, label: int) -> str:
     return f"<tr><td>{number}</td><td>{picture}</td>{tail}</tr>"
 
 
-def _name(parts: list[_core.Contour] | list[_core.Region]) -> str:
+def _name(parts: Parts) -> str:
     kind = "area" if parts[0].closed else "line"
     return kind if len(parts) == 1 else f"{kind} of {len(parts)} parts"
 
 
-def _picture(parts: list[_core.Contour] | list[_core.Region]) -> str:
+def _picture(parts: Parts) -> str:
     regions = [part for part in parts if isinstance(part, _core.Region)]
     shape = _core.RegionSet(regions) if len(regions) > 1 else parts[0]
     svg = base64.b64encode(shape._repr_svg_().encode()).decode()

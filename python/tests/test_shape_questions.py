@@ -7,6 +7,7 @@ from typing import Any, assert_type
 import numpy as np
 import pytest
 import shapely
+import skimage.measure
 from hypothesis import given
 from hypothesis import strategies as st
 from numpy.typing import NDArray
@@ -250,6 +251,14 @@ def test_points_are_inside_where_shapely_has_them(given: tuple[Points, Points]) 
     assert region.inside(points)[far].tolist() == expected[far].tolist()
     one_by_one = [region.inside((x, y)) for x, y in points[:20].tolist()]
     assert one_by_one == region.inside(points)[:20].tolist()
+
+
+@given(rings())
+def test_points_are_inside_where_scikit_image_has_them(given: tuple[Points, Points]) -> None:
+    outline, points = given
+    far = cntr.Region(outline).distance(points) > 1e-9
+    expected = skimage.measure.points_in_poly(points, outline)
+    assert cntr.Region(outline).inside(points)[far].tolist() == expected[far].tolist()
 
 
 @given(rings())
