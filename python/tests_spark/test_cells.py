@@ -1,6 +1,8 @@
 # SPDX-License-Identifier: MIT
 """Cells of the plane: every point in one, every region in all that it reaches, none too heavy."""
 
+import tracemalloc
+
 import numpy as np
 import pytest
 
@@ -74,6 +76,67 @@ def test_a_heavy_corner_does_not_keep_the_rest_from_being_divided() -> None:
     cells = Cells.of_sample(points, np.ones(len(points)), 64)
     _, reached = cells.of_boxes(np.array([[50.0, 50.0, 51.0, 51.0]]))
     assert 1 <= len(reached) <= 4
+
+
+def leaf_boxes(cells: Cells) -> Floats:
+    """Of each leaf: xmin, ymin, xmax, ymax, by all cuts on the way to it."""
+    boxes = np.array([[-np.inf, -np.inf, np.inf, np.inf]])
+    while len(boxes) <= len(cells.axes):
+        nodes = np.arange(len(boxes) - 1, 2 * len(boxes) - 1)
+        row, axis, cut = np.arange(len(boxes)), cells.axes[nodes], cells.cuts[nodes]
+        low, high = boxes.copy(), boxes.copy()
+        low[row, axis + 2] = np.minimum(boxes[row, axis + 2], cut)
+        high[row, axis] = np.maximum(boxes[row, axis], cut)
+        boxes = np.stack([low, high], axis=1).reshape(-1, 4)
+    return boxes
+
+
+def reached_literally(cells: Cells, boxes: Floats) -> set[tuple[int, int]]:
+    """The pairs of a box and a share, by a comparison of each box with each leaf."""
+    leaves = leaf_boxes(cells)
+    reach = np.all(boxes[:, None, :2] < leaves[:, 2:], axis=2)
+    reach &= np.all(boxes[:, None, 2:] >= leaves[:, :2], axis=2)
+    return {
+        (int(row), share)
+        for row, leaf in zip(*np.nonzero(reach), strict=True)
+        for share in range(cells.shares[leaf], cells.shares[leaf + 1])
+    }
+
+
+@pytest.mark.parametrize("kind", KINDS)
+def test_boxes_reach_the_cells_that_a_comparison_with_each_finds(kind: str) -> None:
+    points = drawn(kind, 4000)
+    cells = Cells.of_sample(points, np.ones(len(points)), 128)
+    random = np.random.default_rng(14)
+    low = random.uniform(-10.0, 100.0, (300, 2))
+    size = random.exponential(5.0, (300, 2))
+    boxes = np.concatenate([low, low + size], axis=1)
+    boxes[:50] = np.concatenate([points[:50], points[:50]], axis=1)
+    boxes[50:100, 2] = boxes[50:100, 0] = cells.cuts[:50]
+    rows, shares = cells.of_boxes(boxes)
+    found = list(zip(rows.tolist(), shares.tolist(), strict=True))
+    assert len(found) == len(set(found))
+    assert set(found) == reached_literally(cells, boxes)
+
+
+def test_many_boxes_and_many_cells_take_memory_for_their_pairs_alone() -> None:
+    points = drawn("even", 16 * 2**14)
+    cells = Cells.of_sample(points, np.ones(len(points)), 2**14)
+    assert cells.count == 2**14
+    low = np.random.default_rng(15).uniform(0.0, 100.0, (10_000, 2))
+    boxes = np.concatenate([low, low + 0.5], axis=1)
+    tracemalloc.start()
+    try:
+        rows, _ = cells.of_boxes(boxes)
+        _, peak = tracemalloc.get_traced_memory()
+    finally:
+        tracemalloc.stop()
+    assert 10_000 < len(rows) < 50_000
+    assert peak < 200 * len(rows)
+    some = boxes[:100]
+    rows, shares = cells.of_boxes(some)
+    pairs = set(zip(rows.tolist(), shares.tolist(), strict=True))
+    assert pairs == reached_literally(cells, some)
 
 
 def test_boxes_of_nothing_reach_no_cell() -> None:

@@ -60,6 +60,20 @@ def test_a_child_that_was_killed_while_it_waited_is_told_of_too(sandbox: Sandbox
     assert sandbox.ask("measure", table, columns=["area"]).num_rows == 2
 
 
+def test_a_child_that_does_not_answer_in_time_is_killed(sandbox: Sandbox) -> None:
+    table = table_of(samples.stars(2, seed=1))
+    limit = sandbox.limit
+    sandbox.ask("measure", table, columns=["area"])
+    assert sandbox.pid is not None
+    os.kill(sandbox.pid, signal.SIGSTOP)
+    sandbox.limit = 0.5
+    with pytest.raises(DiedError, match=r"^signal 9, after 0\.5 seconds without an answer$"):
+        sandbox.ask("measure", table, columns=["area"])
+    sandbox.limit = limit
+    assert sandbox.ask("measure", table, columns=["area"]).num_rows == 2
+    assert sandbox.starts == 2
+
+
 def test_what_a_task_raises_is_raised_with_its_traceback(sandbox: Sandbox) -> None:
     with pytest.raises(RuntimeError, match="beauty"):
         sandbox.ask("measure", table_of([]), columns=["beauty"])

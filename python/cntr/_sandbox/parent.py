@@ -3,6 +3,7 @@
 
 import json
 import os
+import select
 import subprocess
 import sys
 from typing import Any
@@ -13,16 +14,22 @@ from cntr._sandbox.memory import Region
 
 # The first line of a child that has found all that it needs.
 READY = b"ready\n"
+# The seconds that a child has for an answer.
+TIME_LIMIT = 600.0
 
 
 class DiedError(Exception):
-    """The child process ended before it answered; the message says how."""
+    """The child process ended, or was ended, before it answered; the message says how."""
 
 
 class Sandbox:
-    """Answers by a child process, which is started when it is needed, and again after its death."""
+    """Answers by a child process, which is started when it is needed, and again after its death.
 
-    def __init__(self) -> None:
+    A child that has not answered after `limit` seconds is killed.
+    """
+
+    def __init__(self, limit: float = TIME_LIMIT) -> None:
+        self.limit = limit
         self._process: subprocess.Popen[bytes] | None = None
         self._held = ""
         self.starts = 0
@@ -38,12 +45,9 @@ class Sandbox:
         request = {"task": task, "options": options, "size": self._inbox.put(table)}
         try:
             self._requests.write(json.dumps(request).encode() + b"\n")
-            answer = self._replies.readline()
         except BrokenPipeError:
-            answer = b""
-        if not answer.endswith(b"\n"):
-            raise DiedError(self._bury())
-        reply = json.loads(answer)
+            raise DiedError(self._bury()) from None
+        reply = json.loads(self._reply())
         if "error" in reply:
             raise RuntimeError(reply["error"])
         return self._outbox.take(reply["size"])
@@ -82,9 +86,23 @@ class Sandbox:
         self._requests = os.fdopen(requests, "wb", buffering=0)
         self._replies = os.fdopen(replies, "rb")
         self.starts += 1
-        if self._replies.readline() != READY:
+        try:
+            self._reply()
+        except DiedError as died:
             # No table is to blame for this.
-            raise RuntimeError(f"the child process did not start: {self._bury()}; see its messages")
+            message = f"the child process did not start: {died}; see its messages"
+            raise RuntimeError(message) from None
+
+    def _reply(self) -> bytes:
+        """The next line of the child."""
+        assert self._process is not None
+        if not select.select([self._replies], [], [], self.limit)[0]:
+            self._process.kill()
+            raise DiedError(f"{self._bury()}, after {self.limit:g} seconds without an answer")
+        line = self._replies.readline()
+        if not line.endswith(b"\n"):
+            raise DiedError(self._bury())
+        return line
 
     def _bury(self) -> str:
         assert self._process is not None

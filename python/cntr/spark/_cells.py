@@ -28,8 +28,6 @@ class Cells:
 
     axes: Integers
     cuts: Floats
-    # Of each leaf: xmin, ymin, xmax, ymax.
-    boxes: Floats
     # The number of the first share of each leaf, and behind the last one that of all.
     shares: Integers
 
@@ -41,8 +39,6 @@ class Cells:
         leaves = 2**depth
         axes = np.zeros(leaves - 1, np.int64)
         cuts = np.zeros(leaves - 1)
-        boxes = np.empty((2 * leaves - 1, 4))
-        boxes[0] = [-np.inf, -np.inf, np.inf, np.inf]
         items = [np.arange(len(points))]
         for node in range(leaves - 1):
             mine = items[node]
@@ -50,30 +46,42 @@ class Cells:
             axes[node], cuts[node] = axis, cut
             is_low = points[mine, axis] < cut
             items += [mine[is_low], mine[~is_low]]
-            boxes[2 * node + 1] = boxes[2 * node + 2] = boxes[node]
-            boxes[2 * node + 1, axis + 2] = boxes[2 * node + 2, axis] = cut
         heavy = np.array([weights[mine].sum() for mine in items[leaves - 1 :]])
-        return cls(axes, cuts, boxes[leaves - 1 :], shares_of(heavy))
+        return cls(axes, cuts, shares_of(heavy))
 
     @property
     def count(self) -> int:
         """Of all shares of cells."""
         return int(self.shares[-1])
 
+    @property
+    def depth(self) -> int:
+        """How many cuts there are on the way to each leaf."""
+        return len(self.axes).bit_length()
+
     def of_points(self, points: Floats, hashes: Integers) -> Integers:
         """The share that each point is in."""
         node = np.zeros(len(points), np.int64)
         rows = np.arange(len(points))
-        for _ in range(len(self.boxes).bit_length() - 1):
+        for _ in range(self.depth):
             node = 2 * node + 1 + (points[rows, self.axes[node]] >= self.cuts[node])
         leaf = node - len(self.axes)
         return self.shares[leaf] + hashes % np.diff(self.shares)[leaf]
 
     def of_boxes(self, boxes: Floats) -> tuple[Integers, Integers]:
-        """All pairs of a box (its row) and a share of a cell that it reaches; none for NaN."""
-        reach = np.all(boxes[:, None, :2] < self.boxes[:, 2:], axis=2)
-        reach &= np.all(boxes[:, None, 2:] >= self.boxes[:, :2], axis=2)
-        row, leaf = np.nonzero(reach)
+        """All pairs of a box (its row) and a share of a cell that it reaches; none for NaN.
+
+        The work is that of the pairs of a box and a node that it reaches.
+        """
+        row = np.nonzero(~np.isnan(boxes).any(axis=1))[0]
+        node = np.zeros(len(row), np.int64)
+        for _ in range(self.depth):
+            axis, cut = self.axes[node], self.cuts[node]
+            is_low = boxes[row, axis] < cut
+            is_high = boxes[row, axis + 2] >= cut
+            row = np.concatenate([row[is_low], row[is_high]])
+            node = np.concatenate([2 * node[is_low] + 1, 2 * node[is_high] + 2])
+        leaf = node - len(self.axes)
         repeats = np.diff(self.shares)[leaf]
         first = np.repeat(self.shares[leaf], repeats)
         begin = np.repeat(np.cumsum(repeats) - repeats, repeats)

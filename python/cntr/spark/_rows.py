@@ -2,6 +2,7 @@
 """Answers for each row of a data frame: measures and repaired outlines."""
 
 import functools
+import os
 from collections.abc import Callable, Iterable, Iterator, Sequence
 from typing import Any
 
@@ -12,7 +13,10 @@ from pyspark.sql import types as spark_types
 import cntr
 from cntr._sandbox import tasks
 from cntr._sandbox.bisection import answer_in_pieces
-from cntr._sandbox.parent import Sandbox
+from cntr._sandbox.parent import TIME_LIMIT, Sandbox
+
+# An environment variable of the executors: the seconds that a child has for an answer.
+TIME_LIMIT_NAME = "CNTR_SPARK_TIME_LIMIT"
 
 OUTCOME = pa.schema([("status", pa.string()), ("note", pa.string())])
 
@@ -30,7 +34,7 @@ SPARK_TYPES: dict[pa.DataType, spark_types.DataType] = {
 @functools.cache
 def sandbox() -> Sandbox:
     """The one child of this Python worker; it stays for the tasks that come after."""
-    return Sandbox()
+    return Sandbox(float(os.environ.get(TIME_LIMIT_NAME, TIME_LIMIT)))
 
 
 def ask_of_rows(task: str, geometries: pa.Array, answers: pa.Schema, **options: Any) -> pa.Table:
