@@ -385,8 +385,8 @@ class JoinedValues {
 class ViewedValues {
  public:
   explicit ViewedValues(const ArrowArray& array)
-      : array_(array), buffers_(array.n_buffers - otherBuffers) {
-    requireArray(&array, 0, std::max(array.n_buffers, otherBuffers), 0);
+      : array_(array), buffers_(std::max(array.n_buffers, otherBuffers) - otherBuffers) {
+    requireArray(&array, 0, buffers_ + otherBuffers, 0);
     if (array.length > 0 && array.buffers[1] == nullptr) refuse("level 0: there are no views");
     if (buffers_ > 0 && array.buffers[array.n_buffers - 1] == nullptr)
       refuse("level 0: there are no sizes of buffers");

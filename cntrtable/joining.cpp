@@ -11,7 +11,7 @@
 #include <cntr/plane/box.h>
 #include <cntrsets/inside.h>
 #include <cntrtable/blocks.h>
-#include <cntrtable/pointgrid.h>
+#include <cntrtable/pointstrips.h>
 #include <cntrtable/refusal.h>
 
 namespace {
@@ -19,7 +19,7 @@ namespace {
 using cntr::plane::Box;
 using table::featuresInBlock;
 using table::NumberedPoint;
-using table::PointGrid;
+using table::PointStrips;
 
 /// The box of the outlines of a feature; an empty one where no point can be inside.
 Box boxOfArea(const qcOutlines& outlines, std::size_t feature) {
@@ -38,11 +38,11 @@ Box boxOfArea(const qcOutlines& outlines, std::size_t feature) {
 }
 
 /// Adds the pairs of one outline.
-void join(const qcOutlines& outlines, std::size_t outline, const PointGrid& grid,
+void join(const qcOutlines& outlines, std::size_t outline, const PointStrips& strips,
           qcInsidePairs& pairs) {
   std::vector<NumberedPoint> candidates;
-  grid.forEachIn(boxOfArea(outlines, outline),
-                 [&candidates](const NumberedPoint& point) { candidates.push_back(point); });
+  strips.forEachIn(boxOfArea(outlines, outline),
+                   [&candidates](const NumberedPoint& point) { candidates.push_back(point); });
   if (candidates.empty()) return;
   const qcInside inside(outlines.feature(outline));
   const std::size_t before = pairs.points.size();
@@ -62,11 +62,11 @@ qcInsidePairs qf_InsideJoin(const qcOutlines& outlines, std::span<const double> 
                             unsigned threads) {
   if (points.size() % 2 != 0)
     table::refuse(std::to_string(points.size()) + " coordinates are no pairs of x and y");
-  const PointGrid grid(points);
+  const PointStrips strips(points);
   std::vector<qcInsidePairs> blocks((outlines.size() + featuresInBlock - 1) / featuresInBlock);
   table::forBlocks(outlines.size(), threads, [&](std::size_t begin, std::size_t end) {
     for (std::size_t outline = begin; outline < end; ++outline)
-      join(outlines, outline, grid, blocks[begin / featuresInBlock]);
+      join(outlines, outline, strips, blocks[begin / featuresInBlock]);
   });
   qcInsidePairs all;
   for (const qcInsidePairs& block : blocks) {

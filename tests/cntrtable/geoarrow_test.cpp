@@ -211,6 +211,10 @@ TEST(GeoArrow, RefusesBinaryViewsOfWhatIsNotThere) {
   EXPECT_EQ(refusalOf([&] { qf_FromArrow(schema.get(), array.get()); }),
             "level 0: the array has 2 buffers instead of 3");
   array = table::makeArrowArray(1, 0, {nullptr, nullptr, nullptr}, {});
+  array->n_buffers = std::numeric_limits<std::int64_t>::min();
+  EXPECT_EQ(refusalOf([&] { qf_FromArrow(schema.get(), array.get()); }),
+            "level 0: the array has -9223372036854775808 buffers instead of 3");
+  array = table::makeArrowArray(1, 0, {nullptr, nullptr, nullptr}, {});
   EXPECT_EQ(refusalOf([&] { qf_FromArrow(schema.get(), array.get()); }),
             "level 0: there are no views");
 }

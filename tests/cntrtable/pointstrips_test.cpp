@@ -2,7 +2,7 @@
 //
 // Points found in boxes against a look at every point.
 
-#include <cntrtable/pointgrid.h>
+#include <cntrtable/pointstrips.h>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -20,9 +20,9 @@ using Numbers = std::vector<std::int64_t>;
 
 constexpr double infinity = std::numeric_limits<double>::infinity();
 
-Numbers found(const table::PointGrid& grid, const Box& box) {
+Numbers found(const table::PointStrips& strips, const Box& box) {
   Numbers numbers;
-  grid.forEachIn(box, [&numbers](const table::NumberedPoint& p) { numbers.push_back(p.number); });
+  strips.forEachIn(box, [&numbers](const table::NumberedPoint& p) { numbers.push_back(p.number); });
   std::sort(numbers.begin(), numbers.end());
   return numbers;
 }
@@ -39,7 +39,7 @@ Numbers plainlyFound(const std::vector<double>& coordinates, const Box& box) {
   return numbers;
 }
 
-/// Few different coordinates, so that points lie on borders of boxes and cells, now and then no
+/// Few different coordinates, so that points lie on borders of boxes and strips, now and then no
 /// finite ones.
 double anyCoordinate(shapes::Random& random, double unit) {
   if (random.chance(0.02)) return random.chance(0.5) ? infinity : std::nan("");
@@ -49,7 +49,7 @@ double anyCoordinate(shapes::Random& random, double unit) {
 
 }  // namespace
 
-TEST(PointGrid, FindsThePointsInABoxOrOnItsBoundary) {
+TEST(PointStrips, FindsThePointsInABoxOrOnItsBoundary) {
   std::size_t all = 0;
   for (std::uint64_t seed = 0; seed < 500; ++seed) {
     shapes::Random random(seed);
@@ -61,14 +61,14 @@ TEST(PointGrid, FindsThePointsInABoxOrOnItsBoundary) {
       coordinates.push_back(anyCoordinate(random, unitX));
       coordinates.push_back(anyCoordinate(random, unitY));
     }
-    const table::PointGrid grid(coordinates);
+    const table::PointStrips strips(coordinates);
     for (int i = 0; i < 20; ++i) {
       const double x = unitX * (static_cast<double>(random.below(18)) - 1.0);
       const double y = unitY * (static_cast<double>(random.below(18)) - 1.0);
       const double width = unitX * static_cast<double>(random.below(8));
       const double height = unitY * static_cast<double>(random.below(8));
       const Box box{x, y, x + width, y + height};
-      const Numbers numbers = found(grid, box);
+      const Numbers numbers = found(strips, box);
       ASSERT_EQ(numbers, plainlyFound(coordinates, box)) << "seed " << seed;
       all += numbers.size();
     }
@@ -76,14 +76,49 @@ TEST(PointGrid, FindsThePointsInABoxOrOnItsBoundary) {
   EXPECT_GT(all, 10000U);
 }
 
-TEST(PointGrid, FindsNothingInAnEmptyBoxNorAmongNoPoints) {
+TEST(PointStrips, FindsNothingInAnEmptyBoxNorAmongNoPoints) {
   const std::vector<double> coordinates{1, 1, 2, 2};
-  EXPECT_TRUE(found(table::PointGrid(coordinates), Box()).empty());
-  EXPECT_TRUE(found(table::PointGrid({}), {-infinity, -infinity, infinity, infinity}).empty());
+  EXPECT_TRUE(found(table::PointStrips(coordinates), Box()).empty());
+  EXPECT_TRUE(found(table::PointStrips({}), {-infinity, -infinity, infinity, infinity}).empty());
 }
 
-TEST(PointGrid, TakesBoxesThatReachToInfinity) {
+TEST(PointStrips, TakesBoxesThatReachToInfinity) {
   const std::vector<double> coordinates{1, 1, 2, infinity, 3, 3};
-  EXPECT_THAT(found(table::PointGrid(coordinates), {-infinity, -infinity, infinity, infinity}),
+  EXPECT_THAT(found(table::PointStrips(coordinates), {-infinity, -infinity, infinity, infinity}),
               testing::ElementsAre(0, 2));
+}
+
+TEST(PointStrips, LooksAtFewPointsOutsideABox) {
+  constexpr std::size_t count = 40000;
+  const auto none = [](const table::NumberedPoint&) {};
+  shapes::Random random(3);
+  std::vector<double> coordinates;
+  for (std::size_t i = 0; i < 2 * count; ++i) coordinates.push_back(random.uniform(0.0, 100.0));
+  const Box middle{40, 40, 60, 60};
+  const std::size_t inside = plainlyFound(coordinates, middle).size();
+  EXPECT_GT(inside, count / 30);
+  // Two strips are cut by the box, a fifth of each at its height.
+  const std::size_t looks = table::PointStrips(coordinates).forEachIn(middle, none);
+  EXPECT_GE(looks, inside);
+  EXPECT_LT(looks, inside + 200);
+
+  // Points far away make no difference.
+  for (const double far : {1e9, -1e300, 1e300}) coordinates.insert(coordinates.end(), {far, far});
+  const std::size_t looksBesideFar = table::PointStrips(coordinates).forEachIn(middle, none);
+  EXPECT_GE(looksBesideFar, inside);
+  EXPECT_LT(looksBesideFar, inside + 200);
+}
+
+TEST(PointStrips, LooksAtThePointsInABoxAloneWhereAllAreAboveEachOther) {
+  std::vector<double> coordinates;
+  for (int i = 10000; i > 0; --i) {
+    coordinates.push_back(7.0);
+    coordinates.push_back(i);
+  }
+  std::size_t visits = 0;
+  const std::size_t looks =
+      table::PointStrips(coordinates)
+          .forEachIn({0, 200, 10, 299}, [&visits](const table::NumberedPoint&) { ++visits; });
+  EXPECT_EQ(visits, 100U);
+  EXPECT_EQ(looks, 100U);
 }
