@@ -47,7 +47,5 @@ def _name(parts: Parts) -> str:
 
 
 def _picture(parts: Parts) -> str:
-    regions = [part for part in parts if isinstance(part, _core.Region)]
-    shape = _core.RegionSet(regions) if len(regions) > 1 else parts[0]
-    svg = base64.b64encode(shape._repr_svg_().encode()).decode()
+    svg = base64.b64encode(_core.picture(parts).encode()).decode()
     return f'<img width="48" height="48" src="data:image/svg+xml;base64,{svg}">'

@@ -58,19 +58,15 @@ def write(outlines: _core.Outlines, path: str | os.PathLike[str]) -> None:
 def read(path: str | os.PathLike[str]) -> _core.Outlines:
     """The outlines of a file of GeoParquet 1.0 or 1.1, whoever wrote it.
 
-    Read are its primary column, and where write() has made them labels, problems and edge elements.
-    Raises ValueError for other files of Parquet.
+    Read are its primary column and, where they are of the types that write() gives them, labels,
+    problems and edge elements; other columns of these names are left out. Raises ValueError for
+    other files of Parquet, and for numbers that labels and edge elements cannot be.
     """
-    import pyarrow as pa
     import pyarrow.parquet
 
     file = pyarrow.parquet.ParquetFile(path)
-    geo = json.loads((file.schema_arrow.metadata or {}).get(b"geo", b"null"))
-    if geo is None:
-        raise ValueError(f"{os.fspath(path)} has no metadata of GeoParquet")
-    name = geo["primary_column"]
-    encoding = geo["columns"][name]["encoding"]
-    own = [n for n in (LABEL, PROBLEM, EDGES) if n in file.schema_arrow.names and n != name]
+    name, encoding = _primary_column(file, path)
+    own = [n for n in (LABEL, PROBLEM, EDGES) if n != name and _is_own(file.schema_arrow, n)]
     table = file.read([name, *own])
     if encoding != "WKB":
         if encoding.lower() not in GEOARROW:
@@ -80,11 +76,71 @@ def read(path: str | os.PathLike[str]) -> _core.Outlines:
         column = table[name].combine_chunks()
         return _core.Outlines.from_arrow(_Named(column, encoding.lower()))
     labels = np.full(len(table), -1, dtype=np.int64)
-    if LABEL in own and pa.types.is_integer(table[LABEL].type):
-        labels = table[LABEL].fill_null(-1).to_numpy().astype(np.int64)
+    if LABEL in own:
+        labels = _whole_numbers(
+            table[LABEL].combine_chunks(), 2**32 - 1, f"{os.fspath(path)}: {LABEL}"
+        )
     problems = _problems_in(table) if PROBLEM in own else {}
-    edges = _edge_elements_in(table) if EDGES in own else None
+    edges = _edge_elements_in(table, path) if EDGES in own else None
     return _core.put_together(table[name], labels, problems, edges)
+
+
+def _primary_column(file: Any, path: str | os.PathLike[str]) -> tuple[str, str]:
+    """The name and the encoding of a file's geometry."""
+    metadata = (file.schema_arrow.metadata or {}).get(b"geo")
+    if metadata is None:
+        raise ValueError(f"{os.fspath(path)} has no metadata of GeoParquet")
+    try:
+        geo = json.loads(metadata)
+    except ValueError as error:
+        raise ValueError(
+            f"{os.fspath(path)}: the metadata of GeoParquet are not JSON: {error}"
+        ) from error
+    try:
+        name = geo["primary_column"]
+        encoding = geo["columns"][name]["encoding"]
+    except (KeyError, TypeError, IndexError):
+        name = encoding = None
+    if not isinstance(name, str) or not isinstance(encoding, str):
+        raise ValueError(
+            f"{os.fspath(path)}: the metadata of GeoParquet describe no primary column and its "
+            "encoding"
+        )
+    if name not in file.schema_arrow.names:
+        raise ValueError(
+            f"{os.fspath(path)}: the metadata of GeoParquet name the column {name!r}, which is "
+            "not there"
+        )
+    return name, encoding
+
+
+def _is_own(schema: "pa.Schema", name: str) -> bool:
+    """Whether there is such a column, of a type that write() could have given it."""
+    from pyarrow import types
+
+    if schema.get_field_index(name) < 0:
+        return False
+    of = schema.field(name).type
+    if name == LABEL:
+        return bool(types.is_integer(of))
+    if name == PROBLEM:
+        return bool(types.is_string(of) or types.is_large_string(of))
+    if not (types.is_list(of) or types.is_large_list(of)) or not types.is_struct(of.value_type):
+        return False
+    fields = [of.value_type.get_field_index(field) for field in ("magnitude", "angle")]
+    return all(i >= 0 and types.is_integer(of.value_type.field(i).type) for i in fields)
+
+
+def _whole_numbers(values: "pa.Array", largest: int, what: str, rows: Any = None) -> Any:
+    """The numbers, and -1 for null; of each in `rows` the row that it is in, if not its own."""
+    missing = values.is_null().to_numpy(zero_copy_only=False)
+    numbers = values.fill_null(0).to_numpy(zero_copy_only=False)
+    wrong = np.flatnonzero((numbers < 0) | (numbers > largest))
+    if len(wrong) > 0:
+        first = wrong[0]
+        row = first if rows is None else rows[first]
+        raise ValueError(f"{what} in row {row} must be from 0 to {largest}, not {numbers[first]}")
+    return np.where(missing, -1, numbers.astype(np.int64))
 
 
 def _described(outlines: _core.Outlines) -> dict[str, Any]:
@@ -116,13 +172,23 @@ def _lists_of_edge_elements(magnitudes: Any, angles: Any, counts: Any) -> "pa.Ar
     return pa.LargeListArray.from_arrays(pa.array(offsets, pa.int64()), elements)
 
 
-def _edge_elements_in(table: "pa.Table") -> tuple[Any, Any, Any]:
+def _edge_elements_in(table: "pa.Table", path: str | os.PathLike[str]) -> tuple[Any, Any, Any]:
+    """As take_apart() gives them."""
     import pyarrow.compute
 
-    elements = table[EDGES].combine_chunks().flatten()
-    magnitudes = pyarrow.compute.struct_field(elements, "magnitude").cast("int32")
-    angles = pyarrow.compute.struct_field(elements, "angle")
-    return magnitudes.fill_null(-1).to_numpy(), angles.fill_null(0).to_numpy(), None
+    column = table[EDGES].combine_chunks()
+    counts = pyarrow.compute.list_value_length(column).fill_null(0).to_numpy().astype(np.int64)
+    elements = column.flatten()
+    rows = np.repeat(np.arange(len(counts)), counts)
+    where = f"{os.fspath(path)}: {EDGES}"
+    magnitudes, angles = (
+        _whole_numbers(
+            pyarrow.compute.struct_field(elements, field), largest, f"{where}: {field}", rows
+        )
+        for field, largest in (("magnitude", 65535), ("angle", 255))
+    )
+    magnitudes[angles < 0] = -1
+    return magnitudes.astype(np.int32), np.maximum(angles, 0).astype(np.uint8), counts
 
 
 def _problems_in(table: "pa.Table") -> dict[int, str]:

@@ -43,6 +43,8 @@ def plot(shape: Shape, ax: Axes | None) -> Axes:
     from matplotlib.patches import PathPatch
     from matplotlib.path import Path
 
+    if ax is not None and not hasattr(ax, "add_patch"):
+        raise TypeError(f"ax must be None or axes of matplotlib, not {type(ax).__name__}")
     axes = pyplot.gca() if ax is None else ax
     if isinstance(shape, Contour) and not shape.closed:
         axes.plot(*shape.points.T)

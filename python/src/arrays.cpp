@@ -4,6 +4,7 @@
 
 #include <nanobind/stl/string.h>
 
+#include <limits>
 #include <string>
 #include <type_traits>
 
@@ -25,14 +26,7 @@ bool isOfRealNumbers(nb::handle array) {
 /// An array of no elements may be of any type: numpy makes numbers of an empty list.
 nb::object numbersOf(nb::handle given, const char* argument) {
   const nb::module_ numpy = nb::module_::import_("numpy");
-  nb::object array;
-  try {
-    array = numpy.attr("asarray")(given);
-  } catch (nb::python_error& error) {
-    const std::string message =
-        std::string(argument) + " must be an array of numbers: " + textOf(error.value());
-    throw nb::type_error(message.c_str());
-  }
+  const nb::object array = arrayOf(given, argument);
   if (!isOfRealNumbers(array)) {
     const std::string message = std::string(argument) + " must be an array of numbers, not of " +
                                 textOf(array.attr("dtype"));
@@ -51,6 +45,32 @@ nb::object numbersOf(nb::handle given, const char* argument) {
 }  // namespace
 
 std::string textOf(nb::handle object) { return nb::cast<std::string>(nb::str(object)); }
+
+nb::object arrayOf(nb::handle given, const std::string& argument) {
+  try {
+    return nb::module_::import_("numpy").attr("asarray")(given);
+  } catch (nb::python_error& error) {
+    const std::string message = argument + " must be an array of numbers: " + textOf(error.value());
+    throw nb::type_error(message.c_str());
+  }
+}
+
+nb::object iteratorOver(nb::handle given, const std::string& argument, const std::string& items) {
+  nb::object iterator = nb::steal(PyObject_GetIter(given.ptr()));
+  if (iterator.is_valid()) return iterator;
+  if (PyErr_ExceptionMatches(PyExc_TypeError) == 0) throw nb::python_error();
+  PyErr_Clear();
+  const std::string message =
+      argument + " must be an iterable of " + items + ", not " + Py_TYPE(given.ptr())->tp_name;
+  throw nb::type_error(message.c_str());
+}
+
+unsigned threadsIn(std::int64_t threads) {
+  if (threads >= 0 && threads <= std::numeric_limits<int>::max())
+    return static_cast<unsigned>(threads);
+  const std::string message = "threads must be 0 or more, not " + std::to_string(threads);
+  throw nb::value_error(message.c_str());
+}
 
 PointArray::PointArray(nb::handle given, const char* argument) {
   nb::object array = numbersOf(given, argument);

@@ -9,6 +9,7 @@
 #include <nanobind/ndarray.h>
 
 #include <cstddef>
+#include <cstdint>
 #include <span>
 #include <string>
 #include <vector>
@@ -19,6 +20,16 @@ namespace python {
 
 /// An object as messages show it.
 std::string textOf(nanobind::handle object);
+
+/// Whatever numpy makes an array of. Raises TypeError for lists of different lengths.
+nanobind::object arrayOf(nanobind::handle given, const std::string& argument);
+
+/// The items of an argument, `items` in messages, to be gone through once. Raises TypeError.
+nanobind::object iteratorOver(nanobind::handle given, const std::string& argument,
+                              const std::string& items);
+
+/// The number of threads to work with, 0 for as many as there are processors. Raises ValueError.
+unsigned threadsIn(std::int64_t threads);
 
 /// Points, and the array that holds them.
 class PointArray {

@@ -3,7 +3,9 @@
 // What is handed over are loans: structures that share the buffers of a column and keep it. Arrow
 // allows the children of an array to be taken out of it, so that each has a loan of its own.
 
+#include <nanobind/stl/string.h>
 #include <python/src/arrowcapsules.h>
+#include <python/src/texts.h>
 
 #include <cerrno>
 #include <new>
@@ -165,6 +167,10 @@ void bindArrowColumn(nb::module_& module) {
       "A column of geometries for other packages: pyarrow.array(), polars.Series() and\n"
       "others take it without copying.");
   type.def("__len__", [](const ArrowColumn& self) { return self.array().length; });
+  type.def("__repr__", [](const ArrowColumn& self) {
+    return "<cntr.ArrowColumn: " +
+           counted(static_cast<std::size_t>(self.array().length), "geometry", "geometries") + ">";
+  });
   defineArrowMethods(type, [](const ArrowColumn& self) { return self; });
 }
 

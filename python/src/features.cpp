@@ -69,11 +69,6 @@ nb::object shapeOf(const qcOutlines& outlines, std::size_t feature) {
 }
 
 void addShape(qcOutlinesBuilder& builder, nb::handle object) {
-  if (!nb::isinstance<Shape>(object)) {
-    const std::string message = "a Contour, a Region or a RegionSet is needed, not " +
-                                nb::cast<std::string>(object.type().attr("__name__"));
-    throw nb::type_error(message.c_str());
-  }
   const auto& shape = nb::cast<const Shape&>(object);
   for (const Part& part : shape.parts()) {
     addCurve(builder, part.outline);

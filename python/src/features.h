@@ -17,7 +17,7 @@ namespace python {
 nanobind::object shapeOf(const qcOutlines& outlines, std::size_t feature);
 
 /// Adds a Contour, a Region or a RegionSet as a feature: areas, or a line where it is open, with
-/// its label; a RegionSet has none. Raises TypeError for any other object.
+/// its label; a RegionSet has none. REQUIRES: `object` is one of these.
 void addShape(qcOutlinesBuilder& builder, nanobind::handle object);
 
 }  // namespace python

@@ -83,10 +83,20 @@ qcOutlines readAll(formats::Source& source, bool isByLines) {
   return sink.outlines();
 }
 
-bool isText(const std::string& given) {
-  const std::size_t first = given.find_first_not_of(" \t\r\n");
-  return first != std::string::npos &&
-         (given[first] == '{' || given[first] == formats::recordSeparator);
+constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
+
+/// What text begins with, which sources read without the mark.
+char firstIn(std::string_view text) {
+  if (text.starts_with(byteOrderMark)) text.remove_prefix(byteOrderMark.size());
+  const std::size_t first = text.find_first_not_of(" \t\r\n");
+  return first == std::string_view::npos ? ' ' : text[first];
+}
+
+/// A file may have a name that begins with a bracket.
+bool isGeoJsonText(const std::string& given, nb::handle os) {
+  const char first = firstIn(given);
+  return first == '{' || first == formats::recordSeparator ||
+         (first == '[' && !nb::cast<bool>(os.attr("path").attr("exists")(given)));
 }
 
 qcOutlines readText(const std::string& text) {
@@ -102,19 +112,49 @@ qcOutlines readFile(const std::string& path) {
                              formats::looksLikeGeoJsonLines(source.firstLine()));
 }
 
+[[noreturn]] void refuseSurrogate() {
+  throw nb::value_error("text_or_path has a lone surrogate, which is not a character");
+}
+
+/// As the file system takes them: bytes of paths need not be UTF-8.
+nb::bytes bytesOf(nb::handle given, nb::handle os) {
+  try {
+    return nb::cast<nb::bytes>(os.attr("fsencode")(given));
+  } catch (nb::python_error& error) {
+    if (error.matches(PyExc_UnicodeError)) refuseSurrogate();
+    throw;
+  }
+}
+
+void requireCharacters(nb::handle text) {
+  if (PyUnicode_AsUTF8AndSize(text.ptr(), nullptr) != nullptr) return;
+  PyErr_Clear();
+  refuseSurrogate();
+}
+
 qcOutlines fromGeoJson(nb::handle given) {
   const nb::module_ os = nb::module_::import_("os");
-  const auto text = nb::cast<std::string>(os.attr("fspath")(given));
-  if (nb::isinstance<nb::str>(given) && isText(text)) {
-    const nb::gil_scoped_release others;
-    return readText(text);
+  const bool isText = nb::isinstance<nb::str>(given);
+  if (!isText && PyBytes_Check(given.ptr()) == 0 && !nb::hasattr(given, "__fspath__")) {
+    const std::string message =
+        std::string("text_or_path must be text or a path, not ") + Py_TYPE(given.ptr())->tp_name;
+    throw nb::type_error(message.c_str());
   }
-  os.attr("stat")(text);
+  const nb::bytes encoded = bytesOf(given, os);
+  const std::string bytes(encoded.c_str(), encoded.size());
+  if (bytes.empty()) throw nb::value_error("text_or_path is empty");
+  if (isText && isGeoJsonText(bytes, os)) {
+    requireCharacters(given);
+    const nb::gil_scoped_release others;
+    return readText(bytes);
+  }
+  os.attr("stat")(given);
+  const auto name = nb::cast<std::string>(encoded.attr("decode")("utf-8", "backslashreplace"));
   const nb::gil_scoped_release others;
   try {
-    return readFile(text);
+    return readFile(bytes);
   } catch (const formats::FileError& error) {
-    throw formats::FileError(text + ": " + error.what());
+    throw formats::FileError(name + ": " + error.what());
   }
 }
 
@@ -167,18 +207,17 @@ std::string toGeoJson(const qcOutlines& self) {
 void bindGeoJson(OutlinesClass& type) {
   type.def_static(
           "from_geojson", fromGeoJson, nb::arg("text_or_path"),
-          nb::sig("def from_geojson(text_or_path: str | os.PathLike[str]) -> Outlines"),
-          "The features of GeoJSON: a text that begins with a brace, or a file, which may be "
-          "packed\n"
-          "by gzip. Read are documents, a feature to a line, and text sequences. Labels that are\n"
-          "whole numbers are kept. A feature that cannot be read becomes one without geometry;\n"
-          "what is no GeoJSON raises Error, naming line and column.")
+          nb::sig("def from_geojson(text_or_path: str | bytes | os.PathLike[str] | "
+                  "os.PathLike[bytes]) -> Outlines"),
+          "The features of GeoJSON: a text that begins with a brace, or a file, which may be\n"
+          "packed by gzip. Read are documents, a feature to a line, and text sequences. Labels\n"
+          "that are whole numbers are kept. A feature that cannot be read becomes one without\n"
+          "geometry. Input that is not GeoJSON raises Error, naming line and column.")
       .def("to_geojson", toGeoJson,
-           "A FeatureCollection as text, with labels, and the edge elements of outlines of "
-           "features\n"
-           "of one part. Outlines run counter-clockwise (y up), holes clockwise. Features without\n"
-           "geometry have none there, either. Raises BadParamsError for coordinates that are not\n"
-           "finite numbers.")
+           "A FeatureCollection as text, with labels, and the edge elements of outlines of\n"
+           "features of one part. Outlines run counter-clockwise (y up), holes clockwise.\n"
+           "Features without geometry have none there, either. Raises BadParamsError for\n"
+           "coordinates that are not finite numbers.")
       .def_prop_ro(
           "__geo_interface__",
           [](nb::handle self) {

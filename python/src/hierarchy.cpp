@@ -18,7 +18,7 @@ constexpr std::int64_t noParent = -1;
 
 Parents parentsIn(nb::handle hierarchy, std::size_t contours) {
   if (hierarchy.is_none()) return Parents(contours, noParent);
-  const nb::object array = nb::module_::import_("numpy").attr("asarray")(hierarchy);
+  const nb::object array = arrayOf(hierarchy, "hierarchy");
   const auto dtype = textOf(array.attr("dtype"));
   if (textOf(array.attr("dtype").attr("kind")) != "i") {
     const std::string message = "hierarchy must be an array of whole numbers, not of " + dtype;

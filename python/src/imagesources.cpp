@@ -3,6 +3,7 @@
 // Outlines from what image libraries find: OpenCV's contours and scikit-image's.
 
 #include <nanobind/stl/string.h>
+#include <python/src/arrays.h>
 #include <python/src/hierarchy.h>
 #include <python/src/outlines.h>
 #include <python/src/vertexbuffer.h>
@@ -23,7 +24,8 @@ Contours contoursIn(nb::handle list) {
   if (PyObject_CheckBuffer(list.ptr()) != 0)
     throw nb::type_error("contours must be a list of arrays, not a single one");
   Contours contours;
-  for (const nb::handle contour : nb::iter(list))
+  const nb::object iterator = iteratorOver(list, "contours", "arrays");
+  for (const nb::handle contour : nb::iter(iterator))
     contours.push_back(std::make_unique<const VertexBuffer>(contour, "contours", contours.size()));
   return contours;
 }

@@ -3,6 +3,7 @@
 #include <nanobind/ndarray.h>
 #include <nanobind/stl/string.h>
 #include <nanobind/stl/vector.h>
+#include <python/src/arrays.h>
 #include <python/src/measured.h>
 #include <python/src/newarrays.h>
 
@@ -156,10 +157,11 @@ nb::object Measured::column(const std::string& name) const {
   throw nb::key_error(message.c_str());
 }
 
-Measured measured(const qcOutlines& outlines, nb::handle columns, unsigned threads) {
+Measured measured(const qcOutlines& outlines, nb::handle columns, std::int64_t threads) {
+  const unsigned workers = threadsIn(threads);
   const std::vector<std::string> names = namesIn(columns);
   const nb::gil_scoped_release others;
-  return Measured(ArrowColumn(qf_Measure(outlines, names, threads)));
+  return Measured(ArrowColumn(qf_Measure(outlines, names, workers)));
 }
 
 void bindMeasured(nb::module_& module) {
@@ -186,12 +188,12 @@ void bindMeasured(nb::module_& module) {
           nb::sig("def note(self) -> numpy.typing.NDArray[numpy.object_]"),
           "What to know of each row, why it failed for instance; None where there is nothing.")
       .def("to_pandas", toPandas, nb::sig("def to_pandas(self) -> pandas.DataFrame"),
-           "A pandas.DataFrame of the columns; needs pandas.")
+           "A pandas.DataFrame of the columns. Needs pandas.")
       .def(
           "to_polars",
           [](nb::handle self) { return nb::module_::import_("polars").attr("DataFrame")(self); },
           nb::sig("def to_polars(self) -> polars.DataFrame"),
-          "A polars.DataFrame of the columns; needs polars.");
+          "A polars.DataFrame of the columns. Needs polars.");
   defineArrowMethods(type, [](const Measured& self) { return self.batch(); });
   module.def("measures", allMeasures, nb::sig("def measures() -> dict[str, tuple[int, str]]"),
              "All measures, see cntr.MEASURES.");

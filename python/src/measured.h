@@ -6,6 +6,7 @@
 
 #include <nanobind/nanobind.h>
 
+#include <cstdint>
 #include <string>
 #include <vector>
 
@@ -34,6 +35,6 @@ class Measured {
 
 /// The measures, "status" and "note" of each feature; of None the usual ones. Other threads run
 /// Python meanwhile.
-Measured measured(const qcOutlines& outlines, nanobind::handle columns, unsigned threads);
+Measured measured(const qcOutlines& outlines, nanobind::handle columns, std::int64_t threads);
 
 }  // namespace python

@@ -13,9 +13,11 @@
 #include <python/src/newarrays.h>
 #include <python/src/outlines.h>
 #include <python/src/outlinestate.h>
+#include <python/src/texts.h>
 
 #include <algorithm>
 #include <array>
+#include <cstdint>
 #include <limits>
 #include <optional>
 #include <set>
@@ -33,13 +35,11 @@ namespace python {
 
 namespace {
 
-qcOutlines validOutlines(const qcOutlines& self, const std::string& rule, unsigned threads) {
-  if (rule != "nonzero" && rule != "evenodd") {
-    const std::string message = "rule must be 'nonzero' or 'evenodd', not '" + rule + "'";
-    throw nb::value_error(message.c_str());
-  }
+qcOutlines validOutlines(const qcOutlines& self, const std::string& rule, std::int64_t threads) {
+  const qcPolygon::PolyFillMode mode = ruleNamed(rule);
+  const unsigned workers = threadsIn(threads);
   const nb::gil_scoped_release others;
-  return qf_MakeValid(self, rule == "nonzero" ? qcPolygon::eNonZero : qcPolygon::eEvenOdd, threads);
+  return qf_MakeValid(self, mode, workers);
 }
 
 std::size_t numberOf(std::ptrdiff_t index, std::size_t size, const char* what) {
@@ -66,7 +66,7 @@ qcOutlines sliceOf(const qcOutlines& self, const nb::slice& index) {
   return self.selected(features);
 }
 
-nb::object iteratorOver(nb::handle self) {
+nb::object featuresOf(nb::handle self) {
   nb::object iterator = nb::steal(PySeqIter_New(self.ptr()));
   if (!iterator.is_valid()) throw nb::python_error();
   return iterator;
@@ -83,20 +83,24 @@ nb::object verticesOf(nb::handle self, std::ptrdiff_t feature, std::ptrdiff_t pa
   return nb::cast(View(numbers.data(), {numbers.size() / 2, 2}, self));
 }
 
-nb::tuple insideJoin(const qcOutlines& self, const nb::object& points, unsigned threads) {
+nb::tuple insideJoin(const qcOutlines& self, const nb::object& points, std::int64_t threads) {
   const PointArray array(points, "points");
+  const unsigned workers = threadsIn(threads);
   qcInsidePairs pairs;
   {
     const nb::gil_scoped_release others;
-    pairs = qf_InsideJoin(self, array.coordinates(), threads);
+    pairs = qf_InsideJoin(self, array.coordinates(), workers);
   }
   return nb::make_tuple(newArray(std::move(pairs.outlines)), newArray(std::move(pairs.points)));
 }
 
 nb::object labelsOf(const qcOutlines& self) {
   std::vector<std::int64_t> labels(self.size(), -1);
-  for (std::size_t i = 0; i < self.size(); ++i)
-    if (const auto label = self.label(i)) labels[i] = *label;
+  {
+    const nb::gil_scoped_release others;
+    for (std::size_t i = 0; i < self.size(); ++i)
+      if (const auto label = self.label(i)) labels[i] = *label;
+  }
   return newArray(std::move(labels));
 }
 
@@ -112,6 +116,7 @@ void forAllRings(const qcOutlines& self, Visit visit) {
 using Bounds = std::tuple<double, double, double, double>;
 
 std::optional<Bounds> boundsOf(const qcOutlines& self) {
+  const nb::gil_scoped_release others;
   constexpr double infinity = std::numeric_limits<double>::infinity();
   double left = infinity;
   double low = infinity;
@@ -130,6 +135,7 @@ std::optional<Bounds> boundsOf(const qcOutlines& self) {
 }
 
 std::vector<std::string> geometryTypesOf(const qcOutlines& self) {
+  const nb::gil_scoped_release others;
   std::set<std::string> types;
   for (std::size_t i = 0; i < self.size(); ++i) {
     if (self.kind(i) == qcOutlineKind::eNothing) continue;
@@ -169,6 +175,7 @@ bool isSameFeature(const qcOutlines& a, const qcOutlines& b, std::size_t feature
 }
 
 bool isSame(const qcOutlines& a, const qcOutlines& b) {
+  const nb::gil_scoped_release others;
   if (a.size() != b.size()) return false;
   for (std::size_t i = 0; i < a.size(); ++i)
     if (!isSameFeature(a, b, i)) return false;
@@ -176,12 +183,13 @@ bool isSame(const qcOutlines& a, const qcOutlines& b) {
 }
 
 std::string describeOutlines(const qcOutlines& self) {
+  const nb::gil_scoped_release others;
   std::array<std::size_t, 3> counts{};
   for (std::size_t i = 0; i < self.size(); ++i) ++counts[static_cast<std::size_t>(self.kind(i))];
   const auto [nothing, areas, lines] = counts;
-  return "<cntr.Outlines: " + std::to_string(self.size()) + " features, " + std::to_string(areas) +
-         " areas, " + std::to_string(lines) + " lines, " + std::to_string(nothing) +
-         " without geometry>";
+  return "<cntr.Outlines: " + counted(self.size(), "feature", "features") + ", " +
+         counted(areas, "area", "areas") + ", " + counted(lines, "line", "lines") + ", " +
+         std::to_string(nothing) + " without geometry>";
 }
 
 }  // namespace
@@ -199,7 +207,7 @@ void bindOutlines(nb::module_& module) {
                    "list[Region] | None"))
       .def("__getitem__", sliceOf, nb::arg("index"),
            nb::sig("def __getitem__(self, index: slice, /) -> Outlines"))
-      .def("__iter__", iteratorOver,
+      .def("__iter__", featuresOf,
            nb::sig("def __iter__(self) -> collections.abc.Iterator[Contour | Region | "
                    "list[Contour] | list[Region] | None]"))
       .def(

@@ -100,8 +100,8 @@ nb::tuple toRagged(const qcOutlines& self) {
   }
   const std::size_t vertices = arrays.coordinates.size() / 2;
   return nb::make_tuple(newArray(std::move(arrays.coordinates), {vertices, 2}),
-                        newArray(std::move(arrays.rings)), newArray(std::move(arrays.parts)),
-                        newArray(std::move(arrays.features)));
+                        newArray(std::move(arrays.rings)), newArray(std::move(arrays.features)),
+                        newArray(std::move(arrays.parts)));
 }
 
 }  // namespace
@@ -133,8 +133,10 @@ void bindOutlineForms(OutlinesClass& type) {
            nb::sig("def to_ragged(self) -> tuple[numpy.typing.NDArray[numpy.float64], "
                    "numpy.typing.NDArray[numpy.int64], numpy.typing.NDArray[numpy.int64], "
                    "numpy.typing.NDArray[numpy.int64]]"),
-           "Ragged arrays: vertices of shape (n, 2), and the offsets of rings, parts and\n"
-           "features. Rings repeat their first vertex; features without geometry have no parts.");
+           "Ragged arrays, in the order that from_ragged() takes: vertices of shape (n, 2), and\n"
+           "the offsets of rings, features and parts. Rings of areas repeat their first vertex;\n"
+           "features without geometry have no parts. Left out are labels, edge elements, and\n"
+           "which features are areas and which are lines.");
   defineArrowMethods(
       type, [](const qcOutlines& self) { return columnOf(self, qcArrowLayout::eFitting); });
 }

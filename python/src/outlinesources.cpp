@@ -7,9 +7,11 @@
 #include <python/src/arrowcapsules.h>
 #include <python/src/features.h>
 #include <python/src/outlines.h>
+#include <python/src/shape.h>
 
 #include <cstddef>
 #include <cstdint>
+#include <limits>
 #include <memory>
 #include <span>
 #include <string>
@@ -25,11 +27,16 @@ namespace {
 
 using Bytes = std::span<const std::byte>;
 
+bool isBytesLike(PyObject* object) {
+  return PyBytes_Check(object) != 0 || PyByteArray_Check(object) != 0 ||
+         PyMemoryView_Check(object) != 0;
+}
+
 /// A list of bytes objects, kept while the bytes are looked at.
 class WkbList {
  public:
-  explicit WkbList(nb::handle values) : items_(nb::steal(PySequence_Tuple(values.ptr()))) {
-    if (!items_.is_valid()) throw nb::python_error();
+  explicit WkbList(nb::handle values)
+      : items_(nb::tuple(iteratorOver(values, "values", "bytes and None"))) {
     const auto count = static_cast<std::size_t>(PyTuple_GET_SIZE(items_.ptr()));
     values_.reserve(count);
     for (std::size_t i = 0; i < count; ++i) values_.push_back(bytesAt(i));
@@ -54,9 +61,10 @@ class WkbList {
 
  private:
   /// Null for None.
-  Bytes bytesAt(std::size_t number) const {
-    PyObject* const item = PyTuple_GET_ITEM(items_.ptr(), static_cast<Py_ssize_t>(number));
+  Bytes bytesAt(std::size_t number) {
+    PyObject* item = PyTuple_GET_ITEM(items_.ptr(), static_cast<Py_ssize_t>(number));
     if (item == Py_None) return {};
+    if (isBytesLike(item) && PyBytes_Check(item) == 0) item = copied(item);
     if (PyBytes_Check(item) == 0) {
       const std::string message = "values[" + std::to_string(number) +
                                   "] must be bytes or None, not " + Py_TYPE(item)->tp_name;
@@ -66,12 +74,22 @@ class WkbList {
     return {static_cast<const std::byte*>(bytes), static_cast<std::size_t>(PyBytes_GET_SIZE(item))};
   }
 
+  /// What may change while it is looked at.
+  PyObject* copied(PyObject* item) {
+    copies_.push_back(nb::steal(PyBytes_FromObject(item)));
+    if (!copies_.back().is_valid()) throw nb::python_error();
+    return copies_.back().ptr();
+  }
+
   nb::object items_;
+  std::vector<nb::object> copies_;
   std::vector<Bytes> values_;
 };
 
 qcOutlines fromWkb(nb::handle values) {
   if (isArrow(values)) return outlinesFromArrow(values);
+  if (isBytesLike(values.ptr()))
+    throw nb::type_error("values must be a list of bytes and None, not a single value");
   const WkbList list(values);
   const nb::gil_scoped_release others;
   return list.outlines();
@@ -87,7 +105,12 @@ std::shared_ptr<const PointArray> keptPoints(nb::handle given) {
 
 std::vector<std::int64_t> offsetsIn(nb::handle given, const char* argument) {
   if (given.is_none()) return {};
-  const nb::object array = nb::module_::import_("numpy").attr("asarray")(given);
+  const nb::object array = arrayOf(given, argument);
+  if (nb::cast<std::size_t>(array.attr("size")) == 0) {
+    const std::string message =
+        std::string(argument) + " must not be empty: the last offset is where the last one ends";
+    throw nb::value_error(message.c_str());
+  }
   const std::string kind = textOf(array.attr("dtype").attr("kind"));
   if ((kind != "i" && kind != "u") || nb::cast<int>(array.attr("ndim")) != 1) {
     const std::string message =
@@ -95,10 +118,24 @@ std::vector<std::int64_t> offsetsIn(nb::handle given, const char* argument) {
         textOf(array.attr("dtype")) + " of the shape " + textOf(array.attr("shape"));
     throw nb::type_error(message.c_str());
   }
+  const nb::object greatest = nb::int_(array.attr("max")());
+  if (greatest > nb::int_(std::numeric_limits<std::int64_t>::max())) {
+    const std::string message =
+        std::string(argument) + " has the offset " + textOf(greatest) + ", which is too large";
+    throw nb::value_error(message.c_str());
+  }
   using Numbers = nb::ndarray<nb::numpy, const std::int64_t, nb::ndim<1>, nb::c_contig>;
   const auto numbers =
       nb::cast<Numbers>(nb::module_::import_("numpy").attr("ascontiguousarray")(array, "int64"));
   return {numbers.data(), numbers.data() + numbers.size()};
+}
+
+/// Whether they say that each ring is a part of its own.
+bool areCountedUp(const std::vector<std::int64_t>& parts, std::size_t rings) {
+  if (parts.size() != rings + 1) return false;
+  for (std::size_t i = 0; i < parts.size(); ++i)
+    if (parts[i] != static_cast<std::int64_t>(i)) return false;
+  return true;
 }
 
 qcOutlines fromRagged(nb::handle xy, nb::handle rings, nb::handle features, nb::handle parts,
@@ -110,7 +147,8 @@ qcOutlines fromRagged(nb::handle xy, nb::handle rings, nb::handle features, nb::
   const auto points = keptPoints(xy);
   const std::vector<std::int64_t> ringOffsets = offsetsIn(rings, "ring_offsets");
   const std::vector<std::int64_t> featureOffsets = offsetsIn(features, "feature_offsets");
-  const std::vector<std::int64_t> partOffsets = offsetsIn(parts, "part_offsets");
+  std::vector<std::int64_t> partOffsets = offsetsIn(parts, "part_offsets");
+  if (kind == "lines" && areCountedUp(partOffsets, ringOffsets.size() - 1)) partOffsets.clear();
   qcRaggedOutlines arrays;
   arrays.kind = kind == "areas" ? qcOutlineKind::eAreas : qcOutlineKind::eLines;
   arrays.coordinates = points->coordinates();
@@ -123,12 +161,28 @@ qcOutlines fromRagged(nb::handle xy, nb::handle rings, nb::handle features, nb::
 
 qcOutlines fromShapely(nb::handle geometries) {
   const nb::object array = nb::module_::import_("numpy").attr("atleast_1d")(geometries);
+  if (nb::cast<int>(array.attr("ndim")) != 1) {
+    const std::string message =
+        "geometries must have the shape (n,), not " + textOf(array.attr("shape"));
+    throw nb::value_error(message.c_str());
+  }
   return fromWkb(nb::module_::import_("shapely").attr("to_wkb")(array));
 }
 
-qcOutlines fromRegions(const nb::iterable& shapes) {
+qcOutlines fromRegions(nb::handle shapes) {
+  const nb::object iterator = iteratorOver(shapes, "regions", "shapes");
   qcOutlinesBuilder builder;
-  for (const nb::handle shape : shapes) addShape(builder, shape);
+  std::size_t number = 0;
+  for (const nb::handle shape : nb::iter(iterator)) {
+    if (!nb::isinstance<Shape>(shape)) {
+      const std::string message = "regions[" + std::to_string(number) +
+                                  "] must be a Contour, a Region or a RegionSet, not " +
+                                  Py_TYPE(shape.ptr())->tp_name;
+      throw nb::type_error(message.c_str());
+    }
+    addShape(builder, shape);
+    ++number;
+  }
   return builder.finish();
 }
 
@@ -144,8 +198,8 @@ void bindOutlineSources(OutlinesClass& type) {
           "column that contradicts itself raises BadParamsError.")
       .def_static(
           "from_wkb", fromWkb, nb::arg("values"),
-          nb::sig(
-              "def from_wkb(values: collections.abc.Iterable[bytes | None] | object) -> Outlines"),
+          nb::sig("def from_wkb(values: collections.abc.Iterable[bytes | bytearray | "
+                  "memoryview | None] | object) -> Outlines"),
           "The features of well-known binary: a list or array of bytes and None, or an Arrow\n"
           "column of binary. A value that cannot be read becomes a feature without geometry.")
       .def_static(
@@ -157,11 +211,11 @@ void bindOutlineSources(OutlinesClass& type) {
                   "part_offsets: numpy.typing.ArrayLike | None = None, *, kind: "
                   "typing.Literal['areas', 'lines'] = 'areas') -> Outlines"),
           "The features of ragged arrays. `xy` of shape (n, 2) has the vertices of all rings: an\n"
-          "array of float64 in C order is not copied, and must not be written to any more.\n"
+          "array of float64 in C order is not copied, and must not be changed afterwards.\n"
           "Offsets tell where each ring, part and feature begins in the vertices, rings and\n"
           "parts, and where the last one ends. Without part_offsets each feature is one part,\n"
           "its outline followed by its holes; without feature_offsets each ring or part is a\n"
-          "feature. A ring may repeat its first vertex at its end.")
+          "feature. Each ring of lines is a part. A ring may repeat its first vertex at its end.")
       .def_static(
           "from_shapely", fromShapely, nb::arg("geometries"),
           nb::sig("def from_shapely(geometries: object) -> Outlines"),

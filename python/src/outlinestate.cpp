@@ -3,13 +3,16 @@
 // Edge elements are columns with a place for each vertex of all features, rings one behind the
 // other. Magnitudes are numbers of 32 bits, -1 where a vertex has no edge element.
 
+#include <nanobind/stl/string.h>
 #include <python/src/newarrays.h>
 #include <python/src/outlinestate.h>
 
 #include <algorithm>
 #include <cstdint>
+#include <map>
 #include <new>
 #include <optional>
+#include <stdexcept>
 #include <string>
 #include <utility>
 #include <vector>
@@ -59,7 +62,10 @@ EdgeColumns edgeColumnsOf(const qcOutlines& outlines) {
 }
 
 nb::tuple takeApart(nb::handle self) {
-  EdgeColumns edges = edgeColumnsOf(nb::cast<const qcOutlines&>(self));
+  EdgeColumns edges = [&outlines = nb::cast<const qcOutlines&>(self)] {
+    const nb::gil_scoped_release others;
+    return edgeColumnsOf(outlines);
+  }();
   nb::object columns = nb::none();
   if (edges.hasAny) {
     columns = nb::make_tuple(newArray(std::move(edges.magnitudes)),
@@ -68,25 +74,48 @@ nb::tuple takeApart(nb::handle self) {
   return nb::make_tuple(self.attr("to_wkb")(), self.attr("labels"), self.attr("problems"), columns);
 }
 
-/// The edge elements of rings, one behind the other.
+/// The edge elements of features and their rings, one behind the other.
 class EdgeReader {
  public:
-  explicit EdgeReader(nb::handle columns) {
+  EdgeReader(nb::handle columns, std::size_t features) {
     if (columns.is_none()) return;
     magnitudes_ = nb::cast<Numbers<std::int32_t>>(columns[0]);
     angles_ = nb::cast<Numbers<std::uint8_t>>(columns[1]);
+    counts_ = nb::cast<Numbers<std::int64_t>>(columns[2]);
     if (magnitudes_.size() != angles_.size())
       throw nb::value_error("there must be as many magnitudes as angles");
-    hasAny_ = true;
+    if (counts_.size() != features)
+      throw nb::value_error("there must be a number of edge elements for each feature");
+    std::size_t left = magnitudes_.size();
+    for (std::size_t i = 0; i < features; ++i) {
+      if (counts_(i) < 0 || static_cast<std::uint64_t>(counts_(i)) > left)
+        throw nb::value_error("there are too few edge elements");
+      left -= static_cast<std::size_t>(counts_(i));
+    }
+    if (left > 0) throw nb::value_error("there are too many edge elements");
   }
 
-  /// Those of the next ring; empty where one of its vertices has none.
+  /// Goes on to the next feature, which has none at all, or one for each vertex.
+  void beginFeature(const qcOutlines& outlines, std::size_t feature) {
+    if (counts_.size() == 0) return;
+    place_ = end_;
+    const auto count = static_cast<std::size_t>(counts_(feature));
+    end_ += count;
+    std::size_t vertices = 0;
+    forRings(outlines, feature,
+             [&vertices](std::span<const double> ring, auto) { vertices += ring.size() / 2; });
+    if (count == 0 || vertices == 0 || count == vertices) return;
+    const std::string message = "feature " + std::to_string(feature) + " has " +
+                                std::to_string(count) + " edge elements for " +
+                                std::to_string(vertices) + " vertices";
+    throw std::invalid_argument(message);
+  }
+
+  /// Those of the next ring of the feature; empty where one of its vertices has none.
   std::vector<qcEdgelet> next(std::span<const double> ring) {
     std::vector<qcEdgelet> edgelets;
-    if (!hasAny_) return edgelets;
+    if (place_ == end_) return edgelets;
     const std::size_t count = ring.size() / 2;
-    if (count > magnitudes_.size() - place_)
-      throw nb::value_error("there are too few edge elements");
     for (std::size_t i = 0; i < count; ++i, ++place_) {
       const std::int32_t magnitude = magnitudes_(place_);
       if (magnitude < 0) continue;
@@ -97,16 +126,13 @@ class EdgeReader {
     return edgelets;
   }
 
-  void requireEnd() const {
-    if (hasAny_ && place_ != magnitudes_.size())
-      throw nb::value_error("there are too many edge elements");
-  }
-
  private:
-  bool hasAny_ = false;
   Numbers<std::int32_t> magnitudes_;
   Numbers<std::uint8_t> angles_;
+  /// Of the edge elements of each feature; of nothing where there are none.
+  Numbers<std::int64_t> counts_;
   std::size_t place_ = 0;
+  std::size_t end_ = 0;
 };
 
 void addFeature(qcOutlinesBuilder& builder, const qcOutlines& outlines, std::size_t feature,
@@ -124,6 +150,14 @@ void addFeature(qcOutlinesBuilder& builder, const qcOutlines& outlines, std::siz
   builder.endFeature(outlines.kind(feature), label);
 }
 
+/// The texts of a dictionary by the numbers of features.
+std::map<std::size_t, std::string> problemsIn(const nb::dict& problems) {
+  std::map<std::size_t, std::string> texts;
+  for (const auto& [feature, why] : problems)
+    texts.emplace(nb::cast<std::size_t>(feature), nb::cast<std::string>(why));
+  return texts;
+}
+
 qcOutlines putTogether(nb::handle values, nb::handle labels, const nb::dict& problems,
                        nb::handle edges) {
   const nb::object geometries = nb::type<qcOutlines>().attr("from_wkb")(values);
@@ -131,24 +165,32 @@ qcOutlines putTogether(nb::handle values, nb::handle labels, const nb::dict& pro
   const auto numbers = nb::cast<Numbers<std::int64_t>>(labels);
   if (numbers.size() != outlines.size())
     throw nb::value_error("there must be a label for each feature");
-  EdgeReader reader(edges);
+  EdgeReader reader(edges, outlines.size());
+  const std::map<std::size_t, std::string> reasons = problemsIn(problems);
+  const nb::gil_scoped_release others;
   qcOutlinesBuilder builder;
   for (std::size_t i = 0; i < outlines.size(); ++i) {
+    reader.beginFeature(outlines, i);
     if (outlines.kind(i) == qcOutlineKind::eNothing) {
-      const nb::object why = problems.attr("get")(i, outlines.problem(i).c_str());
-      builder.failFeature(nb::cast<std::string>(why));
+      const auto why = reasons.find(i);
+      builder.failFeature(why != reasons.end() ? why->second : outlines.problem(i));
     } else {
       std::optional<std::uint32_t> label;
       if (numbers(i) >= 0) label = static_cast<std::uint32_t>(numbers(i));
       addFeature(builder, outlines, i, label, reader);
     }
   }
-  reader.requireEnd();
   return builder.finish();
 }
 
 void setState(qcOutlines& self, const nb::tuple& state) {
   new (&self) qcOutlines(putTogether(state[0], state[1], nb::cast<nb::dict>(state[2]), state[3]));
+}
+
+/// In a way that all protocols of pickle know.
+nb::tuple reduced(nb::handle self) {
+  return nb::make_tuple(nb::module_::import_("copyreg").attr("__newobj__"),
+                        nb::make_tuple(self.type()), takeApart(self));
 }
 
 }  // namespace
@@ -166,9 +208,11 @@ void bindOutlineState(nb::module_& module, OutlinesClass& type) {
              nb::arg("edges").none(),
              nb::sig("def put_together(values: object, labels: numpy.typing.NDArray[numpy.int64], "
                      "problems: dict[int, str], edges: tuple[numpy.typing.NDArray[numpy.int32], "
-                     "numpy.typing.NDArray[numpy.uint8], typing.Any] | None) -> Outlines"),
-             "The outlines that take_apart() gave these of.");
-  type.def("__getstate__", takeApart, nb::sig("def __getstate__(self) -> tuple[object, ...]"))
+                     "numpy.typing.NDArray[numpy.uint8], "
+                     "numpy.typing.NDArray[numpy.int64]] | None) -> Outlines"),
+             "The outlines that take_apart() gave these of. Labels are -1, or up to 4294967295,\n"
+             "magnitudes -1, or up to 65535; a feature may have no edge elements at all.");
+  type.def("__reduce__", reduced, nb::sig("def __reduce__(self) -> tuple[object, ...]"))
       .def("__setstate__", setState,
            nb::sig("def __setstate__(self, state: tuple[object, ...], /) -> None"));
 }

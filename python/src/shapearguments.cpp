@@ -45,7 +45,7 @@ template <class Element>
 std::vector<Element> wholeNumbers(nb::handle given, const std::string& argument,
                                   std::size_t count) {
   const nb::module_ numpy = nb::module_::import_("numpy");
-  const nb::object array = numpy.attr("asarray")(given);
+  const nb::object array = arrayOf(given, argument);
   const auto kind = nb::cast<std::string>(array.attr("dtype").attr("kind"));
   const bool isEmpty = nb::cast<std::size_t>(array.attr("size")) == 0;
   if (!isEmpty && kind != "i" && kind != "u") {
@@ -103,13 +103,15 @@ Curve curveOf(nb::handle points, bool closed, nb::handle label, nb::handle edges
 
 std::vector<Curve> holesOf(nb::handle holes) {
   std::vector<Curve> curves;
-  for (const nb::handle hole : holes) curves.push_back(holeOf(hole, curves.size()));
+  const nb::object iterator = iteratorOver(holes, "holes", "closed contours or points");
+  for (const nb::handle hole : nb::iter(iterator)) curves.push_back(holeOf(hole, curves.size()));
   return curves;
 }
 
 std::vector<Part> partsOf(nb::handle regions) {
   std::vector<Part> parts;
-  for (const nb::handle region : regions) {
+  const nb::object iterator = iteratorOver(regions, "regions", "regions");
+  for (const nb::handle region : nb::iter(iterator)) {
     if (!nb::isinstance<Region>(region)) {
       raiseTypeError("regions[" + std::to_string(parts.size()) + "] must be a Region, not " +
                      typeNameOf(region));

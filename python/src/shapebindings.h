@@ -69,5 +69,7 @@ void defineComparison(ShapeClass& shape);
 
 /// How shapes show themselves, and what other packages take them for.
 void defineDisplay(ShapeClass& shape);
+/// One picture of several shapes.
+void definePicture(nanobind::module_& module);
 
 }  // namespace python

@@ -10,10 +10,12 @@
 #include <optional>
 #include <sstream>
 #include <string>
+#include <vector>
 
 #include <platform/display/svgtablet.h>
 #include <python/src/point.h>
 #include <python/src/shapebindings.h>
+#include <python/src/texts.h>
 
 namespace nb = nanobind;
 
@@ -24,10 +26,6 @@ namespace {
 /// The longer side of a picture, in pixels.
 constexpr double pictureSize = 300.0;
 constexpr double strokeWidth = 1.5;
-
-std::string counted(std::size_t count, const char* one, const char* several) {
-  return std::to_string(count) + " " + (count == 1 ? one : several);
-}
 
 /// "12 vertices, 1 hole, label 7", of what there is.
 std::string description(const Part& part) {
@@ -48,10 +46,12 @@ std::string representation(nb::handle self) {
   return text + description(shape.parts().front()) + ">";
 }
 
+using Curves = std::vector<const Curve*>;
+
 /// Of the finite vertices; without any, no size.
-qcVector<2> sizeOf(const Shape& shape) {
+qcVector<2> sizeOf(const Curves& curves) {
   std::optional<qcRect> box;
-  for (const Curve* const curve : shape.curves()) {
+  for (const Curve* const curve : curves) {
     for (const qcVector<2>& p : curve->points()) {
       if (!std::isfinite(p.x()) || !std::isfinite(p.y())) continue;
       const qcRect own{qcPoint(p), qcPoint(p)};
@@ -62,13 +62,13 @@ qcVector<2> sizeOf(const Shape& shape) {
 }
 
 /// The picture's own element, without the head of a file, and of a size that suits a page.
-std::string picture(const Shape& shape) {
+std::string pictureOf(const Curves& curves) {
   const nb::gil_scoped_release released;
-  const qcVector<2> size = sizeOf(shape);
+  const qcVector<2> size = sizeOf(curves);
   const double longest = std::max(size.x(), size.y());
   const double extent = longest > 0.0 ? longest : 1.0;
   qcSvgTablet tablet(extent * strokeWidth / pictureSize);
-  for (const Curve* const curve : shape.curves()) {
+  for (const Curve* const curve : curves) {
     Curve(*curve).contour().draw(tablet, qcContourDefs::eDrawContour, qcColor(31, 119, 180),
                                  qcUITablet::eOverlayLayer);
   }
@@ -82,6 +82,16 @@ std::string picture(const Shape& shape) {
   };
   return opening + "width=\"" + pixels(size.x()) + "\" height=\"" + pixels(size.y()) + "\" " +
          text.substr(begin + opening.size());
+}
+
+/// Of several shapes in one.
+std::string picture(const nb::sequence& shapes) {
+  Curves curves;
+  for (const nb::handle shape : shapes) {
+    const Curves own = nb::cast<const Shape&>(shape).curves();
+    curves.insert(curves.end(), own.begin(), own.end());
+  }
+  return pictureOf(curves);
 }
 
 /// A ring with its first vertex again at the end, a line as it is.
@@ -121,9 +131,17 @@ nb::dict geoInterface(nb::handle self) {
 
 }  // namespace
 
+void definePicture(nb::module_& module) {
+  module.def("picture", picture, nb::arg("shapes"),
+             nb::sig("def picture(shapes: collections.abc.Sequence[Shape]) -> str"),
+             "The boundaries and lines of all shapes in one picture, as _repr_svg_() shows them.");
+}
+
 void defineDisplay(ShapeClass& shape) {
   shape.def("__repr__", representation);
-  shape.def("_repr_svg_", picture, "The boundaries or the line as a picture, y downwards.");
+  shape.def(
+      "_repr_svg_", [](const Shape& self) { return pictureOf(self.curves()); },
+      "The boundaries or the line as a picture, y downwards.");
   shape.def_prop_ro("__geo_interface__", geoInterface,
                     nb::sig("def __geo_interface__(self, /) -> dict[str, object]"),
                     "A Polygon, a MultiPolygon or a LineString, as of GeoJSON.");

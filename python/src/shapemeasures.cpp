@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
 #include <vector>
 
 #include <platform/core/hull.h>
@@ -83,6 +84,10 @@ Region hullOf(const Shape& shape) {
   std::vector<qcVector<2>> vertices;
   for (const Part& part : shape.parts()) {
     const std::vector<qcVector<2>>& points = part.outline.points();
+    for (const qcVector<2>& p : points) {
+      if (!std::isfinite(p.x()) || !std::isfinite(p.y()))
+        throw qcContourDefs::BadParams(L"a coordinate is not a finite number");
+    }
     vertices.insert(vertices.end(), points.begin(), points.end());
   }
   qcRings hull;

@@ -17,6 +17,7 @@
 #include <cntrsets/sets.h>
 #include <python/src/arrays.h>
 #include <python/src/shapebindings.h>
+#include <python/src/texts.h>
 
 namespace nb = nanobind;
 
@@ -123,13 +124,6 @@ RegionSet walked(const RegionSet& set, Walk walk) {
   return {parts, 0};
 }
 
-qcPolygon::PolyFillMode ruleNamed(const std::string& rule) {
-  if (rule == "nonzero") return qcPolygon::eNonZero;
-  if (rule == "evenodd") return qcPolygon::eEvenOdd;
-  const std::string message = "rule must be 'nonzero' or 'evenodd', not '" + rule + "'";
-  throw nb::value_error(message.c_str());
-}
-
 unsigned long labelOf(const Areas& areas) {
   return areas.parts().size() == 1 ? areas.parts().front().label() : 0;
 }
@@ -177,8 +171,8 @@ void defineChanges(Class& shape) {
             "Moved by a matrix of shape (2, 3): (x, y) comes to lie at matrix @ (x, y, 1). Edge\n"
             "elements are left behind.");
   shape.def("simplify", simplified<Self>, nb::arg("tolerance"),
-            "With only those vertices that are needed to stay within the tolerance; rings come\n"
-            "to cross nothing that they did not cross before. Kept vertices keep their edge\n"
+            "With only those vertices that are needed to stay within the tolerance. Rings that\n"
+            "did not cross before do not cross afterwards. Kept vertices keep their edge\n"
             "elements.");
 }
 

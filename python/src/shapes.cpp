@@ -17,15 +17,14 @@ void bindShapes(nb::module_& module) {
       "An ordered list of vertices, open or closed. It never changes.\n\n"
       "`points` has the shape (n, 2) and is copied; a closed contour need not repeat its first\n"
       "vertex. `label` is a number for the caller's own use, from 0 to 4294967295. `edges` is an\n"
-      "edge element for each vertex: magnitudes from 0 to 65535, and angles in 256 steps to a "
+      "edge element for each vertex: magnitudes from 0 to 65535, and angles in 256 steps to a\n"
       "turn.");
   RegionClass region(
       module, "Region",
       "An area: an outline and holes. It never changes.\n\n"
-      "`points` has the shape (n, 2) and is copied, and so is each of `holes`, which may also be "
-      "a\n"
-      "closed Contour. The direction of a ring does not matter. `label` and `edges` are those of\n"
-      "Contour.");
+      "`points` has the shape (n, 2) and is copied, and so is each of `holes`, which may also be\n"
+      "a closed Contour. The direction of a ring does not matter. `label` and `edges` are those\n"
+      "of Contour.");
   RegionSetClass set(module, "RegionSet",
                      "Regions that are measured and asked together, in order. It never changes.\n\n"
                      "The regions are copied. What several of them cover counts once.");
@@ -36,6 +35,7 @@ void bindShapes(nb::module_& module) {
   defineQuestions(shape);
   defineComparison(shape);
   defineDisplay(shape);
+  definePicture(module);
 
   defineMeasuresOfAreas(areas);
   defineQuestionsOfAreas(areas);

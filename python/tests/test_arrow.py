@@ -189,3 +189,9 @@ def test_a_column_keeps_its_extension_name() -> None:
     assert field.metadata == {b"ARROW:extension:name": b"geoarrow.multilinestring"}
     assert len(column) == 1
     assert cntr.Outlines.from_arrow(column)[0] == line
+
+
+def test_the_text_of_a_column_counts_its_geometries() -> None:
+    table = cntr.Outlines.from_regions([cntr.Contour([(0, 0), (1, 0), (1, 1)])] * 2)
+    assert repr(table.to_arrow()) == "<cntr.ArrowColumn: 2 geometries>"
+    assert repr(table[:1].to_arrow()) == "<cntr.ArrowColumn: 1 geometry>"

@@ -3,6 +3,7 @@
 
 import gzip
 import json
+import os
 import pathlib
 
 import numpy as np
@@ -101,7 +102,7 @@ def test_files_that_cannot_be_read_are_named(tmp_path: pathlib.Path) -> None:
         cntr.Outlines.from_geojson(empty)
     with pytest.raises(cntr.Error, match=r"cannot be read: Is a directory$"):
         cntr.Outlines.from_geojson(tmp_path)
-    with pytest.raises(TypeError):
+    with pytest.raises(TypeError, match=r"^text_or_path must be text or a path, not int$"):
         cntr.Outlines.from_geojson(3)  # type: ignore[arg-type]
 
 
@@ -162,3 +163,37 @@ def test_other_packages_take_the_features_through_the_geo_interface() -> None:
     (one,) = table.__geo_interface__["features"]
     assert one["properties"] == {"label": 7}
     assert shapely.geometry.shape(one["geometry"]).area == 99.5
+
+
+def test_paths_are_bytes_of_any_kind(tmp_path: pathlib.Path) -> None:
+    path = os.path.join(os.fsencode(tmp_path), b"\xff.geojson")
+    with open(path, "w") as file:
+        file.write(POLYGON)
+    expected = cntr.Outlines.from_geojson(POLYGON)
+    for given in (path, os.fsdecode(path), pathlib.Path(os.fsdecode(path))):
+        assert cntr.Outlines.from_geojson(given) == expected
+    with open(path, "w") as file:
+        file.write("{")
+    with pytest.raises(cntr.Error, match=r"\\xff\.geojson: "):
+        cntr.Outlines.from_geojson(path)
+
+
+def test_lone_surrogates_are_refused() -> None:
+    message = r"^text_or_path has a lone surrogate, which is not a character$"
+    for text in ('{"a": "\ud800"}', '{"a": "\udc80"}', "\ud800.geojson"):
+        with pytest.raises(ValueError, match=message):
+            cntr.Outlines.from_geojson(text)
+
+
+def test_a_byte_order_mark_before_text_is_left_out() -> None:
+    assert cntr.Outlines.from_geojson("\ufeff" + POLYGON) == cntr.Outlines.from_geojson(POLYGON)
+
+
+def test_text_that_begins_otherwise_is_refused(tmp_path: pathlib.Path) -> None:
+    with pytest.raises(ValueError, match=r"^text_or_path is empty$"):
+        cntr.Outlines.from_geojson("")
+    with pytest.raises(cntr.Error, match=r"not GeoJSON"):
+        cntr.Outlines.from_geojson("[1, 2]")
+    bracketed = tmp_path / "[shapes].geojson"
+    bracketed.write_text(POLYGON)
+    assert len(cntr.Outlines.from_geojson(bracketed)) == 1

@@ -64,3 +64,13 @@ def test_what_is_wrong_with_a_feature_is_escaped() -> None:
     table = cntr.Outlines.from_geojson('{"type": "Feature", "geometry": {"type": "<b>"}}')
     assert "<b>" not in table._repr_html_()
     assert shown(table)[0][2] == table.problems[0]
+
+
+def test_the_picture_of_a_feature_shows_all_its_lines() -> None:
+    lines = [(0.0, 0.0), (1.0, 1.0), (5.0, 5.0), (7.0, 3.0)]
+    table = cntr.Outlines.from_ragged(lines, [0, 2, 4], [0, 2], kind="lines")
+    ((_, picture, what, _, vertices),) = shown(table)
+    assert (what, vertices) == ("line of 2 parts", "4")
+    assert picture != cntr.Contour(lines[:2], closed=False)._repr_svg_()
+    one = cntr.Contour(lines[:2], closed=False)._repr_svg_().count("<path")
+    assert picture.count("<path") == 2 * one

@@ -233,3 +233,14 @@ def test_contours_that_do_not_end_where_they_began_are_lines() -> None:
     assert table[0] == cntr.Contour(line, closed=False)
     assert table.labels.tolist() == [0, 1]
     assert table[1] == cntr.Contour(line[:1], closed=False)
+
+
+def test_arguments_that_are_no_lists_are_named() -> None:
+    message = r"^contours must be an iterable of arrays, not int$"
+    with pytest.raises(TypeError, match=message):
+        cntr.Outlines.from_opencv(3)  # type: ignore[call-overload]
+    with pytest.raises(TypeError, match=message):
+        cntr.Outlines.from_skimage(3, order="rc")  # type: ignore[arg-type]
+    ragged: Any = [[[0, 0, 0, 0], [0]]]
+    with pytest.raises(TypeError, match=r"^hierarchy must be an array of numbers: "):
+        cntr.Outlines.from_opencv([], ragged)

@@ -156,3 +156,14 @@ def test_the_number_of_threads_changes_no_bit() -> None:
     alone = pa.record_batch(table.measure(names, threads=1))
     for threads in (0, 2, 3, 17):
         assert pa.record_batch(table.measure(names, threads=threads)).equals(alone)
+
+
+def test_the_number_of_threads_is_not_negative() -> None:
+    table = complete()
+    for call in (
+        lambda: table.measure(threads=-1),
+        lambda: table.inside_join([], threads=-1),
+        lambda: table.make_valid(threads=-1),
+    ):
+        with pytest.raises(ValueError, match=r"^threads must be 0 or more, not -1$"):
+            call()

@@ -113,8 +113,12 @@ def test_edge_elements_stay_with_the_vertices_that_have_them() -> None:
 
 
 def test_what_is_no_shape_is_refused() -> None:
-    with pytest.raises(TypeError, match=r"^a Contour, a Region or a RegionSet is needed, not str$"):
-        cntr.Outlines.from_regions(["square"])  # type: ignore[list-item]
+    with pytest.raises(
+        TypeError, match=r"^regions\[1\] must be a Contour, a Region or a RegionSet, not str$"
+    ):
+        cntr.Outlines.from_regions([REGION, "square"])  # type: ignore[list-item]
+    with pytest.raises(TypeError, match=r"^regions must be an iterable of shapes, not Region$"):
+        cntr.Outlines.from_regions(REGION)  # type: ignore[arg-type]
 
 
 def test_a_shape_without_vertices_is_a_feature_without_geometry() -> None:
@@ -125,7 +129,8 @@ def test_a_shape_without_vertices_is_a_feature_without_geometry() -> None:
 
 def test_the_text_of_outlines_counts_what_they_are() -> None:
     table = cntr.Outlines.from_regions([REGION, LINE, LINE, cntr.Contour([])])
-    assert repr(table) == ("<cntr.Outlines: 4 features, 1 areas, 2 lines, 1 without geometry>")
+    assert repr(table) == "<cntr.Outlines: 4 features, 1 area, 2 lines, 1 without geometry>"
+    assert repr(table[1:2]) == "<cntr.Outlines: 1 feature, 0 areas, 1 line, 0 without geometry>"
 
 
 def test_make_valid_fills_each_feature_by_the_rule_and_keeps_labels() -> None:

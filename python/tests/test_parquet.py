@@ -158,3 +158,125 @@ def test_many_outlines_come_back_with_the_same_bits(tmp_path: pathlib.Path) -> N
     table.to_parquet(tmp_path / "many.parquet")
     again = cntr.read_parquet(tmp_path / "many.parquet")
     assert again.to_wkb() == table.to_wkb()
+
+
+Row = list[tuple[int | None, int | None] | None]
+
+
+def elements(*rows: Row | None, of: object) -> pa.Array:
+    """A column of edge elements, whose numbers are of the given type."""
+    values = [
+        row
+        if row is None
+        else [one if one is None else {"magnitude": one[0], "angle": one[1]} for one in row]
+        for row in rows
+    ]
+    return pa.array(values, pa.list_(pa.struct([("magnitude", of), ("angle", of)])))
+
+
+TRIANGLES = cntr.Outlines.from_regions([cntr.Region(HOLE)] * 3).to_wkb()
+ELEMENTS: Row = [(1, 2), (3, 4), (65535, 255)]
+
+
+@pytest.mark.parametrize("of", [pa.uint8(), pa.int32(), pa.uint64()])
+def test_labels_are_whole_numbers_of_any_type(of: object, tmp_path: pathlib.Path) -> None:
+    labels = pa.array([1, None, 255], of)
+    write(tmp_path / "a.parquet", pa.array(TRIANGLES, pa.binary()), "WKB", label=labels)
+    assert cntr.read_parquet(tmp_path / "a.parquet").labels.tolist() == [1, -1, 255]
+
+
+@pytest.mark.parametrize("label", [2**40, -1, 2**32, 2**64 - 1])
+def test_labels_that_are_too_large_are_refused(label: int, tmp_path: pathlib.Path) -> None:
+    of = pa.uint64() if label > 2**62 else pa.int64()
+    labels = pa.array([None, label, 7], of)
+    write(tmp_path / "a.parquet", pa.array(TRIANGLES, pa.binary()), "WKB", label=labels)
+    message = rf"a\.parquet: label in row 1 must be from 0 to 4294967295, not {label}$"
+    with pytest.raises(ValueError, match=message):
+        cntr.read_parquet(tmp_path / "a.parquet")
+
+
+@pytest.mark.parametrize("of", [pa.uint16(), pa.int64(), pa.uint64()])
+def test_edge_elements_are_whole_numbers_of_any_type(of: object, tmp_path: pathlib.Path) -> None:
+    path = tmp_path / "a.parquet"
+    column = elements(ELEMENTS, None, [(1, 2), None, (3, None)], of=of)
+    write(path, pa.array(TRIANGLES, pa.binary()), "WKB", edge_elements=column)
+    assert list(cntr.read_parquet(path)) == [
+        cntr.Region(HOLE, edges=([1, 3, 65535], [2, 4, 255])),
+        cntr.Region(HOLE),
+        cntr.Region(HOLE),
+    ]
+
+
+@pytest.mark.parametrize(
+    ("element", "message"),
+    [
+        ((70000, 0), "magnitude in row 2 must be from 0 to 65535, not 70000"),
+        ((-1, 0), "magnitude in row 2 must be from 0 to 65535, not -1"),
+        ((0, -2), "angle in row 2 must be from 0 to 255, not -2"),
+        ((0, 256), "angle in row 2 must be from 0 to 255, not 256"),
+    ],
+)
+def test_edge_elements_that_are_too_large_are_refused(
+    element: tuple[int, int], message: str, tmp_path: pathlib.Path
+) -> None:
+    path = tmp_path / "a.parquet"
+    column = elements(ELEMENTS, None, [(1, 2), (3, 4), element], of=pa.int64())
+    write(path, pa.array(TRIANGLES, pa.binary()), "WKB", edge_elements=column)
+    with pytest.raises(ValueError, match=rf"a\.parquet: edge_elements: {message}$"):
+        cntr.read_parquet(path)
+
+
+def test_edge_elements_are_one_for_each_vertex(tmp_path: pathlib.Path) -> None:
+    path = tmp_path / "a.parquet"
+    column = elements(ELEMENTS, ELEMENTS[:2], None, of=pa.int64())
+    write(path, pa.array(TRIANGLES, pa.binary()), "WKB", edge_elements=column)
+    message = r"^feature 1 has 2 edge elements for 3 vertices$"
+    with pytest.raises(ValueError, match=message):
+        cntr.read_parquet(path)
+
+
+@pytest.mark.parametrize(
+    "column",
+    [
+        pa.array(["a", "b", None]),
+        pa.array([1.5, 2.5, None]),
+        pa.array([[1], [2], None]),
+        pa.array([[{"magnitude": "a", "angle": 1}], None, []]),
+        pa.array([[{"magnitude": 1}], None, []]),
+    ],
+)
+@pytest.mark.parametrize("name", ["label", "edge_elements", "problem"])
+def test_columns_of_other_types_are_left_out(
+    name: str, column: pa.Array, tmp_path: pathlib.Path
+) -> None:
+    write(tmp_path / "a.parquet", pa.array(TRIANGLES, pa.binary()), "WKB", **{name: column})
+    table = cntr.read_parquet(tmp_path / "a.parquet")
+    assert table == cntr.Outlines.from_wkb(TRIANGLES)
+    assert table.labels.tolist() == [-1] * 3
+
+
+@pytest.mark.parametrize(
+    ("geo", "message"),
+    [
+        ("{", "are not JSON: Expecting property name"),
+        ("null", "describe no primary column and its encoding$"),
+        ("[]", "describe no primary column and its encoding$"),
+        ("{}", "describe no primary column and its encoding$"),
+        ('{"primary_column": "a"}', "describe no primary column and its encoding$"),
+        ('{"primary_column": ["a"], "columns": {}}', "describe no primary column"),
+        ('{"primary_column": "a", "columns": {"a": {}}}', "describe no primary column"),
+        ('{"primary_column": "a", "columns": {"a": {"encoding": 3}}}', "describe no primary"),
+        (
+            '{"primary_column": "b", "columns": {"b": {"encoding": "WKB"}}}',
+            "name the column 'b', which is not there$",
+        ),
+    ],
+)
+def test_metadata_that_make_no_sense_are_refused(
+    geo: str, message: str, tmp_path: pathlib.Path
+) -> None:
+    table = pa.table({"a": pa.array(TRIANGLES, pa.binary())})
+    path = tmp_path / "a.parquet"
+    pyarrow.parquet.write_table(table.replace_schema_metadata({"geo": geo}), path)
+    with pytest.raises(ValueError, match=rf"a\.parquet: the metadata of GeoParquet {message}"):
+        cntr.read_parquet(path)

@@ -3,7 +3,7 @@
 
 import gc
 import sys
-from typing import Any
+from typing import Any, Literal
 
 import numpy as np
 import pytest
@@ -118,14 +118,52 @@ def test_arguments_of_other_types_are_named() -> None:
 
 def test_ragged_arrays_come_back_with_closed_rings() -> None:
     table = cntr.Outlines.from_ragged(XY, RINGS, [0, 2, 3])
-    xy, rings, parts, features = table.to_ragged()
+    _, rings, features, parts = table.to_ragged()
     assert rings.tolist() == [0, 5, 9, 13]
     assert parts.tolist() == [0, 2, 3]
     assert features.tolist() == [0, 1, 2]
-    assert cntr.Outlines.from_ragged(xy, rings, features, parts) == table
+    assert cntr.Outlines.from_ragged(*table.to_ragged()) == table
 
 
 def test_shapely_takes_and_gives_the_same_ragged_arrays() -> None:
     polygons = shapely.from_wkb(cntr.Outlines.from_ragged(XY, RINGS, [0, 2, 3]).to_wkb())
     _, xy, (rings, features) = shapely.to_ragged_array(polygons)
     assert cntr.Outlines.from_ragged(xy, rings, features).to_shapely().tolist() == polygons.tolist()
+
+
+KINDS: list[Literal["areas", "lines"]] = ["areas", "lines"]
+
+
+@pytest.mark.parametrize("kind", KINDS)
+def test_ragged_arrays_are_taken_in_the_order_in_which_they_are_given(
+    kind: Literal["areas", "lines"],
+) -> None:
+    for table in (
+        cntr.Outlines.from_ragged(XY, RINGS, [0, 1, 1, 3], kind=kind),
+        cntr.Outlines.from_ragged(XY, RINGS, kind=kind)[:0],
+    ):
+        assert cntr.Outlines.from_ragged(*table.to_ragged(), kind=kind) == table
+    table = cntr.Outlines.from_ragged(XY, RINGS, [0, 1, 2], [0, 2, 3])
+    assert cntr.Outlines.from_ragged(*table.to_ragged()) == table
+
+
+def test_lines_have_no_parts_of_several_rings() -> None:
+    with pytest.raises(cntr.BadParamsError, match=r"^lines have no part offsets"):
+        cntr.Outlines.from_ragged(XY, RINGS, [0, 1], [0, 3], kind="lines")
+
+
+def test_offsets_are_not_empty_too_large_or_ragged() -> None:
+    largest = np.array([0, 2**64 - 1], dtype=np.uint64)
+    with pytest.raises(
+        ValueError, match=r"^ring_offsets has the offset 18446744073709551615, which is too large$"
+    ):
+        cntr.Outlines.from_ragged(XY, largest)
+    empty: list[Any] = [[], np.array([], dtype=np.int64)]
+    for offsets in empty:
+        with pytest.raises(ValueError, match=r"^feature_offsets must not be empty: "):
+            cntr.Outlines.from_ragged(XY, RINGS, offsets)
+    with pytest.raises(ValueError, match=r"^ring_offsets must not be empty: "):
+        cntr.Outlines.from_ragged([], [])
+    ragged: Any = [[0], [1, 2]]
+    with pytest.raises(TypeError, match=r"^part_offsets must be an array of numbers: "):
+        cntr.Outlines.from_ragged(XY, RINGS, part_offsets=ragged)

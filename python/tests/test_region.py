@@ -96,6 +96,21 @@ def test_sets_are_made_of_regions_alone() -> None:
     with pytest.raises(TypeError) as raised:
         cntr.RegionSet([cntr.Region(SQUARE), cntr.Contour(SQUARE)])  # type: ignore[list-item]
     assert str(raised.value) == "regions[1] must be a Region, not Contour"
+    with pytest.raises(TypeError) as raised:
+        cntr.RegionSet(cntr.Region(SQUARE))  # type: ignore[arg-type]
+    assert str(raised.value) == "regions must be an iterable of regions, not Region"
+
+
+def test_holes_are_several() -> None:
+    with pytest.raises(TypeError) as raised:
+        cntr.Region(SQUARE, holes=5)  # type: ignore[arg-type]
+    assert str(raised.value) == "holes must be an iterable of closed contours or points, not int"
+
+
+def test_edge_elements_are_no_ragged_lists() -> None:
+    ragged: Any = [[1], [2, 3], [4], [5]]
+    with pytest.raises(TypeError, match=r"^edges\[0\], the magnitudes, must be an array of num"):
+        cntr.Region(SQUARE, edges=(ragged, [1, 2, 3, 4]))
 
 
 def test_sets_are_equal_by_their_regions_in_order() -> None:
@@ -133,4 +148,4 @@ def test_a_set_without_regions_is_a_feature_without_geometry() -> None:
 def test_features_are_made_of_shapes_alone() -> None:
     with pytest.raises(TypeError) as raised:
         cntr.Outlines.from_regions([SQUARE])  # type: ignore[list-item]
-    assert str(raised.value) == "a Contour, a Region or a RegionSet is needed, not list"
+    assert str(raised.value) == "regions[0] must be a Contour, a Region or a RegionSet, not list"

@@ -134,3 +134,9 @@ def test_shapes_without_an_extent_can_be_drawn(shape: cntr.Shape) -> None:
     assert shape.plot(axes) is axes
     figure.canvas.draw()
     pyplot.close(figure)
+
+
+def test_axes_of_other_types_are_refused() -> None:
+    with pytest.raises(TypeError) as raised:
+        cntr.Region(SQUARE).plot(3)  # type: ignore[arg-type]
+    assert str(raised.value) == "ax must be None or axes of matplotlib, not int"

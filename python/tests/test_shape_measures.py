@@ -186,6 +186,9 @@ def test_coordinates_that_are_not_finite_cannot_be_measured(bad: float) -> None:
     with pytest.raises(cntr.BadParamsError) as raised:
         cntr.Region([(0, 0), (bad, 0), (1, 1)]).area()
     assert str(raised.value) == "a coordinate is not a finite number"
+    with pytest.raises(cntr.BadParamsError) as raised:
+        cntr.Region([(0, 0), (bad, 0), (1, 1)]).hull()
+    assert str(raised.value) == "a coordinate is not a finite number"
 
 
 SAME: list[tuple[list[str], Callable[[cntr.Region], object]]] = [

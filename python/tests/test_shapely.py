@@ -87,3 +87,10 @@ def test_valid_outlines_fill_what_shapely_fills(seed: int) -> None:
     np.testing.assert_allclose(shapely.area(made), shapely.area(expected), rtol=1e-9, atol=1e-12)
     difference = shapely.area(shapely.symmetric_difference(made, expected))
     assert np.all(difference < 1e-9)
+
+
+def test_the_geometries_have_one_dimension() -> None:
+    square = shapely.box(0, 0, 1, 1)
+    message = r"^geometries must have the shape \(n,\), not \(1, 2\)$"
+    with pytest.raises(ValueError, match=message):
+        cntr.Outlines.from_shapely([[square, square]])

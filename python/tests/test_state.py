@@ -28,7 +28,7 @@ def outlines() -> cntr.Outlines:
     )
 
 
-@pytest.mark.parametrize("protocol", range(2, pickle.HIGHEST_PROTOCOL + 1))
+@pytest.mark.parametrize("protocol", range(pickle.HIGHEST_PROTOCOL + 1))
 def test_a_pickle_holds_everything(protocol: int) -> None:
     table = cntr.Outlines.from_wkb([*outlines().to_wkb(), b"\x07"])
     for one in (table, outlines(), outlines()[1:4], cntr.Outlines.from_regions([])):
@@ -59,6 +59,13 @@ def test_what_was_taken_apart_must_fit_to_be_put_together() -> None:
         _core.put_together(values, labels, problems, longer)
     with pytest.raises(ValueError, match=r"^there must be as many magnitudes as angles$"):
         _core.put_together(values, labels, problems, (edges[0], edges[1][1:], edges[2]))
+    with pytest.raises(ValueError, match=r"^there must be a number of edge elements for each"):
+        _core.put_together(values, labels, problems, (edges[0], edges[1], edges[2][1:]))
+    with pytest.raises(ValueError, match=r"^there are too few edge elements$"):
+        _core.put_together(values, labels, problems, (edges[0], edges[1], edges[2] - 1))
+    uneven = edges[2] + np.array([1, 0, -1, 0, 0])
+    with pytest.raises(ValueError, match=r"^feature 0 has 8 edge elements for 7 vertices$"):
+        _core.put_together(values, labels, problems, (edges[0], edges[1], uneven))
 
 
 def test_outlines_are_equal_when_their_features_are() -> None:

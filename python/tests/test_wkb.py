@@ -88,9 +88,12 @@ def test_other_geometries_are_features_without_geometry() -> None:
 def test_the_values_are_bytes() -> None:
     with pytest.raises(TypeError, match=r"^values\[1\] must be bytes or None, not str$"):
         cntr.Outlines.from_wkb([b"", "0103"])
-    with pytest.raises(TypeError, match=r"^values\[0\] must be bytes or None, not int$"):
-        cntr.Outlines.from_wkb(b"\x01")
-    with pytest.raises(TypeError, match="not iterable"):
+    single = r"^values must be a list of bytes and None, not a single value$"
+    for value in (b"\x01", bytearray(b"\x01"), memoryview(b"\x01")):
+        with pytest.raises(TypeError, match=single):
+            cntr.Outlines.from_wkb(value)
+    message = r"^values must be an iterable of bytes and None, not int$"
+    with pytest.raises(TypeError, match=message):
         cntr.Outlines.from_wkb(3)
 
 
@@ -127,3 +130,11 @@ def test_what_shapely_writes_comes_back_bit_for_bit(
     polygons = [shapely.Polygon(ring) for ring in rings]
     values = shapely.to_wkb([*polygons, shapely.MultiPolygon(polygons)]).tolist()
     assert cntr.Outlines.from_wkb(values).to_wkb()[: len(rings)] == values[: len(rings)]
+
+
+def test_values_are_whatever_holds_bytes() -> None:
+    (value,) = shapely.to_wkb([holed_square()]).tolist()
+    table = cntr.Outlines.from_wkb(
+        [value, bytearray(value), memoryview(value), memoryview(value * 2)[: len(value)]]
+    )
+    assert table.to_wkb() == cntr.Outlines.from_wkb([value] * 4).to_wkb()
