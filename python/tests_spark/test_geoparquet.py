@@ -2,6 +2,7 @@
 """GeoParquet: what is written is read again, by others too, and no attempt leaves anything else."""
 
 import json
+import re
 from pathlib import Path
 from typing import Any
 
@@ -13,6 +14,7 @@ import samples
 from pyspark.sql import SparkSession
 
 import cntr.spark
+from cntr.spark import _geoparquet
 
 ROWS = samples.stars(300, seed=5) + samples.hard_rows()
 
@@ -99,9 +101,73 @@ def test_geometry_that_is_not_wkb_is_refused(spark: SparkSession, tmp_path: Path
     geo = json.dumps({"primary_column": "g", "columns": {"g": {"encoding": "polygon"}}})
     table = pa.table({"g": [1]}).replace_schema_metadata({"geo": geo})
     pyarrow.parquet.write_table(table, file)
-    message = f"file://{file} has the column 'g' as polygon, not as WKB"
+    message = f"file://{file}: the column 'g' is polygon, not WKB"
     with pytest.raises(ValueError, match=message):
         cntr.spark.read_geoparquet(spark, str(file))
+
+
+@pytest.mark.parametrize(
+    ("geo", "told"),
+    [
+        ("{", "Expecting property name"),
+        ("[]", "list indices must be integers"),
+        ("{}", "its 'geo' metadata have no 'columns'"),
+        ('{"columns": {"id": {}}}', "its 'geo' metadata have no 'encoding'"),
+        ('{"columns": {"id": {"encoding": "WKB"}}}', "the column 'id' must be binary"),
+        ('{"columns": {"g": {"encoding": "WKB"}}}', "the data frame has no column 'g'"),
+    ],
+)
+def test_a_file_with_metadata_that_are_wrong_is_named(
+    spark: SparkSession, tmp_path: Path, geo: str, told: str
+) -> None:
+    file = tmp_path / "wrong.parquet"
+    table = pa.table({"id": [1]}).replace_schema_metadata({"geo": geo})
+    pyarrow.parquet.write_table(table, file)
+    with pytest.raises(ValueError, match=re.escape(f"file://{file}: {told}")):
+        cntr.spark.read_geoparquet(spark, str(file))
+
+
+def test_a_result_without_rows_is_read_again(spark: SparkSession, tmp_path: Path) -> None:
+    df = spark.createDataFrame(samples.table_of(ROWS)).limit(0)
+    cntr.spark.write_geoparquet(df, str(tmp_path))
+    assert [file.name for file in tmp_path.iterdir()] == ["part-00000.parquet"]
+    read = cntr.spark.read_geoparquet(spark, str(tmp_path))
+    assert read.schema == df.schema
+    assert read.count() == 0
+
+
+@pytest.mark.parametrize("exists", [True, False])
+def test_files_are_taken_back_when_one_cannot_be_moved(
+    spark: SparkSession, tmp_path: Path, monkeypatch: pytest.MonkeyPatch, exists: bool
+) -> None:
+    class Full:
+        """A file system that moves one file and no more."""
+
+        def __init__(self) -> None:
+            self.moved = 0
+
+        def __getattr__(self, name: str) -> Any:
+            return getattr(pyarrow.fs.LocalFileSystem(), name)
+
+        def move(self, source: str, place: str) -> None:
+            if self.moved:
+                raise OSError("no space left")
+            pyarrow.fs.LocalFileSystem().move(source, place)
+            self.moved += 1
+
+        def __reduce__(self) -> Any:
+            return (pyarrow.fs.LocalFileSystem, ())
+
+    archive = tmp_path / "archive"
+    if exists:
+        archive.mkdir()
+    full = Full()
+    monkeypatch.setattr(_geoparquet, "file_system_of", lambda path: (full, path))
+    df = spark.createDataFrame(samples.table_of(ROWS)).repartition(3)
+    with pytest.raises(OSError, match="no space left"):
+        cntr.spark.write_geoparquet(df, str(archive))
+    assert full.moved == 1
+    assert list(tmp_path.rglob("*")) == ([archive] if exists else [])
 
 
 def test_a_truncated_file_is_named(spark: SparkSession, tmp_path: Path) -> None:

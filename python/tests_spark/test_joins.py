@@ -127,6 +127,21 @@ def test_columns_that_do_not_fit_are_refused_at_once(spark: SparkSession) -> Non
         cntr.spark.inside_join(points, regions, x="column")
     with pytest.raises(ValueError, match="the column 'point' must be double, not bigint"):
         cntr.spark.inside_join(points, regions, y="point")
+    with pytest.raises(ValueError, match="the data frame has several columns 'x'"):
+        cntr.spark.inside_join(points.select("x", "x", "y"), regions)
     message = "both sides have a column 'point'; rename one of them first"
-    with pytest.raises(ValueError, match=message):
-        cntr.spark.inside_join(points, regions.withColumnRenamed("region", "point"))
+    for name in ("point", "Point"):
+        with pytest.raises(ValueError, match=message):
+            cntr.spark.inside_join(points, regions.withColumnRenamed("region", name))
+
+
+def test_names_may_have_any_characters(spark: SparkSession) -> None:
+    points = frame_of(spark, np.array([[0.5, 0.25], [9.0, 9.0]])).toDF("a.b", "x.1", "y`2")
+    square = samples.polygon(np.array([[0.0, 0.0], [1.0, 0.0], [1.0, 1.0], [0.0, 1.0]]))
+    regions = regions_of(spark, [square]).toDF("c.d", "geo.metry")
+    for broadcast in (True, False):
+        joined = cntr.spark.inside_join(
+            points, regions, "x.1", "y`2", "geo.metry", broadcast=broadcast
+        )
+        assert joined.columns == ["a.b", "x.1", "y`2", "c.d"]
+        assert [tuple(row) for row in joined.collect()] == [(0, 0.5, 0.25, 0)]

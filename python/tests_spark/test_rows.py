@@ -2,6 +2,7 @@
 """Measures and repair: one machine's answers, to the last bit, whatever the rows are and lie in."""
 
 import re
+from pathlib import Path
 
 import pyarrow as pa
 import pytest
@@ -111,9 +112,20 @@ def test_columns_of_any_kind_are_kept(spark: SparkSession) -> None:
 
 def test_a_measure_that_there_is_not_is_refused_at_once(spark: SparkSession) -> None:
     df = spark.createDataFrame(samples.table_of(samples.stars(1, seed=4)))
-    message = re.escape("there is no measure 'beauty'")
-    with pytest.raises(ValueError, match=message):
-        cntr.spark.measure(df, columns=["area", "beauty"])
+    for name in ("beauty", "status", "note"):
+        with pytest.raises(ValueError, match=re.escape(f"there is no measure '{name}'")):
+            cntr.spark.measure(df, columns=["area", name])
+
+
+def test_names_may_have_any_characters(spark: SparkSession, tmp_path: Path) -> None:
+    names = ["a.b", "geo.`metry"]
+    df = spark.createDataFrame(samples.table_of(samples.stars(3, seed=2))).toDF(*names)
+    measured = cntr.spark.measure(df, names[1], columns=["area"])
+    assert measured.columns == [*names, "area", "status", "note"]
+    assert measured.count() == 3
+    assert cntr.spark.make_valid(df, names[1]).count() == 3
+    cntr.spark.write_geoparquet(df, str(tmp_path), names[1])
+    assert cntr.spark.read_geoparquet(spark, str(tmp_path)).columns == names
 
 
 def test_a_column_that_is_there_already_is_refused_at_once(spark: SparkSession) -> None:
@@ -125,6 +137,8 @@ def test_a_column_that_is_there_already_is_refused_at_once(spark: SparkSession) 
         cntr.spark.measure(df, columns=["area"])
     with pytest.raises(ValueError, match=message):
         cntr.spark.make_valid(df)
+    with pytest.raises(ValueError, match="the data frame has a column 'Area' already"):
+        cntr.spark.measure(df.selectExpr("geometry", "1 as Area"), columns=["area"])
 
 
 def test_geometry_must_be_one_binary_column(spark: SparkSession) -> None:

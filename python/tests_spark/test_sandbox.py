@@ -3,6 +3,8 @@
 
 import os
 import signal
+import subprocess
+import sys
 from collections.abc import Iterator
 
 import pyarrow as pa
@@ -86,6 +88,40 @@ def test_a_child_that_cannot_start_is_no_fault_of_a_row(
     monkeypatch.setattr("sys.executable", "/bin/false")
     with pytest.raises(RuntimeError, match="the child process did not start: exit status 1"):
         sandbox.ask("measure", table_of([]), columns=["area"])
+
+
+def test_a_marker_that_is_no_geometry_keeps_the_child_from_starting(
+    sandbox: Sandbox, monkeypatch: pytest.MonkeyPatch
+) -> None:
+    monkeypatch.setenv("CNTR_SPARK_CRASH", "0x01")
+    with pytest.raises(RuntimeError, match="the child process did not start: exit status 1"):
+        sandbox.ask("measure", table_of([]), columns=["area"])
+
+
+def test_repair_takes_wkb_as_views(sandbox: Sandbox) -> None:
+    table = table_of([*samples.stars(3, seed=1), b""])
+    views = table.cast(pa.schema([("geometry", pa.binary_view())]))
+    ask = sandbox.ask
+    assert ask("make_valid", views, rule="nonzero") == ask("make_valid", table, rule="nonzero")
+
+
+def test_a_child_does_without_pandas() -> None:
+    code = """
+import sys
+import pyarrow as pa
+from cntr._sandbox import child, tasks
+square = bytes.fromhex(sys.argv[1])
+geometry = pa.table({"geometry": pa.Array.from_buffers(pa.binary(), 1, [
+    None, pa.py_buffer(bytes(4) + len(square).to_bytes(4, "little")), pa.py_buffer(square)])})
+numbers = pa.Array.from_buffers(pa.float64(), 1, [None, pa.py_buffer(bytes(8))])
+tasks.measure(geometry, ["area"])
+tasks.make_valid(geometry, "nonzero")
+tasks.hold(geometry)
+assert tasks.inside(pa.table({"x": numbers, "y": numbers})).num_rows == 1
+sys.exit("pandas" in sys.modules)
+"""
+    square = samples.star(4, 0.2, (0.0, 0.0))
+    subprocess.run([sys.executable, "-P", "-c", code, square.hex()], check=True)
 
 
 def test_the_child_ends_when_it_is_closed(sandbox: Sandbox) -> None:

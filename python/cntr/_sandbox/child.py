@@ -25,19 +25,18 @@ from cntr._sandbox.parent import READY
 CRASH = "CNTR_SPARK_CRASH"
 
 
-def die_of_marked(table: pa.Table) -> None:
+def die_of_marked(table: pa.Table, marked: bytes) -> None:
     """Ends this process by a segmentation fault if the marked geometry is in the table."""
-    marked = os.environ.get(CRASH)
     if not marked or tasks.GEOMETRY not in table.column_names:
         return
     geometries = table[tasks.GEOMETRY]
-    if pc.any(pc.equal(geometries, pa.scalar(bytes.fromhex(marked), geometries.type))).as_py():
+    if pc.any(pc.equal(geometries, pa.scalar(marked, geometries.type))).as_py():
         os.kill(os.getpid(), signal.SIGSEGV)
 
 
-def answer(request: dict[str, Any], inbox: Region, outbox: Region) -> dict[str, Any]:
+def answer(request: dict[str, Any], inbox: Region, outbox: Region, marked: bytes) -> dict[str, Any]:
     table = inbox.view(request["size"])
-    die_of_marked(table)
+    die_of_marked(table, marked)
     try:
         result = tasks.TASKS[request["task"]](table, **request["options"])
     except MemoryError:
@@ -49,11 +48,13 @@ def answer(request: dict[str, Any], inbox: Region, outbox: Region) -> dict[str, 
 
 def main(files: list[int]) -> None:
     faulthandler.enable()
+    marked = bytes.fromhex(os.environ.get(CRASH, ""))
     inbox, outbox = Region(files[2]), Region(files[3])
     with os.fdopen(files[0], "rb") as requests, os.fdopen(files[1], "wb", buffering=0) as replies:
         replies.write(READY)
         for line in requests:
-            replies.write(json.dumps(answer(json.loads(line), inbox, outbox)).encode() + b"\n")
+            reply = answer(json.loads(line), inbox, outbox, marked)
+            replies.write(json.dumps(reply).encode() + b"\n")
 
 
 if __name__ == "__main__":

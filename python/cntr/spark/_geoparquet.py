@@ -20,7 +20,7 @@ import pyarrow.parquet
 from pyspark import TaskContext
 from pyspark.sql import DataFrame, SparkSession
 
-from cntr.spark._rows import require_binary
+from cntr.spark._rows import map_batches, require_binary
 from cntr.spark._wkb import boxes_of, geometry_types_of
 
 KEY = b"geo"
@@ -38,10 +38,15 @@ def read_geoparquet(spark: SparkSession, path: str) -> DataFrame:
     metadata = footer_entry(spark, file, KEY.decode())
     if metadata is None:
         raise ValueError(f"{file} is no GeoParquet file: it has no {KEY.decode()!r} metadata")
-    for name, column in json.loads(metadata)["columns"].items():
-        if column["encoding"] != "WKB":
-            raise ValueError(f"{file} has the column {name!r} as {column['encoding']}, not as WKB")
-        require_binary(df, name)
+    try:
+        for name, column in json.loads(metadata)["columns"].items():
+            if column["encoding"] != "WKB":
+                raise ValueError(f"the column {name!r} is {column['encoding']}, not WKB")
+            require_binary(df, name)
+    except KeyError as missing:
+        raise ValueError(f"{file}: its {KEY.decode()!r} metadata have no {missing}") from None
+    except (AttributeError, TypeError, ValueError) as error:
+        raise ValueError(f"{file}: {error}") from error
     return df
 
 
@@ -65,8 +70,8 @@ def write_geoparquet(df: DataFrame, path: str, geometry: str = "geometry") -> No
 
     `path` is a directory, or a URI that `pyarrow.fs` knows, which the driver and all executors see;
     it must be empty or not be there. No coordinate reference system is stated. Rows that hold no
-    outline are written as they are and left out of the file's `bbox`. When the job fails nothing
-    is left behind.
+    outline are written as they are and left out of the file's `bbox`. Without any rows there is one
+    file, which has the columns. When the job fails nothing is left behind.
 
     Raises FileExistsError where there are files already, and ValueError where `geometry` is not a
     binary column.
@@ -76,6 +81,7 @@ def write_geoparquet(df: DataFrame, path: str, geometry: str = "geometry") -> No
     selector = pyarrow.fs.FileSelector(root, allow_not_found=True)
     if files.get_file_info(selector):
         raise FileExistsError(f"there are files in {path} already")
+    is_new = files.get_file_info(root).type == pyarrow.fs.FileType.NotFound
     attempts = f"{root}/_attempt-{uuid.uuid4().hex}"
 
     def written(batches: Iterable[pa.RecordBatch]) -> Iterator[pa.RecordBatch]:
@@ -86,13 +92,23 @@ def write_geoparquet(df: DataFrame, path: str, geometry: str = "geometry") -> No
             yield pa.RecordBatch.from_pydict({"file": [name]})
 
     files.create_dir(attempts)
+    places: list[str] = []
     try:
-        reports = df.mapInArrow(written, "file string").collect()
-        for report in reports:
-            place = report.file.rsplit("-", 1)[0] + ".parquet"
-            files.move(f"{attempts}/{report.file}", f"{root}/{place}")
-    finally:
-        files.delete_dir(attempts)
+        names = [report.file for report in map_batches(df, written, "file string").collect()]
+        if not names:
+            names = ["part-00000-0.parquet"]
+            nothing = pa.RecordBatch.from_pylist([], df.limit(0).toArrow().schema)
+            write_file(files, f"{attempts}/{names[0]}", [nothing], geometry)
+        for name in names:
+            place = f"{root}/{name.rsplit('-', 1)[0]}.parquet"
+            files.move(f"{attempts}/{name}", place)
+            places.append(place)
+    except BaseException:
+        for place in places:
+            files.delete_file(place)
+        files.delete_dir(root if is_new else attempts)
+        raise
+    files.delete_dir(attempts)
 
 
 def file_system_of(path: str) -> tuple[pyarrow.fs.FileSystem, str]:

@@ -17,7 +17,15 @@ from pyspark.sql import types as spark_types
 from cntr._sandbox import tasks
 from cntr._sandbox.bisection import answer_in_pieces
 from cntr.spark._cells import Cells, Floats, Integers
-from cntr.spark._rows import require_binary, sandbox
+from cntr.spark._rows import (
+    column_of,
+    map_batches,
+    numbered,
+    require_binary,
+    require_type,
+    same_names,
+    sandbox,
+)
 from cntr.spark._wkb import boxes_of
 
 # Regions of fewer bytes of WKB than this go to every worker as they are.
@@ -57,9 +65,8 @@ class Sides:
 
     @property
     def schema(self) -> spark_types.StructType:
-        return spark_types.StructType(
-            [*self.points.schema.fields, *self.regions.select(self.kept).schema.fields]
-        )
+        regions = [field for field in self.regions.schema if field.name != self.geometry]
+        return spark_types.StructType([*self.points.schema.fields, *regions])
 
 
 def inside_join(
@@ -86,27 +93,18 @@ def inside_join(
     """
     require_binary(regions, geometry)
     for name in (x, y):
-        require_number(points, name)
+        require_type(points, name, spark_types.DoubleType, "double")
     sides = Sides(points, regions, x, y, geometry)
-    both = sorted(set(points.columns).intersection(sides.kept))
-    if both:
-        raise ValueError(f"both sides have a column {both[0]!r}; rename one of them first")
+    for name in same_names(points.columns, sides.kept):
+        raise ValueError(f"both sides have a column {name!r}; rename one of them first")
     if broadcast is None:
         broadcast = size_of(regions, geometry) < BROADCAST_BYTES
     return broadcast_join(sides) if broadcast else cell_join(sides)
 
 
-def require_number(df: DataFrame, name: str) -> None:
-    if name not in df.columns:
-        raise ValueError(f"the data frame has no column {name!r}")
-    found = df.schema[name].dataType
-    if not isinstance(found, spark_types.DoubleType):
-        raise ValueError(f"the column {name!r} must be double, not {found.simpleString()}")
-
-
 def size_of(regions: DataFrame, geometry: str) -> int:
     """The bytes of all geometries."""
-    (row,) = regions.agg(F.sum(F.length(geometry)).alias("bytes")).collect()
+    (row,) = regions.agg(F.sum(F.length(column_of(geometry))).alias("bytes")).collect()
     return row.bytes or 0
 
 
@@ -125,7 +123,7 @@ def broadcast_join(sides: Sides) -> DataFrame:
                 some = pairs.slice(begin, ROWS_AT_ONCE)
                 yield from rows_of(some, points, regions.select(kept)).to_batches()
 
-    return sides.points.mapInArrow(joined, sides.schema)
+    return map_batches(sides.points, joined, sides.schema)
 
 
 def serialized(table: pa.Table) -> bytes:
@@ -138,11 +136,13 @@ def serialized(table: pa.Table) -> bytes:
 def gathered(batches: Iterable[pa.RecordBatch]) -> Iterator[pa.Table]:
     """The rows in tables of about POINTS_AT_ONCE."""
     waiting: list[pa.RecordBatch] = []
+    count = 0
     for batch in batches:
         waiting.append(batch)
-        if sum(map(len, waiting)) >= POINTS_AT_ONCE:
+        count += len(batch)
+        if count >= POINTS_AT_ONCE:
             yield pa.Table.from_batches(waiting)
-            waiting = []
+            waiting, count = [], 0
     if waiting:
         yield pa.Table.from_batches(waiting)
 
@@ -189,10 +189,12 @@ def cell_join(sides: Sides) -> DataFrame:
     x, y, geometry, kept = sides.x, sides.y, sides.geometry, sides.kept
 
     def joined(points: pa.Table, regions: pa.Table) -> pa.Table:
+        points = points.drop_columns([SHARE]).rename_columns(point_names)
+        regions = regions.drop_columns([SHARE]).rename_columns(region_names)
         pairs = pairs_of(uuid.uuid4().hex, regions[geometry], points, x, y)
-        return rows_of(pairs, points.select(names), regions.select(kept))
+        return rows_of(pairs, points, regions.select(kept))
 
-    names = sides.points.columns
+    point_names, region_names = sides.points.columns, sides.regions.columns
     cells = cells_of(sides)
     here = points_in_cells(sides, cells).groupBy(SHARE)
     there = regions_in_cells(sides, cells).groupBy(SHARE)
@@ -211,10 +213,12 @@ def points_in_cells(sides: Sides, cells: Cells) -> DataFrame:
 
     # The hash of a row is the same in every attempt, which its place in the task need not be.
     hashable = [
-        field.name for field in points.schema if "map<" not in field.dataType.simpleString()
+        column_of(field.name)
+        for field in points.schema
+        if "map<" not in field.dataType.simpleString()
     ]
     spread = points.withColumn(SPREAD, F.xxhash64(*hashable))
-    return spread.mapInArrow(placed, schema_with_share(points))
+    return map_batches(spread, placed, schema_with_share(points))
 
 
 def regions_in_cells(sides: Sides, cells: Cells) -> DataFrame:
@@ -225,16 +229,20 @@ def regions_in_cells(sides: Sides, cells: Cells) -> DataFrame:
             rows, shares = cells.of_boxes(boxes_of(batch[geometry]))
             yield with_share(batch.take(pa.array(rows)), shares)
 
-    return sides.regions.mapInArrow(placed, schema_with_share(sides.regions))
+    return map_batches(sides.regions, placed, schema_with_share(sides.regions))
 
 
 def with_share(batch: pa.RecordBatch, shares: Integers) -> pa.RecordBatch:
-    return batch.append_column(SHARE, pa.array(shares))
+    names = numbered(batch.num_columns)
+    return batch.rename_columns(names).append_column(SHARE, pa.array(shares))
 
 
 def schema_with_share(df: DataFrame) -> spark_types.StructType:
-    share = spark_types.StructField(SHARE, spark_types.LongType())
-    return spark_types.StructType([*df.schema.fields, share])
+    fields = [
+        spark_types.StructField(name, field.dataType)
+        for name, field in zip(numbered(len(df.columns)), df.schema, strict=True)
+    ]
+    return spark_types.StructType([*fields, spark_types.StructField(SHARE, spark_types.LongType())])
 
 
 def cells_of(sides: Sides) -> Cells:
@@ -248,11 +256,11 @@ def cells_of(sides: Sides) -> Cells:
             columns = [pa.array((boxes[:, i] + boxes[:, i + 2]) / 2) for i in range(2)]
             yield pa.RecordBatch.from_arrays([*columns, sizes], ["x", "y", "weight"])
 
-    points = sides.points.select(F.col(x).alias("x"), F.col(y).alias("y"))
-    regions = sides.regions.select(geometry)
+    points = sides.points.select(column_of(x).alias("x"), column_of(y).alias("y"))
+    regions = sides.regions.select(column_of(geometry))
     point_sample, point_share = sampled(points.withColumn("weight", F.lit(float(POINT_BYTES))))
     region_sample, region_share = sampled(regions)
-    centres = region_sample.mapInArrow(located, "x double, y double, weight double")
+    centres = map_batches(region_sample, located, "x double, y double, weight double")
     samples = [(point_sample, point_share), (centres, region_share)]
     found = [finite_of(df.toArrow()) for df, _ in samples]
     items = np.concatenate([table[:, :2] for table in found])

@@ -7,7 +7,8 @@ from collections.abc import Callable, Iterable, Iterator, Sequence
 from typing import Any
 
 import pyarrow as pa
-from pyspark.sql import DataFrame
+from pyspark.sql import Column, DataFrame
+from pyspark.sql import functions as F
 from pyspark.sql import types as spark_types
 
 import cntr
@@ -75,8 +76,9 @@ def measure(
     """
     answers = answers_of(columns)
     names = [name for name in answers.names if name not in OUTCOME.names]
-    kept = [name for name in df.columns if keep_geometry or name != geometry]
-    schema = schema_with(df.select(kept), answers)
+    fields = [field for field in df.schema if keep_geometry or field.name != geometry]
+    kept = [field.name for field in fields]
+    schema = schema_with(fields, answers)
 
     def measured(batches: Iterable[pa.RecordBatch]) -> Iterator[pa.RecordBatch]:
         for batch in batches:
@@ -97,7 +99,7 @@ def make_valid(df: DataFrame, geometry: str = "geometry", rule: str = "nonzero")
     """
     if rule not in ("nonzero", "evenodd"):
         raise ValueError(f"rule must be 'nonzero' or 'evenodd', not {rule!r}")
-    schema = schema_with(df, OUTCOME)
+    schema = schema_with(df.schema.fields, OUTCOME)
     answers = pa.schema([(tasks.GEOMETRY, pa.binary()), *OUTCOME])
     place = df.columns.index(geometry) if geometry in df.columns else -1
 
@@ -113,31 +115,48 @@ def make_valid(df: DataFrame, geometry: str = "geometry", rule: str = "nonzero")
 
 def answers_of(columns: Sequence[str] | None) -> pa.Schema:
     """The columns of an answer: those of the library's answer about nothing, as Spark has them."""
-    nothing = cntr.Outlines.from_wkb(pa.array([], pa.binary()))
+    for name in same_names(columns or [], OUTCOME.names):
+        raise ValueError(f"there is no measure {name!r}")
+    nothing = cntr.Outlines.from_wkb(pa.nulls(0, pa.binary()))
     found = pa.table(nothing.measure(columns)).schema
     return pa.schema([(field.name, ARROW_TYPES.get(field.type, field.type)) for field in found])
 
 
-def schema_with(df: DataFrame, answers: pa.Schema) -> spark_types.StructType:
-    """The columns of `df`, and those of answers behind them."""
-    for name in answers.names:
-        if name in df.columns:
-            raise ValueError(f"the data frame has a column {name!r} already; rename it first")
+def schema_with(
+    fields: Sequence[spark_types.StructField], answers: pa.Schema
+) -> spark_types.StructType:
+    """The fields, and those of answers behind them."""
     added = [spark_types.StructField(field.name, SPARK_TYPES[field.type]) for field in answers]
-    return spark_types.StructType([*df.schema.fields, *added])
+    for name in same_names([field.name for field in fields], answers.names):
+        raise ValueError(f"the data frame has a column {name!r} already; rename it first")
+    return spark_types.StructType([*fields, *added])
+
+
+def same_names(names: Sequence[str], others: Sequence[str]) -> list[str]:
+    """Those of `names` that are among the others, whatever their case: Spark takes no notice."""
+    folded = {other.casefold() for other in others}
+    return sorted(name for name in names if name.casefold() in folded)
+
+
+def column_of(name: str) -> Column:
+    """The column of that very name, whatever characters it has."""
+    return F.col("`" + name.replace("`", "``") + "`")
 
 
 def require_binary(df: DataFrame, geometry: str) -> None:
-    """Raises ValueError where there is no such column, or it is not binary."""
-    if geometry not in df.columns:
-        raise ValueError(f"the data frame has no column {geometry!r}")
-    if df.columns.count(geometry) > 1:
-        raise ValueError(f"the data frame has several columns {geometry!r}")
-    found = df.schema[geometry].dataType
-    if not isinstance(found, spark_types.BinaryType):
-        raise ValueError(
-            f"the column {geometry!r} must be binary (WKB), not {found.simpleString()}"
-        )
+    """Raises ValueError where there is no such column, or several, or it is not binary."""
+    require_type(df, geometry, spark_types.BinaryType, "binary (WKB)")
+
+
+def require_type(df: DataFrame, name: str, wanted: type[spark_types.DataType], called: str) -> None:
+    """Raises ValueError where there is no such column, or several, or it has another type."""
+    if name not in df.columns:
+        raise ValueError(f"the data frame has no column {name!r}")
+    if df.columns.count(name) > 1:
+        raise ValueError(f"the data frame has several columns {name!r}")
+    found = df.schema[name].dataType
+    if not isinstance(found, wanted):
+        raise ValueError(f"the column {name!r} must be {called}, not {found.simpleString()}")
 
 
 def mapped(
@@ -147,7 +166,26 @@ def mapped(
     schema: spark_types.StructType,
 ) -> DataFrame:
     require_binary(df, geometry)
-    return df.mapInArrow(function, schema)
+    return map_batches(df, function, schema)
+
+
+def map_batches(
+    df: DataFrame,
+    function: Callable[[Iterable[pa.RecordBatch]], Iterator[pa.RecordBatch]],
+    schema: spark_types.StructType | str,
+) -> DataFrame:
+    """`DataFrame.mapInArrow`, which fails alone where the name of a column has a dot."""
+    names = df.columns
+
+    def named(batches: Iterable[pa.RecordBatch]) -> Iterator[pa.RecordBatch]:
+        return function(batch.rename_columns(names) for batch in batches)
+
+    return df.toDF(*numbered(len(names))).mapInArrow(named, schema)
+
+
+def numbered(count: int) -> list[str]:
+    """Names of columns on their way."""
+    return [f"column{number}" for number in range(count)]
 
 
 def joined(batch: pa.RecordBatch, answer: pa.Table) -> pa.RecordBatch:
