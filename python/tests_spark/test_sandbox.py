@@ -6,11 +6,14 @@ import signal
 import subprocess
 import sys
 from collections.abc import Iterator
+from types import SimpleNamespace
+from typing import Any
 
 import pyarrow as pa
 import pytest
 import samples
 
+import cntr.spark
 from cntr._sandbox.bisection import TRIES, answer_in_pieces
 from cntr._sandbox.parent import DiedError, Sandbox
 
@@ -122,6 +125,24 @@ sys.exit("pandas" in sys.modules)
 """
     square = samples.star(4, 0.2, (0.0, 0.0))
     subprocess.run([sys.executable, "-P", "-c", code, square.hex()], check=True)
+
+
+def test_without_pyspark_the_extra_is_named() -> None:
+    code = "import sys; sys.modules['pyspark'] = None; import cntr.spark"
+    outcome = subprocess.run(
+        [sys.executable, "-P", "-c", code], capture_output=True, check=False, text=True
+    )
+    assert outcome.returncode == 1
+    assert outcome.stderr.endswith(": install cntr-geometry[spark]\n")
+
+
+def test_a_session_of_spark_connect_is_refused() -> None:
+    session: Any = SimpleNamespace()
+    with pytest.raises(TypeError, match="a classic Spark session is needed, not one of Spark"):
+        cntr.spark.read_geoparquet(session, "archive")
+    points: Any = SimpleNamespace(sparkSession=session)
+    with pytest.raises(TypeError, match="a classic Spark session is needed, not one of Spark"):
+        cntr.spark.inside_join(points, points)
 
 
 def test_the_child_ends_when_it_is_closed(sandbox: Sandbox) -> None:

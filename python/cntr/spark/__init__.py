@@ -5,6 +5,11 @@ The package must be installed on every machine of the cluster. All functions wor
 WKB, and give the answers of `cntr.Outlines`, bit for bit.
 """
 
+try:
+    import pyspark as _  # noqa: F401
+except ModuleNotFoundError as error:
+    raise ModuleNotFoundError(f"{error}: install cntr-geometry[spark]", name=error.name) from None
+
 from cntr.spark._geoparquet import read_geoparquet, write_geoparquet
 from cntr.spark._joins import inside_join
 from cntr.spark._rows import make_valid, measure

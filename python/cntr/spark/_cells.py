@@ -4,8 +4,8 @@
 The cells are the leaves of a complete binary tree. Each node cuts its cell in two where the weight
 of a sample is halved, across the longer side of the sample. A cell contains its lower sides but not
 its upper ones, so that each point lies in exactly one cell. Points in one place cannot be divided
-so: their cell has several shares, over which points are spread by a hash, and each of which holds
-all regions of the cell.
+so: their cell has several shares, over which points are spread by a hash of their rows, and each of
+which holds all regions of the cell. Points whose rows are alike in every column stay together.
 """
 
 from dataclasses import dataclass

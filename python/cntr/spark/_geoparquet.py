@@ -20,7 +20,7 @@ import pyarrow.parquet
 from pyspark import TaskContext
 from pyspark.sql import DataFrame, SparkSession
 
-from cntr.spark._rows import map_batches, require_binary
+from cntr.spark._rows import map_batches, require_binary, require_classic
 from cntr.spark._wkb import boxes_of, geometry_types_of
 
 KEY = b"geo"
@@ -31,8 +31,9 @@ def read_geoparquet(spark: SparkSession, path: str) -> DataFrame:
 
     Spark reads the rows, and `path` may be whatever Spark reads from. The columns are checked
     against the metadata of the first file: raises ValueError, naming it, where that is no
-    GeoParquet, or has geometry that is not WKB.
+    GeoParquet, or has geometry that is not WKB, and TypeError for a session of Spark Connect.
     """
+    require_classic(spark)
     df = spark.read.parquet(path)
     file = min(df.inputFiles(), default=path)
     metadata = footer_entry(spark, file, KEY.decode())

@@ -22,6 +22,7 @@ from cntr.spark._rows import (
     map_batches,
     numbered,
     require_binary,
+    require_classic,
     require_type,
     same_names,
     sandbox,
@@ -89,8 +90,10 @@ def inside_join(
     in no pair. Nor is a region that ends its process, with the points that were asked about at
     once; the executor's log tells of it, and `measure` finds such regions.
 
-    Raises ValueError for columns that are missing, have another type, or are on both sides.
+    Raises ValueError for columns that are missing, have another type, or are on both sides, and
+    TypeError for a session of Spark Connect.
     """
+    require_classic(points.sparkSession)
     require_binary(regions, geometry)
     for name in (x, y):
         require_type(points, name, spark_types.DoubleType, "double")
@@ -211,7 +214,8 @@ def points_in_cells(sides: Sides, cells: Cells) -> DataFrame:
             shares = cells.of_points(coordinates, some[SPREAD].to_numpy())
             yield with_share(some.drop_columns([SPREAD]), shares)
 
-    # The hash of a row is the same in every attempt, which its place in the task need not be.
+    # The hash of a row is the same in every attempt, which its place in the task need not be. Rows
+    # alike in all columns have one hash, and so are in one share.
     hashable = [
         column_of(field.name)
         for field in points.schema

@@ -7,7 +7,7 @@ from collections.abc import Callable, Iterable, Iterator, Sequence
 from typing import Any
 
 import pyarrow as pa
-from pyspark.sql import Column, DataFrame
+from pyspark.sql import Column, DataFrame, SparkSession
 from pyspark.sql import functions as F
 from pyspark.sql import types as spark_types
 
@@ -141,6 +141,12 @@ def same_names(names: Sequence[str], others: Sequence[str]) -> list[str]:
 def column_of(name: str) -> Column:
     """The column of that very name, whatever characters it has."""
     return F.col("`" + name.replace("`", "``") + "`")
+
+
+def require_classic(session: object) -> None:
+    """Raises TypeError for a session of Spark Connect, which has no way to the driver."""
+    if not isinstance(session, SparkSession):
+        raise TypeError("a classic Spark session is needed, not one of Spark Connect")
 
 
 def require_binary(df: DataFrame, geometry: str) -> None:
