@@ -188,7 +188,7 @@ void setState(qcOutlines& self, const nb::tuple& state) {
 }
 
 /// In a way that all protocols of pickle know.
-nb::tuple reduced(nb::handle self) {
+nb::tuple pickled(nb::handle self) {
   return nb::make_tuple(nb::module_::import_("copyreg").attr("__newobj__"),
                         nb::make_tuple(self.type()), takeApart(self));
 }
@@ -212,7 +212,7 @@ void bindOutlineState(nb::module_& module, OutlinesClass& type) {
                      "numpy.typing.NDArray[numpy.int64]] | None) -> Outlines"),
              "The outlines that take_apart() gave these of. Labels are -1, or up to 4294967295,\n"
              "magnitudes -1, or up to 65535; a feature may have no edge elements at all.");
-  type.def("__reduce__", reduced, nb::sig("def __reduce__(self) -> tuple[object, ...]"))
+  type.def("__reduce__", pickled, nb::sig("def __reduce__(self) -> tuple[object, ...]"))
       .def("__setstate__", setState,
            nb::sig("def __setstate__(self, state: tuple[object, ...], /) -> None"));
 }

@@ -1,7 +1,10 @@
 # SPDX-License-Identifier: MIT
 """Many outlines at once: what they are made of, and what is asked of them."""
 
+import sys
 import threading
+import time
+from collections.abc import Callable
 
 import hypothesis
 import numpy as np
@@ -218,3 +221,44 @@ def test_several_threads_may_ask_one_table() -> None:
     for thread in threads:
         thread.join()
     assert failures == []
+
+
+@pytest.mark.parametrize(
+    "ask",
+    [
+        lambda table: table == table[:],
+        lambda table: table.bounds,
+        lambda table: table.labels,
+        lambda table: table.geometry_types,
+        repr,
+    ],
+)
+def test_other_threads_run_python_while_all_features_are_looked_at(
+    ask: Callable[[cntr.Outlines], object],
+) -> None:
+    count = 20_000
+    table = cntr.Outlines.from_ragged(np.tile(SQUARE, (count, 1)), np.arange(0, 4 * count + 1, 4))
+    turns: list[int] = []
+    done = threading.Event()
+
+    def take_turns() -> None:
+        while not done.is_set():
+            turns.append(len(turns))
+            time.sleep(0)
+
+    other = threading.Thread(target=take_turns)
+    interval = sys.getswitchinterval()
+    other.start()
+    # So long an interval that the other thread only runs where the lock is given up.
+    sys.setswitchinterval(1000)
+    try:
+        before = len(turns)
+        for _ in range(1000):
+            ask(table)
+            if len(turns) > before:
+                break
+        assert len(turns) > before
+    finally:
+        sys.setswitchinterval(interval)
+        done.set()
+        other.join()

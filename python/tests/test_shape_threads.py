@@ -3,7 +3,6 @@
 
 import gc
 import os
-import resource
 import sys
 import threading
 import time
@@ -123,16 +122,10 @@ def test_answers_leave_no_references_behind() -> None:
     assert after == before
 
 
-def resident() -> int:
-    """The memory of this process, in bytes."""
-    with open("/proc/self/statm") as statm:
-        return int(statm.read().split()[1]) * resource.getpagesize()
-
-
 @pytest.mark.skipif(
     "ASAN_OPTIONS" in os.environ, reason="the address sanitizer keeps what was freed"
 )
-def test_a_million_objects_leave_no_memory_behind() -> None:
+def test_a_million_objects_leave_no_memory_behind(resident: Callable[[], int]) -> None:
     def make(count: int) -> None:
         for _ in range(count):
             region = cntr.Region(TRIANGLE)
