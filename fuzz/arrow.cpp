@@ -1,10 +1,12 @@
 // SPDX-License-Identifier: MIT
 //
-// Fuzz target: Arrow columns of any structure. Buffers are as large as the lengths demand, each in
-// a block of its own; everything else may be wrong. Whatever is not refused must come back from
-// Arrow.
+// Fuzz target: Arrow columns of any structure, alone or as the chunks of a stream. Buffers are as
+// large as the lengths demand, each in a block of its own; everything else may be wrong. Whatever
+// is not refused must come back from Arrow.
 
+#include <algorithm>
 #include <array>
+#include <cstring>
 
 #include <cntr/contourdefs.h>
 #include <cntrtable/arrowmaking.h>
@@ -18,7 +20,7 @@ namespace {
 using fuzz::Input;
 
 constexpr std::array formats{"+l", "+L",   "+w:2", "+s", "g",   "z",
-                             "Z",  "+w:3", "+w:4", "f",  "+w:", ""};
+                             "Z",  "+w:3", "+w:4", "vz", "+w:", ""};
 constexpr std::array extensions{"",
                                 "geoarrow.polygon",
                                 "geoarrow.multipolygon",
@@ -61,6 +63,38 @@ table::ArrowBuffer drawOffsets(Input& input, std::size_t count) {
   return table::bufferOf(std::move(offsets));
 }
 
+/// A view of a value: a small one within it, or a place in a buffer that may not be there.
+void drawView(Input& input, std::byte* view) {
+  constexpr std::size_t shortest = 13;
+  std::array<std::int32_t, 4> numbers{};
+  const std::size_t size = input.below(256);
+  numbers[0] = size == 255 ? -1 : static_cast<std::int32_t>(size);
+  if (size >= shortest) {
+    numbers[2] = static_cast<std::int32_t>(input.below(4)) - 1;
+    numbers[3] = input.small();
+  }
+  std::memcpy(view, numbers.data(), sizeof numbers);
+  for (std::size_t i = 0; size < shortest && i < size; ++i) view[4 + i] = std::byte{input.byte()};
+}
+
+/// The views, the buffers that they speak of, and the sizes of these, of which some are smaller
+/// than they are.
+void drawViews(Input& input, std::size_t items, std::vector<table::ArrowBuffer>& buffers) {
+  constexpr std::size_t viewSize = 16;
+  std::vector<std::byte> views(items * viewSize);
+  for (std::size_t i = 0; i < items; ++i) drawView(input, &views[i * viewSize]);
+  buffers.push_back(table::bufferOf(std::move(views)));
+  std::vector<std::int64_t> sizes;
+  for (std::size_t left = input.below(3); left > 0; --left) {
+    const std::size_t size = input.below(256);
+    buffers.push_back(drawBytes(input, size));
+    const std::size_t hidden = input.below(256);
+    sizes.push_back(static_cast<std::int64_t>(size) -
+                    (hidden < 250 ? 0 : static_cast<std::int64_t>(hidden)));
+  }
+  buffers.push_back(table::bufferOf(std::move(sizes)));
+}
+
 std::vector<table::ArrowBuffer> drawBuffers(Input& input, const std::string& format,
                                             std::size_t items) {
   std::vector<table::ArrowBuffer> buffers;
@@ -71,7 +105,16 @@ std::vector<table::ArrowBuffer> drawBuffers(Input& input, const std::string& for
     buffers.push_back(drawOffsets<std::int64_t>(input, items + 1));
   if (format == "g") buffers.push_back(drawBytes(input, items * sizeof(double)));
   if (format == "z" || format == "Z") buffers.push_back(drawBytes(input, wkbBytes));
+  if (format == "vz") drawViews(input, items, buffers);
   return buffers;
+}
+
+/// Any number of buffers; of binary views, whose sizes are behind the last one, none that reaches
+/// beyond them.
+std::int64_t drawBufferCount(Input& input, const std::string& format) {
+  constexpr std::int64_t withoutValues = 3;
+  const auto count = static_cast<std::int64_t>(input.bits(8));
+  return format == "vz" ? std::min(count, withoutValues) : count;
 }
 
 /// As its format demands, except for some of its numbers and pointers.
@@ -99,7 +142,7 @@ qcArrowColumn drawColumn(Input& input, int depth) {
   column.array->offset = offset;
   switch (input.below(32)) {
     case 0:
-      --column.array->n_buffers;
+      column.array->n_buffers = drawBufferCount(input, format);
       break;
     case 1:
       column.array->buffers[0] = nullptr;
@@ -131,34 +174,138 @@ qcArrowColumn drawColumn(Input& input, int depth) {
   return column;
 }
 
-void (*releaseUncounted)(ArrowArray*) = nullptr;
-int releases = 0;
+/// An array that counts how often it is released, wherever it has been moved.
+class Counted {
+ public:
+  explicit Counted(qcArrowArray&& array) : inner_(std::move(array)), handed_(*inner_) {
+    handed_.private_data = this;
+    handed_.release = [](ArrowArray* released) {
+      Counted& self = *static_cast<Counted*>(released->private_data);
+      ++self.releases_;
+      self.inner_ = qcArrowArray();
+      released->release = nullptr;
+    };
+  }
+  Counted(const Counted&) = delete;
+  Counted& operator=(const Counted&) = delete;
+  ~Counted() = default;
 
-void countRelease(ArrowArray* array) {
-  ++releases;
-  array->release = releaseUncounted;
-  array->release(array);
+  ArrowArray* get() { return &handed_; }
+  int releases() const { return releases_; }
+
+ private:
+  qcArrowArray inner_;
+  ArrowArray handed_;
+  int releases_ = 0;
+};
+
+/// A stream of a column and its beginning, which may fail at any point.
+class Stream {
+ public:
+  Stream(ArrowSchema& schema, std::vector<ArrowArray*> chunks, Input& input)
+      : schema_(schema), chunks_(std::move(chunks)), failing_(input.below(8)) {
+    const bool isMute = input.below(4) == 1;
+    stream_.private_data = this;
+    stream_.get_schema = [](ArrowArrayStream* stream, ArrowSchema* out) {
+      Stream& self = selfOf(stream);
+      if (self.failing_ == failsAtSchema) return 5;
+      qcArrowSchema(&self.schema_).moveTo(out);
+      return 0;
+    };
+    stream_.get_next = [](ArrowArrayStream* stream, ArrowArray* out) {
+      Stream& self = selfOf(stream);
+      if (self.next_ == self.failing_) return 7;
+      *out = ArrowArray{};
+      if (self.next_ < self.chunks_.size()) qcArrowArray(self.chunks_[self.next_]).moveTo(out);
+      ++self.next_;
+      return 0;
+    };
+    stream_.get_last_error = [](ArrowArrayStream*) { return "the wire was cut"; };
+    if (isMute) stream_.get_last_error = nullptr;
+    stream_.release = [](ArrowArrayStream* released) {
+      ++selfOf(released).releases_;
+      released->release = nullptr;
+    };
+  }
+  Stream(const Stream&) = delete;
+  Stream& operator=(const Stream&) = delete;
+  ~Stream() = default;
+
+  ArrowArrayStream* get() { return &stream_; }
+  int releases() const { return releases_; }
+
+ private:
+  static constexpr std::size_t failsAtSchema = 7;
+
+  static Stream& selfOf(ArrowArrayStream* stream) {
+    return *static_cast<Stream*>(stream->private_data);
+  }
+
+  ArrowSchema& schema_;
+  std::vector<ArrowArray*> chunks_;
+  /// The chunk instead of which it fails.
+  std::size_t failing_;
+  std::size_t next_ = 0;
+  int releases_ = 0;
+  ArrowArrayStream stream_{};
+};
+
+void requireToComeBack(const qcOutlines& outlines) {
+  fuzz::examine(outlines);
+  for (const auto coordinates :
+       {qcArrowCoordinates::eInterleaved, qcArrowCoordinates::eSeparated}) {
+    qcArrowColumn again = qf_ToArrow(outlines, qcArrowLayout::eFitting, coordinates);
+    fuzz::requireSame(qf_FromArrow(again.schema.get(), again.array.get()), outlines,
+                      "what has been written and read again");
+  }
+}
+
+void readAlone(qcArrowColumn&& column) {
+  Counted array(std::move(column.array));
+  try {
+    requireToComeBack(qf_FromArrow(column.schema.get(), array.get()));
+  } catch (const qcContourDefs::BadParams&) {
+  }
+  fuzz::require(array.releases() == 1, "an array is released once");
+}
+
+/// A second chunk has the first items of the column, which come out like those of the first one.
+void readAsStream(qcArrowColumn&& column, qcArrowColumn&& same, std::size_t chunks, Input& input) {
+  same.array->length = std::min<std::int64_t>(same.array->length, 2);
+  const std::int64_t length = column.array->length;
+  const std::int64_t repeated = chunks == 2 ? same.array->length : 0;
+  Counted first(std::move(column.array));
+  Counted second(std::move(same.array));
+  std::vector<ArrowArray*> arrays{first.get(), second.get()};
+  arrays.resize(chunks);
+  Stream stream(*column.schema, arrays, input);
+  try {
+    const qcOutlines outlines = qf_FromArrow(stream.get());
+    requireToComeBack(outlines);
+    const auto count = static_cast<std::size_t>(repeated);
+    fuzz::require(outlines.size() == static_cast<std::size_t>(length) + count, "a row for each");
+    fuzz::requireSame(outlines.slice(static_cast<std::size_t>(length), count),
+                      outlines.slice(0, count), "the second chunk");
+  } catch (const qcContourDefs::BadParams&) {
+  }
+  fuzz::require(stream.releases() == 1, "a stream is released once");
+  for (Counted* const array : {&first, &second}) {
+    if (array->get()->release != nullptr) qcArrowArray(array->get());
+    fuzz::require(array->releases() == 1, "a chunk is released once");
+  }
 }
 
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   Input input({data, size});
+  Input again = input;
   qcArrowColumn column = drawColumn(input, 0);
-  releases = 0;
-  releaseUncounted = column.array->release;
-  column.array->release = countRelease;
-  try {
-    const qcOutlines outlines = qf_FromArrow(column.schema.get(), column.array.get());
-    fuzz::examine(outlines);
-    for (const auto coordinates :
-         {qcArrowCoordinates::eInterleaved, qcArrowCoordinates::eSeparated}) {
-      qcArrowColumn again = qf_ToArrow(outlines, qcArrowLayout::eFitting, coordinates);
-      fuzz::requireSame(qf_FromArrow(again.schema.get(), again.array.get()), outlines,
-                        "what has been written and read again");
-    }
-  } catch (const qcContourDefs::BadParams&) {
+  const std::size_t chunks = input.below(3);
+  if (chunks == 0) {
+    readAlone(std::move(column));
+  } else {
+    readAsStream(std::move(column), drawColumn(again, 0), chunks, input);
   }
-  fuzz::require(releases == 1, "an array is released once");
   return 0;
 }
