@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <array>
 #include <cstring>
+#include <limits>
 
 #include <cntr/contourdefs.h>
 #include <cntrtable/arrowmaking.h>
@@ -113,7 +114,8 @@ std::vector<table::ArrowBuffer> drawBuffers(Input& input, const std::string& for
 /// beyond them.
 std::int64_t drawBufferCount(Input& input, const std::string& format) {
   constexpr std::int64_t withoutValues = 3;
-  const auto count = static_cast<std::int64_t>(input.bits(8));
+  const auto count = input.flag() ? std::numeric_limits<std::int64_t>::min()
+                                  : static_cast<std::int64_t>(input.bits(8));
   return format == "vz" ? std::min(count, withoutValues) : count;
 }
 
