@@ -177,13 +177,15 @@ def test_inside_join_has_the_pairs_that_shapely_finds(seed: int) -> None:
     rings = centres[:, None] + radii[:, None] * circle * (0.5 + rng.random((20, 8, 1)) / 2)
     points = rng.random((200, 2)) * 10
     table = cntr.Outlines.from_wkb(shapely.to_wkb(shapely.polygons(rings)))
+    polygons = shapely.polygons(rings)
     outline, point = table.inside_join(points)
-    place, polygon = shapely.STRtree(shapely.polygons(rings)).query(
-        shapely.points(points), predicate="within"
-    )
-    order = np.lexsort((place, polygon))
-    np.testing.assert_array_equal(outline, polygon[order])
-    np.testing.assert_array_equal(point, place[order])
+    np.testing.assert_array_equal(np.lexsort((point, outline)), np.arange(len(outline)))
+    found = np.zeros((20, 200), bool)
+    found[outline, point] = True
+    expected = shapely.contains_xy(polygons[:, None], points[:, 0], points[:, 1])
+    # Points that all but lie on an edge are inside for cntr, whichever side they are on.
+    far = shapely.distance(shapely.boundary(polygons)[:, None], shapely.points(points)) > 1e-5
+    np.testing.assert_array_equal(found[far], expected[far])
 
 
 @pytest.mark.parametrize("threads", [1, 2, 5])
