@@ -47,7 +47,7 @@ void FeatureWinding::add(const std::vector<Point>& ring, Role role) {
 }
 
 void FeatureWinding::sortIntoSlabs() {
-  if (slabs_ > 1) return;
+  if (slabs_ > 1 || edges_.empty()) return;
   const std::vector<Edge> edges = std::move(edges_);
   slabs_ = edges.size();
   while (slabs_ > 1 && entries(edges) > mostEntriesPerEdge * edges.size()) slabs_ /= 2;
