@@ -100,7 +100,7 @@ def rows(generator: np.random.Generator) -> Iterator[Row]:
             many.tofile(files[1])
             yield Row(
                 "a million points inside, 1,000 vertices",
-                lambda: region.inside(many),
+                lambda: seconds_of_second(lambda: region.inside(many)),
                 "the same loop in C++",
                 lambda: float(subprocess.check_output([LOOP, *files]).split()[1]),
                 1.2,
@@ -177,6 +177,12 @@ def seconds(ask: Callable[[], Any]) -> float:
     begin = time.perf_counter()
     answer = ask()
     return answer if isinstance(answer, float) else time.perf_counter() - begin
+
+
+def seconds_of_second(ask: Callable[[], Any]) -> float:
+    """How long a question takes right after it was asked, as the loop in C++ is timed."""
+    ask()
+    return seconds(ask)
 
 
 def main() -> None:
