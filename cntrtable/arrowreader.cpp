@@ -444,18 +444,10 @@ class ViewedValues {
 /// A feature of each value.
 template <class Values>
 qcOutlines readBinary(const ArrowArray& array, const Values& values) {
-  qcOutlinesBuilder builder;
-  for (std::int64_t i = 0; i < array.length; ++i) {
-    const Bytes value = isNullAt(array, i) ? Bytes() : values(i);
-    if (isNullAt(array, i)) {
-      builder.failFeature("null");
-    } else if (value.empty()) {
-      builder.failFeature("empty");
-    } else {
-      table::addWkb(value, builder);
-    }
-  }
-  return builder.finish();
+  std::vector<qcWkbValue> found(static_cast<std::size_t>(array.length));
+  for (std::int64_t i = 0; i < array.length; ++i)
+    if (!isNullAt(array, i)) found[static_cast<std::size_t>(i)] = values(i);
+  return qf_FromWkb(found);
 }
 
 qcOutlines readColumn(const ArrowSchema& schema, qcArrowArray&& array) {

@@ -7,31 +7,25 @@
 
 #include <bit>
 #include <cstddef>
+#include <optional>
 #include <span>
 #include <vector>
 
 #include <cntrtable/outlines.h>
 
+/// Bytes, or nothing for a null.
+using qcWkbValue = std::optional<std::span<const std::byte>>;
+
 /// A feature of each value, in either byte order: polygons and multipolygons as areas, linestrings
 /// and multilinestrings as lines, collections of one or the other (16 deep at most) as their parts.
 /// Z and M are left out. Everything else becomes a feature that is eNothing, with a problem that
-/// says what and at which byte: other geometries, empty ones, values that are cut short, have
-/// counts that their bytes cannot hold, or continue after the geometry. Takes memory in proportion
-/// to the bytes, whatever they say. O(bytes).
-qcOutlines qf_FromWkb(std::span<const std::span<const std::byte>> values);
+/// says what and at which byte: nulls, other geometries, empty ones, values that are cut short,
+/// have counts that their bytes cannot hold, or continue after the geometry. Takes memory in
+/// proportion to the bytes, whatever they say. O(bytes).
+qcOutlines qf_FromWkb(std::span<const qcWkbValue> values);
 
 /// One feature as a polygon or linestring, or where it has several parts as a multipolygon or
 /// multilinestring; rings repeat their first vertex. REQUIRES: feature < outlines.size(). Throws
 /// qcContourDefs::BadParams when it is eNothing.
 std::vector<std::byte> qf_ToWkb(const qcOutlines& outlines, std::size_t feature,
                                 std::endian order = std::endian::little);
-
-namespace table {
-
-/// A vertex takes as many bytes at least.
-inline constexpr std::size_t wkbVertexSize = 2 * sizeof(double);
-
-/// Adds the feature of one value.
-void addWkb(std::span<const std::byte> value, qcOutlinesBuilder& builder);
-
-}  // namespace table

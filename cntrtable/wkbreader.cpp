@@ -15,6 +15,8 @@
 namespace {
 
 constexpr int mostNested = 16;
+/// A vertex takes as many bytes at least.
+constexpr std::size_t vertexSize = 2 * sizeof(double);
 
 enum WkbType : std::uint32_t {
   eLineString = 2,
@@ -213,9 +215,7 @@ class WkbReader {
   qcOutlineKind kind_ = qcOutlineKind::eNothing;
 };
 
-}  // namespace
-
-void table::addWkb(std::span<const std::byte> value, qcOutlinesBuilder& builder) {
+void addFeature(std::span<const std::byte> value, qcOutlinesBuilder& builder) {
   try {
     WkbReader(value, builder).read();
   } catch (const WkbProblem& problem) {
@@ -223,11 +223,21 @@ void table::addWkb(std::span<const std::byte> value, qcOutlinesBuilder& builder)
   }
 }
 
-qcOutlines qf_FromWkb(std::span<const std::span<const std::byte>> values) {
+}  // namespace
+
+qcOutlines qf_FromWkb(std::span<const qcWkbValue> values) {
   qcOutlinesBuilder builder;
   std::size_t bytes = 0;
-  for (const std::span<const std::byte> value : values) bytes += value.size();
-  builder.reserve(bytes / table::wkbVertexSize);
-  for (const std::span<const std::byte> value : values) table::addWkb(value, builder);
+  for (const qcWkbValue& value : values) bytes += value ? value->size() : 0;
+  builder.reserve(bytes / vertexSize);
+  for (const qcWkbValue& value : values) {
+    if (!value) {
+      builder.failFeature("null");
+    } else if (value->empty()) {
+      builder.failFeature("empty");
+    } else {
+      addFeature(*value, builder);
+    }
+  }
   return builder.finish();
 }

@@ -9,7 +9,10 @@
 
 namespace {
 
-qcOutlines readValue(std::span<const std::byte> value) { return qf_FromWkb({&value, 1}); }
+qcOutlines readValue(std::span<const std::byte> bytes) {
+  const qcWkbValue value(bytes);
+  return qf_FromWkb({&value, 1});
+}
 
 }  // namespace
 

@@ -25,8 +25,6 @@ namespace python {
 
 namespace {
 
-using Bytes = std::span<const std::byte>;
-
 bool isBytesLike(PyObject* object) {
   return PyBytes_Check(object) != 0 || PyByteArray_Check(object) != 0 ||
          PyMemoryView_Check(object) != 0;
@@ -42,28 +40,12 @@ class WkbList {
     for (std::size_t i = 0; i < count; ++i) values_.push_back(bytesAt(i));
   }
 
-  qcOutlines outlines() const {
-    std::size_t bytes = 0;
-    for (const Bytes& value : values_) bytes += value.size();
-    qcOutlinesBuilder builder;
-    builder.reserve(bytes / table::wkbVertexSize);
-    for (const Bytes& value : values_) {
-      if (value.data() == nullptr) {
-        builder.failFeature("null");
-      } else if (value.empty()) {
-        builder.failFeature("empty");
-      } else {
-        table::addWkb(value, builder);
-      }
-    }
-    return builder.finish();
-  }
+  qcOutlines outlines() const { return qf_FromWkb(values_); }
 
  private:
-  /// Null for None.
-  Bytes bytesAt(std::size_t number) {
+  qcWkbValue bytesAt(std::size_t number) {
     PyObject* item = PyTuple_GET_ITEM(items_.ptr(), static_cast<Py_ssize_t>(number));
-    if (item == Py_None) return {};
+    if (item == Py_None) return std::nullopt;
     if (isBytesLike(item) && PyBytes_Check(item) == 0) item = copied(item);
     if (PyBytes_Check(item) == 0) {
       const std::string message = "values[" + std::to_string(number) +
@@ -71,7 +53,8 @@ class WkbList {
       throw nb::type_error(message.c_str());
     }
     const void* const bytes = PyBytes_AS_STRING(item);
-    return {static_cast<const std::byte*>(bytes), static_cast<std::size_t>(PyBytes_GET_SIZE(item))};
+    return std::span(static_cast<const std::byte*>(bytes),
+                     static_cast<std::size_t>(PyBytes_GET_SIZE(item)));
   }
 
   /// What may change while it is looked at.
@@ -83,7 +66,7 @@ class WkbList {
 
   nb::object items_;
   std::vector<nb::object> copies_;
-  std::vector<Bytes> values_;
+  std::vector<qcWkbValue> values_;
 };
 
 qcOutlines fromWkb(nb::handle values) {
