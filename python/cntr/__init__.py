@@ -25,7 +25,7 @@ from cntr._results import (
     Vertices,
 )
 
-# Of each measure the power of the unit of length that it is in, and its meaning.
+# For each measure the power of the unit of length that it is in, and its meaning.
 MEASURES = measures()
 
 __all__ = [

@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: MIT
-"""Outlines in files of GeoParquet 1.1: geometry as well-known binary, and the rest beside it."""
+"""GeoParquet 1.1 files: geometry as well-known binary, all else in sibling columns."""
 
 import json
 import os
@@ -36,7 +36,7 @@ class _Named:
 
 
 def write(outlines: _core.Outlines, path: str | os.PathLike[str]) -> None:
-    """Writes all that there is of the outlines: labels, problems and edge elements, too."""
+    """Writes the outlines with their labels, problems and edge elements."""
     import pyarrow as pa
     import pyarrow.parquet
 
@@ -56,11 +56,11 @@ def write(outlines: _core.Outlines, path: str | os.PathLike[str]) -> None:
 
 
 def read(path: str | os.PathLike[str]) -> _core.Outlines:
-    """The outlines of a file of GeoParquet 1.0 or 1.1, whoever wrote it.
+    """The outlines in a GeoParquet 1.0 or 1.1 file, whoever wrote it.
 
-    Read are its primary column and, where they are of the types that write() gives them, labels,
-    problems and edge elements; other columns of these names are left out. Raises ValueError for
-    other files of Parquet, and for numbers that labels and edge elements cannot be.
+    Reads the primary column and, if they have the types that to_parquet() gives them, labels,
+    problems and edge elements; other columns with these names are ignored. Raises ValueError for
+    other Parquet files, and for numbers out of range for labels or edge elements.
     """
     import pyarrow.parquet
 
@@ -86,7 +86,7 @@ def read(path: str | os.PathLike[str]) -> _core.Outlines:
 
 
 def _primary_column(file: Any, path: str | os.PathLike[str]) -> tuple[str, str]:
-    """The name and the encoding of a file's geometry."""
+    """The name and encoding of the column of geometries."""
     metadata = (file.schema_arrow.metadata or {}).get(b"geo")
     if metadata is None:
         raise ValueError(f"{os.fspath(path)} has no metadata of GeoParquet")

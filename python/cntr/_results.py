@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: MIT
-"""What shapes answer with: values with names, which never change.
+"""The named tuples that methods of shapes return.
 
 Lengths are in the unit of the coordinates. Angles are in degrees, from the x axis towards the y
 axis.
@@ -35,7 +35,7 @@ class Circle(NamedTuple):
 
 
 class Ellipse(NamedTuple):
-    """An ellipse that is fitted to vertices. All numbers are NaN where none fits."""
+    """An ellipse fitted to vertices. All numbers are NaN if none fits."""
 
     centre: Point
     radii: tuple[float, float]
@@ -57,7 +57,7 @@ class Vertex(NamedTuple):
 
 
 class Vertices(NamedTuple):
-    """Vertices of a shape, an element of each array for each of them."""
+    """Vertices of a shape: each array has an element for each vertex."""
 
     rings: NDArray[np.int64]
     """0 for the outline or line, from 1 on for the holes in their order."""
@@ -71,7 +71,7 @@ class Deviation(NamedTuple):
     """How far a boundary lies from a nominal one."""
 
     least: float
-    """The least distance: negative inside the nominal area."""
+    """The smallest distance: negative inside the nominal area."""
     least_at: Point
     """The first point with that distance."""
     greatest: float
@@ -81,7 +81,7 @@ class Deviation(NamedTuple):
     rms: float
     """The root mean square of the distances along it."""
     is_signed: bool
-    """Whether distances have signs: they have none from an open contour."""
+    """Whether distances have signs; those from an open contour have none."""
 
 
 class Alignment(NamedTuple):
@@ -92,8 +92,8 @@ class Alignment(NamedTuple):
     angle: float
     """The rotation, in [-180, 180]."""
     residual: float
-    """The root mean square distance that is left."""
+    """The remaining root mean square distance."""
     steps: int
-    """How many steps the last refinement took."""
+    """The number of steps of the last refinement."""
     settled: bool
-    """Whether it ended because a further step would change next to nothing."""
+    """Whether it ended because a further step would change almost nothing."""

@@ -164,8 +164,8 @@ nb::object ArrowColumn::streamCapsule() const {
 void bindArrowColumn(nb::module_& module) {
   nb::class_<ArrowColumn> type(
       module, "ArrowColumn",
-      "A column of geometries for other packages: pyarrow.array(), polars.Series() and\n"
-      "others take it without copying.");
+      "A column of geometries that other packages, such as pyarrow and polars, take without\n"
+      "copying.");
   type.def("__len__", [](const ArrowColumn& self) { return self.array().length; });
   type.def("__repr__", [](const ArrowColumn& self) {
     return "<cntr.ArrowColumn: " +

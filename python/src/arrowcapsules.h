@@ -48,20 +48,20 @@ void defineArrowMethods(nanobind::class_<T>& type, ColumnOf columnOf) {
   namespace nb = nanobind;
   type.def(
       "__arrow_c_schema__", [columnOf](const T& self) { return columnOf(self).schemaCapsule(); },
-      nb::sig("def __arrow_c_schema__(self) -> object"), "What the values are, as a capsule.");
+      nb::sig("def __arrow_c_schema__(self) -> object"), "The schema of the values, as a capsule.");
   type.def(
       "__arrow_c_array__",
       [columnOf](const T& self, nb::handle) { return columnOf(self).arrayCapsules(); },
       nb::arg("requested_schema") = nb::none(),
       nb::sig("def __arrow_c_array__(self, requested_schema: object = None) -> tuple[object, "
               "object]"),
-      "The schema and the values, as capsules; another schema is not looked at.");
+      "The schema and the values, as capsules; `requested_schema` is ignored.");
   type.def(
       "__arrow_c_stream__",
       [columnOf](const T& self, nb::handle) { return columnOf(self).streamCapsule(); },
       nb::arg("requested_schema") = nb::none(),
       nb::sig("def __arrow_c_stream__(self, requested_schema: object = None) -> object"),
-      "The same as a stream of one array; another schema is not looked at.");
+      "The values as a stream of one array, as a capsule; `requested_schema` is ignored.");
 }
 
 /// Defines cntr.ArrowColumn.

@@ -209,15 +209,16 @@ void bindGeoJson(OutlinesClass& type) {
           "from_geojson", fromGeoJson, nb::arg("text_or_path"),
           nb::sig("def from_geojson(text_or_path: str | bytes | os.PathLike[str] | "
                   "os.PathLike[bytes]) -> Outlines"),
-          "The features of GeoJSON: a text that begins with a brace, or a file, which may be\n"
-          "packed by gzip. Read are documents, a feature to a line, and text sequences. Labels\n"
-          "that are whole numbers are kept. A feature that cannot be read becomes one without\n"
-          "geometry. Input that is not GeoJSON raises Error, naming line and column.")
+          "The features in GeoJSON: a text that begins with a brace, or a file, which may be\n"
+          "compressed with gzip. Documents, one feature per line, and text sequences can be\n"
+          "read. Labels that are whole numbers are kept. A feature that cannot be read becomes\n"
+          "one without geometry. Input that is not GeoJSON raises Error with the line and\n"
+          "column.")
       .def("to_geojson", toGeoJson,
-           "A FeatureCollection as text, with labels, and the edge elements of outlines of\n"
+           "A FeatureCollection as text, with labels, and with edge elements for outlines of\n"
            "features of one part. Outlines run counter-clockwise (y up), holes clockwise.\n"
-           "Features without geometry have none there, either. Raises BadParamsError for\n"
-           "coordinates that are not finite numbers.")
+           "Features without geometry have null as their geometry. Raises BadParamsError for\n"
+           "coordinates that are not finite.")
       .def_prop_ro(
           "__geo_interface__",
           [](nb::handle self) {

@@ -84,25 +84,25 @@ void bindImageSources(OutlinesClass& type) {
           nb::sig("def from_opencv(contours: collections.abc.Iterable[numpy.typing.NDArray["
                   "typing.Any]], hierarchy: numpy.typing.NDArray[typing.Any] | None = None) -> "
                   "Outlines"),
-          "A feature of each contour that cv2.findContours() found, with its holes, whose\n"
+          "A feature for each outer contour that cv2.findContours() found, with its holes; the\n"
           "label is the contour's number: Outlines.from_opencv(*cv2.findContours(...)). The\n"
           "children of an outline in the hierarchy are its holes, whose children are outlines\n"
-          "again. Without a hierarchy all contours are outlines.")
+          "again. Without a hierarchy, all contours are outlines.")
       .def_static(
           "from_opencv", fromOpenCvWithImage, nb::arg("image").none(), nb::arg("contours"),
           nb::arg("hierarchy").none(),
           nb::sig("def from_opencv(image: object, contours: collections.abc.Iterable["
                   "numpy.typing.NDArray[typing.Any]], hierarchy: numpy.typing.NDArray[typing.Any] "
                   "| None) -> Outlines"),
-          "The same of what OpenCV 3 returns, an image first, which is not looked at.")
+          "The same for what OpenCV 3 returns; the image is ignored.")
       .def_static(
           "from_skimage", fromSkimage, nb::arg("contours"), nb::kw_only(), nb::arg("order"),
           nb::sig("def from_skimage(contours: collections.abc.Iterable[numpy.typing.NDArray["
                   "typing.Any]], *, order: typing.Literal['rc', 'xy']) -> Outlines"),
-          "A feature of each contour that skimage.measure.find_contours() found, whose label\n"
-          "is its number: an outline where it ends in its first point, otherwise a line.\n"
-          "`order` is how its coordinates are written: 'rc' row first, as scikit-image does,\n"
-          "or 'xy'. Holes are outlines of their own: they are not told apart.");
+          "A feature for each contour that skimage.measure.find_contours() found; the label is\n"
+          "the contour's number. A contour that ends at its first point is an outline, any\n"
+          "other a line. `order` is that of the coordinates: 'rc' with the row first, as in\n"
+          "scikit-image, or 'xy'. Holes are not recognised: they become outlines.");
 }
 
 }  // namespace python

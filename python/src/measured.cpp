@@ -167,36 +167,37 @@ Measured measured(const qcOutlines& outlines, nb::handle columns, std::int64_t t
 void bindMeasured(nb::module_& module) {
   nb::class_<Measured> type(
       module, "Measured",
-      "Measures of many features: a row for each of them, a column for each measure, and\n"
-      "the columns `status` (ok or failed) and `note`. Other packages take it as an Arrow\n"
-      "record batch: pyarrow.table(), polars.DataFrame() and duckdb among them.");
+      "Measures of many features: a row for each feature, a column for each measure, and\n"
+      "the columns `status` (ok or failed) and `note`. Other packages, such as pyarrow and\n"
+      "polars, take it as an Arrow record batch.");
   type.def("__len__", &Measured::rows)
       .def("__repr__", describeMeasured)
       .def_prop_ro("columns", &Measured::names, nb::sig("def columns(self) -> list[str]"),
                    "The names of the columns.")
       .def("column", &Measured::column, nb::arg("name"),
            nb::sig("def column(self, name: str) -> numpy.typing.NDArray[typing.Any]"),
-           "A column as an array. Where each feature has an answer, numbers are float64,\n"
-           "counts int64, and yes and no bool. Otherwise numbers and counts are float64 with\n"
-           "NaN for missing ones, and yes and no objects with None, as texts always are.")
+           "A column as an array. If each feature has an answer, numbers are float64, counts\n"
+           "int64, and yes-or-no answers bool. Otherwise numbers and counts are float64 with NaN\n"
+           "for missing answers, and yes-or-no answers are objects with None, as texts always\n"
+           "are.")
       .def_prop_ro(
           "status", [](const Measured& self) { return self.column("status"); },
           nb::sig("def status(self) -> numpy.typing.NDArray[numpy.object_]"),
-          "Of each feature, whether it was measured: 'ok' or 'failed'.")
+          "For each feature, whether it was measured: 'ok' or 'failed'.")
       .def_prop_ro(
           "note", [](const Measured& self) { return self.column("note"); },
           nb::sig("def note(self) -> numpy.typing.NDArray[numpy.object_]"),
-          "What to know of each row, why it failed for instance; None where there is nothing.")
+          "For each feature a remark, such as why it failed; None if there is none.")
       .def("to_pandas", toPandas, nb::sig("def to_pandas(self) -> pandas.DataFrame"),
-           "A pandas.DataFrame of the columns. Needs pandas.")
+           "The columns as a pandas.DataFrame. Needs pandas.")
       .def(
           "to_polars",
           [](nb::handle self) { return nb::module_::import_("polars").attr("DataFrame")(self); },
           nb::sig("def to_polars(self) -> polars.DataFrame"),
-          "A polars.DataFrame of the columns. Needs polars.");
+          "The columns as a polars.DataFrame. Needs polars.");
   defineArrowMethods(type, [](const Measured& self) { return self.batch(); });
   module.def("measures", allMeasures, nb::sig("def measures() -> dict[str, tuple[int, str]]"),
-             "All measures, see cntr.MEASURES.");
+             "All measures; see cntr.MEASURES.");
 }
 
 }  // namespace python

@@ -197,9 +197,9 @@ std::string describeOutlines(const qcOutlines& self) {
 void bindOutlines(nb::module_& module) {
   OutlinesClass type(
       module, "Outlines",
-      "Many features, each made of outlines with holes or of open lines, as columns. They\n"
-      "never change; slices share memory with what they are slices of. A feature that\n"
-      "could not be read is there all the same, and `problems` tells why.");
+      "Many features, each consisting of outlines with holes or of open lines, held as\n"
+      "columns. Immutable; slices share the memory of the original. A feature that could\n"
+      "not be read keeps its place, and `problems` says why.");
   type.def("__len__", &qcOutlines::size)
       .def("__repr__", describeOutlines)
       .def("__getitem__", itemAt, nb::arg("index"),
@@ -214,14 +214,13 @@ void bindOutlines(nb::module_& module) {
           "__eq__",
           [](const qcOutlines& self, const qcOutlines& other) { return isSame(self, other); },
           nb::is_operator(), nb::sig("def __eq__(self, other: object, /) -> bool"),
-          "Whether all features are equal: kinds, vertices, holes and edge elements. Labels do\n"
-          "not count, nor why there is no geometry.")
+          "Whether all features are equal in kind, vertices, holes and edge elements. Labels\n"
+          "and problems are not compared.")
       .def("vertices", verticesOf, nb::arg("feature"), nb::arg("part") = 0, nb::arg("ring") = 0,
            nb::sig("def vertices(self, feature: int, part: int = 0, ring: int = 0) -> "
                    "numpy.typing.NDArray[numpy.float64]"),
-           "The vertices of a ring where they lie, of shape (n, 2) and not to be written to,\n"
-           "without a repeated last one. Ring 0 of a part is its outline, the others are\n"
-           "holes.")
+           "The vertices of a ring without a repeated last one, shape (n, 2): a read-only view.\n"
+           "Ring 0 of a part is its outline, the others are holes.")
       .def(
           "_repr_html_",
           [](nb::handle self) { return nb::module_::import_("cntr._html").attr("table")(self); },
@@ -229,34 +228,36 @@ void bindOutlines(nb::module_& module) {
           "A table of the first features with their pictures.")
       .def_prop_ro("labels", labelsOf,
                    nb::sig("def labels(self) -> numpy.typing.NDArray[numpy.int64]"),
-                   "The label of each feature, -1 where it has none.")
-      .def_prop_ro("bounds", boundsOf,
-                   nb::sig("def bounds(self) -> tuple[float, float, float, float] | None"),
-                   "The smallest and the largest x and y of all vertices, as (xmin, ymin, xmax,\n"
-                   "ymax), NaN left out; None where there are none.")
+                   "The label of each feature, -1 if it has none.")
       .def_prop_ro(
-          "geometry_types", geometryTypesOf, nb::sig("def geometry_types(self) -> list[str]"),
-          "The types of geometry that there are, of Polygon, MultiPolygon, LineString and\n"
-          "MultiLineString, sorted.")
+          "bounds", boundsOf,
+          nb::sig("def bounds(self) -> tuple[float, float, float, float] | None"),
+          "The smallest and largest coordinates of all vertices, (xmin, ymin, xmax, ymax),\n"
+          "ignoring NaN; None if there are none.")
+      .def_prop_ro("geometry_types", geometryTypesOf,
+                   nb::sig("def geometry_types(self) -> list[str]"),
+                   "The types of geometry that occur, sorted: Polygon, MultiPolygon, LineString,\n"
+                   "MultiLineString.")
       .def_prop_ro("problems", problemsOf, nb::sig("def problems(self) -> dict[int, str]"),
-                   "Why there is no geometry, by the number of each feature without one.")
+                   "Why features have no geometry, by the numbers of these features.")
       .def("measure", measured, nb::arg("columns") = nb::none(), nb::arg("threads") = 0,
            nb::sig("def measure(self, columns: collections.abc.Sequence[str] | None = None, "
                    "threads: int = 0) -> Measured"),
-           "Measures all features: the columns asked for, of cntr.MEASURES, then `status` and\n"
-           "`note`. Without columns the usual ones. A feature that cannot be measured has the\n"
-           "status 'failed'. Work is shared by so many threads, 0 for as many as there are\n"
-           "processors; the answers are the same.")
+           "Measures all features: the given columns of cntr.MEASURES, by default a common\n"
+           "choice of them, then `status` and `note`. A feature that cannot be measured has the\n"
+           "status 'failed'. `threads` is the number of threads, 0 for one per processor; it\n"
+           "does not affect the answers.")
       .def("inside_join", insideJoin, nb::arg("points"), nb::arg("threads") = 0,
            nb::sig("def inside_join(self, points: numpy.typing.ArrayLike, threads: int = 0) -> "
                    "tuple[numpy.typing.NDArray[numpy.int64], numpy.typing.NDArray[numpy.int64]]"),
-           "Which points, of shape (n, 2), lie in which features: the numbers of the features,\n"
-           "and with each that of a point, sorted by feature, then by point. Lines and\n"
-           "features without geometry hold no points.")
+           "Finds which of the points, shape (n, 2), are inside which features. Returns two\n"
+           "arrays of equal length, the number of a feature and the number of a point in it,\n"
+           "sorted by feature, then by point. Lines and features without geometry contain no\n"
+           "points.")
       .def("make_valid", validOutlines, nb::arg("rule") = "nonzero", nb::arg("threads") = 0,
-           "What each feature fills by the rule, 'nonzero' or 'evenodd', as valid outlines\n"
-           "with holes, with its label. Lines stay as they are; a feature without area becomes\n"
-           "one without geometry. Edge elements are left out.");
+           "The filled set of each feature by the rule, 'nonzero' or 'evenodd', as valid\n"
+           "outlines with holes; labels are kept. Lines are unchanged; a feature without area\n"
+           "becomes one without geometry. Edge elements are dropped.");
   type.attr("__hash__") = nb::none();
   bindOutlineSources(type);
   bindImageSources(type);

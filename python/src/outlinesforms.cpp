@@ -115,11 +115,11 @@ void bindOutlineForms(OutlinesClass& type) {
            "labels and edge elements are left out. Raises BadParamsError for a layout that\n"
            "cannot hold a feature.")
       .def("to_wkb", toWkb, nb::sig("def to_wkb(self) -> list[bytes | None]"),
-           "Well-known binary of each feature, None of those without geometry.")
+           "Each feature as well-known binary, None for features without geometry.")
       .def("to_shapely", toShapely,
            nb::sig("def to_shapely(self) -> numpy.typing.NDArray[numpy.object_]"),
-           "Shapely's geometries, None of features without one. Needs shapely, which raises\n"
-           "GEOSException for rings of fewer than 3 vertices.")
+           "Each feature as a Shapely geometry, None for features without geometry. Needs\n"
+           "shapely, which raises GEOSException for rings of fewer than 3 vertices.")
       .def(
           "to_parquet",
           [](nb::handle self, nb::handle path) {
@@ -133,10 +133,10 @@ void bindOutlineForms(OutlinesClass& type) {
            nb::sig("def to_ragged(self) -> tuple[numpy.typing.NDArray[numpy.float64], "
                    "numpy.typing.NDArray[numpy.int64], numpy.typing.NDArray[numpy.int64], "
                    "numpy.typing.NDArray[numpy.int64]]"),
-           "Ragged arrays, in the order that from_ragged() takes: vertices of shape (n, 2), and\n"
-           "the offsets of rings, features and parts. Rings of areas repeat their first vertex;\n"
-           "features without geometry have no parts. Left out are labels, edge elements, and\n"
-           "which features are areas and which are lines.");
+           "The arrays that from_ragged() takes, in that order: vertices, shape (n, 2), and the\n"
+           "offsets of rings, features and parts. Rings of areas repeat their first vertex;\n"
+           "features without geometry have no parts. Labels, edge elements and the kind of the\n"
+           "features are left out.");
   defineArrowMethods(
       type, [](const qcOutlines& self) { return columnOf(self, qcArrowLayout::eFitting); });
 }

@@ -175,15 +175,15 @@ void bindOutlineSources(OutlinesClass& type) {
   type.def_static(
           "from_arrow", outlinesFromArrow, nb::arg("column"),
           nb::sig("def from_arrow(column: object) -> Outlines"),
-          "The features of a column of any package that speaks Arrow: GeoArrow's lines and\n"
-          "polygons, lists of the same depth, and well-known binary. Interleaved float64\n"
-          "coordinates are taken without a copy. A null becomes a feature without geometry; a\n"
-          "column that contradicts itself raises BadParamsError.")
+          "The features of a column of any package with Arrow's PyCapsule interface: GeoArrow\n"
+          "lines and polygons, lists of the same depth, and well-known binary. Interleaved\n"
+          "float64 coordinates are not copied. A null becomes a feature without geometry; an\n"
+          "inconsistent column raises BadParamsError.")
       .def_static(
           "from_wkb", fromWkb, nb::arg("values"),
           nb::sig("def from_wkb(values: collections.abc.Iterable[bytes | bytearray | "
                   "memoryview | None] | object) -> Outlines"),
-          "The features of well-known binary: a list or array of bytes and None, or an Arrow\n"
+          "The features in well-known binary: a list or array of bytes and None, or an Arrow\n"
           "column of binary. A value that cannot be read becomes a feature without geometry.")
       .def_static(
           "from_ragged", fromRagged, nb::arg("xy"), nb::arg("ring_offsets"),
@@ -193,22 +193,22 @@ void bindOutlineSources(OutlinesClass& type) {
                   "numpy.typing.ArrayLike, feature_offsets: numpy.typing.ArrayLike | None = None, "
                   "part_offsets: numpy.typing.ArrayLike | None = None, *, kind: "
                   "typing.Literal['areas', 'lines'] = 'areas') -> Outlines"),
-          "The features of ragged arrays. `xy` of shape (n, 2) has the vertices of all rings: an\n"
-          "array of float64 in C order is not copied, and must not be changed afterwards.\n"
-          "Offsets tell where each ring, part and feature begins in the vertices, rings and\n"
-          "parts, and where the last one ends. Without part_offsets each feature is one part,\n"
-          "its outline followed by its holes; without feature_offsets each ring or part is a\n"
-          "feature. Each ring of lines is a part. A ring may repeat its first vertex at its end.")
+          "The features in ragged arrays. `xy`, shape (n, 2), has the vertices of all rings: a\n"
+          "float64 array in C order is not copied, and must not be changed afterwards. Offsets\n"
+          "say where each ring, part and feature begins in the vertices, rings and parts, and\n"
+          "where the last one ends. Without part_offsets, each feature is one part, an outline\n"
+          "followed by its holes; without feature_offsets, each ring or part is a feature. Each\n"
+          "ring of lines is a part. A ring may repeat its first vertex at its end.")
       .def_static(
           "from_shapely", fromShapely, nb::arg("geometries"),
           nb::sig("def from_shapely(geometries: object) -> Outlines"),
-          "The features of Shapely's geometries: one, a list, or an array with None in it.\n"
-          "Needs shapely.")
+          "The features of Shapely geometries: a single one, or a list or array of geometries\n"
+          "and None. Needs shapely.")
       .def_static(
           "from_regions", fromRegions, nb::arg("regions"),
           nb::sig("def from_regions(regions: collections.abc.Iterable[Shape]) -> Outlines"),
-          "A feature of each shape, with its label: of a RegionSet, which has no label, one\n"
-          "of several parts.");
+          "A feature for each shape, with its label. A RegionSet, which has no label, becomes a\n"
+          "feature of several parts.");
 }
 
 }  // namespace python

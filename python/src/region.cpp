@@ -38,7 +38,7 @@ void defineRegion(RegionClass& region) {
               "label: int = 0, edges: tuple[numpy.typing.ArrayLike, numpy.typing.ArrayLike] | "
               "None = None) -> None"));
   region.def_prop_ro("holes", holesOfRegion, nb::sig("def holes(self, /) -> tuple[Contour, ...]"),
-                     "The boundaries of the holes: copies, made each time.");
+                     "The boundaries of the holes, copied on each access.");
   region.def("__reduce__", reduced,
              nb::sig("def __reduce__(self) -> tuple[type, tuple[object, ...]]"));
 }

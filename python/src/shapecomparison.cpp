@@ -144,12 +144,12 @@ void defineComparison(ShapeClass& shape) {
   shape.def("deviation", deviation, nb::arg("nominal"), nb::arg("spacing") = nb::none(),
             nb::sig("def deviation(self, nominal: Shape, spacing: float | None = None) -> "
                     "Deviation"),
-            "How far the boundary or line lies from that of `nominal`, asked at its vertices and\n"
-            "between them at steps of at most `spacing`: 1/1024 of its length unless given.");
+            "How far the boundary or line lies from that of `nominal`, sampled at its vertices\n"
+            "and between them in steps of at most `spacing`, by default 1/1024 of its length.");
   shape.def("align", alignment, nb::arg("nominal"),
             nb::sig("def align(self, nominal: Shape) -> Alignment"),
-            "The rotation and shift of least root mean square distance from `nominal`. A shape\n"
-            "with a symmetry may come out under any of its members.");
+            "The rotation and shift that minimise the root mean square distance from `nominal`.\n"
+            "For a symmetric shape, any of the equivalent rotations may be returned.");
 }
 
 }  // namespace python

@@ -134,7 +134,7 @@ nb::dict geoInterface(nb::handle self) {
 void definePicture(nb::module_& module) {
   module.def("picture", picture, nb::arg("shapes"),
              nb::sig("def picture(shapes: collections.abc.Sequence[Shape]) -> str"),
-             "The boundaries and lines of all shapes in one picture, as _repr_svg_() shows them.");
+             "The boundaries and lines of all shapes in one picture, drawn as by _repr_svg_().");
 }
 
 void defineDisplay(ShapeClass& shape) {
@@ -144,7 +144,7 @@ void defineDisplay(ShapeClass& shape) {
       "The boundaries or the line as a picture, y downwards.");
   shape.def_prop_ro("__geo_interface__", geoInterface,
                     nb::sig("def __geo_interface__(self, /) -> dict[str, object]"),
-                    "A Polygon, a MultiPolygon or a LineString, as of GeoJSON.");
+                    "A GeoJSON Polygon, MultiPolygon or LineString.");
   shape.def(
       "plot",
       [](nb::handle self, nb::handle axes) {
@@ -152,8 +152,8 @@ void defineDisplay(ShapeClass& shape) {
       },
       nb::arg("ax") = nb::none(),
       nb::sig("def plot(self, ax: matplotlib.axes.Axes | None = None) -> matplotlib.axes.Axes"),
-      "Draws the boundaries or the line on axes of matplotlib, the current ones unless given,\n"
-      "and returns these. What is filled is tinted.");
+      "Draws the boundaries or the line on matplotlib axes, by default the current ones,\n"
+      "and returns the axes. The filled set is tinted.");
 }
 
 }  // namespace python

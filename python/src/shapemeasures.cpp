@@ -98,29 +98,30 @@ Region hullOf(const Shape& shape) {
 }  // namespace
 
 void defineMeasures(ShapeClass& shape) {
-  shape.def("area", areaOf, "The area that is filled, without the holes; NaN for an open contour.");
+  shape.def("area", areaOf,
+            "The area of the filled set, without the holes; NaN for an open contour.");
   shape.def("centroid", centroidOf, nb::sig("def centroid(self) -> tuple[float, float]"),
-            "The centre of mass of what is filled; NaN where there is no area.");
+            "The centre of mass of the filled set; NaN if it has no area.");
   shape.def("inertia", inertiaOf,
             nb::sig("def inertia(self) -> numpy.typing.NDArray[numpy.float64]"),
             "The second moments about the centre of mass, [[xx, xy], [xy, yy]]: the integrals of\n"
-            "dx * dx, dx * dy and dy * dy over what is filled; NaN where there is no area.");
+            "dx * dx, dx * dy and dy * dy over the filled set; NaN if it has no area.");
   shape.def("length", lengthOf, "The length of the outlines or of the line, without holes.");
   shape.def_prop_ro("bounds", boundsOf,
                     nb::sig("def bounds(self, /) -> tuple[float, float, float, float]"),
                     "The smallest and largest coordinates: xmin, ymin, xmax, ymax.");
   shape.def("hull", hullOf,
-            "The convex hull of the outlines or of the line: counter-clockwise with y up, from\n"
-            "its lowest-leftmost vertex.");
+            "The convex hull of the outlines or of the line, counter-clockwise with y up,\n"
+            "starting at its lowest, then leftmost vertex.");
   shape.def("minimum_area_rect", rectangleOf, nb::sig("def minimum_area_rect(self) -> Rectangle"),
-            "The rectangle of the smallest area around the outlines or the line.");
+            "The rectangle of smallest area that encloses the outlines or the line.");
   shape.def(
       "minimum_circle",
       [](const Shape& self) {
         return circleOf(self, {"circle_x", "circle_y", "circle_radius"});
       },
       nb::sig("def minimum_circle(self) -> Circle"),
-      "The smallest circle around the outlines or the line.");
+      "The smallest circle that encloses the outlines or the line.");
 }
 
 void defineMeasuresOfAreas(AreasClass& areas) {
@@ -130,14 +131,14 @@ void defineMeasuresOfAreas(AreasClass& areas) {
         return circleOf(self, {"inscribed_x", "inscribed_y", "inscribed_radius"});
       },
       nb::sig("def inscribed_circle(self) -> Circle"),
-      "A largest circle in what is filled, to 1e-6 of the size; NaN where there is none.");
+      "A largest circle inside the filled set, to 1e-6 of its size; NaN if there is none.");
 }
 
 template <class Class>
 void defineMeasuresOfOneCurve(Class& shape) {
   shape.def("diameter", diameterOf, "The largest distance between two vertices.");
   shape.def("fit_ellipse", ellipseOf, nb::sig("def fit_ellipse(self) -> Ellipse"),
-            "The ellipse that fits the vertices best, or a circle where no ellipse does.");
+            "The ellipse that fits the vertices best, or a circle if no ellipse fits.");
 }
 
 template void defineMeasuresOfOneCurve(ContourClass& shape);

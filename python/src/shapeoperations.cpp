@@ -149,17 +149,18 @@ void defineSetOperations(AreasClass& areas) {
   areas.def("make_valid", madeValid, nb::arg("rule") = "nonzero",
             nb::sig("def make_valid(self, rule: typing.Literal['nonzero', 'evenodd'] = 'nonzero') "
                     "-> RegionSet"),
-            "What is filled by the rule, as regions that neither cross nor overlap: valid simple\n"
-            "features in normal form, of the same area.");
+            "The set that is filled by the rule, as regions that neither cross nor overlap: valid\n"
+            "simple features in normal form, with the same area.");
   areas.def("__or__", combined<qf_Union>, nb::is_operator(),
-            nb::sig("def __or__(self, other: Areas, /) -> RegionSet"), "What either fills.");
+            nb::sig("def __or__(self, other: Areas, /) -> RegionSet"), "The union.");
   areas.def("__and__", combined<qf_Intersection>, nb::is_operator(),
-            nb::sig("def __and__(self, other: Areas, /) -> RegionSet"), "What both fill.");
+            nb::sig("def __and__(self, other: Areas, /) -> RegionSet"), "The intersection.");
   areas.def("__sub__", combined<qf_Difference>, nb::is_operator(),
             nb::sig("def __sub__(self, other: Areas, /) -> RegionSet"),
-            "What this one fills and the other does not.");
+            "The difference: this shape without the other.");
   areas.def("__xor__", combined<qf_SymmetricDifference>, nb::is_operator(),
-            nb::sig("def __xor__(self, other: Areas, /) -> RegionSet"), "What one of both fills.");
+            nb::sig("def __xor__(self, other: Areas, /) -> RegionSet"),
+            "The symmetric difference.");
 }
 
 template <class Class>
@@ -168,12 +169,12 @@ void defineChanges(Class& shape) {
   const auto name = nb::cast<std::string>(shape.attr("__name__"));
   const std::string transform = "def transform(self, matrix: numpy.typing.ArrayLike) -> " + name;
   shape.def("transform", transformed<Self>, nb::arg("matrix").none(), nb::sig(transform.c_str()),
-            "Moved by a matrix of shape (2, 3): (x, y) comes to lie at matrix @ (x, y, 1). Edge\n"
-            "elements are left behind.");
+            "The shape mapped by a matrix of shape (2, 3): (x, y) moves to matrix @ (x, y, 1).\n"
+            "Edge elements are dropped.");
   shape.def("simplify", simplified<Self>, nb::arg("tolerance"),
-            "With only those vertices that are needed to stay within the tolerance. Rings that\n"
-            "did not cross before do not cross afterwards. Kept vertices keep their edge\n"
-            "elements.");
+            "The shape with only those vertices that are needed to stay within the tolerance.\n"
+            "Rings that did not cross before do not cross afterwards. Remaining vertices keep\n"
+            "their edge elements.");
 }
 
 template <class Class>
@@ -181,13 +182,13 @@ void defineWalks(Class& shape) {
   using Self = typename Class::Type;
   shape.def(
       "regularize", [](const Self& self) { return walked(self, Walk::eRegularize); },
-      "Repaired by a walk along outlines that cross, which turns at every crossing: what is\n"
-      "covered twice is left out, and so are the holes. What does not cross stays as it is.\n"
-      "make_valid() keeps the area instead.");
+      "The shape repaired by a walk along outlines that cross, which turns at every\n"
+      "crossing. Areas that are covered twice are left out, and so are holes; a shape that\n"
+      "does not cross itself is unchanged. make_valid() keeps the area instead.");
   shape.def(
       "outer_hull", [](const Self& self) { return walked(self, Walk::eOuterHull); },
-      "The same walk, of which loops within others are left out. What does not cross stays as\n"
-      "it is.");
+      "The result of the same walk without loops that lie inside others. A shape that does\n"
+      "not cross itself is unchanged.");
 }
 
 template void defineChanges(ContourClass& shape);

@@ -208,13 +208,15 @@ bool doIntersect(const RegionSet& set) {
 void defineQuestions(ShapeClass& shape) {
   shape.def("distance", distanceTo, nb::arg("point"),
             nb::sig("def distance(self, point: tuple[float, float]) -> float"),
-            "The distance of a point, or of each of many, from the nearest boundary or line.");
+            "The distance of a point, or of each of many points, from the nearest boundary or\n"
+            "line.");
   shape.def("distance", distancesTo, nb::arg("points").none(),
             nb::sig("def distance(self, points: numpy.typing.ArrayLike) -> "
                     "numpy.typing.NDArray[numpy.float64]"));
   shape.def("closest_point", closestPoint, nb::arg("point"),
             nb::sig("def closest_point(self, point: tuple[float, float]) -> tuple[float, float]"),
-            "The point of the boundary or line that is nearest to a point, or to each of many.");
+            "The point of the boundary or line that is nearest to a point, or to each of many\n"
+            "points.");
   shape.def("closest_point", closestPoints, nb::arg("points").none(),
             nb::sig("def closest_point(self, points: numpy.typing.ArrayLike) -> "
                     "numpy.typing.NDArray[numpy.float64]"));
@@ -222,24 +224,24 @@ void defineQuestions(ShapeClass& shape) {
             nb::arg("touches") = true,
             nb::sig("def intersections(self, segment: numpy.typing.ArrayLike, holes: bool = True, "
                     "touches: bool = True) -> numpy.typing.NDArray[numpy.float64]"),
-            "Where the segment (p, q) crosses the boundaries or the line, shape (n, 2): along the\n"
-            "segment, for each outline and then each of its holes. A segment through a vertex\n"
-            "crosses both of its edges. Without `touches`, edges within 1e-6 of an end of the\n"
-            "segment are left out.");
+            "The points where the segment (p, q) crosses the boundaries or the line, shape (n,\n"
+            "2): in order along the segment, for each outline and then for each of its holes. A\n"
+            "segment through a vertex crosses both of its edges. Without `touches`, crossings\n"
+            "within 1e-6 of an end of the segment are left out.");
 }
 
 void defineQuestionsOfAreas(AreasClass& areas) {
   areas.def("inside", isInside, nb::arg("point"),
             nb::sig("def inside(self, point: tuple[float, float]) -> bool"),
-            "Whether a point, or each of many, lies in what is filled.");
+            "Whether a point, or each of many points, is inside the filled set.");
   areas.def("inside", areInside, nb::arg("points").none(),
             nb::sig("def inside(self, points: numpy.typing.ArrayLike) -> "
                     "numpy.typing.NDArray[numpy.bool_]"));
   areas.def("distance", distanceFromAreasTo, nb::arg("point"), nb::arg("zero_inside") = false,
             nb::sig("def distance(self, point: tuple[float, float], zero_inside: bool = False) -> "
                     "float"),
-            "The distance of a point, or of each of many, from the nearest boundary; with\n"
-            "`zero_inside`, 0 for those that lie in what is filled.");
+            "The distance of a point, or of each of many points, from the nearest boundary; with\n"
+            "`zero_inside`, 0 for points inside the filled set.");
   areas.def("distance", distancesFromAreasTo, nb::arg("points").none(),
             nb::arg("zero_inside") = false,
             nb::sig("def distance(self, points: numpy.typing.ArrayLike, zero_inside: bool = False) "
@@ -255,15 +257,14 @@ template <class Class>
 void defineQuestionsOfOneCurve(Class& shape) {
   shape.def("closest_vertex", closestVertex, nb::arg("point"),
             nb::sig("def closest_vertex(self, point: tuple[float, float]) -> Vertex"),
-            "The vertex that is nearest to a point, or to each of many.");
+            "The vertex that is nearest to a point, or to each of many points.");
   shape.def("closest_vertex", closestVertices, nb::arg("points").none(),
             nb::sig("def closest_vertex(self, points: numpy.typing.ArrayLike) -> "
                     "Vertices"));
-  shape.def(
-      "extremal_vertex", extremalVertex, nb::arg("degrees"),
-      nb::sig("def extremal_vertex(self, degrees: float) -> Vertex"),
-      "The vertex of the outline or line that is farthest in a direction, counted from the x\n"
-      "axis towards the y axis; the first of several.");
+  shape.def("extremal_vertex", extremalVertex, nb::arg("degrees"),
+            nb::sig("def extremal_vertex(self, degrees: float) -> Vertex"),
+            "The vertex of the outline or line that is farthest in a direction, an angle from the\n"
+            "x axis towards the y axis; the first of several.");
   shape.def("is_self_intersecting", isSelfIntersecting,
             "Whether an edge of the outline or line crosses another one, within 1e-6.");
 }

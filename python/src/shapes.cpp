@@ -10,27 +10,27 @@ namespace nb = nanobind;
 namespace python {
 
 void bindShapes(nb::module_& module) {
-  ShapeClass shape(module, "Shape", "What Contour, Region and RegionSet have in common.");
-  AreasClass areas(module, "Areas", "What Region and RegionSet have in common.");
+  ShapeClass shape(module, "Shape", "The base of Contour, Region and RegionSet.");
+  AreasClass areas(module, "Areas", "The base of Region and RegionSet.");
   ContourClass contour(
       module, "Contour",
-      "An ordered list of vertices, open or closed. It never changes.\n\n"
-      "`points` has the shape (n, 2) and is copied; a closed contour need not repeat its first\n"
-      "vertex. `label` is a number for the caller's own use, from 0 to 4294967295. `edges` is an\n"
-      "edge element for each vertex: magnitudes from 0 to 65535, and angles in 256 steps to a\n"
-      "turn.");
+      "An ordered list of vertices, open or closed. Immutable.\n\n"
+      "`points` has the shape (n, 2) and is copied; a closed contour need not repeat its\n"
+      "first vertex. `label` is a number for the caller's own use, from 0 to 4294967295.\n"
+      "`edges` gives an edge element for each vertex: magnitudes from 0 to 65535, and\n"
+      "angles in 256ths of a turn.");
   RegionClass region(
       module, "Region",
-      "An area: an outline and holes. It never changes.\n\n"
-      "`points` has the shape (n, 2) and is copied, and so is each of `holes`, which may also be\n"
-      "a closed Contour. The direction of a ring does not matter. `label` and `edges` are those\n"
-      "of Contour.");
+      "An area: an outline and holes. Immutable.\n\n"
+      "`points` has the shape (n, 2) and is copied, and so is each of `holes`, which may\n"
+      "also be a closed Contour. The winding of a ring does not matter. `label` and `edges`\n"
+      "are as in Contour.");
   RegionSetClass set(module, "RegionSet",
-                     "Regions that are measured and asked together, in order. It never changes.\n\n"
-                     "The regions are copied. What several of them cover counts once.");
+                     "Regions, in order, that are measured and queried together. Immutable.\n\n"
+                     "The regions are copied. An area that several of them cover counts once.");
 
   shape.def_prop_ro("closed", &Shape::isClosed,
-                    "Whether the edge from the last vertex to the first belongs to it.");
+                    "Whether an edge joins the last vertex to the first.");
   defineMeasures(shape);
   defineQuestions(shape);
   defineComparison(shape);

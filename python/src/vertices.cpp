@@ -32,11 +32,11 @@ template <class Class>
 void defineVertices(Class& shape) {
   shape.def(
       "__len__", [](nb::handle self) { return outlineOf(self).points().size(); },
-      "The number of vertices, without those of holes.");
+      "The number of vertices, not counting those of holes.");
   shape.def_prop_ro(
       "points", [](nb::handle self) { return viewOfPoints(outlineOf(self).points(), self); },
       nb::sig("def points(self, /) -> numpy.typing.NDArray[numpy.float64]"),
-      "The vertices, shape (n, 2): a read-only view without a copy.");
+      "The vertices, shape (n, 2): a read-only view, not a copy.");
   shape.def_prop_ro(
       "label", [](nb::handle self) { return outlineOf(self).label(); },
       "A number for the caller's own use; 0 unless given.");
