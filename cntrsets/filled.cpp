@@ -90,31 +90,6 @@ struct Centroid {
   Twofold y;
 };
 
-/// Whether all numbers that are at most that far from a value have the same nearest double.
-bool isRoundedAlike(const Twofold& value, double error) {
-  return value.high + (value.low + error) == value.high &&
-         value.high + (value.low - error) == value.high;
-}
-
-/// From quick sums, where their errors change no digit; else nothing.
-std::optional<AreaAndCentre> quickAreaAndCentre(std::span<const Point> ring, const Frame& frame) {
-  const cntr::sets::QuickSums sums = cntr::sets::quickSumsOf(ring, frame);
-  const Twofold sign = signOf(sums.area2, false);
-  Integrals integrals;
-  integrals.area2 = sums.area2 * sign;
-  integrals.x6 = sums.x6 * sign;
-  integrals.y6 = sums.y6 * sign;
-  if (!(integrals.area2.high > 0.0)) return std::nullopt;
-  const Centroid centroid(integrals);
-  // Coordinates are at most 3: an error of area2 counts three times as much as one of x6, and a
-  // third of their sum by area2. The quotient is right to 2^-100 of its size.
-  const double error = 4.0 * sums.error / integrals.area2.high + 0x1p-96;
-  if (!isRoundedAlike(integrals.area2, sums.error) || !isRoundedAlike(centroid.x, error) ||
-      !isRoundedAlike(centroid.y, error))
-    return std::nullopt;
-  return AreaAndCentre{centroid.area.high, {centroid.x.high, centroid.y.high}};
-}
-
 }  // namespace
 
 namespace cntr::sets {
@@ -145,10 +120,6 @@ double areaIn(const Frame& frame, const RingList& list) {
 }
 
 std::optional<AreaAndCentre> areaAndCentreIn(const Frame& frame, const RingList& list) {
-  if (list.rings().size() == 1 && list.rings().front().size() <= mostForQuickSums) {
-    const std::optional<AreaAndCentre> quick = quickAreaAndCentre(list.rings().front(), frame);
-    if (quick) return quick;
-  }
   const Integrals sums = sumOfRings(frame, list, firstIntegralsOf);
   if (!(sums.area2.high > 0.0)) return std::nullopt;
   const Centroid centroid(sums);

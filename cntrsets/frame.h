@@ -6,8 +6,10 @@
 #pragma once
 
 #include <algorithm>
+#include <bit>
 #include <cmath>
 #include <cstddef>
+#include <cstdint>
 #include <span>
 #include <vector>
 
@@ -32,6 +34,14 @@ inline plane::Box boxOf(const std::vector<std::span<const qcVector<2>>>& rings) 
   return even;
 }
 
+/// std::ldexp(), without a call for the powers of two that are normal doubles.
+inline double timesPowerOfTwo(double value, int exponent) {
+  constexpr int bias = 1023;
+  constexpr int digits = 52;
+  if (exponent <= -bias || exponent > bias) return std::ldexp(value, exponent);
+  return value * std::bit_cast<double>(static_cast<std::uint64_t>(exponent + bias) << digits);
+}
+
 /// Where coordinates are counted from, and a power of two that they are multiplied with so that the
 /// feature's size is about 1.
 class Frame {
@@ -48,7 +58,7 @@ class Frame {
     // The power itself is a double, though that leaves sizes below all normal doubles smaller
     // than 1.
     exponent_ = extent > 0.0 ? std::min(-1 - std::ilogb(extent), 1023) : 0;
-    factor_ = std::ldexp(1.0, exponent_);
+    factor_ = timesPowerOfTwo(1.0, exponent_);
     origin_ = {originOf(box.minX, box.maxX), originOf(box.minY, box.maxY)};
   }
 
@@ -58,23 +68,36 @@ class Frame {
     return {(p.x() - origin_.x()) * factor_, (p.y() - origin_.y()) * factor_};
   }
 
+  // The same of one coordinate of several points side by side.
+
+  template <class Lanes>
+  [[gnu::always_inline]] Lanes localX(const Lanes& x) const {
+    return (x - origin_.x()) * factor_;
+  }
+  template <class Lanes>
+  [[gnu::always_inline]] Lanes localY(const Lanes& y) const {
+    return (y - origin_.y()) * factor_;
+  }
+
   /// The point of the plane, rounded once.
   qcVector<2> restored(const qcVector<2>& p) const {
-    return {origin_.x() + std::ldexp(p.x(), -exponent_),
-            origin_.y() + std::ldexp(p.y(), -exponent_)};
+    return {origin_.x() + timesPowerOfTwo(p.x(), -exponent_),
+            origin_.y() + timesPowerOfTwo(p.y(), -exponent_)};
   }
 
   /// A length in local coordinates.
-  double scaled(double length) const { return std::ldexp(length, exponent_); }
+  double scaled(double length) const { return timesPowerOfTwo(length, exponent_); }
 
   /// A value in this power of the local unit of length, in the plane's unit.
-  double restored(double value, int power) const { return std::ldexp(value, -exponent_ * power); }
+  double restored(double value, int power) const {
+    return timesPowerOfTwo(value, -exponent_ * power);
+  }
 
  private:
   /// The plane's own origin when it lies near.
   double originOf(double low, double high) const {
     const double middle = low * 0.5 + high * 0.5;
-    return std::abs(std::ldexp(middle, exponent_)) < 2.0 ? 0.0 : middle;
+    return std::abs(timesPowerOfTwo(middle, exponent_)) < 2.0 ? 0.0 : middle;
   }
 
   qcVector<2> origin_;

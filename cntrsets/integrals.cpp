@@ -102,61 +102,6 @@ class CentreSums {
   LongSum<Lanes> y6_;
 };
 
-/// A sum of terms with the digits of two doubles, the rounding errors of which are summed up as
-/// they come.
-class QuickSum {
- public:
-  [[gnu::always_inline]] void add(const Lanes& high, const Lanes& low) {
-    const TwofoldLanes sum = sumOf(high_, high);
-    high_ = sum.high;
-    low_ = low_ + (sum.low + low);
-  }
-  [[gnu::always_inline]] Twofold value() const {
-    double low = 0.0;
-    Twofold sum;
-    for (std::size_t i = 0; i < plane::lanes; ++i) {
-      low += low_[i];
-      sum = sumOf(sum.high, high_[i]);
-      low += sum.low;
-    }
-    return sumOf(sum.high, low);
-  }
-
- private:
-  Lanes high_{};
-  Lanes low_{};
-};
-
-/// What CentreSums are of, where the last digits do not matter.
-class QuickCentreSums {
- public:
-  [[gnu::always_inline]] void add(const LanePoints& a, const LanePoints& b) {
-    const TwofoldLanes first = productOf(a.x, b.y);
-    const TwofoldLanes second = productOf(b.x, a.y);
-    const Lanes negative = -second.high;
-    TwofoldLanes cross = sumOf(first.high, negative);
-    cross.low = cross.low + (first.low - second.low);
-    area2_.add(cross.high, cross.low);
-    addProduct(x6_, cross, sumOf(a.x, b.x));
-    addProduct(y6_, cross, sumOf(a.y, b.y));
-  }
-
-  [[gnu::always_inline]] QuickSums value() const {
-    return {area2_.value(), x6_.value(), y6_.value()};
-  }
-
- private:
-  [[gnu::always_inline]] static void addProduct(QuickSum& sum, const TwofoldLanes& cross,
-                                                const TwofoldLanes& factor) {
-    const TwofoldLanes product = productOf(cross.high, factor.high);
-    sum.add(product.high, product.low + (cross.high * factor.low + cross.low * factor.high));
-  }
-
-  QuickSum area2_;
-  QuickSum x6_;
-  QuickSum y6_;
-};
-
 class MomentSums {
  public:
   [[gnu::always_inline]] void add(const LanePoints& a, const LanePoints& b) {
@@ -226,11 +171,6 @@ bool isNewProcessor() { return __builtin_cpu_supports("avx2"); }
   return sumOver<CentreSums>(ring, frame);
 }
 
-[[gnu::target("avx2")]] QuickSums quickSumsOnNewProcessor(std::span<const qcVector<2>> ring,
-                                                          const Frame& frame) {
-  return sumOver<QuickCentreSums>(ring, frame);
-}
-
 [[gnu::target("avx2")]] Twofold areaOnNewProcessor(std::span<const qcVector<2>> ring,
                                                    const Frame& frame) {
   return sumOver<AreaSum>(ring, frame);
@@ -256,27 +196,6 @@ Integrals firstIntegralsOf(std::span<const qcVector<2>> ring, const Frame& frame
   if (isNewProcessor()) return firstIntegralsOnNewProcessor(ring, frame);
 #endif
   return sumOver<CentreSums>(ring, frame);
-}
-
-namespace {
-
-QuickSums quickSumsWithoutError(std::span<const qcVector<2>> ring, const Frame& frame) {
-#if defined(__x86_64__) && defined(__linux__)
-  if (isNewProcessor()) return quickSumsOnNewProcessor(ring, frame);
-#endif
-  return sumOver<QuickCentreSums>(ring, frame);
-}
-
-}  // namespace
-
-QuickSums quickSumsOf(std::span<const qcVector<2>> ring, const Frame& frame) {
-  QuickSums sums = quickSumsWithoutError(ring, frame);
-  // A term is at most 108 < 2^7, the sum of n terms 2^7 n, the rounding errors of n sums that are
-  // kept 2^-45 n^2, and those of a few sums of these for each term, which are not, less than
-  // 2^-95 n^3 together.
-  const auto n = static_cast<double>(std::max(ring.size(), plane::lanes));
-  sums.error = 0x1p-95 * n * n * n;
-  return sums;
 }
 
 plane::Twofold doubledAreaOf(std::span<const qcVector<2>> ring, const Frame& frame) {

@@ -37,20 +37,6 @@ Integrals integralsOf(std::span<const qcVector<2>> ring, const Frame& frame);
 /// The first three of them alone, the same bits.
 Integrals firstIntegralsOf(std::span<const qcVector<2>> ring, const Frame& frame);
 
-/// Rings of up to so many vertices have quick sums.
-inline constexpr std::size_t mostForQuickSums = 1024;
-
-/// The first three integrals in half the time, and by how much each may be off at most.
-struct QuickSums {
-  plane::Twofold area2{};
-  plane::Twofold x6{};
-  plane::Twofold y6{};
-  double error = 0.0;
-};
-
-/// REQUIRES: up to mostForQuickSums vertices, in whose frame no coordinate is larger than 3.
-QuickSums quickSumsOf(std::span<const qcVector<2>> ring, const Frame& frame);
-
 /// All of them without the instructions of newer processors.
 Integrals integralsOnAnyProcessor(std::span<const qcVector<2>> ring, const Frame& frame);
 

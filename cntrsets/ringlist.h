@@ -19,6 +19,8 @@ namespace cntr::sets {
 class RingList {
  public:
   explicit RingList(const std::vector<qcRings>& feature) { add(feature, 0); }
+  /// Of one part, without holes.
+  explicit RingList(std::span<const Point> outline) : rings_{outline}, roles_{{0, 0, false}} {}
   RingList(const std::vector<qcRings>& a, const std::vector<qcRings>& b) {
     add(a, 0);
     add(b, 1);

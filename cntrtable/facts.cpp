@@ -25,6 +25,9 @@ using Ring = std::vector<Point>;
 using cntr::plane::Box;
 using cntr::sets::AreaAndCentre;
 using cntr::sets::Frame;
+using cntr::sets::LoneMass;
+using cntr::sets::LoneRing;
+using cntr::sets::LoneSums;
 using cntr::sets::RingList;
 
 /// An area up to this, in local coordinates, is the rounding of sums whose terms are about 1 and
@@ -247,13 +250,10 @@ void addFilled(Facts& facts, const std::vector<qcRings>& parts, const RingList& 
   if (facts.area) addRareFacts(facts, local, united, needs);
 }
 
-}  // namespace
+/// Facts of how areas are filled.
+constexpr Needs ofFilled = eFilled | eCentre | eMoments | eSolid | eHu | eInscribed;
 
-bool isBoundedSimply(qcRingContact contact) {
-  return contact == qcRingContact::eSimple || contact == qcRingContact::eTouches;
-}
-
-Facts factsOf(const Shape& shape, Needs needs, Filling filling) {
+Facts thoroughFactsOf(const Shape& shape, Needs needs, Filling filling) {
   const RingList rings(shape.parts);
   const Box box = finiteBoxOf(rings);
   Facts facts(Frame(box), shape.closed);
@@ -262,14 +262,79 @@ Facts factsOf(const Shape& shape, Needs needs, Filling filling) {
     facts.holes += part.holes.size();
   }
   if ((needs & eLength) != 0U) addLengths(facts, shape.parts);
-  if ((needs & eCurves) != 0U) addCurves(facts, shape.parts);
   if ((needs & eExtent) != 0U) facts.extent = extentOf(shape.parts);
-  addSurroundings(facts, shape.parts, needs);
-  constexpr Needs ofFilled = eFilled | eCentre | eMoments | eSolid | eHu | eInscribed;
   if ((needs & ofFilled) != 0U && shape.closed)
     addFilled(facts, shape.parts, rings, box, needs, filling);
+  return facts;
+}
+
+/// Nothing where one of the smallest or largest coordinates is 0, which may be a negative one.
+std::optional<Extent> extentOf(const Box& box) {
+  if (box.minX == 0.0 || box.minY == 0.0 || box.maxX == 0.0 || box.maxY == 0.0) return std::nullopt;
+  return Extent{{box.minX, box.minY}, {box.maxX, box.maxY}};
+}
+
+/// Of a ring that has been read; but for its extent.
+std::optional<Facts> quickFactsOf(LoneRing& ring, Needs needs) {
+  const bool withMoments = (needs & eMoments) != 0U;
+  Facts facts(Frame(ring.box()), true);
+  const LoneSums sums = ring.sums(facts.frame, withMoments);
+  if (!ring.runsAround(facts.frame.restored(sums.roughCentre()), sums.isCounterclockwise()))
+    return std::nullopt;
+  facts.vertices = ring.size();
+  facts.length = sums.length;
+  facts.contact = qcRingContact::eSimple;
+  if (const std::optional<LoneMass> mass = massOf(sums, facts.frame, withMoments)) {
+    facts.area = mass->area;
+    facts.centre = mass->centre;
+    facts.moments = mass->moments;
+  } else {
+    const std::vector<Point> vertices = ring.vertices();
+    addSums(facts, sumsOf(facts.frame, RingList(vertices), needs));
+  }
+  if ((needs & eSolid) != 0U) facts.solidArea = facts.area;
+  return facts;
+}
+
+std::optional<Facts> quickFactsOf(const Shape& shape, Needs needs) {
+  const bool isLone = shape.parts.size() == 1 && shape.parts.front().holes.empty();
+  LoneRing ring;
+  if (!isLone || !shape.closed || (needs & ofFilled) == 0U ||
+      !ring.read(shape.parts.front().outline))
+    return std::nullopt;
+  std::optional<Facts> facts = quickFactsOf(ring, needs);
+  if (!facts) return std::nullopt;
+  if ((needs & eExtent) != 0U) facts->extent = extentOf(shape.parts);
+  if (facts->area && (needs & (eHu | eInscribed)) != 0U) {
+    const std::vector<qcRings> local = localOf(shape.parts, facts->frame);
+    addRareFacts(*facts, local, local, needs);
+  }
+  return facts;
+}
+
+}  // namespace
+
+bool isBoundedSimply(qcRingContact contact) {
+  return contact == qcRingContact::eSimple || contact == qcRingContact::eTouches;
+}
+
+Facts factsOf(const Shape& shape, Needs needs, Filling filling) {
+  std::optional<Facts> quick = quickFactsOf(shape, needs);
+  Facts facts = quick ? *std::move(quick) : thoroughFactsOf(shape, needs, filling);
+  if ((needs & eCurves) != 0U) addCurves(facts, shape.parts);
+  addSurroundings(facts, shape.parts, needs);
   if ((needs & (shape.closed ? eCrossings : eCrossings | eLineCrossings)) != 0U)
     facts.crosses = crossesItself(shape);
+  return facts;
+}
+
+std::optional<Facts> quickFactsOf(std::span<const double> coordinates, Needs needs,
+                                  LoneRing& ring) {
+  if (!ring.read(coordinates)) return std::nullopt;
+  const std::optional<Extent> extent = extentOf(ring.box());
+  if ((needs & eExtent) != 0U && !extent) return std::nullopt;
+  std::optional<Facts> facts = quickFactsOf(ring, needs);
+  if (facts) facts->extent = extent;
   return facts;
 }
 

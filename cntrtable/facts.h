@@ -8,6 +8,7 @@
 #include <array>
 #include <cstddef>
 #include <optional>
+#include <span>
 #include <vector>
 
 #include <cntr/contour.h>
@@ -15,6 +16,7 @@
 #include <cntr/inertia.h>
 #include <cntrsets/filled.h>
 #include <cntrsets/frame.h>
+#include <cntrsets/lonering.h>
 #include <cntrsets/rings.h>
 
 namespace table {
@@ -140,5 +142,14 @@ bool isBoundedSimply(qcRingContact contact);
 /// REQUIRES: at least one part. Throws qcContourDefs::BadParams "a coordinate is not a finite
 /// number", and what the set operations throw (sets.h).
 Facts factsOf(const Shape& shape, Needs needs, Filling filling);
+
+/// What quickFactsOf() can tell.
+inline constexpr Needs quickNeeds =
+    eExtent | eLength | eFilled | eSolid | eMoments | eCentre | eLineCrossings;
+
+/// The same facts of an area that a single outline bounds, its coordinates x and y in turn; nothing
+/// where factsOf() has to look closer. `ring` is read into. REQUIRES: needs of quickNeeds.
+std::optional<Facts> quickFactsOf(std::span<const double> coordinates, Needs needs,
+                                  cntr::sets::LoneRing& ring);
 
 }  // namespace table

@@ -120,14 +120,21 @@ class Measurement {
 
   void run(unsigned threads) {
     table::forBlocks(outlines_.size(), threads, [this](std::size_t begin, std::size_t end) {
-      for (std::size_t row = begin; row < end; ++row) measure(row);
+      Memory memory;
+      for (std::size_t row = begin; row < end; ++row) measure(row, memory);
     });
   }
 
   qcArrowColumn batch() &&;
 
  private:
-  void measure(std::size_t row) {
+  /// What one feature after the other can use.
+  struct Memory {
+    cntr::sets::LoneRing ring;
+    std::vector<table::Value> values;
+  };
+
+  void measure(std::size_t row, Memory& memory) {
     if (outlines_.kind(row) == qcOutlineKind::eNothing) {
       fail(row, outlines_.problem(row));
       return;
@@ -138,18 +145,29 @@ class Measurement {
       return;
     }
     try {
-      answer(row);
+      answer(row, memory);
     } catch (const qcException& error) {
       fail(row, table::messageIn(error));
     }
   }
 
-  void answer(std::size_t row) {
+  void answer(std::size_t row, Memory& memory) {
+    const bool isAreas = outlines_.kind(row) == qcOutlineKind::eAreas;
+    if (isAreas && (needs_ & ~table::quickNeeds) == 0U && outlines_.parts(row) == 1 &&
+        outlines_.rings(row, 0) == 1) {
+      const auto facts = table::quickFactsOf(outlines_.ring(row, 0, 0), needs_, memory.ring);
+      if (facts) {
+        answer(row, *facts, memory.values);
+        return;
+      }
+    }
     const std::vector<qcRings> parts = outlines_.feature(row);
-    const table::Facts facts = table::factsOf({parts, outlines_.kind(row) == qcOutlineKind::eAreas},
-                                              needs_, table::Filling::eMeasured);
-    std::vector<table::Value> values;
-    values.reserve(columns_.size());
+    answer(row, table::factsOf({parts, isAreas}, needs_, table::Filling::eMeasured), memory.values);
+  }
+
+  /// All answers or, when one of them throws, none.
+  void answer(std::size_t row, const table::Facts& facts, std::vector<table::Value>& values) {
+    values.clear();
     for (const AnswerColumn& column : columns_) values.push_back(column.measure->answer(facts));
     for (std::size_t i = 0; i < columns_.size(); ++i) columns_[i].set(row, values[i]);
     isOk_[row] = 1;

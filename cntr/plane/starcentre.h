@@ -18,6 +18,9 @@
 
 namespace cntr::plane {
 
+/// Below this, products may have lost digits.
+inline constexpr double smallestProduct = 1e-290;
+
 /// The search for such a point, by cutting a box around the ring with the lines of the edges that
 /// cannot be seen from the middle of what is left (A. Y. Levin's method of centres of gravity).
 class StarSearch {
@@ -56,8 +59,6 @@ class StarSearch {
  private:
   /// Each cut leaves at most two thirds of the area: these leave a ten-millionth.
   static constexpr std::size_t mostCuts = 40;
-  /// Below this, products may have lost digits.
-  static constexpr double smallestProduct = 1e-290;
 
   using Corners = std::array<qcVector<2>, mostCuts + 4>;
 

@@ -332,29 +332,4 @@ TEST(FilledMoments, HaveTheSameAreaAndCentreWithoutSecondMoments) {
   EXPECT_EQ(cntr::sets::areaIn(frame, rings), 0.0);
 }
 
-TEST(FilledMoments, HaveTheSameAreaAndCentreInSinglePassesOverAnyRing) {
-  for (std::uint64_t seed = 0; seed < 4000; ++seed) {
-    shapes::Random random(seed);
-    const std::size_t n = 3 + random.below(seed % 50 == 0 ? 1100 : 80);
-    Points ring = seed % 4 == 0   ? shapes::skyline(random, n + 5)
-                  : seed % 4 == 1 ? shapes::spikyStar(n, seed)
-                                  : shapes::smoothStar(n, seed);
-    const double scale = random.uniform(1e-3, 10.0);
-    const double shift = random.chance(0.5) ? 0.0 : random.uniform(-1e6, 1e6);
-    // So thin that quick sums are not good enough.
-    const double thin = shift == 0.0 && random.chance(0.5) ? 1e-20 : 1.0;
-    for (qcVector<2>& p : ring) p = {p.x() * scale + shift, p.y() * scale * thin - shift};
-    if (random.chance(0.5)) ring = reversed(ring);
-    const Feature feature{{ring, {}}};
-    const cntr::sets::RingList rings(feature);
-    const cntr::sets::Frame frame(rings.rings());
-    const auto moments = cntr::sets::momentsIn(frame, rings);
-    const auto centroid = cntr::sets::areaAndCentreIn(frame, rings);
-    ASSERT_EQ(moments.has_value(), centroid.has_value()) << seed;
-    if (!moments) continue;
-    ASSERT_EQ(centroid->area, moments->area()) << seed;
-    ASSERT_EQ(centroid->centre, moments->centerOfMass()) << seed;
-  }
-}
-
 }  // namespace

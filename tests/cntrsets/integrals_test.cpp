@@ -77,23 +77,6 @@ TEST(IntegralsTest, AreTheSameBitsOnEveryProcessor) {
   }
 }
 
-/// How far two numbers are apart.
-double distanceOf(const Twofold& a, const Twofold& b) { return std::abs((a - b).high); }
-
-TEST(IntegralsTest, AreWithinTheErrorOfQuickSums) {
-  for (std::size_t n = 1; n <= cntr::sets::mostForQuickSums; n += n < 100 ? 1 : 77) {
-    for (const Points& ring : {shapes::spikyStar(n, n), shapes::smoothStar(n, n)}) {
-      const Frame frame = frameOf(ring);
-      const Integrals integrals = firstIntegralsOf(ring, frame);
-      const cntr::sets::QuickSums sums = cntr::sets::quickSumsOf(ring, frame);
-      ASSERT_LE(distanceOf(sums.area2, integrals.area2), sums.error) << n;
-      ASSERT_LE(distanceOf(sums.x6, integrals.x6), sums.error) << n;
-      ASSERT_LE(distanceOf(sums.y6, integrals.y6), sums.error) << n;
-      ASSERT_LE(sums.error, 0x1p-64) << "of little use";
-    }
-  }
-}
-
 TEST(IntegralsTest, OfNothingAreZero) {
   const Points none;
   EXPECT_TRUE(areSame(integralsOf(none, frameOf(none)), Integrals()));
