@@ -68,16 +68,10 @@ class Frame {
     return {(p.x() - origin_.x()) * factor_, (p.y() - origin_.y()) * factor_};
   }
 
-  // The same of one coordinate of several points side by side.
+  // Local coordinates are those from here times this power of two.
 
-  template <class Lanes>
-  [[gnu::always_inline]] Lanes localX(const Lanes& x) const {
-    return (x - origin_.x()) * factor_;
-  }
-  template <class Lanes>
-  [[gnu::always_inline]] Lanes localY(const Lanes& y) const {
-    return (y - origin_.y()) * factor_;
-  }
+  const qcVector<2>& origin() const { return origin_; }
+  double factor() const { return factor_; }
 
   /// The point of the plane, rounded once.
   qcVector<2> restored(const qcVector<2>& p) const {

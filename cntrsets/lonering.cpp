@@ -123,11 +123,14 @@ struct Coordinate {
   Parts fromOrigin;
 };
 
+/// From the plane into a frame, and from there to the origin of sums.
 class Axis {
  public:
-  explicit Axis(double origin) : back_(toMultiple + origin) {}
+  Axis(double frameOrigin, double factor, double origin)
+      : frameOrigin_(frameOrigin), factor_(factor), back_(toMultiple + origin) {}
 
-  [[gnu::always_inline]] Coordinate at(const Lanes& inFrame) const {
+  [[gnu::always_inline]] Coordinate at(const Lanes& inPlane) const {
+    const Lanes inFrame = (inPlane - frameOrigin_) * factor_;
     const Lanes raised = inFrame + toMultiple;
     const Lanes larger = raised - back_;
     const Lanes smaller = inFrame - (raised - toMultiple);
@@ -135,6 +138,8 @@ class Axis {
   }
 
  private:
+  double frameOrigin_;
+  double factor_;
   double back_;
 };
 
@@ -302,12 +307,10 @@ struct SumPass {
   std::span<LaneValues> distances;
 
   [[gnu::always_inline]] LoneSums operator()() const {
-    const Axis xAxis(origin.x());
-    const Axis yAxis(origin.y());
+    const Axis xAxis(frame.origin().x(), frame.factor(), origin.x());
+    const Axis yAxis(frame.origin().y(), frame.factor(), origin.y());
     const auto vertexAt = [&](std::size_t i) __attribute__((always_inline)) {
-      Vertex vertex{xAxis.at(frame.localX(lanesOf(vertices[i].x))),
-                    yAxis.at(frame.localY(lanesOf(vertices[i].y))),
-                    {}};
+      Vertex vertex{xAxis.at(lanesOf(vertices[i].x)), yAxis.at(lanesOf(vertices[i].y)), {}};
       if constexpr (WithMoments) vertex.xy = productOf(vertex.x.fromOrigin, vertex.y.fromOrigin);
       return vertex;
     };
