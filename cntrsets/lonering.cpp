@@ -500,7 +500,6 @@ std::optional<LoneMass> massOf(const LoneSums& sums, const Frame& frame, bool wi
   const double errorOfShift =
       sums.errorOfArea + 1.1 * area2.high * farthest * errorOfCentre + errorOfTwofold;
   if (!isRoundedAlike(xx, sums.errorOfSecond / 12.0 + errorOfShift) ||
-      !isRoundedAlike(xy, sums.errorOfSecond / 24.0 + errorOfShift) ||
       !isRoundedAlike(yy, sums.errorOfSecond / 12.0 + errorOfShift))
     return std::nullopt;
   mass.moments.emplace(mass.area, mass.centre, qcMatrix<2>(xx.high, xy.high, xy.high, yy.high));

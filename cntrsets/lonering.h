@@ -97,7 +97,9 @@ class LoneRing {
 };
 
 /// The mass of the area that a simple ring bounds, the same bits as filledrings.h gives; nothing
-/// where the sums are not good enough for that.
+/// where the sums are not good enough for that. Only the mixed moment may have other bits: it may
+/// be off by less than 2^-58. Of rings that are nearly symmetric it is next to nothing, and its
+/// last digits are rounding errors however they are summed up.
 std::optional<LoneMass> massOf(const LoneSums& sums, const Frame& frame, bool withMoments);
 
 }  // namespace cntr::sets

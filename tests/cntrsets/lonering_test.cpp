@@ -94,8 +94,7 @@ TEST(LoneRing, SumsUpTheDistancesInTheOrderOfItsEdges) {
   }
 }
 
-/// A simple ring, anywhere and of any size. Of those that are nearly symmetric the mixed moment is
-/// next to nothing, and its digits are hard to come by; half of the rings are slanted.
+/// A simple ring, anywhere and of any size; half of them are slanted, others nearly symmetric.
 Points someRing(shapes::Random& random, std::uint64_t seed) {
   const std::size_t n = 3 + random.below(seed % 50 == 0 ? 1000 : 80);
   Points ring = seed % 4 == 0   ? shapes::skyline(random, n + 5)
@@ -129,17 +128,16 @@ TEST(LoneRing, HasTheMassThatAllDigitsGive) {
     if (const auto mass = massOf(lone.sums(frame, true), frame, true)) {
       ++answeredWithMoments;
       ASSERT_EQ(mass->area, expected->area()) << seed;
-      for (const int row : {0, 1}) {
-        for (const int column : {0, 1}) {
-          ASSERT_EQ(mass->moments->inertiaMatrix().element(row, column),
-                    expected->inertiaMatrix().element(row, column))
-              << seed;
-        }
-      }
+      const qcMatrix<2>& moments = mass->moments->inertiaMatrix();
+      const qcMatrix<2>& exact = expected->inertiaMatrix();
+      ASSERT_EQ(moments.element(0, 0), exact.element(0, 0)) << seed;
+      ASSERT_EQ(moments.element(1, 1), exact.element(1, 1)) << seed;
+      ASSERT_EQ(moments.element(0, 1), moments.element(1, 0)) << seed;
+      ASSERT_NEAR(moments.element(0, 1), exact.element(0, 1), 0x1p-58) << seed;
     }
   }
   EXPECT_GT(answered, 0.85 * count);
-  EXPECT_GT(answeredWithMoments, 0.2 * count);
+  EXPECT_GT(answeredWithMoments, 0.45 * count);
 }
 
 TEST(LoneRing, OfAnotherDirectionHasTheSameMass) {
