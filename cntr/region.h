@@ -204,6 +204,7 @@ class CNTR_EXPORT qcRegion : public virtual qcContour {
 
  private:
   friend class qcRegionSet;
+  using qcContour::crossingTarget;
 
   CNTR_LOCAL static qcPersistent* make();
   CNTR_LOCAL static qc_Instantiator sExemplar;

@@ -4,6 +4,9 @@
 
 #include <cntr/compute/crossings.h>
 
+#include <algorithm>
+#include <cmath>
+#include <limits>
 #include <utility>
 
 #include <cntr/compute/exchangesort.h>
@@ -78,14 +81,46 @@ std::vector<Crossing> crossings(const CrossingTarget& target, const qcVector<2>&
   return result;
 }
 
+std::optional<Crossing> firstCrossing(const CrossingTarget& target, const qcVector<2>& a,
+                                      const qcVector<2>& b, bool countEndpointTouches) {
+  if (!plane::overlaps(target.bounds, plane::edgeBox(a, b))) return {};
+  const Probe probe(a, b, countEndpointTouches, target.bounds);
+  std::optional<Keyed> first;
+  const auto visitRun = [&](std::size_t from, std::size_t end) {
+    for (std::size_t k = from; k < end; ++k) {
+      const std::optional<qcVector<2>> p = probe.crossingWith(target.path.edge(k));
+      if (!p) continue;
+      const double key = probe.key(*p);
+      // Of equal keys, which sorting leaves in the order of the edges in front, the first edge's.
+      const bool isFirst =
+          !first || first->key > key || (first->key == key && first->crossing.edge > k);
+      if (isFirst) first = {key, {*p, k}};
+    }
+  };
+  // Products of larger coordinates may be infinite, their differences NaN.
+  constexpr double largestSearched = 1e100;
+  const double largest =
+      std::max({plane::largestCoordinate(target.bounds, a), std::abs(b.x()), std::abs(b.y())});
+  if (target.index == nullptr) {
+    visitRun(0, target.path.edgeCount());
+  } else if (largest < largestSearched) {
+    constexpr double infinity = std::numeric_limits<double>::infinity();
+    target.index->forEachRunByBound(
+        [&](const plane::Box& box) { return probe.mayMeet(box) ? probe.leastKey(box) : infinity; },
+        [&] { return first ? first->key : std::numeric_limits<double>::max(); }, visitRun);
+  } else {
+    const std::vector<Crossing> all = crossings(target, a, b, countEndpointTouches);
+    if (!all.empty()) return all.front();
+  }
+  if (!first) return {};
+  return first->crossing;
+}
+
 std::size_t countCrossings(const CrossingTarget& target, const qcVector<2>& a, const qcVector<2>& b,
-                           bool countEndpointTouches) {
+                           bool countEndpointTouches, std::size_t most) {
   std::size_t count = 0;
   forEachCrossing(target, a, b, countEndpointTouches,
-                  [&](const qcVector<2>&, std::size_t, const Probe&) {
-                    ++count;
-                    return true;
-                  });
+                  [&](const qcVector<2>&, std::size_t, const Probe&) { return ++count < most; });
   return count;
 }
 
@@ -100,11 +135,10 @@ bool isCrossed(const CrossingTarget& target, const plane::Edge& segment,
   return crossed;
 }
 
-bool crosses(const CrossingTarget& target, const plane::Path& other) {
-  for (std::size_t k = 0; k < other.edgeCount(); ++k) {
-    if (isCrossed(target, other.edge(k), true)) return true;
-  }
-  return false;
+bool crosses(const CrossingTarget& target, const CrossingTarget& other) {
+  return !forEachEdgeNear(other, target.bounds, [&](const plane::Edge& segment) {
+    return !isCrossed(target, segment, true);
+  });
 }
 
 }  // namespace cntr::compute

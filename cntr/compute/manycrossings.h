@@ -1,14 +1,44 @@
 // SPDX-License-Identifier: MIT
 //
-// Whether any of many paths crosses another.
+// Crossings between many paths: the edges of all in one tree. What lies within something else has
+// a box that overlaps that one's, but the edges keep apart.
 
 #pragma once
 
 #include <vector>
 
+#include <cntr/index/boxtree.h>
 #include <cntr/plane/path.h>
 
 namespace cntr::compute {
+
+/// The edges of many paths by place. REQUIRES: coordinates are finite.
+class OwnedEdges {
+ public:
+  explicit OwnedEdges(const std::vector<plane::Path>& paths);
+
+  struct Owned {
+    plane::Edge edge;
+    /// The number of its path.
+    std::size_t path;
+  };
+
+  /// In the order of the paths.
+  const std::vector<Owned>& all() const noexcept { return edges_; }
+  /// The box of all edges.
+  const plane::Box& bounds() const noexcept { return tree_.bounds(); }
+
+  /// Calls visit(owned) for the edges whose boxes share a point with `box`, in no particular order,
+  /// until a visit returns false. Returns false when a visit did.
+  template <class Visit>
+  bool forEachTouching(const plane::Box& box, Visit visit) const {
+    return tree_.forEachTouching(box, [&](std::size_t number) { return visit(edges_[number]); });
+  }
+
+ private:
+  std::vector<Owned> edges_;
+  index::BoxTree tree_;
+};
 
 /// True when an edge of one path crosses an earlier path, end touches counted: crosses() of some
 /// pair. O(m log m) for m edges few of whose boxes overlap. REQUIRES: coordinates are finite.

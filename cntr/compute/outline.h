@@ -10,6 +10,7 @@
 #include <vector>
 
 #include <cntr/compute/containment.h>
+#include <cntr/compute/evenodd.h>
 
 namespace cntr::compute {
 
@@ -24,12 +25,16 @@ class Outline {
   /// The box of the vertices; points outside it are not held.
   const plane::Box& bounds() const noexcept { return bounds_; }
 
-  /// See crossings().
-  std::vector<Crossing> crossingsWith(const qcVector<2>& a, const qcVector<2>& b,
-                                      bool countEndpointTouches) const;
+  /// See firstCrossing().
+  std::optional<Crossing> firstCrossingWith(const qcVector<2>& a, const qcVector<2>& b,
+                                            bool countEndpointTouches) const;
+  /// See countCrossings().
+  std::size_t countCrossingsWith(const qcVector<2>& a, const qcVector<2>& b,
+                                 bool countEndpointTouches, std::size_t most) const;
   /// See rayCrossings().
   std::size_t rayCrossingsFrom(const qcVector<2>& p, bool bothDirections) const;
-  bool holds(const qcVector<2>& p) const { return rayCrossingsFrom(p, false) % 2 == 1; }
+  /// True when rayCrossingsFrom(p, false) is odd. Mostly by even-odd parity, which needs no ray.
+  bool holds(const qcVector<2>& p) const;
 
  private:
   plane::Path path() const noexcept { return {points_, true}; }
@@ -37,6 +42,8 @@ class Outline {
 
   std::vector<qcVector<2>> points_;
   plane::Box bounds_;
+  /// For parity.
+  Extents extents_;
   /// Nothing for short outlines.
   std::optional<index::EdgeIndex> edges_;
   /// The length of the ray that decides containment.

@@ -6,7 +6,8 @@
 // An edge that crosses the segment comes within the crossing margin (plane/tolerances.h) of the
 // segment's line. What stays farther away, on one side of the line, is not crossed. A point q lies
 // |cross(d, q - a)| / |d| away from the line through a with direction d; a box with centre c and
-// half extents h reaches (|d.y| h.x + |d.x| h.y) / |d| towards it.
+// half extents h reaches (|d.y| h.x + |d.x| h.y) / |d| towards it, and (|d.x| h.x + |d.y| h.y) /
+// |d| along it.
 
 #pragma once
 
@@ -40,6 +41,13 @@ class Probe {
   /// Position along the segment, from a.
   double key(const qcVector<2>& p) const noexcept { return (p - a_) * direction_; }
 
+  /// No crossing with an edge in the box has a key below this.
+  double leastKey(const plane::Box& box) const noexcept {
+    const double reach = std::abs(direction_.x()) * ((box.maxX - box.minX) * 0.5) +
+                         std::abs(direction_.y()) * ((box.maxY - box.minY) * 0.5);
+    return key(centerOf(box)) - reach - margin_;
+  }
+
   /// False when no edge in the box can be crossed.
   bool mayMeet(const plane::Box& box) const noexcept {
     return plane::overlaps(box, box_) && !passesBy(box);
@@ -71,12 +79,15 @@ class Probe {
     return qnKernel::distanceToSegment(end, edge.from, edge.to) <= plane::touchDistance;
   }
 
+  static qcVector<2> centerOf(const plane::Box& box) noexcept {
+    return {(box.minX + box.maxX) * 0.5, (box.minY + box.maxY) * 0.5};
+  }
+
   /// False as well when a product overflows or is NaN.
   bool passesBy(const plane::Box& box) const noexcept {
-    const qcVector<2> center((box.minX + box.maxX) * 0.5, (box.minY + box.maxY) * 0.5);
     const double reach = std::abs(direction_.y()) * ((box.maxX - box.minX) * 0.5) +
                          std::abs(direction_.x()) * ((box.maxY - box.minY) * 0.5);
-    return std::abs(qnKernel::cross(direction_, center - a_)) > reach + margin_;
+    return std::abs(qnKernel::cross(direction_, centerOf(box) - a_)) > reach + margin_;
   }
 
   static double marginFor(const plane::Box& bounds, const qcVector<2>& a,

@@ -28,9 +28,14 @@ std::optional<std::vector<qcVector<2>>> traceBoundary(const Outline& boundary, d
 /// REQUIRES: at least 2 vertices.
 std::optional<std::vector<qcVector<2>>> outerLoop(const std::vector<qcVector<2>>& traced);
 
+/// The ends of all edges of a closed path, from edge `first` round to the one before it. An edge
+/// whose ends coincide contributes the origin: its segment is a default one.
+std::vector<qcVector<2>> endsRound(const plane::Path& path, std::size_t first);
+
 /// One boundary that runs round `mine` and then round `other`, from the first crossing of an edge
-/// of `mine` with `other`. Nothing when they do not cross. An edge whose ends coincide contributes
-/// the origin: its segment is a default one.
+/// of `mine` with `other`: through the crossing, the endsRound() of `mine` from the crossed edge
+/// on, the crossing again, and those of `other`. Nothing when they do not cross. To join many
+/// boundaries, see growingboundary.h.
 std::optional<std::vector<qcVector<2>>> splice(const plane::Path& mine,
                                                const CrossingTarget& other);
 

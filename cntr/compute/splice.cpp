@@ -6,33 +6,31 @@
 
 namespace cntr::compute {
 
-namespace {
-
-/// Where edge k ends, by its segment: that of a degenerate edge is a default one.
-qcVector<2> endOfSegment(const plane::Path& path, std::size_t k) {
-  const plane::Edge edge = path.edge(k);
-  return plane::isDegenerate(edge) ? qcVector<2>() : edge.to;
-}
-
-/// The ends of all edges, from edge `first` round to the one before it.
-void appendRound(std::vector<qcVector<2>>& vertices, const plane::Path& path, std::size_t first) {
+std::vector<qcVector<2>> endsRound(const plane::Path& path, std::size_t first) {
   const std::size_t n = path.edgeCount();
-  for (std::size_t k = 0; k < n; ++k) vertices.push_back(endOfSegment(path, (first + k) % n));
+  std::vector<qcVector<2>> ends;
+  ends.reserve(n);
+  for (std::size_t k = 0; k < n; ++k) {
+    const plane::Edge edge = path.edge((first + k) % n);
+    ends.push_back(plane::isDegenerate(edge) ? qcVector<2>() : edge.to);
+  }
+  return ends;
 }
-
-}  // namespace
 
 std::optional<std::vector<qcVector<2>>> splice(const plane::Path& mine,
                                                const CrossingTarget& other) {
   for (std::size_t i = 0; i < mine.edgeCount(); ++i) {
     const plane::Edge edge = mine.edge(i);
     if (plane::isDegenerate(edge)) continue;
-    const std::vector<Crossing> met = crossings(other, edge.from, edge.to, true);
-    if (met.empty()) continue;
-    std::vector<qcVector<2>> joined{met.front().point};
-    appendRound(joined, mine, i);
-    joined.push_back(met.front().point);
-    appendRound(joined, other.path, met.front().edge);
+    const std::optional<Crossing> met = firstCrossing(other, edge.from, edge.to, true);
+    if (!met) continue;
+    std::vector<qcVector<2>> joined{met->point};
+    const auto append = [&](const std::vector<qcVector<2>>& ends) {
+      joined.insert(joined.end(), ends.begin(), ends.end());
+    };
+    append(endsRound(mine, i));
+    joined.push_back(met->point);
+    append(endsRound(other.path, met->edge));
     return joined;
   }
   return {};

@@ -21,8 +21,8 @@ bool liesOutside(const Outline& boundary, std::size_t i, double probe) {
   const qcVector<2> u = (a - b).unit();
   const qcVector<2> left(middle.x() - u.y() * probe, middle.y() + u.x() * probe);
   const qcVector<2> right(middle.x() + u.y() * probe, middle.y() - u.x() * probe);
-  return boundary.crossingsWith(left, right, true).size() == 1 &&
-         boundary.crossingsWith(a, b, true).size() == 2 &&
+  return boundary.countCrossingsWith(left, right, true, 2) == 1 &&
+         boundary.countCrossingsWith(a, b, true, 3) == 2 &&
          (boundary.rayCrossingsFrom(left, true) == 0 ||
           boundary.rayCrossingsFrom(right, true) == 0);
 }
@@ -70,9 +70,9 @@ State step(const Outline& boundary, const State& from) {
   const std::size_t before = from.vertex == 0 ? n - 1 : from.vertex - 1;
   const std::size_t after = from.vertex + 1 == n ? 0 : from.vertex + 1;
   const qcVector<2>& target = boundary.points()[from.forward ? from.vertex : before];
-  const std::vector<Crossing> ahead = boundary.crossingsWith(from.point, target, false);
-  if (ahead.empty()) return {target, from.forward ? after : before, from.forward};
-  return {ahead.front().point, ahead.front().edge, !from.forward};
+  const std::optional<Crossing> ahead = boundary.firstCrossingWith(from.point, target, false);
+  if (!ahead) return {target, from.forward ? after : before, from.forward};
+  return {ahead->point, ahead->edge, !from.forward};
 }
 
 }  // namespace

@@ -308,5 +308,5 @@ std::optional<cntr::plane::Box> qcRegion::boxOfBoundaries() const {
 
 bool qcRegion::crosses(const qcRegion& other) const {
   qcContour::checkEmptyContour();
-  return cntr::compute::crosses(crossingTarget(), other.path());
+  return cntr::compute::crosses(crossingTarget(), {other.path(), {}, nullptr});
 }

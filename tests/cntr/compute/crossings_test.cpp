@@ -138,8 +138,9 @@ TEST(CrossingsTest, InOnePlaceAreLeftInTheOrderOfAnExchangeSort) {
 TEST(CrossesTest, CountsTouches) {
   const Subject s(square, true);
   const auto crosses = [&](const Points& other) {
-    const bool scanned = cntr::compute::crosses(s.scanned(), {other, true});
-    EXPECT_EQ(cntr::compute::crosses(s.indexed(), {other, true}), scanned);
+    const cntr::compute::CrossingTarget asking{{other, true}, {}};
+    const bool scanned = cntr::compute::crosses(s.scanned(), asking);
+    EXPECT_EQ(cntr::compute::crosses(s.indexed(), asking), scanned);
     return scanned;
   };
   EXPECT_TRUE(crosses({{2, 2}, {9, 2}, {9, 3}}));
@@ -166,11 +167,73 @@ TEST(CrossingsTest, AreThoseOfThePlainDefinition) {
 
 TEST(CrossesTest, IsThatOfThePlainDefinition) {
   forEachShape(repetitions(300), shapes::any, 2, 60, [](const Subject& s, shapes::Random& random) {
-    const plain::Contour other{shapes::any(random.next(), 12).points, true};
-    const bool expected = !plain::intersections(s.plain(), other).empty();
-    EXPECT_EQ(cntr::compute::crosses(s.scanned(), {other.points, true}), expected);
-    EXPECT_EQ(cntr::compute::crosses(s.indexed(), {other.points, true}), expected);
+    const Points points = shapes::any(random.next(), 12).points;
+    if (points.empty()) return;
+    const Subject other(points, true);
+    const bool expected = !plain::intersections(s.plain(), other.plain()).empty();
+    EXPECT_EQ(cntr::compute::crosses(s.scanned(), other.scanned()), expected);
+    EXPECT_EQ(cntr::compute::crosses(s.indexed(), other.scanned()), expected);
+    EXPECT_EQ(cntr::compute::crosses(s.scanned(), other.indexed()), expected);
   });
+}
+
+TEST(FirstCrossingTest, IsTheFirstOfAll) {
+  forEachShape(
+      repetitions(1500), shapes::any, 2, 100, [](const Subject& s, shapes::Random& random) {
+        for (int i = 0; i < 4; ++i) {
+          const shapes::Segment segment = shapes::querySegment(random, s.points());
+          for (const bool touches : {false, true}) {
+            const auto all = crossings(s, segment.a, segment.b, touches);
+            std::vector<Crossing> expected(all.begin(), all.begin() + (all.empty() ? 0 : 1));
+            for (const auto& target : {s.scanned(), s.indexed()}) {
+              const auto first =
+                  cntr::compute::firstCrossing(target, segment.a, segment.b, touches);
+              std::vector<Crossing> found;
+              if (first) found.push_back(*first);
+              EXPECT_TRUE(sameCrossings(found, expected));
+            }
+          }
+        }
+      });
+}
+
+TEST(FirstCrossingTest, IsThatOfTheFirstEdgeWhereSeveralCrossInOnePlace) {
+  // A rosette: all edges run through the origin, and every key is 1.
+  Points rosette;
+  for (int i = 0; i < 60; ++i) {
+    const double t = 0.05 * i;
+    rosette.emplace_back(i % 2 == 0 ? 1.0 : -1.0, i % 2 == 0 ? t : -t);
+  }
+  const Subject s(rosette, true);
+  const auto all = crossings(s, {-0.5, 2}, {0.5, -2}, true);
+  ASSERT_GT(all.size(), 20U);
+  const auto first = cntr::compute::firstCrossing(s.indexed(), {-0.5, 2}, {0.5, -2}, true);
+  ASSERT_TRUE(first);
+  EXPECT_EQ(first->edge, all.front().edge);
+}
+
+TEST(FirstCrossingTest, OfCoordinatesWhoseProductsOverflowIsThatOfTheSort) {
+  Points wide;
+  for (int i = 0; i < 50; ++i) wide.emplace_back(i % 2 == 0 ? -1e200 : 1e200, 1e199 * (i - 25));
+  const Subject s(wide, false);
+  const auto all = crossings(s, {0, -1e201}, {1e198, 1e201}, true);
+  const auto first = cntr::compute::firstCrossing(s.indexed(), {0, -1e201}, {1e198, 1e201}, true);
+  ASSERT_EQ(first.has_value(), !all.empty());
+  if (first) {
+    EXPECT_EQ(first->edge, all.front().edge);
+  }
+}
+
+TEST(CountCrossingsTest, EndsWhereItIsTold) {
+  const Subject s(shapes::comb(200), true);
+  const Point a(0, 500);
+  const Point b(2000, 501);
+  const std::size_t all = cntr::compute::countCrossings(s.indexed(), a, b, true);
+  ASSERT_GT(all, 8U);
+  for (const auto& target : {s.scanned(), s.indexed()}) {
+    EXPECT_EQ(cntr::compute::countCrossings(target, a, b, true, 3), 3U);
+    EXPECT_EQ(cntr::compute::countCrossings(target, a, b, true, all + 1), all);
+  }
 }
 
 }  // namespace

@@ -48,9 +48,13 @@ TEST_F(IndexUseTest, CrossingsAreLookedForWhereTheIndexTells) {
   EXPECT_EQ(cntr::compute::crossings(misled_, center, {2000, 480}, true).size(), 0U);
   EXPECT_GT(cntr::compute::countCrossings(scanned_, center, {2000, 480}, true), 0U);
   EXPECT_EQ(cntr::compute::countCrossings(misled_, center, {2000, 480}, true), 0U);
+  EXPECT_TRUE(cntr::compute::firstCrossing(scanned_, center, {2000, 480}, true));
+  EXPECT_FALSE(cntr::compute::firstCrossing(misled_, center, {2000, 480}, true));
   const Points across{center, {2000, 480}};
-  EXPECT_TRUE(cntr::compute::crosses(scanned_, {across, false}));
-  EXPECT_FALSE(cntr::compute::crosses(misled_, {across, false}));
+  const cntr::compute::CrossingTarget asking{{across, false}, bounds_};
+  EXPECT_TRUE(cntr::compute::crosses(scanned_, asking));
+  EXPECT_FALSE(cntr::compute::crosses(misled_, asking));
+  EXPECT_FALSE(cntr::compute::crosses(scanned_, misled_)) << "the edges that ask are indexed, too";
 }
 
 TEST_F(IndexUseTest, SelfCrossingsAreLookedForWhereTheIndexTells) {

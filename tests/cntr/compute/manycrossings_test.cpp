@@ -23,7 +23,7 @@ bool anyCrosses(const std::vector<Points>& outlines) {
     if (paths[i].points.empty()) continue;
     const auto bounds = cntr::compute::boundingBox(paths[i].points);
     for (std::size_t j = i + 1; j < paths.size(); ++j) {
-      expected = expected || cntr::compute::crosses({paths[i], bounds}, paths[j]);
+      expected = expected || cntr::compute::crosses({paths[i], bounds}, {paths[j], {}});
     }
   }
   EXPECT_EQ(cntr::compute::anyCrossesAnother(paths), expected);
