@@ -118,12 +118,11 @@ def main() -> None:
     wanted = parser.parse_args()
     shutil.rmtree(wanted.output, ignore_errors=True)
     wanted.output.mkdir(parents=True)
-    spark = cluster.start(executors=2, progress=True)
-    demonstration = Demonstration(spark, wanted.output.resolve())
-    demonstration.glyphs(wanted.fonts)
-    rates = demonstration.drawn(wanted.rows)
-    demonstration.join(wanted.points, wanted.regions)
-    spark.stop()
+    with cluster.started(2, settings={"spark.ui.showConsoleProgress": True}) as spark:
+        demonstration = Demonstration(spark, wanted.output.resolve())
+        demonstration.glyphs(wanted.fonts)
+        rates = demonstration.drawn(wanted.rows)
+        demonstration.join(wanted.points, wanted.regions)
     plot(rates, wanted.output / "rates.svg")
 
 

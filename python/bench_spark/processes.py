@@ -10,13 +10,22 @@ from typing import Any
 
 from pyspark.sql import SparkSession
 
+# What the command lines of the kinds have.
+KINDS = {
+    "executors": "CoarseGrainedExecutorBackend",
+    "Python workers": "pyspark.daemon",
+    "their children": "cntr._sandbox.child",
+}
+
 
 def parent_of(pid: int) -> int:
+    """The process that started it."""
     # The name in parentheses may have any characters.
     return int(Path(f"/proc/{pid}/stat").read_text().rpartition(")")[2].split()[1])
 
 
 def command_of(pid: int) -> str:
+    """Its command line."""
     return Path(f"/proc/{pid}/cmdline").read_bytes().replace(b"\0", b" ").decode()
 
 
@@ -45,6 +54,7 @@ def of_cluster(spark: SparkSession) -> set[int]:
 
 
 def is_alive(pid: int) -> bool:
+    """Whether it runs, or could."""
     try:
         state = Path(f"/proc/{pid}/stat").read_text().rpartition(")")[2].split()[0]
     except (FileNotFoundError, ProcessLookupError):
@@ -65,10 +75,12 @@ def named(spark: SparkSession, text: str) -> list[int]:
 
 
 def executors(spark: SparkSession) -> list[int]:
+    """The Java processes of the executors."""
     return [pid for pid in named(spark, "CoarseGrainedExecutorBackend") if is_java(pid)]
 
 
 def is_java(pid: int) -> bool:
+    """By the first word of its command line."""
     return os.path.basename(command_of(pid).split(" ")[0]) == "java"
 
 
@@ -77,16 +89,34 @@ def sandboxes(spark: SparkSession) -> list[int]:
     return named(spark, "cntr._sandbox.child")
 
 
+def seconds_used(spark: SparkSession) -> dict[str, float]:
+    """The processor's seconds of executors, Python workers and their children until now."""
+    used = dict.fromkeys(KINDS, 0.0)
+    tick = os.sysconf("SC_CLK_TCK")
+    for pid in of_cluster(spark):
+        try:
+            command, state = command_of(pid), Path(f"/proc/{pid}/stat").read_text()
+        except (FileNotFoundError, ProcessLookupError):
+            continue
+        times = state.rpartition(")")[2].split()[11:13]
+        for kind, text in KINDS.items():
+            if text in command:
+                used[kind] += sum(map(int, times)) / tick
+    return used
+
+
 def workers(spark: SparkSession) -> list[int]:
     """The Python workers: they have started the sandboxes."""
     return [parent_of(pid) for pid in sandboxes(spark)]
 
 
 def kill(pid: int) -> None:
+    """At once."""
     os.kill(pid, signal.SIGKILL)
 
 
 def wait_until(happens: Callable[[], object], seconds: float) -> bool:
+    """Whether it happens within so many seconds."""
     end = time.monotonic() + seconds
     while not happens():
         if time.monotonic() > end:
