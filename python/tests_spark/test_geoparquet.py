@@ -170,6 +170,44 @@ def test_files_are_taken_back_when_one_cannot_be_moved(
     assert list(tmp_path.rglob("*")) == ([archive] if exists else [])
 
 
+def groups_of(directory: Path) -> list[int]:
+    """The rows of the groups of the only file."""
+    (file,) = directory.glob("*.parquet")
+    metadata = pyarrow.parquet.read_metadata(file)
+    return [metadata.row_group(number).num_rows for number in range(metadata.num_row_groups)]
+
+
+def test_batches_become_row_groups_of_the_size_that_is_asked_for(
+    spark: SparkSession, tmp_path: Path
+) -> None:
+    square = samples.polygon(np.array([[0.0, 0.0], [1.0, 0.0], [1.0, 1.0], [0.0, 1.0]]))
+    table = samples.table_of([square] * 4000)
+    df = spark.createDataFrame(table).coalesce(1)
+    row = table.nbytes / len(table)
+    spark.conf.set("spark.sql.execution.arrow.maxRecordsPerBatch", 100)
+    try:
+        cntr.spark.write_geoparquet(df, str(tmp_path / "usual"))
+        asked = int(row * 900)
+        cntr.spark.write_geoparquet(df, str(tmp_path / "small"), row_group_bytes=asked)
+    finally:
+        spark.conf.unset("spark.sql.execution.arrow.maxRecordsPerBatch")
+    # No batch is cut in two for a few bytes.
+    assert groups_of(tmp_path / "usual") == [4000]
+    *groups, last = groups_of(tmp_path / "small")
+    assert set(groups) == {900}
+    assert last == 400
+    cntr.spark.write_geoparquet(df, str(tmp_path / "one"), row_group_bytes=asked)
+    *groups, last = groups_of(tmp_path / "one")
+    assert all(800 <= rows <= 1000 for rows in groups)
+    assert sum(groups) + last == 4000
+
+
+def test_row_groups_without_a_size_are_refused(spark: SparkSession, tmp_path: Path) -> None:
+    df = spark.createDataFrame(samples.table_of(ROWS[:3]))
+    with pytest.raises(ValueError, match="row_group_bytes must be positive, not 0"):
+        cntr.spark.write_geoparquet(df, str(tmp_path / "archive"), row_group_bytes=0)
+
+
 def test_a_truncated_file_is_named(spark: SparkSession, tmp_path: Path) -> None:
     df = spark.createDataFrame(samples.table_of(ROWS)).repartition(3)
     cntr.spark.write_geoparquet(df, str(tmp_path))

@@ -1,6 +1,8 @@
 # SPDX-License-Identifier: MIT
 """Points in regions: one machine's pairs, each once, however the data are spread."""
 
+import cluster
+import counts
 import numpy as np
 import numpy.typing as npt
 import pyarrow as pa
@@ -11,7 +13,9 @@ from pyspark.sql import functions as F
 
 import cntr
 import cntr.spark
-from cntr.spark import _joins
+from cntr._sandbox import tasks
+from cntr._sandbox.parent import DiedError
+from cntr.spark import _cells, _joins
 
 REGIONS = samples.stars(250, seed=21) + samples.hard_rows()
 
@@ -118,6 +122,111 @@ def test_a_region_that_ends_its_process_is_left_out(spark: SparkSession, broadca
         broadcast=broadcast,
     )
     assert pairs_of(joined) == pairs_here(points)
+
+
+def told_by_executors(text: str) -> int:
+    """How often their logs have it."""
+    logs = (cluster.home() / "work").glob("*/*/stderr")
+    return sum(log.read_text(errors="replace").count(text) for log in logs)
+
+
+@pytest.mark.parametrize("broadcast", [True, False])
+def test_a_deadly_region_is_looked_for_before_the_join_and_not_by_every_task(
+    spark: SparkSession, broadcast: bool
+) -> None:
+    regions = regions_of(spark, [*REGIONS, samples.DEADLY])
+    points = frame_of(spark, points_drawn(False, 2000)).repartition(5)
+    before = told_by_executors("a region is left out")
+    pairs = cntr.spark.inside_join(points, regions, broadcast=broadcast).count()
+    assert pairs == len(pairs_here(points_drawn(False, 2000)))
+    assert told_by_executors("a region is left out") == before
+
+
+class Deadly:
+    """A child that dies of certain regions, when it is asked about points."""
+
+    def __init__(self, deadly: set[bytes]) -> None:
+        self.questions = 0
+        self._deadly = deadly
+        self._keys: dict[str, list[bytes]] = {}
+        self._held: list[bytes] = []
+
+    def hold(self, key: str, regions: pa.Table) -> None:
+        """Never two tables for one key."""
+        self._held = regions[tasks.GEOMETRY].to_pylist()
+        assert self._keys.setdefault(key, self._held) == self._held
+
+    def ask(self, _: str, points: pa.Table) -> pa.Table:
+        self.questions += 1
+        if self._deadly & set(self._held):
+            raise DiedError("signal 11")
+        numbers = range(len(self._held))
+        return pa.table({"point": pa.array([0] * len(numbers)), "region": pa.array(numbers)})
+
+
+def test_a_region_that_points_make_deadly_is_searched_for_once_in_a_partition(
+    monkeypatch: pytest.MonkeyPatch,
+) -> None:
+    names = [b"a", b"b", b"c", b"d", b"e", b"f", b"g", b"h"]
+    child = Deadly({b"c", b"h"})
+    monkeypatch.setattr(_joins, "sandbox", lambda: child)
+    coordinate = pa.chunked_array([[1.0]])
+
+    def regions_met(asked: _joins.Asked) -> list[int]:
+        regions: list[int] = asked.pairs(coordinate, coordinate)["region"].to_pylist()
+        return regions
+
+    first = _joins.Asked("key", pa.chunked_array([names]))
+    assert regions_met(first) == [0, 1, 3, 4, 5, 6]
+    searched = child.questions
+    assert searched > 8
+    for _ in range(3):
+        assert regions_met(first) == [0, 1, 3, 4, 5, 6]
+    assert child.questions == searched + 3
+    # Another partition of the same worker has had other points.
+    child._deadly = {b"d"}
+    second = _joins.Asked("key", pa.chunked_array([names]))
+    assert regions_met(second) == [0, 1, 2, 4, 5, 6, 7]
+    assert regions_met(second) == [0, 1, 2, 4, 5, 6, 7]
+    assert regions_met(first) == [0, 1, 4, 5, 6]
+
+
+# A tenth of 60,000 points lies in one place, and another tenth around it.
+@pytest.mark.parametrize(("tolerated", "least", "most"), [(2.0, 1.0, 3.0), (1e9, 8.0, 20.0)])
+def test_a_place_with_a_tenth_of_the_points_makes_no_long_task(
+    spark: SparkSession,
+    monkeypatch: pytest.MonkeyPatch,
+    tolerated: float,
+    least: float,
+    most: float,
+) -> None:
+    """Without shares of the cell, one task would have ten times the rows of the others."""
+    monkeypatch.setattr(_cells, "TOLERATED", tolerated)
+    monkeypatch.setattr(_joins, "CELLS_PER_CORE", 256)
+    settings = {
+        "spark.sql.shuffle.partitions": "100",
+        "spark.sql.adaptive.coalescePartitions.enabled": "false",
+    }
+    before = {name: spark.conf.get(name) for name in settings}
+    for name, value in settings.items():
+        spark.conf.set(name, value)
+    points = points_drawn(True)
+    group = f"skew {tolerated}"
+    try:
+        joined = cntr.spark.inside_join(
+            frame_of(spark, points), regions_of(spark, REGIONS), broadcast=False
+        )
+        spark.sparkContext.setJobGroup(group, group)
+        pairs = joined.count()
+    finally:
+        spark.sparkContext.setLocalProperty("spark.jobGroup.id", "")
+        for name, earlier in before.items():
+            spark.conf.set(name, str(earlier))
+    assert pairs == len(pairs_here(points))
+    rows = counts.shuffled_rows(spark, group)
+    assert len(rows) == 100
+    assert sum(rows) > len(points)
+    assert least <= max(rows) / np.mean(rows) <= most
 
 
 def test_columns_that_do_not_fit_are_refused_at_once(spark: SparkSession) -> None:

@@ -20,10 +20,13 @@ import pyarrow.parquet
 from pyspark import TaskContext
 from pyspark.sql import DataFrame, SparkSession
 
-from cntr.spark._rows import map_batches, require_binary, require_classic
+from cntr.spark._rows import gathered, map_batches, require_binary, require_classic
 from cntr.spark._wkb import boxes_of, geometry_types_of
 
 KEY = b"geo"
+# What Parquet's groups of rows hold before they are packed: enough to be read as a whole, little
+# beside a worker's memory.
+ROW_GROUP_BYTES = 64 << 20
 
 
 def read_geoparquet(spark: SparkSession, path: str) -> DataFrame:
@@ -66,7 +69,13 @@ def footer_entry(spark: SparkSession, file: str, key: str) -> str | None:
     return entry
 
 
-def write_geoparquet(df: DataFrame, path: str, geometry: str = "geometry") -> None:
+def write_geoparquet(
+    df: DataFrame,
+    path: str,
+    geometry: str = "geometry",
+    *,
+    row_group_bytes: int = ROW_GROUP_BYTES,
+) -> None:
     """Writes a directory of GeoParquet files, one for each partition that has rows.
 
     `path` is a directory, or a URI that `pyarrow.fs` knows, which the driver and all executors see;
@@ -74,10 +83,15 @@ def write_geoparquet(df: DataFrame, path: str, geometry: str = "geometry") -> No
     outline are written as they are and left out of the file's `bbox`. Without any rows there is one
     file, which has the columns. When the job fails nothing is left behind.
 
+    A row group holds about `row_group_bytes` of Arrow columns, which a worker keeps until they are
+    written; the last one of a file holds less.
+
     Raises FileExistsError where there are files already, and ValueError where `geometry` is not a
-    binary column.
+    binary column or `row_group_bytes` is not positive.
     """
     require_binary(df, geometry)
+    if row_group_bytes <= 0:
+        raise ValueError(f"row_group_bytes must be positive, not {row_group_bytes}")
     files, root = file_system_of(path)
     selector = pyarrow.fs.FileSelector(root, allow_not_found=True)
     if files.get_file_info(selector):
@@ -89,7 +103,7 @@ def write_geoparquet(df: DataFrame, path: str, geometry: str = "geometry") -> No
         task = TaskContext.get()
         assert task is not None
         name = f"part-{task.partitionId():05}-{task.taskAttemptId()}.parquet"
-        if write_file(files, f"{attempts}/{name}", batches, geometry):
+        if write_file(files, f"{attempts}/{name}", batches, geometry, row_group_bytes):
             yield pa.RecordBatch.from_pydict({"file": [name]})
 
     files.create_dir(attempts)
@@ -99,7 +113,7 @@ def write_geoparquet(df: DataFrame, path: str, geometry: str = "geometry") -> No
         if not names:
             names = ["part-00000-0.parquet"]
             nothing = pa.RecordBatch.from_pylist([], df.limit(0).toArrow().schema)
-            write_file(files, f"{attempts}/{names[0]}", [nothing], geometry)
+            write_file(files, f"{attempts}/{names[0]}", [nothing], geometry, row_group_bytes)
         for name in names:
             place = f"{root}/{name.rsplit('-', 1)[0]}.parquet"
             files.move(f"{attempts}/{name}", place)
@@ -123,23 +137,30 @@ def file_system_of(path: str) -> tuple[pyarrow.fs.FileSystem, str]:
 
 
 def write_file(
-    files: pyarrow.fs.FileSystem, place: str, batches: Iterable[pa.RecordBatch], geometry: str
+    files: pyarrow.fs.FileSystem,
+    place: str,
+    batches: Iterable[pa.RecordBatch],
+    geometry: str,
+    row_group_bytes: int,
 ) -> bool:
     """Whether there were rows, and so a file was written."""
     seen = Seen()
     writer = None
-    for batch in batches:
+    for rows in gathered(batches, row_group_bytes, lambda batch: batch.nbytes):
         if writer is None:
             sink = files.open_output_stream(place)
             writer = pyarrow.parquet.ParquetWriter(
                 sink,
-                batch.schema,
+                rows.schema,
                 compression="zstd",
                 # Readers look for the metadata of the schema there, not for those of the file.
                 store_schema=False,
             )
-        writer.write_batch(batch)
-        seen.add(batch[geometry])
+        # A single batch may be as much as several groups.
+        groups = max(round(rows.nbytes / row_group_bytes), 1)
+        writer.write_table(rows, row_group_size=max(-(-len(rows) // groups), 1))
+        for geometries in rows[geometry].chunks:
+            seen.add(geometries)
     if writer is None:
         return False
     writer.add_key_value_metadata({KEY: json.dumps(seen.metadata(geometry)).encode()})

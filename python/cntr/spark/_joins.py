@@ -19,6 +19,7 @@ from cntr._sandbox.bisection import answer_in_pieces
 from cntr.spark._cells import Cells, Floats, Integers
 from cntr.spark._rows import (
     column_of,
+    gathered,
     map_batches,
     numbered,
     require_binary,
@@ -87,8 +88,9 @@ def inside_join(
     found out at once, by passes over both sides.
 
     Points with a coordinate that is null, NaN or infinite, and geometries that are no outlines, are
-    in no pair. Nor is a region that ends its process, with the points that were asked about at
-    once; the executor's log tells of it, and `measure` finds such regions.
+    in no pair. Nor is a region that ends its process, which is looked for once, before the join;
+    one that only some points make deadly is left out from these points on in their partition or
+    cell, and the executor's log tells of it. `measure` finds such regions.
 
     Raises ValueError for columns that are missing, have another type, or are on both sides, and
     TypeError for a session of Spark Connect.
@@ -115,18 +117,29 @@ def broadcast_join(sides: Sides) -> DataFrame:
     """Every worker asks about its points and all regions."""
     x, y, geometry, kept = sides.x, sides.y, sides.geometry, sides.kept
     context = sides.points.sparkSession.sparkContext
-    sent = context.broadcast(serialized(sides.regions.toArrow()))
+    sent = context.broadcast(serialized(with_a_place(sides.regions, geometry).toArrow()))
     key = uuid.uuid4().hex
 
     def joined(batches: Iterable[pa.RecordBatch]) -> Iterator[pa.RecordBatch]:
         regions = pa.ipc.open_stream(sent.value).read_all()
-        for points in gathered(batches):
-            pairs = pairs_of(key, regions[geometry], points, x, y)
+        asked = Asked(key, regions[geometry])
+        for points in gathered(batches, POINTS_AT_ONCE, len):
+            pairs = asked.pairs(points[x], points[y])
             for begin in range(0, pairs.num_rows, ROWS_AT_ONCE):
                 some = pairs.slice(begin, ROWS_AT_ONCE)
                 yield from rows_of(some, points, regions.select(kept)).to_batches()
 
     return map_batches(sides.points, joined, sides.schema)
+
+
+def with_a_place(regions: DataFrame, geometry: str) -> DataFrame:
+    """Those that are in any pair at all: no crashed ones, whose search every worker is spared."""
+
+    def found(batches: Iterable[pa.RecordBatch]) -> Iterator[pa.RecordBatch]:
+        for batch in batches:
+            yield batch.filter(pa.array(~np.isnan(boxes_of(batch[geometry])).any(axis=1)))
+
+    return map_batches(regions, found, regions.schema)
 
 
 def serialized(table: pa.Table) -> bytes:
@@ -136,46 +149,49 @@ def serialized(table: pa.Table) -> bytes:
     return bytes(sink.getvalue())
 
 
-def gathered(batches: Iterable[pa.RecordBatch]) -> Iterator[pa.Table]:
-    """The rows in tables of about POINTS_AT_ONCE."""
-    waiting: list[pa.RecordBatch] = []
-    count = 0
-    for batch in batches:
-        waiting.append(batch)
-        count += len(batch)
-        if count >= POINTS_AT_ONCE:
-            yield pa.Table.from_batches(waiting)
-            waiting, count = [], 0
-    if waiting:
-        yield pa.Table.from_batches(waiting)
-
-
 def rows_of(pairs: pa.Table, points: pa.Table, regions: pa.Table) -> pa.Table:
     """The columns of both sides."""
     left, right = points.take(pairs["point"]), regions.take(pairs["region"])
     return pa.table([*left.columns, *right.columns], [*left.column_names, *right.column_names])
 
 
-def pairs_of(key: str, geometries: pa.ChunkedArray, points: pa.Table, x: str, y: str) -> pa.Table:
-    """Row numbers of a `point` and a `region` that it lies in; `key` stands for the geometries."""
-    coordinates = pa.table({"x": points[x], "y": points[y], "point": row_numbers(points)})
-    coordinates = coordinates.filter(is_finite(coordinates, "x", "y"))
-    regions = pa.table({tasks.GEOMETRY: geometries, "region": row_numbers(geometries)})
-    if not regions.num_rows or not coordinates.num_rows:
-        return PAIRS.empty_table()
+class Asked:
+    """The regions that a partition of points is asked about; `key` stands for their geometries.
 
-    def ask(some: pa.Table) -> pa.Table:
-        first = some["region"][0].as_py()
-        sandbox().hold(f"{key}:{first}:{some.num_rows}", some.select([tasks.GEOMETRY]))
-        pairs = sandbox().ask("inside", coordinates.select(["x", "y"]))
-        columns = [coordinates["point"].take(pairs["point"]), pc.add(pairs["region"], first)]
-        return pa.table(columns, PAIRS)
+    A region that has ended a process is not asked about again.
+    """
 
-    def crashed(some: pa.Table, death: str) -> pa.Table:
-        print(f"cntr: a region is left out, its process ended with {death}", file=sys.stderr)
-        return PAIRS.empty_table()
+    def __init__(self, key: str, geometries: pa.ChunkedArray) -> None:
+        self._key = key
+        self._left_out: list[int] = []
+        self._regions = pa.table({tasks.GEOMETRY: geometries, "region": row_numbers(geometries)})
 
-    return pa.concat_tables(answer_in_pieces(regions, ask, crashed))
+    def pairs(self, x: pa.ChunkedArray, y: pa.ChunkedArray) -> pa.Table:
+        """Row numbers of a `point` and a `region` that it lies in."""
+        points = pa.table({"x": x, "y": y, "point": row_numbers(x)})
+        points = points.filter(is_finite(points, "x", "y"))
+        if not self._regions.num_rows or not points.num_rows:
+            return PAIRS.empty_table()
+        left_out = list(self._left_out)
+
+        def ask(some: pa.Table) -> pa.Table:
+            numbers = some["region"]
+            key = f"{self._key}: {numbers[0]} to {numbers[-1]} without {left_out}"
+            sandbox().hold(key, some.select([tasks.GEOMETRY]))
+            pairs = sandbox().ask("inside", points.select(["x", "y"]))
+            columns = [points["point"].take(pairs["point"]), numbers.take(pairs["region"])]
+            return pa.table(columns, PAIRS)
+
+        def crashed(some: pa.Table, death: str) -> pa.Table:
+            print(f"cntr: a region is left out, its process ended with {death}", file=sys.stderr)
+            self._left_out.append(some["region"][0].as_py())
+            return PAIRS.empty_table()
+
+        pairs = pa.concat_tables(answer_in_pieces(self._regions, ask, crashed))
+        if len(self._left_out) > len(left_out):
+            is_left_out = pc.is_in(self._regions["region"], pa.array(self._left_out))
+            self._regions = self._regions.filter(pc.invert(is_left_out))
+        return pairs
 
 
 def is_finite(table: pa.Table | pa.RecordBatch, x: str, y: str) -> Any:
@@ -194,7 +210,7 @@ def cell_join(sides: Sides) -> DataFrame:
     def joined(points: pa.Table, regions: pa.Table) -> pa.Table:
         points = points.drop_columns([SHARE]).rename_columns(point_names)
         regions = regions.drop_columns([SHARE]).rename_columns(region_names)
-        pairs = pairs_of(uuid.uuid4().hex, regions[geometry], points, x, y)
+        pairs = Asked(uuid.uuid4().hex, regions[geometry]).pairs(points[x], points[y])
         return rows_of(pairs, points, regions.select(kept))
 
     point_names, region_names = sides.points.columns, sides.regions.columns

@@ -189,6 +189,22 @@ def map_batches(
     return df.toDF(*numbered(len(names))).mapInArrow(named, schema)
 
 
+def gathered(
+    batches: Iterable[pa.RecordBatch], wanted: int, size: Callable[[pa.RecordBatch], int]
+) -> Iterator[pa.Table]:
+    """The rows in tables whose size is `wanted` or little more."""
+    waiting: list[pa.RecordBatch] = []
+    reached = 0
+    for batch in batches:
+        waiting.append(batch)
+        reached += size(batch)
+        if reached >= wanted:
+            yield pa.Table.from_batches(waiting)
+            waiting, reached = [], 0
+    if waiting:
+        yield pa.Table.from_batches(waiting)
+
+
 def numbered(count: int) -> list[str]:
     """Names of columns on their way."""
     return [f"column{number}" for number in range(count)]
