@@ -12,6 +12,7 @@ void checkEmptyContour(const Contour& contour) {
 std::vector<Segment> edgesOf(const Contour& contour) {
   const Points& p = contour.points;
   std::vector<Segment> edges;
+  edges.reserve(p.size());
   if (contour.closed && !p.empty()) edges.push_back({p.back(), p.front()});
   for (std::size_t i = 1; i < p.size(); ++i) edges.push_back({p[i - 1], p[i]});
   return edges;

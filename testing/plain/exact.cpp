@@ -82,6 +82,7 @@ Exact Exact::sumOfSizes(const Exact& a, const Exact& b) {
   sum.exponent_ = std::min(a.exponent_, b.exponent_);
   const long top = std::max(a.exponent_ + static_cast<long>(a.digits_.size()),
                             b.exponent_ + static_cast<long>(b.digits_.size()));
+  sum.digits_.reserve(static_cast<std::size_t>(top - sum.exponent_ + 1));
   std::uint64_t carry = 0;
   for (long place = sum.exponent_; place <= top; ++place) {
     carry += std::uint64_t{a.digitAt(place)} + b.digitAt(place);
@@ -96,6 +97,7 @@ Exact Exact::differenceOfSizes(const Exact& a, const Exact& b) {
   Exact rest;
   rest.exponent_ = std::min(a.exponent_, b.exponent_);
   const long top = a.exponent_ + static_cast<long>(a.digits_.size());
+  rest.digits_.reserve(static_cast<std::size_t>(top - rest.exponent_));
   std::int64_t borrowed = 0;
   for (long place = rest.exponent_; place < top; ++place) {
     std::int64_t digit = std::int64_t{a.digitAt(place)} - b.digitAt(place) - borrowed;
