@@ -125,21 +125,38 @@ void offerAllFrom(const plane::Path& path, std::size_t i, FarthestPair& best) {
   for (std::size_t j = 0; j < path.points.size(); ++j) best.offer(path, i, j);
 }
 
+/// The largest squared distance from vertex i to a later one. NaN is passed over.
+double largestSquareFrom(const plane::Path& path, std::size_t i) {
+  const qcVector<2> p = path.points[i];
+  double largest = 0.0;
+  for (const qcVector<2>& q : path.points.subspan(i + 1)) {
+    const qcVector<2> difference = p - q;
+    largest = qnKernel::greater(largest, difference * difference);
+  }
+  return largest;
+}
+
+/// The first vertex after i at this computed distance from it. REQUIRES: there is one.
+std::size_t firstAtDistance(const plane::Path& path, std::size_t i, double distance) {
+  std::size_t j = i + 1;
+  while (path.points[i].distance(path.points[j]) != distance) ++j;
+  return j;
+}
+
+/// Square roots are monotonic: only a larger square can have a larger one.
 std::optional<VertexPair> farthestPairByScan(const plane::Path& path) {
   VertexPair best{0, 0, 0.0};
-  // Square roots are monotonic: only a larger square can have a larger one.
   double largestSquare = 0.0;
   for (std::size_t i = 0; i < path.points.size(); ++i) {
-    for (std::size_t j = i + 1; j < path.points.size(); ++j) {
-      const qcVector<2> difference = path.points[i] - path.points[j];
-      const double square = difference * difference;
-      if (!(square > largestSquare)) continue;
-      largestSquare = square;
-      const double distance = std::sqrt(square);
-      if (distance > best.distance) best = {i, j, distance};
-    }
+    const double square = largestSquareFrom(path, i);
+    if (!(square > largestSquare)) continue;
+    largestSquare = square;
+    const double distance = std::sqrt(square);
+    if (distance > best.distance) best = {i, i, distance};
   }
-  return best.distance > 0.0 ? std::optional(best) : std::nullopt;
+  if (!(best.distance > 0.0)) return {};
+  best.second = firstAtDistance(path, best.first, best.distance);
+  return best;
 }
 
 std::optional<VertexPair> farthestPairByIndex(const plane::Path& path,

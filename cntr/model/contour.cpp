@@ -134,10 +134,11 @@ void qcContour::checkEmptyContour() const {
 
 // A copy may be closed where its source is open: a region is closed whatever its stored flag.
 qc_ContourCache& qcContour::cache() const {
-  if (!cache_) cache_ = std::make_unique<qc_ContourCache>();
-  if (cache_->ofClosed != isClosed()) {
-    *cache_ = qc_ContourCache();
-    cache_->ofClosed = isClosed();
+  const bool closed = isClosed();
+  if (!cache_ || cache_->ofClosed != closed) {
+    // "For overwrite": its members start empty, so there is no need to clear all of its memory too.
+    cache_ = std::make_unique_for_overwrite<qc_ContourCache>();
+    cache_->ofClosed = closed;
   }
   return *cache_;
 }

@@ -16,8 +16,8 @@ qcRect rectOf(const cntr::plane::Box& box) {
 }
 
 /// The circle between the two, a default one when there are none.
-qcCircle circleOf(const std::vector<qcVector<2>>& points,
-                  const std::optional<cntr::compute::VertexPair>& pair) {
+qc_BareCircle circleOf(const std::vector<qcVector<2>>& points,
+                       const std::optional<cntr::compute::VertexPair>& pair) {
   if (!pair) return {};
   return {(points[pair->first] + points[pair->second]) * 0.5, pair->distance * 0.5};
 }
@@ -28,15 +28,16 @@ qcCircle qcContour::encloseCircle(qcContourDefs::DiameterMode mode) const {
   if (mode != qcContourDefs::eFarthestVertexPair && mode != qcContourDefs::eFromFirstVertex) {
     throw qcContourDefs::BadParams(L"diameterMode is not one of the valid enums");
   }
-  std::optional<qcCircle>& known = cache().circles[static_cast<std::size_t>(mode)];
-  if (known) return *known;
-  if (mode == qcContourDefs::eFarthestVertexPair) {
-    known = circleOf(points(), cntr::compute::farthestPair(path(), edgeIndex()));
-  } else {
-    if (points().empty()) throw qcContourDefs::EmptyContour();
-    known = qcCircle(points().front(), cntr::compute::radiusFromFirst(points()));
+  std::optional<qc_BareCircle>& known = cache().circles[static_cast<std::size_t>(mode)];
+  if (!known) {
+    if (mode == qcContourDefs::eFarthestVertexPair) {
+      known = circleOf(points(), cntr::compute::farthestPair(path(), edgeIndex()));
+    } else {
+      if (points().empty()) throw qcContourDefs::EmptyContour();
+      known = {points().front(), cntr::compute::radiusFromFirst(points())};
+    }
   }
-  return *known;
+  return {known->center, known->radius};
 }
 
 double qcContour::diameter(qcContourDefs::DiameterMode mode) const {
@@ -70,12 +71,12 @@ qcVector<2> qcContour::extremalVertexPosition(const qcRadian& angle) const {
 qcRect qcContour::encloseRect(const qcXform<2>& xform) const {
   checkEmptyContour();
   auto& known = cache().enclosingRects;
-  if (const qcRect* rect = known.find(xform)) return *rect;
-  qcRect rect =
-      rectOf(cntr::compute::isIdentity(xform) ? cntr::compute::boundingBox(points())
-                                              : cntr::compute::boundingBox(points(), xform));
-  known.remember(xform, rect, cachedVectorSize_);
-  return rect;
+  if (const cntr::plane::Box* box = known.find(xform)) return rectOf(*box);
+  const cntr::plane::Box box = cntr::compute::isIdentity(xform)
+                                   ? cntr::compute::boundingBox(points())
+                                   : cntr::compute::boundingBox(points(), xform);
+  known.remember(xform, box, cachedVectorSize_);
+  return rectOf(box);
 }
 
 void qcContour::map(const qcXform<2>& xform, qcContour& result) const {

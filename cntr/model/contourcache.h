@@ -31,6 +31,13 @@ struct qc_FittedEllipse {
   double residual = 0.0;
 };
 
+/// A circle and a rectangle are remembered as bare numbers: objects that an archive could hold cost
+/// more to make and to destroy than a small contour's whole answer.
+struct qc_BareCircle {
+  qcVector<2> center;
+  double radius = 0.0;
+};
+
 /// The answers of one contour, each empty until it was asked for.
 struct qc_ContourCache {
   /// Whether the contour was closed when the answers were computed.
@@ -42,10 +49,10 @@ struct qc_ContourCache {
   std::optional<cntr::plane::Box> bounds;
   std::optional<qc_FittedEllipse> fittedEllipse;
   /// By DiameterMode.
-  std::array<std::optional<qcCircle>, 2> circles;
+  std::array<std::optional<qc_BareCircle>, 2> circles;
   qcPtrHandle<qcRegion> convexHull;
   cntr::model::KeyedResults<qcRadian, long, cntr::model::AngleKey> extremalVertices;
-  cntr::model::KeyedResults<qcXform<2>, qcRect, cntr::model::XformKey> enclosingRects;
+  cntr::model::KeyedResults<qcXform<2>, cntr::plane::Box, cntr::model::XformKey> enclosingRects;
   std::optional<qc_EdgeShapes> edgeShapes;
   std::shared_ptr<const cntr::index::EdgeIndex> edgeIndex;
   /// Directions asked for while there was no index of the edges.

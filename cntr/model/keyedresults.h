@@ -41,7 +41,7 @@ class KeyedResults {
  public:
   /// The result remembered for `key`, or null.
   const Value* find(const Key& key) const {
-    if (!KeyOrder::isNumber(key)) return nullptr;
+    if (results_.empty() || !KeyOrder::isNumber(key)) return nullptr;
     const std::size_t rank = rankOf(key);
     if (rank == results_.size()) return nullptr;
     const Result& result = results_[isLong() ? order_.at(rank) : rank];
