@@ -270,49 +270,14 @@ void repair() {
   });
 }
 
-/// n disjoint smooth stars of 16 vertices in rows.
-std::vector<qcPtrHandle_const<qcRegion>> smallRegions(std::size_t n) {
-  const Points star = shapes::smoothStar(16);
-  const std::size_t perRow = 100;
-  std::vector<qcPtrHandle_const<qcRegion>> regions;
-  for (std::size_t k = 0; k < n; ++k) {
-    const Point shift(1200.0 * static_cast<double>(k % perRow),
-                      1200.0 * static_cast<double>(k / perRow));
-    Points outline;
-    for (const Point& p : star) outline.push_back(p + shift);
-    regions.emplace_back(new qcRegion(outline, qcContourDefs::eNoIntersectionRepair));
-  }
-  return regions;
-}
-
-constexpr std::array<std::size_t, 2> setSizes{1000, 10000};
-
 using SetOfRegions = std::shared_ptr<qcRegionSet>;
 
-SetOfRegions setOf(std::size_t n) {
-  return std::make_shared<qcRegionSet>(smallRegions(n), qcContourDefs::eNoIntersectionRepair);
-}
-
-template <class Answer>
-void askSetOften(const std::string& question, Answer answer) {
-  for (const std::size_t n : setSizes) {
-    benchmark::RegisterBenchmark(
-        nameOf(question, 'R', n, us).c_str(), [answer, n](benchmark::State& state) {
-          const SetOfRegions set = setOf(n);
-          const double rows = static_cast<double>(n / 100);
-          shapes::Random random(7);
-          Points places;
-          for (std::size_t i = 0; i < questionCount; ++i) {
-            places.emplace_back(random.uniform(0.0, 120000.0), random.uniform(0.0, 1200.0 * rows));
-            benchmark::DoNotOptimize(answer(*set, places.back()));
-          }
-          std::size_t i = 0;
-          for (auto _ : state) {
-            benchmark::DoNotOptimize(answer(*set, places[i]));
-            i = i + 1 == questionCount ? 0 : i + 1;
-          }
-        });
+SetOfRegions setOf(const SetWork& given) {
+  std::vector<qcPtrHandle_const<qcRegion>> regions;
+  for (const Points& outline : given.outlines) {
+    regions.emplace_back(new qcRegion(outline, qcContourDefs::eNoIntersectionRepair));
   }
+  return std::make_shared<qcRegionSet>(regions, qcContourDefs::eNoIntersectionRepair);
 }
 
 /// A new set each time, of new regions.
@@ -322,17 +287,19 @@ void askSetOnce(const std::string& question, Answer answer) {
     const auto timing = [answer, n](benchmark::State& state) {
       SetOfRegions set;
       timeOneByOne(
-          state, [&set, n] { set = setOf(n); }, [&set, answer] { return answer(*set); });
+          state, [&set, n] { set = setOf(setWork(n)); }, [&set, answer] { return answer(*set); });
     };
     benchmark::RegisterBenchmark(nameOf(question, 'R', n, us).c_str(), timing)->UseManualTime();
   }
 }
 
 void askSets() {
-  askSetOften("set inside",
-              [](const qcRegionSet& set, const Point& p) { return set.inside(p, false); });
-  askSetOften("set distToPoint", [](const qcRegionSet& set, const Point& p) {
-    return set.distToPoint(p, false, false, false);
+  askSetOften("set inside", us, [](const SetWork& given) {
+    return [set = setOf(given)](const Point& p) { return set->inside(p, false); };
+  });
+  askSetOften("set distToPoint", us, [](const SetWork& given) {
+    return
+        [set = setOf(given)](const Point& p) { return set->distToPoint(p, false, false, false); };
   });
   askSetOnce("set isSelfIntersecting",
              [](const qcRegionSet& set) { return set.isSelfIntersecting(); });

@@ -32,12 +32,41 @@ Work makeWork(char shape, std::size_t vertices) {
   return {std::move(outline), std::move(places), std::move(shortOnes), std::move(longOnes)};
 }
 
+SetWork makeSetWork(std::size_t regions) {
+  constexpr std::size_t perRow = 100;
+  constexpr double step = 1200.0;
+  const Points star = shapes::smoothStar(16);
+  SetWork made;
+  for (std::size_t k = 0; k < regions; ++k) {
+    const Point shift(step * static_cast<double>(k % perRow),
+                      step * static_cast<double>(k / perRow));
+    Points& outline = made.outlines.emplace_back();
+    for (const Point& p : star) outline.push_back(p + shift);
+  }
+  const double width = step * perRow;
+  const double height = step * static_cast<double>(regions / perRow);
+  shapes::Random random(7);
+  for (std::size_t i = 0; i < questionCount; ++i) {
+    const double x = random.uniform(0.0, width);
+    const double y = random.uniform(0.0, height);
+    made.places.emplace_back(x, y);
+  }
+  return made;
+}
+
 }  // namespace
 
 const Work& work(char shape, std::size_t vertices) {
   static std::map<std::pair<char, std::size_t>, Work> made;
   const auto [at, isNew] = made.try_emplace({shape, vertices});
   if (isNew) at->second = makeWork(shape, vertices);
+  return at->second;
+}
+
+const SetWork& setWork(std::size_t regions) {
+  static std::map<std::size_t, SetWork> made;
+  const auto [at, isNew] = made.try_emplace(regions);
+  if (isNew) at->second = makeSetWork(regions);
   return at->second;
 }
 

@@ -38,6 +38,16 @@ constexpr std::size_t questionCount = 10000;
 /// `shape` is S, N, C or X. Made once.
 const Work& work(char shape, std::size_t vertices);
 
+/// The outlines of a set of regions, and what is asked about it.
+struct SetWork {
+  std::vector<Points> outlines;
+  /// `questionCount` of them.
+  Points places;
+};
+
+/// n disjoint smooth stars of 16 vertices in rows, and places among them. Made once.
+const SetWork& setWork(std::size_t regions);
+
 /// An angle in radians, another for every question.
 inline double angleOf(std::size_t question) {
   return 6.283 / static_cast<double>(questionCount) * static_cast<double>(question);
@@ -55,6 +65,8 @@ inline const Plan quadrilateral{"S", {4}};
 inline const Plan largerShapes{"SNC", {100, 1000, 10000, 100000}};
 inline const Plan allSmoothStars{"S", {10, 100, 1000, 10000, 100000}};
 inline const Plan smoothStars{"S", {100, 1000, 10000, 100000}};
+/// The numbers of regions in a set.
+inline const std::vector<std::size_t> setSizes{1000, 10000};
 
 /// A millionth of the outlines' extent, or a little more.
 constexpr double inscribedTolerance = 1e-3;
@@ -129,6 +141,25 @@ void timeOneByOne(benchmark::State& state, Set set, Answer answer) {
   const auto middle = nanoseconds.begin() + static_cast<std::ptrdiff_t>(nanoseconds.size() / 2);
   std::nth_element(nanoseconds.begin(), middle, nanoseconds.end());
   state.counters["nanoseconds"] = *middle;
+}
+
+/// Many questions to one set that does not change: `prepare(given)` returns a function that answers
+/// about a place. All places have been asked about once before they are timed.
+template <class Prepare>
+void askSetOften(const std::string& question, const std::string& who, Prepare prepare) {
+  for (const std::size_t n : setSizes) {
+    const auto timing = [prepare, n](benchmark::State& state) {
+      const SetWork& given = setWork(n);
+      const auto answer = prepare(given);
+      for (const Point& p : given.places) benchmark::DoNotOptimize(answer(p));
+      std::size_t i = 0;
+      for (auto _ : state) {
+        benchmark::DoNotOptimize(answer(given.places[i]));
+        i = i + 1 == questionCount ? 0 : i + 1;
+      }
+    };
+    benchmark::RegisterBenchmark(nameOf(question, 'R', n, who).c_str(), timing);
+  }
 }
 
 /// One question to an outline that has just been set. `make(work)` returns a pair: a function that

@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include <cntr/index/axis.h>
 #include <cntr/plane/box.h>
 
 namespace cntr::compute {
@@ -20,24 +21,6 @@ std::size_t sideFor(std::size_t points) {
   return static_cast<std::size_t>(std::clamp(side, 1.0, most));
 }
 
-/// Places on one axis of the grid. NaN goes to the first place.
-class Axis {
- public:
-  Axis(double low, double high, std::size_t places)
-      : low_(low), perUnit_(static_cast<double>(places) / (high - low)), last_(places - 1) {}
-
-  std::size_t placeOf(double value) const {
-    const double place = (value - low_) * perUnit_;
-    if (!(place > 0.0)) return 0;
-    return place < static_cast<double>(last_) ? static_cast<std::size_t>(place) : last_;
-  }
-
- private:
-  double low_;
-  double perUnit_;
-  std::size_t last_;
-};
-
 }  // namespace
 
 std::vector<std::size_t> visitingOrder(std::span<const qcVector<2>> points) {
@@ -46,14 +29,14 @@ std::vector<std::size_t> visitingOrder(std::span<const qcVector<2>> points) {
     if (std::isfinite(p.x()) && std::isfinite(p.y())) box.add(p);
   }
   const std::size_t side = sideFor(points.size());
-  const Axis columns(box.minX, box.maxX, side);
-  const Axis rows(box.minY, box.maxY, side);
+  const index::Axis columns(box.minX, box.maxX, side);
+  const index::Axis rows(box.minY, box.maxY, side);
   std::vector<std::size_t> cells;
   cells.reserve(points.size());
   std::vector<std::size_t> ends(side * side + 1, 0);
   for (const qcVector<2>& p : points) {
-    const std::size_t row = rows.placeOf(p.y());
-    const std::size_t column = columns.placeOf(p.x());
+    const std::size_t row = rows.intervalOf(p.y());
+    const std::size_t column = columns.intervalOf(p.x());
     cells.push_back(row * side + (row % 2 == 0 ? column : side - 1 - column));
     ++ends[cells.back() + 1];
   }

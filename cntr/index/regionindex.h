@@ -6,6 +6,7 @@
 
 #include <vector>
 
+#include <cntr/index/boxgrid.h>
 #include <cntr/index/boxtree.h>
 
 namespace cntr::index {
@@ -14,11 +15,22 @@ namespace cntr::index {
 /// exception: no null handle, two vertices or more on every boundary, finite coordinates.
 struct RegionIndex {
   explicit RegionIndex(const std::vector<plane::Box>& regionBoxes)
-      : boxes(regionBoxes), tree(boxes) {}
+      : boxes(regionBoxes), tree(boxes), grid(BoxGrid::make(boxes)) {}
+
+  /// Calls visit(number) for the regions whose box holds p, in no particular order, until a visit
+  /// returns false. Returns false when a visit did.
+  template <class Visit>
+  bool forEachHolding(const qcVector<2>& p, Visit visit) const {
+    if (!grid) return tree.forEachTouching(plane::edgeBox(p, p), visit);
+    return grid->forEachNear(
+        p, [&](std::size_t number) { return !plane::contains(boxes[number], p) || visit(number); });
+  }
 
   /// The box of each region: its outer boundary and its holes', which may lie outside that.
   std::vector<plane::Box> boxes;
   BoxTree tree;
+  /// For points, where the boxes suit it.
+  std::optional<BoxGrid> grid;
 };
 
 }  // namespace cntr::index

@@ -95,8 +95,7 @@ bool qcRegionSet::inside(const qcVector<2>& p, bool considerHoles) const {
   };
   const cntr::index::RegionIndex* const known = index();
   if (known == nullptr) return std::any_of(regions_.begin(), regions_.end(), holdsPoint);
-  return !known->tree.forEachTouching(cntr::plane::edgeBox(p, p),
-                                      [&](std::size_t i) { return !holdsPoint(regions_[i]); });
+  return !known->forEachHolding(p, [&](std::size_t i) { return !holdsPoint(regions_[i]); });
 }
 
 double qcRegionSet::distToPoint(const qcVector<2>& p, bool vertexOnly, bool considerHoles,
@@ -110,7 +109,7 @@ double qcRegionSet::distToPoint(const qcVector<2>& p, bool vertexOnly, bool cons
   if (const cntr::index::RegionIndex* const known = index()) {
     const double slack =
         cntr::plane::nearestPointRounding(cntr::plane::largestCoordinate(known->tree.bounds(), p));
-    known->tree.forEachByDistance(
+    known->tree.forEachNearestFirst(
         p, [&] { return (nearest + slack) * (nearest + slack) * cntr::plane::tieSlack; }, visit);
   } else {
     for (std::size_t i = 0; i < regions_.size(); ++i) visit(i);

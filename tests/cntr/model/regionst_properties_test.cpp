@@ -9,6 +9,8 @@
 
 #include <testing/twin/region_twin.h>
 
+#include "remembered.h"
+
 namespace {
 
 using namespace twin;
@@ -191,12 +193,13 @@ TEST(RegionSetPropertiesTest, SquaresAreMergedAsThePlainOnes) {
   EXPECT_GT(repaired, repetitions(500));
 }
 
-/// Many small regions over an area that they fill sparsely or crowd; some have holes, and a few
-/// sets in a hundred contain too few vertices to be asked about, or coordinates that are not
-/// finite.
+/// Many small regions over an area that they fill sparsely or crowd; the first one may lie far
+/// away. Some have holes, and a few sets in a hundred contain too few vertices to be asked about,
+/// or coordinates that are not finite.
 NamedSet crowd(shapes::Random& random) {
   NamedSet set;
   const double spread = random.chance(0.5) ? 100.0 : 15.0;
+  const double first = random.chance(0.3) ? 10000.0 : 0.0;
   const bool isOrdinary = random.chance(0.8);
   for (std::size_t k = 8 + random.below(50); k > 0; --k) {
     NamedRegion drawn = anyRegion(random, 12, 1);
@@ -204,8 +207,9 @@ NamedSet crowd(shapes::Random& random) {
       drawn = {"", {shapes::smoothStar(3 + random.below(10), random.next()), {}}};
       if (random.chance(0.2)) drawn.region.holes = {{shapes::cloud(random, 3), {}}};
     }
-    const double x = random.uniform(0.0, spread);
-    const double y = random.uniform(0.0, spread);
+    const double shift = set.regions.empty() ? first : 0.0;
+    const double x = random.uniform(0.0, spread) + shift;
+    const double y = random.uniform(0.0, spread) + shift;
     const double size = random.uniform(1.0, 8.0);
     placeInto(random, drawn.region, {{x, y}, {x + size, y + size}});
     set.name += drawn.name + "; ";
@@ -216,6 +220,8 @@ NamedSet crowd(shapes::Random& random) {
 
 TEST(RegionSetPropertiesTest, CrowdsAnswerAsThePlainOnes) {
   shapes::Random random(206);
+  std::size_t grids = 0;
+  std::size_t trees = 0;
   forEachRound(repetitions(250), [&](std::size_t) {
     const NamedSet set = crowd(random);
     const qcRegionSet made = make(set.regions);
@@ -232,7 +238,11 @@ TEST(RegionSetPropertiesTest, CrowdsAnswerAsThePlainOnes) {
           agree([&] { return made.distToPoint(p, vertexOnly, holes, zero); },
                 [&] { return plain::distToPoint(set.regions, p, vertexOnly, holes, zero); }));
     }
+    const auto& index = qc_RememberedBy::set(made).index;
+    if (index) ++(index->grid ? grids : trees);
   });
+  EXPECT_GT(grids, repetitions(25));
+  EXPECT_GT(trees, 0U);
 }
 
 TEST(RegionSetPropertiesTest, CrowdsAreRepairedAsThePlainOnes) {

@@ -382,6 +382,16 @@ TEST_P(SetWaysTest, LeadThroughAScanBelow8Regions) {
   EXPECT_EQ(qc_RememberedBy::set(set).waysTaken.scan, GetParam().searches);
 }
 
+TEST(WaysTakenTest, LookUpPointsInAGridUnlessManyRegionsLieInOnePlace) {
+  const qcRegionSet row = rowOfStars(100);
+  EXPECT_TRUE(row.inside(center, false));
+  EXPECT_TRUE(qc_RememberedBy::set(row).index->grid.has_value());
+  const std::vector<qcPtrHandle_const<qcRegion>> same(40, row.regions().front());
+  const qcRegionSet pile(same, qcContourDefs::eNoIntersectionRepair);
+  EXPECT_TRUE(pile.inside(center, false));
+  EXPECT_FALSE(qc_RememberedBy::set(pile).index->grid.has_value());
+}
+
 TEST(WaysTakenTest, LookOnceWhetherASetCanHaveAnIndex) {
   std::vector<qcPtrHandle_const<qcRegion>> regions = rowOfStars(8).regions();
   regions.emplace_back();
