@@ -41,7 +41,7 @@ class BoxTree {
   /// long as that does not exceed `limit()`, which the visits may lower.
   template <class Limit, class Visit>
   void forEachByDistance(const qcVector<2>& p, Limit limit, Visit visit) const {
-    hierarchy_.forEachRunByBound(distanceFrom(p), limit, [&](std::size_t first, std::size_t last) {
+    forEachRunByDistance(p, limit, [&](std::size_t first, std::size_t last) {
       for (std::size_t slot = first; slot < last; ++slot) {
         if (plane::squaredDistance(boxes_[slot], p) > limit()) continue;
         visit(numbers_[slot]);
@@ -53,14 +53,16 @@ class BoxTree {
   /// more than a look at ten boxes.
   template <class Limit, class Visit>
   void forEachNearestFirst(const qcVector<2>& p, Limit limit, Visit visit) const {
-    hierarchy_.forEachRunByBound(distanceFrom(p), limit, [&](std::size_t first, std::size_t last) {
+    forEachRunByDistance(p, limit, [&](std::size_t first, std::size_t last) {
       visitNearestFirst(first, last, p, limit, visit);
     });
   }
 
  private:
-  static auto distanceFrom(const qcVector<2>& p) {
-    return [&p](const plane::Box& box) { return plane::squaredDistance(box, p); };
+  template <class Limit, class VisitRun>
+  void forEachRunByDistance(const qcVector<2>& p, Limit limit, VisitRun visitRun) const {
+    hierarchy_.forEachRunByBound(
+        [&](const plane::Box& box) { return plane::squaredDistance(box, p); }, limit, visitRun);
   }
 
   /// The nearest of a run of boxes first: what a visit finds there rules out most of the others.

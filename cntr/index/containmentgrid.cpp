@@ -4,6 +4,13 @@
 // found from the crossing's own coordinate: however that is rounded, each crossing belongs to
 // exactly one cell of the row, and the edge is listed there, because lists reach beyond their cell
 // by the margin.
+//
+// From a point in a mixed cell a way leads to the middle of the cell's right side: horizontally to
+// that side, then along it. Only edges listed in the cell cross it, and the parity of its end is
+// known. The comparisons of coordinates are exact, and a computed crossing is rounded by less than
+// containmentRounding. So the count is right unless an edge comes near a corner of the way, where
+// one of its parts might count the edge and the other one not. Then the crossings are counted along
+// the row.
 
 #include <cntr/index/containmentgrid.h>
 
@@ -46,6 +53,18 @@ bool straddles(const qcVector<2>& a, const qcVector<2>& b, double y) {
 double crossingX(const qcVector<2>& a, const qcVector<2>& b, double y) {
   return a.x() + (y - a.y()) / (b.y() - a.y()) * (b.x() - a.x());
 }
+
+/// The same for vertical lines.
+bool straddlesX(const qcVector<2>& a, const qcVector<2>& b, double x) {
+  return (a.x() <= x) != (b.x() <= x);
+}
+
+double crossingY(const qcVector<2>& a, const qcVector<2>& b, double x) {
+  return a.y() + (x - a.x()) / (b.x() - a.x()) * (b.y() - a.y());
+}
+
+/// True when two numbers are close enough for rounding to exchange them.
+bool mayCoincide(double a, double b) { return std::abs(a - b) < 10.0 * plane::containmentRounding; }
 
 /// The sum of the extents of all edges: roughly how many cells of width 1 they pass through.
 double extentOfEdges(std::span<const qcVector<2>> points) {
@@ -163,7 +182,7 @@ class ContainmentGrid::Builder {
       const qcVector<2>& b = points_[k];
       const std::size_t lastRow = grid_.rowOf(std::max(a.y(), b.y()));
       for (std::size_t row = grid_.rowOf(std::min(a.y(), b.y())); row <= lastRow; ++row) {
-        const double y = centreOf(row);
+        const double y = grid_.middleOf(row);
         if (!straddles(a, b, y)) continue;
         const std::size_t cell = row * grid_.layout_.columns + grid_.columnOf(crossingX(a, b, y));
         toggles_[cell] = !toggles_[cell];
@@ -171,8 +190,21 @@ class ContainmentGrid::Builder {
     }
   }
 
-  double centreOf(std::size_t row) const {
-    return grid_.bounds_.minY + (static_cast<double>(row) + 0.5) * grid_.layout_.cellHeight;
+  /// Completes the head of a mixed cell's list: the parity of the middle of its right side, and
+  /// whether a way to there can be counted.
+  void describeMixed(std::size_t column, std::size_t row, bool isInside) {
+    std::uint32_t& head = grid_.lists_[grid_.cells_[row * grid_.layout_.columns + column] - eMixed];
+    head = head << headBits | (isInside ? eSideParity : 0);
+    const double x = grid_.rightSideOf(column);
+    const double y = grid_.middleOf(row);
+    const auto list = entriesOf(&head);
+    const bool isNear = std::any_of(list.begin(), list.end(), [&](std::uint32_t k) {
+      const qcVector<2>& a = before(points_, k);
+      const qcVector<2>& b = points_[k];
+      return (straddles(a, b, y) && mayCoincide(crossingX(a, b, y), x)) ||
+             (straddlesX(a, b, x) && mayCoincide(crossingY(a, b, x), y));
+    });
+    if (!isNear) head |= eLeadsToSide;
   }
 
   /// Cells that no edge comes near take the parity of the crossings to their right.
@@ -180,6 +212,7 @@ class ContainmentGrid::Builder {
     bool isInside = false;
     for (std::size_t column = grid_.layout_.columns; column-- > 0;) {
       const std::size_t cell = row * grid_.layout_.columns + column;
+      if (grid_.cells_[cell] >= eMixed) describeMixed(column, row, isInside);
       if (toggles_[cell]) isInside = !isInside;
       if (grid_.cells_[cell] >= eMixed) continue;
       const Cell ray = grid_.rayEndsOutsideFromCell(column, row) ? 0 : eNeedsRay;
@@ -236,28 +269,33 @@ bool ContainmentGrid::rayEndsOutsideFromCell(std::size_t column, std::size_t row
   return toFirst.len() <= radius_ - edgeMargin || toCorner.len() <= 2.0 * radius_ - edgeMargin;
 }
 
-std::span<const std::uint32_t> ContainmentGrid::edgesOf(Cell cell) const noexcept {
-  const std::uint32_t* const list = &lists_[cell - eMixed];
-  return {list + 1, list[0]};
+double ContainmentGrid::rightSideOf(std::size_t column) const noexcept {
+  return bounds_.minX + static_cast<double>(column + 1) * layout_.cellWidth;
 }
 
-bool ContainmentGrid::keepsClear(std::span<const qcVector<2>> points,
-                                 std::span<const std::uint32_t> edges,
+double ContainmentGrid::middleOf(std::size_t row) const noexcept {
+  return bounds_.minY + (static_cast<double>(row) + 0.5) * layout_.cellHeight;
+}
+
+std::span<const std::uint32_t> ContainmentGrid::edgesOf(Cell cell) const noexcept {
+  return entriesOf(&lists_[cell - eMixed]);
+}
+
+std::span<const std::uint32_t> ContainmentGrid::entriesOf(const std::uint32_t* list) noexcept {
+  return {list + 1, *list >> headBits};
+}
+
+bool ContainmentGrid::keepsClear(const qcVector<2>& a, const qcVector<2>& b,
                                  const qcVector<2>& p) const noexcept {
-  const double fromVertices = vertexMargin_ * vertexMargin_;
-  for (const std::uint32_t k : edges) {
-    const qcVector<2>& a = before(points, k);
-    const qcVector<2> toEnd = points[k] - p;
-    if (toEnd * toEnd < fromVertices) return false;
-    const qcVector<2> d = points[k] - a;
-    const qcVector<2> w = p - a;
-    const double c = qnKernel::cross(d, w);
-    const double dd = d * d;
-    if (c * c > edgeMargin * edgeMargin * dd) continue;
-    const double along = w * d;
-    if (along > 0.0 && along < dd) return false;
-  }
-  return true;
+  const qcVector<2> toEnd = b - p;
+  if (toEnd * toEnd < vertexMargin_ * vertexMargin_) return false;
+  const qcVector<2> d = b - a;
+  const qcVector<2> w = p - a;
+  const double c = qnKernel::cross(d, w);
+  const double dd = d * d;
+  if (c * c > edgeMargin * edgeMargin * dd) return true;
+  const double along = w * d;
+  return !(along > 0.0 && along < dd);
 }
 
 bool ContainmentGrid::isInside(std::span<const qcVector<2>> points, std::size_t column,
@@ -277,6 +315,33 @@ bool ContainmentGrid::isInside(std::span<const qcVector<2>> points, std::size_t 
   return inside;
 }
 
+ContainmentGrid::Answer ContainmentGrid::locateInMixed(std::span<const qcVector<2>> points,
+                                                       std::size_t column, std::size_t row,
+                                                       const qcVector<2>& p) const noexcept {
+  const std::uint32_t* const list = &lists_[cells_[row * layout_.columns + column] - eMixed];
+  const double side = rightSideOf(column);
+  const double middle = middleOf(row);
+  bool inside = (*list & eSideParity) != 0;
+  bool isSure = (*list & eLeadsToSide) != 0;
+  for (const std::uint32_t k : entriesOf(list)) {
+    const qcVector<2>& a = before(points, k);
+    const qcVector<2>& b = points[k];
+    if (!keepsClear(a, b, p)) return Answer::eUnknown;
+    if (straddles(a, b, p.y())) {
+      const double x = crossingX(a, b, p.y());
+      if (mayCoincide(x, side)) isSure = false;
+      if (x > p.x() && x < side) inside = !inside;
+    }
+    if (straddlesX(a, b, side)) {
+      const double y = crossingY(a, b, side);
+      if (mayCoincide(y, p.y())) isSure = false;
+      if ((y > p.y()) != (y > middle)) inside = !inside;
+    }
+  }
+  if (!isSure) inside = isInside(points, column, row, p);
+  return inside ? Answer::eInside : Answer::eOutside;
+}
+
 ContainmentGrid::Answer ContainmentGrid::locate(std::span<const qcVector<2>> points,
                                                 const qcVector<2>& p) const noexcept {
   if (!plane::contains(bounds_, p)) return Answer::eOutside;
@@ -290,8 +355,7 @@ ContainmentGrid::Answer ContainmentGrid::locate(std::span<const qcVector<2>> poi
   if (!rayAlwaysEndsOutside_ && !rayEndsOutside(bounds_, first_, radius_, p)) {
     return Answer::eUnknown;
   }
-  if (!keepsClear(points, edgesOf(cell), p)) return Answer::eUnknown;
-  return isInside(points, column, row, p) ? Answer::eInside : Answer::eOutside;
+  return locateInMixed(points, column, row, p);
 }
 
 }  // namespace cntr::index

@@ -27,9 +27,10 @@
 //
 // A cell that no edge comes near, by the larger margin m / sin(pi / (2n)) of (b), holds its answer.
 // A mixed cell lists the edges that come near: they decide (b) and (c), and parity is counted from
-// the point along its row to the next cell that holds an answer. Where a condition fails, the grid
-// has no answer and the ray must be cast. Before there is a grid, compute/evenodd.h answers under
-// the same conditions.
+// the point to the middle of the cell's right side, whose parity is known, or where rounding might
+// spoil that, along the row to the next cell that holds an answer. Where a condition fails, the
+// grid has no answer and the ray must be cast. Before there is a grid, compute/evenodd.h answers
+// under the same conditions.
 
 #pragma once
 
@@ -76,6 +77,11 @@ class ContainmentGrid {
   static constexpr Cell eParity = 1;
   static constexpr Cell eNeedsRay = 2;
   static constexpr Cell eMixed = 4;
+  /// What the head of a mixed cell's list says below the length: the parity of the middle of the
+  /// cell's right side, and that no edge comes so near to it that rounding matters.
+  static constexpr std::uint32_t eSideParity = 1;
+  static constexpr std::uint32_t eLeadsToSide = 2;
+  static constexpr int headBits = 2;
 
   struct Layout {
     std::size_t columns;
@@ -90,11 +96,16 @@ class ContainmentGrid {
   std::size_t columnOf(double x) const noexcept;
   std::size_t rowOf(double y) const noexcept;
   bool rayEndsOutsideFromCell(std::size_t column, std::size_t row) const noexcept;
+  double rightSideOf(std::size_t column) const noexcept;
+  double middleOf(std::size_t row) const noexcept;
   std::span<const std::uint32_t> edgesOf(Cell cell) const noexcept;
-  /// Conditions (b) and (c).
-  bool keepsClear(std::span<const qcVector<2>> points, std::span<const std::uint32_t> edges,
-                  const qcVector<2>& p) const noexcept;
-  /// The parity of a point in a mixed cell.
+  static std::span<const std::uint32_t> entriesOf(const std::uint32_t* list) noexcept;
+  /// Conditions (b), for b alone, and (c) of an edge.
+  bool keepsClear(const qcVector<2>& a, const qcVector<2>& b, const qcVector<2>& p) const noexcept;
+  /// REQUIRES: condition (d) holds.
+  Answer locateInMixed(std::span<const qcVector<2>> points, std::size_t column, std::size_t row,
+                       const qcVector<2>& p) const noexcept;
+  /// The parity of a point in a mixed cell, counted along its row.
   bool isInside(std::span<const qcVector<2>> points, std::size_t column, std::size_t row,
                 const qcVector<2>& p) const noexcept;
 
@@ -108,8 +119,8 @@ class ContainmentGrid {
   double radius_;
   bool rayAlwaysEndsOutside_;
   std::vector<Cell> cells_;
-  /// Lists of mixed cells, one after the other: their length, then the vertices that their edges
-  /// end at.
+  /// Lists of mixed cells, one after the other: their heads, which are their lengths and the bits
+  /// above, then the vertices that their edges end at.
   std::vector<std::uint32_t> lists_;
 };
 

@@ -124,4 +124,62 @@ TEST(ContainmentGridTest, AnswersOnTheLinesBetweenItsCellsAndInTheHeightOfVertic
   }
 }
 
+/// A coordinate of the corners and middles of a grid of 16 by 16 cells of width 1.
+double halfStep(shapes::Random& random) { return 0.5 * static_cast<double>(random.below(33)); }
+
+/// A ring over such a grid whose edges pass through corners and middles of sides of cells, or all
+/// but pass through them.
+Points latticeRing(shapes::Random& random) {
+  Points ring{{0, 0}};
+  const double noise = random.chance(0.5) ? 0.0 : std::pow(10.0, random.uniform(-13.0, -5.0));
+  double y = 0.0;
+  for (std::size_t n = 2 + random.below(10); n > 0; --n) {
+    const double x = halfStep(random) + noise * random.uniform(-1.0, 1.0);
+    if (random.chance(0.6)) y = halfStep(random);  // else almost horizontal
+    ring.emplace_back(x, y + noise * random.uniform(-1.0, 1.0));
+  }
+  ring.emplace_back(16, 16);
+  return ring;
+}
+
+/// A point on or next to the lines through such places, or to the left of a vertex.
+Point latticePoint(shapes::Random& random, const Points& ring) {
+  if (random.chance(0.3)) {
+    const Point& vertex = ring[random.below(ring.size())];
+    const Point& other = ring[random.below(ring.size())];
+    const double x = vertex.x() - random.uniform(0.0, 1.0);
+    return {x, vertex.y() + random.uniform(-1.0, 1.0) * (other.y() - vertex.y())};
+  }
+  const auto coordinate = [&random] {
+    const double at = random.chance(0.7) ? halfStep(random) : random.uniform(0.0, 16.0);
+    const double off = random.chance(0.3) ? 0.0 : std::pow(10.0, random.uniform(-15.0, -3.0));
+    return random.chance(0.5) ? at + off : at - off;
+  };
+  const double x = coordinate();
+  return {x, coordinate()};
+}
+
+TEST(ContainmentGridTest, AnswersAsTheRayWhereEdgesPassThroughCornersAndMiddlesOfCells) {
+  shapes::Random random(71);
+  constexpr std::size_t questions = 40;
+  const std::size_t rings = repetitions(1000);
+  std::size_t answered = 0;
+  for (std::size_t round = 0; round < rings; ++round) {
+    const Points ring = latticeRing(random);
+    const double scale = random.chance(0.5) ? 1.0 : random.uniform(0.5, 30.0);
+    const double shiftX = random.chance(0.5) ? 0.0 : random.uniform(-3e4, 3e4);
+    const double shiftY = random.chance(0.5) ? 0.0 : random.uniform(-3e4, 3e4);
+    Points placed = ring;
+    shapes::scaleAndShift(placed, scale, Point(shiftX, shiftY));
+    const Gridded grid(placed);
+    for (std::size_t i = 0; i < questions; ++i) {
+      Points asked{latticePoint(random, ring)};
+      shapes::scaleAndShift(asked, scale, Point(shiftX, shiftY));
+      if (grid.answers(asked.front())) ++answered;
+    }
+    ASSERT_FALSE(HasFailure()) << "round " << round;
+  }
+  EXPECT_GT(answered, rings * questions / 2);
+}
+
 }  // namespace
