@@ -135,7 +135,9 @@ void once(const std::string& question, const Plan& plan, Answer answer) {
 }
 
 void measure() {
-  once("isSelfIntersecting", everyShape, [](const Polygon& p) { return bg::intersects(p); });
+  const auto crossesItself = [](const Polygon& p) { return bg::intersects(p); };
+  once("isSelfIntersecting", {"SC", everyShape.sizes}, crossesItself);
+  once("isSelfIntersecting", upTo(10000, {"N", everyShape.sizes}), crossesItself);
   once("convexHull", largerShapes, [](const Polygon& p) {
     Polygon hull;
     bg::convex_hull(p, hull);

@@ -141,7 +141,9 @@ void once(const std::string& question, const Plan& plan, Make make, Answer answe
 }
 
 void measure() {
-  once("isSelfIntersecting", largerShapes, &ring, [](const Geometry& g) { return g.isSimple(); });
+  const auto isSimple = [](const Geometry& g) { return g.isSimple(); };
+  once("isSelfIntersecting", {"SC", largerShapes.sizes}, &ring, isSimple);
+  once("isSelfIntersecting", upTo(10000, {"N", largerShapes.sizes}), &ring, isSimple);
   once("convexHull", largerShapes, &ring,
        [](const Geometry& g) { return g.convexHull()->getNumPoints(); });
   once("inscribedCircle", largerShapes, &polygon, [](const Geometry& g) {

@@ -52,7 +52,8 @@ const bool isRegistered = [] {
   once("inertiaMatrix", smoothStars, [](const Contour& c) { return cv::moments(c).mu11; });
   once("minimumAreaRect", largerShapes,
        [](const Contour& c) { return cv::minAreaRect(c).size.width; });
-  once("minimumCircle", largerShapes, [](const Contour& contour) {
+  // The time grows faster than the square of the vertices.
+  once("minimumCircle", upTo(1000, largerShapes), [](const Contour& contour) {
     cv::Point2f center;
     float radius = 0.0F;
     cv::minEnclosingCircle(contour, center, radius);
