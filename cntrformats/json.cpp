@@ -63,6 +63,13 @@ std::string escape(char c) {
   return text.data();
 }
 
+/// True for a character of a JSON string with a backslash before it that is not escaped itself.
+bool isEscaped(std::string_view text, std::size_t at) {
+  std::size_t begin = at;
+  while (begin > 0 && text[begin - 1] == '\\') --begin;
+  return (at - begin) % 2 != 0;
+}
+
 bool isPlain(char c) { return c != '"' && c != '\\' && static_cast<unsigned char>(c) >= 0x20U; }
 
 }  // namespace
@@ -77,44 +84,32 @@ bool ValueEnd::find(std::string_view text, std::size_t& at) {
       ++at;
     }
   }
-  if (first_ == '{' || first_ == '[') return findInBrackets(text, at);
-  if (first_ == '"') return findInString(text, at);
-  at = std::min(text.find_first_of(",]}: \t\r\n", at), text.size());
-  return at < text.size();
-}
-
-bool ValueEnd::findInString(std::string_view text, std::size_t& at) {
-  while (at < text.size()) {
-    if (std::exchange(isEscaped_, false)) {
-      ++at;
-      continue;
-    }
-    at = findAny(text, at, '"', '\\', '"');
-    if (at == text.size()) return false;
-    const char c = text[at++];
-    isEscaped_ = c == '\\';
+  if (first_ != '{' && first_ != '[' && first_ != '"') {
+    at = std::min(text.find_first_of(",]}: \t\r\n", at), text.size());
+    return at < text.size();
+  }
+  // Copies, which a compiler keeps in registers.
+  const char first = first_;
+  const char last = last_;
+  bool isInString = isInString_;
+  std::size_t depth = depth_;
+  const std::size_t begin = std::exchange(at, text.size());
+  const bool isFound = visitAny(text, begin, '"', first, last, [&](std::size_t found) {
+    const char c = text[found];
     if (c == '"') {
-      isInString_ = false;
-      return true;
+      if (!isInString || !isEscaped(text, found)) isInString = !isInString;
+      if (first != '"' || isInString) return false;
+    } else {
+      if (isInString) return false;
+      if (c == first) ++depth;
+      if (c != last || --depth > 0) return false;
     }
-  }
-  return false;
-}
-
-bool ValueEnd::findInBrackets(std::string_view text, std::size_t& at) {
-  while (at < text.size()) {
-    if (isInString_) {
-      if (!findInString(text, at)) return false;
-      continue;
-    }
-    at = findAny(text, at, '"', first_, last_);
-    if (at == text.size()) return false;
-    const char c = text[at++];
-    if (c == '"') isInString_ = true;
-    if (c == first_) ++depth_;
-    if (c == last_ && --depth_ == 0) return true;
-  }
-  return false;
+    at = found + 1;
+    return true;
+  });
+  isInString_ = isInString;
+  depth_ = depth;
+  return isFound;
 }
 
 namespace {

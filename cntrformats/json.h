@@ -18,18 +18,15 @@ class ValueEnd {
  public:
   /// Looks at the text from `at` on, where the value begins or the last call stopped. Moves `at`
   /// past the value, or to the end of the text when that comes first; true when it found the end of
-  /// the value.
+  /// the value. The text that the calls before were given is the beginning of this one, or the part
+  /// of it from the value on.
   bool find(std::string_view text, std::size_t& at);
 
  private:
-  bool findInString(std::string_view text, std::size_t& at);
-  bool findInBrackets(std::string_view text, std::size_t& at);
-
   /// The first character of the value; 0 before it has been seen.
   char first_ = '\0';
   char last_ = '\0';
   bool isInString_ = false;
-  bool isEscaped_ = false;
   std::size_t depth_ = 0;
 };
 

@@ -2,8 +2,6 @@
 
 #include <cntrformats/lines.h>
 
-#include <algorithm>
-
 namespace formats {
 
 Lines::Lines(Source& source) : stream_(&source) { stream_.exceptions(std::ios::badbit); }
@@ -11,19 +9,12 @@ Lines::Lines(Source& source) : stream_(&source) { stream_.exceptions(std::ios::b
 bool Lines::next(std::string& text) {
   if (!std::getline(stream_, text)) return false;
   if (!text.empty() && text.back() == '\r') text.pop_back();
-  number_ = following_++;
+  ++number_;
   return true;
 }
 
-bool Lines::nextRecord(std::string& text) {
-  if (!std::getline(stream_, text, recordSeparator)) return false;
-  number_ = following_;
-  following_ += static_cast<std::size_t>(std::count(text.begin(), text.end(), '\n'));
-  return true;
-}
-
-bool isBlank(const std::string& text) {
-  return text.find_first_not_of(" \t\r\n") == std::string::npos;
+bool isBlank(std::string_view text) {
+  return text.find_first_not_of(" \t\r\n") == std::string_view::npos;
 }
 
 }  // namespace formats

@@ -6,6 +6,7 @@
 
 #include <istream>
 #include <string>
+#include <string_view>
 
 #include <cntrformats/source.h>
 
@@ -17,17 +18,14 @@ class Lines {
 
   /// Takes the next line without its end; false when there is none.
   bool next(std::string& text);
-  /// Takes the text up to the next record separator, or to the end of the file.
-  bool nextRecord(std::string& text);
-  /// The number of the line that the last text began on, from 1.
+  /// The number of the last line, from 1.
   std::size_t number() const noexcept { return number_; }
 
  private:
   std::istream stream_;
   std::size_t number_ = 0;
-  std::size_t following_ = 1;
 };
 
-bool isBlank(const std::string& text);
+bool isBlank(std::string_view text);
 
 }  // namespace formats

@@ -7,6 +7,7 @@
 
 #include <cstddef>
 #include <functional>
+#include <memory>
 
 #include <cntrformats/errors.h>
 #include <cntrformats/feature.h>
@@ -15,13 +16,24 @@
 
 namespace formats {
 
+/// Features that a reader has found together and has not decoded.
+class Undecoded {
+ public:
+  virtual ~Undecoded() = default;
+  /// Decodes one; on any thread, once for each. What is wrong with it becomes its problem.
+  virtual Feature decode(std::size_t index) = 0;
+};
+
 /// A feature that has been read only as far as needed to find its end.
 struct Record {
   Location location;
   /// About how many bytes it takes.
   std::size_t size = 0;
-  /// Decodes it; on any thread, once. What is wrong with it becomes the feature's problem.
-  std::function<Feature()> decode;
+  std::shared_ptr<Undecoded> undecoded;
+  /// Its place among these.
+  std::size_t index = 0;
+
+  Feature decode() const { return undecoded->decode(index); }
 };
 
 /// The feature that `read` fills in. A FeatureError becomes its problem: it then has no geometry,
@@ -36,6 +48,8 @@ class Sink {
  public:
   virtual ~Sink() = default;
   virtual void take(Record record) = 0;
+  /// The reader is going to wait for the rest of the file.
+  virtual void pause() {}
   /// The members of a FeatureCollection besides its features: those before the features when they
   /// begin, those after them at the end.
   virtual void takeMembers(Members&& /*members*/) {}

@@ -73,10 +73,21 @@ std::size_t Source::findFirst() {
   }
 }
 
-bool Source::appendTo(std::string& text, std::size_t most) {
+bool Source::appendTo(TextBuffer& text, std::size_t most) {
+  const bool wasLookedAt = eback() == nullptr || (!ahead_.empty() && eback() != ahead_.data());
+  if (gptr() == egptr() && !wasLookedAt) {
+    // Nothing is left to be read that is already in memory.
+    show(buffer_.data(), 0);
+    ahead_.clear();
+    const std::size_t count =
+        text.append(std::min(most, mostAtOnce),
+                    [this](char* bytes, std::size_t size) { return fill(bytes, size); });
+    passed_ += count;
+    return count > 0;
+  }
   if (sgetc() == traits_type::eof()) return false;
   const std::size_t count = std::min(most, static_cast<std::size_t>(egptr() - gptr()));
-  text.append(gptr(), count);
+  text.append({gptr(), count});
   gbump(static_cast<int>(count));
   return true;
 }
@@ -97,7 +108,7 @@ Source::int_type Source::underflow() {
     show(ahead_.data(), ahead_.size());
     return traits_type::to_int_type(*gptr());
   }
-  const std::size_t count = fill();
+  const std::size_t count = fill(buffer_.data(), buffer_.size());
   show(buffer_.data(), count);
   ahead_ = std::string();
   return count == 0 ? traits_type::eof() : traits_type::to_int_type(*gptr());
@@ -109,7 +120,7 @@ void Source::show(char* bytes, std::size_t count) {
 }
 
 bool Source::lookFurther() {
-  const std::size_t count = fill();
+  const std::size_t count = fill(buffer_.data(), buffer_.size());
   ahead_.append(buffer_.data(), count);
   if (ahead_.size() < byteOrderMark.size() && count > 0) {
     lookFurther();
@@ -119,26 +130,26 @@ bool Source::lookFurther() {
   return count > 0;
 }
 
-std::size_t Source::fill() {
-  if (gunzip_) return gunzip_->read(buffer_.data(), buffer_.size());
-  std::size_t count = readFile(buffer_.data(), buffer_.size());
+std::size_t Source::fill(char* bytes, std::size_t size) {
+  if (gunzip_) return gunzip_->read(bytes, size);
+  std::size_t count = readFile(bytes, size);
   if (!std::exchange(isBeginning_, false)) return count;
   // A pipe may give its first byte alone.
   while (count > 0 && count < gzipSignature.size()) {
-    const std::size_t more = readFile(buffer_.data() + count, buffer_.size() - count);
+    const std::size_t more = readFile(bytes + count, size - count);
     if (more == 0) break;
     count += more;
   }
-  std::string first(buffer_.data(), count);
+  std::string first(bytes, count);
   if (!first.starts_with(gzipSignature)) return count;
   gunzip_ = std::make_unique<Gunzip>(
-      [this, first = std::move(first)](char* bytes, std::size_t size) mutable {
-        if (first.empty()) return readFile(bytes, size);
-        const std::size_t part = first.copy(bytes, size);
+      [this, first = std::move(first)](char* packed, std::size_t most) mutable {
+        if (first.empty()) return readFile(packed, most);
+        const std::size_t part = first.copy(packed, most);
         first.erase(0, part);
         return part;
       });
-  return fill();
+  return fill(bytes, size);
 }
 
 std::size_t Source::readFile(char* bytes, std::size_t size) {

@@ -5,6 +5,7 @@
 #pragma once
 
 #include <array>
+#include <cstddef>
 #include <cstdint>
 #include <memory>
 #include <streambuf>
@@ -12,6 +13,7 @@
 #include <string_view>
 
 #include <cntrformats/gunzip.h>
+#include <cntrformats/textbuffer.h>
 
 namespace formats {
 
@@ -27,6 +29,9 @@ struct Text {
 /// gzip has packed is unpacked. Reading throws FileError with the system's reason.
 class Source : public std::streambuf {
  public:
+  /// How many bytes are read at once.
+  static constexpr std::size_t mostAtOnce = std::size_t{1} << 16U;
+
   explicit Source(const std::string& file);
   /// The text stays where it is.
   explicit Source(Text text);
@@ -44,9 +49,9 @@ class Source : public std::streambuf {
   /// beginning.
   std::string_view firstLine();
 
-  /// Appends the bytes that are available to `text`, at most `most`; waits for the first of them.
-  /// False at the end.
-  bool appendTo(std::string& text, std::size_t most);
+  /// Appends the bytes that are available to `text`, at most `most` and mostAtOnce; waits for the
+  /// first of them. False at the end.
+  bool appendTo(TextBuffer& text, std::size_t most);
   /// How many bytes have been read.
   std::uint64_t position() const;
   /// How many bytes of the file that took: packed ones where it is packed, and including those read
@@ -63,7 +68,8 @@ class Source : public std::streambuf {
   std::size_t findFirst();
   /// Reads more into `ahead_`; false at the end.
   bool lookFurther();
-  std::size_t fill();
+  /// Reads up to `size` bytes of what the file holds, unpacked; 0 at the end.
+  std::size_t fill(char* bytes, std::size_t size);
   std::size_t readFile(char* bytes, std::size_t size);
   void show(char* bytes, std::size_t count);
 
@@ -74,7 +80,7 @@ class Source : public std::streambuf {
   bool isBeginning_ = true;
   /// Null where the file is not packed.
   std::unique_ptr<Gunzip> gunzip_;
-  std::array<char, std::size_t{1} << 16U> buffer_;
+  std::array<char, mostAtOnce> buffer_;
   /// Bytes that were looked at but not read.
   std::string ahead_;
   std::uint64_t taken_ = 0;

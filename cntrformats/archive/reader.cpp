@@ -124,15 +124,24 @@ void readShape(const qcPersistent* shape, Feature& feature) {
   }
 }
 
+class ReadShape : public Undecoded {
+ public:
+  explicit ReadShape(Feature&& feature) : feature_(std::move(feature)) {}
+  Feature decode(std::size_t /*index*/) override { return std::move(feature_); }
+
+ private:
+  Feature feature_;
+};
+
 /// Shapes are looked at while their archive lives, on its thread.
 void readShapes(qcArchive& archive, const Source& source, Sink& sink) {
   const std::size_t count = qf_TransferListHead(archive, 0);
   for (std::size_t number = 1; number <= count; ++number) {
     const std::uint64_t begin = source.position();
     const qcPersistent* shape = archive.transferShared(nullptr);
-    const auto feature = std::make_shared<Feature>(
-        decoded(number, [shape](Feature& made) { readShape(shape, made); }));
-    sink.take({{number}, source.position() - begin, [feature] { return std::move(*feature); }});
+    Feature feature = decoded(number, [shape](Feature& made) { readShape(shape, made); });
+    sink.take(
+        {{number}, source.position() - begin, std::make_shared<ReadShape>(std::move(feature))});
   }
 }
 

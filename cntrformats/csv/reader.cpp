@@ -100,6 +100,20 @@ void readRings(const std::vector<Ring>& rings, Feature& feature) {
   feature.geometry = geometryOf(rings);
 }
 
+/// The rings of one feature.
+class UndecodedRings : public Undecoded {
+ public:
+  UndecodedRings(std::size_t number, std::vector<Ring>&& rings)
+      : number_(number), rings_(std::move(rings)) {}
+  Feature decode(std::size_t /*index*/) override {
+    return decoded(number_, [this](Feature& feature) { readRings(rings_, feature); });
+  }
+
+ private:
+  std::size_t number_;
+  std::vector<Ring> rings_;
+};
+
 /// Gathers the rings of one feature after the other.
 class RingGatherer {
  public:
@@ -119,11 +133,10 @@ class RingGatherer {
 
   void endFeature() {
     if (rings_.empty()) return;
-    const std::size_t number = ++number_;
-    sink_.take({{number, line_}, size_, [rings = std::move(rings_), number] {
-                  return decoded(number, [&rings](Feature& feature) { readRings(rings, feature); });
-                }});
-    rings_.clear();
+    ++number_;
+    sink_.take({{number_, line_},
+                size_,
+                std::make_shared<UndecodedRings>(number_, std::exchange(rings_, {}))});
     size_ = 0;
   }
 

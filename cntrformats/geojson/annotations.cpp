@@ -14,7 +14,7 @@ namespace {
 
 using simdjson::ondemand::json_type;
 
-void requireKind(bool isObject, const std::string& text, const char* what) {
+void requireKind(bool isObject, std::string_view text, const char* what) {
   if (!isObject) throw FeatureError(excerpt(text) + " is not " + what);
 }
 
@@ -115,9 +115,9 @@ Geometry geometryOf(const std::string& kind, const Points& points) {
 
 }  // namespace
 
-void readCocoAnnotation(std::string& text, const TextPlace& place, Feature& feature) {
+void readCocoAnnotation(const Passage& passage, Feature& feature) {
   std::string problem = "no segmentation";
-  const bool isObject = parseObject(text, place, [&](JsonObject& object) {
+  const bool isObject = parseObject(passage, [&](JsonObject& object) {
     for (auto field : object) {
       const std::string_view name = field.unescaped_key();
       if (name == "segmentation") {
@@ -132,15 +132,15 @@ void readCocoAnnotation(std::string& text, const TextPlace& place, Feature& feat
       }
     }
   });
-  requireKind(isObject, text, "an annotation");
+  requireKind(isObject, passage.text, "an annotation");
   if (!problem.empty()) throw FeatureError(problem);
 }
 
-void readLabelMeShape(std::string& text, const TextPlace& place, Feature& feature) {
+void readLabelMeShape(const Passage& passage, Feature& feature) {
   std::string kind = "polygon";
   Points points;
   std::string problem = "no points";
-  const bool isObject = parseObject(text, place, [&](JsonObject& object) {
+  const bool isObject = parseObject(passage, [&](JsonObject& object) {
     for (auto field : object) {
       const std::string_view name = field.unescaped_key();
       if (name == "points") {
@@ -155,7 +155,7 @@ void readLabelMeShape(std::string& text, const TextPlace& place, Feature& featur
       }
     }
   });
-  requireKind(isObject, text, "a shape");
+  requireKind(isObject, passage.text, "a shape");
   if (!problem.empty()) throw FeatureError(problem);
   feature.geometry = geometryOf(kind, points);
 }

@@ -16,9 +16,9 @@ namespace formats {
 
 /// An element of `annotations`: polygons are the parts of the feature, `category_id` is the label,
 /// `id` the id. Masks, compressed or not, are not outlines.
-void readCocoAnnotation(std::string& text, const TextPlace& place, Feature& feature);
+void readCocoAnnotation(const Passage& passage, Feature& feature);
 
 /// An element of `shapes`: polygons and rectangles are outlines, lines and line strips open lines.
-void readLabelMeShape(std::string& text, const TextPlace& place, Feature& feature);
+void readLabelMeShape(const Passage& passage, Feature& feature);
 
 }  // namespace formats

@@ -98,18 +98,18 @@ std::optional<std::string> readId(JsonValue value) {
   return raw == "null" ? std::nullopt : std::optional(compact(raw));
 }
 
-void readFeature(std::string& text, const TextPlace& place, Feature& feature) {
-  const bool isObject = parseObject(text, place, [&](JsonObject& object) {
+void readFeature(const Passage& passage, Feature& feature) {
+  const bool isObject = parseObject(passage, [&](JsonObject& object) {
     const std::string type = typeOf(object);
     if (isGeometryType(type)) {
       feature.geometry = readGeometry(object, type);
     } else if (type == "Feature") {
       FeatureReader(feature).read(object);
     } else {
-      throw FeatureError(excerpt(text) + " is not a Feature");
+      throw FeatureError(excerpt(passage.text) + " is not a Feature");
     }
   });
-  if (!isObject) throw FeatureError(excerpt(text) + " is not a Feature");
+  if (!isObject) throw FeatureError(excerpt(passage.text) + " is not a Feature");
 }
 
 }  // namespace formats

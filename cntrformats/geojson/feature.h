@@ -18,7 +18,7 @@ namespace formats {
 inline constexpr std::string_view featureCollection = "\"FeatureCollection\"";
 
 /// Reads a Feature or a geometry, which takes the whole text. Throws FeatureError.
-void readFeature(std::string& text, const TextPlace& place, Feature& feature);
+void readFeature(const Passage& passage, Feature& feature);
 
 // What the members of a feature mean; null means nothing. These throw FeatureError.
 

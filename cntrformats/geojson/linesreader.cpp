@@ -3,22 +3,23 @@
 // GeoJSON text sequences (RFC 8142), whose records begin with RS, and GeoJSON with one feature per
 // line.
 
-#include <memory>
-
+#include <cntrformats/characters.h>
+#include <cntrformats/errors.h>
 #include <cntrformats/geojson/feature.h>
 #include <cntrformats/geojson/geojson.h>
 #include <cntrformats/json.h>
 #include <cntrformats/lines.h>
+#include <cntrformats/textwindow.h>
 
 namespace formats {
 
 namespace {
 
-void readLine(std::string& text, std::size_t line, Feature& feature) {
-  if (memberOf(text, "type") == featureCollection) {
+void readLine(const Passage& passage, Feature& feature) {
+  if (memberOf(passage.text, "type") == featureCollection) {
     throw FeatureError("a whole FeatureCollection, which is no line of GeoJSON lines");
   }
-  readFeature(text, {line, 1}, feature);
+  readFeature(passage, feature);
 }
 
 /// True for a line with a line feed that is one whole JSON object and no collection.
@@ -41,21 +42,23 @@ bool looksLikeGeoJsonLines(std::string_view line) {
 
 void readGeoJsonLines(Source& source, Keep keep, Sink& sink) {
   const bool separated = source.firstCharacter() == recordSeparator;
-  Lines lines(source);
-  std::string text;
+  const char ending = separated ? recordSeparator : '\n';
+  TextWindow window(source, Source::mostAtOnce);
+  Passages features(sink, readLine, keep == Keep::eSourceToo);
+  window.release(features);
   std::size_t number = 0;
-  while (separated ? lines.nextRecord(text) : lines.next(text)) {
-    if (isBlank(text)) continue;
-    ++number;
-    const auto kept = std::make_shared<std::string>(std::move(text));
-    const std::size_t line = lines.number();
-    sink.take({{number, line}, kept->size(), [kept, line, number, keep] {
-                 Feature feature =
-                     decoded(number, [&](Feature& made) { readLine(*kept, line, made); });
-                 if (keep == Keep::eSourceToo) feature.text = std::move(*kept);
-                 return feature;
-               }});
+  std::size_t line = 1;
+  while (auto text = window.ahead(0, ending)) {
+    const std::size_t size = text->size();
+    const std::size_t following = line + (separated ? countOf(*text, '\n') : 1);
+    if (!separated && text->ends_with('\r')) text->remove_suffix(1);
+    if (!isBlank(*text)) {
+      features.add({++number, line}, window.position(), window.position() + text->size());
+    }
+    line = following;
+    window.pass(size + 1);
   }
+  window.handOver();
   if (number == 0) throw FileError("nothing in it");
 }
 

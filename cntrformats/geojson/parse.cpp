@@ -39,17 +39,14 @@ const char* reason(error_code error) {
 }
 
 /// The place in the text that parsing has reached, such as "line 3, column 17".
-std::string placeOf(simdjson::ondemand::document& document, std::string_view text,
-                    const TextPlace& begin) {
+std::string placeOf(simdjson::ondemand::document& document, const Passage& passage) {
   const char* location = nullptr;
-  std::size_t at = text.size();
+  std::size_t at = passage.text.size();
   if (document.current_location().get(location) == simdjson::SUCCESS) {
-    at = std::min(at, static_cast<std::size_t>(location - text.data()));
+    at = std::min(at, static_cast<std::size_t>(location - passage.text.data()));
   }
-  const std::string_view before = text.substr(0, at);
-  const auto lines = static_cast<std::size_t>(std::count(before.begin(), before.end(), '\n'));
-  const std::size_t column = lines == 0 ? begin.column + at : at - before.rfind('\n');
-  return "line " + std::to_string(begin.line + lines) + ", column " + std::to_string(column);
+  const TextPlace place = passage.placeOf(at);
+  return "line " + std::to_string(place.line) + ", column " + std::to_string(place.column);
 }
 
 [[noreturn]] void refuse(const std::string& place, error_code error) {
@@ -60,17 +57,16 @@ bool isOf(JsonValue value, json_type type) { return json_type(value.type()) == t
 
 }  // namespace
 
-bool parseObject(std::string& text, const TextPlace& place,
-                 const std::function<void(JsonObject&)>& read) {
+bool parseObject(const Passage& passage, const std::function<void(JsonObject&)>& read) {
+  static_assert(passagePadding >= simdjson::SIMDJSON_PADDING);
   thread_local simdjson::ondemand::parser parser;
-  text.reserve(text.size() + simdjson::SIMDJSON_PADDING);
+  const std::string_view text = passage.text;
   const std::size_t first = text.find_first_not_of(" \t\r\n");
   if (first == std::string::npos || text[first] != '{') return false;
   simdjson::ondemand::document document;
-  const error_code error =
-      parser.iterate(simdjson::padded_string_view(text.data(), text.size(), text.capacity()))
-          .get(document);
-  if (error != simdjson::SUCCESS) refuse("line " + std::to_string(place.line), error);
+  const simdjson::padded_string_view padded(text.data(), text.size(), text.size() + passagePadding);
+  const error_code error = parser.iterate(padded).get(document);
+  if (error != simdjson::SUCCESS) refuse("line " + std::to_string(passage.placeOf(0).line), error);
   try {
     JsonObject object = document.get_object();
     read(object);
@@ -78,13 +74,14 @@ bool parseObject(std::string& text, const TextPlace& place,
       throw simdjson_error(simdjson::TRAILING_CONTENT);
     }
   } catch (const simdjson_error& failure) {
-    refuse(placeOf(document, text, place), failure.error());
+    refuse(placeOf(document, passage), failure.error());
   }
   return true;
 }
 
 void requireObject(std::string text, const TextPlace& place) {
-  parseObject(text, place, [](JsonObject& object) {
+  text.reserve(text.size() + passagePadding);
+  parseObject({text, {}, place}, [](JsonObject& object) {
     for (auto field : object) {
       static_cast<void>(std::string_view(field.unescaped_key()));
       passOver(field.value());

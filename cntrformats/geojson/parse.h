@@ -10,23 +10,18 @@
 #include <functional>
 #include <string>
 
+#include <cntrformats/passage.h>
+
 namespace formats {
 
 using JsonObject = simdjson::ondemand::object;
 using JsonValue = simdjson::ondemand::value;
 using JsonList = simdjson::ondemand::array;
 
-/// Where a text begins in its file, counted from 1.
-struct TextPlace {
-  std::size_t line = 1;
-  std::size_t column = 1;
-};
-
 /// Calls `read` with the object that the text holds; false, and nothing has been read, when it
-/// holds none. The text stays as it is, but may move to gain room after its end. Throws
-/// FeatureError, naming line and column, when the text is not JSON, as far as it is read.
-bool parseObject(std::string& text, const TextPlace& place,
-                 const std::function<void(JsonObject&)>& read);
+/// holds none. Throws FeatureError, naming line and column, when the text is not JSON, as far as it
+/// is read.
+bool parseObject(const Passage& passage, const std::function<void(JsonObject&)>& read);
 
 /// Throws FeatureError as above when the text is not a JSON object.
 void requireObject(std::string text, const TextPlace& place);

@@ -3,7 +3,7 @@
 // GeoJSON documents, and those of annotation tools.
 
 #include <array>
-#include <memory>
+#include <optional>
 #include <utility>
 
 #include <cntrformats/geojson/annotations.h>
@@ -13,18 +13,16 @@
 #include <cntrformats/geojson/geometry.h>
 #include <cntrformats/json.h>
 #include <cntrformats/otherkinds.h>
+#include <cntrformats/passages.h>
 
 namespace formats {
 
 namespace {
 
-/// Reads an element of a list. Throws FeatureError.
-using ReadElement = void (*)(std::string& text, const TextPlace& place, Feature& feature);
-
 /// A list whose elements are features.
 struct List {
   std::string_view name;
-  ReadElement read;
+  ReadPassage read;
 };
 
 constexpr List featureList{"features", readFeature};
@@ -52,6 +50,16 @@ class DocumentReader {
       : window_(source, window), keep_(keep), sink_(sink) {}
 
   void read() {
+    try {
+      readWhole();
+    } catch (const FileError&) {
+      if (isStreaming_) window_.handOver();
+      throw;
+    }
+  }
+
+ private:
+  void readWhole() {
     if (window_.next() == '\0') throw FileError("nothing in it");
     if (window_.next() != '{') refuseAsGeoJson();
     begin_ = window_.position();
@@ -68,7 +76,6 @@ class DocumentReader {
     finish();
   }
 
- private:
   [[noreturn]] static void refuseAsGeoJson() {
     throw FileError("not GeoJSON: neither a FeatureCollection, nor a Feature, nor a geometry");
   }
@@ -102,43 +109,33 @@ class DocumentReader {
   void readList(const List& list) {
     // Only now is it known that what came before the list belongs to a collection.
     if (list.name == featureList.name) {
-      const std::string before = window_.kept().substr(begin_, window_.position() - begin_);
+      const std::string before(window_.kept().substr(begin_, window_.position() - begin_));
       members_ = checkedMembers(before + "null}", beginning_);
       members_.pop_back();
       takeMembers();
     }
     isStreaming_ = true;
     isGeoJson_ = list.name == featureList.name;
-    window_.release();
+    beginFeatures(list.read);
     window_.expect('[');
     if (!window_.skip(']')) {
+      std::size_t number = 0;
       do {
-        readElement(list);
+        const std::size_t size = window_.value().size();
+        features_->add({++number}, window_.position() - size, window_.position());
       } while (window_.skip(','));
       window_.expect(']');
     }
   }
 
-  void readElement(const List& list) {
-    window_.next();
-    const TextPlace place = window_.place();
-    take(std::string(window_.value()), place, list.read, false);
-  }
-
-  void take(std::string&& element, const TextPlace& place, ReadElement readIt, bool isLone) {
-    const std::size_t number = ++number_;
-    const std::size_t size = element.size();
-    const auto text = std::make_shared<std::string>(std::move(element));
-    const bool keeps = keep_ == Keep::eSourceToo && readIt == readFeature;
-    sink_.take({{number, 0, isLone}, size, [text, place, readIt, number, keeps] {
-                  Feature feature =
-                      decoded(number, [&](Feature& made) { readIt(*text, place, made); });
-                  if (keeps) feature.text = std::move(*text);
-                  return feature;
-                }});
+  /// From now on, features are handed over along with the text that has been passed.
+  void beginFeatures(ReadPassage readIt) {
+    features_.emplace(sink_, readIt, keep_ == Keep::eSourceToo && readIt == readFeature);
+    window_.release(*features_);
   }
 
   void finish() {
+    if (isStreaming_) window_.handOver();
     if (isStreaming_ && (!isGeoJson_ || type_ == featureCollection)) {
       if (isGeoJson_) takeMembers();
       return;
@@ -146,7 +143,9 @@ class DocumentReader {
     if (isStreaming_ || type_.size() < 2) refuseAsGeoJson();
     const std::string_view type = std::string_view(type_).substr(1, type_.size() - 2);
     if (type != "Feature" && !isGeometryType(type)) refuseAsGeoJson();
-    take(window_.kept().substr(begin_, end_ - begin_), beginning_, readFeature, true);
+    beginFeatures(readFeature);
+    features_->add({1, 0, true}, begin_, end_);
+    window_.handOver();
   }
 
   void takeMembers() { sink_.takeMembers(std::exchange(members_, {})); }
@@ -165,7 +164,8 @@ class DocumentReader {
   /// True once the list of features has been reached.
   bool isStreaming_ = false;
   bool isGeoJson_ = false;
-  std::size_t number_ = 0;
+  /// Those that have been found; nothing before the list.
+  std::optional<Passages> features_;
 };
 
 }  // namespace
@@ -176,7 +176,7 @@ void readDocument(Source& source, Keep keep, Sink& sink, std::size_t window) {
 
 void readGeoJson(Source& source, Keep keep, Sink& sink) {
   if (const char* const kind = otherKind(source.firstLine())) throw FileError(kind);
-  readDocument(source, keep, sink, windowSize);
+  readDocument(source, keep, sink, Source::mostAtOnce);
 }
 
 }  // namespace formats

@@ -1,23 +1,19 @@
 // SPDX-License-Identifier: MIT
 //
-// A long JSON text of which only a window is in memory: the value that is being looked at, and what
-// was read along with it.
+// A long JSON text, value by value.
 
 #pragma once
 
-#include <cstddef>
 #include <string>
 #include <string_view>
 
-#include <cntrformats/geojson/parse.h>
-#include <cntrformats/source.h>
+#include <cntrformats/textwindow.h>
 
 namespace formats {
 
-class Window {
+class Window : public TextWindow {
  public:
-  /// Reads up to `step` bytes at once. Keeps everything until release().
-  Window(Source& source, std::size_t step) : source_(source), step_(step) {}
+  using TextWindow::TextWindow;
 
   /// The next character that is not blank, which is not consumed; 0 at the end.
   char next();
@@ -30,33 +26,7 @@ class Window {
   /// view lasts until the next call. Throws FileError when the text ends before it.
   std::string_view value();
 
-  /// Where the next character is.
-  TextPlace place();
   [[noreturn]] void refuse(const std::string& what);
-
-  /// How much of the kept text has been read.
-  std::size_t position() const noexcept { return at_; }
-  /// The text that is kept.
-  const std::string& kept() const noexcept { return text_; }
-  /// From now on, what has been read need not be kept.
-  void release() noexcept { isKept_ = false; }
-
- private:
-  /// Reads more; false at the end. Drops the text before `begin` and moves `begin` accordingly,
-  /// unless the text is kept.
-  bool more(std::size_t& begin);
-  void countLines(std::size_t end);
-
-  Source& source_;
-  const std::size_t step_;
-  std::string text_;
-  std::size_t at_ = 0;
-  bool isKept_ = true;
-  /// How far lines have been counted, the number of the line there, and how many of its bytes
-  /// precede that place.
-  std::size_t counted_ = 0;
-  std::size_t line_ = 1;
-  std::size_t before_ = 0;
 };
 
 }  // namespace formats

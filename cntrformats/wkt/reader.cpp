@@ -10,7 +10,6 @@
 #include <array>
 #include <cctype>
 #include <cmath>
-#include <memory>
 #include <string_view>
 #include <utility>
 
@@ -19,6 +18,7 @@
 #include <cntrformats/lines.h>
 #include <cntrformats/number.h>
 #include <cntrformats/rings.h>
+#include <cntrformats/textwindow.h>
 #include <cntrformats/wkt/wkt.h>
 
 namespace formats {
@@ -267,54 +267,94 @@ class Parser {
   std::string_view rest_;
 };
 
-/// Gathers the lines of one geometry.
-class LineGatherer {
+std::string_view withoutReturn(std::string_view line) {
+  return line.substr(0, line.size() - (line.ends_with('\r') ? 1U : 0U));
+}
+
+/// The lines that are not blank, with a line feed between them.
+std::string joined(std::string_view text) {
+  std::string lines;
+  while (!text.empty()) {
+    const std::string_view line = text.substr(0, text.find('\n'));
+    text.remove_prefix(std::min(line.size() + 1, text.size()));
+    if (!isBlank(line)) lines.append(lines.empty() ? "" : "\n").append(withoutReturn(line));
+  }
+  return lines;
+}
+
+void readWktGeometry(const Passage& passage, Feature& feature) {
+  std::string_view text = passage.text;
+  if (text.ends_with('\n')) text.remove_suffix(1);
+  const bool isOneLine = text.find('\n') == std::string_view::npos;
+  feature.geometry = isOneLine ? Parser(withoutReturn(text)).whole() : Parser(joined(text)).whole();
+}
+
+/// Finds the geometries of a file.
+class WktReader {
  public:
-  bool isEmpty() const noexcept { return text_.empty(); }
-  /// No parenthesis is open.
-  bool isWhole() const noexcept { return depth_ == 0; }
-  /// True when the line begins another geometry although this one is not whole: letters occur only
-  /// within collections and at the beginning.
-  bool isBroken(const std::string& line) const {
-    return isLetter(withoutBlanks(line).front()) &&
-           !startsWith(withoutReference(text_), wktCollection);
+  WktReader(Source& source, Sink& sink)
+      : window_(source, Source::mostAtOnce), features_(sink, readWktGeometry, false) {
+    window_.release(features_);
   }
 
-  void begin(std::string&& line, std::size_t number) {
-    text_ = std::move(line);
-    line_ = number;
-    depth_ = 0;
-    count(text_);
+  void read() {
+    std::size_t lineNumber = 1;
+    while (const auto line = window_.ahead(size_, '\n')) {
+      if (size_ > 0 && isBroken(*line)) takeGeometry();
+      if (size_ > 0 || !isBlank(*line)) {
+        if (size_ == 0) begin(*line, lineNumber);
+        add(*line);
+      } else {
+        window_.pass(line->size() + 1);
+      }
+      ++lineNumber;
+    }
+    if (size_ > 0) takeGeometry();
+    window_.handOver();
+    if (number_ == 0) throw FileError("nothing in it");
   }
-
-  void add(const std::string& line) {
-    text_.append(1, '\n').append(line);
-    count(line);
-  }
-
-  std::string take() { return std::exchange(text_, {}); }
-  std::size_t line() const noexcept { return line_; }
 
  private:
-  void count(const std::string& line) {
-    depth_ += static_cast<std::ptrdiff_t>(countOf(line, '('));
-    depth_ -= static_cast<std::ptrdiff_t>(countOf(line, ')'));
-    depth_ = std::max<std::ptrdiff_t>(0, depth_);
+  /// True when the line begins another geometry although this one is not whole: letters occur only
+  /// within collections and at the beginning.
+  bool isBroken(std::string_view line) const {
+    const std::string_view text = withoutBlanks(line);
+    return !isCollection_ && !text.empty() && isLetter(text.front());
   }
 
-  std::string text_;
-  std::size_t line_ = 0;
-  /// How many parentheses are open.
-  std::ptrdiff_t depth_ = 0;
-};
+  void begin(std::string_view line, std::size_t lineNumber) {
+    begin_ = lineNumber;
+    isCollection_ = startsWith(withoutReference(line), wktCollection);
+    depth_ = 0;
+  }
 
-void take(LineGatherer& gatherer, std::size_t number, Sink& sink) {
-  const auto text = std::make_shared<std::string>(gatherer.take());
-  sink.take({{number, gatherer.line()}, text->size(), [text, number] {
-               return decoded(
-                   number, [&text](Feature& feature) { feature.geometry = Parser(*text).whole(); });
-             }});
-}
+  void add(std::string_view line) {
+    visitAny(line, 0, '(', ')', ')', [&](std::size_t at) {
+      depth_ += line[at] == '(' ? 1 : -1;
+      return false;
+    });
+    depth_ = std::max<std::ptrdiff_t>(0, depth_);
+    size_ += line.size() + 1;
+    if (depth_ == 0) takeGeometry();
+  }
+
+  void takeGeometry() {
+    const std::size_t begin = window_.position();
+    window_.pass(size_);
+    features_.add({++number_, begin_}, begin, window_.position());
+    size_ = 0;
+  }
+
+  TextWindow window_;
+  Passages features_;
+  /// How many bytes the geometry takes that is being looked at, 0 between geometries; the line that
+  /// it begins on, and how many of its parentheses are open.
+  std::size_t size_ = 0;
+  std::size_t begin_ = 1;
+  bool isCollection_ = false;
+  std::ptrdiff_t depth_ = 0;
+  std::size_t number_ = 0;
+};
 
 }  // namespace
 
@@ -328,24 +368,6 @@ bool looksLikeWkt(std::string_view line) {
                      [](unsigned char c) { return std::isalpha(c) != 0; });
 }
 
-void readWkt(Source& source, Keep /*keep*/, Sink& sink) {
-  Lines lines(source);
-  LineGatherer gatherer;
-  std::string line;
-  std::size_t number = 0;
-  while (lines.next(line)) {
-    if (isBlank(line)) continue;
-    if (!gatherer.isEmpty() && gatherer.isBroken(line)) take(gatherer, number, sink);
-    if (gatherer.isEmpty()) {
-      ++number;
-      gatherer.begin(std::move(line), lines.number());
-    } else {
-      gatherer.add(line);
-    }
-    if (gatherer.isWhole()) take(gatherer, number, sink);
-  }
-  if (number == 0) throw FileError("nothing in it");
-  if (!gatherer.isEmpty()) take(gatherer, number, sink);
-}
+void readWkt(Source& source, Keep /*keep*/, Sink& sink) { WktReader(source, sink).read(); }
 
 }  // namespace formats

@@ -27,8 +27,16 @@ TEST(Characters, AreCountedAndFoundWhereverTheyAre) {
     const auto count = static_cast<std::size_t>(std::count(text.begin(), text.end(), '{'));
     ASSERT_EQ(formats::countOf(text, '{'), count) << i;
     const std::size_t from = random.below(text.size() + 1);
-    const std::size_t found = std::min(text.find_first_of("{\"}", from), text.size());
-    ASSERT_EQ(formats::findAny(text, from, '{', '"', '}'), found) << i;
+    std::size_t at = text.find_first_of("{\"}", from);
+    const std::size_t last = random.below(text.size() + 1);
+    const bool isStopped = formats::visitAny(text, from, '{', '"', '}', [&](std::size_t found) {
+      EXPECT_EQ(found, at) << i;
+      at = text.find_first_of("{\"}", found + 1);
+      return found >= last;
+    });
+    ASSERT_EQ(isStopped, text.find_first_of("{\"}", std::max(from, last)) != std::string::npos)
+        << i;
+    ASSERT_TRUE(isStopped || at == std::string::npos) << i;
   }
   EXPECT_EQ(formats::countOf(std::string(100000, '('), '('), 100000U);
 }

@@ -38,13 +38,14 @@ TEST(Source, HandsOverNoMoreThanIsAskedForAndEverythingInTheEnd) {
   const std::string expected = all(plain);
   Source source(path);
   source.firstLine();
-  std::string text = "before";
-  EXPECT_TRUE(source.appendTo(text, 7));
-  EXPECT_EQ(text, "before" + expected.substr(0, 7));
+  TextBuffer read;
+  read.append("before");
+  EXPECT_TRUE(source.appendTo(read, 7));
+  EXPECT_EQ(read.text(), "before" + expected.substr(0, 7));
   EXPECT_EQ(source.position(), 7U);
-  while (source.appendTo(text, 1000)) EXPECT_EQ(source.position(), text.size() - 6);
-  EXPECT_EQ(text, "before" + expected);
-  EXPECT_FALSE(source.appendTo(text, 1000));
+  while (source.appendTo(read, 1000)) EXPECT_EQ(source.position(), read.text().size() - 6);
+  EXPECT_EQ(read.text(), "before" + expected);
+  EXPECT_FALSE(source.appendTo(read, 1000));
 }
 
 TEST(Source, ATextIsReadAsAFileIs) {

@@ -139,7 +139,7 @@ class Collector : public Sink {
       progress_.clear();
       session_.diagnostics.badFeature(files_.back(), record.location, complaint);
     }
-    progress_.count();
+    progress_.count(1);
     progress_.update();
   }
 

@@ -5,6 +5,7 @@
 #pragma once
 
 #include <iosfwd>
+#include <iterator>
 #include <memory>
 #include <string>
 #include <vector>
@@ -16,14 +17,22 @@ namespace tool {
 
 using Row = std::vector<Cell>;
 
-/// The rows of one feature, prepared as far as that is possible without the others.
+/// The rows of one feature, or of several, prepared as far as that is possible without the others.
 struct PreparedRows {
   std::vector<Row> rows;
   std::string text;
+
+  bool isEmpty() const { return rows.empty() && text.empty(); }
+  /// Adds those that follow, which the same writer has prepared.
+  void append(PreparedRows&& next) {
+    rows.insert(rows.end(), std::make_move_iterator(next.rows.begin()),
+                std::make_move_iterator(next.rows.end()));
+    text += next.text;
+  }
 };
 
-/// Takes the rows of one feature after the other; each has a cell for every column. Only prepare()
-/// may be called on several threads.
+/// Takes the rows of the features in their order; each row has a cell for every column. Only
+/// prepare() may be called on several threads.
 class RowWriter {
  public:
   virtual ~RowWriter() = default;

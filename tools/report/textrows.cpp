@@ -46,15 +46,14 @@ class JsonRows : public RowWriter {
 
   PreparedRows prepare(std::vector<Row> rows) const override {
     std::string text;
-    for (const Row& row : rows) {
-      text.append(text.empty() ? "" : separator).append(objectOf(columns_, row));
-    }
+    for (const Row& row : rows) text.append(separator).append(objectOf(columns_, row));
     return {{}, text};
   }
 
   void write(PreparedRows rows) override {
     if (rows.text.empty()) return;
-    out_ << (hasRows_ ? separator : "[\n") << rows.text;
+    if (!hasRows_) rows.text.front() = '[';
+    out_ << rows.text;
     hasRows_ = true;
   }
 
@@ -62,6 +61,7 @@ class JsonRows : public RowWriter {
   bool isStreaming() const override { return true; }
 
  private:
+  /// Before each row; the first has a bracket in place of the comma.
   static constexpr const char* separator = ",\n";
 
   std::ostream& out_;

@@ -36,56 +36,96 @@ std::string nameOf(const Feature& feature) {
   return name;
 }
 
-/// One feature from its record to its answer.
-class FeatureJob : public Job {
- public:
-  /// `reached` is the number of bytes in all files up to its end.
-  FeatureJob(Work& work, const std::string& file, Record record, std::uint64_t reached)
-      : work_(work),
-        origin_{file, record.location},
-        record_(std::move(record)),
-        reached_(reached) {}
+/// What became of a feature, or of several in a row that nothing is to be said about.
+struct Outcome {
+  Location location;
+  std::string name;
+  Answer answer;
+};
 
+/// Features are answered many at a time, so that small ones have little overhead.
+constexpr std::size_t mostFeaturesInJob = 64;
+constexpr std::size_t mostBytesInJob = std::size_t{1} << 16U;
+
+/// A few features of a file from their records to their answers.
+class FeaturesJob : public Job {
+ public:
+  FeaturesJob(Work& work, const std::string& file) : work_(work), file_(file) {}
+
+  void add(Record&& record) {
+    size_ += record.size;
+    records_.push_back(std::move(record));
+  }
+
+  /// `reached` is the number of bytes in all files up to the end of the last feature.
+  void end(std::uint64_t reached) { reached_ = reached; }
+
+  bool isEmpty() const { return records_.empty(); }
+  bool isFull() const { return records_.size() >= mostFeaturesInJob || size_ >= mostBytesInJob; }
+
+  /// Releases the records, whose memory is then free again before it is this job's turn to finish.
   void work() override {
-    try {
-      Feature feature = record_.decode();
-      isWanted_ = work_.isWanted == nullptr || work_.isWanted(feature);
-      if (!isWanted_) return;
-      name_ = nameOf(feature);
-      if (feature.problem.empty()) {
-        answer_ = work_.answerer.answer(origin_, std::move(feature));
-      } else {
-        answer_ = work_.answerer.answerUnreadable(origin_, feature);
-        answer_.complaint = feature.problem;
-      }
-    } catch (const FeatureError& error) {
-      answer_.complaint = error.what();
-    } catch (const qcException& error) {
-      answer_.complaint = messageOf(error);
+    for (const Record& record : std::exchange(records_, {})) {
+      answer(record);
+      ++answered_;
     }
   }
 
   void finish() override {
-    if (!answer_.complaint.empty()) {
-      work_.progress.clear();
-      work_.session.diagnostics.badFeature(origin_.file, origin_.location, answer_.complaint,
-                                           name_);
+    for (Outcome& outcome : outcomes_) {
+      if (!outcome.answer.complaint.empty()) {
+        work_.progress.clear();
+        work_.session.diagnostics.badFeature(file_, outcome.location, outcome.answer.complaint,
+                                             outcome.name);
+      }
+      work_.answerer.write(std::move(outcome.answer));
     }
-    if (isWanted_) work_.answerer.write(std::move(answer_));
-    work_.progress.count();
+    work_.progress.count(answered_);
     work_.progress.reach(reached_);
     work_.progress.update();
     if (!work_.session.out) throw StandardOutputError();
   }
 
  private:
+  void answer(const Record& record) {
+    const Origin origin{file_, record.location};
+    Outcome outcome{record.location, {}, {}};
+    try {
+      Feature feature = record.decode();
+      if (work_.isWanted != nullptr && !work_.isWanted(feature)) return;
+      outcome.name = nameOf(feature);
+      if (feature.problem.empty()) {
+        outcome.answer = work_.answerer.answer(origin, std::move(feature));
+      } else {
+        outcome.answer = work_.answerer.answerUnreadable(origin, feature);
+        outcome.answer.complaint = feature.problem;
+      }
+    } catch (const FeatureError& error) {
+      outcome.answer.complaint = error.what();
+    } catch (const qcException& error) {
+      outcome.answer.complaint = messageOf(error);
+    }
+    take(std::move(outcome));
+  }
+
+  /// Rows about which nothing is to be said become a part of those before them.
+  void take(Outcome&& outcome) {
+    const bool areRowsAlone = outcome.answer.complaint.empty() && !outcome.answer.feature &&
+                              !outcome.answer.rows.isEmpty();
+    if (areRowsAlone && !outcomes_.empty() && !outcomes_.back().answer.feature) {
+      outcomes_.back().answer.rows.append(std::move(outcome.answer.rows));
+    } else {
+      outcomes_.push_back(std::move(outcome));
+    }
+  }
+
   Work& work_;
-  Origin origin_;
-  Record record_;
-  std::uint64_t reached_;
-  bool isWanted_ = true;
-  std::string name_;
-  Answer answer_;
+  const std::string& file_;
+  std::vector<Record> records_;
+  std::size_t size_ = 0;
+  std::uint64_t reached_ = 0;
+  std::size_t answered_ = 0;
+  std::vector<Outcome> outcomes_;
 };
 
 class MembersJob : public Job {
@@ -124,21 +164,31 @@ class Jobs : public Sink {
       : work_(work), queue_(queue), input_(input), before_(before) {}
 
   void take(Record record) override {
-    const std::size_t size = record.size;
-    const std::uint64_t reached = before_ + input_.source->taken();
-    queue_.add(std::make_unique<FeatureJob>(work_, input_.name, std::move(record), reached), size);
-    if (input_.source->isWaiting()) queue_.flush();
+    job_->add(std::move(record));
+    if (job_->isFull()) pause();
+  }
+
+  void pause() override {
+    if (job_->isEmpty()) return;
+    job_->end(before_ + input_.source->taken());
+    queue_.add(std::exchange(job_, newJob()));
   }
 
   void takeMembers(Members&& members) override {
-    queue_.add(std::make_unique<MembersJob>(work_, std::move(members)), 0);
+    pause();
+    queue_.add(std::make_unique<MembersJob>(work_, std::move(members)));
   }
 
  private:
+  std::unique_ptr<FeaturesJob> newJob() {
+    return std::make_unique<FeaturesJob>(work_, input_.name);
+  }
+
   Work& work_;
   JobQueue& queue_;
   const Input& input_;
   std::uint64_t before_;
+  std::unique_ptr<FeaturesJob> job_ = newJob();
 };
 
 /// The total size of the files in bytes; 0 when one of them has an unknown size.
@@ -163,15 +213,24 @@ void answerAll(Inputs& inputs, Session& session, Answerer& answerer) {
   // The names are needed until the last job is finished.
   std::list<Input> opened;
   std::uint64_t taken = 0;
+  const auto readInto = [&](JobQueue& queue, const Input& input) {
+    Jobs jobs(work, queue, input, taken);
+    try {
+      input.read(inputs.keep, jobs);
+    } catch (...) {
+      jobs.pause();
+      throw;
+    }
+    jobs.pause();
+    taken += input.source->taken();
+  };
   const auto readFile = [&](JobQueue& queue, const std::string& file) {
     try {
       opened.push_back(inputs.first ? *std::exchange(inputs.first, std::nullopt)
                                     : openInput(file, inputs.from));
-      Jobs jobs(work, queue, opened.back(), taken);
-      opened.back().read(inputs.keep, jobs);
-      taken += opened.back().source->taken();
+      readInto(queue, opened.back());
     } catch (const FileError& error) {
-      queue.add(std::make_unique<BadFileJob>(work, displayName(file), error.what()), 0);
+      queue.add(std::make_unique<BadFileJob>(work, displayName(file), error.what()));
     }
   };
   runInOrder(

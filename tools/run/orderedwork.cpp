@@ -16,58 +16,54 @@ namespace tool {
 
 namespace {
 
-/// Jobs are handed on in batches, so that short ones have little overhead.
-constexpr std::size_t mostJobsInBatch = 64;
-constexpr std::size_t mostBytesInBatch = std::size_t{1} << 16U;
-constexpr std::size_t batchesForEachWorker = 4;
+constexpr std::size_t jobsForEachWorker = 4;
 /// How often `idle` runs while nothing is ready.
 constexpr std::chrono::milliseconds patience{100};
 
-struct Batch {
-  std::vector<std::unique_ptr<Job>> jobs;
-  /// What stopped the jobs or the producer; thrown after the jobs that remain.
+struct Task {
+  /// Null when there is only a failure.
+  std::unique_ptr<Job> job;
+  /// What stopped the job or the producer.
   std::exception_ptr failure;
   bool isDone = false;
 };
 
-using BatchHandle = std::shared_ptr<Batch>;
+using TaskHandle = std::shared_ptr<Task>;
 
 /// Thrown in the producer when no more jobs are wanted.
 struct Stopped {};
 
-void work(Batch& batch) {
-  auto job = batch.jobs.begin();
+void work(Task& task) {
   try {
-    for (; job != batch.jobs.end(); ++job) (*job)->work();
+    task.job->work();
   } catch (...) {
-    batch.failure = std::current_exception();
-    batch.jobs.erase(job, batch.jobs.end());
+    task.failure = std::current_exception();
   }
 }
 
-/// The batches under way, in order; shared by all threads.
+/// The tasks under way, in order; shared by all threads.
 class Belt {
  public:
   explicit Belt(std::size_t capacity) : capacity_(capacity) {}
 
   /// Waits for room. Throws Stopped.
-  void put(const BatchHandle& batch) {
+  void put(const TaskHandle& task) {
     std::unique_lock lock(mutex_);
     changed_.wait(lock, [this] { return inOrder_.size() < capacity_ || isStopped_; });
     if (isStopped_) throw Stopped();
-    inOrder_.push_back(batch);
-    if (!batch->isDone) waiting_.push_back(batch);
+    inOrder_.push_back(task);
+    if (!task->isDone) waiting_.push_back(task);
     changed_.notify_all();
   }
 
-  /// No more batches will be put.
+  /// No more tasks will be put.
   void close() {
     const std::lock_guard lock(mutex_);
     isClosed_ = true;
     changed_.notify_all();
   }
 
-  /// No more batches are wanted.
+  /// No more tasks are wanted.
   void stop() {
     const std::lock_guard lock(mutex_);
     isStopped_ = true;
@@ -75,24 +71,24 @@ class Belt {
     changed_.notify_all();
   }
 
-  /// The next batch to work on; null when there will be none.
-  BatchHandle takeWaiting() {
+  /// The next task to work on; null when there will be none.
+  TaskHandle takeWaiting() {
     std::unique_lock lock(mutex_);
     changed_.wait(lock, [this] { return !waiting_.empty() || isClosed_ || isStopped_; });
     if (waiting_.empty()) return nullptr;
-    BatchHandle batch = waiting_.front();
+    TaskHandle task = waiting_.front();
     waiting_.pop_front();
-    return batch;
+    return task;
   }
 
-  void markDone(Batch& batch) {
+  void markDone(Task& task) {
     const std::lock_guard lock(mutex_);
-    batch.isDone = true;
+    task.isDone = true;
     changed_.notify_all();
   }
 
-  /// The next batch in order, once it is done; null at the end.
-  BatchHandle takeDone(const std::function<void()>& idle) {
+  /// The next task in order, once it is done; null at the end.
+  TaskHandle takeDone(const std::function<void()>& idle) {
     std::unique_lock lock(mutex_);
     while (!isNextKnown()) {
       lock.unlock();
@@ -101,10 +97,10 @@ class Belt {
       changed_.wait_for(lock, patience, [this] { return isNextKnown(); });
     }
     if (inOrder_.empty()) return nullptr;
-    BatchHandle batch = inOrder_.front();
+    TaskHandle task = inOrder_.front();
     inOrder_.pop_front();
     changed_.notify_all();
-    return batch;
+    return task;
   }
 
  private:
@@ -113,38 +109,28 @@ class Belt {
   const std::size_t capacity_;
   std::mutex mutex_;
   std::condition_variable changed_;
-  std::deque<BatchHandle> inOrder_;
-  std::deque<BatchHandle> waiting_;
+  std::deque<TaskHandle> inOrder_;
+  std::deque<TaskHandle> waiting_;
   bool isClosed_ = false;
   bool isStopped_ = false;
 };
 
-class BatchingQueue : public JobQueue {
+class BeltQueue : public JobQueue {
  public:
-  explicit BatchingQueue(Belt& belt) : belt_(belt) {}
+  explicit BeltQueue(Belt& belt) : belt_(belt) {}
 
-  void add(std::unique_ptr<Job> job, std::size_t size) override {
-    batch_->jobs.push_back(std::move(job));
-    size_ += size;
-    if (batch_->jobs.size() >= mostJobsInBatch || size_ >= mostBytesInBatch) flush();
-  }
-
-  void flush() override {
-    if (batch_->jobs.empty()) return;
-    belt_.put(std::exchange(batch_, std::make_shared<Batch>()));
-    size_ = 0;
+  void add(std::unique_ptr<Job> job) override {
+    belt_.put(std::make_shared<Task>(Task{std::move(job), nullptr, false}));
   }
 
  private:
   Belt& belt_;
-  BatchHandle batch_ = std::make_shared<Batch>();
-  std::size_t size_ = 0;
 };
 
 /// A failure takes its place after what was produced before it.
 void produceAll(Belt& belt, const std::function<void(JobQueue&)>& produce) {
   try {
-    BatchingQueue queue(belt);
+    BeltQueue queue(belt);
     std::exception_ptr failure;
     try {
       produce(queue);
@@ -153,24 +139,23 @@ void produceAll(Belt& belt, const std::function<void(JobQueue&)>& produce) {
     } catch (...) {
       failure = std::current_exception();
     }
-    queue.flush();
-    if (failure) belt.put(std::make_shared<Batch>(Batch{{}, failure, true}));
+    if (failure) belt.put(std::make_shared<Task>(Task{nullptr, failure, true}));
   } catch (const Stopped&) {  // NOLINT(bugprone-empty-catch)
   }
   belt.close();
 }
 
 void workAll(Belt& belt) {
-  while (const BatchHandle batch = belt.takeWaiting()) {
-    work(*batch);
-    belt.markDone(*batch);
+  while (const TaskHandle task = belt.takeWaiting()) {
+    work(*task);
+    belt.markDone(*task);
   }
 }
 
 void finishAll(Belt& belt, const std::function<void()>& idle) {
-  while (const BatchHandle batch = belt.takeDone(idle)) {
-    for (const auto& job : batch->jobs) job->finish();
-    if (batch->failure) std::rethrow_exception(batch->failure);
+  while (const TaskHandle task = belt.takeDone(idle)) {
+    if (task->job != nullptr) task->job->finish();
+    if (task->failure) std::rethrow_exception(task->failure);
   }
 }
 
@@ -199,7 +184,7 @@ class Crew {
 
 void runInOrder(unsigned workers, const std::function<void(JobQueue&)>& produce,
                 const std::function<void()>& idle) {
-  Belt belt(batchesForEachWorker * workers);
+  Belt belt(jobsForEachWorker * workers);
   Crew crew(belt);
   crew.start([&belt, &produce] { produceAll(belt, produce); });
   for (unsigned k = 0; k < workers; ++k) crew.start([&belt] { workAll(belt); });

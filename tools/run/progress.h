@@ -20,7 +20,7 @@ class Progress {
   Progress(std::ostream& out, bool isShown, std::uint64_t total = 0)
       : out_(out), isShown_(isShown), total_(total) {}
 
-  void count() { ++features_; }
+  void count(std::size_t features) { features_ += features; }
   /// This many bytes have been read and dealt with.
   void reach(std::uint64_t bytes) { reached_ = bytes; }
   /// Updates the line, a few times a second.

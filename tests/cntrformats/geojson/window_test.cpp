@@ -42,7 +42,7 @@ std::string described(const texts::Found& found) {
 }  // namespace
 
 TEST(Window, ItsSizeChangesNothing) {
-  const auto whole = texts::readDocument(collection, windowSize);
+  const auto whole = texts::readDocument(collection, Source::mostAtOnce);
   ASSERT_EQ(whole.features.size(), 2);
   EXPECT_THAT(whole.complaints,
               ElementsAre("2: a Point has no outline",
@@ -67,7 +67,8 @@ TEST(Window, FlawsAreNamedWithTheirPlaceWhateverItsSize) {
        "not JSON: line 6, column 9: a comma, a bracket or a value is missing, wrong or too much"},
       {open + "{}]} x", "not JSON: line 6, column 6: something follows the end"}};
   for (const auto& [text, flaw] : flaws) {
-    for (const std::size_t size : {std::size_t{1}, std::size_t{2}, std::size_t{50}, windowSize}) {
+    for (const std::size_t size :
+         {std::size_t{1}, std::size_t{2}, std::size_t{50}, Source::mostAtOnce}) {
       EXPECT_EQ(texts::flawOfDocument(text, size), flaw) << size;
     }
   }

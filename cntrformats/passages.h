@@ -1,0 +1,40 @@
+// SPDX-License-Identifier: MIT
+//
+// Features that are parts of a text, handed over many at a time together with it.
+
+#pragma once
+
+#include <memory>
+
+#include <cntrformats/passage.h>
+#include <cntrformats/reader.h>
+#include <cntrformats/textbuffer.h>
+
+namespace formats {
+
+/// Reads a feature from the part of a text that holds it. Throws FeatureError.
+using ReadPassage = void (*)(const Passage& passage, Feature& feature);
+
+class Passages {
+ public:
+  /// Features keep their text if `keepsText`.
+  Passages(Sink& sink, ReadPassage read, bool keepsText);
+
+  /// A feature from `begin` to `end` in the text that is handed over next.
+  void add(const Location& location, std::size_t begin, std::size_t end);
+  /// Hands over all features that have been added since the last time, with the text that holds
+  /// them and the place where that begins.
+  void handOver(TextBuffer&& text, const TextPlace& start);
+  /// See Sink.
+  void pause() { sink_.pause(); }
+
+ private:
+  class Gathered;
+
+  Sink& sink_;
+  ReadPassage read_;
+  bool keepsText_;
+  std::shared_ptr<Gathered> gathered_;
+};
+
+}  // namespace formats
