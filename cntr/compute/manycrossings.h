@@ -28,6 +28,8 @@ class OwnedEdges {
   /// The box of all edges.
   const plane::Box& bounds() const noexcept { return tree_.bounds(); }
 
+  const index::BoxTree& tree() const noexcept { return tree_; }
+
   /// Calls visit(owned) for the edges whose boxes share a point with `box`, in no particular order,
   /// until a visit returns false. Returns false when a visit did.
   template <class Visit>

@@ -51,38 +51,42 @@ class WorkingList {
 };
 
 /// Tells which boundaries come near a box: by their own boxes, or by those of their edges once the
-/// former have proved to overlap too often.
+/// former have proved to overlap too often. What has been found for a boundary is not looked at
+/// again for it, however it grows.
 class Neighbours {
  public:
   Neighbours(const std::vector<CrossingTarget>& boundaries, const index::RegionIndex& index)
-      : boundaries_(boundaries), index_(index) {}
+      : boundaries_(boundaries), index_(index), found_(index.tree) {}
 
-  /// Calls visit(number) for the boundaries near one of them, this one among them; for some of them
-  /// several times.
+  /// Calls visit(number) for the boundaries near one of them, this one among them. Begins to look
+  /// for what is near that one.
   template <class Visit>
   void forEachNear(std::size_t number, Visit visit) {
-    if (!edges_) return forEachNear(index_.boxes[number], visit);
+    if (!edges_ && index::wantsEdgesOfSet(boundaries_.size(), pairs_)) {
+      edges_.emplace(paths());
+      found_ = index::BoxTree::Found(edges_->tree());
+    }
+    found_.forget();
+    if (!edges_) return forEachNew(index_.boxes[number], visit);
     plane::forEachEdge(boundaries_[number].path,
                        [&](const qcVector<2>& from, const qcVector<2>& to) {
-                         forEachNear(plane::edgeBox(from, to), visit);
+                         forEachNew(plane::edgeBox(from, to), visit);
                        });
   }
 
+  /// The same for those near a box that have not been found for the boundary yet; for some of them
+  /// several times.
   template <class Visit>
-  void forEachNear(const plane::Box& box, Visit visit) {
+  void forEachNew(const plane::Box& box, Visit visit) {
     if (edges_) {
-      edges_->forEachTouching(box, [&](const OwnedEdges::Owned& owned) {
-        visit(owned.path);
-        return true;
+      edges_->tree().forEachNewTouching(box, found_,
+                                        [&](std::size_t edge) { visit(edges_->all()[edge].path); });
+    } else {
+      index_.tree.forEachNewTouching(box, found_, [&](std::size_t number) {
+        ++pairs_;
+        visit(number);
       });
-      return;
     }
-    index_.tree.forEachTouching(box, [&](std::size_t number) {
-      ++pairs_;
-      visit(number);
-      return true;
-    });
-    if (index::wantsEdgesOfSet(boundaries_.size(), pairs_)) edges_.emplace(paths());
   }
 
  private:
@@ -95,6 +99,7 @@ class Neighbours {
 
   const std::vector<CrossingTarget>& boundaries_;
   const index::RegionIndex& index_;
+  index::BoxTree::Found found_;
   std::size_t pairs_ = 0;
   std::optional<OwnedEdges> edges_;
 };
@@ -136,7 +141,7 @@ class Merging {
       if (!changed) return {};
       list_.giveUp(j);
       for (const plane::Box& box : *changed) {
-        neighbours_.forEachNear(box, [&](std::size_t near) { await(near, i, j); });
+        neighbours_.forEachNew(box, [&](std::size_t near) { await(near, i, j); });
       }
     }
     return grown ? grown->points() : std::vector<qcVector<2>>();

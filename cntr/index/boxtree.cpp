@@ -56,6 +56,13 @@ BoxTree::BoxTree(const std::vector<plane::Box>& boxes)
       boxes_(inOrder(boxes, numbers_)),
       hierarchy_(leavesOver(boxes_), boxes_.size()) {}
 
+BoxTree::Found::Found(const BoxTree& tree) : slots_(tree.boxes_.size(), 0) {
+  for (std::size_t level = 0; level < tree.hierarchy_.levelCount(); ++level) {
+    levels_.emplace_back(tree.hierarchy_.boxes(level).size());
+    wholes_.emplace_back(tree.hierarchy_.boxes(level).size(), 0);
+  }
+}
+
 std::vector<std::size_t> BoxTree::touching(const plane::Box& box) const {
   std::vector<std::size_t> found;
   forEachTouching(box, [&](std::size_t number) {

@@ -6,6 +6,7 @@
 
 #include <array>
 #include <cstddef>
+#include <cstdint>
 #include <vector>
 
 #include <cntr/index/boxhierarchy.h>
@@ -15,6 +16,28 @@ namespace cntr::index {
 /// A tree over numbered boxes with finite corners. It never changes once built.
 class BoxTree {
  public:
+  /// What one round of searches has found, so that the next searches of the round pass it by.
+  class Found {
+   public:
+    explicit Found(const BoxTree& tree);
+    /// Begins a new round, in which nothing has been found. O(1).
+    void forget() noexcept { ++round_; }
+
+   private:
+    friend class BoxTree;
+    /// How many of the boxes under one of the hierarchy have been found, all in the same round.
+    struct Share {
+      std::uint64_t round = 0;
+      std::uint32_t count = 0;
+    };
+
+    std::uint64_t round_ = 1;
+    std::vector<std::vector<Share>> levels_;
+    /// The round in which each box of each level was found as a whole, and each slot.
+    std::vector<std::vector<std::uint64_t>> wholes_;
+    std::vector<std::uint64_t> slots_;
+  };
+
   explicit BoxTree(const std::vector<plane::Box>& boxes);
 
   /// The box of all boxes.
@@ -32,6 +55,17 @@ class BoxTree {
                                    }
                                    return true;
                                  });
+  }
+
+  /// Calls visit(number) for those of them that this round has not found yet. In a round every box
+  /// is visited once, and parts of the tree that have been found as a whole cost nothing.
+  template <class Visit>
+  void forEachNewTouching(const plane::Box& box, Found& found, Visit visit) const {
+    const std::size_t top = hierarchy_.levelCount();
+    if (top == 0) return;
+    for (std::size_t i = 0; i < hierarchy_.boxes(top - 1).size(); ++i) {
+      findNew(top - 1, i, box, found, visit);
+    }
   }
 
   /// The numbers of the boxes that share a point with `box`, ascending; touching counts.
@@ -59,6 +93,31 @@ class BoxTree {
   }
 
  private:
+  /// Visits what is new under box i of a level; true when nothing is left under it.
+  template <class Visit>
+  bool findNew(std::size_t level, std::size_t i, const plane::Box& box, Found& found,
+               Visit& visit) const {
+    const auto [first, last] = hierarchy_.childrenOf(level, i);
+    Found::Share& share = found.levels_[level][i];
+    if (share.round != found.round_) share = {found.round_, 0};
+    if (share.count == last - first) return true;
+    if (!plane::overlaps(hierarchy_.boxes(level)[i], box)) return false;
+    for (std::size_t child = first; child < last; ++child) {
+      std::uint64_t& known = level == 0 ? found.slots_[child] : found.wholes_[level - 1][child];
+      if (known == found.round_) continue;
+      if (level > 0) {
+        if (!findNew(level - 1, child, box, found, visit)) continue;
+      } else if (plane::overlaps(boxes_[child], box)) {
+        visit(numbers_[child]);
+      } else {
+        continue;
+      }
+      known = found.round_;
+      ++share.count;
+    }
+    return share.count == last - first;
+  }
+
   template <class Limit, class VisitRun>
   void forEachRunByDistance(const qcVector<2>& p, Limit limit, VisitRun visitRun) const {
     hierarchy_.forEachRunByBound(

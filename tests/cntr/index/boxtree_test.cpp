@@ -82,6 +82,31 @@ TEST(BoxTreeTest, FindsTheSameBoxesAsALookAtEveryOne) {
   }
 }
 
+TEST(BoxTreeTest, FindsEveryBoxOnceInARound) {
+  shapes::Random random(36);
+  for (std::size_t i = 0; i < repetitions(300); ++i) {
+    const std::vector<Box> boxes = anyBoxes(random);
+    const BoxTree tree(boxes);
+    BoxTree::Found found(tree);
+    for (int round = 0; round < 3; ++round) {
+      found.forget();
+      std::vector<bool> isKnown(boxes.size(), false);
+      for (int search = 0; search < 8; ++search) {
+        const Box wanted = search == 7 ? tree.bounds() : anyBox(random, 60);
+        Numbers expected;
+        for (std::size_t k = 0; k < boxes.size(); ++k) {
+          if (!isKnown[k] && overlaps(boxes[k], wanted)) expected.push_back(k);
+          isKnown[k] = isKnown[k] || overlaps(boxes[k], wanted);
+        }
+        Numbers met;
+        tree.forEachNewTouching(wanted, found, [&](std::size_t k) { met.push_back(k); });
+        std::sort(met.begin(), met.end());
+        ASSERT_EQ(met, expected) << "search " << search << " of round " << i;
+      }
+    }
+  }
+}
+
 /// Both orders of visits.
 const auto byDistance = [](const BoxTree& tree, const qcVector<2>& p, auto limit, auto visit) {
   tree.forEachByDistance(p, limit, visit);
