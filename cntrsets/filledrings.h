@@ -16,7 +16,7 @@
 namespace cntr::sets {
 
 /// See qf_RingContact(). `box` is that of all vertices.
-qcRingContact contactOf(const RingList& list, const plane::Box& box);
+CNTRSETS_EXPORT qcRingContact contactOf(const RingList& list, const plane::Box& box);
 
 // Of rings that bound their area simply, in the coordinates of the frame; nothing where they bound
 // no area. The frame is that of the rings: its power of two changes no digit of a sum.
@@ -27,10 +27,11 @@ struct AreaAndCentre {
 };
 
 /// The area, 0 for none.
-double areaIn(const Frame& frame, const RingList& list);
+CNTRSETS_EXPORT double areaIn(const Frame& frame, const RingList& list);
 /// The same and the centre of mass, the same bits as among the moments.
-std::optional<AreaAndCentre> areaAndCentreIn(const Frame& frame, const RingList& list);
+CNTRSETS_EXPORT std::optional<AreaAndCentre> areaAndCentreIn(const Frame& frame,
+                                                             const RingList& list);
 /// Both, and the second moments about the centre.
-std::optional<qc_InertiaData> momentsIn(const Frame& frame, const RingList& list);
+CNTRSETS_EXPORT std::optional<qc_InertiaData> momentsIn(const Frame& frame, const RingList& list);
 
 }  // namespace cntr::sets

@@ -16,6 +16,7 @@
 #include <cntr/plane/box.h>
 #include <cntr/plane/lanes.h>
 #include <cntr/plane/twofold.h>
+#include <cntrsets/export.h>
 #include <cntrsets/frame.h>
 
 namespace cntr::sets {
@@ -61,7 +62,7 @@ struct LaneVertices {
 };
 
 /// A single ring. An object can read one ring after the other, which spares it its memory.
-class LoneRing {
+class CNTRSETS_EXPORT LoneRing {
  public:
   static constexpr std::size_t fewest = 3;
   static constexpr std::size_t most = 1024;
@@ -100,6 +101,7 @@ class LoneRing {
 /// where the sums are not good enough for that. Only the mixed moment may have other bits: it may
 /// be off by less than 2^-58. Of rings that are nearly symmetric it is next to nothing, and its
 /// last digits are rounding errors however they are summed up.
-std::optional<LoneMass> massOf(const LoneSums& sums, const Frame& frame, bool withMoments);
+CNTRSETS_EXPORT std::optional<LoneMass> massOf(const LoneSums& sums, const Frame& frame,
+                                               bool withMoments);
 
 }  // namespace cntr::sets

@@ -7,6 +7,7 @@
 #include <cstdint>
 
 #include <cntrtable/arrow.h>
+#include <cntrtable/export.h>
 #include <cntrtable/outlines.h>
 
 /// The features of a column, which is taken over and released once, whatever happens: at once, or
@@ -25,12 +26,12 @@
 /// contradicts itself: a structure that has been released or is not complete, negative lengths,
 /// offsets that go backwards or beyond the items. The sizes of buffers are not part of the
 /// interface: they are as large as the lengths demand.
-qcOutlines qf_FromArrow(const ArrowSchema* schema, ArrowArray* array);
+CNTRTABLE_EXPORT qcOutlines qf_FromArrow(const ArrowSchema* schema, ArrowArray* array);
 
 /// The features of all columns of a stream, one after the other: those of a single column as above,
 /// several copied. The stream is taken over and released once. Throws what the other one throws,
 /// and BadParams with the stream's own message when it fails.
-qcOutlines qf_FromArrow(ArrowArrayStream* stream);
+CNTRTABLE_EXPORT qcOutlines qf_FromArrow(ArrowArrayStream* stream);
 
 /// How features are laid out.
 enum class qcArrowLayout : std::uint8_t {
@@ -54,5 +55,6 @@ enum class qcArrowCoordinates : std::uint8_t {
 /// The features as a column named "geometry"; those that are eNothing are null. Rings repeat their
 /// first vertex. Labels and edge elements are left out. Throws qcContourDefs::BadParams, naming the
 /// first feature that the layout cannot hold.
-qcArrowColumn qf_ToArrow(const qcOutlines& outlines, qcArrowLayout layout = qcArrowLayout::eFitting,
-                         qcArrowCoordinates coordinates = qcArrowCoordinates::eInterleaved);
+CNTRTABLE_EXPORT qcArrowColumn
+qf_ToArrow(const qcOutlines& outlines, qcArrowLayout layout = qcArrowLayout::eFitting,
+           qcArrowCoordinates coordinates = qcArrowCoordinates::eInterleaved);

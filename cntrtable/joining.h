@@ -8,12 +8,15 @@
 #include <span>
 #include <vector>
 
+#include <cntrtable/export.h>
 #include <cntrtable/outlines.h>
 
 /// Pairs of an outline and a point that lies in it: pair number i is outlines[i] and points[i],
 /// numbers from 0.
 struct qcInsidePairs {
+  /// The feature of each pair.
   std::vector<std::int64_t> outlines;
+  /// The point of each pair.
   std::vector<std::int64_t> points;
 };
 
@@ -25,5 +28,5 @@ struct qcInsidePairs {
 /// Only points in a feature's box are asked about. `threads` is how many share the work, 0 for as
 /// many as there are processors: the pairs are the same whatever their number. Throws
 /// qcContourDefs::BadParams for an odd number of coordinates.
-qcInsidePairs qf_InsideJoin(const qcOutlines& outlines, std::span<const double> points,
-                            unsigned threads = 0);
+CNTRTABLE_EXPORT qcInsidePairs qf_InsideJoin(const qcOutlines& outlines,
+                                             std::span<const double> points, unsigned threads = 0);

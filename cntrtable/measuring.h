@@ -8,6 +8,7 @@
 #include <string>
 
 #include <cntrtable/arrow.h>
+#include <cntrtable/export.h>
 #include <cntrtable/outlines.h>
 
 /// A record batch with a row for each feature: the columns asked for, in that order, then `status`
@@ -23,5 +24,6 @@
 /// `threads` is how many share the work, 0 for as many as there are processors: the answers are the
 /// same bits whatever their number. Throws qcContourDefs::BadParams for a name that is no measure,
 /// or that is given twice.
-qcArrowColumn qf_Measure(const qcOutlines& outlines, std::span<const std::string> columns,
-                         unsigned threads = 0);
+CNTRTABLE_EXPORT qcArrowColumn qf_Measure(const qcOutlines& outlines,
+                                          std::span<const std::string> columns,
+                                          unsigned threads = 0);

@@ -16,6 +16,7 @@
 
 #include <cntr/regionst.h>
 #include <cntrsets/rings.h>
+#include <cntrtable/export.h>
 #include <platform/image/edgelet.h>
 
 namespace table {
@@ -69,7 +70,7 @@ struct qcRaggedArrays {
 
 /// A list of features. A value that never changes: copies and slices share what they hold, and
 /// several threads may read one.
-class qcOutlines {
+class CNTRTABLE_EXPORT qcOutlines {
  public:
   /// No features.
   qcOutlines();
@@ -133,7 +134,7 @@ class qcOutlines {
 };
 
 /// Makes features one after the other: each from a shape, or ring by ring.
-class qcOutlinesBuilder {
+class CNTRTABLE_EXPORT qcOutlinesBuilder {
  public:
   qcOutlinesBuilder();
   qcOutlinesBuilder(const qcOutlinesBuilder&) = delete;

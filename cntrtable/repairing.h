@@ -4,6 +4,7 @@
 
 #pragma once
 
+#include <cntrtable/export.h>
 #include <cntrtable/outlines.h>
 #include <platform/core/shapes.h>
 
@@ -13,5 +14,5 @@
 ///
 /// `threads` is how many share the work, 0 for as many as there are processors: the result is the
 /// same whatever their number.
-qcOutlines qf_MakeValid(const qcOutlines& outlines, qcPolygon::PolyFillMode rule,
-                        unsigned threads = 0);
+CNTRTABLE_EXPORT qcOutlines qf_MakeValid(const qcOutlines& outlines, qcPolygon::PolyFillMode rule,
+                                         unsigned threads = 0);

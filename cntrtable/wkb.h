@@ -11,6 +11,7 @@
 #include <span>
 #include <vector>
 
+#include <cntrtable/export.h>
 #include <cntrtable/outlines.h>
 
 /// Bytes, or nothing for a null.
@@ -22,10 +23,10 @@ using qcWkbValue = std::optional<std::span<const std::byte>>;
 /// says what and at which byte: nulls, other geometries, empty ones, values that are cut short,
 /// have counts that their bytes cannot hold, or continue after the geometry. Takes memory in
 /// proportion to the bytes, whatever they say. O(bytes).
-qcOutlines qf_FromWkb(std::span<const qcWkbValue> values);
+CNTRTABLE_EXPORT qcOutlines qf_FromWkb(std::span<const qcWkbValue> values);
 
 /// One feature as a polygon or linestring, or where it has several parts as a multipolygon or
 /// multilinestring; rings repeat their first vertex. REQUIRES: feature < outlines.size(). Throws
 /// qcContourDefs::BadParams when it is eNothing.
-std::vector<std::byte> qf_ToWkb(const qcOutlines& outlines, std::size_t feature,
-                                std::endian order = std::endian::little);
+CNTRTABLE_EXPORT std::vector<std::byte> qf_ToWkb(const qcOutlines& outlines, std::size_t feature,
+                                                 std::endian order = std::endian::little);

@@ -1,8 +1,9 @@
 # SPDX-License-Identifier: MIT
 #
 # The Debian packages that CPack makes: libcntr1 (libcntr and libqcplatform, which are released as
-# one), libcntr-dev, libcntrsets1, libcntrsets-dev, libcntr-doc and cntr (the program). Build them with the preset `package`, whose prefix is /usr:
-# there the libraries live in the machine's own directory and no run path is needed.
+# one), libcntr-dev, libcntrsets1, libcntrsets-dev, libcntrtable1, libcntrtable-dev, libcntr-doc and cntr
+# (the program). Build them with the preset `package`, whose prefix is /usr: there the libraries live in the
+# machine's own directory and no run path is needed.
 set(CNTR_MAINTAINER
     "cntr maintainers <maintainers@cntr.example>"
     CACHE STRING "Whom the Debian packages name as their maintainer")
@@ -22,7 +23,8 @@ set(CPACK_DEBIAN_PACKAGE_MAINTAINER ${CNTR_MAINTAINER})
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS TRUE)
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS_PRIVATE_DIRS ${PROJECT_BINARY_DIR}/platform
                                                 ${PROJECT_BINARY_DIR}/cntr
-                                                ${PROJECT_BINARY_DIR}/cntrsets)
+                                                ${PROJECT_BINARY_DIR}/cntrsets
+                                                ${PROJECT_BINARY_DIR}/cntrtable)
 set(CPACK_DEBIAN_PACKAGE_GENERATE_SHLIBS TRUE)
 set(CPACK_DEBIAN_PACKAGE_GENERATE_SHLIBS_POLICY >=)
 set(CPACK_DEBIAN_PACKAGE_CONTROL_STRICT_PERMISSION TRUE)
@@ -82,6 +84,33 @@ outlines of the same area from any that cross themselves, from C++20.
 
 This package holds the headers and the files of pkg-config and CMake.")
 
+# libcntrtable uses what libcntrsets hides from others: both are of one version.
+set(table_package libcntrtable${PROJECT_VERSION_MAJOR})
+set(CPACK_DEBIAN_TABLE_LIBRARIES_PACKAGE_NAME ${table_package})
+set(CPACK_DEBIAN_TABLE_LIBRARIES_PACKAGE_SECTION libs${multi_arch_same})
+set(CPACK_DEBIAN_TABLE_LIBRARIES_PACKAGE_DEPENDS "${sets_package} (= ${PROJECT_VERSION})")
+set(CPACK_DEBIAN_TABLE_LIBRARIES_PACKAGE_CONTROL_EXTRA ${CMAKE_CURRENT_SOURCE_DIR}/debian/triggers)
+set(CPACK_DEBIAN_TABLE_LIBRARIES_DESCRIPTION
+    "many outlines for machine vision as columns (shared library)
+Outlines with holes as columns, from and to Arrow's C structs, well-known binary
+and ragged arrays; their measures, their repair, and the points that lie in
+them, on several threads.
+
+This package holds the shared library libcntrtable.")
+
+set(CPACK_DEBIAN_TABLE_DEVELOPMENT_PACKAGE_NAME libcntrtable-dev)
+set(CPACK_DEBIAN_TABLE_DEVELOPMENT_PACKAGE_SECTION libdevel${multi_arch_same})
+set(CPACK_DEBIAN_TABLE_DEVELOPMENT_PACKAGE_SHLIBDEPS FALSE)
+set(CPACK_DEBIAN_TABLE_DEVELOPMENT_PACKAGE_DEPENDS
+    "${table_package} (= ${PROJECT_VERSION}), libcntrsets-dev (= ${PROJECT_VERSION})")
+set(CPACK_DEBIAN_TABLE_DEVELOPMENT_PACKAGE_SUGGESTS libcntr-doc)
+set(CPACK_DEBIAN_TABLE_DEVELOPMENT_DESCRIPTION
+    "many outlines for machine vision as columns (development files)
+Outlines with holes as columns, from and to Arrow's C structs, well-known binary
+and ragged arrays, measured and repaired on several threads, from C++20.
+
+This package holds the headers and the files of pkg-config and CMake.")
+
 set(CPACK_DEBIAN_DOCUMENTS_PACKAGE_NAME libcntr-doc)
 set(CPACK_DEBIAN_DOCUMENTS_PACKAGE_SECTION doc${multi_arch_foreign})
 set(CPACK_DEBIAN_DOCUMENTS_PACKAGE_ARCHITECTURE all)
@@ -121,7 +150,8 @@ endfunction()
 
 configure_file(debian/changelog.in changelog @ONLY)
 cntr_compress(${CMAKE_CURRENT_BINARY_DIR}/changelog changelog)
-foreach(component IN ITEMS libraries development sets_libraries sets_development documents tool)
+foreach(component IN ITEMS libraries development sets_libraries sets_development table_libraries
+                           table_development documents tool)
   string(TOUPPER ${component} upper)
   install(
     FILES debian/copyright ${CMAKE_CURRENT_BINARY_DIR}/changelog.gz
@@ -130,7 +160,8 @@ foreach(component IN ITEMS libraries development sets_libraries sets_development
 endforeach()
 set(overrides_libraries ${soname_package})
 set(overrides_sets_libraries ${sets_package})
-foreach(component IN ITEMS libraries sets_libraries)
+set(overrides_table_libraries ${table_package})
+foreach(component IN ITEMS libraries sets_libraries table_libraries)
   install(
     FILES debian/${overrides_${component}}.lintian-overrides
     DESTINATION ${CMAKE_INSTALL_DATADIR}/lintian/overrides
@@ -145,13 +176,16 @@ install(
 
 set(CPACK_COMPONENTS_ALL
     libraries debian_libraries headers development debian_development sets_libraries
-    debian_sets_libraries sets_headers sets_development debian_sets_development documents reference
+    debian_sets_libraries sets_headers sets_development debian_sets_development table_libraries
+    debian_table_libraries table_headers table_development debian_table_development documents reference
     debian_documents tool debian_tool)
 include(CPack)
 cpack_add_component_group(libraries)
 cpack_add_component_group(development)
-cpack_add_component_group(sets_libraries)
-cpack_add_component_group(sets_development)
+foreach(library IN ITEMS sets table)
+  cpack_add_component_group(${library}_libraries)
+  cpack_add_component_group(${library}_development)
+endforeach()
 cpack_add_component_group(documents)
 cpack_add_component_group(tool)
 cpack_add_component(libraries GROUP libraries)
@@ -159,10 +193,12 @@ cpack_add_component(debian_libraries GROUP libraries)
 foreach(component IN ITEMS headers development debian_development)
   cpack_add_component(${component} GROUP development)
 endforeach()
-cpack_add_component(sets_libraries GROUP sets_libraries)
-cpack_add_component(debian_sets_libraries GROUP sets_libraries)
-foreach(component IN ITEMS sets_headers sets_development debian_sets_development)
-  cpack_add_component(${component} GROUP sets_development)
+foreach(library IN ITEMS sets table)
+  cpack_add_component(${library}_libraries GROUP ${library}_libraries)
+  cpack_add_component(debian_${library}_libraries GROUP ${library}_libraries)
+  foreach(component IN ITEMS ${library}_headers ${library}_development debian_${library}_development)
+    cpack_add_component(${component} GROUP ${library}_development)
+  endforeach()
 endforeach()
 foreach(component IN ITEMS documents reference debian_documents)
   cpack_add_component(${component} GROUP documents)
