@@ -149,11 +149,31 @@ TEST(BoxGridTest, IsNotMadeWhereMostBoxesCrowdOneCell) {
   EXPECT_FALSE(BoxGrid::make(boxes));
 }
 
-TEST(BoxGridTest, IsNotMadeWhereBoxesLieInMoreCellsThanEight) {
+TEST(BoxGridTest, IsNotMadeWhereBoxesLieInMoreThanEightCellsEach) {
   Boxes boxes = squares(40, 40);
+  boxes.push_back({0, 0, 50, 50});
   EXPECT_TRUE(BoxGrid::make(boxes));
-  for (int i = 0; i < 25; ++i) boxes.push_back({0, 0, 50, 50});
-  EXPECT_FALSE(BoxGrid::make(boxes));
+  for (int i = 0; i < 5; ++i) boxes.push_back({0, 0, 50, 50});
+  EXPECT_FALSE(BoxGrid::make(boxes)) << "about ten";
+}
+
+TEST(BoxGridTest, HasFewCellsForSmallBoxesFarApart) {
+  shapes::Random random(43);
+  Boxes boxes;
+  for (int i = 0; i < 100; ++i) {
+    const double x = random.uniform(0, 100);
+    const double y = random.uniform(0, 100);
+    boxes.push_back({x, y, x + 0.001, y + 0.001});
+  }
+  const auto grid = BoxGrid::make(boxes);
+  ASSERT_TRUE(grid);
+  std::size_t listed = 0;
+  for (int i = 0; i < 1000; ++i) {
+    const double x = random.uniform(0, 100);
+    const double y = random.uniform(0, 100);
+    listed += near(*grid, {x, y}).size();
+  }
+  EXPECT_GT(listed, 400U) << "two cells for a box, and half a box in a cell";
 }
 
 }  // namespace
