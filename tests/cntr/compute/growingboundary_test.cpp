@@ -76,6 +76,14 @@ TEST(GrowingBoundaryTest, SendsEdgesWithoutLengthToTheOriginWithTheNextJoint) {
             2U);
 }
 
+TEST(GrowingBoundaryTest, IsNotJoinedAtAnEdgeWithoutLengthThatWouldCross) {
+  // The second edge meets the rectangle in the origin, but its 5e-16 are no length; the third one
+  // begins there.
+  EXPECT_EQ(expectSpliced({{{0, 0}, {0, 5e-16}, {0, 5}, {0.5, 5}, {0.5, 2}, {0.5, 0}},
+                           rectangle(-1, -2, 2, 2)}),
+            1U);
+}
+
 TEST(GrowingBoundaryTest, GivesWhatIsNewToTheSearchAndNoPartOfAnEdgeAgain) {
   const Points bar = rectangle(0, 0, 1000, 1);
   GrowingBoundary grown({bar, true});
