@@ -115,8 +115,9 @@ def joined(points: DataFrame, regions: DataFrame, broadcast: bool) -> DataFrame:
     return cntr.spark.inside_join(points, regions, broadcast=broadcast).select("point", "id")
 
 
-def time_library(bench: Bench, path: Path, rows: int, threads: int) -> Row:
+def time_library(bench: Bench, rows: int, threads: int) -> Row:
     """The library alone, from WKB in this process's memory, without Spark."""
+    path = bench.wanted.data / f"outlines-{rows}"
     tables = [
         pyarrow.parquet.read_table(file)["geometry"] for file in sorted(path.glob("part-*.parquet"))
     ]
@@ -142,6 +143,8 @@ def compare_measures(bench: Bench) -> None:
     rows, executors = bench.wanted.rows, bench.wanted.executors
     with cluster.started(executors, HEAP, bench.settings()) as spark:
         source = bench.outlines(spark, rows)
+        # The executors have nothing to do meanwhile.
+        alone = [time_library(bench, rows, threads) for threads in sorted({1, executors})]
         outlines = cached(source)
         kept = Job(bench.row("`measure`", rows), measured_and_kept, outlines)
         ours = Job(bench.row("`measure`, `keep_geometry=False`", rows), measured, outlines)
@@ -155,8 +158,6 @@ def compare_measures(bench: Bench) -> None:
                 Job(ready, sedona.measured, cached(sedona.parsed(source))),
             ]
         bench.run(spark, [kept, ours, same, *theirs], FEW_OUTLINES)
-    path = bench.wanted.data / f"outlines-{rows}"
-    alone = [time_library(bench, path, rows, threads) for threads in sorted({1, executors})]
     bound = same.row.median + alone[-1].median
     bench.figures.notes.append(
         f"`measure` takes {kept.row.median / bound:.2f} of the identity function and the library"
@@ -197,8 +198,6 @@ def compare_joins(bench: Bench) -> None:
             ways["Sedona, partitions"] = functools.partial(theirs, broadcast=False)
         jobs = [Job(bench.row(name, points), way, places) for name, way in ways.items()]
         bench.run(spark, jobs, "point % 10 = 0")
-        for job in jobs:
-            bench.figures.notes.append(f"{job.row.name}: {job.function(places).count():,} pairs")
 
 
 def compare_growth(bench: Bench) -> None:

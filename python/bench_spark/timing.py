@@ -10,7 +10,8 @@ from pathlib import Path
 
 import counts
 import processes
-from pyspark.sql import DataFrame, SparkSession
+from pyspark.sql import DataFrame, Observation, SparkSession
+from pyspark.sql import functions as F
 
 Function = Callable[[DataFrame], DataFrame]
 
@@ -26,7 +27,8 @@ class Row:
     seconds: list[float] = field(default_factory=list)
     # The processor's seconds of all processes of a kind, of each run.
     used: dict[str, list[float]] = field(default_factory=dict)
-    # Spark's own metrics of the last run.
+    # Of the last run: how many rows came out, and Spark's own metrics.
+    came_out: int | None = None
     metrics: dict[str, str] = field(default_factory=dict)
 
     @property
@@ -41,8 +43,9 @@ class Row:
         return f"| {self.name} | {self.rows:,} | {self.median:.2f} | {rate:,.0f} | {used} |"
 
     def counted(self) -> list[str]:
-        """Each metric."""
-        return [f"{name}: {value}" for name, value in self.metrics.items()]
+        """The rows that came out, and each metric."""
+        rows = [] if self.came_out is None else [f"rows: {self.came_out:,}"]
+        return rows + [f"{name}: {value}" for name, value in self.metrics.items()]
 
 
 @dataclass
@@ -88,21 +91,27 @@ class Figures:
         self._place.with_suffix(".md").write_text("\n".join(lines))
 
 
-def consume(function: Function, argument: DataFrame) -> float:
-    """Seconds for all rows of a function, which are not kept, and what it asks at once."""
+def consume(function: Function, argument: DataFrame) -> tuple[float, int]:
+    """Seconds for all rows of a function and what it asks at once, and how many rows they are.
+
+    The rows are not kept.
+    """
+    seen = Observation()
     begin = time.perf_counter()
-    function(argument).write.format("noop").mode("overwrite").save()
-    return time.perf_counter() - begin
+    rows = function(argument).observe(seen, F.count(F.lit(1)).alias("rows"))
+    rows.write.format("noop").mode("overwrite").save()
+    return time.perf_counter() - begin, seen.get["rows"]
 
 
 def time_once(spark: SparkSession, job: Job) -> None:
     """Another run for the row."""
     before = processes.seconds_used(spark)
-    job.row.seconds.append(consume(job.function, job.argument))
+    seconds, job.row.came_out = consume(job.function, job.argument)
     after = processes.seconds_used(spark)
+    job.row.seconds.append(seconds)
     for kind in processes.KINDS:
         job.row.used.setdefault(kind, []).append(after[kind] - before[kind])
-    job.row.metrics.update(counts.metrics_of_last(spark))
+    job.row.metrics = counts.metrics_of_last(spark)
 
 
 def time_in_turns(spark: SparkSession, figures: Figures, jobs: list[Job], runs: int) -> None:

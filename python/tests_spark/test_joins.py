@@ -15,7 +15,7 @@ import cntr
 import cntr.spark
 from cntr._sandbox import tasks
 from cntr._sandbox.parent import DiedError
-from cntr.spark import _cells, _joins
+from cntr.spark import _cells, _joins, _rows
 
 REGIONS = samples.stars(250, seed=21) + samples.hard_rows()
 
@@ -68,6 +68,20 @@ def test_the_pairs_are_those_of_one_machine(
     expected = pairs_here(points)
     assert len(expected) > 1000
     assert pairs_of(joined) == expected
+
+
+def test_points_are_asked_about_in_pieces_of_a_size(
+    spark: SparkSession, monkeypatch: pytest.MonkeyPatch
+) -> None:
+    points = points_drawn(False)
+    batch = pa.RecordBatch.from_pydict({"x": points[:100, 0], "y": points[:100, 1]})
+    pieces = list(_rows.gathered([batch] * 7, 2 * batch.nbytes + 1))
+    assert [len(piece) for piece in pieces] == [300, 300, 100]
+    # Each batch of 10,000 is a piece then.
+    monkeypatch.setattr(_joins, "POINTS_AT_ONCE_BYTES", 1000)
+    regions = regions_of(spark, REGIONS)
+    joined = cntr.spark.inside_join(frame_of(spark, points).coalesce(1), regions, broadcast=True)
+    assert pairs_of(joined) == pairs_here(points)
 
 
 def test_regions_beyond_a_size_are_not_sent_to_everybody(

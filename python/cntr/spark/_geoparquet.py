@@ -146,7 +146,7 @@ def write_file(
     """Whether there were rows, and so a file was written."""
     seen = Seen()
     writer = None
-    for rows in gathered(batches, row_group_bytes, lambda batch: batch.nbytes):
+    for rows in gathered(batches, row_group_bytes):
         if writer is None:
             sink = files.open_output_stream(place)
             writer = pyarrow.parquet.ParquetWriter(

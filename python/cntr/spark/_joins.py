@@ -32,8 +32,9 @@ from cntr.spark._wkb import boxes_of
 
 # Regions of fewer bytes of WKB than this go to every worker as they are.
 BROADCAST_BYTES = 64 << 20
-# How many points a child is asked about at once: as many as make its index of the regions pay.
-POINTS_AT_ONCE = 1 << 18
+# Of the points that a child is asked about at once: so many, about a million of three columns, that
+# preparing the regions costs little beside them.
+POINTS_AT_ONCE_BYTES = 32 << 20
 # Of pairs that are handed to Spark.
 ROWS_AT_ONCE = 1 << 16
 # How many points and regions the cells are made from, about.
@@ -123,7 +124,7 @@ def broadcast_join(sides: Sides) -> DataFrame:
     def joined(batches: Iterable[pa.RecordBatch]) -> Iterator[pa.RecordBatch]:
         regions = pa.ipc.open_stream(sent.value).read_all()
         asked = Asked(key, regions[geometry])
-        for points in gathered(batches, POINTS_AT_ONCE, len):
+        for points in gathered(batches, POINTS_AT_ONCE_BYTES):
             pairs = asked.pairs(points[x], points[y])
             for begin in range(0, pairs.num_rows, ROWS_AT_ONCE):
                 some = pairs.slice(begin, ROWS_AT_ONCE)

@@ -189,16 +189,14 @@ def map_batches(
     return df.toDF(*numbered(len(names))).mapInArrow(named, schema)
 
 
-def gathered(
-    batches: Iterable[pa.RecordBatch], wanted: int, size: Callable[[pa.RecordBatch], int]
-) -> Iterator[pa.Table]:
-    """The rows in tables whose size is `wanted` or little more."""
+def gathered(batches: Iterable[pa.RecordBatch], wanted_bytes: int) -> Iterator[pa.Table]:
+    """The rows in tables of so many bytes or little more."""
     waiting: list[pa.RecordBatch] = []
     reached = 0
     for batch in batches:
         waiting.append(batch)
-        reached += size(batch)
-        if reached >= wanted:
+        reached += batch.nbytes
+        if reached >= wanted_bytes:
             yield pa.Table.from_batches(waiting)
             waiting, reached = [], 0
     if waiting:
