@@ -170,8 +170,8 @@ class DocumentReader {
 
 }  // namespace
 
-void readDocument(Source& source, Keep keep, Sink& sink, std::size_t window) {
-  DocumentReader(source, keep, sink, window).read();
+void readDocument(Source& source, Keep keep, Sink& sink, std::size_t step) {
+  DocumentReader(source, keep, sink, step).read();
 }
 
 void readGeoJson(Source& source, Keep keep, Sink& sink) {
