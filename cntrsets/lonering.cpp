@@ -465,6 +465,14 @@ constexpr double errorOfTwofold = 0x1p-80;
 double roundedDown(const Twofold& value, double error) { return value.high + (value.low - error); }
 double roundedUp(const Twofold& value, double error) { return value.high + (value.low + error); }
 
+/// a / b, right to 2^-100 of its size.
+Twofold quotientOf(const Twofold& a, const Twofold& b) {
+  const double first = a.high / b.high;
+  const Twofold product = plane::productOf(first, b.high);
+  const double rest = ((a.high - product.high) - product.low) + (a.low - first * b.low);
+  return sumOf(first, rest / b.high);
+}
+
 /// Whether all numbers that are at most that far from a value have the same nearest double.
 bool isRoundedAlike(const Twofold& value, double error) {
   return roundedDown(value, error) == roundedUp(value, error);
@@ -481,8 +489,8 @@ std::optional<LoneMass> massOf(const LoneSums& sums, const Frame& frame, bool wi
   if (!(area2.high > smallest) || !isRoundedAlike(area2, sums.errorOfArea)) return std::nullopt;
   // From the origin of the sums; less than 1, as it is within the box.
   const Twofold area6 = area2 * Twofold(3.0);
-  const Twofold x = signedAlike(sums.x6) / area6;
-  const Twofold y = signedAlike(sums.y6) / area6;
+  const Twofold x = quotientOf(signedAlike(sums.x6), area6);
+  const Twofold y = quotientOf(signedAlike(sums.y6), area6);
   const double farthest = std::max(std::abs(x.high), std::abs(y.high));
   const double errorOfCentre =
       (sums.errorOfFirst + 4.0 * sums.errorOfArea) / (2.9 * area2.high) + errorOfTwofold;

@@ -92,9 +92,9 @@ set(CPACK_DEBIAN_TABLE_LIBRARIES_PACKAGE_DEPENDS "${sets_package} (= ${PROJECT_V
 set(CPACK_DEBIAN_TABLE_LIBRARIES_PACKAGE_CONTROL_EXTRA ${CMAKE_CURRENT_SOURCE_DIR}/debian/triggers)
 set(CPACK_DEBIAN_TABLE_LIBRARIES_DESCRIPTION
     "many outlines for machine vision as columns (shared library)
-Outlines with holes as columns, from and to Arrow's C structs, well-known binary
-and ragged arrays; their measures, their repair, and the points that lie in
-them, on several threads.
+Outlines with holes as columns, from and to Arrow's C structs, well-known
+binary and ragged arrays; their measures, their repair, and the points that lie
+in them, on several threads.
 
 This package holds the shared library libcntrtable.")
 
@@ -106,8 +106,8 @@ set(CPACK_DEBIAN_TABLE_DEVELOPMENT_PACKAGE_DEPENDS
 set(CPACK_DEBIAN_TABLE_DEVELOPMENT_PACKAGE_SUGGESTS libcntr-doc)
 set(CPACK_DEBIAN_TABLE_DEVELOPMENT_DESCRIPTION
     "many outlines for machine vision as columns (development files)
-Outlines with holes as columns, from and to Arrow's C structs, well-known binary
-and ragged arrays, measured and repaired on several threads, from C++20.
+Outlines with holes as columns, from and to Arrow's C structs, well-known
+binary and ragged arrays, measured and repaired on several threads, from C++20.
 
 This package holds the headers and the files of pkg-config and CMake.")
 
