@@ -280,14 +280,26 @@ SetOfRegions setOf(const SetWork& given) {
   return std::make_shared<qcRegionSet>(regions, qcContourDefs::eNoIntersectionRepair);
 }
 
-/// A new set each time, of new regions.
-template <class Answer>
-void askSetOnce(const std::string& question, Answer answer) {
+/// n rectangles each of which crosses the one before it.
+SetOfRegions chainOfRegions(std::size_t n) {
+  std::vector<qcPtrHandle_const<qcRegion>> regions;
+  for (std::size_t k = 0; k < n; ++k) {
+    Points outline{{0, 0}, {12, 0}, {12, 11}, {0, 11}};
+    const auto place = static_cast<double>(k);
+    shapes::scaleAndShift(outline, 1.0, Point(10.0 * place, 3.0 * place));
+    regions.emplace_back(new qcRegion(outline, qcContourDefs::eNoIntersectionRepair));
+  }
+  return std::make_shared<qcRegionSet>(regions, qcContourDefs::eNoIntersectionRepair);
+}
+
+/// A new set each time, of new regions: make(n).
+template <class Make, class Answer>
+void askSetOnce(const std::string& question, Make make, Answer answer) {
   for (const std::size_t n : setSizes) {
-    const auto timing = [answer, n](benchmark::State& state) {
+    const auto timing = [make, answer, n](benchmark::State& state) {
       SetOfRegions set;
       timeOneByOne(
-          state, [&set, n] { set = setOf(setWork(n)); }, [&set, answer] { return answer(*set); });
+          state, [&set, make, n] { set = make(n); }, [&set, answer] { return answer(*set); });
     };
     benchmark::RegisterBenchmark(nameOf(question, 'R', n, us).c_str(), timing)->UseManualTime();
   }
@@ -301,13 +313,16 @@ void askSets() {
     return
         [set = setOf(given)](const Point& p) { return set->distToPoint(p, false, false, false); };
   });
-  askSetOnce("set isSelfIntersecting",
-             [](const qcRegionSet& set) { return set.isSelfIntersecting(); });
-  askSetOnce("set regularize", [](const qcRegionSet& set) {
+  const auto apart = [](std::size_t n) { return setOf(setWork(n)); };
+  const auto regularized = [](const qcRegionSet& set) {
     auto result = std::make_unique<qcRegionSet>(set);
     set.regularize(*result);
     return result;
-  });
+  };
+  askSetOnce("set isSelfIntersecting", apart,
+             [](const qcRegionSet& set) { return set.isSelfIntersecting(); });
+  askSetOnce("set regularize", apart, regularized);
+  askSetOnce("set regularize (chain)", chainOfRegions, regularized);
 }
 
 void storeAndCopy() {
