@@ -95,15 +95,23 @@ class DocumentReader {
     if (isStreaming_) update(members_, checkedMembers(member, {place.line, place.column - 1}));
   }
 
-  /// The list of features, if this can be one: annotation tools give their documents no type.
+  /// The list of features, if this can be one: annotation tools give their documents no type, or
+  /// one that is not GeoJSON's.
   const List* listNamed(const std::string& name) const {
     if (isStreaming_) return nullptr;
     for (const List& list : lists) {
-      const bool fits =
-          type_.empty() || (list.name == featureList.name && type_ == featureCollection);
+      const bool fits = list.name == featureList.name
+                            ? type_.empty() || type_ == featureCollection
+                            : type_ != featureCollection && !isFeatureOrGeometry();
       if (list.name == name && fits) return &list;
     }
     return nullptr;
+  }
+
+  bool isFeatureOrGeometry() const {
+    if (type_.size() < 2) return false;
+    const std::string_view type = std::string_view(type_).substr(1, type_.size() - 2);
+    return type == "Feature" || isGeometryType(type);
   }
 
   void readList(const List& list) {
@@ -140,9 +148,7 @@ class DocumentReader {
       if (isGeoJson_) takeMembers();
       return;
     }
-    if (isStreaming_ || type_.size() < 2) refuseAsGeoJson();
-    const std::string_view type = std::string_view(type_).substr(1, type_.size() - 2);
-    if (type != "Feature" && !isGeometryType(type)) refuseAsGeoJson();
+    if (isStreaming_ || !isFeatureOrGeometry()) refuseAsGeoJson();
     beginFeatures(readFeature);
     features_->add({1, 0, true}, begin_, end_);
     window_.handOver();

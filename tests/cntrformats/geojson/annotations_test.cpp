@@ -62,6 +62,25 @@ TEST(Coco, MasksAndOtherAnnotationsAreNamed) {
   EXPECT_EQ(found.unreadable[0].id, "1");
 }
 
+TEST(Coco, ATypeThatIsNotOfGeoJsonDoesNotHideThem) {
+  const std::string annotations =
+      R"("annotations":[{"id":7,"segmentation":[[0,0,4,0,4,4]]}],"categories":[]})";
+  EXPECT_EQ(texts::read("geojson", R"({"type":"instances",)" + annotations).features.size(), 1);
+  EXPECT_EQ(texts::read("geojson", R"({"type":null,)" + annotations).features.size(), 1);
+}
+
+TEST(GeoJsonMembers, OfTheNamesThatAnnotationToolsUseAreNoFeatures) {
+  const auto collection =
+      texts::read("geojson", R"({"type":"FeatureCollection","shapes":[{}],"features":[]})");
+  EXPECT_THAT(collection.features, IsEmpty());
+  EXPECT_THAT(collection.complaints, IsEmpty());
+  const auto feature = texts::read(
+      "geojson",
+      R"({"type":"Feature","annotations":[1],"properties":null,"geometry":{"type":"Polygon",)"
+      R"("coordinates":[[[0,0],[4,0],[4,4],[0,0]]]}})");
+  EXPECT_EQ(feature.features.size(), 1);
+}
+
 TEST(Coco, NoAnnotationsAreNoFlaw) {
   EXPECT_EQ(texts::flawOf("geojson", coco("")), "");
   EXPECT_THAT(texts::read("geojson", coco("")).features, IsEmpty());
