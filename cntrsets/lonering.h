@@ -15,25 +15,19 @@
 #include <cntr/inertia.h>
 #include <cntr/plane/box.h>
 #include <cntr/plane/lanes.h>
-#include <cntr/plane/twofold.h>
 #include <cntrsets/export.h>
 #include <cntrsets/frame.h>
+#include <cntrsets/integrals.h>
 
 namespace cntr::sets {
 
-/// What is summed up over a ring: integrals over its area as in integrals.h, from another origin.
-struct LoneSums {
+/// What is summed up over a ring: the integrals, from another origin, and with errors. Those with
+/// two coordinates are zero unless they are asked for.
+struct LoneSums : Integrals {
   /// The sum of distances from each vertex to the next, the last one's to the first one first.
   double length = 0.0;
   /// Where the integrals are counted from, in coordinates of the frame.
   qcVector<2> origin;
-  plane::Twofold area2{};
-  plane::Twofold x6{};
-  plane::Twofold y6{};
-  // Zero unless they are asked for.
-  plane::Twofold xx12{};
-  plane::Twofold xy24{};
-  plane::Twofold yy12{};
   // By how much each integral may be off at most: area2, those of one coordinate, those of two.
   double errorOfArea = 0.0;
   double errorOfFirst = 0.0;

@@ -89,9 +89,9 @@ def sandboxes(spark: SparkSession) -> list[int]:
     return named(spark, "cntr._sandbox.child")
 
 
-def seconds_used(spark: SparkSession) -> dict[str, float]:
-    """The processor's seconds of executors, Python workers and their children until now."""
-    used = dict.fromkeys(KINDS, 0.0)
+def seconds_used(spark: SparkSession) -> dict[tuple[str, int], float]:
+    """The processor's seconds until now of each process, by its kind and number."""
+    used = {}
     tick = os.sysconf("SC_CLK_TCK")
     for pid in of_cluster(spark):
         try:
@@ -101,7 +101,17 @@ def seconds_used(spark: SparkSession) -> dict[str, float]:
         times = state.rpartition(")")[2].split()[11:13]
         for kind, text in KINDS.items():
             if text in command:
-                used[kind] += sum(map(int, times)) / tick
+                used[kind, pid] = sum(map(int, times)) / tick
+    return used
+
+
+def seconds_between(
+    before: dict[tuple[str, int], float], after: dict[tuple[str, int], float]
+) -> dict[str, float]:
+    """The processor's seconds of each kind, without those of processes that have ended."""
+    used = dict.fromkeys(KINDS, 0.0)
+    for process, seconds in after.items():
+        used[process[0]] += seconds - before.get(process, 0.0)
     return used
 
 

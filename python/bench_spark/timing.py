@@ -107,10 +107,10 @@ def time_once(spark: SparkSession, job: Job) -> None:
     """Another run for the row."""
     before = processes.seconds_used(spark)
     seconds, job.row.came_out = consume(job.function, job.argument)
-    after = processes.seconds_used(spark)
+    used = processes.seconds_between(before, processes.seconds_used(spark))
     job.row.seconds.append(seconds)
-    for kind in processes.KINDS:
-        job.row.used.setdefault(kind, []).append(after[kind] - before[kind])
+    for kind, its_seconds in used.items():
+        job.row.used.setdefault(kind, []).append(its_seconds)
     job.row.metrics = counts.metrics_of_last(spark)
 
 

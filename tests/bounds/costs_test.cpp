@@ -16,6 +16,8 @@
 #include <testing/heap/heap.h>
 #include <testing/shapes/shapes.h>
 
+#include "worst_shapes.h"
+
 namespace {
 
 using Points = std::vector<qcVector<2>>;
@@ -24,28 +26,6 @@ using Regions = std::vector<qcPtrHandle_const<qcRegion>>;
 constexpr auto keep = qcContourDefs::eNoIntersectionRepair;
 
 Points circle(std::size_t n) { return shapes::regularPolygon(n, 500, {640, 480}); }
-
-/// Slanted strokes side by side, whose boxes all overlap.
-Points hatch(std::size_t n) {
-  Points points;
-  for (std::size_t i = 0; i < n; ++i) {
-    const double shift = 0.001 * static_cast<double>(i / 2);
-    const double reach = (i + 1) / 2 % 2 == 0 ? 0.0 : 1000.0;
-    points.emplace_back(reach + shift, reach - shift);
-  }
-  return points;
-}
-
-/// Edges to and fro on one line, each over many others.
-Points scatteredOnLine(std::size_t n) {
-  shapes::Random random(401);
-  Points points;
-  for (std::size_t i = 0; i < n; ++i) {
-    const double x = random.uniform(0, 100);
-    points.emplace_back(x, 0.5 * x);
-  }
-  return points;
-}
 
 // Questions about one contour.
 
@@ -59,7 +39,7 @@ TEST(CostTest, OfTheNearestOfAMillionEquallyNear) {
 }
 
 TEST(CostTest, OfSelfCrossingsWhereAllEdgesLieSideBySideOrOnOneLine) {
-  EXPECT_FALSE(qcContour(hatch(200000), false, 0).isSelfIntersecting());
+  EXPECT_FALSE(qcContour(slantedHatch(200000, 0.001), false, 0).isSelfIntersecting());
   EXPECT_FALSE(qcContour(scatteredOnLine(200000), true, 0).isSelfIntersecting());
   EXPECT_FALSE(qcContour(shapes::spikyStar(200000), true, 0).isSelfIntersecting());
 }

@@ -16,6 +16,8 @@
 #include <testing/heap/heap.h>
 #include <testing/shapes/shapes.h>
 
+#include "worst_shapes.h"
+
 namespace {
 
 using Points = std::vector<qcVector<2>>;
@@ -33,31 +35,9 @@ Points onLine(std::size_t n) {
   return points;
 }
 
-/// Edges to and fro on one line, each over many others.
-Points scatteredOnLine(std::size_t n) {
-  shapes::Random random(401);
-  Points points;
-  for (std::size_t i = 0; i < n; ++i) {
-    const double x = random.uniform(0, 100);
-    points.emplace_back(x, 0.5 * x);
-  }
-  return points;
-}
-
 Points coincidentEdges(std::size_t n) {
   Points points;
   for (std::size_t i = 0; i < n; ++i) points.emplace_back(i % 2 == 0 ? 0 : 10, i % 2 == 0 ? 0 : 7);
-  return points;
-}
-
-/// Slanted strokes side by side, whose boxes all overlap.
-Points slantedHatch(std::size_t n) {
-  Points points;
-  for (std::size_t i = 0; i < n; ++i) {
-    const double shift = 0.01 * static_cast<double>(i / 2);
-    const double reach = (i + 1) / 2 % 2 == 0 ? 0.0 : 1000.0;
-    points.emplace_back(reach + shift, reach - shift);
-  }
   return points;
 }
 
@@ -92,7 +72,7 @@ std::vector<Input> inputs() {
           {"on a circle, one not a number", circleWith(n, {nan, 1})},
           {"on a circle, one infinite", circleWith(n, {infinity, 1})},
           {"coincident edges", coincidentEdges(n)},
-          {"slanted hatch", slantedHatch(n)},
+          {"slanted hatch", slantedHatch(n, 0.01)},
           {"infinitely far out", infinitelyFarOut(n)}};
 }
 
