@@ -2,7 +2,9 @@
 
 #include <cntrtable/arrowmaking.h>
 
+#include <algorithm>
 #include <bit>
+#include <limits>
 
 namespace table {
 
@@ -97,6 +99,63 @@ qcArrowArray makeArrowArray(std::int64_t length, std::int64_t nulls,
   array.release = releaseContents<ArrayContents, ArrowArray>;
   array.private_data = contents.release();
   return qcArrowArray(&array);
+}
+
+qcArrowColumn makeTextColumn(const char* name, std::vector<std::uint8_t>&& validity,
+                             const std::vector<std::string>& texts) {
+  std::vector<std::int64_t> offsets{0};
+  std::vector<char> characters;
+  for (const std::string& text : texts) {
+    characters.insert(characters.end(), text.begin(), text.end());
+    offsets.push_back(static_cast<std::int64_t>(characters.size()));
+  }
+  const std::int64_t nulls = countZeros(validity, texts.size());
+  return {makeArrowSchema({"U", name, "", true}, {}),
+          makeArrowArray(static_cast<std::int64_t>(texts.size()), nulls,
+                         {bufferOf(std::move(validity)), bufferOf(std::move(offsets)),
+                          bufferOf(std::move(characters))},
+                         {})};
+}
+
+ArrowValidity makeArrowValidity(std::vector<std::uint8_t>&& bitmap, std::size_t length) {
+  const std::int64_t nulls = countZeros(bitmap, length);
+  if (nulls == 0) return {};
+  return {bufferOf(std::move(bitmap)), nulls};
+}
+
+qcArrowColumn makeStruct(ArrowKind kind, std::size_t length, ArrowValidity&& validity,
+                         std::vector<qcArrowColumn>&& columns) {
+  std::vector<qcArrowSchema> schemas;
+  std::vector<qcArrowArray> arrays;
+  for (qcArrowColumn& column : columns) {
+    schemas.push_back(std::move(column.schema));
+    arrays.push_back(std::move(column.array));
+  }
+  return {makeArrowSchema(std::move(kind), std::move(schemas)),
+          makeArrowArray(static_cast<std::int64_t>(length), validity.nulls,
+                         {std::move(validity.bitmap)}, std::move(arrays))};
+}
+
+qcArrowColumn makeList(ArrowKind kind, ArrowValidity&& validity,
+                       std::vector<std::int64_t>&& offsets, qcArrowColumn&& items) {
+  kind.format = needsLargeOffsets(offsets) ? "+L" : "+l";
+  const auto length = static_cast<std::int64_t>(offsets.size()) - 1;
+  return {makeArrowSchema(std::move(kind), listOf(std::move(items.schema))),
+          makeArrowArray(length, validity.nulls,
+                         {std::move(validity.bitmap), offsetBuffer(std::move(offsets))},
+                         listOf(std::move(items.array)))};
+}
+
+bool needsLargeOffsets(const std::vector<std::int64_t>& offsets) {
+  return offsets.back() > std::numeric_limits<std::int32_t>::max();
+}
+
+ArrowBuffer offsetBuffer(std::vector<std::int64_t>&& offsets) {
+  if (needsLargeOffsets(offsets)) return bufferOf(std::move(offsets));
+  std::vector<std::int32_t> small(offsets.size());
+  std::transform(offsets.begin(), offsets.end(), small.begin(),
+                 [](std::int64_t offset) { return static_cast<std::int32_t>(offset); });
+  return bufferOf(std::move(small));
 }
 
 std::vector<std::uint8_t> makeBitmap(std::size_t length) {

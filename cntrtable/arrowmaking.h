@@ -40,6 +40,38 @@ qcArrowArray makeArrowArray(std::int64_t length, std::int64_t nulls,
                             std::vector<ArrowBuffer>&& buffers,
                             std::vector<qcArrowArray>&& children);
 
+/// Texts, of which those without a bit in `validity` are null.
+qcArrowColumn makeTextColumn(const char* name, std::vector<std::uint8_t>&& validity,
+                             const std::vector<std::string>& texts);
+
+/// Which items there are: no bitmap where none is null.
+struct ArrowValidity {
+  ArrowBuffer bitmap;
+  std::int64_t nulls = 0;
+};
+
+ArrowValidity makeArrowValidity(std::vector<std::uint8_t>&& bitmap, std::size_t length);
+
+/// A column of structs, or a record batch.
+qcArrowColumn makeStruct(ArrowKind kind, std::size_t length, ArrowValidity&& validity,
+                         std::vector<qcArrowColumn>&& columns);
+
+/// A column of lists of the items, large ones if needsLargeOffsets().
+qcArrowColumn makeList(ArrowKind kind, ArrowValidity&& validity,
+                       std::vector<std::int64_t>&& offsets, qcArrowColumn&& items);
+
+bool needsLargeOffsets(const std::vector<std::int64_t>& offsets);
+/// Of 64 bits if they are large, otherwise of 32.
+ArrowBuffer offsetBuffer(std::vector<std::int64_t>&& offsets);
+
+/// A list of what cannot be copied.
+template <class T>
+std::vector<T> listOf(T only) {
+  std::vector<T> list;
+  list.push_back(std::move(only));
+  return list;
+}
+
 /// A bit for each item, the lowest first; all 0.
 std::vector<std::uint8_t> makeBitmap(std::size_t length);
 void setBit(std::vector<std::uint8_t>& bitmap, std::size_t place);

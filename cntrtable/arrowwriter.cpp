@@ -3,20 +3,21 @@
 // Writes features as Arrow columns.
 
 #include <algorithm>
-#include <limits>
 #include <string>
 #include <utility>
 #include <vector>
 
+#include <cntrtable/arrowattributes.h>
 #include <cntrtable/arrowmaking.h>
 #include <cntrtable/geoarrow.h>
 #include <cntrtable/refusal.h>
 #include <cntrtable/wkb.h>
 
-using table::ArrowBuffer;
+using table::ArrowValidity;
 using table::bufferOf;
 using table::makeArrowArray;
 using table::makeArrowSchema;
+using table::makeList;
 
 namespace {
 
@@ -84,38 +85,12 @@ void requireToFit(const qcOutlines& outlines, const WrittenLayout& layout) {
   }
 }
 
-/// Which features there are: no buffer when none is null.
-struct Validity {
-  ArrowBuffer bitmap;
-  std::int64_t nulls = 0;
-};
-
-Validity validityOf(const qcOutlines& outlines) {
+/// Which features there are.
+ArrowValidity validityOf(const qcOutlines& outlines) {
   std::vector<std::uint8_t> bitmap = table::makeBitmap(outlines.size());
   for (std::size_t i = 0; i < outlines.size(); ++i)
     if (outlines.kind(i) != qcOutlineKind::eNothing) table::setBit(bitmap, i);
-  const std::int64_t nulls = table::countZeros(bitmap, outlines.size());
-  if (nulls == 0) return {};
-  return {bufferOf(std::move(bitmap)), nulls};
-}
-
-bool isLarge(const std::vector<std::int64_t>& offsets) {
-  return offsets.back() > std::numeric_limits<std::int32_t>::max();
-}
-
-ArrowBuffer offsetBuffer(std::vector<std::int64_t>&& offsets) {
-  if (isLarge(offsets)) return bufferOf(std::move(offsets));
-  std::vector<std::int32_t> small(offsets.size());
-  std::transform(offsets.begin(), offsets.end(), small.begin(),
-                 [](std::int64_t offset) { return static_cast<std::int32_t>(offset); });
-  return bufferOf(std::move(small));
-}
-
-template <class T>
-std::vector<T> listOf(T only) {
-  std::vector<T> list;
-  list.push_back(std::move(only));
-  return list;
+  return table::makeArrowValidity(std::move(bitmap), outlines.size());
 }
 
 qcArrowColumn numbersNamed(const char* name, std::vector<double>&& numbers) {
@@ -127,8 +102,8 @@ qcArrowColumn numbersNamed(const char* name, std::vector<double>&& numbers) {
 qcArrowColumn interleavedColumn(std::vector<double>&& coordinates) {
   const auto length = static_cast<std::int64_t>(coordinates.size() / 2);
   qcArrowColumn numbers = numbersNamed("xy", std::move(coordinates));
-  return {makeArrowSchema({"+w:2", "vertices", ""}, listOf(std::move(numbers.schema))),
-          makeArrowArray(length, 0, {nullptr}, listOf(std::move(numbers.array)))};
+  return {makeArrowSchema({"+w:2", "vertices", ""}, table::listOf(std::move(numbers.schema))),
+          makeArrowArray(length, 0, {nullptr}, table::listOf(std::move(numbers.array)))};
 }
 
 qcArrowColumn separatedColumn(const std::vector<double>& coordinates) {
@@ -139,25 +114,9 @@ qcArrowColumn separatedColumn(const std::vector<double>& coordinates) {
     x[i] = coordinates[2 * i];
     y[i] = coordinates[2 * i + 1];
   }
-  qcArrowColumn first = numbersNamed("x", std::move(x));
-  qcArrowColumn second = numbersNamed("y", std::move(y));
-  std::vector<qcArrowSchema> schemas = listOf(std::move(first.schema));
-  schemas.push_back(std::move(second.schema));
-  std::vector<qcArrowArray> arrays = listOf(std::move(first.array));
-  arrays.push_back(std::move(second.array));
-  return {makeArrowSchema({"+s", "vertices", ""}, std::move(schemas)),
-          makeArrowArray(static_cast<std::int64_t>(length), 0, {nullptr}, std::move(arrays))};
-}
-
-/// A column of lists, named and extended as `kind` has it, around the items.
-qcArrowColumn listColumn(table::ArrowKind kind, Validity&& validity,
-                         std::vector<std::int64_t>&& offsets, qcArrowColumn&& items) {
-  kind.format = isLarge(offsets) ? "+L" : "+l";
-  const auto length = static_cast<std::int64_t>(offsets.size()) - 1;
-  return {makeArrowSchema(std::move(kind), listOf(std::move(items.schema))),
-          makeArrowArray(length, validity.nulls,
-                         {std::move(validity.bitmap), offsetBuffer(std::move(offsets))},
-                         listOf(std::move(items.array)))};
+  std::vector<qcArrowColumn> numbers = table::listOf(numbersNamed("x", std::move(x)));
+  numbers.push_back(numbersNamed("y", std::move(y)));
+  return table::makeStruct({"+s", "vertices", ""}, length, {}, std::move(numbers));
 }
 
 /// Offsets of items of items.
@@ -179,20 +138,20 @@ qcArrowColumn listsOf(const qcOutlines& outlines, const WrittenLayout& layout,
                              : separatedColumn(arrays.coordinates);
   const table::ArrowKind whole{"", columnName, layout.name, true};
   const bool isAreas = layout.kind == qcOutlineKind::eAreas;
-  Validity validity = validityOf(outlines);
+  ArrowValidity validity = validityOf(outlines);
   if (!isAreas && !layout.holdsSeveralParts) {
-    return listColumn(whole, std::move(validity),
-                      through(through(arrays.features, arrays.parts), arrays.rings),
-                      std::move(column));
+    return makeList(whole, std::move(validity),
+                    through(through(arrays.features, arrays.parts), arrays.rings),
+                    std::move(column));
   }
   const std::string ringsName = isAreas ? "rings" : "linestrings";
-  column = listColumn({"", ringsName, ""}, {}, std::move(arrays.rings), std::move(column));
+  column = makeList({"", ringsName, ""}, {}, std::move(arrays.rings), std::move(column));
   if (!isAreas || !layout.holdsSeveralParts) {
-    return listColumn(whole, std::move(validity), through(arrays.features, arrays.parts),
-                      std::move(column));
+    return makeList(whole, std::move(validity), through(arrays.features, arrays.parts),
+                    std::move(column));
   }
-  column = listColumn({"", "polygons", ""}, {}, std::move(arrays.parts), std::move(column));
-  return listColumn(whole, std::move(validity), std::move(arrays.features), std::move(column));
+  column = makeList({"", "polygons", ""}, {}, std::move(arrays.parts), std::move(column));
+  return makeList(whole, std::move(validity), std::move(arrays.features), std::move(column));
 }
 
 qcArrowColumn wkbColumn(const qcOutlines& outlines) {
@@ -205,12 +164,12 @@ qcArrowColumn wkbColumn(const qcOutlines& outlines) {
     }
     offsets.push_back(static_cast<std::int64_t>(bytes.size()));
   }
-  Validity validity = validityOf(outlines);
+  ArrowValidity validity = validityOf(outlines);
   const auto length = static_cast<std::int64_t>(outlines.size());
-  const char* const format = isLarge(offsets) ? "Z" : "z";
+  const char* const format = table::needsLargeOffsets(offsets) ? "Z" : "z";
   return {makeArrowSchema({format, columnName, "geoarrow.wkb", true}, {}),
           makeArrowArray(length, validity.nulls,
-                         {std::move(validity.bitmap), offsetBuffer(std::move(offsets)),
+                         {std::move(validity.bitmap), table::offsetBuffer(std::move(offsets)),
                           bufferOf(std::move(bytes))},
                          {})};
 }
@@ -222,4 +181,12 @@ qcArrowColumn qf_ToArrow(const qcOutlines& outlines, qcArrowLayout layout,
   if (layout == qcArrowLayout::eFitting) layout = fittingLayout(outlines);
   if (layout == qcArrowLayout::eWkb) return wkbColumn(outlines);
   return listsOf(outlines, writtenAs(layout), coordinates);
+}
+
+qcArrowColumn qf_ToArrowTable(const qcOutlines& outlines, qcArrowLayout layout,
+                              qcArrowCoordinates coordinates) {
+  std::vector<qcArrowColumn> columns;
+  columns.push_back(qf_ToArrow(outlines, layout, coordinates));
+  table::addAttributeColumns(table::attributesOf(outlines), columns);
+  return table::makeStruct({"+s", "", ""}, outlines.size(), {}, std::move(columns));
 }

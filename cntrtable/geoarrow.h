@@ -22,15 +22,26 @@
 /// ogc.wkb or none. Lists and binary may be large, binary may be views. A null becomes a feature
 /// that is eNothing, with the problem "null". Nulls within a feature are refused.
 ///
+/// It reads tables as well (record batches, structs) with such a column of the name geometry, and
+/// beside it, if they are there and have one of these types:
+/// - label: the labels, whole numbers of any size;
+/// - problem: texts, why features without geometry have none;
+/// - edge_elements: lists of structs of the whole numbers magnitude and angle, of each feature none
+///   or an item for each vertex, ring by ring, without repeated last vertices. A ring with an item
+///   that is null has no edge elements.
+/// Other columns are ignored.
+///
 /// Throws qcContourDefs::BadParams that says what and where for other formats and for whatever
 /// contradicts itself: a structure that has been released or is not complete, negative lengths,
-/// offsets that go backwards or beyond the items. The sizes of buffers are not part of the
-/// interface: they are as large as the lengths demand.
+/// offsets that go backwards or beyond the items, labels beyond 32 bits, magnitudes beyond 16 and
+/// angles beyond 8. The sizes of buffers are not part of the interface: they are as large as the
+/// lengths demand.
 CNTRTABLE_EXPORT qcOutlines qf_FromArrow(const ArrowSchema* schema, ArrowArray* array);
 
-/// The features of all columns of a stream, one after the other: those of a single column as above,
-/// several copied. The stream is taken over and released once. Throws what the other one throws,
-/// and BadParams with the stream's own message when it fails.
+/// The features of all columns or tables of a stream, one after the other, each taken over as
+/// above: coordinates that are not copied stay where they are, in as many columns as there were.
+/// The stream is taken over and released once. Throws what the other one throws, and BadParams with
+/// the stream's own message when it fails.
 CNTRTABLE_EXPORT qcOutlines qf_FromArrow(ArrowArrayStream* stream);
 
 /// How features are laid out.
@@ -53,8 +64,16 @@ enum class qcArrowCoordinates : std::uint8_t {
 };
 
 /// The features as a column named "geometry"; those that are eNothing are null. Rings repeat their
-/// first vertex. Labels and edge elements are left out. Throws qcContourDefs::BadParams, naming the
-/// first feature that the layout cannot hold.
+/// first vertex. Labels, problems and edge elements are left out. Throws qcContourDefs::BadParams,
+/// naming the first feature that the layout cannot hold.
 CNTRTABLE_EXPORT qcArrowColumn
 qf_ToArrow(const qcOutlines& outlines, qcArrowLayout layout = qcArrowLayout::eFitting,
            qcArrowCoordinates coordinates = qcArrowCoordinates::eInterleaved);
+
+/// The features as a record batch of the columns geometry, as above, and label (64-bit integers);
+/// where there are any also problem (large strings) and edge_elements (lists of structs of
+/// magnitude and angle, unsigned integers of 16 and 8 bits), in which an item is null where its
+/// ring has no edge elements. qf_FromArrow() reads all of it.
+CNTRTABLE_EXPORT qcArrowColumn
+qf_ToArrowTable(const qcOutlines& outlines, qcArrowLayout layout = qcArrowLayout::eFitting,
+                qcArrowCoordinates coordinates = qcArrowCoordinates::eInterleaved);

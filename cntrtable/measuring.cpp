@@ -182,26 +182,10 @@ class Measurement {
   std::vector<std::uint8_t> isOk_;
 };
 
-qcArrowColumn textColumn(const char* name, std::vector<std::uint8_t>&& validity,
-                         const std::vector<std::string>& texts) {
-  std::vector<std::int64_t> offsets{0};
-  std::vector<char> characters;
-  for (const std::string& text : texts) {
-    characters.insert(characters.end(), text.begin(), text.end());
-    offsets.push_back(static_cast<std::int64_t>(characters.size()));
-  }
-  const std::int64_t nulls = table::countZeros(validity, texts.size());
-  return {makeArrowSchema({"U", name, "", true}, {}),
-          makeArrowArray(static_cast<std::int64_t>(texts.size()), nulls,
-                         {bufferOf(std::move(validity)), bufferOf(std::move(offsets)),
-                          bufferOf(std::move(characters))},
-                         {})};
-}
-
 qcArrowColumn columnOf(AnswerColumn&& column, std::size_t rows) {
   const char* const name = column.measure->name;
   if (column.measure->type == ValueType::eText)
-    return textColumn(name, std::move(column.validity), column.texts);
+    return table::makeTextColumn(name, std::move(column.validity), column.texts);
   const bool isCount = column.measure->type == ValueType::eCount;
   const bool isNumber = column.measure->type == ValueType::eNumber;
   const std::int64_t nulls = table::countZeros(column.validity, rows);
@@ -225,23 +209,17 @@ qcArrowColumn statusColumn(const std::vector<std::uint8_t>& isOk) {
     table::setBit(validity, row);
     texts.emplace_back(isOk[row] != 0 ? "ok" : "failed");
   }
-  return textColumn("status", std::move(validity), texts);
+  return table::makeTextColumn("status", std::move(validity), texts);
 }
 
 qcArrowColumn Measurement::batch() && {
   const std::size_t rows = outlines_.size();
-  std::vector<qcArrowSchema> schemas;
-  std::vector<qcArrowArray> arrays;
-  const auto add = [&](qcArrowColumn&& column) {
-    schemas.push_back(std::move(column.schema));
-    arrays.push_back(std::move(column.array));
-  };
+  std::vector<qcArrowColumn> columns;
   for (AnswerColumn& column : columns_) {
-    if (&column == &columns_.back()) add(statusColumn(isOk_));
-    add(columnOf(std::move(column), rows));
+    if (&column == &columns_.back()) columns.push_back(statusColumn(isOk_));
+    columns.push_back(columnOf(std::move(column), rows));
   }
-  return {makeArrowSchema({"+s", "", ""}, std::move(schemas)),
-          makeArrowArray(static_cast<std::int64_t>(rows), 0, {nullptr}, std::move(arrays))};
+  return table::makeStruct({"+s", "", ""}, rows, {}, std::move(columns));
 }
 
 }  // namespace

@@ -10,22 +10,17 @@
 #include <string>
 #include <vector>
 
+#include <cntrtable/attributes.h>
 #include <cntrtable/outlines.h>
 
 namespace table {
 
-/// Why a feature is qcOutlineKind::eNothing.
-struct Problem {
-  std::size_t feature;
-  std::string why;
-};
-
 struct OutlineColumns {
-  /// x and y in turn; `owner` keeps them.
-  std::span<const double> coordinates;
-  std::shared_ptr<const void> owner;
-  /// Of each ring, in vertices; a repeated last vertex is left out.
-  std::vector<std::int64_t> ringStarts;
+  /// What keeps the vertices.
+  std::vector<std::shared_ptr<const void>> owners;
+  /// Where the vertices of each ring lie, x and y in turn.
+  std::vector<const double*> ringPlaces;
+  /// How many there are; a repeated last one is left out.
   std::vector<std::int64_t> ringCounts;
   /// Where each part begins in the list of rings, and where the last one ends.
   std::vector<std::int64_t> partRings;
@@ -34,14 +29,16 @@ struct OutlineColumns {
   std::vector<qcOutlineKind> kinds;
   /// One for each feature, -1 for none.
   std::vector<std::int64_t> labels;
-  /// One for each vertex of `coordinates`, or none at all.
   std::vector<qcEdgelet> edgelets;
-  /// Which rings have edge elements; empty where all have them, or none.
-  std::vector<bool> ringsWithEdgelets;
+  /// Where those of each ring begin, one for each vertex; -1 for none. Empty where no ring has any.
+  std::vector<std::int64_t> ringEdgelets;
   /// In the order of the features.
   std::vector<Problem> problems;
 
   static qcOutlines asOutlines(OutlineColumns&& columns);
+  /// The columns of all lists, one list behind the other; vertices are shared. REQUIRES: no list is
+  /// a slice.
+  static OutlineColumns joined(std::span<const qcOutlines> lists);
 };
 
 /// See qcOutlines::fromRagged(). `nulls` tells which features are null; it has no elements where

@@ -30,38 +30,45 @@ std::vector<std::int64_t> copied(std::span<const std::int64_t> numbers) {
 
 bool isSameNumber(double a, double b) { return a == b || (std::isnan(a) && std::isnan(b)); }
 
-void takeCoordinates(OutlineColumns& columns, std::span<const double> coordinates,
-                     std::shared_ptr<const void> owner) {
-  if (owner == nullptr) {
-    const auto copy =
-        std::make_shared<const std::vector<double>>(coordinates.begin(), coordinates.end());
-    columns.coordinates = *copy;
-    columns.owner = copy;
-  } else {
-    columns.coordinates = coordinates;
-    columns.owner = std::move(owner);
+/// The coordinates where they lie from now on: with `owner`, or in a copy where it is null.
+std::span<const double> keptCoordinates(OutlineColumns& columns,
+                                        std::span<const double> coordinates,
+                                        std::shared_ptr<const void> owner) {
+  if (owner != nullptr) {
+    columns.owners.push_back(std::move(owner));
+    return coordinates;
   }
+  const auto copy =
+      std::make_shared<const std::vector<double>>(coordinates.begin(), coordinates.end());
+  columns.owners.push_back(copy);
+  return *copy;
 }
 
-void takeRings(OutlineColumns& columns, const qcRaggedOutlines& arrays) {
+void takeRings(OutlineColumns& columns, const qcRaggedOutlines& arrays,
+               std::shared_ptr<const void> owner) {
   const std::span<const std::int64_t> offsets = arrays.rings;
   if (offsets.empty()) refuse("there are no ring offsets");
   requireOffsets(offsets, "ring", asOffset(arrays.coordinates.size() / 2), "vertices");
   const std::size_t count = offsets.size() - 1;
-  columns.ringStarts.assign(offsets.begin(), offsets.end() - 1);
+  const std::span<const double> kept =
+      keptCoordinates(columns, arrays.coordinates, std::move(owner));
+  columns.ringPlaces.resize(count);
   columns.ringCounts.resize(count);
   const bool isClosed = arrays.kind == qcOutlineKind::eAreas;
   for (std::size_t i = 0; i < count; ++i) {
     const std::int64_t vertices = offsets[i + 1] - offsets[i];
-    const std::span<const double> ring =
-        arrays.coordinates.subspan(2 * asSize(offsets[i]), 2 * asSize(vertices));
+    const std::span<const double> ring = kept.subspan(2 * asSize(offsets[i]), 2 * asSize(vertices));
     const bool repeats = isClosed && repeatsFirstVertex(ring);
+    columns.ringPlaces[i] = ring.data();
     columns.ringCounts[i] = repeats ? vertices - 1 : vertices;
   }
+  if (arrays.edgelets.empty()) return;
+  columns.edgelets.assign(arrays.edgelets.begin(), arrays.edgelets.end());
+  columns.ringEdgelets.assign(offsets.begin(), offsets.end() - 1);
 }
 
 void takePartsAndFeatures(OutlineColumns& columns, const qcRaggedOutlines& arrays) {
-  const auto rings = asOffset(columns.ringStarts.size());
+  const auto rings = asOffset(columns.ringCounts.size());
   const bool isAreas = arrays.kind == qcOutlineKind::eAreas;
   const bool featuresAreParts = isAreas && arrays.parts.empty() && !arrays.features.empty();
   if (!arrays.parts.empty()) {
@@ -72,7 +79,7 @@ void takePartsAndFeatures(OutlineColumns& columns, const qcRaggedOutlines& array
     requireOffsets(arrays.features, "feature", rings, "rings");
     columns.partRings = copied(arrays.features);
   } else {
-    columns.partRings = countedUp(columns.ringStarts.size());
+    columns.partRings = countedUp(columns.ringCounts.size());
   }
   const std::size_t parts = columns.partRings.size() - 1;
   if (arrays.features.empty() || featuresAreParts) {
@@ -81,6 +88,39 @@ void takePartsAndFeatures(OutlineColumns& columns, const qcRaggedOutlines& array
     requireOffsets(arrays.features, "feature", asOffset(parts), "parts");
     columns.featureParts = copied(arrays.features);
   }
+}
+
+template <class T>
+void append(std::vector<T>& all, const std::vector<T>& more) {
+  all.insert(all.end(), more.begin(), more.end());
+}
+
+/// Offsets that go on from the last one.
+void appendOffsets(std::vector<std::int64_t>& all, const std::vector<std::int64_t>& more) {
+  const std::int64_t shift = all.back() - more.front();
+  for (std::size_t i = 1; i < more.size(); ++i) all.push_back(more[i] + shift);
+}
+
+void appendEdgelets(OutlineColumns& all, const OutlineColumns& more) {
+  if (more.edgelets.empty()) return;
+  const std::int64_t shift = asOffset(all.edgelets.size());
+  all.ringEdgelets.resize(all.ringCounts.size(), -1);
+  for (const std::int64_t start : more.ringEdgelets)
+    all.ringEdgelets.push_back(start < 0 ? start : start + shift);
+  append(all.edgelets, more.edgelets);
+}
+
+void append(OutlineColumns& all, const OutlineColumns& more) {
+  appendEdgelets(all, more);
+  for (const Problem& problem : more.problems)
+    all.problems.push_back({problem.feature + all.kinds.size(), problem.why});
+  append(all.owners, more.owners);
+  append(all.ringPlaces, more.ringPlaces);
+  append(all.ringCounts, more.ringCounts);
+  appendOffsets(all.partRings, more.partRings);
+  appendOffsets(all.featureParts, more.featureParts);
+  append(all.kinds, more.kinds);
+  append(all.labels, more.labels);
 }
 
 /// Which features there is nothing of.
@@ -106,6 +146,15 @@ qcOutlines OutlineColumns::asOutlines(OutlineColumns&& columns) {
   return qcOutlines(std::make_shared<const OutlineColumns>(std::move(columns)));
 }
 
+OutlineColumns OutlineColumns::joined(std::span<const qcOutlines> lists) {
+  OutlineColumns all;
+  all.partRings.push_back(0);
+  all.featureParts.push_back(0);
+  for (const qcOutlines& list : lists)
+    if (list.size() > 0) append(all, *list.columns_);
+  return all;
+}
+
 OutlineColumns columnsOf(const qcRaggedOutlines& arrays, std::shared_ptr<const void> owner,
                          const std::vector<bool>& nulls) {
   const std::size_t numbers = arrays.coordinates.size();
@@ -115,12 +164,10 @@ OutlineColumns columnsOf(const qcRaggedOutlines& arrays, std::shared_ptr<const v
            std::to_string(numbers / 2) + " vertices");
   }
   OutlineColumns columns;
-  takeRings(columns, arrays);
+  takeRings(columns, arrays, std::move(owner));
   takePartsAndFeatures(columns, arrays);
   takeKinds(columns, arrays.kind, nulls);
   columns.labels.assign(columns.kinds.size(), -1);
-  columns.edgelets.assign(arrays.edgelets.begin(), arrays.edgelets.end());
-  takeCoordinates(columns, arrays.coordinates, std::move(owner));
   return columns;
 }
 
@@ -197,18 +244,16 @@ std::size_t qcOutlines::rings(std::size_t feature, std::size_t part) const {
 std::span<const double> qcOutlines::ring(std::size_t feature, std::size_t part,
                                          std::size_t ring) const {
   const std::size_t number = firstRing(feature, part) + ring;
-  return columns_->coordinates.subspan(2 * asSize(columns_->ringStarts[number]),
-                                       2 * asSize(columns_->ringCounts[number]));
+  return {columns_->ringPlaces[number], 2 * asSize(columns_->ringCounts[number])};
 }
 
 std::span<const qcEdgelet> qcOutlines::edgelets(std::size_t feature, std::size_t part,
                                                 std::size_t ring) const {
-  if (columns_->edgelets.empty()) return {};
   const std::size_t number = firstRing(feature, part) + ring;
-  const auto& flags = columns_->ringsWithEdgelets;
-  if (!flags.empty() && !flags[number]) return {};
+  const std::vector<std::int64_t>& starts = columns_->ringEdgelets;
+  if (starts.empty() || starts[number] < 0) return {};
   return std::span(columns_->edgelets)
-      .subspan(asSize(columns_->ringStarts[number]), asSize(columns_->ringCounts[number]));
+      .subspan(asSize(starts[number]), asSize(columns_->ringCounts[number]));
 }
 
 std::vector<qcRings> qcOutlines::feature(std::size_t feature) const {
@@ -244,8 +289,7 @@ qcOutlines qcOutlines::slice(std::size_t first, std::size_t count) const {
 qcOutlines qcOutlines::selected(std::span<const std::size_t> features) const {
   if (features.empty()) return slice(0, 0);
   OutlineColumns columns;
-  columns.coordinates = columns_->coordinates;
-  columns.owner = columns_->owner;
+  columns.owners = columns_->owners;
   columns.edgelets = columns_->edgelets;
   columns.partRings.push_back(0);
   columns.featureParts.push_back(0);
@@ -257,16 +301,13 @@ qcOutlines qcOutlines::selected(std::span<const std::size_t> features) const {
     for (std::size_t part = 0; part < parts(feature); ++part) {
       const auto begin = asOffset(firstRing(feature, part));
       const auto end = asOffset(firstRing(feature, part + 1));
-      columns.ringStarts.insert(columns.ringStarts.end(), columns_->ringStarts.begin() + begin,
-                                columns_->ringStarts.begin() + end);
-      columns.ringCounts.insert(columns.ringCounts.end(), columns_->ringCounts.begin() + begin,
-                                columns_->ringCounts.begin() + end);
-      const auto& flags = columns_->ringsWithEdgelets;
-      if (!flags.empty()) {
-        columns.ringsWithEdgelets.insert(columns.ringsWithEdgelets.end(), flags.begin() + begin,
-                                         flags.begin() + end);
-      }
-      columns.partRings.push_back(asOffset(columns.ringStarts.size()));
+      const auto addRings = [begin, end](auto& numbers, const auto& from) {
+        numbers.insert(numbers.end(), from.begin() + begin, from.begin() + end);
+      };
+      addRings(columns.ringPlaces, columns_->ringPlaces);
+      addRings(columns.ringCounts, columns_->ringCounts);
+      if (!columns_->ringEdgelets.empty()) addRings(columns.ringEdgelets, columns_->ringEdgelets);
+      columns.partRings.push_back(asOffset(columns.ringCounts.size()));
     }
     if (kind(feature) == qcOutlineKind::eNothing)
       columns.problems.push_back({columns.kinds.size(), problem(feature)});

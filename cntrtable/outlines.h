@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 //
-// Many features at once, as columns: all coordinates in one list, and lists of numbers that tell
-// where rings, parts and features begin in it. Well-known binary is in wkb.h, Arrow in geoarrow.h,
-// and what is measured of them in measuring.h.
+// Many features at once, as columns: the place and the number of each ring's vertices, and lists of
+// numbers that tell where parts and features begin among the rings. Well-known binary is in wkb.h,
+// Arrow in geoarrow.h, and what is measured of them in measuring.h.
 
 #pragma once
 
@@ -184,6 +184,9 @@ class CNTRTABLE_EXPORT qcOutlinesBuilder {
   void addPoints(const std::vector<qcVector<2>>& points);
   void addParts(std::vector<const qcRegion*> regions);
 
+  /// All but the places of rings, which move as long as coordinates are added.
   std::unique_ptr<table::OutlineColumns> columns_;
   std::vector<double> coordinates_;
+  /// Where each ring begins in the coordinates.
+  std::vector<std::size_t> ringStarts_;
 };

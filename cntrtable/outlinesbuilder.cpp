@@ -23,6 +23,16 @@ std::int64_t sizeOf(const std::vector<T>& list) {
   return static_cast<std::int64_t>(list.size());
 }
 
+/// Of the rings from number `rings` on.
+void dropEdgelets(OutlineColumns& columns, std::size_t rings) {
+  std::vector<std::int64_t>& starts = columns.ringEdgelets;
+  if (starts.size() <= rings) return;
+  const auto first = std::find_if(starts.begin() + static_cast<std::ptrdiff_t>(rings), starts.end(),
+                                  [](std::int64_t start) { return start >= 0; });
+  if (first != starts.end()) columns.edgelets.resize(static_cast<std::size_t>(*first));
+  starts.resize(rings);
+}
+
 std::optional<std::uint32_t> labelOf(const qcContour& contour) {
   return static_cast<std::uint32_t>(contour.label());
 }
@@ -92,27 +102,25 @@ void qcOutlinesBuilder::add(const qcOutlines& outlines, std::size_t feature) {
 std::span<double> qcOutlinesBuilder::addRing(std::size_t vertices) {
   const std::size_t start = coordinates_.size();
   coordinates_.resize(start + 2 * vertices);
-  columns_->ringStarts.push_back(static_cast<std::int64_t>(start / 2));
+  ringStarts_.push_back(start);
   columns_->ringCounts.push_back(static_cast<std::int64_t>(vertices));
   return std::span(coordinates_).subspan(start);
 }
 
 void qcOutlinesBuilder::setEdgelets(std::span<const qcEdgelet> edgelets) {
-  columns_->edgelets.resize(static_cast<std::size_t>(columns_->ringStarts.back()));
+  columns_->ringEdgelets.resize(ringStarts_.size(), -1);
+  columns_->ringEdgelets.back() = sizeOf(columns_->edgelets);
   columns_->edgelets.insert(columns_->edgelets.end(), edgelets.begin(), edgelets.end());
-  columns_->ringsWithEdgelets.resize(columns_->ringStarts.size());
-  columns_->ringsWithEdgelets.back() = true;
 }
 
 void qcOutlinesBuilder::leaveOutRepeated() {
-  const std::size_t first = 2 * static_cast<std::size_t>(columns_->ringStarts.back());
-  if (!table::repeatsFirstVertex(std::span(coordinates_).subspan(first))) return;
+  if (!table::repeatsFirstVertex(std::span(coordinates_).subspan(ringStarts_.back()))) return;
   coordinates_.resize(coordinates_.size() - 2);
   --columns_->ringCounts.back();
 }
 
 void qcOutlinesBuilder::endPart() {
-  const std::int64_t rings = sizeOf(columns_->ringStarts);
+  const std::int64_t rings = sizeOf(ringStarts_);
   if (columns_->partRings.back() < rings) columns_->partRings.push_back(rings);
 }
 
@@ -120,8 +128,7 @@ void qcOutlinesBuilder::endFeature(qcOutlineKind kind, std::optional<std::uint32
   endPart();
   const auto firstPart = static_cast<std::size_t>(columns_->featureParts.back());
   const auto firstRing = static_cast<std::size_t>(columns_->partRings[firstPart]);
-  if (firstRing == columns_->ringStarts.size() ||
-      2 * static_cast<std::size_t>(columns_->ringStarts[firstRing]) == coordinates_.size()) {
+  if (firstRing == ringStarts_.size() || ringStarts_[firstRing] == coordinates_.size()) {
     failFeature("empty");
     return;
   }
@@ -134,13 +141,10 @@ void qcOutlinesBuilder::failFeature(const std::string& why) {
   const auto parts = static_cast<std::size_t>(columns_->featureParts.back());
   columns_->partRings.resize(parts + 1);
   const auto rings = static_cast<std::size_t>(columns_->partRings.back());
-  if (rings < columns_->ringStarts.size())
-    coordinates_.resize(2 * static_cast<std::size_t>(columns_->ringStarts[rings]));
-  columns_->ringStarts.resize(rings);
+  dropEdgelets(*columns_, rings);
+  if (rings < ringStarts_.size()) coordinates_.resize(ringStarts_[rings]);
+  ringStarts_.resize(rings);
   columns_->ringCounts.resize(rings);
-  if (columns_->ringsWithEdgelets.size() > rings) columns_->ringsWithEdgelets.resize(rings);
-  if (columns_->edgelets.size() > coordinates_.size() / 2)
-    columns_->edgelets.resize(coordinates_.size() / 2);
   columns_->problems.push_back({columns_->kinds.size(), why});
   columns_->featureParts.push_back(columns_->featureParts.back());
   columns_->kinds.push_back(qcOutlineKind::eNothing);
@@ -148,14 +152,13 @@ void qcOutlinesBuilder::failFeature(const std::string& why) {
 }
 
 qcOutlines qcOutlinesBuilder::finish() {
-  std::vector<bool>& flags = columns_->ringsWithEdgelets;
-  const bool hasEdgelets = std::find(flags.begin(), flags.end(), true) != flags.end();
-  columns_->edgelets.resize(hasEdgelets ? coordinates_.size() / 2 : 0);
-  flags.resize(hasEdgelets ? columns_->ringStarts.size() : 0);
+  columns_->ringEdgelets.resize(columns_->edgelets.empty() ? 0 : ringStarts_.size(), -1);
   const auto owned = std::make_shared<const std::vector<double>>(std::move(coordinates_));
   coordinates_.clear();
-  columns_->coordinates = *owned;
-  columns_->owner = owned;
+  columns_->owners.push_back(owned);
+  columns_->ringPlaces.reserve(ringStarts_.size());
+  for (const std::size_t start : ringStarts_) columns_->ringPlaces.push_back(owned->data() + start);
+  ringStarts_.clear();
   const std::unique_ptr<OutlineColumns> done = std::exchange(columns_, emptyColumns());
   return OutlineColumns::asOutlines(std::move(*done));
 }

@@ -1,8 +1,9 @@
 // SPDX-License-Identifier: MIT
 //
-// Fuzz target: Arrow columns of any structure, alone or as the chunks of a stream. Buffers are as
-// large as the lengths demand, each in a block of its own; everything else may be wrong. Whatever
-// is not refused must come back from Arrow.
+// Fuzz target: Arrow columns of any structure, alone or in tables with labels, problems and edge
+// elements, once or as the chunks of a stream. Buffers are as large as the lengths demand, each in
+// a block of its own; everything else may be wrong. Whatever is not refused must come back from
+// Arrow.
 
 #include <algorithm>
 #include <array>
@@ -11,6 +12,7 @@
 
 #include <cntr/contourdefs.h>
 #include <cntrtable/arrowmaking.h>
+#include <cntrtable/attributes.h>
 #include <cntrtable/geoarrow.h>
 
 #include "input.h"
@@ -30,8 +32,11 @@ constexpr std::array extensions{"",
                                 "geoarrow.wkb",
                                 "geoarrow.point"};
 constexpr std::array names{"x", "y", "z"};
+/// What labels, magnitudes and angles may be, and what not.
+constexpr std::array numberFormats{"S", "C", "c", "s", "i", "I", "l", "L", "g"};
+constexpr std::array textFormats{"u", "U", "vu", "z"};
 /// Beyond all offsets that never decrease.
-constexpr std::size_t wkbBytes = 1024;
+constexpr std::size_t bytesOfValues = 1024;
 
 std::size_t childrenOf(const std::string& format, Input& input) {
   if (format == "+s") return 2 + input.below(3);
@@ -96,17 +101,39 @@ void drawViews(Input& input, std::size_t items, std::vector<table::ArrowBuffer>&
   buffers.push_back(table::bufferOf(std::move(sizes)));
 }
 
+/// 0 for what is no number.
+std::size_t sizeOfNumber(const std::string& format) {
+  if (format.size() != 1) return 0;
+  switch (format[0]) {
+    case 'c':
+    case 'C':
+      return 1;
+    case 's':
+    case 'S':
+      return 2;
+    case 'i':
+    case 'I':
+      return 4;
+    case 'l':
+    case 'L':
+    case 'g':
+      return 8;
+    default:
+      return 0;
+  }
+}
+
 std::vector<table::ArrowBuffer> drawBuffers(Input& input, const std::string& format,
                                             std::size_t items) {
   std::vector<table::ArrowBuffer> buffers;
   buffers.push_back(input.below(4) == 0 ? drawBytes(input, (items + 7) / 8) : nullptr);
-  if (format == "+l" || format == "z")
+  if (format == "+l" || format == "z" || format == "u")
     buffers.push_back(drawOffsets<std::int32_t>(input, items + 1));
-  if (format == "+L" || format == "Z")
+  if (format == "+L" || format == "Z" || format == "U")
     buffers.push_back(drawOffsets<std::int64_t>(input, items + 1));
-  if (format == "g") buffers.push_back(drawBytes(input, items * sizeof(double)));
-  if (format == "z" || format == "Z") buffers.push_back(drawBytes(input, wkbBytes));
-  if (format == "vz") drawViews(input, items, buffers);
+  if (sizeOfNumber(format) > 0) buffers.push_back(drawBytes(input, items * sizeOfNumber(format)));
+  if (format.find_first_of("zZuU") == 0) buffers.push_back(drawBytes(input, bytesOfValues));
+  if (format == "vz" || format == "vu") drawViews(input, items, buffers);
   return buffers;
 }
 
@@ -116,22 +143,19 @@ std::int64_t drawBufferCount(Input& input, const std::string& format) {
   constexpr std::int64_t withoutValues = 3;
   const auto count = input.flag() ? std::numeric_limits<std::int64_t>::min()
                                   : static_cast<std::int64_t>(input.bits(8));
-  return format == "vz" ? std::min(count, withoutValues) : count;
+  return format.starts_with("v") ? std::min(count, withoutValues) : count;
 }
 
 /// As its format demands, except for some of its numbers and pointers.
-qcArrowColumn drawColumn(Input& input, int depth) {
-  const std::string format = formats[input.below(depth > 4 ? 5 : formats.size())];
+qcArrowColumn drawArray(Input& input, const table::ArrowKind& kind, std::int64_t length,
+                        std::vector<qcArrowColumn>&& children) {
+  const std::string& format = kind.format;
   std::vector<qcArrowSchema> schemas;
   std::vector<qcArrowArray> arrays;
-  for (std::size_t left = depth > 4 ? 0 : childrenOf(format, input); left > 0; --left) {
-    qcArrowColumn child = drawColumn(input, depth + 1);
+  for (qcArrowColumn& child : children) {
     schemas.push_back(std::move(child.schema));
     arrays.push_back(std::move(child.array));
   }
-  const char* const extension = depth == 0 ? extensions[input.below(extensions.size())] : "";
-  const char* const name = names[input.below(names.size())];
-  const std::int64_t length = drawLength(input);
   const std::int64_t offset = input.below(4) == 0 ? drawLength(input) : 0;
   constexpr std::int64_t most = 64;
   const bool isSound = length >= 0 && length < most && offset >= 0 && offset < most;
@@ -139,7 +163,7 @@ qcArrowColumn drawColumn(Input& input, int depth) {
   std::vector<table::ArrowBuffer> buffers = drawBuffers(input, format, items);
   const std::int64_t nulls = static_cast<std::int64_t>(input.below(8)) - 2;
   qcArrowColumn column{
-      table::makeArrowSchema({format, name, extension}, std::move(schemas)),
+      table::makeArrowSchema(kind, std::move(schemas)),
       table::makeArrowArray(length, nulls > 1 ? 0 : nulls, std::move(buffers), std::move(arrays))};
   column.array->offset = offset;
   switch (input.below(32)) {
@@ -174,6 +198,64 @@ qcArrowColumn drawColumn(Input& input, int depth) {
       break;
   }
   return column;
+}
+
+qcArrowColumn drawColumn(Input& input, int depth) {
+  const std::string format = formats[input.below(depth > 4 ? 5 : formats.size())];
+  std::vector<qcArrowColumn> children;
+  for (std::size_t left = depth > 4 ? 0 : childrenOf(format, input); left > 0; --left)
+    children.push_back(drawColumn(input, depth + 1));
+  const char* const extension = depth == 0 ? extensions[input.below(extensions.size())] : "";
+  const char* const name = names[input.below(names.size())];
+  const std::int64_t length = drawLength(input);
+  return drawArray(input, {format, name, extension}, length, std::move(children));
+}
+
+qcArrowColumn drawNumbers(Input& input, const char* name, std::int64_t length) {
+  const char* const format = numberFormats[input.below(numberFormats.size())];
+  return drawArray(input, {format, name, ""}, length, {});
+}
+
+/// Lists of edge elements; there are enough for all offsets that are drawn.
+qcArrowColumn drawEdges(Input& input, std::int64_t rows) {
+  constexpr std::int64_t enough = 60;
+  std::vector<qcArrowColumn> numbers;
+  for (const char* const name : {"magnitude", "angle"})
+    numbers.push_back(drawNumbers(input, name, enough));
+  std::vector<qcArrowColumn> elements;
+  elements.push_back(drawArray(input, {"+s", "item", ""}, enough, std::move(numbers)));
+  const char* const format = input.flag() ? "+L" : "+l";
+  return drawArray(input, {format, "edge_elements", ""}, rows, std::move(elements));
+}
+
+/// The column, and what may stand beside it.
+qcArrowColumn drawTable(Input& input, qcArrowColumn&& geometry) {
+  const std::int64_t rows = geometry.array->length;
+  geometry.schema->name = "geometry";
+  std::vector<qcArrowColumn> columns;
+  columns.push_back(std::move(geometry));
+  const std::size_t others = input.byte();
+  if (others % 2 == 1) columns.push_back(drawNumbers(input, "label", rows));
+  if (others / 2 % 2 == 1) {
+    const char* const format = textFormats[input.below(textFormats.size())];
+    columns.push_back(drawArray(input, {format, "problem", ""}, rows, {}));
+  }
+  if (others / 4 % 2 == 1) columns.push_back(drawEdges(input, rows));
+  return drawArray(input, {"+s", "", ""}, rows, std::move(columns));
+}
+
+struct Drawn {
+  qcArrowColumn column;
+  std::size_t chunks = 0;
+};
+
+Drawn draw(Input& input) {
+  Drawn drawn{drawColumn(input, 0)};
+  const std::size_t choice = input.byte();
+  drawn.chunks = choice % 3;
+  constexpr std::size_t ofColumns = 128;
+  if (choice >= ofColumns) drawn.column = drawTable(input, std::move(drawn.column));
+  return drawn;
 }
 
 /// An array that counts how often it is released, wherever it has been moved.
@@ -252,6 +334,18 @@ class Stream {
   ArrowArrayStream stream_{};
 };
 
+void requireSameTable(const qcOutlines& read, const qcOutlines& written) {
+  fuzz::requireSame(read, written, "a table that has been written and read again");
+  const table::Attributes a = table::attributesOf(read);
+  const table::Attributes b = table::attributesOf(written);
+  fuzz::require(a.labels == b.labels, "the labels");
+  fuzz::require(a.edges.magnitudes == b.edges.magnitudes && a.edges.angles == b.edges.angles &&
+                    a.edges.counts == b.edges.counts,
+                "the edge elements");
+  const auto why = [](const table::Problem& problem) { return problem.why; };
+  fuzz::require(std::ranges::equal(a.problems, b.problems, {}, why, why), "the problems");
+}
+
 void requireToComeBack(const qcOutlines& outlines) {
   fuzz::examine(outlines);
   for (const auto coordinates :
@@ -259,6 +353,8 @@ void requireToComeBack(const qcOutlines& outlines) {
     qcArrowColumn again = qf_ToArrow(outlines, qcArrowLayout::eFitting, coordinates);
     fuzz::requireSame(qf_FromArrow(again.schema.get(), again.array.get()), outlines,
                       "what has been written and read again");
+    again = qf_ToArrowTable(outlines, qcArrowLayout::eFitting, coordinates);
+    requireSameTable(qf_FromArrow(again.schema.get(), again.array.get()), outlines);
   }
 }
 
@@ -302,12 +398,11 @@ void readAsStream(qcArrowColumn&& column, qcArrowColumn&& same, std::size_t chun
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   Input input({data, size});
   Input again = input;
-  qcArrowColumn column = drawColumn(input, 0);
-  const std::size_t chunks = input.below(3);
-  if (chunks == 0) {
-    readAlone(std::move(column));
+  Drawn drawn = draw(input);
+  if (drawn.chunks == 0) {
+    readAlone(std::move(drawn.column));
   } else {
-    readAsStream(std::move(column), drawColumn(again, 0), chunks, input);
+    readAsStream(std::move(drawn.column), draw(again).column, drawn.chunks, input);
   }
   return 0;
 }

@@ -263,7 +263,7 @@ void bindOutlines(nb::module_& module) {
   bindImageSources(type);
   bindOutlineForms(type);
   bindGeoJson(type);
-  bindOutlineState(module, type);
+  bindOutlineState(type);
 }
 
 }  // namespace python

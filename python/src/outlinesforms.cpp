@@ -35,9 +35,9 @@ constexpr std::array<Choice<qcArrowLayout>, 6> layouts{
      {"linestring", qcArrowLayout::eLineString},
      {"multilinestring", qcArrowLayout::eMultiLineString},
      {"wkb", qcArrowLayout::eWkb}}};
+constexpr auto interleaved = qcArrowCoordinates::eInterleaved;
 constexpr std::array<Choice<qcArrowCoordinates>, 2> coordinateLayouts{
-    {{"interleaved", qcArrowCoordinates::eInterleaved},
-     {"separated", qcArrowCoordinates::eSeparated}}};
+    {{"interleaved", interleaved}, {"separated", qcArrowCoordinates::eSeparated}}};
 
 template <class T, std::size_t count>
 T chosen(const std::array<Choice<T>, count>& choices, const std::string& name,
@@ -52,15 +52,22 @@ T chosen(const std::array<Choice<T>, count>& choices, const std::string& name,
 }
 
 ArrowColumn columnOf(const qcOutlines& outlines, qcArrowLayout layout,
-                     qcArrowCoordinates coordinates = qcArrowCoordinates::eInterleaved) {
+                     qcArrowCoordinates coordinates) {
   const nb::gil_scoped_release others;
   return ArrowColumn(qf_ToArrow(outlines, layout, coordinates));
 }
 
+ArrowColumn tableOf(const qcOutlines& outlines, qcArrowLayout layout,
+                    qcArrowCoordinates coordinates) {
+  const nb::gil_scoped_release others;
+  return ArrowColumn(qf_ToArrowTable(outlines, layout, coordinates));
+}
+
 ArrowColumn toArrow(const qcOutlines& self, const std::string& layout,
-                    const std::string& coordinates) {
-  return columnOf(self, chosen(layouts, layout, "layout"),
-                  chosen(coordinateLayouts, coordinates, "coordinates"));
+                    const std::string& coordinates, bool withAttributes) {
+  const auto make = withAttributes ? tableOf : columnOf;
+  return make(self, chosen(layouts, layout, "layout"),
+              chosen(coordinateLayouts, coordinates, "coordinates"));
 }
 
 template <class Offset>
@@ -82,7 +89,7 @@ nb::list bytesIn(const ArrowArray& array) {
 }
 
 nb::list toWkb(const qcOutlines& self) {
-  const ArrowColumn column = columnOf(self, qcArrowLayout::eWkb);
+  const ArrowColumn column = columnOf(self, qcArrowLayout::eWkb, interleaved);
   const bool isLarge = column.schema().format == std::string_view("Z");
   return isLarge ? bytesIn<std::int64_t>(column.array()) : bytesIn<std::int32_t>(column.array());
 }
@@ -108,12 +115,14 @@ nb::tuple toRagged(const qcOutlines& self) {
 
 void bindOutlineForms(OutlinesClass& type) {
   type.def("to_arrow", toArrow, nb::arg("layout") = "fitting",
-           nb::arg("coordinates") = "interleaved",
+           nb::arg("coordinates") = "interleaved", nb::kw_only(), nb::arg("attributes") = false,
            "The features as a GeoArrow column. The layout is 'polygon', 'multipolygon',\n"
            "'linestring', 'multilinestring', 'wkb', or the first of these that fits;\n"
-           "coordinates are 'interleaved' or 'separated'. Features without geometry are null;\n"
-           "labels and edge elements are left out. Raises BadParamsError for a layout that\n"
-           "cannot hold a feature.")
+           "coordinates are 'interleaved' or 'separated'. Features without geometry are null.\n"
+           "With attributes=True a table of the column `geometry` and those that to_parquet()\n"
+           "writes: `label`, and where there are any `problem` and `edge_elements`. The outlines\n"
+           "themselves are such a table to packages that take one. Raises BadParamsError for a\n"
+           "layout that cannot hold a feature.")
       .def("to_wkb", toWkb, nb::sig("def to_wkb(self) -> list[bytes | None]"),
            "Each feature as well-known binary, None for features without geometry.")
       .def("to_shapely", toShapely,
@@ -137,8 +146,9 @@ void bindOutlineForms(OutlinesClass& type) {
            "offsets of rings, features and parts. Rings of areas repeat their first vertex;\n"
            "features without geometry have no parts. Labels, edge elements and the kind of the\n"
            "features are left out.");
-  defineArrowMethods(
-      type, [](const qcOutlines& self) { return columnOf(self, qcArrowLayout::eFitting); });
+  defineArrowMethods(type, [](const qcOutlines& self) {
+    return tableOf(self, qcArrowLayout::eFitting, interleaved);
+  });
 }
 
 }  // namespace python

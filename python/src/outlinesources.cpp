@@ -176,8 +176,10 @@ void bindOutlineSources(OutlinesClass& type) {
           "from_arrow", outlinesFromArrow, nb::arg("column"),
           nb::sig("def from_arrow(column: object) -> Outlines"),
           "The features of a column of any package with Arrow's PyCapsule interface: GeoArrow\n"
-          "lines and polygons, lists of the same depth, and well-known binary. Interleaved\n"
-          "float64 coordinates are not copied. A null becomes a feature without geometry; an\n"
+          "lines and polygons, lists of the same depth, and well-known binary; or of a table\n"
+          "with such a column `geometry`, and `label`, `problem` and `edge_elements` if they\n"
+          "have the types that to_arrow(attributes=True) gives them. Interleaved float64\n"
+          "coordinates are not copied. A null becomes a feature without geometry; an\n"
           "inconsistent column raises BadParamsError.")
       .def_static(
           "from_wkb", fromWkb, nb::arg("values"),

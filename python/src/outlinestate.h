@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// Outlines as plain Python values that hold all there is of them, to be kept and to be made
-// Outlines of again: for pickle and for files.
+// Outlines as plain Python values that hold all there is of them, for pickle.
 
 #pragma once
 
@@ -9,7 +8,7 @@
 
 namespace python {
 
-/// Defines take_apart() and put_together() of the module, and with these what pickle needs.
-void bindOutlineState(nanobind::module_& module, OutlinesClass& type);
+/// Defines what pickle needs.
+void bindOutlineState(OutlinesClass& type);
 
 }  // namespace python

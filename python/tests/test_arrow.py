@@ -82,9 +82,10 @@ def test_the_memory_of_a_column_is_kept_as_long_as_the_outlines_and_not_longer()
 def test_columns_that_were_copied_or_refused_are_released_at_once() -> None:
     coordinates = squares(1)
     before = sys.getrefcount(coordinates)
-    chunks = [polygons(coordinates, [0, 5], [0, 1])] * 2
-    table = cntr.Outlines.from_arrow(pa.chunked_array(chunks))
-    del chunks
+    numbers = pa.Array.from_buffers(pa.float64(), 10, [None, pa.py_buffer(coordinates)])
+    points = pa.StructArray.from_arrays([numbers[:5], numbers[5:]], names=["x", "y"])
+    table = cntr.Outlines.from_arrow(pa.ListArray.from_arrays(pa.array([0, 5], pa.int32()), points))
+    del numbers, points
     buffers = [pa.py_buffer(bytes(2)), pa.py_buffer(coordinates)]
     nulls = pa.FixedSizeListArray.from_arrays(pa.Array.from_buffers(pa.float64(), 10, buffers), 2)
     del buffers
@@ -93,14 +94,17 @@ def test_columns_that_were_copied_or_refused_are_released_at_once() -> None:
     del nulls
     gc.collect()
     assert sys.getrefcount(coordinates) == before
-    assert len(table) == 2
+    assert len(table) == 1
 
 
-def test_chunks_are_joined_in_their_order() -> None:
-    chunks = [polygons(squares(count), [0, 5], [0, 1]) for count in (1, 2)]
+def test_chunks_are_joined_in_their_order_and_not_copied() -> None:
+    coordinates = [squares(1), squares(2)[5:]]
+    chunks = [polygons(some, [0, 5], [0, 1]) for some in coordinates]
     empty = pa.array([], POLYGON)
     table = cntr.Outlines.from_arrow(pa.chunked_array([chunks[0], empty, chunks[1]]))
-    assert len(table) == 2
+    assert table.measure(["area"]).column("area").tolist() == [1.0, 4.0]
+    for feature, some in enumerate(coordinates):
+        assert table.vertices(feature).ctypes.data == some.ctypes.data
     assert len(cntr.Outlines.from_arrow(pa.chunked_array([], type=POLYGON))) == 0
 
 
@@ -153,6 +157,8 @@ def test_outlines_go_to_arrow_and_come_back() -> None:
         for again in (
             cntr.Outlines.from_arrow(table.to_arrow()),
             cntr.Outlines.from_arrow(table),
+            cntr.Outlines.from_arrow(pa.table(table)),
+            cntr.Outlines.from_arrow(polars.DataFrame(table)),
             cntr.Outlines.from_arrow(pa.array(table.to_arrow())),
             cntr.Outlines.from_arrow(table.to_arrow(layout="wkb")),
             cntr.Outlines.from_arrow(table.to_arrow(coordinates="separated")),
@@ -195,3 +201,71 @@ def test_the_text_of_a_column_counts_its_geometries() -> None:
     table = cntr.Outlines.from_regions([cntr.Contour([(0, 0), (1, 0), (1, 1)])] * 2)
     assert repr(table.to_arrow()) == "<cntr.ArrowColumn: 2 geometries>"
     assert repr(table[:1].to_arrow()) == "<cntr.ArrowColumn: 1 geometry>"
+
+
+EDGES = ([1, 2, 65535], [0, 128, 255])
+
+
+def labelled() -> cntr.Outlines:
+    corners = [(0.0, 0.0), (9.0, 0.0), (0.0, 9.0)]
+    square = squares(3)[10:14]
+    return cntr.Outlines.from_regions(
+        [
+            cntr.Region(square, holes=[cntr.Contour(corners, edges=EDGES)], label=4294967295),
+            cntr.Contour([]),
+            cntr.Contour(corners, label=3, edges=EDGES),
+            cntr.RegionSet([cntr.Region(square), cntr.Region(corners)]),
+        ]
+    )
+
+
+@pytest.mark.parametrize("layout", ["fitting", "multipolygon", "wkb"])
+@pytest.mark.parametrize("coordinates", ["interleaved", "separated"])
+def test_a_table_keeps_labels_problems_and_edge_elements(layout: str, coordinates: str) -> None:
+    for outlines in (labelled(), labelled()[::-1], labelled()[2:], labelled()[:0]):
+        column = outlines.to_arrow(layout, coordinates, attributes=True)
+        for table in (column, pa.table(column), pa.record_batch(column)):
+            again = cntr.Outlines.from_arrow(table)
+            assert again == outlines
+            assert again.labels.tolist() == outlines.labels.tolist()
+            assert again.problems == outlines.problems
+
+
+def test_outlines_are_such_a_table_themselves() -> None:
+    outlines = labelled()
+    for table in (outlines, pa.table(outlines), polars.DataFrame(outlines)):
+        again = cntr.Outlines.from_arrow(table)
+        assert again == outlines
+        assert again.labels.tolist() == outlines.labels.tolist()
+        assert again.problems == outlines.problems
+    table = pa.table(outlines)
+    assert table.column_names == ["geometry", "label", "problem", "edge_elements"]
+    assert table["label"].to_pylist() == [4294967295, None, 3, None]
+    assert table["problem"].to_pylist() == [None, "empty", None, None]
+    elements = [{"magnitude": m, "angle": a} for m, a in zip(*EDGES, strict=True)]
+    assert table["edge_elements"].to_pylist() == [[None] * 4 + elements, [], elements, [None] * 7]
+    assert pa.table(outlines[3:]).column_names == ["geometry", "label"]
+
+
+def test_tables_are_not_copied_and_their_rows_count_on() -> None:
+    coordinates = [squares(1), squares(2)[5:]]
+    batches = [
+        pa.record_batch({"label": [label], "geometry": polygons(some, [0, 5], [0, 1]), "x": ["-"]})
+        for label, some in zip((7, 2**32 - 1), coordinates, strict=True)
+    ]
+    table = cntr.Outlines.from_arrow(pa.Table.from_batches(batches))
+    assert table.labels.tolist() == [7, 2**32 - 1]
+    for feature, some in enumerate(coordinates):
+        assert table.vertices(feature).ctypes.data == some.ctypes.data
+    last = pa.record_batch(
+        {"label": [-1], "geometry": polygons(squares(1), [0, 5], [0, 1]), "x": ["-"]}
+    )
+    with pytest.raises(
+        cntr.BadParamsError, match=r"^label in row 2 must be from 0 to 4294967295, not -1$"
+    ):
+        cntr.Outlines.from_arrow(pa.Table.from_batches([*batches, last]))
+
+
+def test_tables_without_geometry_are_refused() -> None:
+    with pytest.raises(cntr.BadParamsError, match=r"^the table has no column 'geometry'$"):
+        cntr.Outlines.from_arrow(pa.table({"label": [1]}))

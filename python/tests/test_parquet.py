@@ -138,6 +138,23 @@ def test_geoarrow_encodings_are_read(lines: bool, tmp_path: pathlib.Path) -> Non
         assert cntr.read_parquet(tmp_path / "native.parquet") == table
 
 
+def test_geoarrow_encodings_have_labels_and_edge_elements_too(tmp_path: pathlib.Path) -> None:
+    path = tmp_path / "native.parquet"
+    column = pa.array(cntr.Outlines.from_wkb(TRIANGLES).to_arrow(coordinates="separated"))
+    labels = pa.array([7, None, 2**32 - 1])
+    edges = elements(ELEMENTS, None, ELEMENTS, of=pa.int64())
+    problems = pa.array(["no problem", None, None])
+    write(path, column, "polygon", label=labels, edge_elements=edges, problem=problems)
+    table = cntr.read_parquet(path)
+    assert table.labels.tolist() == [7, -1, 2**32 - 1]
+    assert table.problems == {}
+    region = cntr.Region(HOLE, edges=([1, 3, 65535], [2, 4, 255]))
+    assert list(table) == [region, cntr.Region(HOLE), region]
+    write(path, column, "polygon", label=pa.array([7, None, -2]))
+    with pytest.raises(ValueError, match=r"label in row 2 must be from 0 to 4294967295, not -2$"):
+        cntr.read_parquet(path)
+
+
 def test_files_without_outlines_are_refused(tmp_path: pathlib.Path) -> None:
     plain = tmp_path / "plain.parquet"
     pyarrow.parquet.write_table(pa.table({"a": [1]}), plain)
@@ -230,7 +247,7 @@ def test_edge_elements_are_one_for_each_vertex(tmp_path: pathlib.Path) -> None:
     path = tmp_path / "a.parquet"
     column = elements(ELEMENTS, ELEMENTS[:2], None, of=pa.int64())
     write(path, pa.array(TRIANGLES, pa.binary()), "WKB", edge_elements=column)
-    message = r"^feature 1 has 2 edge elements for 3 vertices$"
+    message = r"a\.parquet: feature 1 has 2 edge elements for 3 vertices$"
     with pytest.raises(ValueError, match=message):
         cntr.read_parquet(path)
 
@@ -243,6 +260,7 @@ def test_edge_elements_are_one_for_each_vertex(tmp_path: pathlib.Path) -> None:
         pa.array([[1], [2], None]),
         pa.array([[{"magnitude": "a", "angle": 1}], None, []]),
         pa.array([[{"magnitude": 1}], None, []]),
+        pa.array(["a", "b", None]).dictionary_encode(),
     ],
 )
 @pytest.mark.parametrize("name", ["label", "edge_elements", "problem"])

@@ -8,7 +8,6 @@ import numpy as np
 import pytest
 
 import cntr
-from cntr import _core
 
 SQUARE = [(0.0, 0.0), (10.0, 0.0), (10.0, 10.0), (0.0, 10.0)]
 HOLE = [(1.0, 1.0), (1.0, 2.0), (2.0, 2.0)]
@@ -46,26 +45,33 @@ def test_copies_are_equal() -> None:
     assert copy.deepcopy(table) == table
 
 
-def test_what_was_taken_apart_must_fit_to_be_put_together() -> None:
-    values, labels, problems, edges = _core.take_apart(outlines())
-    assert edges is not None
-    assert _core.put_together(values, labels, problems, edges)[:4] == outlines()[:4]
+def put_together(*state: object) -> cntr.Outlines:
+    table = cntr.Outlines.__new__(cntr.Outlines)
+    table.__setstate__(state)
+    return table
+
+
+def test_the_state_of_outlines_must_fit_together() -> None:
+    _, _, state = outlines().__reduce__()
+    assert isinstance(state, tuple)
+    values, labels, problems, edges = state
+    assert put_together(values, labels, problems, edges)[:4] == outlines()[:4]
     with pytest.raises(ValueError, match=r"^there must be a label for each feature$"):
-        _core.put_together(values, labels[1:], problems, edges)
+        put_together(values, labels[1:], problems, edges)
     with pytest.raises(ValueError, match=r"^there are too few edge elements$"):
-        _core.put_together(values, labels, problems, (edges[0][1:], edges[1][1:], edges[2]))
+        put_together(values, labels, problems, (edges[0][1:], edges[1][1:], edges[2]))
     longer = (np.append(edges[0], edges[0][:1]), np.append(edges[1], edges[1][:1]), edges[2])
     with pytest.raises(ValueError, match=r"^there are too many edge elements$"):
-        _core.put_together(values, labels, problems, longer)
+        put_together(values, labels, problems, longer)
     with pytest.raises(ValueError, match=r"^there must be as many magnitudes as angles$"):
-        _core.put_together(values, labels, problems, (edges[0], edges[1][1:], edges[2]))
+        put_together(values, labels, problems, (edges[0], edges[1][1:], edges[2]))
     with pytest.raises(ValueError, match=r"^there must be a number of edge elements for each"):
-        _core.put_together(values, labels, problems, (edges[0], edges[1], edges[2][1:]))
+        put_together(values, labels, problems, (edges[0], edges[1], edges[2][1:]))
     with pytest.raises(ValueError, match=r"^there are too few edge elements$"):
-        _core.put_together(values, labels, problems, (edges[0], edges[1], edges[2] - 1))
+        put_together(values, labels, problems, (edges[0], edges[1], edges[2] - 1))
     uneven = edges[2] + np.array([1, 0, -1, 0, 0])
     with pytest.raises(ValueError, match=r"^feature 0 has 8 edge elements for 7 vertices$"):
-        _core.put_together(values, labels, problems, (edges[0], edges[1], uneven))
+        put_together(values, labels, problems, (edges[0], edges[1], uneven))
 
 
 def test_outlines_are_equal_when_their_features_are() -> None:

@@ -686,12 +686,27 @@ TEST(GeoArrow, OfAStreamHasAllColumnsOneBehindTheOther) {
   expectSame(outlines.slice(3, 3), multipolygons());
 }
 
-TEST(GeoArrow, OfAStreamOfOneColumnSharesItsCoordinates) {
-  Chunks chunks(qcArrowLayout::ePolygon, {polygons()});
-  const void* const coordinates =
-      chunks.column(0).array->children[0]->children[0]->children[0]->buffers[1];
-  const qcOutlines outlines = qf_FromArrow(chunks.get());
-  EXPECT_EQ(static_cast<const void*>(outlines.ring(0, 0, 0).data()), coordinates);
+TEST(GeoArrow, OfAStreamSharesTheCoordinatesOfAllColumns) {
+  for (const std::size_t count : {1U, 3U}) {
+    Chunks chunks(qcArrowLayout::ePolygon, std::vector<qcOutlines>(count, polygons()));
+    std::vector<const void*> places;
+    for (std::size_t i = 0; i < count; ++i)
+      places.push_back(chunks.column(i).array->children[0]->children[0]->children[0]->buffers[1]);
+    const qcOutlines outlines = qf_FromArrow(chunks.get());
+    for (std::size_t i = 0; i < count; ++i)
+      EXPECT_EQ(static_cast<const void*>(outlines.ring(3 * i, 0, 0).data()), places[i]) << i;
+  }
+}
+
+TEST(GeoArrow, OfAStreamKeepsItsColumnsAsLongAsOneOfTheirFeatures) {
+  Chunks chunks(qcArrowLayout::ePolygon, {polygons(), polygons()});
+  qcOutlines outlines = qf_FromArrow(chunks.get());
+  const std::vector<std::size_t> last{5};
+  const qcOutlines slice = outlines.slice(3, 1);
+  const qcOutlines selected = outlines.selected(last);
+  outlines = qcOutlines();
+  EXPECT_EQ(slice.feature(0), polygons().feature(0));
+  EXPECT_EQ(selected.feature(0), polygons().feature(2));
 }
 
 TEST(GeoArrow, RefusesStreamsThatFail) {
