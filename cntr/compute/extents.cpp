@@ -2,6 +2,8 @@
 
 #include <cntr/compute/extents.h>
 
+#include <cntr/plane/lanes.h>
+
 namespace cntr::compute {
 
 namespace {
@@ -18,10 +20,29 @@ bool hasZero(const plane::Box& box) {
   return box.minX == 0.0 || box.minY == 0.0 || box.maxX == 0.0 || box.maxY == 0.0;
 }
 
+/// The low corner and the high corner of a box that grows: x and y are compared at once.
+struct Corners {
+  plane::Pair low;
+  plane::Pair high;
+
+  /// In each coordinate the result of enlarge().
+  void add(const qcVector<2>& p) noexcept {
+    const plane::Pair at{p.x(), p.y()};
+    low = at < low ? at : low;
+    high = at > high ? at : high;
+  }
+  plane::Box box() const noexcept { return {low[0], low[1], high[0], high[1]}; }
+};
+
+Corners cornersAt(const qcVector<2>& p) {
+  const plane::Pair at{p.x(), p.y()};
+  return {at, at};
+}
+
 plane::Box boundingBoxInOrder(Points points) {
-  plane::Box box = plane::edgeBox(points.front(), points.front());
-  for (const qcVector<2>& p : points.subspan(1)) box = enlarge(box, p);
-  return box;
+  Corners corners = cornersAt(points.front());
+  for (const qcVector<2>& p : points.subspan(1)) corners.add(p);
+  return corners.box();
 }
 
 }  // namespace
@@ -29,16 +50,17 @@ plane::Box boundingBoxInOrder(Points points) {
 // Two chains of comparisons side by side take half the time of one. Their order shows in the sign
 // of a zero alone, the first of which counts.
 plane::Box boundingBox(Points points) {
-  plane::Box even = plane::edgeBox(points.front(), points.front());
-  plane::Box odd = even;
+  Corners even = cornersAt(points.front());
+  Corners odd = even;
   std::size_t i = 1;
   for (; i + 1 < points.size(); i += 2) {
-    odd = enlarge(odd, points[i]);
-    even = enlarge(even, points[i + 1]);
+    odd.add(points[i]);
+    even.add(points[i + 1]);
   }
-  if (i < points.size()) odd = enlarge(odd, points[i]);
-  even.add(odd);
-  return hasZero(even) ? boundingBoxInOrder(points) : even;
+  if (i < points.size()) odd.add(points[i]);
+  plane::Box box = even.box();
+  box.add(odd.box());
+  return hasZero(box) ? boundingBoxInOrder(points) : box;
 }
 
 plane::Box boundingBox(Points points, const qcXform<2>& xform) {

@@ -17,6 +17,7 @@
 #include <vector>
 
 #include <cntr/index/policy.h>
+#include <cntr/plane/lanes.h>
 #include <cntr/plane/tolerances.h>
 
 namespace cntr::compute {
@@ -111,7 +112,7 @@ class Search {
     for (std::size_t i = firstA; i < lastA; ++i) {
       const qcVector<2>& p = path_.points[path_.endOf(i)];
       if (!best_.reaches(squaredReach(plane::edgeBox(p, p), box))) continue;
-      for (std::size_t j = std::max(i, firstB); j < lastB; ++j)
+      for (std::size_t j = std::max(i + 1, firstB); j < lastB; ++j)
         best_.offer(path_, path_.endOf(i), path_.endOf(j));
     }
   }
@@ -125,38 +126,58 @@ void offerAllFrom(const plane::Path& path, std::size_t i, FarthestPair& best) {
   for (std::size_t j = 0; j < path.points.size(); ++j) best.offer(path, i, j);
 }
 
-/// The largest squared distance from vertex i to a later one. NaN is passed over.
-double largestSquareFrom(const plane::Path& path, std::size_t i) {
-  const qcVector<2> p = path.points[i];
-  double largest = 0.0;
-  for (const qcVector<2>& q : path.points.subspan(i + 1)) {
-    const qcVector<2> difference = p - q;
-    largest = qnKernel::greater(largest, difference * difference);
-  }
-  return largest;
+/// The squared distances of two consecutive vertices, from j on, to p.
+plane::Pair squaresFrom(const plane::Path& path, std::size_t j, const qcVector<2>& p) {
+  const qcVector<2>& q = path.points[j];
+  const qcVector<2>& r = path.points[j + 1];
+  const plane::Pair fromP{p.x(), p.y()};
+  const plane::Pair toQ = plane::Pair{q.x(), q.y()} - fromP;
+  const plane::Pair toR = plane::Pair{r.x(), r.y()} - fromP;
+  const plane::Pair q2 = toQ * toQ;
+  const plane::Pair r2 = toR * toR;
+  return __builtin_shufflevector(q2, r2, 0, 2) + __builtin_shufflevector(q2, r2, 1, 3);
 }
 
-/// The first vertex after i at this computed distance from it. REQUIRES: there is one.
-std::size_t firstAtDistance(const plane::Path& path, std::size_t i, double distance) {
-  std::size_t j = i + 1;
-  while (path.points[i].distance(path.points[j]) != distance) ++j;
-  return j;
+/// The largest squared distance from vertex i to a later one. NaN is passed over.
+double largestSquareFrom(const plane::Path& path, std::size_t i) {
+  const std::size_t n = path.points.size();
+  plane::Pair largest{};
+  // Where the number of later vertices is odd, vertex i itself makes it even.
+  for (std::size_t j = i + (n - i) % 2; j < n; j += 2) {
+    const plane::Pair squares = squaresFrom(path, j, path.points[i]);
+    largest = largest < squares ? squares : largest;
+  }
+  return qnKernel::greater(largest[0], largest[1]);
+}
+
+/// The first vertex after i whose computed distance from it is the root of `square`.
+/// REQUIRES: there is one, and none is farther from vertex i.
+std::size_t firstAtRootOf(double square, const plane::Path& path, std::size_t i) {
+  const double distance = std::sqrt(square);
+  for (std::size_t j = i + 1;; ++j) {
+    const qcVector<2> difference = path.points[i] - path.points[j];
+    const bool mayTie = difference * difference * plane::tieSlack >= square;
+    if (mayTie && difference.len() == distance) return j;
+  }
+}
+
+/// True when the computed roots of two squares are equal. REQUIRES: the first one is smaller.
+bool haveOneRoot(double smaller, double larger) {
+  return smaller * plane::tieSlack >= larger && std::sqrt(smaller) == std::sqrt(larger);
 }
 
 /// Square roots are monotonic: only a larger square can have a larger one.
 std::optional<VertexPair> farthestPairByScan(const plane::Path& path) {
-  VertexPair best{0, 0, 0.0};
-  double largestSquare = 0.0;
+  std::size_t first = 0;
+  double largest = 0.0;
   for (std::size_t i = 0; i < path.points.size(); ++i) {
     const double square = largestSquareFrom(path, i);
-    if (!(square > largestSquare)) continue;
-    largestSquare = square;
-    const double distance = std::sqrt(square);
-    if (distance > best.distance) best = {i, i, distance};
+    if (!(square > largest) || haveOneRoot(largest, square)) continue;
+    first = i;
+    largest = square;
   }
-  if (!(best.distance > 0.0)) return {};
-  best.second = firstAtDistance(path, best.first, best.distance);
-  return best;
+  if (largest == 0.0) return {};
+  return VertexPair{first, firstAtRootOf(largest, path, first), std::sqrt(largest)};
 }
 
 std::optional<VertexPair> farthestPairByIndex(const plane::Path& path,

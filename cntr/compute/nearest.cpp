@@ -17,6 +17,7 @@
 #include <cmath>
 #include <limits>
 
+#include <cntr/plane/lanes.h>
 #include <cntr/plane/tolerances.h>
 
 namespace cntr::compute {
@@ -113,8 +114,7 @@ Start searchEdge(const plane::Path& path, const index::EdgeIndex* index, const q
   return best.isFound() ? Start(best.number()) : std::nullopt;
 }
 
-/// Two numbers, on which the same is done at once: in each the same bits as alone.
-using Pair = double __attribute__((vector_size(2 * sizeof(double))));
+using plane::Pair;
 
 /// Two points, and the nearest point so far to each.
 class TwoSearches {

@@ -32,10 +32,10 @@ std::size_t Outline::rayCrossingsFrom(const qcVector<2>& p, bool bothDirections)
 }
 
 bool Outline::holds(const qcVector<2>& p) const {
-  using Answer = index::ContainmentGrid::Answer;
-  const Answer answer =
+  using Location = index::ContainmentGrid::Answer;
+  const Location location =
       edges_ ? evenOdd(points_, *edges_, extents_, p).answer : evenOdd(points_, extents_, p).answer;
-  if (answer != Answer::eUnknown) return answer == Answer::eInside;
+  if (location != Location::eUnknown) return location == Location::eInside;
   return rayCrossingsFrom(p, false) % 2 == 1;
 }
 

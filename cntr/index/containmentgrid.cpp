@@ -77,12 +77,18 @@ double extentOfEdges(std::span<const qcVector<2>> points) {
 }
 
 /// Converting to a signed integer takes one instruction, to an unsigned one several. REQUIRES:
-/// count <= 2^31.
+/// 0 <= value < 2^31, 0 < count <= 2^31.
+std::size_t floorBelow(double value, std::size_t count) {
+  const auto most = static_cast<std::int32_t>(count - 1);
+  return static_cast<std::size_t>(std::min(static_cast<std::int32_t>(value), most));
+}
+
+/// The same for any value.
 std::size_t clampedFloor(double value, std::size_t count) {
   if (!(value > 0.0)) return 0;
   const auto most = static_cast<std::int32_t>(count - 1);
   if (value >= static_cast<double>(most)) return count - 1;
-  return static_cast<std::size_t>(static_cast<std::int32_t>(value));
+  return floorBelow(value, count);
 }
 
 }  // namespace
@@ -345,8 +351,8 @@ ContainmentGrid::Answer ContainmentGrid::locateInMixed(std::span<const qcVector<
 ContainmentGrid::Answer ContainmentGrid::locate(std::span<const qcVector<2>> points,
                                                 const qcVector<2>& p) const noexcept {
   if (!plane::contains(bounds_, p)) return Answer::eOutside;
-  const std::size_t column = columnOf(p.x());
-  const std::size_t row = rowOf(p.y());
+  const std::size_t column = floorBelow((p.x() - bounds_.minX) * columnsPerUnit_, layout_.columns);
+  const std::size_t row = floorBelow((p.y() - bounds_.minY) * rowsPerUnit_, layout_.rows);
   const Cell cell = cells_[row * layout_.columns + column];
   if (cell < eMixed) {
     if ((cell & eNeedsRay) != 0) return Answer::eUnknown;

@@ -25,6 +25,14 @@ qc_BareCircle circleOf(const std::vector<qcVector<2>>& points,
 }  // namespace
 
 qcCircle qcContour::encloseCircle(qcContourDefs::DiameterMode mode) const {
+  static_cast<void>(diameter(mode));
+  const qc_BareCircle& known = *cache().circles[static_cast<std::size_t>(mode)];
+  return {known.center, known.radius};
+}
+
+// Remembers the whole circle. It makes no object of it, which would take as long as a small
+// contour's answer.
+double qcContour::diameter(qcContourDefs::DiameterMode mode) const {
   if (mode != qcContourDefs::eFarthestVertexPair && mode != qcContourDefs::eFromFirstVertex) {
     throw qcContourDefs::BadParams(L"diameterMode is not one of the valid enums");
   }
@@ -37,11 +45,7 @@ qcCircle qcContour::encloseCircle(qcContourDefs::DiameterMode mode) const {
       known = {points().front(), cntr::compute::radiusFromFirst(points())};
     }
   }
-  return {known->center, known->radius};
-}
-
-double qcContour::diameter(qcContourDefs::DiameterMode mode) const {
-  return 2.0 * encloseCircle(mode).radius();
+  return 2.0 * known->radius;
 }
 
 const cntr::index::EdgeIndex* qcContour::indexForExtremes() const {

@@ -86,9 +86,9 @@ const cntr::index::ContainmentGrid* qcRegion::containmentGrid() const {
   return known.containmentGrid.get();
 }
 
+// Only regions make one, which are closed: it need not be compared with the closed flag.
 const cntr::index::ContainmentGrid* qcRegion::knownContainmentGrid() const {
-  const bool isValid = cache_ && cache_->ofClosed == isClosed();
-  return isValid ? cache_->containmentGrid.get() : nullptr;
+  return cache_ ? cache_->containmentGrid.get() : nullptr;
 }
 
 const cntr::index::ContainmentGrid* qcRegion::gridToAsk() const {

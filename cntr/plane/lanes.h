@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
-// Four doubles side by side, on which the same is done at once: in each lane the same bits as with
-// a double.
+// Two or four doubles side by side, on which the same is done at once: in each lane the same bits
+// as with a double. Every processor of the platform does two at once.
 
 #pragma once
 
@@ -11,5 +11,6 @@ namespace cntr::plane {
 
 inline constexpr std::size_t lanes = 4;
 using Lanes = double __attribute__((vector_size(lanes * sizeof(double))));
+using Pair = double __attribute__((vector_size(2 * sizeof(double))));
 
 }  // namespace cntr::plane

@@ -61,6 +61,17 @@ TEST(FarthestPairTest, IsTheFirstOneOnTies) {
   EXPECT_EQ(farthest(Points{{2, 0}, {0, 1}, {4, 1}, {2, 0}, {4, 1}, {0, 1}}), Answer(1, 2, 4.0));
 }
 
+TEST(FarthestPairTest, IsTheFirstOneOfThoseWhoseDistancesAreRoundedToOneNumber) {
+  // 2^40 and 2^40 + 2^-12, whose roots are both 2^20 in double precision.
+  const double m = 0x1p20;
+  const double slight = 0x1p-6;
+  EXPECT_EQ(farthest(Points{{0, 0}, {m, 0}, {m / 2, -m / 2}, {m / 2 + slight, m / 2}}),
+            Answer(0, 1, m))
+      << "pairs of different vertices";
+  EXPECT_EQ(farthest(Points{{0, 0}, {m, 0}, {m, slight}}), Answer(0, 1, m))
+      << "pairs of one vertex";
+}
+
 TEST(FarthestPairTest, IsNothingWhereNoDistanceIsAboveZero) {
   EXPECT_FALSE(farthestPair({}, nullptr).has_value());
   EXPECT_EQ(farthest(Points{{5, 5}}), nothing);
