@@ -23,21 +23,26 @@ constexpr std::size_t smallSet = 32;
 /// Buckets of more points than this are sorted on their own, so that inserting stays cheap.
 constexpr std::uint32_t fullBucket = 16;
 
-bool hasNaN(const Point& p) noexcept { return std::isnan(p.x()) || std::isnan(p.y()); }
+bool hasNaN(const Point& p) noexcept { return std::isunordered(p.x(), p.y()); }
 
 bool byXThenY(const Point& a, const Point& b) noexcept {
   return a.x() < b.x() || (a.x() == b.x() && a.y() < b.y());
 }
 
-/// Sorts points that are nearly in order. Like all sorting here it is stable: of equal points (0
-/// and -0 are equal) the first one stays first.
-void insertionSort(Points& points) {
-  for (std::size_t i = 1; i < points.size(); ++i) {
-    const Point p = points[i];
-    std::size_t hole = i;
-    for (; hole > 0 && byXThenY(p, points[hole - 1]); --hole) points[hole] = points[hole - 1];
-    points[hole] = p;
+/// Sorts points that are nearly in order and drops duplicates. Like all sorting here it is stable:
+/// of equal points (0 and -0 are equal) the first one stays.
+void insertDistinct(Points& points) {
+  auto end = points.begin();
+  for (const Point p : points) {
+    auto hole = end++;
+    for (; hole != points.begin() && byXThenY(p, hole[-1]); --hole) *hole = hole[-1];
+    if (hole != points.begin() && hole[-1] == p) {
+      end = std::copy(hole + 1, end, hole);
+    } else {
+      *hole = p;
+    }
   }
+  points.erase(end, points.end());
 }
 
 /// Buckets of equal width from the smallest x to the largest, as many as there are points. The
@@ -50,14 +55,16 @@ class Buckets {
     for (const Point& p : points) {
       low_ = p.x() < low_ ? p.x() : low_;
       high = p.x() > high ? p.x() : high;
+      areNumbers_ &= !hasNaN(p);
     }
     scale_ = (static_cast<double>(count_) - 0.5) / (high - low_);
   }
 
-  /// False when the points are too few or too many, or their width is 0 or not finite.
+  /// False when the points are too few or too many, or one has a NaN, or their width is 0 or not
+  /// finite.
   bool worthWhile() const noexcept {
     return count_ >= smallSet && count_ < std::numeric_limits<std::uint32_t>::max() &&
-           scale_ > 0.0 && std::isfinite(scale_);
+           areNumbers_ && scale_ > 0.0 && std::isfinite(scale_);
   }
 
   std::size_t count() const noexcept { return count_; }
@@ -70,25 +77,21 @@ class Buckets {
   std::size_t count_;
   double low_ = std::numeric_limits<double>::infinity();
   double scale_;
+  bool areNumbers_ = true;
 };
 
-/// The points without NaN, in buckets; sets `ends` to where each bucket ends.
-Points spreadOver(const Buckets& buckets, const Points& points, std::vector<std::uint32_t>& ends) {
-  ends.assign(buckets.count() + 1, 0);
-  for (const Point& p : points) {
-    if (!hasNaN(p)) ++ends[buckets.of(p) + 1];
-  }
-  for (std::size_t i = 1; i < ends.size(); ++i) ends[i] += ends[i - 1];
-  Points spread(ends.back());
-  for (const Point& p : points) {
-    if (!hasNaN(p)) spread[ends[buckets.of(p)]++] = p;
-  }
-  return spread;
-}
-
+/// The points by bucket; sorted where a bucket is full.
 Points sortedByBuckets(const Buckets& buckets, const Points& points) {
-  std::vector<std::uint32_t> ends;
-  Points spread = spreadOver(buckets, points, ends);
+  std::vector<std::uint32_t> ends(buckets.count() + 1, 0);
+  for (const Point& p : points) ++ends[buckets.of(p) + 1];
+  std::uint32_t fullest = 0;
+  for (std::size_t i = 1; i < ends.size(); ++i) {
+    fullest = std::max(fullest, ends[i]);
+    ends[i] += ends[i - 1];
+  }
+  Points spread(points.size());
+  for (const Point& p : points) spread[ends[buckets.of(p)]++] = p;
+  if (fullest <= fullBucket) return spread;
   std::uint32_t begin = 0;
   for (const std::uint32_t end : ends) {
     if (end - begin > fullBucket) {
@@ -96,7 +99,6 @@ Points sortedByBuckets(const Buckets& buckets, const Points& points) {
     }
     begin = end;
   }
-  insertionSort(spread);
   return spread;
 }
 
@@ -109,7 +111,7 @@ Points sortedDistinct(const Points& points) {
     std::remove_copy_if(points.begin(), points.end(), std::back_inserter(sorted), hasNaN);
     std::stable_sort(sorted.begin(), sorted.end(), byXThenY);
   }
-  sorted.erase(std::unique(sorted.begin(), sorted.end()), sorted.end());
+  insertDistinct(sorted);
   return sorted;
 }
 
@@ -118,27 +120,31 @@ bool superfluous(const Point& a, const Point& b, const Point& c) noexcept {
   return (b.x() - a.x()) * (c.y() - a.y()) - (b.y() - a.y()) * (c.x() - a.x()) <= 0.0;
 }
 
-/// Appends to `hull` those of the points in [first, last) at which the chain turns
-/// counter-clockwise, and both ends.
+/// Writes to `chain`, which may be `first`, those of the points in [first, last) at which the chain
+/// turns counter-clockwise, and both ends; returns its end.
 template <class Iterator>
-void appendChain(Iterator first, Iterator last, Points& hull) {
-  const std::size_t start = hull.size();
+Iterator writeChain(Iterator first, Iterator last, Iterator chain) {
+  Iterator end = chain;
   for (; first != last; ++first) {
-    while (hull.size() >= start + 2 && superfluous(hull.end()[-2], hull.back(), *first)) {
-      hull.pop_back();
-    }
-    hull.push_back(*first);
+    const Point p = *first;
+    while (end - chain >= 2 && superfluous(end[-2], end[-1], p)) --end;
+    *end = p;
+    ++end;
   }
+  return end;
 }
 
 }  // namespace
 
 void qfConvexHull(const std::vector<qcVector<2>>& points, std::vector<qcVector<2>>& hull) {
-  const Points sorted = sortedDistinct(points);
+  Points sorted = sortedDistinct(points);
   hull.clear();
-  appendChain(sorted.begin(), sorted.end(), hull);
-  if (sorted.size() < 2) return;
-  hull.pop_back();
-  appendChain(sorted.rbegin(), sorted.rend(), hull);
-  hull.pop_back();
+  if (sorted.size() < 2) return hull.swap(sorted);
+  Points lower(sorted.size());
+  const auto lowerEnd = writeChain(sorted.begin(), sorted.end(), lower.begin());
+  const auto upperEnd = writeChain(sorted.rbegin(), sorted.rend(), sorted.rbegin());
+  // Each chain without its last point, which is the first one of the other.
+  hull.reserve(static_cast<std::size_t>((lowerEnd - lower.begin()) + (upperEnd - sorted.rbegin())));
+  hull.assign(lower.begin(), lowerEnd - 1);
+  hull.insert(hull.end(), sorted.rbegin(), upperEnd - 1);
 }

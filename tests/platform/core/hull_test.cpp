@@ -74,6 +74,13 @@ TEST(HullTest, LeavesOutWhatIsNoNumber) {
   points.insert(points.begin(), Point(notANumber, notANumber));
   EXPECT_EQ(hullOf(points), square);
   EXPECT_TRUE(hullOf(Points(100, Point(notANumber, 0))).empty());
+  Points many;
+  for (int i = 0; i < 50; ++i) {
+    many.insert(many.end(), square.begin(), square.end());
+    many.emplace_back(notANumber, i);
+    many.emplace_back(i, notANumber);
+  }
+  EXPECT_EQ(hullOf(many), square);
 }
 
 TEST(HullTest, ManyPointsMayLieFartherApartThanADoubleCanTell) {
