@@ -19,6 +19,7 @@ class Passages::Gathered : public Undecoded {
 
   void add(const Part& part) { parts_.push_back(part); }
   const std::vector<Part>& parts() const noexcept { return parts_; }
+  const TextBuffer& text() const noexcept { return text_; }
 
   void setText(TextBuffer&& text, const TextPlace& start) {
     text_ = std::move(text);
@@ -53,13 +54,14 @@ void Passages::add(const Location& location, std::size_t begin, std::size_t end)
   gathered_->add({location, begin, end});
 }
 
-void Passages::handOver(TextBuffer&& text, const TextPlace& start) {
-  if (gathered_->parts().empty()) return;
+std::shared_ptr<const TextBuffer> Passages::handOver(TextBuffer&& text, const TextPlace& start) {
+  if (gathered_->parts().empty()) return nullptr;
   const auto gathered = std::exchange(gathered_, std::make_shared<Gathered>(read_, keepsText_));
   gathered->setText(std::move(text), start);
   std::size_t index = 0;
   for (const auto& [location, begin, end] : gathered->parts())
     sink_.take({location, end - begin, gathered, index++});
+  return {gathered, &gathered->text()};
 }
 
 }  // namespace formats

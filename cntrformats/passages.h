@@ -23,8 +23,8 @@ class Passages {
   /// A feature from `begin` to `end` in the text that is handed over next.
   void add(const Location& location, std::size_t begin, std::size_t end);
   /// Hands over all features that have been added since the last time, with the text that holds
-  /// them and the place where that begins.
-  void handOver(TextBuffer&& text, const TextPlace& start);
+  /// them and the place where that begins. Returns the text; null when there are no features.
+  std::shared_ptr<const TextBuffer> handOver(TextBuffer&& text, const TextPlace& start);
   /// See Sink.
   void pause() { sink_.pause(); }
 

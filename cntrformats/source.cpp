@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <filesystem>
 #include <system_error>
 #include <utility>
 
@@ -33,6 +34,8 @@ Source::Source(const std::string& file)
     : descriptor_(file == "-" ? STDIN_FILENO : open(file.c_str(), O_RDONLY | O_CLOEXEC)),
       buffer_() {
   if (descriptor_ < 0) throwReason(errno);
+  std::error_code error;
+  isFile_ = file != "-" && std::filesystem::is_regular_file(file, error);
 }
 
 Source::Source(Text text) : descriptor_(noFile), text_(text.bytes), buffer_() {}
@@ -100,6 +103,15 @@ bool Source::isWaiting() const {
   if (descriptor_ == noFile || gptr() != egptr() || (gunzip_ && gunzip_->hasMore())) return false;
   pollfd question{descriptor_, POLLIN, 0};
   return poll(&question, 1, 0) == 0;
+}
+
+void Source::restart() {
+  if (lseek(descriptor_, 0, SEEK_SET) < 0) throwReason(errno);
+  setg(nullptr, nullptr, nullptr);
+  ahead_.clear();
+  isBeginning_ = true;
+  taken_ = 0;
+  passed_ = 0;
 }
 
 Source::int_type Source::underflow() {

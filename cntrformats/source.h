@@ -60,6 +60,12 @@ class Source : public std::streambuf {
   /// True when the next byte has not arrived yet.
   bool isWaiting() const;
 
+  /// Whether what has been read can be read again: that of a file by its name that is not packed.
+  /// It must have been looked at, or read from.
+  bool isRepeatable() const noexcept { return isFile_ && !gunzip_; }
+  /// Begins again with the first byte. REQUIRES: isRepeatable().
+  void restart();
+
  protected:
   int_type underflow() override;
 
@@ -75,6 +81,8 @@ class Source : public std::streambuf {
 
   /// noFile for a text.
   int descriptor_;
+  /// Neither standard input nor a pipe, a device or a text.
+  bool isFile_ = false;
   /// What has not been read of a text.
   std::string_view text_;
   bool isBeginning_ = true;

@@ -10,6 +10,8 @@
 #include <cntrformats/lines.h>
 #include <testing/repository/repository.h>
 
+#include "texts.h"
+
 using namespace formats;
 
 namespace {
@@ -46,6 +48,32 @@ TEST(Source, HandsOverNoMoreThanIsAskedForAndEverythingInTheEnd) {
   while (source.appendTo(read, 1000)) EXPECT_EQ(source.position(), read.text().size() - 6);
   EXPECT_EQ(read.text(), "before" + expected);
   EXPECT_FALSE(source.appendTo(read, 1000));
+}
+
+TEST(Source, AFileCanBeReadAgainFromItsBeginning) {
+  const texts::TemporaryFile file("\xEF\xBB\xBFsome text");
+  Source source(file.path());
+  TextBuffer read;
+  EXPECT_TRUE(source.startsWith("some"));
+  EXPECT_TRUE(source.isRepeatable());
+  EXPECT_TRUE(source.appendTo(read, 4));
+  source.restart();
+  EXPECT_EQ(source.position(), 0U);
+  EXPECT_EQ(source.taken(), 0U);
+  EXPECT_EQ(all(source), "some text");
+  EXPECT_EQ(source.position(), 9U);
+  source.restart();
+  EXPECT_EQ(source.firstLine(), "some text");
+}
+
+TEST(Source, WhatIsNoPlainFileCannotBeReadAgain) {
+  EXPECT_FALSE(Source(Text{"text"}).isRepeatable());
+  EXPECT_FALSE(Source("/dev/null").isRepeatable());
+  EXPECT_FALSE(Source("-").isRepeatable());
+  const texts::TemporaryFile packed({"\x1f\x8b\x08\0\0\0\0\0\0\x03\x03\0\0\0\0\0\0\0\0\0", 20});
+  Source source(packed.path());
+  EXPECT_EQ(source.firstCharacter(), '\0');
+  EXPECT_FALSE(source.isRepeatable());
 }
 
 TEST(Source, ATextIsReadAsAFileIs) {

@@ -19,25 +19,6 @@ using namespace formats;
 
 namespace {
 
-/// A file that is removed at the end.
-class TemporaryFile {
- public:
-  explicit TemporaryFile(const std::string& text) {
-    const int descriptor = mkstemp(path_.data());
-    if (descriptor < 0) throw std::runtime_error("no temporary file");
-    close(descriptor);
-    std::ofstream(path_, std::ios::binary) << text;
-  }
-  ~TemporaryFile() { unlink(path_.c_str()); }
-  TemporaryFile(const TemporaryFile&) = delete;
-  TemporaryFile& operator=(const TemporaryFile&) = delete;
-
-  const std::string& path() const { return path_; }
-
- private:
-  std::string path_ = "/tmp/cntrformats_XXXXXX";
-};
-
 class Collector : public Sink {
  public:
   explicit Collector(Found& found) : found_(found) {}
@@ -68,6 +49,15 @@ Found readInput(const Input& input, Keep keep) {
 }
 
 }  // namespace
+
+TemporaryFile::TemporaryFile(const std::string& text) {
+  const int descriptor = mkstemp(path_.data());
+  if (descriptor < 0) throw std::runtime_error("no temporary file");
+  close(descriptor);
+  std::ofstream(path_, std::ios::binary) << text;
+}
+
+TemporaryFile::~TemporaryFile() { unlink(path_.c_str()); }
 
 Found read(const std::string& format, const std::string& text, Keep keep) {
   const TemporaryFile file(text);

@@ -22,6 +22,20 @@ struct Found {
   formats::Members members;
 };
 
+/// A file that is removed at the end.
+class TemporaryFile {
+ public:
+  explicit TemporaryFile(const std::string& text);
+  ~TemporaryFile();
+  TemporaryFile(const TemporaryFile&) = delete;
+  TemporaryFile& operator=(const TemporaryFile&) = delete;
+
+  const std::string& path() const { return path_; }
+
+ private:
+  std::string path_ = "/tmp/cntrformats_XXXXXX";
+};
+
 /// Everything that a file with this content holds. Throws FileError.
 Found read(const std::string& format, const std::string& text,
            formats::Keep keep = formats::Keep::eFeature);

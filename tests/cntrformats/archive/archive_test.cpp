@@ -6,9 +6,13 @@
 #include <gtest/gtest.h>
 
 #include <limits>
+#include <random>
 #include <sstream>
 
 #include <cntr/regionst.h>
+#include <cntrformats/archive/objects.h>
+#include <cntrformats/archive/storedshapes.h>
+#include <cntrformats/errors.h>
 #include <cntrtmpl/contourt.h>
 #include <platform/core/archive.h>
 
@@ -19,18 +23,18 @@ using testing::ElementsAre;
 
 namespace {
 
-using StoredContour = qcPtrHandle<qcContour>;
+using Objects = std::vector<std::shared_ptr<qcPersistent>>;
 
-std::string archived(std::vector<StoredContour> shapes) {
+std::string archived(const Objects& objects) {
   std::ostringstream out;
   qcStreamArchive archive(out);
-  qf_TransferListHead(archive, shapes.size());
-  for (StoredContour& shape : shapes) archive || shape;
+  qf_TransferListHead(archive, objects.size());
+  for (const auto& object : objects) archive.transferShared(object.get());
   return out.str();
 }
 
-StoredContour contour(const Points& points, bool closed, unsigned long label = 0) {
-  StoredContour shape(new qcContour(points, closed, 0));
+std::shared_ptr<qcContour> contour(const Points& points, bool closed, unsigned long label = 0) {
+  auto shape = std::make_shared<qcContour>(points, closed, 0);
   shape->label(label);
   return shape;
 }
@@ -43,6 +47,145 @@ bool becomes(const Feature& feature) {
   EXPECT_EQ(qf_TransferListHead(archive, 0), 1);
   const qcPersistent* shape = archive.transferShared(nullptr);
   return shape != nullptr && typeid(*shape) == typeid(Class);
+}
+
+Points polygon(double x, double y, std::size_t count) {
+  Points points;
+  for (std::size_t i = 0; i < count; ++i) {
+    const auto step = static_cast<double>(i);
+    points.emplace_back(x + step, y + (i == 0 ? 0.0 : 1.0 + step * step / 64.0));
+  }
+  return points;
+}
+
+std::shared_ptr<qcRegion> region(const Points& outline, const std::vector<Points>& holes,
+                                 unsigned long label) {
+  auto made = std::make_shared<qcRegion>(outline, qcContourDefs::eNoIntersectionRepair);
+  std::vector<qcPtrHandle_const<qcRegion>> handles;
+  for (const Points& hole : holes)
+    handles.emplace_back(new qcRegion(hole, qcContourDefs::eNoIntersectionRepair));
+  made->holes(handles);
+  made->label(label);
+  return made;
+}
+
+std::shared_ptr<qcRegionSet> regionSet(const std::vector<std::shared_ptr<qcRegion>>& regions) {
+  std::vector<qcPtrHandle<qcRegion>> handles;
+  for (const auto& one : regions) handles.emplace_back(new qcRegion(*one));
+  return std::make_shared<qcRegionSet>(handles, qcContourDefs::eNoIntersectionRepair);
+}
+
+/// Shapes of the usual classes: good ones, and others that are no features.
+Objects usualShapes() {
+  const double infinity = std::numeric_limits<double>::infinity();
+  const double largest = std::numeric_limits<double>::max();
+  const Points square{{-9, -9}, {9e3, -9}, {9e3, 9e3}, {-9, 9e3}};
+  const std::vector<Points> holes{polygon(1, 1, 4), polygon(100, 1, 3)};
+  return {region(square, {}, 7),
+          region(square, holes, 0),
+          std::make_shared<qcContour>(polygon(0, 0, 5), true, 0),
+          std::make_shared<qcContour>(polygon(0, 0, 2), false, 0),
+          std::make_shared<qcContour>(polygon(0, 0, 1), false, 0),
+          std::make_shared<qcContour>(Points{{0, 0}, {1, largest}, {5e-324, 0}}, true, 0),
+          std::make_shared<qcContour>(Points{{0, 0}, {1, 0}, {infinity, 0}}, true, 0),
+          std::make_shared<qcContour>(Points{{0, 0}, {1, -infinity}}, false, 0),
+          regionSet({}),
+          regionSet({region(square, holes, 5), region(polygon(1e4, 0, 3), {}, 5)}),
+          regionSet({region(square, {}, 5), region(polygon(1e4, 0, 3), {}, 6),
+                     region(polygon(2e4, 0, 3), {}, 0)}),
+          regionSet({region(square, {polygon(1, 1, 2)}, 5)}),
+          region({}, {}, 4294967295)};
+}
+
+/// What a file gives, with its features, those that are none, and its flaw.
+struct Outcome {
+  std::vector<Feature> features;
+  std::string flaw;
+};
+
+/// What the library gives when it loads one object after the other.
+Outcome loaded(const std::string& bytes) {
+  Outcome outcome;
+  std::istringstream in(bytes);
+  try {
+    qcStreamArchive archive(in);
+    const std::size_t count = qf_TransferListHead(archive, 0);
+    for (std::size_t number = 1; number <= count; ++number) {
+      const qcPersistent* object = archive.transferShared(nullptr);
+      outcome.features.push_back(
+          decoded(number, [object](Feature& feature) { readObject(object, feature); }));
+    }
+    if (in.peek() != std::char_traits<char>::eof())
+      outcome.flaw = "goes on behind its list of shapes";
+  } catch (const qcException& error) {
+    outcome.flaw = std::string("not an archive of shapes: ") + error.what();
+  }
+  return outcome;
+}
+
+class FeatureKeeper : public Sink {
+ public:
+  explicit FeatureKeeper(std::vector<Feature>& features) : features_(features) {}
+  void take(Record record) override { features_.push_back(record.decode()); }
+
+ private:
+  std::vector<Feature>& features_;
+};
+
+/// What the reader gives.
+Outcome found(Source& source) {
+  Outcome outcome;
+  FeatureKeeper keeper(outcome.features);
+  try {
+    formatNamed("archive")->read(source, Keep::eFeature, keeper);
+  } catch (const FileError& error) {
+    outcome.flaw = error.what();
+  }
+  return outcome;
+}
+
+void expectSame(const Feature& a, const Feature& b) {
+  EXPECT_EQ(a.number, b.number);
+  EXPECT_EQ(a.problem, b.problem);
+  EXPECT_EQ(a.label, b.label);
+  EXPECT_EQ(a.geometry.closed, b.geometry.closed);
+  EXPECT_EQ(a.geometry.multiple, b.geometry.multiple);
+  EXPECT_TRUE(a.geometry.parts == b.geometry.parts);
+  EXPECT_TRUE(a.geometry.edgelets == b.geometry.edgelets);
+}
+
+/// Of bytes that cannot be read again.
+Outcome found(const std::string& bytes) {
+  Source source(Text{bytes});
+  return found(source);
+}
+
+void expectSame(const Outcome& outcome, const Outcome& expected) {
+  EXPECT_EQ(outcome.flaw, expected.flaw);
+  ASSERT_EQ(outcome.features.size(), expected.features.size());
+  for (std::size_t i = 0; i < expected.features.size(); ++i) {
+    expectSame(outcome.features[i], expected.features[i]);
+  }
+}
+
+void expectTheLibrarysAnswer(const std::string& bytes) {
+  const Outcome expected = loaded(bytes);
+  expectSame(found(bytes), expected);
+  const texts::TemporaryFile file(bytes);
+  Source source(file.path());
+  expectSame(found(source), expected);
+}
+
+/// The end of each shape, and what follows the last of them that can be read from its bytes.
+std::vector<std::size_t> endsOf(std::string_view bytes) {
+  std::vector<std::size_t> ends;
+  ShapeEnds shapes;
+  std::size_t at = archiveHeadSize;
+  while (at < bytes.size() && shapes.find(bytes.substr(at)) == Found::eWhole) {
+    at += shapes.size();
+    ends.push_back(at);
+  }
+  return ends;
 }
 
 }  // namespace
@@ -77,7 +220,7 @@ TEST(ArchiveReader, NamesShapesThatAreNoFeatures) {
   const double nan = std::numeric_limits<double>::quiet_NaN();
   const auto found = texts::read(
       "archive", archived({contour({{0, 0}, {1, 0}}, true), contour({{0, 0}, {1, nan}}, false),
-                           StoredContour(), contour(texts::square(1), true)}));
+                           nullptr, contour(texts::square(1), true)}));
   EXPECT_THAT(found.complaints, ElementsAre("1: outline has 2 points, but needs 3",
                                             "2: line, vertex 1: not finite", "3: no object"));
   EXPECT_EQ(found.features.size(), 1);
@@ -88,4 +231,94 @@ TEST(ArchiveReader, RefusesWhatIsNotOneListOfShapes) {
   EXPECT_EQ(texts::flawOf("archive", archived({contour(texts::square(1), true)}) + "x"),
             "goes on behind its list of shapes");
   EXPECT_THAT(texts::flawOf("archive", "QCAR"), testing::StartsWith("not an archive of shapes: "));
+}
+
+TEST(ShapeEnds, AreFoundWithoutTheLibraryForAllUsualShapes) {
+  const std::string bytes = archived(usualShapes());
+  const std::vector<std::size_t> ends = endsOf(bytes);
+  EXPECT_EQ(ends.size(), usualShapes().size());
+  EXPECT_EQ(ends.back(), bytes.size());
+}
+
+TEST(ShapeEnds, AreTheSameForShapesThatArriveByteByByte) {
+  const std::string bytes = archived(usualShapes());
+  std::vector<std::size_t> ends;
+  ShapeEnds shapes;
+  std::size_t begin = archiveHeadSize;
+  for (std::size_t end = begin; end <= bytes.size(); ++end) {
+    const Found found = shapes.find(std::string_view(bytes).substr(begin, end - begin));
+    ASSERT_NE(found, Found::eOther) << end;
+    if (found == Found::eBeginning) continue;
+    begin += shapes.size();
+    ends.push_back(begin);
+  }
+  EXPECT_EQ(ends, endsOf(bytes));
+}
+
+TEST(ShapeEnds, LeaveSharedAndNestedShapesToTheLibrary) {
+  const auto plain = region(texts::square(9), {}, 1);
+  EXPECT_EQ(endsOf(archived({plain, plain})).size(), 1U);
+  EXPECT_EQ(endsOf(archived({plain, nullptr, plain})).size(), 1U);
+  const auto hole = region({{10, 10}, {20, 10}, {20, 20}, {10, 20}}, {polygon(11, 11, 3)}, 0);
+  const auto nested =
+      std::make_shared<qcRegion>(texts::square(90), qcContourDefs::eNoIntersectionRepair);
+  nested->holes({qcPtrHandle_const<qcRegion>(new qcRegion(*hole))});
+  EXPECT_EQ(endsOf(archived({hole, nested})).size(), 1U);
+}
+
+TEST(ArchiveReader, FindsWhatTheLibraryLoads) {
+  const Objects usual = usualShapes();
+  expectTheLibrarysAnswer(archived(usual));
+  expectTheLibrarysAnswer(archived({usual[0], nullptr, usual[1]}));
+  expectTheLibrarysAnswer(archived({usual[1], usual[2], usual[1], usual[9], usual[2]}));
+  const auto withData = std::make_shared<qcContourT<qcEdgelet>>(std::vector<qcEdgelet>{
+      {{0, 0}, 1, qcAngle8(2)}, {{1, 0}, 3, qcAngle8(4)}, {{0, 1}, 5, qcAngle8(6)}});
+  const std::string mixed = archived({usual[0], usual[9], withData, usual[1], usual[0]});
+  expectTheLibrarysAnswer(mixed);
+  EXPECT_FALSE(found(mixed).features[2].geometry.edgelets.empty());
+}
+
+TEST(ArchiveReader, FindsWhatTheLibraryLoadsOfDamagedArchives) {
+  const std::string bytes = archived(usualShapes());
+  for (std::size_t size = 0; size < bytes.size(); ++size) {
+    SCOPED_TRACE(testing::Message() << "cut off at " << size);
+    expectTheLibrarysAnswer(bytes.substr(0, size));
+    if (HasFailure()) return;
+  }
+  for (std::size_t at = 0; at < bytes.size(); ++at) {
+    for (const unsigned flipped : {0x01U, 0x02U, 0x80U}) {
+      std::string damaged = bytes;
+      damaged[at] = static_cast<char>(static_cast<unsigned char>(damaged[at]) ^ flipped);
+      SCOPED_TRACE(testing::Message() << "byte " << at << " with " << flipped << " flipped");
+      expectTheLibrarysAnswer(damaged);
+      if (HasFailure()) return;
+    }
+  }
+}
+
+TEST(ArchiveReader, FindsWhatTheLibraryLoadsOfLongArchives) {
+  std::mt19937 random(1);
+  const auto upTo = [&random](std::size_t most) { return random() % most; };
+  Objects shapes;
+  for (int i = 0; i < 3000; ++i) {
+    const std::size_t count = i % 500 == 7 ? 20000 : 3 + upTo(40);
+    const auto one = region(polygon(i, 0, count), {}, upTo(3));
+    if (upTo(5) > 0) {
+      shapes.push_back(one);
+    } else {
+      const std::size_t regions = upTo(i == 1000 ? 3000 : 4);
+      shapes.push_back(regionSet(std::vector(regions, one)));
+    }
+  }
+  const std::string bytes = archived(shapes);
+  EXPECT_EQ(endsOf(bytes).size(), shapes.size());
+  expectTheLibrarysAnswer(bytes);
+  expectTheLibrarysAnswer(bytes.substr(0, bytes.size() - 1));
+  shapes.insert(shapes.begin() + 2500, nullptr);
+  expectTheLibrarysAnswer(archived(shapes));
+}
+
+TEST(ArchiveReader, TellsWhyAFileCannotBeRead) {
+  EXPECT_EQ(texts::flawOf("archive", "\x1f\x8b\x08"),
+            "cannot be unpacked: the gzip file ends too early");
 }

@@ -1,0 +1,15 @@
+// SPDX-License-Identifier: MIT
+//
+// Features made of the objects that the library has loaded from an archive, whatever their class.
+
+#pragma once
+
+#include <cntrformats/feature.h>
+#include <platform/core/persistent.h>
+
+namespace formats {
+
+/// Throws FeatureError. `object` may be null.
+void readObject(const qcPersistent* object, Feature& feature);
+
+}  // namespace formats
