@@ -13,6 +13,9 @@ matplotlib.use("svg")
 
 import matplotlib.pyplot as plt
 
+# Text stays text, and the same figures give the same bytes.
+plt.rcParams.update({"svg.fonttype": "none", "svg.hashsalt": "cntr"})
+
 
 def rows_of(directory: Path, part: str) -> list[dict[str, Any]]:
     """Those of a part that has been run; none otherwise."""
@@ -37,8 +40,10 @@ def draw_bars(directory: Path, part: str, unit: str) -> None:
     axes.barh([row["name"].replace("`", "") for row in rows], [rate(row) for row in rows])
     axes.invert_yaxis()
     axes.set(xlabel=f"{unit} a second")
+    axes.locator_params(axis="x", nbins=5)
+    axes.xaxis.set_major_formatter("{x:,.0f}")
     axes.grid(axis="x", alpha=0.3)
-    figure.savefig(directory / f"{part}.svg")
+    figure.savefig(directory / f"{part}.svg", metadata={"Date": None})
 
 
 def draw_growth(directory: Path) -> None:
@@ -47,11 +52,13 @@ def draw_growth(directory: Path) -> None:
     if not rows:
         return
     figure, axes = plt.subplots(figsize=(6.0, 3.5), layout="constrained")
-    axes.plot([row["rows"] for row in rows], [rate(row) for row in rows], marker="o")
+    rates = [rate(row) for row in rows]
+    axes.plot([row["rows"] for row in rows], rates, marker="o")
     axes.set(xscale="log", xlabel="outlines", ylabel="outlines measured a second")
-    axes.set_ylim(bottom=0.0)
+    axes.set_ylim(0.0, 1.1 * max(rates))
+    axes.yaxis.set_major_formatter("{x:,.0f}")
     axes.grid(alpha=0.3)
-    figure.savefig(directory / "growth.svg")
+    figure.savefig(directory / "growth.svg", metadata={"Date": None})
 
 
 def main() -> None:
