@@ -12,7 +12,6 @@
 
 #include <cntrtable/measures.h>
 #include <testing/shapes/shapes.h>
-#include <tests/golden/answers.h>
 
 #include "refused.h"
 
@@ -278,24 +277,6 @@ TEST(Measuring, LetsColumnsOutliveTheBatch) {
   batch = {};
   EXPECT_EQ(vertices->length, 7);
   EXPECT_GE(static_cast<const std::int64_t*>(vertices->buffers[1])[6], 13);
-}
-
-/// Adds a value, its kind first.
-void addTo(golden::Answers& answers, const Value& value) {
-  answers.add(value.index());
-  if (const auto* const number = std::get_if<double>(&value)) answers.add(*number);
-  if (const auto* const count = std::get_if<std::size_t>(&value)) answers.add(*count);
-  if (const auto* const flag = std::get_if<bool>(&value)) answers.add(*flag);
-  if (const auto* const text = std::get_if<std::string>(&value)) answers.add(*text);
-}
-
-TEST(GoldenMeasures, HaveTheSameBitsInEveryBuild) {
-  const Batch batch = measured(manyOutlines(700), allNames(), 2);
-  golden::Answers answers;
-  for (const std::string& name : batch.names())
-    for (std::size_t row = 0; row < 700; ++row) addTo(answers, batch.at(name, row));
-  EXPECT_EQ(answers.count(), 72540U);
-  EXPECT_EQ(answers.hash(), 0xe799df29b4705ab5U);
 }
 
 }  // namespace

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
-// Asks all rooms and compares the hashes of their answers with those of a file:
+// Asks all rooms of the program, golden_answers or golden_measures, and compares the hashes of
+// their answers with those of a file:
 //
 //   golden_answers FILE                      compares, and names the rooms that answer differently
 //   golden_answers --but-trigonometry FILE   the same without the rooms that may differ elsewhere

@@ -19,6 +19,8 @@ struct Room {
   bool usesTrigonometry = false;
 };
 
+/// All rooms of a program: rooms.cpp has those of golden_answers, listed below, and
+/// feature_rooms.cpp those of golden_measures.
 std::span<const Room> rooms();
 
 // platform_rooms.cpp
