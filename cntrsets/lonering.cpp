@@ -9,8 +9,8 @@
 // Coordinates, from the middle of the box, are at most 1: a larger part is a multiple of 2^-23, a
 // smaller one at most 2^-24.
 // - Twice the triangle of an edge: larger part exact, up to 2; smaller part up to 2^-22, error 3.5.
-//   A lane sums up 16 of them, exactly the larger parts, and the smaller ones with an error of 136;
-//   with four lanes, and their sum at the end, less than 2^10 for each block.
+//   A lane sums up 16 of them, exactly the larger parts, and the smaller ones with an error of 136
+//   on top of theirs; with four lanes less than 2^10 for each block.
 // - Its larger part is cut again, to a multiple of 2^-23; the smaller part gets an error of 4.75.
 //   That times a sum of two coordinates (up to 2; smaller part 2^-23, error 0.5): larger part
 //   exact, up to 4; smaller part up to 3.5 x 2^-22, error 20; less than 2^12 for each block.
@@ -47,6 +47,25 @@ constexpr double blockErrorOfArea = 0x1p-64;
 constexpr double blockErrorOfFirst = 0x1p-62;
 constexpr double blockErrorOfSecond = 0x1p-60;
 static_assert(LoneRing::most <= lanes * stepsOfBlock * 16);
+
+/// What a block may be off by, twice, where each term has an error in the units above, and a
+/// smaller part up to `size` times 2^-22: the sum of the first k terms is rounded with an error of
+/// k sizes.
+constexpr double errorOfBlock(double error, double size) {
+  constexpr auto steps = static_cast<double>(stepsOfBlock);
+  return 2.0 * lanes * (steps * error + size * steps * (steps + 1.0) / 2.0) * 0x1p-75;
+}
+static_assert(errorOfBlock(3.5, 1.0) < blockErrorOfArea);
+static_assert(errorOfBlock(20.0, 3.5) < blockErrorOfFirst);
+static_assert(errorOfBlock(99.0, 14.5) < blockErrorOfSecond);
+
+/// Whether a lane sums up a block of larger parts without rounding.
+constexpr bool isSummedExactly(double largest, double multiple) {
+  return static_cast<double>(stepsOfBlock) * largest <= 0x1p53 * multiple;
+}
+static_assert(isSummedExactly(2.0, 0x1p-46));
+static_assert(isSummedExactly(4.0, 0x1p-46));
+static_assert(isSummedExactly(12.0, 0x1p-45));
 
 /// Added to a number and taken away again, it leaves the nearest multiple of 2^-23.
 constexpr double toMultiple = 0x1.8p29;
@@ -265,37 +284,71 @@ qcVector<2> middleOf(const plane::Box& box, const Frame& frame) {
 using LaneFlags = decltype(Lanes{} < Lanes{});
 using VerticesView = std::span<const LaneVertices>;
 
-struct BoxPass {
-  VerticesView vertices;
+template <class VertexAt>
+struct ReadPass {
+  std::size_t count;
+  VertexAt vertexAt;
+  std::span<LaneVertices> vertices;
 
-  /// Nothing when a coordinate is not finite.
+  /// The box around the vertices; nothing when a coordinate is not finite.
   [[gnu::always_inline]] std::optional<plane::Box> operator()() const {
+    const std::size_t steps = vertices.size() - 1;
+    const std::size_t last = count - 1;
+    // The edge from the last vertex to the first one is the first edge. Two lanes are always full.
+    put(0, {last, steps - 1, 2 * steps - 1, std::min(3 * steps - 1, last)});
     Lanes minX = lanesOf(vertices[0].x);
     Lanes minY = lanesOf(vertices[0].y);
     Lanes maxX = minX;
     Lanes maxY = minY;
-    LaneFlags isBad = isNotFinite(minX) | isNotFinite(minY);
-    for (const LaneVertices& vertex : vertices.subspan(1)) {
-      const Lanes x = lanesOf(vertex.x);
-      const Lanes y = lanesOf(vertex.y);
-      isBad = isBad | isNotFinite(x) | isNotFinite(y);
+    // Sums of zeros, and NaN where a coordinate is infinite or NaN.
+    Lanes nothing{};
+    const auto take = [&](std::size_t step, const Places& places) __attribute__((always_inline)) {
+      const auto [x, y] = put(step, places);
+      nothing = nothing + (x * 0.0 + y * 0.0);
       minX = x < minX ? x : minX;
       minY = y < minY ? y : minY;
       maxX = x > maxX ? x : maxX;
       maxY = y > maxY ? y : maxY;
-    }
+    };
+    // As long as the last lane has vertices of its own.
+    const std::size_t whole = std::max(count, 3 * steps) - 3 * steps;
+    for (std::size_t i = 0; i < whole; ++i)
+      take(i + 1, {i, steps + i, 2 * steps + i, 3 * steps + i});
+    for (std::size_t i = whole; i < steps; ++i)
+      take(i + 1, {i, steps + i, std::min(2 * steps + i, last), last});
+    return boxOf(valuesOf(minX), valuesOf(minY), valuesOf(maxX), valuesOf(maxY), valuesOf(nothing));
+  }
+
+ private:
+  using Places = std::array<std::size_t, lanes>;
+
+  struct Vertices {
+    Lanes x;
+    Lanes y;
+  };
+
+  [[gnu::always_inline]] Vertices put(std::size_t step, const Places& places) const {
+    const qcVector<2> a = vertexAt(places[0]);
+    const qcVector<2> b = vertexAt(places[1]);
+    const qcVector<2> c = vertexAt(places[2]);
+    const qcVector<2> d = vertexAt(places[3]);
+    const Vertices found{{a.x(), b.x(), c.x(), d.x()}, {a.y(), b.y(), c.y(), d.y()}};
+    vertices[step] = {valuesOf(found.x), valuesOf(found.y)};
+    return found;
+  }
+
+  [[gnu::always_inline]] static std::optional<plane::Box> boxOf(const LaneValues& minX,
+                                                                const LaneValues& minY,
+                                                                const LaneValues& maxX,
+                                                                const LaneValues& maxY,
+                                                                const LaneValues& nothing) {
     plane::Box box;
     for (std::size_t i = 0; i < lanes; ++i) {
-      if (isBad[i] != 0) return std::nullopt;
+      if (nothing[i] != 0.0) return std::nullopt;
       box.add(qcVector<2>(minX[i], minY[i]));
       box.add(qcVector<2>(maxX[i], maxY[i]));
     }
     return box;
-  }
-
- private:
-  [[gnu::always_inline]] static LaneFlags isNotFinite(const Lanes& numbers) {
-    return numbers * 0.0 != 0.0;
   }
 };
 
@@ -304,7 +357,8 @@ struct SumPass {
   VerticesView vertices;
   const Frame& frame;
   qcVector<2> origin;
-  std::span<LaneValues> distances;
+  /// Of the lengths of edges, each lane's behind the other's.
+  std::span<double> distances;
 
   [[gnu::always_inline]] LoneSums operator()() const {
     const Axis xAxis(frame.origin().x(), frame.factor(), origin.x());
@@ -316,12 +370,15 @@ struct SumPass {
     };
     Integrator<WithMoments> integrator;
     Vertex from = vertexAt(0);
-    for (std::size_t i = 0; i < distances.size();) {
-      const std::size_t end = std::min(i + stepsOfBlock, distances.size());
+    const std::size_t steps = vertices.size() - 1;
+    for (std::size_t i = 0; i < steps;) {
+      const std::size_t end = std::min(i + stepsOfBlock, steps);
       for (; i < end; ++i) {
         const Vertex to = vertexAt(i + 1);
         integrator.add(from, to);
-        distances[i] = valuesOf(distanceOf(from, to));
+        const LaneValues lengths = valuesOf(distanceOf(from, to));
+        for (std::size_t lane = 0; lane < lanes; ++lane)
+          distances[lane * steps + i] = lengths[lane];
         from = to;
       }
       integrator.endBlock();
@@ -332,13 +389,17 @@ struct SumPass {
   }
 };
 
+/// Each of the additions waits for the one before; meanwhile the edges are looked at.
 struct AroundPass {
   VerticesView vertices;
+  std::span<const double> distances;
   qcVector<2> centre;
   bool isCounterclockwise;
 
   /// Each edge is seen from the centre, and two of them pass between above and below it.
-  [[gnu::always_inline]] bool operator()() const {
+  [[gnu::always_inline]] std::optional<double> operator()() const {
+    double length = 0.0;
+    const double* distance = distances.data();
     const double direction = isCounterclockwise ? 1.0 : -1.0;
     Lanes fromX = lanesOf(vertices[0].x);
     Lanes fromY = lanesOf(vertices[0].y);
@@ -357,16 +418,18 @@ struct AroundPass {
       isHidden = isHidden | ~isSeen;
       const LaneFlags isBelow = toY <= centre.y();
       passages = passages + (isBelow ^ wasBelow);
+      for (const double* const end = distance + lanes; distance != end; ++distance)
+        length += *distance;
       wasBelow = isBelow;
       fromX = toX;
       fromY = toY;
     }
     std::int64_t count = 0;
     for (std::size_t i = 0; i < lanes; ++i) {
-      if (isHidden[i] != 0) return false;
+      if (isHidden[i] != 0) return std::nullopt;
       count -= passages[i];
     }
-    return count == 2;
+    return count == 2 ? std::optional(length) : std::nullopt;
   }
 
  private:
@@ -395,34 +458,24 @@ auto run(const Pass& pass) {
 }  // namespace
 
 bool LoneRing::read(std::span<const double> coordinates) {
-  return take(coordinates.size() / 2, [coordinates](std::size_t i) {
-    return qcVector<2>(coordinates[2 * i], coordinates[2 * i + 1]);
-  });
+  return take(
+      coordinates.size() / 2, [coordinates](std::size_t i) __attribute__((always_inline)) {
+        return qcVector<2>(coordinates[2 * i], coordinates[2 * i + 1]);
+      });
 }
 
 bool LoneRing::read(std::span<const qcVector<2>> vertices) {
-  return take(vertices.size(), [vertices](std::size_t i) { return vertices[i]; });
+  return take(
+      vertices.size(), [vertices](std::size_t i)
+                           __attribute__((always_inline)) { return vertices[i]; });
 }
 
 template <class VertexAt>
 bool LoneRing::take(std::size_t count, VertexAt vertexAt) {
   if (count < fewest || count > most) return false;
-  const std::size_t steps = (count + lanes - 1) / lanes;
   size_ = count;
-  lanes_.resize(steps + 1);
-  for (std::size_t lane = 0; lane < lanes; ++lane) {
-    const std::size_t first = std::min(lane * steps, count);
-    const std::size_t end = std::min(first + steps, count);
-    const auto put = [&](std::size_t step, const qcVector<2>& p) {
-      lanes_[step].x[lane] = p.x();
-      lanes_[step].y[lane] = p.y();
-    };
-    // The edge from the last vertex to the first one is the first edge.
-    put(0, vertexAt((first == 0 ? count : first) - 1));
-    for (std::size_t i = first; i < end; ++i) put(i - first + 1, vertexAt(i));
-    for (std::size_t step = end - first + 1; step <= steps; ++step) put(step, vertexAt(count - 1));
-  }
-  const std::optional<plane::Box> box = run(BoxPass{lanes_});
+  lanes_.resize((count + lanes - 1) / lanes + 1);
+  const std::optional<plane::Box> box = run(ReadPass<VertexAt>{count, vertexAt, lanes_});
   if (box) box_ = *box;
   return box.has_value();
 }
@@ -438,13 +491,11 @@ std::vector<qcVector<2>> LoneRing::vertices() const {
 
 LoneSums LoneRing::sums(const Frame& frame, bool withMoments) {
   const std::size_t steps = lanes_.size() - 1;
-  distances_.resize(steps);
+  distances_.resize(lanes * steps);
   const qcVector<2> origin = middleOf(box_, frame);
   LoneSums sums = withMoments ? run(SumPass<true>{lanes_, frame, origin, distances_})
                               : run(SumPass<false>{lanes_, frame, origin, distances_});
   sums.origin = origin;
-  for (std::size_t lane = 0; lane < lanes; ++lane)
-    for (const LaneValues& distances : distances_) sums.length += distances[lane];
   const std::size_t blockCount = (steps + stepsOfBlock - 1) / stepsOfBlock;
   const auto blocks = static_cast<double>(blockCount);
   sums.errorOfArea = blocks * blockErrorOfArea;
@@ -453,8 +504,9 @@ LoneSums LoneRing::sums(const Frame& frame, bool withMoments) {
   return sums;
 }
 
-bool LoneRing::runsAround(const qcVector<2>& centre, bool isCounterclockwise) const {
-  return run(AroundPass{lanes_, centre, isCounterclockwise});
+std::optional<double> LoneRing::lengthAround(const qcVector<2>& centre,
+                                             bool isCounterclockwise) const {
+  return run(AroundPass{lanes_, distances_, centre, isCounterclockwise});
 }
 
 namespace {

@@ -24,8 +24,6 @@ namespace cntr::sets {
 /// What is summed up over a ring: the integrals, from another origin, and with errors. Those with
 /// two coordinates are zero unless they are asked for.
 struct LoneSums : Integrals {
-  /// The sum of distances from each vertex to the next, the last one's to the first one first.
-  double length = 0.0;
   /// Where the integrals are counted from, in coordinates of the frame.
   qcVector<2> origin;
   // By how much each integral may be off at most: area2, those of one coordinate, those of two.
@@ -49,8 +47,8 @@ struct LoneMass {
   std::optional<qc_InertiaData> moments;
 };
 
-/// A vertex in each lane.
-struct LaneVertices {
+/// A vertex in each lane, in a line of the cache.
+struct alignas(64) LaneVertices {
   std::array<double, plane::lanes> x;
   std::array<double, plane::lanes> y;
 };
@@ -75,9 +73,10 @@ class CNTRSETS_EXPORT LoneRing {
   /// `frame` is that of the ring.
   LoneSums sums(const Frame& frame, bool withMoments);
 
-  /// Whether the ring certainly runs around this point once, always the same way; the proof is that
-  /// of starcentre.h.
-  bool runsAround(const qcVector<2>& centre, bool isCounterclockwise) const;
+  /// The sum of distances from each vertex to the next, the last one's to the first one first, in
+  /// the frame of the sums; nothing unless the ring certainly runs around this point once, always
+  /// the same way. The proof is that of starcentre.h. REQUIRES: sums() was asked before.
+  std::optional<double> lengthAround(const qcVector<2>& centre, bool isCounterclockwise) const;
 
  private:
   template <class VertexAt>
@@ -87,7 +86,8 @@ class CNTRSETS_EXPORT LoneRing {
   /// is left over repeats the ring's last vertex.
   std::vector<LaneVertices> lanes_;
   std::size_t size_ = 0;
-  std::vector<std::array<double, plane::lanes>> distances_;
+  /// Of each vertex to the next, those of a lane behind those of the lane before.
+  std::vector<double> distances_;
   plane::Box box_;
 };
 

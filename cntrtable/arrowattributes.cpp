@@ -197,13 +197,14 @@ ArrowValidity validityOf(const std::vector<T>& numbers) {
 }
 
 qcArrowColumn problemColumn(const std::vector<Problem>& problems, std::size_t rows) {
-  std::vector<std::uint8_t> validity = makeBitmap(rows);
-  std::vector<std::string> texts(rows);
-  for (const Problem& problem : problems) {
-    setBit(validity, problem.feature);
-    texts[problem.feature] = problem.why;
+  TextColumn texts(rows);
+  auto problem = problems.begin();
+  for (std::size_t row = 0; row < rows; ++row) {
+    const bool isThere = problem != problems.end() && problem->feature == row;
+    texts.add(isThere ? std::optional<std::string_view>(problem->why) : std::nullopt);
+    if (isThere) ++problem;
   }
-  return makeTextColumn(problemName, std::move(validity), texts);
+  return std::move(texts).named(problemName);
 }
 
 qcArrowColumn edgeColumn(EdgeElements&& edges) {

@@ -101,19 +101,26 @@ qcArrowArray makeArrowArray(std::int64_t length, std::int64_t nulls,
   return qcArrowArray(&array);
 }
 
-qcArrowColumn makeTextColumn(const char* name, std::vector<std::uint8_t>&& validity,
-                             const std::vector<std::string>& texts) {
-  std::vector<std::int64_t> offsets{0};
-  std::vector<char> characters;
-  for (const std::string& text : texts) {
-    characters.insert(characters.end(), text.begin(), text.end());
-    offsets.push_back(static_cast<std::int64_t>(characters.size()));
+TextColumn::TextColumn(std::size_t rows) : validity_(makeBitmap(rows)) {
+  offsets_.reserve(rows + 1);
+  offsets_.push_back(0);
+}
+
+void TextColumn::add(std::optional<std::string_view> text) {
+  if (text) {
+    setBit(validity_, offsets_.size() - 1);
+    characters_.insert(characters_.end(), text->begin(), text->end());
   }
-  const std::int64_t nulls = countZeros(validity, texts.size());
+  offsets_.push_back(static_cast<std::int64_t>(characters_.size()));
+}
+
+qcArrowColumn TextColumn::named(const char* name) && {
+  const std::size_t rows = offsets_.size() - 1;
+  const std::int64_t nulls = countZeros(validity_, rows);
   return {makeArrowSchema({"U", name, "", true}, {}),
-          makeArrowArray(static_cast<std::int64_t>(texts.size()), nulls,
-                         {bufferOf(std::move(validity)), bufferOf(std::move(offsets)),
-                          bufferOf(std::move(characters))},
+          makeArrowArray(static_cast<std::int64_t>(rows), nulls,
+                         {bufferOf(std::move(validity_)), bufferOf(std::move(offsets_)),
+                          bufferOf(std::move(characters_))},
                          {})};
 }
 

@@ -7,7 +7,9 @@
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -40,9 +42,20 @@ qcArrowArray makeArrowArray(std::int64_t length, std::int64_t nulls,
                             std::vector<ArrowBuffer>&& buffers,
                             std::vector<qcArrowArray>&& children);
 
-/// Texts, of which those without a bit in `validity` are null.
-qcArrowColumn makeTextColumn(const char* name, std::vector<std::uint8_t>&& validity,
-                             const std::vector<std::string>& texts);
+/// A column of texts, in the making.
+class TextColumn {
+ public:
+  explicit TextColumn(std::size_t rows);
+  /// The text of the next row, or a null.
+  void add(std::optional<std::string_view> text);
+  /// REQUIRES: all rows were added.
+  qcArrowColumn named(const char* name) &&;
+
+ private:
+  std::vector<std::uint8_t> validity_;
+  std::vector<std::int64_t> offsets_;
+  std::vector<char> characters_;
+};
 
 /// Which items there are: no bitmap where none is null.
 struct ArrowValidity {

@@ -42,10 +42,7 @@ bool hasEdgelets(const qcOutlines& outlines) {
 class EdgePlacing {
  public:
   EdgePlacing(const qcOutlines& outlines, const EdgeElements& edges, OutlineColumns& columns)
-      : outlines_(outlines), edges_(edges), columns_(columns) {
-    columns_.edgelets.clear();
-    columns_.ringEdgelets.clear();
-  }
+      : outlines_(outlines), edges_(edges), columns_(columns) {}
 
   void run() {
     if (edges_.counts.empty()) return;

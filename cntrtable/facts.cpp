@@ -274,15 +274,16 @@ std::optional<Extent> extentOf(const Box& box) {
   return Extent{{box.minX, box.minY}, {box.maxX, box.maxY}};
 }
 
-/// Of a ring that has been read; but for its extent.
-std::optional<Facts> quickFactsOf(LoneRing& ring, Needs needs) {
+/// Of a ring that has been read; but for its extent. False, without any, where it has to be looked
+/// at closer.
+bool addQuickFacts(Facts& facts, LoneRing& ring, Needs needs) {
   const bool withMoments = (needs & eMoments) != 0U;
-  Facts facts(Frame(ring.box()), true);
   const LoneSums sums = ring.sums(facts.frame, withMoments);
-  if (!ring.runsAround(facts.frame.restored(sums.roughCentre()), sums.isCounterclockwise()))
-    return std::nullopt;
+  const std::optional<double> length =
+      ring.lengthAround(facts.frame.restored(sums.roughCentre()), sums.isCounterclockwise());
+  if (!length) return false;
   facts.vertices = ring.size();
-  facts.length = sums.length;
+  facts.length = *length;
   facts.contact = qcRingContact::eSimple;
   if (const std::optional<LoneMass> mass = massOf(sums, facts.frame, withMoments)) {
     facts.area = mass->area;
@@ -293,6 +294,12 @@ std::optional<Facts> quickFactsOf(LoneRing& ring, Needs needs) {
     addSums(facts, sumsOf(facts.frame, RingList(vertices), needs));
   }
   if ((needs & eSolid) != 0U) facts.solidArea = facts.area;
+  return true;
+}
+
+std::optional<Facts> quickFactsOf(LoneRing& ring, Needs needs) {
+  std::optional<Facts> facts(std::in_place, Frame(ring.box()), true);
+  if (!addQuickFacts(*facts, ring, needs)) facts.reset();
   return facts;
 }
 

@@ -36,8 +36,8 @@ struct OutlineColumns {
   std::vector<Problem> problems;
 
   static qcOutlines asOutlines(OutlineColumns&& columns);
-  /// The columns of all lists, one list behind the other; vertices are shared. REQUIRES: no list is
-  /// a slice.
+  /// The columns of all lists, one list behind the other, without their edge elements; vertices are
+  /// shared. REQUIRES: no list is a slice, and the offsets of each begin at 0.
   static OutlineColumns joined(std::span<const qcOutlines> lists);
 };
 

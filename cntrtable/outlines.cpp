@@ -95,23 +95,13 @@ void append(std::vector<T>& all, const std::vector<T>& more) {
   all.insert(all.end(), more.begin(), more.end());
 }
 
-/// Offsets that go on from the last one.
 void appendOffsets(std::vector<std::int64_t>& all, const std::vector<std::int64_t>& more) {
-  const std::int64_t shift = all.back() - more.front();
+  const std::int64_t shift = all.back();
   for (std::size_t i = 1; i < more.size(); ++i) all.push_back(more[i] + shift);
 }
 
-void appendEdgelets(OutlineColumns& all, const OutlineColumns& more) {
-  if (more.edgelets.empty()) return;
-  const std::int64_t shift = asOffset(all.edgelets.size());
-  all.ringEdgelets.resize(all.ringCounts.size(), -1);
-  for (const std::int64_t start : more.ringEdgelets)
-    all.ringEdgelets.push_back(start < 0 ? start : start + shift);
-  append(all.edgelets, more.edgelets);
-}
-
+/// All but edge elements.
 void append(OutlineColumns& all, const OutlineColumns& more) {
-  appendEdgelets(all, more);
   for (const Problem& problem : more.problems)
     all.problems.push_back({problem.feature + all.kinds.size(), problem.why});
   append(all.owners, more.owners);

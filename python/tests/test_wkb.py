@@ -13,7 +13,8 @@ from hypothesis import strategies
 
 import cntr
 
-COORDINATE = strategies.floats(-1e6, 1e6)
+# Without negative zeros: a ring that ends with one where it began with 0 comes back with that 0.
+COORDINATE = strategies.floats(-1e6, 1e6).map(lambda x: x + 0.0)
 POINTS = strategies.lists(strategies.tuples(COORDINATE, COORDINATE), min_size=3, max_size=12)
 
 

@@ -303,10 +303,10 @@ TEST(ArrowTable, RefusesEdgeElementsThatAreNotOneForEachVertex) {
             "feature 0 has 4 edge elements for 3 vertices");
 }
 
-qcArrowColumn texts(const char* name, std::vector<std::string> values) {
-  std::vector<std::uint8_t> validity = table::makeBitmap(values.size());
-  for (std::size_t i = 0; i < values.size(); ++i) table::setBit(validity, i);
-  return table::makeTextColumn(name, std::move(validity), values);
+qcArrowColumn texts(const char* name, const std::vector<std::string>& values) {
+  table::TextColumn column(values.size());
+  for (const std::string& value : values) column.add(value);
+  return std::move(column).named(name);
 }
 
 TEST(ArrowTable, IgnoresColumnsOfOtherTypes) {
@@ -316,6 +316,8 @@ TEST(ArrowTable, IgnoresColumnsOfOtherTypes) {
   for (const char* const name : {"label", "problem", "edge_elements", "other"})
     others.push_back(numbers<double>(name, "g", {1.0, 2.0}));
   others.push_back(numbers<std::int32_t>("edge_elements", "i", {1, 2}));
+  others.push_back(elements({0, 1, 2}, {1, 2}, {1, 2}));
+  others.back().schema->format = "+w:1";
   others.push_back(elements({0, 0, 0}, {}, {}));
   others.back().schema->name = "label";
   others.push_back(elements({0, 1, 2}, {1, 2}, {1, 2}));
@@ -346,18 +348,31 @@ TEST(ArrowTable, SaysOnlyOfFeaturesWithoutGeometryWhatTheirProblemIs) {
   EXPECT_EQ(outlines.problem(2), "null");
 }
 
+TEST(ArrowTable, IgnoresLabelsAndEdgeElementsOfFeaturesWithoutGeometry) {
+  qcOutlinesBuilder builder;
+  builder.failFeature("null");
+  builder.addAreas({{triangle, {}}});
+  Columns columns = table::listOf(qf_ToArrow(builder.finish()));
+  columns.push_back(numbers<std::int64_t>("label", "l", {7, 8}));
+  columns.push_back(elements({0, 2, 5}, {9, 9, 1, 2, 3}, {9, 9, 1, 2, 3}));
+  qcArrowColumn all = makeStruct({"+s", "", ""}, 2, {}, std::move(columns));
+  const qcOutlines outlines = readBack(all);
+  EXPECT_EQ(outlines.label(0), std::nullopt);
+  EXPECT_EQ(outlines.label(1), 8U);
+  EXPECT_EQ(outlines.edgelets(1, 0, 0)[0].magnitude(), 1);
+}
+
 TEST(ArrowTable, ReadsTextsOfViews) {
   qcOutlinesBuilder builder;
   builder.failFeature("null");
   Columns columns = table::listOf(qf_ToArrow(builder.finish()));
   std::vector<std::byte> view(16);
-  view[0] = std::byte{2};
-  view[4] = std::byte{'o'};
-  view[5] = std::byte{'h'};
+  view[0] = std::byte{12};
+  std::fill(view.begin() + 4, view.end(), std::byte{'x'});
   columns.push_back({makeArrowSchema({"vu", "problem", ""}, {}),
                      makeArrowArray(1, 0, {nullptr, bufferOf(std::move(view)), nullptr}, {})});
   qcArrowColumn all = makeStruct({"+s", "", ""}, 1, {}, std::move(columns));
-  EXPECT_EQ(readBack(all).problem(0), "oh");
+  EXPECT_EQ(readBack(all).problem(0), "xxxxxxxxxxxx");
 }
 
 TEST(ArrowTable, RefusesColumnsThatContradictThemselves) {
@@ -475,9 +490,17 @@ TEST(ArrowTable, CountsTheRowsOfAWholeStream) {
     const Elements six{1, 2, 3, 4, 5, 6};
     tables.push_back(tableWith(2, elements({0, 3, second}, six, six)));
   }
+  Tables counts(std::move(tables));
+  EXPECT_EQ(refusalOf([&] { qf_FromArrow(counts.get()); }),
+            "feature 3 has 2 edge elements for 3 vertices");
+  tables.clear();
+  for (const std::int32_t fifth : {5, -5}) {
+    const Elements six{1, 2, 3, 4, fifth, 6};
+    tables.push_back(tableWith(2, elements({0, 3, 6}, six, six)));
+  }
   Tables edges(std::move(tables));
   EXPECT_EQ(refusalOf([&] { qf_FromArrow(edges.get()); }),
-            "feature 3 has 2 edge elements for 3 vertices");
+            "edge_elements: magnitude in row 3 must be from 0 to 65535, not -5");
 }
 
 }  // namespace
