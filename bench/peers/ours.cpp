@@ -257,13 +257,12 @@ void describe() {
 }
 
 void repair() {
-  const Plan crossing{"X", {1000, 10000, 100000}};
-  once("regularize", crossing, [](const OpenRegion& region) {
+  once("regularize", Plan{"X", {1000, 10000, 100000}}, [](const OpenRegion& region) {
     qcRegion repaired;
     region.regularize(repaired);
     return repaired.points().size();
   });
-  once("outerHull", crossing, [](const OpenRegion& region) {
+  once("outerHull", Plan{"X", {1000, 10000, 20000, 80000}}, [](const OpenRegion& region) {
     qcRegion repaired;
     region.outerHull(repaired);
     return repaired.points().size();
@@ -287,6 +286,18 @@ SetOfRegions chainOfRegions(std::size_t n) {
     Points outline{{0, 0}, {12, 0}, {12, 11}, {0, 11}};
     const auto place = static_cast<double>(k);
     shapes::scaleAndShift(outline, 1.0, Point(10.0 * place, 3.0 * place));
+    regions.emplace_back(new qcRegion(outline, qcContourDefs::eNoIntersectionRepair));
+  }
+  return std::make_shared<qcRegionSet>(regions, qcContourDefs::eNoIntersectionRepair);
+}
+
+/// n squares, each inside the one before it.
+SetOfRegions squaresInSquares(std::size_t n) {
+  std::vector<qcPtrHandle_const<qcRegion>> regions;
+  for (std::size_t k = 0; k < n; ++k) {
+    const auto low = static_cast<double>(k);
+    const double high = 3.0 * static_cast<double>(n) - low;
+    const Points outline{{low, low}, {high, low}, {high, high}, {low, high}};
     regions.emplace_back(new qcRegion(outline, qcContourDefs::eNoIntersectionRepair));
   }
   return std::make_shared<qcRegionSet>(regions, qcContourDefs::eNoIntersectionRepair);
@@ -319,10 +330,11 @@ void askSets() {
     set.regularize(*result);
     return result;
   };
-  askSetOnce("set isSelfIntersecting", apart,
-             [](const qcRegionSet& set) { return set.isSelfIntersecting(); });
+  const auto isSelfIntersecting = [](const qcRegionSet& set) { return set.isSelfIntersecting(); };
+  askSetOnce("set isSelfIntersecting", apart, isSelfIntersecting);
+  askSetOnce("set isSelfIntersecting (nested)", &squaresInSquares, isSelfIntersecting);
   askSetOnce("set regularize", apart, regularized);
-  askSetOnce("set regularize (chain)", chainOfRegions, regularized);
+  askSetOnce("set regularize (chain)", &chainOfRegions, regularized);
 }
 
 void storeAndCopy() {

@@ -9,8 +9,8 @@
 // vertices but those of its two parts. A vertex that was found to touch nothing in its loop is not
 // looked at again, and of two pieces only the smaller one is labelled anew. What stays quadratic at
 // worst: a loop is looked for in every other one whose box holds its first edge, the way along a
-// loop to the place where the next one is joined may be long, and many vertices may lie in one
-// place.
+// loop to the first of several places where the next one touches it may be long, and many vertices
+// may lie in one place.
 
 #include <cmath>
 #include <cstdint>
@@ -216,14 +216,17 @@ class Joining {
   void join(Label first, Label loop) {
     await(loop, first);
     std::size_t touching = 0;
+    Vertex a = none;  // the only one, if it is
     rings_.forEachVertex(loop, [&](Vertex v) {
       rings_.places().forEachAt(v, [&](Vertex other) {
         if (touched_[other] == loop) return;
         touched_[other] = loop;
-        if (rings_.labelOf(other) == first) ++touching;
+        if (rings_.labelOf(other) != first) return;
+        ++touching;
+        a = other;
       });
     });
-    const Vertex a = firstTouching(loop, rings_[first].start, touching);
+    if (touching > 1) a = firstTouching(loop, rings_[first].start, touching);
     rings_.join(a, *firstListed(rings_, a, loop));
     fillPlaceOf(loop);
   }
