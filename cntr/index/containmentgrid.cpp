@@ -29,7 +29,7 @@ constexpr double edgeMargin = plane::containmentMargin;
 
 /// Cells for each vertex: more cells hold more answers and more memory (4 bytes each).
 constexpr double cellsPerVertex = 4.0;
-constexpr double fewestCells = 256.0;
+constexpr double fewestCells = 512.0;
 /// List entries for each vertex, roughly: 4 bytes each.
 constexpr double entriesPerVertex = 4.0;
 /// A cell is at least this many vertex margins wide, or the margin would fill it.
