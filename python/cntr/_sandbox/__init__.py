@@ -1,8 +1,8 @@
 # SPDX-License-Identifier: MIT
-"""Answers for tables of outlines from a child process, which may die of one without further harm.
+"""Runs the library in a child process, so that an outline that crashes it does no further harm.
 
-Tables lie in memory that both processes see (`memory`), so that nothing is copied on its way into
-the child; two pipes tell whose turn it is (`parent` and `child`). `tasks` is what the child does,
-`bisection` what becomes of a death. Of other packages only numpy and pyarrow are imported, not
+Tables are passed through shared memory (`memory`) without being copied on the way to the child; two
+pipes say whose turn it is (`parent` and `child`). `tasks` holds what the child can do, `bisection`
+what happens when it dies. Apart from numpy and pyarrow no packages are imported, in particular not
 pandas, so that a child starts quickly and stays small.
 """

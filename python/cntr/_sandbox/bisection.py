@@ -1,8 +1,8 @@
 # SPDX-License-Identifier: MIT
-"""Finds the rows that a child process dies of, and answers for all others.
+"""Finds the rows that end the child process, and answers all others.
 
-An answer never depends on the rows beside it, so that the halves of a table give what the whole
-would have given.
+The answer for a row never depends on other rows, so the two halves of a table give the same answers
+as the whole.
 """
 
 from collections.abc import Callable
@@ -11,8 +11,8 @@ import pyarrow as pa
 
 from cntr._sandbox.parent import DiedError
 
-# A row counts as deadly when it has ended so many processes on its own: one may have been killed
-# from outside.
+# A row is taken to be the cause when it has ended this many processes on its own: a single one may
+# have been killed from outside.
 TRIES = 2
 
 
@@ -21,10 +21,10 @@ def answer_in_pieces(
     ask: Callable[[pa.Table], pa.Table],
     crashed: Callable[[pa.Table, str], pa.Table],
 ) -> list[pa.Table]:
-    """What `ask` answers for the rows of the table, of which there is one at least, in their order.
+    """The answers of `ask` for the rows of the table, in order; there must be at least one row.
 
-    Where it raises `DiedError`, the halves are asked for. `crashed` gives the answer for a single
-    row that ends every process, and is told how the last one ended.
+    If `ask` raises `DiedError`, it is called for each half. `crashed` gives the answer for a single
+    row that ends every process; its second argument says how the last process ended.
     """
     death = ""
     for _ in range(TRIES if table.num_rows == 1 else 1):

@@ -1,9 +1,9 @@
 # SPDX-License-Identifier: MIT
-"""The child's side: answers one request after the other until there are no more.
+"""The child's side: answers requests one after the other until there are no more.
 
     python -m cntr._sandbox.child REQUESTS REPLIES INBOX OUTBOX
 
-The arguments are the numbers of open files.
+The arguments are file descriptors.
 """
 
 import faulthandler
@@ -21,12 +21,12 @@ from cntr._sandbox import tasks
 from cntr._sandbox.memory import Region
 from cntr._sandbox.parent import READY
 
-# A geometry as hexadecimal digits. For tests: the process dies of it.
+# For tests: a geometry, as hexadecimal digits, that ends the process.
 CRASH = "CNTR_SPARK_CRASH"
 
 
 def die_of_marked(table: pa.Table, marked: bytes) -> None:
-    """Ends this process by a segmentation fault if the marked geometry is in the table."""
+    """Ends this process with a segmentation fault if the marked geometry is in the table."""
     if not marked or tasks.GEOMETRY not in table.column_names:
         return
     geometries = table[tasks.GEOMETRY]

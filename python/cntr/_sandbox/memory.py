@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: MIT
-"""Memory that parent and child both see."""
+"""Memory shared by parent and child."""
 
 import mmap
 import os
@@ -10,7 +10,7 @@ import pyarrow as pa
 
 
 class Region:
-    """Memory in a file without a name, for one table at a time."""
+    """An unnamed file in memory, for one table at a time."""
 
     def __init__(self, file: int) -> None:
         self.file = file
@@ -24,7 +24,7 @@ class Region:
             return cls(os.dup(file.fileno()))
 
     def put(self, table: pa.Table) -> int:
-        """How many bytes the table takes."""
+        """Stores the table and returns its size in bytes."""
         counter = pa.MockOutputStream()
         _write(counter, table)
         size = int(counter.size())
@@ -34,7 +34,7 @@ class Region:
         return size
 
     def view(self, size: int) -> pa.Table:
-        """The table, which changes with the next `put` of the other side."""
+        """The table in place; it changes with the next `put` of the other process."""
         return pa.ipc.open_stream(self._bytes(size)).read_all()
 
     def take(self, size: int) -> pa.Table:
@@ -42,7 +42,7 @@ class Region:
         return pa.ipc.open_stream(self._bytes(size).to_pybytes()).read_all()
 
     def close(self) -> None:
-        # The mapping goes with the last table that lies in it.
+        # The mapping is released with the last table that uses it.
         self._memory = None
         os.close(self.file)
 

@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: MIT
-"""The parent's side: starts a child, asks it one request after the other, and sees it die."""
+"""The parent's side: starts a child, sends requests to it, and notices its death."""
 
 import json
 import os
@@ -12,18 +12,18 @@ import pyarrow as pa
 
 from cntr._sandbox.memory import Region
 
-# The first line of a child that has found all that it needs.
+# The first line from a child that has started successfully.
 READY = b"ready\n"
-# The seconds that a child has for an answer.
+# The number of seconds that a child has for an answer.
 TIME_LIMIT = 600.0
 
 
 class DiedError(Exception):
-    """The child process ended, or was ended, before it answered; the message says how."""
+    """The child process ended or was killed before it answered; the message says how."""
 
 
 class Sandbox:
-    """Answers by a child process, which is started when it is needed, and again after its death.
+    """Answers from a child process, which is started when needed, and again after its death.
 
     A child that has not answered after `limit` seconds is killed.
     """
@@ -35,10 +35,10 @@ class Sandbox:
         self.starts = 0
 
     def ask(self, task: str, table: pa.Table, **options: Any) -> pa.Table:
-        """What the task of that name in `tasks` answers.
+        """Runs the task of this name from `tasks` in the child.
 
-        Raises `DiedError` where the child died of it, RuntimeError with the child's own traceback
-        where the task raised, and where no child could be started.
+        Raises `DiedError` if the child died, and RuntimeError if the task raised an exception, with
+        the child's traceback, or if no child could be started.
         """
         if self._process is None:
             self._start()
@@ -53,7 +53,7 @@ class Sandbox:
         return self._outbox.take(reply["size"])
 
     def hold(self, key: str, regions: pa.Table) -> None:
-        """Has the child keep regions for the task `inside`, unless it has those of this key."""
+        """Makes the child keep regions for the task `inside`, unless it has those of this key."""
         if self._held != key:
             self.ask("hold", regions)
             self._held = key
@@ -78,7 +78,7 @@ class Sandbox:
             stdin=subprocess.DEVNULL,
             stdout=sys.stderr.fileno(),
             pass_fds=theirs,
-            # What Spark has added to the path of this process, the child needs too.
+            # The child also needs what Spark has added to the path of this process.
             env={**os.environ, "PYTHONPATH": os.pathsep.join(filter(None, sys.path))},
         )
         os.close(its_requests)
@@ -89,12 +89,12 @@ class Sandbox:
         try:
             self._reply()
         except DiedError as died:
-            # No table is to blame for this.
+            # This is not the fault of a table.
             message = f"the child process did not start: {died}; see its messages"
             raise RuntimeError(message) from None
 
     def _reply(self) -> bytes:
-        """The next line of the child."""
+        """The next line from the child."""
         assert self._process is not None
         if not select.select([self._replies], [], [], self.limit)[0]:
             self._process.kill()

@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: MIT
-"""What the child process does with a table; nothing else here calls the library."""
+"""The tasks of the child process; only this module calls the library."""
 
 from collections.abc import Callable
 
@@ -10,10 +10,10 @@ import pyarrow.compute as pc
 
 import cntr
 
-# The column of WKB in the tables that are sent.
+# The name of the column of WKB.
 GEOMETRY = "geometry"
 
-# The regions that points are asked about until others come.
+# The regions that `inside` tests points against, until `hold` replaces them.
 _regions = cntr.Outlines.from_wkb(pa.nulls(0, pa.binary()))
 
 
@@ -22,7 +22,7 @@ def outlines_of(table: pa.Table) -> cntr.Outlines:
 
 
 def measure(table: pa.Table, columns: list[str]) -> pa.Table:
-    """The columns, `status` and `note`, a row for each geometry."""
+    """A row for each geometry: the columns, `status` and `note`."""
     return read_all(outlines_of(table).measure(columns, threads=1))
 
 
@@ -35,20 +35,20 @@ def make_valid(table: pa.Table, rule: str) -> pa.Table:
 
 
 def hold(table: pa.Table) -> pa.Table:
-    """Keeps the regions of the table for `inside`. Answers nothing."""
+    """Keeps the regions of the table for `inside`. The answer is empty."""
     global _regions
     _regions = outlines_of(table)
     return pa.table({})
 
 
 def inside(points: pa.Table) -> pa.Table:
-    """The pairs of a `point` (`x`, `y`) and a `region` that it lies in, both as row numbers."""
+    """The row numbers of each `point` (`x`, `y`) and each `region` that contains it."""
     coordinates = np.stack([np.from_dlpack(points[name].combine_chunks()) for name in "xy"], axis=1)
     region, point = _regions.inside_join(coordinates, threads=1)
     return pa.table({"point": integers_of(point), "region": integers_of(region)})
 
 
-# pa.table(), pa.array() and to_numpy() would import pandas, to see whether it is concerned.
+# pa.table(), pa.array() and to_numpy() would import pandas to check for its types.
 
 
 def read_all(measures: cntr.Measured) -> pa.Table:

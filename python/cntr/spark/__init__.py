@@ -1,8 +1,8 @@
 # SPDX-License-Identifier: MIT
-"""Measures, repair and joins of more outlines than one machine holds, on Apache Spark.
+"""Measures, repairs and joins more outlines than one machine can hold, on Apache Spark.
 
 The package must be installed on every machine of the cluster. All functions work on a column of
-WKB, and give the answers of `cntr.Outlines`, bit for bit.
+WKB and give the same answers as `cntr.Outlines`, bit for bit.
 """
 
 try:

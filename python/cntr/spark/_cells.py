@@ -1,11 +1,12 @@
 # SPDX-License-Identifier: MIT
-"""Divides the plane into cells that hold about as much data each, wherever the data are dense.
+"""Divides the plane into cells that hold about the same amount of data, however it is distributed.
 
-The cells are the leaves of a complete binary tree. Each node cuts its cell in two where the weight
-of a sample is halved, across the longer side of the sample. A cell contains its lower sides but not
-its upper ones, so that each point lies in exactly one cell. Points in one place cannot be divided
-so: their cell has several shares, over which points are spread by a hash of their rows, and each of
-which holds all regions of the cell. Points whose rows are alike in every column stay together.
+The cells are the leaves of a complete binary tree. Each node cuts its cell across the longer side
+of the sample, where the weight of the sample is halved. A cell contains its lower sides but not its
+upper ones, so that each point lies in exactly one cell. Points with the same coordinates cannot be
+separated by cuts: their cell has several shares. The points are distributed over the shares by a
+hash of their rows, and each share holds all regions of the cell. Points whose rows are equal in
+every column stay together.
 """
 
 from dataclasses import dataclass
@@ -16,24 +17,24 @@ import numpy.typing as npt
 Floats = npt.NDArray[np.float64]
 Integers = npt.NDArray[np.int64]
 
-# A sample says little about cells that hold fewer of its items.
+# A cell with fewer items of the sample would say little about the distribution.
 ITEMS_PER_CELL = 16
-# A cell of up to so many times the mean weight is taken as it is.
+# A cell of up to this multiple of the mean weight has a single share.
 TOLERATED = 2.0
 
 
 @dataclass(frozen=True)
 class Cells:
-    """Node i is followed by 2 i + 1 below its cut and 2 i + 2 from the cut on."""
+    """The children of node i are 2 i + 1, below its cut, and 2 i + 2, from the cut on."""
 
     axes: Integers
     cuts: Floats
-    # The number of the first share of each leaf, and behind the last one that of all.
+    # The number of the first share of each leaf, followed by the number of all shares.
     shares: Integers
 
     @classmethod
     def of_sample(cls, points: Floats, weights: Floats, wanted: int) -> "Cells":
-        """At least `wanted` cells, unless the sample is too small for that."""
+        """At least `wanted` cells, unless the sample is too small."""
         most = max(len(points) // ITEMS_PER_CELL, 1)
         depth = min((wanted - 1).bit_length(), most.bit_length() - 1)
         leaves = 2**depth
@@ -51,16 +52,16 @@ class Cells:
 
     @property
     def count(self) -> int:
-        """Of all shares of cells."""
+        """The number of all shares."""
         return int(self.shares[-1])
 
     @property
     def depth(self) -> int:
-        """How many cuts there are on the way to each leaf."""
+        """The number of cuts from the root to each leaf."""
         return len(self.axes).bit_length()
 
     def of_points(self, points: Floats, hashes: Integers) -> Integers:
-        """The share that each point is in."""
+        """The share of each point."""
         node = np.zeros(len(points), np.int64)
         rows = np.arange(len(points))
         for _ in range(self.depth):
@@ -69,9 +70,9 @@ class Cells:
         return self.shares[leaf] + hashes % np.diff(self.shares)[leaf]
 
     def of_boxes(self, boxes: Floats) -> tuple[Integers, Integers]:
-        """All pairs of a box (its row) and a share of a cell that it reaches; none for NaN.
+        """All pairs of a box (its row) and a share of a cell that it meets; none for NaN.
 
-        The work is that of the pairs of a box and a node that it reaches.
+        The cost is proportional to the number of pairs of a box and a node that it meets.
         """
         row = np.nonzero(~np.isnan(boxes).any(axis=1))[0]
         node = np.zeros(len(row), np.int64)
@@ -89,7 +90,7 @@ class Cells:
 
 
 def halving(points: Floats, weights: Floats) -> tuple[int, float]:
-    """The axis and the place of a cut that leaves about half of the weight on either side."""
+    """The axis and position of a cut with about half of the weight on either side."""
     if len(points) == 0:
         return 0, 0.0
     axis = int(np.argmax(np.ptp(points, axis=0)))
@@ -97,7 +98,7 @@ def halving(points: Floats, weights: Floats) -> tuple[int, float]:
     order = np.argsort(places, kind="stable")
     reached = np.cumsum(weights[order])
     cut = places[order[np.searchsorted(reached, reached[-1] / 2)]]
-    # Half of the weight or more may lie on the lower side itself: nothing would be below the cut.
+    # If half of the weight or more lies exactly on the lower side, nothing would be below the cut.
     beyond = places[places > cut]
     if cut == places[order[0]] and len(beyond):
         cut = beyond.min()
@@ -105,7 +106,7 @@ def halving(points: Floats, weights: Floats) -> tuple[int, float]:
 
 
 def shares_of(weights: Floats) -> Integers:
-    """The numbers of the first shares of cells of these weights, and that behind the last."""
+    """The number of the first share of each cell of these weights, then that of all shares."""
     mean = weights.mean()
     counts = np.ones(len(weights), np.int64)
     heavy = weights > TOLERATED * mean

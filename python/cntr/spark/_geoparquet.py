@@ -1,10 +1,10 @@
 # SPDX-License-Identifier: MIT
-"""GeoParquet 1.1 in and out.
+"""Reads and writes GeoParquet 1.1.
 
-A file that is being written lies in a directory `_attempt-...`, which readers skip, under the name
-of its task attempt. Each task reports the file that it has completed, and Spark hands exactly one
-report of each partition to the driver, whatever was tried twice: those files are moved to their
-place, and the directory is deleted with what is left in it.
+A file is written under the name of its task attempt in a directory `_attempt-...`, which readers
+skip. Each task reports the file that it has completed, and Spark passes exactly one report of each
+partition to the driver, even if tasks were repeated: the driver moves these files to their final
+place and deletes the directory with everything left in it.
 """
 
 import json
@@ -24,17 +24,17 @@ from cntr.spark._rows import gathered, map_batches, require_binary, require_clas
 from cntr.spark._wkb import boxes_of, geometry_types_of
 
 KEY = b"geo"
-# What Parquet's groups of rows hold before they are packed: enough to be read as a whole, little
-# beside a worker's memory.
+# Size of a row group before compression: large enough to be read in one go, small compared to a
+# worker's memory.
 ROW_GROUP_BYTES = 64 << 20
 
 
 def read_geoparquet(spark: SparkSession, path: str) -> DataFrame:
-    """The rows of a GeoParquet file, or of a directory of them, with their WKB as binary.
+    """Reads a GeoParquet file, or a directory of them; geometry becomes a binary column of WKB.
 
-    Spark reads the rows, and `path` may be whatever Spark reads from. The columns are checked
-    against the metadata of the first file: raises ValueError, naming it, where that is no
-    GeoParquet, or has geometry that is not WKB, and TypeError for a session of Spark Connect.
+    Spark reads the rows, so `path` may be anything that Spark can read. The columns are checked
+    against the metadata of the first file. Raises ValueError, which names that file, if it is not
+    GeoParquet or has geometry other than WKB, and TypeError for a session of Spark Connect.
     """
     require_classic(spark)
     df = spark.read.parquet(path)
@@ -55,7 +55,7 @@ def read_geoparquet(spark: SparkSession, path: str) -> DataFrame:
 
 
 def footer_entry(spark: SparkSession, file: str, key: str) -> str | None:
-    """What a Parquet file says for the key. Read by Spark's own reader, from its file systems."""
+    """The metadata of a Parquet file for the key, read by Spark's own reader and file systems."""
     java: Any = spark.sparkContext._jvm
     configuration = spark.sparkContext._jsc.hadoopConfiguration()
     path = java.org.apache.hadoop.fs.Path(java.java.net.URI(file))
@@ -78,16 +78,16 @@ def write_geoparquet(
 ) -> None:
     """Writes a directory of GeoParquet files, one for each partition that has rows.
 
-    `path` is a directory, or a URI that `pyarrow.fs` knows, which the driver and all executors see;
-    it must be empty or not be there. No coordinate reference system is stated. Rows that hold no
-    outline are written as they are and left out of the file's `bbox`. Without any rows there is one
-    file, which has the columns. When the job fails nothing is left behind.
+    `path` is a directory, or a URI that `pyarrow.fs` supports, which the driver and all executors
+    can access; it must be empty or not exist. The coordinate reference system is null. Rows without
+    an outline are written as they are and left out of the file's `bbox`. If there are no rows, one
+    file with the columns is written. If the job fails, no file is left behind.
 
-    A row group holds about `row_group_bytes` of Arrow columns, which a worker keeps until they are
-    written; the last one of a file holds less.
+    A row group holds about `row_group_bytes` of uncompressed columns, which a worker keeps in
+    memory until they are written; the last one of a file is smaller.
 
-    Raises FileExistsError where there are files already, and ValueError where `geometry` is not a
-    binary column or `row_group_bytes` is not positive.
+    Raises FileExistsError if there are already files, and ValueError if `geometry` is not a binary
+    column or `row_group_bytes` is not positive.
     """
     require_binary(df, geometry)
     if row_group_bytes <= 0:
@@ -127,7 +127,7 @@ def write_geoparquet(
 
 
 def file_system_of(path: str) -> tuple[pyarrow.fs.FileSystem, str]:
-    """The file system and the path on it; Spark's `file:/x` is `file:///x` there."""
+    """The file system and the path in it; Spark's `file:/x` is its `file:///x`."""
     if path.startswith("file:/") and not path.startswith("file://"):
         path = "file://" + path.removeprefix("file:")
     if "://" not in path:
@@ -143,7 +143,7 @@ def write_file(
     geometry: str,
     row_group_bytes: int,
 ) -> bool:
-    """Whether there were rows, and so a file was written."""
+    """Writes a file if there are rows, and says whether there were any."""
     seen = Seen()
     writer = None
     for rows in gathered(batches, row_group_bytes):
@@ -153,10 +153,10 @@ def write_file(
                 sink,
                 rows.schema,
                 compression="zstd",
-                # Readers look for the metadata of the schema there, not for those of the file.
+                # With a stored schema, readers would take its metadata instead of the file's.
                 store_schema=False,
             )
-        # A single batch may be as much as several groups.
+        # A single batch may be large enough for several groups.
         groups = max(round(rows.nbytes / row_group_bytes), 1)
         writer.write_table(rows, row_group_size=max(-(-len(rows) // groups), 1))
         for geometries in rows[geometry].chunks:
@@ -170,7 +170,7 @@ def write_file(
 
 
 class Seen:
-    """What the metadata say of the geometries of a file."""
+    """Collects the metadata of the geometries of a file."""
 
     def __init__(self) -> None:
         self._types: set[str] = set()

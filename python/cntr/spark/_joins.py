@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: MIT
-"""The join of points and the regions that they lie in."""
+"""Joins points with the regions that contain them."""
 
 import sys
 import uuid
@@ -30,21 +30,21 @@ from cntr.spark._rows import (
 )
 from cntr.spark._wkb import boxes_of
 
-# Regions of fewer bytes of WKB than this go to every worker as they are.
+# Regions with less WKB than this are sent to every worker.
 BROADCAST_BYTES = 64 << 20
-# Of the points that a child is asked about at once: so many, about a million of three columns, that
-# preparing the regions costs little beside them.
+# Size of the tables of points that a child is asked about, about a million rows of three columns:
+# large enough that preparing the regions costs little in comparison.
 POINTS_AT_ONCE_BYTES = 32 << 20
-# Of pairs that are handed to Spark.
+# Number of pairs in each batch that is returned to Spark.
 ROWS_AT_ONCE = 1 << 16
-# How many points and regions the cells are made from, about.
+# Approximate number of points, and of regions, that the cells are computed from.
 SAMPLE = 200_000
-# There are at least so many cells for each core, and enough for so many bytes in each.
+# Minimum number of cells for each core, and the amount of data aimed at for each cell.
 CELLS_PER_CORE = 8
 CELL_BYTES = 16 << 20
-# What a point takes on its way, about.
+# Approximate size of a point in the shuffle.
 POINT_BYTES = 64
-# The share of a cell, and what spreads points over shares; in the way of no other name.
+# Names of temporary columns: the share of a cell, and the hash that distributes points over shares.
 SHARE = "__cntr_share"
 SPREAD = "__cntr_spread"
 
@@ -53,7 +53,7 @@ PAIRS = pa.schema([("point", pa.int64()), ("region", pa.int64())])
 
 @dataclass(frozen=True)
 class Sides:
-    """The two sides of a join, and what is kept of them."""
+    """Both sides of a join and the names of their columns."""
 
     points: DataFrame
     regions: DataFrame
@@ -63,7 +63,7 @@ class Sides:
 
     @property
     def kept(self) -> list[str]:
-        """Of the regions."""
+        """The columns of the regions that are returned."""
         return [name for name in self.regions.columns if name != self.geometry]
 
     @property
@@ -80,18 +80,18 @@ def inside_join(
     geometry: str = "geometry",
     broadcast: bool | None = None,
 ) -> DataFrame:
-    """A row for each pair of a point and a region that it lies in, every pair once.
+    """Returns a row for each pair of a point and a region that contains it, each pair once.
 
-    The columns are those of `points`, then those of `regions` without the geometry, a column of
-    WKB. With `broadcast` all regions go to every worker; without, points and regions are brought
-    together by cells of the plane, which are as small as the data are dense; None decides by the
-    size of the regions. The pairs are the same either way. The regions' size, and the cells, are
-    found out at once, by passes over both sides.
+    The columns are those of `points`, followed by those of `regions` except the geometry, which is
+    a column of WKB. If `broadcast` is true, all regions are sent to every worker; if it is false,
+    points and regions are distributed by cells of the plane, which are smaller where the data are
+    denser; None decides by the size of the regions. The pairs are the same in all cases. The size
+    of the regions and the cells are computed immediately, by passes over both sides.
 
-    Points with a coordinate that is null, NaN or infinite, and geometries that are no outlines, are
-    in no pair. Nor is a region that ends its process, which is looked for once, before the join;
-    one that only some points make deadly is left out from these points on in their partition or
-    cell, and the executor's log tells of it. `measure` finds such regions.
+    Points with a coordinate that is null, NaN or infinite, and geometries that are not outlines,
+    are in no pair. Nor is a region that ends its process; such regions are searched for once,
+    before the join. A region that ends its process only with certain points is left out from then
+    on in their partition or cell, and the executor's log says so. `measure` finds such regions.
 
     Raises ValueError for columns that are missing, have another type, or are on both sides, and
     TypeError for a session of Spark Connect.
@@ -109,13 +109,13 @@ def inside_join(
 
 
 def size_of(regions: DataFrame, geometry: str) -> int:
-    """The bytes of all geometries."""
+    """The total size of all geometries in bytes."""
     (row,) = regions.agg(F.sum(F.length(column_of(geometry))).alias("bytes")).collect()
     return row.bytes or 0
 
 
 def broadcast_join(sides: Sides) -> DataFrame:
-    """Every worker asks about its points and all regions."""
+    """Each worker tests its points against all regions."""
     x, y, geometry, kept = sides.x, sides.y, sides.geometry, sides.kept
     context = sides.points.sparkSession.sparkContext
     sent = context.broadcast(serialized(with_a_place(sides.regions, geometry).toArrow()))
@@ -134,7 +134,7 @@ def broadcast_join(sides: Sides) -> DataFrame:
 
 
 def with_a_place(regions: DataFrame, geometry: str) -> DataFrame:
-    """Those that are in any pair at all: no crashed ones, whose search every worker is spared."""
+    """The regions that can be in a pair: no worker has to search for those that crash."""
 
     def found(batches: Iterable[pa.RecordBatch]) -> Iterator[pa.RecordBatch]:
         for batch in batches:
@@ -157,9 +157,9 @@ def rows_of(pairs: pa.Table, points: pa.Table, regions: pa.Table) -> pa.Table:
 
 
 class Asked:
-    """The regions that a partition of points is asked about; `key` stands for their geometries.
+    """The regions that the points of a partition are tested against; `key` identifies them.
 
-    A region that has ended a process is not asked about again.
+    A region that has ended a process is left out from then on.
     """
 
     def __init__(self, key: str, geometries: pa.ChunkedArray) -> None:
@@ -168,7 +168,7 @@ class Asked:
         self._regions = pa.table({tasks.GEOMETRY: geometries, "region": row_numbers(geometries)})
 
     def pairs(self, x: pa.ChunkedArray, y: pa.ChunkedArray) -> pa.Table:
-        """Row numbers of a `point` and a `region` that it lies in."""
+        """The row numbers of each `point` and each `region` that contains it."""
         points = pa.table({"x": x, "y": y, "point": row_numbers(x)})
         points = points.filter(is_finite(points, "x", "y"))
         if not self._regions.num_rows or not points.num_rows:
@@ -196,7 +196,7 @@ class Asked:
 
 
 def is_finite(table: pa.Table | pa.RecordBatch, x: str, y: str) -> Any:
-    """Of each row, whether both are numbers; null counts as no."""
+    """For each row, whether both coordinates are finite numbers; false for null."""
     return pc.fill_null(pc.and_(pc.is_finite(table[x]), pc.is_finite(table[y])), False)
 
 
@@ -205,7 +205,7 @@ def row_numbers(rows: pa.Table | pa.ChunkedArray) -> pa.Array:
 
 
 def cell_join(sides: Sides) -> DataFrame:
-    """Spark brings the points and the regions of each cell together."""
+    """Spark groups the points and the regions by cell."""
     x, y, geometry, kept = sides.x, sides.y, sides.geometry, sides.kept
 
     def joined(points: pa.Table, regions: pa.Table) -> pa.Table:
@@ -231,8 +231,8 @@ def points_in_cells(sides: Sides, cells: Cells) -> DataFrame:
             shares = cells.of_points(coordinates, some[SPREAD].to_numpy())
             yield with_share(some.drop_columns([SPREAD]), shares)
 
-    # The hash of a row is the same in every attempt, which its place in the task need not be. Rows
-    # alike in all columns have one hash, and so are in one share.
+    # The hash of a row is the same in every attempt; its position in the task may not be. Rows that
+    # are equal in all columns have the same hash, and so stay in one share.
     hashable = [
         column_of(field.name)
         for field in points.schema
@@ -267,7 +267,7 @@ def schema_with_share(df: DataFrame) -> spark_types.StructType:
 
 
 def cells_of(sides: Sides) -> Cells:
-    """Cells of about equal bytes, by samples of both sides."""
+    """Cells with about the same amount of data each, computed from samples of both sides."""
     x, y, geometry = sides.x, sides.y, sides.geometry
 
     def located(batches: Iterable[pa.RecordBatch]) -> Iterator[pa.RecordBatch]:
@@ -294,12 +294,12 @@ def cells_of(sides: Sides) -> Cells:
 
 
 def sampled(df: DataFrame) -> tuple[DataFrame, float]:
-    """Some rows, and which share of all they are."""
+    """A sample of the rows, and the fraction of all rows that it holds."""
     share = min(1.0, SAMPLE / max(df.count(), 1))
     return (df if share == 1.0 else df.sample(share, seed=0)), share
 
 
 def finite_of(table: pa.Table) -> Floats:
-    """The three columns, without rows that have no place."""
+    """The three columns as an array, without the rows whose coordinates are not finite."""
     some = table.filter(is_finite(table, "x", "y"))
     return np.stack([column.to_numpy() for column in some.columns], axis=1)

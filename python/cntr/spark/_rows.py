@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: MIT
-"""Answers for each row of a data frame: measures and repaired outlines."""
+"""Measures and repairs the outline of each row of a data frame."""
 
 import functools
 import os
@@ -16,14 +16,14 @@ from cntr._sandbox import tasks
 from cntr._sandbox.bisection import answer_in_pieces
 from cntr._sandbox.parent import TIME_LIMIT, Sandbox
 
-# An environment variable of the executors: the seconds that a child has for an answer.
+# Environment variable of the executors: the number of seconds that a child has for an answer.
 TIME_LIMIT_NAME = "CNTR_SPARK_TIME_LIMIT"
 
 OUTCOME = pa.schema([("status", pa.string()), ("note", pa.string())])
 
-# What Spark wants instead.
+# Types that Spark does not take, and those that replace them.
 ARROW_TYPES = {pa.large_string(): pa.string()}
-# Spark's types for those of measures.
+# Spark's types for the types of measures.
 SPARK_TYPES: dict[pa.DataType, spark_types.DataType] = {
     pa.float64(): spark_types.DoubleType(),
     pa.int64(): spark_types.LongType(),
@@ -34,12 +34,12 @@ SPARK_TYPES: dict[pa.DataType, spark_types.DataType] = {
 
 @functools.cache
 def sandbox() -> Sandbox:
-    """The one child of this Python worker; it stays for the tasks that come after."""
+    """The only child of this Python worker; later tasks use it too."""
     return Sandbox(float(os.environ.get(TIME_LIMIT_NAME, TIME_LIMIT)))
 
 
 def ask_of_rows(task: str, geometries: pa.Array, answers: pa.Schema, **options: Any) -> pa.Table:
-    """A row for each geometry, in order; a row of nulls with `crashed` where one is deadly."""
+    """A row for each geometry, in order; for one that ends its process, nulls and `crashed`."""
 
     def ask(table: pa.Table) -> pa.Table:
         return sandbox().ask(task, table, **options).select(answers.names).cast(answers)
@@ -65,14 +65,14 @@ def measure(
     *,
     keep_geometry: bool = True,
 ) -> DataFrame:
-    """The data frame with the measures of the outlines in a column of WKB.
+    """Adds the measures of the outlines in a column of WKB to a data frame.
 
-    The columns of `df` are followed by those asked for (names of `cntr.MEASURES`, without them the
-    usual ones), `status` and `note`. A row that cannot be measured has the status ``failed``, one
-    whose measuring ends a process ``crashed``; both have a note and no measures. With
-    `keep_geometry` false the geometry is left out, and need not travel back from Python.
+    The columns of `df` are followed by the measures in `columns` (names from `cntr.MEASURES`; by
+    default the standard ones), `status` and `note`. A row that cannot be measured has the status
+    ``failed``, one that ends its process ``crashed``; both have a note and no measures. If
+    `keep_geometry` is false, the geometry is left out and is not sent back from Python.
 
-    Raises ValueError for a name that there is not, or that `df` has already.
+    Raises ValueError for an unknown name, and for one that `df` already has.
     """
     answers = answers_of(columns)
     names = [name for name in answers.names if name not in OUTCOME.names]
@@ -89,13 +89,13 @@ def measure(
 
 
 def make_valid(df: DataFrame, geometry: str = "geometry", rule: str = "nonzero") -> DataFrame:
-    """The data frame with what the outlines in a column of WKB fill, as valid outlines.
+    """Replaces the outlines in a column of WKB by valid outlines that fill the same area.
 
     `rule` is ``nonzero`` or ``evenodd``. The columns of `df` are followed by `status` and `note`. A
-    geometry that cannot be repaired stays as it is, with the status ``failed``, or ``crashed``
-    where repairing it ends a process.
+    geometry that cannot be repaired stays as it is, with the status ``failed``, or ``crashed`` if
+    repairing it ends its process.
 
-    Raises ValueError for another rule, and where `df` has a column `status` or `note` already.
+    Raises ValueError for another rule, and if `df` already has a column `status` or `note`.
     """
     if rule not in ("nonzero", "evenodd"):
         raise ValueError(f"rule must be 'nonzero' or 'evenodd', not {rule!r}")
@@ -114,7 +114,7 @@ def make_valid(df: DataFrame, geometry: str = "geometry", rule: str = "nonzero")
 
 
 def answers_of(columns: Sequence[str] | None) -> pa.Schema:
-    """The columns of an answer: those of the library's answer about nothing, as Spark has them."""
+    """The columns of an answer, with Spark's types: those of the library's answer for no rows."""
     for name in same_names(columns or [], OUTCOME.names):
         raise ValueError(f"there is no measure {name!r}")
     nothing = cntr.Outlines.from_wkb(pa.nulls(0, pa.binary()))
@@ -125,7 +125,7 @@ def answers_of(columns: Sequence[str] | None) -> pa.Schema:
 def schema_with(
     fields: Sequence[spark_types.StructField], answers: pa.Schema
 ) -> spark_types.StructType:
-    """The fields, and those of answers behind them."""
+    """The fields, followed by those of the answers."""
     added = [spark_types.StructField(field.name, SPARK_TYPES[field.type]) for field in answers]
     for name in same_names([field.name for field in fields], answers.names):
         raise ValueError(f"the data frame has a column {name!r} already; rename it first")
@@ -133,29 +133,29 @@ def schema_with(
 
 
 def same_names(names: Sequence[str], others: Sequence[str]) -> list[str]:
-    """Those of `names` that are among the others, whatever their case: Spark takes no notice."""
+    """The names that are among the others; case is ignored, as Spark does."""
     folded = {other.casefold() for other in others}
     return sorted(name for name in names if name.casefold() in folded)
 
 
 def column_of(name: str) -> Column:
-    """The column of that very name, whatever characters it has."""
+    """The column of exactly this name, which may have any characters."""
     return F.col("`" + name.replace("`", "``") + "`")
 
 
 def require_classic(session: object) -> None:
-    """Raises TypeError for a session of Spark Connect, which has no way to the driver."""
+    """Raises TypeError for a session of Spark Connect, which cannot reach the driver."""
     if not isinstance(session, SparkSession):
         raise TypeError("a classic Spark session is needed, not one of Spark Connect")
 
 
 def require_binary(df: DataFrame, geometry: str) -> None:
-    """Raises ValueError where there is no such column, or several, or it is not binary."""
+    """Raises ValueError if there is no such column, or more than one, or it is not binary."""
     require_type(df, geometry, spark_types.BinaryType, "binary (WKB)")
 
 
 def require_type(df: DataFrame, name: str, wanted: type[spark_types.DataType], called: str) -> None:
-    """Raises ValueError where there is no such column, or several, or it has another type."""
+    """Raises ValueError if there is no such column, or more than one, or it has another type."""
     if name not in df.columns:
         raise ValueError(f"the data frame has no column {name!r}")
     if df.columns.count(name) > 1:
@@ -180,7 +180,7 @@ def map_batches(
     function: Callable[[Iterable[pa.RecordBatch]], Iterator[pa.RecordBatch]],
     schema: spark_types.StructType | str,
 ) -> DataFrame:
-    """`DataFrame.mapInArrow`, which fails alone where the name of a column has a dot."""
+    """`DataFrame.mapInArrow`, which on its own fails if a column name has a dot."""
     names = df.columns
 
     def named(batches: Iterable[pa.RecordBatch]) -> Iterator[pa.RecordBatch]:
@@ -190,7 +190,7 @@ def map_batches(
 
 
 def gathered(batches: Iterable[pa.RecordBatch], wanted_bytes: int) -> Iterator[pa.Table]:
-    """The rows in tables of so many bytes or little more."""
+    """The rows in tables of at least this size, each by at most one batch larger."""
     waiting: list[pa.RecordBatch] = []
     reached = 0
     for batch in batches:
@@ -204,7 +204,7 @@ def gathered(batches: Iterable[pa.RecordBatch], wanted_bytes: int) -> Iterator[p
 
 
 def numbered(count: int) -> list[str]:
-    """Names of columns on their way."""
+    """Temporary column names."""
     return [f"column{number}" for number in range(count)]
 
 

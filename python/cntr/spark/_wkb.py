@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: MIT
-"""What is told of a column of WKB by its first bytes, and the boxes around its outlines."""
+"""The types of the geometries in a column of WKB, and their bounding boxes."""
 
 import numpy as np
 import numpy.typing as npt
@@ -7,7 +7,7 @@ import pyarrow as pa
 
 from cntr.spark._rows import ask_of_rows
 
-# By the number that WKB has for them.
+# By their numbers in WKB.
 GEOMETRY_TYPES = {
     1: "Point",
     2: "LineString",
@@ -17,9 +17,9 @@ GEOMETRY_TYPES = {
     6: "MultiPolygon",
     7: "GeometryCollection",
 }
-# The byte order and the number of the type.
+# Size of the byte order and the number of the type.
 HEADER = 5
-# Of the extended form: there are Z, M, and the number of a spatial reference.
+# Flags of extended WKB: Z; and Z, M and the number of a spatial reference together.
 HAS_Z = 0x80000000
 FLAGS = 0xE0000000
 
@@ -30,7 +30,7 @@ BOX = pa.schema(
 
 
 def geometry_types_of(geometries: pa.Array) -> set[str]:
-    """The types as GeoParquet names them; values that begin like no geometry add nothing."""
+    """The types as GeoParquet names them; values that do not begin like a geometry are ignored."""
     whole = geometries.drop_null().cast(pa.large_binary())
     _, offsets, values = whole.buffers()
     if values is None:
@@ -46,7 +46,7 @@ def geometry_types_of(geometries: pa.Array) -> set[str]:
 
 
 def geometry_type(code: int) -> str:
-    """Of the ISO and the extended form; empty where there is none of that number."""
+    """The name for a number of ISO or extended WKB; empty if the number is unknown."""
     dimensions, number = divmod(code & ~FLAGS, 1000)
     if number not in GEOMETRY_TYPES or dimensions > 3:
         return ""
@@ -55,9 +55,9 @@ def geometry_type(code: int) -> str:
 
 
 def boxes_of(geometries: pa.Array) -> npt.NDArray[np.float64]:
-    """For each geometry xmin, ymin, xmax and ymax, NaN where it holds no outline.
+    """xmin, ymin, xmax and ymax of each geometry, NaN if it has no outline.
 
-    The box may be larger than the smallest by a few units in the last place, never smaller.
+    A box may be a few units in the last place larger than the bounding box, but never smaller.
     """
     measured = ask_of_rows("measure", geometries, BOX, columns=BOX.names[:4])
     left, top, width, height = (measured[name].to_numpy() for name in BOX.names[:4])
@@ -67,5 +67,5 @@ def boxes_of(geometries: pa.Array) -> npt.NDArray[np.float64]:
 def end_of(
     begin: npt.NDArray[np.float64], size: npt.NDArray[np.float64]
 ) -> npt.NDArray[np.float64]:
-    """At least the number whose difference from `begin`, rounded, is `size`."""
+    """An upper bound of all numbers whose rounded difference from `begin` is `size`."""
     return np.nextafter(begin + (size + np.spacing(size)), np.inf)
