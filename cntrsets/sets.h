@@ -18,6 +18,7 @@
 // numbers are carried from face to face over the cut edges, so no face is too thin to be judged;
 // the edges between kept and other faces are joined to rings. Vertices of the input that lie on the
 // boundary of the result keep their bits, and none is left out because it is on a straight line.
+// Coordinates smaller than the largest by a factor of more than 2^944, about 1e284, come back as 0.
 // Crossings are rounded to the nearest doubles. Where rounded crossings keep making new ones
 // (outlines as small as the precision of their coordinates), all vertices are moved to a grid.
 //

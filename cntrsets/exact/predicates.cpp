@@ -5,6 +5,7 @@
 #include <cntrsets/exact/predicates.h>
 
 #include <algorithm>
+#include <cmath>
 
 #include <cntr/plane/twofold.h>
 
@@ -18,7 +19,8 @@ using plane::Twofold;
 namespace {
 
 double along(double from, double to, const Twofold& share) noexcept {
-  return (share * sumOf(to, -from) + Twofold(from)).high;
+  const double sum = (share * sumOf(to, -from) + Twofold(from)).high;
+  return std::abs(sum) < leastCoordinate ? 0.0 : sum;
 }
 
 /// `value` moved into the interval that both pairs of ends enclose.

@@ -68,7 +68,7 @@ class Boundary {
         walked[side] = true;
         step(sides_[side]);
         side = next(sides_[side]);
-        // Sides of faces that rounding has made contradict each other.
+        // Faces of cut edges have closed boundaries; the walk would not end otherwise.
         if (side != start && (side == sides_.size() || walked[side]))
           throw qcContourDefs::BadParams(L"the result is not valid: a boundary is not closed");
       } while (side != start);

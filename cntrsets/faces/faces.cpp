@@ -139,8 +139,7 @@ void sweep(const std::vector<Point>& vertices, std::vector<Edge>& edges) {
     for (; i < edges.size() && edges[i].left == vertex; ++i) {
       const std::size_t before = active.size();
       places[i] = active.insert(hint, i);
-      // Edges that overlap or cross have not been cut: rounding can leave such edges where
-      // coordinates differ by hundreds of orders of magnitude.
+      // Noding leaves no edges that overlap or cross; the sweep would not survive one.
       if (active.size() == before)
         throw qcContourDefs::BadParams(L"the result is not valid: edges are not cut");
       if (places[i] != active.begin()) edges[i].under = *std::prev(places[i]);

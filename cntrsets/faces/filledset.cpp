@@ -20,8 +20,6 @@ namespace {
 /// The largest scaled coordinate has this exponent, and so always the same unit in the last place.
 constexpr int scaledExponent = 480;
 constexpr int scaledUnit = scaledExponent - std::numeric_limits<double>::digits;
-/// Products of smaller coordinates lose digits.
-constexpr double leastScaled = 0x1p-465;
 
 std::vector<bool> keptFaces(const Faces& faces, const Rule& rule) {
   std::vector<bool> kept(faces.windings.size());
@@ -41,11 +39,14 @@ double farthestMove(const Noding& noding) {
   return std::sqrt(0.5) * unit * noding.roundings;
 }
 
+/// Asks GEOS about scaled coordinates: its products, too, overflow or lose digits for others.
 void refuseFlaws(const std::vector<qcRings>& parts) {
   const std::string flaw = flawOf(parts);
-  if (!flaw.empty())
-    throw qcContourDefs::BadParams(L"the result is not valid: " +
-                                   std::wstring(flaw.begin(), flaw.end()));
+  if (flaw.empty()) return;
+  // What follows the bracket is a place in scaled coordinates.
+  const std::string reason = flaw.substr(0, flaw.find('['));
+  throw qcContourDefs::BadParams(L"the result is not valid: " +
+                                 std::wstring(reason.begin(), reason.end()));
 }
 
 Twofold areaOfKept(const std::vector<Twofold>& areas, const std::vector<bool>& kept) {
@@ -79,7 +80,7 @@ Scaling::Scaling(double largest) {
 
 double Scaling::scaled(double coordinate) const {
   const double scaled = std::ldexp(coordinate, exponent_);
-  return std::abs(scaled) < leastScaled ? std::copysign(0.0, scaled) : scaled;
+  return std::abs(scaled) < leastCoordinate ? std::copysign(0.0, scaled) : scaled;
 }
 
 Point Scaling::scaled(const Point& p) const { return {scaled(p.x()), scaled(p.y())}; }
@@ -110,15 +111,17 @@ FilledSet filledSet(std::span<const std::span<const Point>> rings, const Rule& r
   refuse(!areasAgree(pieces, faces, areas, moved), L"faces and rings differ in area");
   refuse(std::abs((areaOf(result.parts) - area).high) > roundingOfAreas(noding.pieces.size()),
          L"its rings have another area than its faces");
+  // Slivers that rounded crossings leave of a feature without area.
+  if (!(area.high > 0.0)) result.parts.clear();
+  result.cut = noding.pieces.size() != pieces.size() || noding.roundings > 0;
+  if (result.cut) refuseFlaws(result.parts);
   for (qcRings& part : result.parts) {
     restore(part.outline, scaling);
     for (std::vector<Point>& hole : part.holes) restore(hole, scaling);
   }
-  result.cut = noding.pieces.size() != pieces.size() || noding.roundings > 0;
   result.area = scaling.restored(scaling.restored(area.high));
   result.grid = scaling.restored(noding.grid);
   result.moved = scaling.restored(moved);
-  if (result.cut) refuseFlaws(result.parts);
   return result;
 }
 

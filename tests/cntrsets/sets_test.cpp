@@ -9,6 +9,7 @@
 #include <string>
 
 #include <cntr/contourdefs.h>
+#include <testing/shapes/shapes.h>
 #include <tests/cntrsets/features.h>
 
 namespace {
@@ -32,6 +33,13 @@ std::wstring refusalOf(Call call) {
     return error.message();
   }
   return L"not refused";
+}
+
+/// A number of any size up to 2^400, or 0.
+double anySize(shapes::Random& random) {
+  const int exponent = static_cast<int>(random.below(1200)) - 800;
+  const double digits = random.uniform(-1.0, 1.0);
+  return random.chance(0.2) ? 0.0 : std::ldexp(digits, exponent);
 }
 
 TEST(MakeValid, LeavesAFeatureInNormalFormAsItIs) {
@@ -235,6 +243,36 @@ TEST(MakeValid, WorksAtAnySizeAndAnywhere) {
   EXPECT_EQ(repaired({{{{far, far}, {far + 4, far + 4}, {far + 4, far}, {far, far + 4}}, {}}}),
             (Feature{{{{far, far}, {far + 2, far + 2}, {far, far + 4}}, {}},
                      {{{far + 2, far + 2}, {far + 4, far}, {far + 4, far + 4}}, {}}}));
+}
+
+TEST(MakeValid, WorksOnCoordinatesThatDifferByHundredsOfOrdersOfMagnitude) {
+  const Feature uncut{
+      {{{0, 0}, {10, 0}, {10, 10}, {4.05e-322, 0}, {8.1126e-320, 0}}, {}},
+      {{{-4.8128060861321977e+232, 1.0000000000000009}, {1, 2}, {2, 2}, {1.0000009536743164, 0}},
+       {}}};
+  qcRepairReport report;
+  EXPECT_EQ(qf_MakeValid(uncut, qcPolygon::eNonZero, &report).size(), 1U);
+  EXPECT_DOUBLE_EQ(report.area, 4.8128060861321977e+232);
+  shapes::Random random(5);
+  int cut = 0;
+  for (int i = 0; i < 3000; ++i) {
+    Feature feature{{}};
+    for (std::size_t count = 4 + random.below(5); count > 0; --count) {
+      const double x = anySize(random);
+      const double y = anySize(random);
+      feature[0].outline.emplace_back(x, y);
+    }
+    for (const auto rule : {qcPolygon::eNonZero, qcPolygon::eEvenOdd}) {
+      const std::wstring refusal = refusalOf([&] {
+        const Feature valid = qf_MakeValid(feature, rule, &report);
+        EXPECT_EQ(qf_MakeValid(valid, rule), valid) << i;
+        cut += report.repaired ? 1 : 0;
+      });
+      EXPECT_TRUE(refusal == L"not refused" || refusal == L"the feature has no area")
+          << i << ": " << std::string(refusal.begin(), refusal.end());
+    }
+  }
+  EXPECT_GT(cut, 1000);
 }
 
 TEST(MakeValid, MovesVerticesToAGridWhereNothingElseSettlesAndSaysSo) {

@@ -175,6 +175,13 @@ TEST(Repair, ALineWalkedThereAndBackFails) {
   }
 }
 
+TEST(Repair, OutlinesTooSmallForTheirAreaToBeANumberAreRepaired) {
+  const Outcome outcome =
+      repaired(collection({polygon({"[[0,0],[4e-200,4e-200],[4e-200,0],[0,4e-200],[0,0]]"})}));
+  EXPECT_EQ(outcome.status, 0);
+  EXPECT_EQ(outcome.file["features"][0]["geometry"]["coordinates"].size(), 2U);
+}
+
 TEST(Repair, OpenLinesAreUnchanged) {
   const std::string file = collection({feature("LineString", "[[0,0],[4,4],[4,0],[0,4]]")});
   EXPECT_EQ(repaired(file).file, Json::parse(file));

@@ -138,7 +138,9 @@ Repair repaired(const Geometry& geometry, RepairRule rule, double maxLoss) {
   try {
     Repair repair = repairedBy(rule, geometry);
     if (repair.result != Repair::Result::eRepaired) return repair;
-    const double loss = 1.0 - *repair.areaAfter / *repair.areaBefore;
+    // The area of the smallest features is 0: that of all smaller than 1e-162.
+    const double loss =
+        *repair.areaBefore > 0.0 ? 1.0 - *repair.areaAfter / *repair.areaBefore : 0.0;
     if (loss <= maxLoss) return repair;
     return failure("would lose " + shortNumber(100.0 * loss, 3) + " % of its area",
                    repair.areaBefore);
