@@ -403,14 +403,18 @@ struct AroundPass {
     const double direction = isCounterclockwise ? 1.0 : -1.0;
     Lanes fromX = lanesOf(vertices[0].x);
     Lanes fromY = lanesOf(vertices[0].y);
+    Lanes fromCentreX = fromX - centre.x();
+    Lanes fromCentreY = fromY - centre.y();
     LaneFlags wasBelow = fromY <= centre.y();
     LaneFlags isHidden{};
     LaneFlags passages{};
     for (const LaneVertices& vertex : vertices.subspan(1)) {
       const Lanes toX = lanesOf(vertex.x);
       const Lanes toY = lanesOf(vertex.y);
-      const Lanes left = (fromX - centre.x()) * (toY - centre.y());
-      const Lanes right = (fromY - centre.y()) * (toX - centre.x());
+      const Lanes toCentreX = toX - centre.x();
+      const Lanes toCentreY = toY - centre.y();
+      const Lanes left = fromCentreX * toCentreY;
+      const Lanes right = fromCentreY * toCentreX;
       const Lanes bound = plane::estimateError * (sizeOf(left) + sizeOf(right));
       const Lanes side = (left - right) * direction;
       const LaneFlags isSeen =
@@ -423,6 +427,8 @@ struct AroundPass {
       wasBelow = isBelow;
       fromX = toX;
       fromY = toY;
+      fromCentreX = toCentreX;
+      fromCentreY = toCentreY;
     }
     std::int64_t count = 0;
     for (std::size_t i = 0; i < lanes; ++i) {
@@ -517,12 +523,12 @@ constexpr double errorOfTwofold = 0x1p-80;
 double roundedDown(const Twofold& value, double error) { return value.high + (value.low - error); }
 double roundedUp(const Twofold& value, double error) { return value.high + (value.low + error); }
 
-/// a / b, right to 2^-100 of its size.
-Twofold quotientOf(const Twofold& a, const Twofold& b) {
-  const double first = a.high / b.high;
+/// a / b, right to 2^-100 of its size; `inverse` is 1 / b.high.
+Twofold quotientOf(const Twofold& a, const Twofold& b, double inverse) {
+  const double first = a.high * inverse;
   const Twofold product = plane::productOf(first, b.high);
   const double rest = ((a.high - product.high) - product.low) + (a.low - first * b.low);
-  return sumOf(first, rest / b.high);
+  return sumOf(first, rest * inverse);
 }
 
 /// Whether all numbers that are at most that far from a value have the same nearest double.
@@ -541,8 +547,9 @@ std::optional<LoneMass> massOf(const LoneSums& sums, const Frame& frame, bool wi
   if (!(area2.high > smallest) || !isRoundedAlike(area2, sums.errorOfArea)) return std::nullopt;
   // From the origin of the sums; less than 1, as it is within the box.
   const Twofold area6 = area2 * Twofold(3.0);
-  const Twofold x = quotientOf(signedAlike(sums.x6), area6);
-  const Twofold y = quotientOf(signedAlike(sums.y6), area6);
+  const double inverse = 1.0 / area6.high;
+  const Twofold x = quotientOf(signedAlike(sums.x6), area6, inverse);
+  const Twofold y = quotientOf(signedAlike(sums.y6), area6, inverse);
   const double farthest = std::max(std::abs(x.high), std::abs(y.high));
   const double errorOfCentre =
       (sums.errorOfFirst + 4.0 * sums.errorOfArea) / (2.9 * area2.high) + errorOfTwofold;

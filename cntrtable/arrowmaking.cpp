@@ -109,7 +109,7 @@ TextColumn::TextColumn(std::size_t rows) : validity_(makeBitmap(rows)) {
 void TextColumn::add(std::optional<std::string_view> text) {
   if (text) {
     setBit(validity_, offsets_.size() - 1);
-    characters_.insert(characters_.end(), text->begin(), text->end());
+    characters_ += *text;
   }
   offsets_.push_back(static_cast<std::int64_t>(characters_.size()));
 }
@@ -167,10 +167,6 @@ ArrowBuffer offsetBuffer(std::vector<std::int64_t>&& offsets) {
 
 std::vector<std::uint8_t> makeBitmap(std::size_t length) {
   return std::vector<std::uint8_t>((length + 7) / 8);
-}
-
-void setBit(std::vector<std::uint8_t>& bitmap, std::size_t place) {
-  bitmap[place / 8] = static_cast<std::uint8_t>(bitmap[place / 8] | (1U << (place % 8)));
 }
 
 std::int64_t countZeros(const std::vector<std::uint8_t>& bitmap, std::size_t length) {

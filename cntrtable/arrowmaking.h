@@ -20,9 +20,9 @@ namespace table {
 /// The bytes of a list, kept for as long as this is.
 using ArrowBuffer = std::shared_ptr<const void>;
 
-template <class T>
-ArrowBuffer bufferOf(std::vector<T>&& list) {
-  const auto kept = std::make_shared<const std::vector<T>>(std::move(list));
+template <class List>
+ArrowBuffer bufferOf(List list) {
+  const auto kept = std::make_shared<const List>(std::move(list));
   return {kept, kept->data()};
 }
 
@@ -54,7 +54,7 @@ class TextColumn {
  private:
   std::vector<std::uint8_t> validity_;
   std::vector<std::int64_t> offsets_;
-  std::vector<char> characters_;
+  std::string characters_;
 };
 
 /// Which items there are: no bitmap where none is null.
@@ -87,7 +87,9 @@ std::vector<T> listOf(T only) {
 
 /// A bit for each item, the lowest first; all 0.
 std::vector<std::uint8_t> makeBitmap(std::size_t length);
-void setBit(std::vector<std::uint8_t>& bitmap, std::size_t place);
+inline void setBit(std::vector<std::uint8_t>& bitmap, std::size_t place) {
+  bitmap[place / 8] = static_cast<std::uint8_t>(bitmap[place / 8] | (1U << (place % 8)));
+}
 
 /// How many of the first `length` bits are 0.
 std::int64_t countZeros(const std::vector<std::uint8_t>& bitmap, std::size_t length);

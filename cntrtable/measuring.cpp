@@ -138,7 +138,7 @@ class Measurement {
     table::forBlocks(outlines_.size(), threads, [this](std::size_t begin, std::size_t end) {
       Memory memory;
       for (std::size_t row = begin; row < end; ++row) {
-        if (row + 1 < end) fetchVertices(outlines_, row + 1);
+        if (row + 2 < end) fetchVertices(outlines_, row + 2);
         measure(row, memory);
       }
     });
@@ -158,28 +158,30 @@ class Measurement {
       fail(row, outlines_.problem(row));
       return;
     }
-    const std::string shortage = shortageOf(outlines_, row);
-    if (!shortage.empty()) {
-      fail(row, shortage);
-      return;
-    }
     try {
-      answer(row, memory);
+      if (!answerQuickly(row, memory)) answer(row, memory);
     } catch (const qcException& error) {
       fail(row, table::messageIn(error));
     }
   }
 
+  /// False where a closer look is needed.
+  bool answerQuickly(std::size_t row, Memory& memory) {
+    if ((needs_ & ~table::quickNeeds) != 0U || outlines_.kind(row) != qcOutlineKind::eAreas ||
+        outlines_.parts(row) != 1 || outlines_.rings(row, 0) != 1)
+      return false;
+    const auto facts = table::quickFactsOf(outlines_.ring(row, 0, 0), needs_, memory.ring);
+    if (facts) answer(row, *facts, memory.values);
+    return facts.has_value();
+  }
+
   void answer(std::size_t row, Memory& memory) {
-    const bool isAreas = outlines_.kind(row) == qcOutlineKind::eAreas;
-    if (isAreas && (needs_ & ~table::quickNeeds) == 0U && outlines_.parts(row) == 1 &&
-        outlines_.rings(row, 0) == 1) {
-      const auto facts = table::quickFactsOf(outlines_.ring(row, 0, 0), needs_, memory.ring);
-      if (facts) {
-        answer(row, *facts, memory.values);
-        return;
-      }
+    const std::string shortage = shortageOf(outlines_, row);
+    if (!shortage.empty()) {
+      fail(row, shortage);
+      return;
     }
+    const bool isAreas = outlines_.kind(row) == qcOutlineKind::eAreas;
     const std::vector<qcRings> parts = outlines_.feature(row);
     answer(row, table::factsOf({parts, isAreas}, needs_, table::Filling::eMeasured), memory.values);
   }
