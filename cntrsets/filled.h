@@ -32,9 +32,10 @@ enum class qcRingContact {
 
 /// Decided exactly, on the coordinates as given, of which those that are 280 orders of magnitude
 /// smaller than the largest count as 0; a feature without edges is simple. Throws
-/// qcContourDefs::BadParams "a coordinate is not a finite number". O(n log n), about 0.3 us for
-/// each vertex; for a single ring that runs around some point once, always the same way, O(n),
-/// about 15 ns for each.
+/// qcContourDefs::BadParams "a coordinate is not a finite number". O(n log n) for
+/// well-behaved outlines, about 0.3 us for each vertex; for a single ring that runs around some
+/// point once, always the same way, O(n), about 15 ns for each. O(n^2) for rings one in the other:
+/// 0.6 s for 4,000 squares.
 CNTRSETS_EXPORT qcRingContact qf_RingContact(const std::vector<qcRings>& feature);
 
 /// Area, centre of mass and second moments about it of the filled set; the record of nothing when
