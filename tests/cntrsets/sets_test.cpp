@@ -216,6 +216,19 @@ TEST(MakeValid, RefusesWhatHasNoArea) {
     EXPECT_EQ(refusalOf([&] { repaired(feature); }), refusal);
 }
 
+TEST(MakeValid, RefusesWhatOnlyRoundedCrossingsGiveAnArea) {
+  const Feature spikes{{{{2.7387490237866885e-57, 9.77817446875982e+199},
+                         {5.562684646295939e-308, 8.095e-320},
+                         {10.0, 10.000030517579034},
+                         {0.0, 2.0778582785132e-310},
+                         {5.382699284e-315, 5.299808824e-315}},
+                        {{{1.0000009536743164, 1.0},
+                          {1.0, 2.0},
+                          {1.4237381183149584e+189, 5.1758067067423e-310},
+                          {1.35807730622e-312, 1.000003814813681}}}}};
+  EXPECT_EQ(refusalOf([&] { repaired(spikes); }), L"the feature has no area");
+}
+
 TEST(MakeValid, LeavesTheReportAloneWhenItRefuses) {
   qcRepairReport report;
   report.parts = 77;

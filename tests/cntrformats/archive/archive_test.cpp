@@ -319,6 +319,13 @@ TEST(ArchiveReader, FindsWhatTheLibraryLoadsOfLongArchives) {
 }
 
 TEST(ArchiveReader, TellsWhyAFileCannotBeRead) {
-  EXPECT_EQ(texts::flawOf("archive", "\x1f\x8b\x08"),
+  const std::string beginning("\x1f\x8b\x08\0\0\0\0\0\0\x03", 10);
+  EXPECT_EQ(texts::flawOf("archive", beginning),
+            "cannot be unpacked: the gzip file ends too early");
+  // A block that is not packed, of a shape for the library and a part of one.
+  const auto shape = contour(texts::square(1), true);
+  const std::string bytes = archived({nullptr, shape}).substr(0, 60);
+  const std::string block("\0\x3c\0\xc3\xff", 5);
+  EXPECT_EQ(texts::flawOf("archive", beginning + block + bytes),
             "cannot be unpacked: the gzip file ends too early");
 }
