@@ -6,6 +6,7 @@
 
 #include <string>
 
+#include <cntrformats/errors.h>
 #include <cntrformats/feature.h>
 
 namespace formats {
@@ -17,6 +18,12 @@ Points asRing(Points points, const std::string& place);
 void requireRing(const Points& points, const std::string& place);
 /// The vertices of a line.
 Points asLine(Points points, const std::string& place);
+
+/// A geometry without vertices: no feature, but a collection passes it over.
+class EmptyGeometry : public FeatureError {
+ public:
+  using FeatureError::FeatureError;
+};
 
 /// Appends the parts of a member of a collection. Throws FeatureError where one has outlines and
 /// the other lines.

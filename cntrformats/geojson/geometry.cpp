@@ -80,7 +80,7 @@ using ReadPart = qcRings (*)(JsonValue value, const std::string& prefix);
 
 std::vector<qcRings> single(JsonValue value, ReadPart readPart, const char* refusal) {
   std::vector<qcRings> parts{readPart(value, "")};
-  if (parts.front().outline.empty()) throw FeatureError(refusal);
+  if (parts.front().outline.empty()) throw EmptyGeometry(refusal);
   return parts;
 }
 
@@ -92,7 +92,7 @@ std::vector<qcRings> several(JsonValue value, ReadPart readPart) {
     qcRings part = readPart(element.value(), prefix);
     if (!part.outline.empty()) parts.push_back(std::move(part));
   }
-  if (parts.empty()) throw FeatureError("no coordinates");
+  if (parts.empty()) throw EmptyGeometry("no coordinates");
   return parts;
 }
 
@@ -112,11 +112,13 @@ Geometry fromGeometries(JsonValue value) {
     ++count;
     try {
       addParts(all, readGeometry(element.value()));
+    } catch (const EmptyGeometry&) {  // NOLINT(bugprone-empty-catch)
     } catch (const FeatureError& error) {
       throw FeatureError("geometry " + std::to_string(count) + ": " + error.what());
     }
   }
   if (count == 0) throw FeatureError(std::string("a ") + collectionType + " has no outline");
+  if (all.parts.empty()) throw EmptyGeometry("no coordinates");
   return all;
 }
 

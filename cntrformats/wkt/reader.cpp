@@ -88,7 +88,7 @@ class Parser {
   }
 
   static qcRings single(qcRings part, const char* refusal) {
-    if (part.outline.empty()) throw FeatureError(refusal);
+    if (part.outline.empty()) throw EmptyGeometry(refusal);
     return part;
   }
 
@@ -96,12 +96,12 @@ class Parser {
   std::vector<qcRings> several(qcRings (Parser::*readPart)(const std::string&)) {
     std::vector<qcRings> parts;
     std::size_t count = 0;
-    if (isEmpty()) throw FeatureError("no coordinates");
+    if (isEmpty()) throw EmptyGeometry("no coordinates");
     list([&] {
       qcRings part = (this->*readPart)("part " + std::to_string(++count) + ", ");
       if (!part.outline.empty()) parts.push_back(std::move(part));
     });
-    if (parts.empty()) throw FeatureError("no coordinates");
+    if (parts.empty()) throw EmptyGeometry("no coordinates");
     return parts;
   }
 
@@ -113,10 +113,12 @@ class Parser {
       ++count;
       try {
         addParts(all, geometry());
+      } catch (const EmptyGeometry&) {  // NOLINT(bugprone-empty-catch)
       } catch (const FeatureError& error) {
         throw FeatureError("geometry " + std::to_string(count) + ": " + error.what());
       }
     });
+    if (all.parts.empty()) throw EmptyGeometry("no coordinates");
     return all;
   }
 

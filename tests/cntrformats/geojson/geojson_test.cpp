@@ -139,6 +139,19 @@ TEST(GeoJsonWriter, WhatWasReadIsWrittenWithAllThatIsInIt) {
                 text.substr(text.find("]]]") + 3));
 }
 
+TEST(GeoJsonReader, CollectionsPassOverEmptyGeometries) {
+  const std::string empty = R"({"type":"Polygon","coordinates":[]})";
+  const auto found = texts::read("geojsonl", R"({"type":"GeometryCollection","geometries":[)" +
+                                                 empty + "," + triangle +
+                                                 R"(,{"type":"MultiPolygon","coordinates":[[]]}]})"
+                                                 "\n"
+                                                 R"({"type":"GeometryCollection","geometries":[)" +
+                                                 empty + "]}");
+  ASSERT_EQ(found.features.size(), 1);
+  EXPECT_EQ(found.features[0].geometry.parts.size(), 1);
+  EXPECT_THAT(found.complaints, ElementsAre("2: no coordinates"));
+}
+
 TEST(GeoJsonReader, CollectionsOfGeometriesAreOneFeature) {
   const auto found = texts::read(
       "geojsonl",

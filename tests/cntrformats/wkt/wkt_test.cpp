@@ -50,6 +50,16 @@ TEST(WktReader, PassesOverReferenceSystemsAndEmptyMembers) {
   EXPECT_EQ(texts::guess("srid=0;polygon((0 0, 4 0, 4 4))\n"), "wkt");
 }
 
+TEST(WktReader, CollectionsPassOverEmptyMembers) {
+  const auto found = texts::read("wkt",
+                                 "GEOMETRYCOLLECTION (POLYGON EMPTY, POLYGON ((0 0, 4 0, 4 4)),\n"
+                                 "LINESTRING EMPTY, MULTIPOLYGON (EMPTY))\n"
+                                 "GEOMETRYCOLLECTION (POLYGON EMPTY)\n");
+  ASSERT_EQ(found.features.size(), 1);
+  EXPECT_EQ(found.features[0].geometry.parts.size(), 1);
+  EXPECT_THAT(found.complaints, ElementsAre("2: no coordinates"));
+}
+
 TEST(WktReader, CollectionsAreOneFeature) {
   const auto found =
       texts::read("wkt",
