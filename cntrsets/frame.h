@@ -60,6 +60,9 @@ class Frame {
     exponent_ = extent > 0.0 ? std::min(-1 - std::ilogb(extent), 1023) : 0;
     factor_ = timesPowerOfTwo(1.0, exponent_);
     origin_ = {originOf(box.minX, box.maxX), originOf(box.minY, box.maxY)};
+    const qcVector<2> low = local({box.minX, box.minY});
+    const qcVector<2> high = local({box.maxX, box.maxY});
+    largestProduct_ = std::max(-low.x(), high.x()) * std::max(-low.y(), high.y());
   }
 
   /// Exact, unless a coordinate is smaller than the feature by more than 300 orders of magnitude:
@@ -72,6 +75,9 @@ class Frame {
 
   const qcVector<2>& origin() const { return origin_; }
   double factor() const { return factor_; }
+
+  /// The largest product of a local x and a local y, without their signs.
+  double largestProduct() const { return largestProduct_; }
 
   /// The point of the plane, rounded once.
   qcVector<2> restored(const qcVector<2>& p) const {
@@ -97,6 +103,7 @@ class Frame {
   qcVector<2> origin_;
   int exponent_ = 0;
   double factor_ = 1.0;
+  double largestProduct_ = 0.0;
 };
 
 }  // namespace cntr::sets

@@ -30,8 +30,8 @@ using cntr::sets::LoneRing;
 using cntr::sets::LoneSums;
 using cntr::sets::RingList;
 
-/// An area up to this, in local coordinates, is the rounding of sums whose terms are about 1 and
-/// have twice a double's digits: that of a line walked there and back.
+/// An area up to this share of the largest product of an x and a y is the rounding of sums of such
+/// products with twice a double's digits: that of a line walked there and back.
 constexpr double roundingOfSums = 1e-24;
 
 /// How far the radius of the inscribed circle may stay below the largest, where extents are 1 to 2.
@@ -210,7 +210,7 @@ Sums sumsOf(const Frame& frame, const RingList& rings, Needs needs) {
 }
 
 void addSums(Facts& facts, const Sums& sums) {
-  if (!(sums.area > roundingOfSums)) return;
+  if (!(sums.area > roundingOfSums * facts.frame.largestProduct())) return;
   facts.area = sums.area;
   facts.centre = sums.centre;
   facts.moments = sums.moments;

@@ -392,7 +392,9 @@ TEST(Measures, OfTheMassCanBeLeftOutWhereRingsDoNotBoundItSimply) {
 TEST(Measures, ALineThereAndBackHasNoArea) {
   for (const Points& line :
        {Points{{0, 0}, {0.1, 0.3}, {0.7, 0.9}, {0.1, 0.3}}, Points{{5, 5}, {9, 5}, {7, 5}},
-        Points{{1e9 + 0.1, 0.7}, {1e9 + 5.3, 9.1}, {1e9 + 4.1, 2.9}, {1e9 + 5.3, 9.1}}}) {
+        Points{{1e9 + 0.1, 0.7}, {1e9 + 5.3, 9.1}, {1e9 + 4.1, 2.9}, {1e9 + 5.3, 9.1}},
+        Points{{0.1, 0.7}, {1e9 + 0.3, 0.7 + 1e-16}, {1e8 + 0.7, 0.7}, {1e9 + 0.3, 0.7 + 1e-16}},
+        Points{{-0.3, 1e-12}, {1e9, 3e-12}, {0.9, 2e-12}, {1e9, 3e-12}}}) {
     EXPECT_EQ(numberOf("area", {{line, {}}}), 0.0);
     EXPECT_TRUE(isNothing(measured("centre_x", {{line, {}}})));
     EXPECT_EQ(noteOf({{line, {}}}), "no area");
@@ -404,6 +406,11 @@ TEST(Measures, AreThereForTheThinnestAndTheSmallestShapes) {
   EXPECT_NEAR(numberOf("area", thin), 1e3, 1e-9);
   EXPECT_NEAR(numberOf("axis_ratio", thin), 1e-9, 1e-20);
   EXPECT_EQ(noteOf(thin), "");
+  const Feature sliver{{box(0, 0, 1e9, 1e-16), {}}};
+  EXPECT_NEAR(numberOf("area", sliver), 1e-7, 1e-19);
+  EXPECT_EQ(noteOf(sliver), "");
+  const Feature upright{{box(0, -1e200, 1, 1e200), {}}};
+  EXPECT_NEAR(numberOf("area", upright) / 2e200, 1.0, 1e-12);
   const Feature small{{box(1e-7, 1e-7, 2e-7, 2e-7), {}}};
   EXPECT_NEAR(numberOf("centre_x", small), 1.5e-7, 1e-22);
   EXPECT_NEAR(numberOf("axis_ratio", small), 1.0, 1e-12);
