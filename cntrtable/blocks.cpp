@@ -14,10 +14,17 @@ namespace table {
 
 namespace {
 
+/// As many bits as a cache line of 64 bytes holds, unless the features are few: threads that write
+/// into bitmaps would wait for each other if they wrote into the same lines.
+std::size_t featuresAtOnce(std::size_t count) {
+  constexpr std::size_t most = 512;
+  return std::clamp(count / most * featuresInBlock, featuresInBlock, most);
+}
+
 class BlockWork {
  public:
   BlockWork(std::size_t count, const std::function<void(std::size_t, std::size_t)>& work)
-      : count_(count), work_(work) {}
+      : count_(count), atOnce_(featuresAtOnce(count)), work_(work) {}
 
   void run(unsigned threads) {
     if (threads == 0) threads = std::max(1U, std::thread::hardware_concurrency());
@@ -39,9 +46,9 @@ class BlockWork {
   void takeBlocks() noexcept {
     try {
       while (true) {
-        const std::size_t begin = next_.fetch_add(featuresInBlock);
+        const std::size_t begin = next_.fetch_add(atOnce_);
         if (begin >= count_) return;
-        work_(begin, std::min(begin + featuresInBlock, count_));
+        work_(begin, std::min(begin + atOnce_, count_));
       }
     } catch (...) {
       const std::lock_guard lock(failureMutex_);
@@ -50,6 +57,7 @@ class BlockWork {
   }
 
   std::size_t count_;
+  std::size_t atOnce_;
   const std::function<void(std::size_t, std::size_t)>& work_;
   std::atomic<std::size_t> next_ = 0;
   std::mutex failureMutex_;

@@ -9,7 +9,8 @@
 
 namespace table {
 
-/// How many features a thread takes at once; a multiple of the 8 that share a byte of a bitmap.
+/// How many features a thread takes at once, or that times a whole number where there are many; a
+/// multiple of the 8 that share a byte of a bitmap.
 inline constexpr std::size_t featuresInBlock = 64;
 
 /// Calls `work(begin, end)` for blocks that cover 0 to `count`, each once. `threads` is how many

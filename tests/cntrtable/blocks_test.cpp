@@ -35,6 +35,16 @@ TEST(Blocks, ShareNoByteOfABitmap) {
   EXPECT_TRUE(isApart);
 }
 
+TEST(Blocks, OfManyFeaturesShareNoLineOfABitmapThatBeginsWithOne) {
+  constexpr std::size_t bitsOfLine = 512;
+  constexpr std::size_t count = 20 * bitsOfLine + 1;
+  std::atomic<bool> isApart = true;
+  forBlocks(count, 2, [&](std::size_t begin, std::size_t end) {
+    if (begin % bitsOfLine != 0 || (end != begin + bitsOfLine && end != count)) isApart = false;
+  });
+  EXPECT_TRUE(isApart);
+}
+
 TEST(Blocks, OfNothingAreNone) {
   forBlocks(0, 2, [](std::size_t, std::size_t) { FAIL(); });
 }
