@@ -14,6 +14,7 @@
 
 #include <cntrtable/arrowmaking.h>
 
+#include "countedarray.h"
 #include "refused.h"
 
 namespace {
@@ -138,29 +139,6 @@ std::string refusal(qcArrowColumn&& column) {
   return refusalOf([&] { read(std::move(column)); });
 }
 
-/// An array that counts how often it is released.
-class Counted {
- public:
-  explicit Counted(qcArrowArray&& array) : inner_(std::move(array)) {
-    array_ = *inner_;
-    array_.private_data = this;
-    array_.release = [](ArrowArray* released) {
-      ++static_cast<Counted*>(released->private_data)->releases_;
-      released->release = nullptr;
-    };
-  }
-  Counted(const Counted&) = delete;
-  Counted& operator=(const Counted&) = delete;
-
-  ArrowArray* get() { return &array_; }
-  int releases() const { return releases_; }
-
- private:
-  qcArrowArray inner_;
-  ArrowArray array_{};
-  int releases_ = 0;
-};
-
 TEST(ArrowTable, HoldsLabelsProblemsAndEdgeElementsInEachLayout) {
   for (const qcArrowLayout layout :
        {qcArrowLayout::eFitting, qcArrowLayout::eMultiPolygon, qcArrowLayout::eWkb}) {
@@ -205,7 +183,7 @@ TEST(ArrowTable, SharesItsCoordinatesAndIsReleasedOnce) {
   qcArrowColumn column = qf_ToArrowTable(labelled());
   const ArrowArray& geometry = *column.array->children[0];
   const void* const coordinates = geometry.children[0]->children[0]->children[0]->buffers[1];
-  Counted counted(std::move(column.array));
+  CountedArray counted(std::move(column.array));
   {
     const qcOutlines outlines = qf_FromArrow(column.schema.get(), counted.get());
     EXPECT_EQ(static_cast<const void*>(outlines.ring(0, 0, 0).data()), coordinates);
@@ -217,7 +195,7 @@ TEST(ArrowTable, SharesItsCoordinatesAndIsReleasedOnce) {
 
 TEST(ArrowTable, IsReleasedOnceWhenItIsRefused) {
   qcArrowColumn column = tableWith(2, numbers<std::int64_t>("label", "l", {1, -1}));
-  Counted counted(std::move(column.array));
+  CountedArray counted(std::move(column.array));
   EXPECT_EQ(refusalOf([&] { qf_FromArrow(column.schema.get(), counted.get()); }),
             "label in row 1 must be from 0 to 4294967295, not -1");
   EXPECT_EQ(counted.releases(), 1);

@@ -15,6 +15,7 @@
 #include <cntrtable/arrowmaking.h>
 #include <cntrtable/wkb.h>
 
+#include "countedarray.h"
 #include "refused.h"
 
 namespace {
@@ -89,35 +90,12 @@ qcOutlines readBack(qcArrowColumn& column) {
   return qf_FromArrow(column.schema.get(), column.array.get());
 }
 
-/// An array that counts how often it is released.
-class Counted {
- public:
-  explicit Counted(qcArrowArray&& array) : inner_(std::move(array)) {
-    array_ = *inner_;
-    array_.private_data = this;
-    array_.release = [](ArrowArray* released) {
-      ++static_cast<Counted*>(released->private_data)->releases_;
-      released->release = nullptr;
-    };
-  }
-  Counted(const Counted&) = delete;
-  Counted& operator=(const Counted&) = delete;
-
-  ArrowArray* get() { return &array_; }
-  int releases() const { return releases_; }
-
- private:
-  qcArrowArray inner_;
-  ArrowArray array_{};
-  int releases_ = 0;
-};
-
 /// The message about a column of polygons that has been damaged; it is released nevertheless.
 std::string refusalOfDamaged(const std::function<void(ArrowSchema&, ArrowArray&)>& damage,
                              qcArrowLayout layout = qcArrowLayout::ePolygon,
                              qcArrowCoordinates coordinates = interleaved) {
   qcArrowColumn column = qf_ToArrow(polygons(), layout, coordinates);
-  Counted counted(std::move(column.array));
+  CountedArray counted(std::move(column.array));
   damage(*column.schema, *counted.get());
   const std::string refusal = refusalOf([&] { qf_FromArrow(column.schema.get(), counted.get()); });
   EXPECT_EQ(counted.releases(), 1);
@@ -336,7 +314,7 @@ TEST(GeoArrow, SharesInterleavedCoordinatesUntilTheLastOutlinesAreGone) {
   qcArrowColumn column = qf_ToArrow(polygons());
   const auto* const coordinates =
       static_cast<const double*>(column.array->children[0]->children[0]->children[0]->buffers[1]);
-  Counted counted(std::move(column.array));
+  CountedArray counted(std::move(column.array));
   {
     qcOutlines outlines = qf_FromArrow(column.schema.get(), counted.get());
     const qcOutlines slice = outlines.slice(2, 1);
@@ -351,7 +329,7 @@ TEST(GeoArrow, SharesInterleavedCoordinatesUntilTheLastOutlinesAreGone) {
 
 TEST(GeoArrow, IsReleasedAtOnceWhenItIsCopied) {
   qcArrowColumn column = qf_ToArrow(polygons(), qcArrowLayout::ePolygon, separated);
-  Counted counted(std::move(column.array));
+  CountedArray counted(std::move(column.array));
   const qcOutlines outlines = qf_FromArrow(column.schema.get(), counted.get());
   EXPECT_EQ(counted.releases(), 1);
   expectSame(outlines, polygons());
@@ -627,7 +605,7 @@ TEST(GeoArrow, RefusesListsThatAreTooDeep) {
 
 TEST(GeoArrow, IsReleasedWithoutASchema) {
   qcArrowColumn column = qf_ToArrow(polygons());
-  Counted counted(std::move(column.array));
+  CountedArray counted(std::move(column.array));
   EXPECT_EQ(refusalOf([&] { qf_FromArrow(nullptr, counted.get()); }),
             "level 0: the schema is missing or released");
   EXPECT_EQ(counted.releases(), 1);
