@@ -15,6 +15,7 @@
 #include <cntrtable/arrowmaking.h>
 
 #include "countedarray.h"
+#include "readback.h"
 #include "refused.h"
 
 namespace {
@@ -59,29 +60,6 @@ qcOutlines triangles(std::size_t count) {
   qcOutlinesBuilder builder;
   for (std::size_t i = 0; i < count; ++i) builder.addAreas({{triangle, {}}});
   return builder.finish();
-}
-
-std::vector<qcEdgelet> edgeletsOf(const qcOutlines& outlines, std::size_t feature, std::size_t part,
-                                  std::size_t ring) {
-  const std::span<const qcEdgelet> edgelets = outlines.edgelets(feature, part, ring);
-  return {edgelets.begin(), edgelets.end()};
-}
-
-void expectSame(const qcOutlines& a, const qcOutlines& b) {
-  ASSERT_EQ(a.size(), b.size());
-  for (std::size_t i = 0; i < a.size(); ++i) {
-    EXPECT_EQ(a.kind(i), b.kind(i)) << i;
-    EXPECT_EQ(a.problem(i), b.problem(i)) << i;
-    EXPECT_EQ(a.label(i), b.label(i)) << i;
-    EXPECT_EQ(a.feature(i), b.feature(i)) << i;
-    for (std::size_t part = 0; part < a.parts(i); ++part)
-      for (std::size_t ring = 0; ring < a.rings(i, part); ++ring)
-        EXPECT_EQ(edgeletsOf(a, i, part, ring), edgeletsOf(b, i, part, ring)) << i;
-  }
-}
-
-qcOutlines readBack(qcArrowColumn& column) {
-  return qf_FromArrow(column.schema.get(), column.array.get());
 }
 
 std::string refusalOfTable(qcArrowColumn& column) {

@@ -16,6 +16,7 @@
 #include <cntrtable/wkb.h>
 
 #include "countedarray.h"
+#include "readback.h"
 #include "refused.h"
 
 namespace {
@@ -70,24 +71,11 @@ qcOutlines mixed() {
   return builder.finish();
 }
 
-void expectSame(const qcOutlines& a, const qcOutlines& b) {
-  ASSERT_EQ(a.size(), b.size());
-  for (std::size_t i = 0; i < a.size(); ++i) {
-    EXPECT_EQ(a.kind(i), b.kind(i)) << i;
-    EXPECT_EQ(a.problem(i), b.problem(i)) << i;
-    EXPECT_EQ(a.feature(i), b.feature(i)) << i;
-  }
-}
-
 std::string formatsOf(const ArrowSchema& schema) {
   std::string formats = schema.format;
   for (std::int64_t i = 0; i < schema.n_children; ++i)
     formats += " " + formatsOf(*schema.children[i]);
   return formats;
-}
-
-qcOutlines readBack(qcArrowColumn& column) {
-  return qf_FromArrow(column.schema.get(), column.array.get());
 }
 
 /// The message about a column of polygons that has been damaged; it is released nevertheless.

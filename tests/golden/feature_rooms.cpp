@@ -12,6 +12,8 @@
 
 #include <cmath>
 
+#include <tests/cntrtable/batch.h>
+
 #include "rooms.h"
 #include "subjects.h"
 
@@ -62,32 +64,16 @@ void askForFeature(Answers& answers, Operation operation) {
   });
 }
 
-template <class T>
-T item(const ArrowArray& column, std::size_t row) {
-  return static_cast<const T*>(column.buffers[1])[row];
-}
-
-bool bit(const void* bitmap, std::size_t row) {
-  return ((static_cast<const unsigned char*>(bitmap)[row / 8] >> (row % 8)) & 1U) != 0U;
-}
-
-/// A column of a record batch; `format` is that of the Arrow C data interface.
-void add(Answers& answers, const std::string& format, const ArrowArray& column) {
-  for (std::size_t row = 0; row < static_cast<std::size_t>(column.length); ++row) {
-    const bool isThere = bit(column.buffers[0], row);
-    answers.add(isThere);
-    if (!isThere) continue;
-    if (format == "g") {
-      answers.add(item<double>(column, row));
-    } else if (format == "l") {
-      answers.add(item<std::int64_t>(column, row));
-    } else if (format == "b") {
-      answers.add(bit(column.buffers[1], row));
-    } else {
-      const auto begin = static_cast<std::size_t>(item<std::int64_t>(column, row));
-      const auto end = static_cast<std::size_t>(item<std::int64_t>(column, row + 1));
-      answers.add(
-          std::string_view(static_cast<const char*>(column.buffers[2]) + begin, end - begin));
+/// What qf_Measure() gives, column by column.
+void add(Answers& answers, const Batch& batch) {
+  for (const std::string& name : batch.names()) {
+    for (std::size_t row = 0; row < static_cast<std::size_t>(batch.rows()); ++row) {
+      const table::Value value = batch.at(name, row);
+      answers.add(value.index() != 0);
+      if (const auto* const number = std::get_if<double>(&value)) answers.add(*number);
+      if (const auto* const count = std::get_if<std::size_t>(&value)) answers.add(*count);
+      if (const auto* const flag = std::get_if<bool>(&value)) answers.add(*flag);
+      if (const auto* const text = std::get_if<std::string>(&value)) answers.add(*text);
     }
   }
 }
@@ -98,9 +84,7 @@ void askMeasures(Answers& answers) {
   forEachShape(50, [&](const shapes::Shape& shape, Random&) { builder.addLines({shape.points}); });
   std::vector<std::string> names;
   for (const table::Measure& measure : table::allMeasures()) names.emplace_back(measure.name);
-  const qcArrowColumn batch = qf_Measure(builder.finish(), names, 1);
-  for (std::int64_t i = 0; i < batch.schema->n_children; ++i)
-    add(answers, batch.schema->children[i]->format, *batch.array->children[i]);
+  add(answers, Batch(qf_Measure(builder.finish(), names, 1)));
 }
 
 /// Those of a few measures alone come another way.
@@ -111,9 +95,7 @@ void askQuickMeasures(Answers& answers) {
   });
   const std::vector<std::string> names{"area",  "length", "centre_x",   "centre_y", "left",
                                        "width", "height", "axis_ratio", "note"};
-  const qcArrowColumn batch = qf_Measure(builder.finish(), names, 1);
-  for (std::int64_t i = 0; i < batch.schema->n_children; ++i)
-    add(answers, batch.schema->children[i]->format, *batch.array->children[i]);
+  add(answers, Batch(qf_Measure(builder.finish(), names, 1)));
 }
 
 void askCircles(Answers& answers) {
