@@ -77,22 +77,18 @@ double centroidX(const Polygon& polygon) {
 }
 
 void askAboutPlaces() {
-  askOften("inside", "Boost", everyShape, [](const Work& given) {
-    return [area = polygonOf(given.outline), &given](std::size_t i) {
-      return bg::within(point(given.places[i]), area);
+  const auto isInside = [](const Polygon& area, const Work& given, std::size_t i) {
+    return bg::within(point(given.places[i]), area);
+  };
+  askOften("inside", "Boost", everyShape, [isInside](const Work& given) {
+    return [area = polygonOf(given.outline), &given, isInside](std::size_t i) {
+      return isInside(area, given, i);
     };
   });
-  const auto makePolygon = [](const Work& given) {
-    return std::make_unique<Polygon>(polygonOf(given.outline));
-  };
-  askNew("first 10 inside", "Boost", smoothStars, makePolygon,
-         [](const Polygon& area, const Work& given, std::size_t i) {
-           int count = 0;
-           for (std::size_t k = i; k < i + 10; ++k) {
-             count += bg::within(point(given.places[k % questionCount]), area) ? 1 : 0;
-           }
-           return count;
-         });
+  askNewTimes(
+      10, "Boost", smoothStars,
+      [](const Work& given) { return std::make_unique<Polygon>(polygonOf(given.outline)); },
+      isInside);
   liveOften("make, area, inside", "Boost", quadrilateral, [](const Work& given, std::size_t i) {
     Polygon area;
     area.outer().reserve(given.outline.size() + 1);

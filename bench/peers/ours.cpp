@@ -60,23 +60,15 @@ void once(const std::string& question, const Plan& plan, Answer answer) {
 }
 
 void askAboutPlaces() {
-  often("inside", everyShape, [](const OpenRegion& region, const Work& given, std::size_t i) {
+  const auto isInside = [](const OpenRegion& region, const Work& given, std::size_t i) {
     return region.inside(given.places[i], false);
-  });
+  };
+  often("inside", everyShape, isInside);
   for (const Plan& plan : {quadrilateral, everyShape}) {
-    askNew("first inside", us, plan, &regionOf,
-           [](const OpenRegion& region, const Work& given, std::size_t i) {
-             return region.inside(given.places[i], false);
-           });
+    askNew("first inside", us, plan, &regionOf, isInside);
   }
-  askNew("first 10 inside", us, smoothStars, &regionOf,
-         [](const OpenRegion& region, const Work& given, std::size_t i) {
-           int count = 0;
-           for (std::size_t k = i; k < i + 10; ++k) {
-             count += region.inside(given.places[k % questionCount], false) ? 1 : 0;
-           }
-           return count;
-         });
+  askNewTimes(10, us, smoothStars, &regionOf, isInside);
+  askNewTimes(100, us, largeCrossingStar, &regionOf, isInside);
   liveOften("make, area, inside", us, quadrilateral, [](const Work& given, std::size_t i) {
     const qcRegion region(given.outline, qcContourDefs::eNoIntersectionRepair);
     return region.area(false) + (region.inside(given.places[i], false) ? 1.0 : 0.0);
@@ -262,11 +254,13 @@ void repair() {
     region.regularize(repaired);
     return repaired.points().size();
   });
-  once("outerHull", Plan{"X", {1000, 10000, 20000, 80000}}, [](const OpenRegion& region) {
+  const auto outerHull = [](const OpenRegion& region) {
     qcRegion repaired;
     region.outerHull(repaired);
     return repaired.points().size();
-  });
+  };
+  once("outerHull", Plan{"X", {1000, 10000, 20000, 80000}}, outerHull);
+  once("outerHull (circles walked twice)", Plan{"D", {20000, 80000}}, outerHull);
 }
 
 using SetOfRegions = std::shared_ptr<qcRegionSet>;

@@ -220,18 +220,17 @@ void copyBytes() {
 }
 
 const bool isRegistered = [] {
-  often("inside", everyShape, [](const std::vector<double>& xy, const Work& given, std::size_t i) {
+  const auto isInside = [](const std::vector<double>& xy, const Work& given, std::size_t i) {
     return inside(xy, given.places[i].x(), given.places[i].y());
-  });
+  };
   const auto makeNumbers = [](const Work& given) {
     return std::make_unique<std::vector<double>>(numbersOf(given.outline));
   };
+  often("inside", everyShape, isInside);
   for (const Plan& plan : {quadrilateral, everyShape}) {
-    askNew("first inside", who, plan, makeNumbers,
-           [](const std::vector<double>& xy, const Work& given, std::size_t i) {
-             return inside(xy, given.places[i].x(), given.places[i].y());
-           });
+    askNew("first inside", who, plan, makeNumbers, isInside);
   }
+  askNewTimes(100, who, largeCrossingStar, makeNumbers, isInside);
   often("closestPoint", everyShape,
         [](const std::vector<double>& xy, const Work& given, std::size_t i) {
           return squaredDistance(xy, given.places[i].x(), given.places[i].y());

@@ -9,6 +9,19 @@ namespace peers {
 
 namespace {
 
+/// A circle of a quarter of the vertices walked twice, and another one that crosses it, begun with
+/// an edge that meets nothing.
+Points circlesTwice(std::size_t vertices) {
+  Points outline{{1500, 1500}, {1400, 1500}};
+  for (const double x : {540.0, 840.0}) {
+    const Points circle = shapes::regularPolygon(vertices / 4, 400.0, {x, 480.0});
+    for (int round = 0; round < 2; ++round) {
+      outline.insert(outline.end(), circle.begin(), circle.end());
+    }
+  }
+  return outline;
+}
+
 Points outlineOf(char shape, std::size_t vertices) {
   switch (shape) {
     case 'S':
@@ -19,6 +32,8 @@ Points outlineOf(char shape, std::size_t vertices) {
       return shapes::comb(vertices);
     case 'X':
       return shapes::crossingStar(vertices);
+    case 'D':
+      return circlesTwice(vertices);
     default:
       throw std::invalid_argument(std::string("there is no shape ") + shape);
   }

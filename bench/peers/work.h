@@ -35,7 +35,7 @@ struct Work {
 
 constexpr std::size_t questionCount = 10000;
 
-/// `shape` is S, N, C or X. Made once.
+/// `shape` is S, N, C, X or D. Made once.
 const Work& work(char shape, std::size_t vertices);
 
 /// The outlines of a set of regions, and what is asked about it.
@@ -65,6 +65,8 @@ inline const Plan quadrilateral{"S", {4}};
 inline const Plan largerShapes{"SNC", {100, 1000, 10000, 100000}};
 inline const Plan allSmoothStars{"S", {10, 100, 1000, 10000, 100000}};
 inline const Plan smoothStars{"S", {100, 1000, 10000, 100000}};
+/// So large that a pass over it takes long, and with edges that cross.
+inline const Plan largeCrossingStar{"X", {160000}};
 /// The numbers of regions in a set.
 inline const std::vector<std::size_t> setSizes{1000, 10000};
 
@@ -94,7 +96,7 @@ inline double heapBytes() {
 /// Many questions to one outline that does not change. `prepare(work)` does what has to be done
 /// once and returns a function that answers question i; it is timed as "QUESTION prepare", with the
 /// heap that the prepared outline holds in bytes. What is timed as QUESTION follows questions until
-/// all have been asked once, or a tenth of a second has gone by.
+/// all have been asked once, or 30 milliseconds have gone by.
 template <class Prepare>
 void askOften(const std::string& question, const std::string& who, const Plan& plan,
               Prepare prepare) {
@@ -103,7 +105,7 @@ void askOften(const std::string& question, const std::string& who, const Plan& p
     const auto begin = std::chrono::steady_clock::now();
     for (std::size_t i = 0; i < questionCount; ++i) {
       benchmark::DoNotOptimize(answer(i));
-      if (std::chrono::steady_clock::now() - begin > std::chrono::milliseconds(100)) break;
+      if (std::chrono::steady_clock::now() - begin > std::chrono::milliseconds(30)) break;
     }
     std::size_t i = 0;
     for (auto _ : state) {
@@ -229,6 +231,21 @@ struct Allocations {
   double bytes = 0.0;
 };
 Allocations allocationsSoFar();
+
+/// askNew() with the questions i, i + 1 and so on, `count` of them, by which `isInside(object,
+/// work, i)` is asked. What is timed is all of them together.
+template <class Make, class IsInside>
+void askNewTimes(std::size_t count, const std::string& who, const Plan& plan, Make make,
+                 IsInside isInside) {
+  askNew("first " + std::to_string(count) + " inside", who, plan, make,
+         [isInside, count](const auto& object, const Work& given, std::size_t i) {
+           int inside = 0;
+           for (std::size_t k = i; k < i + count; ++k) {
+             inside += isInside(object, given, k % questionCount) ? 1 : 0;
+           }
+           return inside;
+         });
+}
 
 /// The whole life of an object again and again: `live(work, i)` makes it, asks it and destroys it.
 /// Reports what one life allocates.
