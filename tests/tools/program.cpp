@@ -163,8 +163,16 @@ Running::Running(const std::vector<std::string>& arguments) {
   std::vector<char*> pointers;
   for (std::string& argument : command) pointers.push_back(argument.data());
   pointers.push_back(nullptr);
+  // Shells let what runs in the background ignore some signals; the program would, too.
+  posix_spawnattr_t attributes;
+  posix_spawnattr_init(&attributes);
+  sigset_t every;
+  sigfillset(&every);
+  posix_spawnattr_setsigdefault(&attributes, &every);
+  posix_spawnattr_setflags(&attributes, POSIX_SPAWN_SETSIGDEF);
   const int error =
-      posix_spawn(&process_, pointers[0], &actions, nullptr, pointers.data(), environ);
+      posix_spawn(&process_, pointers[0], &actions, &attributes, pointers.data(), environ);
+  posix_spawnattr_destroy(&attributes);
   posix_spawn_file_actions_destroy(&actions);
   ::close(in[0]);
   ::close(out[1]);
