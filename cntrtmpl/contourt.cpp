@@ -74,7 +74,7 @@ bool qcContourT<Datum>::operator==(const qcContourT& other) const {
 
 template <class Datum>
 void qcContourT<Datum>::data(const std::vector<Datum>& data) {
-  // A copy first: `data` may be the contour's own.
+  // Copy first: `data` may be the contour's own.
   std::vector<Datum> exchanged = data;
   data_.swap(exchanged);
   try {

@@ -20,10 +20,10 @@ class qcRegionT;
 /// A contour whose vertices and data are linked by a transform: a vertex maps through it to the
 /// position of its datum, a position through its inverse to the vertex.
 ///
-/// The side that was set last decides. Setting the points rebuilds the data with magnitude and
-/// angle 0: the previous data are lost. Setting the data rebuilds the points and keeps the data.
-/// Assigning to it as a plain qcContour, as map() does, replaces the points and leaves the data
-/// unchanged; set either side afterwards.
+/// The side that was set last determines the other. Setting the points rebuilds the data with
+/// magnitude and angle 0: the previous data are lost. Setting the data rebuilds the points and
+/// keeps the data. Assigning to it as a plain qcContour, as map() does, replaces the points and
+/// leaves the data unchanged; set either side afterwards.
 ///
 /// Transforms are immutable and may be shared between contours; constructors take a clone of
 /// theirs, copies share it.
@@ -31,8 +31,8 @@ template <class Datum>
 class CNTR_EXPORT qcContourT : public virtual qcContour {
  public:
   /// No vertices, closed, label 0, and no transform: datum(), point(), and setting points or data
-  /// that are not empty throw qcBadPointer until an archive record with a transform is loaded.
-  /// Points are then set nevertheless, and the data stay as they were.
+  /// that are not empty throw qcBadPointer until an archive record with a transform is loaded. When
+  /// setting points throws, the points are set nevertheless, and the data stay as they were.
   qcContourT();
   /// Closed, label 0, the identity as transform: the points are the data's positions.
   qcContourT(const std::vector<Datum>& data);
@@ -44,8 +44,8 @@ class CNTR_EXPORT qcContourT : public virtual qcContour {
   /// Copies like the copy constructor, after forgetting this object's own answers.
   qcContourT& operator=(const qcContourT& other);
 
-  /// Equal points, exactly, and the very same transform object: a copy equals its source, contours
-  /// made separately from equal transforms do not. Data, label and closed flag are not compared.
+  /// Exactly equal points and the same transform object: a copy equals its source, contours made
+  /// separately from equal transforms do not. Data, label and closed flag are not compared.
   bool operator==(const qcContourT& other) const;
 
   /// One datum for each vertex, in the order of the points.

@@ -17,7 +17,7 @@
 ///
 /// In a set made from regions with data, regions()[i] and regionsT()[i] are the same object.
 /// Setting or adding plain regions rebuilds the list with data: new regions that have only the
-/// outlines of the plain ones, without holes and labels, with magnitudes and angles 0; the previous
+/// outlines of the plain ones, without holes or labels, with magnitudes and angles 0; the previous
 /// list is lost. A repair mode then replaces the plain regions but not the list with data: use the
 /// mode eNoIntersectionRepair to keep the two parallel.
 ///
@@ -37,7 +37,7 @@ class CNTR_EXPORT qcRegionSetT : public qcRegionSet {
   /// The same for handles of either kind listed in braces.
   qcRegionSetT(std::initializer_list<qcPtrHandle_const<qcRegionT<Datum>>> regions);
 
-  /// The comparison of qcRegionSet, over the plain regions; the list with data takes no part.
+  /// The comparison of qcRegionSet, over the plain regions; the list with data is not compared.
   bool operator==(const qcRegionSetT& other) const;
 
   /// The regions with data, in order. O(n): the handles are copied.
@@ -57,7 +57,7 @@ class CNTR_EXPORT qcRegionSetT : public qcRegionSet {
 
   /// Rebuilds the list with data from the plain regions.
   void makeDataConsistentWithPoints() override;
-  /// Makes the regions with data the plain ones, too.
+  /// Makes the regions with data the plain regions, too.
   void makePointsConsistentWithData() override;
   /// Forgets what qcRegionSet remembers; the list with data stays.
   void cleanCacheInfo() override;

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
 // The region with data, instantiated for edge elements: construction, drawing, the archive record.
-// Keeping data and points in step is contourt.cpp's.
+// Data and points are kept in step by contourt.cpp.
 
 #include <cntrtmpl/regiont.h>
 
@@ -9,8 +9,8 @@
 
 namespace {
 
-/// Draws a segment of length 1 through the edgelet's position, a quarter turn back from its angle,
-/// mapped by `xform`.
+/// Draws a segment of length 1 centred on the edgelet's position, a quarter turn back from its
+/// angle, mapped by `xform`.
 void drawEdgelet(qcUITablet& tablet, const qcEdgelet& edgelet, const qcXform<2>& xform,
                  const qcColor& color, const qcUITablet::Layers& layers) {
   constexpr double halfLength = 0.5;

@@ -42,7 +42,7 @@ class CNTR_EXPORT qcRegionT : public qcRegion, public qcContourT<Datum> {
   qcRegionT(const std::vector<Datum>& data, const qcPtrHandle_const<qc2XformBase>& dataFromPoints,
             unsigned long label);
   /// @{
-  /// The second argument is a label: these regions are not repaired when they are made.
+  /// The second argument is a label: these regions are not repaired on construction.
   qcRegionT(const qcContourT<Datum>& contour, qcContourDefs::IntersectionMode mode) = delete;
   qcRegionT(const std::vector<Datum>& data, qcContourDefs::IntersectionMode mode) = delete;
   qcRegionT(const std::vector<Datum>& data, const qcPtrHandle_const<qc2XformBase>& dataFromPoints,
@@ -62,9 +62,9 @@ class CNTR_EXPORT qcRegionT : public qcRegion, public qcContourT<Datum> {
   void holes(const Holes& holes) { holes_ = holes; }
 
   using qcContour::draw;
-  /// Draws every datum, in order, as a segment of length 1 centred on its position, turned a
-  /// quarter turn back from its angle: along the edge when the angle is the gradient's. Draws
-  /// neither the outline nor the holes.
+  /// Draws every datum, in order, as a segment of length 1 centred on its position, in the
+  /// direction of its angle less a quarter turn: along the edge when the angle is the gradient's.
+  /// Draws neither the outline nor the holes.
   void draw(qcUITablet& tablet, const qcColor& color,
             const qcUITablet::Layers& layers) const override;
 
@@ -75,8 +75,8 @@ class CNTR_EXPORT qcRegionT : public qcRegion, public qcContourT<Datum> {
 
  protected:
   /// Record version 0: the qcRegion record and nothing else. Data, transform and holes with data
-  /// are not stored: store a qcContourT to keep them. Loading leaves them unchanged, whatever
-  /// points are loaded: set either side afterwards.
+  /// are not stored: store a qcContourT to keep data and transform. Loading leaves all three
+  /// unchanged, whatever points are loaded: set either side afterwards.
   void dispatchSerialize(qcArchive& archive) override;
   /// The fields of record version 0; throws qcArchive::UnknownVersion for others.
   void serialize_(qcArchive& archive, unsigned char version) override;

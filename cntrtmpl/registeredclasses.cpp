@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
-// A part of the static libcntr alone: the list of its classes that archives can create, which every
-// program is linked with. platform/registeredclasses.cpp tells why.
+// Part of the static libcntr only: the list of its classes that archives can create. Every program
+// is linked with it; platform/registeredclasses.cpp says why.
 
 #include <array>
 #include <typeinfo>

@@ -9,8 +9,9 @@
 #error "The inline arithmetic of this library needs IEEE 754: compile without -ffast-math."
 #endif
 
-// The checked containers of libstdc++ have another layout and other names. QCPLATFORM_GLIBCXX_DEBUG
-// says that the libraries were built with them; their CMake files define it.
+// The checked containers of libstdc++ have a different layout and different symbol names.
+// QCPLATFORM_GLIBCXX_DEBUG says that the libraries were built with them; their CMake files define
+// it.
 #if defined(_GLIBCXX_DEBUG) && !defined(QCPLATFORM_GLIBCXX_DEBUG)
 #error \
     "The cntr libraries were built without _GLIBCXX_DEBUG: build them with it, or compile without."
@@ -34,7 +35,7 @@
 #endif
 
 /// @def QCPLATFORM_LOCAL
-/// Marks a private member of an exported class: no dynamic symbol.
+/// Marks a private member of an exported class: it is not a dynamic symbol.
 #if defined(_WIN32)
 #define QCPLATFORM_LOCAL
 #else

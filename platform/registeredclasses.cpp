@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
 //
-// A part of the static libqcplatform alone: the list of its classes that archives can create.
-// cntrtmpl/registeredclasses.cpp is that of libcntr.
+// Part of the static libqcplatform only: the list of its classes that archives can create. The list
+// of libcntr is cntrtmpl/registeredclasses.cpp.
 //
-// From a static library a linker takes only the object files that something asks for, and nobody
-// asks for a registration by its name. Programs are therefore linked with the option that asks for
-// this list (cmake/Libraries.cmake, packaging/), and the list asks for every class.
+// A linker takes only those object files from a static library that something refers to, and
+// nothing refers to a registration by name. Programs are therefore linked with the option that
+// requests this list (cmake/Libraries.cmake, packaging/), and the list refers to every class.
 
 #include <array>
 #include <typeinfo>

@@ -40,7 +40,7 @@ qcArchive::UnknownVersion::UnknownVersion(const char* source, int line)
       source_(source == nullptr ? "" : source),
       line_(line) {}
 
-// Programs on Windows look for it in the DLL, where nothing else would define it.
+// Programs on Windows look for it in the DLL, which would not contain it otherwise.
 constexpr int qcArchive::maxNesting;  // NOLINT(readability-redundant-declaration)
 
 void qcArchive::Errors::suicideAndRethrow() { qf_DeleteAndThrowCopy(this); }

@@ -6,14 +6,14 @@
 //   qcStreamArchive archive(file);
 //   archive || contour || region;
 //
-// qcArchive knows the encoding (little-endian, see docs/archive.md), which objects it has met and
-// how pointers are written; qcStreamArchive moves the bytes through a standard stream.
+// qcArchive handles the encoding (little-endian, see docs/archive.md), the objects already met and
+// the pointers; qcStreamArchive moves the bytes through a standard stream.
 //
 // Objects by value (`archive || object`) and through handles (`archive || handle`) are kept apart:
-// an object stored both ways is written in full once for each, and is two objects when it is read
-// back. If it is met twice in the same way, it is written once. A variable that is loaded
-// repeatedly must be forgotten in between; otherwise the second load finds that it was met before
-// and reads nothing:
+// an object stored both ways is written in full for each, and becomes two objects when it is read
+// back. Met twice in the same way, it is written once. A variable that is loaded repeatedly must be
+// forgotten in between; otherwise the second load finds that it has been met before and reads
+// nothing:
 //
 //   while (more) { archive || contour; use(contour); archive.forget(contour); }
 //
@@ -45,7 +45,7 @@ class qc_ArchiveMemory;
 class qc_ArchiveTransfer;
 
 /// Stores or loads values and objects. An archive is made, used and destroyed on one thread; as
-/// long as it exists, the objects that it has met are used and destroyed on that thread, too.
+/// long as it exists, the objects that it has met must be used and destroyed on that thread, too.
 ///
 /// After a failure in the middle of an object, a storing archive accepts nothing more
 /// (WriteFailed), because what would follow could not be read.
@@ -60,7 +60,7 @@ class QCPLATFORM_EXPORT qcArchive {
   /// A record carries a version that its class does not know.
   class QCPLATFORM_EXPORT UnknownVersion : public Errors {
    public:
-    /// `source` and `line` name the check; null and 0 when there is none.
+    /// `source` and `line` identify the check; null and 0 when there is none.
     UnknownVersion(const char* source, int line);
     /// Never null: an empty text when no source was named.
     const char* source() const noexcept { return source_.c_str(); }
@@ -104,9 +104,9 @@ class QCPLATFORM_EXPORT qcArchive {
   qcArchive& operator=(const qcArchive&) = delete;
   virtual ~qcArchive();
 
-  /// True when transfers go from the program into the archive.
+  /// True when data goes from the program into the archive.
   bool isStoring() const noexcept { return direction_ == Direction::eStoring; }
-  /// True when transfers go from the archive into the program.
+  /// True when data goes from the archive into the program.
   bool isLoading() const noexcept { return direction_ == Direction::eLoading; }
 
   /// One byte, 0 or 1.
@@ -127,14 +127,14 @@ class QCPLATFORM_EXPORT qcArchive {
   /// transfer is a full one.
   void forget(const qcPersistent& object) noexcept;
 
-  /// Transfers a pointer as a record that shares what is met twice: the engine behind handles.
-  /// Loading returns the object (null for null); the archive keeps it alive until it is itself
-  /// destroyed. Throws BadFormat when a handle leads back into an object that is still being
-  /// transferred: such a cycle would keep itself alive forever.
+  /// Transfers a pointer; an object that is met twice is shared. The engine behind handles. Loading
+  /// returns the object (null for null); the archive keeps it alive until it is itself destroyed.
+  /// Throws BadFormat when a handle leads back into an object that is still being transferred: such
+  /// a cycle would keep itself alive forever.
   qcPersistent* transferShared(qcPersistent* object);
 
-  /// How many elements of `bytesEach` bytes a loading archive should reserve room for at once, of
-  /// `remaining` ones still announced: bounded by the bytes that are really available.
+  /// For how many of the `remaining` announced elements, of `bytesEach` bytes each, a loading
+  /// archive should reserve room at once: bounded by the bytes that are really available.
   std::size_t roomFor(std::size_t remaining, std::size_t bytesEach) const;
 
  protected:
@@ -145,15 +145,15 @@ class QCPLATFORM_EXPORT qcArchive {
 
   /// Takes the next `count` bytes. Throws WriteFailed.
   virtual void storeBytes(const void* bytes, std::size_t count) = 0;
-  /// Gives the next `count` bytes, or throws Truncated.
+  /// Delivers the next `count` bytes. Throws Truncated.
   virtual void loadBytes(void* bytes, std::size_t count) = 0;
-  /// A lower bound on the number of bytes still to come; 0 when nothing is known.
+  /// A lower bound on the number of bytes still to come; 0 when unknown.
   virtual std::size_t bytesAtHand() const = 0;
 
   /// The number of bytes transferred so far.
   std::uint64_t position() const noexcept { return position_; }
-  /// "at byte 123: " and the text, the form of all messages: what is wrong with the item that
-  /// starts at that byte.
+  /// "at byte 123: " followed by the text, the form of all messages: what is wrong with the item
+  /// that starts at that byte.
   std::wstring atPosition(const std::wstring& text) const;
   /// Calls storeBytes() and counts the bytes.
   void store(const void* bytes, std::size_t count);
@@ -182,10 +182,10 @@ class QCPLATFORM_EXPORT qcArchive {
   QCPLATFORM_LOCAL void objectDied(const qcPersistent& object) noexcept;
 
   Direction direction_;
-  /// A failure left half an object behind: nothing may follow it.
+  /// A failure has left half an object behind: nothing may follow it.
   bool isBroken_ = false;
   std::uint64_t position_ = 0;
-  /// Where the last item that was loaded, or the next one to be stored, starts.
+  /// Where the item loaded last, or the one to be stored next, starts.
   std::uint64_t itemStart_ = 0;
   std::unique_ptr<qc_ArchiveMemory> memory_;
   /// The innermost transfer in progress in this archive.
@@ -240,7 +240,7 @@ qcArchive& operator||(qcArchive& archive, qcPtrHandle_const<T>& handle) {
   return archive;
 }
 
-/// The frame of every list: a version byte 0 (another one read throws UnknownVersion without a
+/// The frame of every list: a version byte 0 (loading any other throws UnknownVersion without a
 /// source), then the count, which is returned.
 QCPLATFORM_EXPORT std::size_t qf_TransferListHead(qcArchive& archive, std::size_t count);
 

@@ -10,9 +10,9 @@
 
 namespace {
 
-/// Room is made for this many bytes even when nothing is known about the input.
+/// Room is reserved for this many bytes even when nothing is known about the input.
 constexpr std::size_t leastRoom = 4096;
-/// Loaded at once: small enough that the new zeros are still in the cache when they are
+/// Loaded at once: so few that the newly added zeros are still in the cache when they are
 /// overwritten.
 constexpr std::size_t pointsPerBlock = 2048;
 
@@ -22,8 +22,8 @@ void transferPoints(qcArchive& archive, qcVector<2>* points, std::size_t count) 
   archive.transferDoubles(reinterpret_cast<double*>(points), 2 * count);
 }
 
-/// Room for what the input really holds, but for at least twice what has arrived, and never for
-/// more than was announced.
+/// Reserves room for what the input really holds, but for at least twice what has arrived, and
+/// never for more than was announced.
 void makeRoom(const qcArchive& archive, std::vector<qcVector<2>>& points, std::size_t announced) {
   const std::size_t arrived = points.size();
   const std::size_t expected = archive.roomFor(announced - arrived, sizeof(qcVector<2>));

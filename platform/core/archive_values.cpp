@@ -9,7 +9,7 @@
 
 namespace {
 
-/// One double of a value that hands it out as toDouble().
+/// One double, that of a value with toDouble().
 template <class Angle>
 qcArchive& transferAngle(qcArchive& archive, Angle& angle) {
   double value = angle.toDouble();

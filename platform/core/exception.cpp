@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
-// The platform's exceptions: their texts, their record, and the factories that let any of them come
-// back from an archive.
+// The platform's exceptions: their texts, their record, and the factories by which archives create
+// them.
 
 #include <platform/core/exception.h>
 
@@ -47,7 +47,7 @@ constexpr char32_t replacementCharacter = 0xFFFD;
 bool isLeadSurrogate(char32_t c) { return c >= 0xD800 && c <= 0xDBFF; }
 bool isTrailSurrogate(char32_t c) { return c >= 0xDC00 && c <= 0xDFFF; }
 
-/// The code point at `position`, which is advanced past it. Wide characters may have 16 or 32 bits;
+/// The code point at `position`; moves `position` past it. Wide characters may have 16 or 32 bits;
 /// whatever is not a code point reads as the replacement character.
 char32_t nextCodePoint(const std::wstring& text, std::size_t& position) {
   const auto at = [&text](std::size_t i) { return static_cast<char32_t>(text[i]); };

@@ -17,14 +17,14 @@
 /// @{
 
 /// Root of all exceptions. It is archivable (its record is a version byte 0 and the qcPersistent
-/// record), so that a failure can travel in an archive and be raised again.
+/// record), so that a failure can be stored in an archive and thrown again.
 class QCPLATFORM_EXPORT qcException : public virtual qcPersistent, public std::exception {
  protected:
   void dispatchSerialize(qcArchive& archive) override;
 
  public:
   qcException() noexcept = default;
-  /// The text of what() is not copied: the copy makes its own.
+  /// Does not copy the text of what(): the copy makes its own.
   qcException(const qcException& other) noexcept;
   /// Forgets the text that what() has made.
   qcException& operator=(const qcException& other) noexcept;
@@ -34,21 +34,21 @@ class QCPLATFORM_EXPORT qcException : public virtual qcPersistent, public std::e
   /// valid until the exception is destroyed or assigned to. Falls back to "qcException" when memory
   /// runs out.
   const char* what() const noexcept override;
-  /// The fixed number of the class; 0 for classes that have none.
+  /// The fixed number of the class; 0 if it has none.
   virtual long errorNumber() const;
   /// Deletes this object, which must have been made with new, and throws a copy of it, by value,
   /// as the same class.
   virtual void suicideAndRethrow();
 
  protected:
-  /// What what() appends to the class name, in UTF-8; empty here.
+  /// The text that what() appends to the class name, in UTF-8; empty here.
   virtual std::string description() const;
 
  private:
   QCPLATFORM_LOCAL static qcPersistent* make();
   QCPLATFORM_LOCAL static qc_Instantiator sExemplar;
 
-  /// Made by the first what(); atomic because threads may share one exception.
+  /// Made by the first call of what(); atomic because threads may share one exception.
   mutable std::atomic<const std::string*> what_{nullptr};
 };
 
@@ -56,7 +56,7 @@ class QCPLATFORM_EXPORT qcException : public virtual qcPersistent, public std::e
 /// archive has an empty text.
 class QCPLATFORM_EXPORT qcExceptionWithString : public qcException {
  public:
-  /// The text up to its terminating null; a null pointer is an empty text.
+  /// The text up to its terminating null; a null pointer means an empty text.
   qcExceptionWithString(const wchar_t* message = L"");
 
   /// The text.
@@ -80,7 +80,7 @@ class QCPLATFORM_EXPORT qcBadPointer : public qcException {
   void suicideAndRethrow() override;
 };
 
-/// Failures of matrix and fitting arithmetic.
+/// Failures of the arithmetic of matrices and fits.
 class QCPLATFORM_EXPORT qcMathError {
  public:
   /// Any of them.
@@ -88,7 +88,7 @@ class QCPLATFORM_EXPORT qcMathError {
    public:
     void suicideAndRethrow() override;
   };
-  /// A matrix that has no inverse, or a body that degenerates to a line.
+  /// A matrix without an inverse, or a body that degenerates to a line.
   class QCPLATFORM_EXPORT Singular : public Errors {
    public:
     void suicideAndRethrow() override;

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// The failure of a fit. The fits themselves are in fit_ellipse.cpp and fit_circle.cpp.
+// The exception of a failed fit. The fits themselves are in fit_ellipse.cpp and fit_circle.cpp.
 
 #include <platform/core/fit.h>
 

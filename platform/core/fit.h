@@ -92,7 +92,7 @@ class qcCircleFitParams {
 
   /// The method of the fit.
   qcCircleFitDefs::fit_mode mode() const noexcept { return mode_; }
-  /// The share of each refining step that is taken, in (0, 1]; 1 takes full steps.
+  /// The fraction of each refining step that is taken, in (0, 1]; 1 takes full steps.
   double relaxation() const noexcept { return relaxation_; }
   /// At most this many points may be left out of the fit. They are left out one at a time, always
   /// the one farthest from the curve (the first one on ties), and the fit is repeated after each:
@@ -127,15 +127,15 @@ class qcCircleFitResults {
 };
 
 /// Fits an ellipse to `points` by direct least squares on normalised coordinates and writes it to
-/// `results`, which stays as it was when the fit throws. Of all ellipses it takes the one with the
-/// least sum of squares of a x^2 + b xy + c y^2 + d x + e y + f under 4ac - b^2 = 1; where the
-/// points scatter widely about a short arc, that one is smaller than the ellipse they came from.
+/// `results`, which stays as it was when the fit throws. The result is the ellipse with the least
+/// sum of squares of a x^2 + b xy + c y^2 + d x + e y + f under 4ac - b^2 = 1; where the points
+/// scatter widely about a short arc, it is smaller than the ellipse that they came from.
 ///
 /// Throws qcFitError for fewer than 5 points, points that do not determine an ellipse (fewer than 5
 /// distinct ones, 4 of 5 on one line), points exactly on a line, a parabola, a hyperbola or two
-/// lines, and points that are not finite. Points merely near such a curve get their best ellipse,
-/// which may be very long. Points exactly on an ellipse give it back to a few units of rounding of
-/// the coordinates; on an arc the error grows as the arc gets flatter. O(n).
+/// lines, and points that are not finite. Points that are merely near such a curve get their best
+/// ellipse, which may be very long. Points exactly on an ellipse give that ellipse, to within a few
+/// rounding errors of the coordinates; on an arc the error grows as the arc gets flatter. O(n).
 ///
 /// A. Fitzgibbon, M. Pilu, R. B. Fisher, "Direct least square fitting of ellipses", IEEE PAMI 21
 /// (1999); the linear part is split off as in R. Halir, J. Flusser (1998).
@@ -144,12 +144,12 @@ QCPLATFORM_EXPORT void qfEllipseFit(const qcEllipseFitParams& params,
                                     qcEllipseFitResults& results);
 
 /// Fits the circle of least mean square distance to `points` and writes it to `results`, which
-/// stays as it was when the fit throws. Where points are nowhere near a circle and the sum of
-/// squares has several minima, it is the one reached from the algebraic fit. Throws qcFitError for
-/// fewer than 3 points, points that coincide or lie on a line, points whose best circle grows
-/// without bound (they scatter about a line), points that are not finite, and a relaxation outside
-/// (0, 1]. Circles with radii up to about a million times the extent of the points can be
-/// distinguished from a line. O(n) per step, a few steps.
+/// stays as it was when the fit throws. Where the points are nowhere near a circle and the sum of
+/// squares has several minima, the result is the one reached from the algebraic fit. Throws
+/// qcFitError for fewer than 3 points, points that coincide or lie on a line, points whose best
+/// circle grows without bound (they scatter about a line), points that are not finite, and a
+/// relaxation outside (0, 1]. Circles with radii up to about a million times the extent of the
+/// points can be distinguished from a line. O(n) per step, a few steps.
 QCPLATFORM_EXPORT void qfCircleFit(const qcCircleFitParams& params,
                                    const std::vector<qcVector<2>>& points,
                                    qcCircleFitResults& results);

@@ -21,11 +21,12 @@ constexpr std::size_t fewestPointsOfACircle = 3;
 constexpr double maxFullSteps = 200.0;
 constexpr double maxShortSteps = 1e5;
 /// Steps this small relative to the radius, or expected to reduce the sum of squares by less than
-/// this fraction, are taken as they are: the sum can no longer tell better from worse.
+/// this fraction, are taken unchecked: the sum can no longer tell better from worse.
 constexpr double nearby = 1e-6;
 constexpr double invisible = 1e-11;
 
-/// A circle around `center` whose radius is the mean distance of the points, the best one there.
+/// A circle around `center` whose radius is the mean distance of the points, the best for that
+/// centre.
 struct Circle {
   Point center;
   double radius = 0.0;
@@ -186,7 +187,8 @@ class Refinement {
   }
 
   /// Symmetric points can lead to a place where the sum is minimal only along their axis, or to one
-  /// of the points. One move across the axis escapes from there; false when this is no such place.
+  /// of the points. Escapes from there by one move across the axis; false when this is no such
+  /// place.
   bool leaveSaddle(const Descent& descent) {
     if (descent.curvesUp()) return false;
     const Point across = descent.newton.lesserDirection() * circle_.radius;
@@ -200,8 +202,8 @@ class Refinement {
     return false;
   }
 
-  /// The last steps, as long as each is shorter than the one before. On the way to a circle that
-  /// grows without bound every step is a third of the radius.
+  /// Takes the last steps, as long as each is shorter than the one before. On the way to a circle
+  /// that grows without bound every step is a third of the radius.
   void settle(const Point& step) {
     const double length = step.len();
     if (length < lastStep_) {

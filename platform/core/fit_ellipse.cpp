@@ -45,7 +45,7 @@ struct Ellipse {
     return distanceToEllipse(turned(p), major, minor);
   }
 
-  /// As seen from the centre, along the axes.
+  /// The point relative to the centre, along the axes.
   Point turned(const Point& p) const noexcept {
     const Point q = p - center;
     return {q * axis, q.y() * axis.x() - q.x() * axis.y()};
@@ -65,7 +65,7 @@ double rootMeanSquareDistance(const Ellipse& ellipse, const Points& points) {
   return std::sqrt(sum / static_cast<double>(points.size()));
 }
 
-/// R of the columns u, v, 1, u^2, uv, v^2 of the points, divided by sqrt(n).
+/// The factor R of the points' columns u, v, 1, u^2, uv, v^2, divided by sqrt(n).
 Columns conicFactor(const Points& framed, const Spread& spread) {
   Columns columns(6, std::vector<double>(framed.size()));
   const double share = std::sqrt(1.0 / static_cast<double>(framed.size()));
@@ -150,9 +150,9 @@ Ellipse imageOfUnitCircle(double m00, double m01, double m10, double m11, double
   return {Point(), major, std::min(det / major, major), root > 0.0 ? axis.unit() : Point(1.0, 0.0)};
 }
 
-/// The ellipse of a conic of the spread's coordinates. With the conic written as
-/// |G (p - center)|^2 = 1, G upper triangular, the ellipse is the image of the unit circle under
-/// the spread's map times the inverse of G.
+/// The ellipse of a conic given in the spread's coordinates. With the conic written as |G (p -
+/// center)|^2 = 1, G upper triangular, the ellipse is the image of the unit circle under the
+/// spread's map times the inverse of G.
 Ellipse ellipseOf(const Conic& conic, const Spread& spread) {
   const double discriminant = conic.discriminant();
   const Point center((conic.b * conic.e - 2.0 * conic.c * conic.d) / discriminant,

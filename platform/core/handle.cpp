@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
-// The two functions of the handles that are not inline: the destructor that anchors qcRepBase, and
-// the deletion of what the last handle leaves behind.
+// The two functions that are not inline: the destructor that anchors qcRepBase, and the deletion of
+// what the last handle leaves behind.
 
 #include <platform/core/handle.h>
 
@@ -43,7 +43,7 @@ void qc_PtrHandleBase_RepAccessor::destroy(const qcRepBase* rep) noexcept {
     try {
       deletions->waiting.push_back(std::move(last));
       return;
-    } catch (const std::bad_alloc&) {  // there is no room to wait: deeper down after all
+    } catch (const std::bad_alloc&) {  // no memory to postpone it: delete it right here
     }
   }
   ++deletions->depth;

@@ -3,7 +3,7 @@
 // Intrusive reference counting: qcRepBase is the counted object, qcPtrHandle<T> and
 // qcPtrHandle_const<T> are the handles. Copying a handle shares the object; the last handle deletes
 // it. Counts change atomically (interlocked.h), so handles to one object may be copied and dropped
-// on several threads; one handle variable is used by one thread at a time.
+// on several threads; a single handle variable is used by one thread at a time.
 
 #pragma once
 
@@ -99,7 +99,7 @@ class qcPtrHandle : public qcPtrHandleBase {
 
   /// Null.
   qcPtrHandle() noexcept = default;
-  /// Null, from nullptr itself: 0 is no handle.
+  /// Null, from nullptr itself: 0 is not accepted.
   template <std::same_as<std::nullptr_t> Null>
   qcPtrHandle(Null /*null*/) noexcept {}
   /// Shares `object`, which was made with new; the last handle deletes it.
@@ -160,7 +160,7 @@ class qcPtrHandle_const : public qcPtrHandleBase_const {
 
   /// Null.
   qcPtrHandle_const() noexcept = default;
-  /// Null, from nullptr itself: 0 is no handle.
+  /// Null, from nullptr itself: 0 is not accepted.
   template <std::same_as<std::nullptr_t> Null>
   qcPtrHandle_const(Null /*null*/) noexcept {}
   /// Shares `object`, which was made with new; the last handle deletes it.

@@ -2,7 +2,7 @@
 //
 // Convex hull by two monotone chains over the points in lexicographic order. Sorting is half of the
 // work, so the points are first spread over buckets of equal width in x, which leaves little to
-// sort unless they are crowded.
+// sort unless many share a bucket.
 
 #include <platform/core/hull.h>
 
@@ -20,7 +20,7 @@ using Points = std::vector<Point>;
 
 /// Below this many points, spreading them over buckets does not pay.
 constexpr std::size_t smallSet = 32;
-/// Buckets of more points than this are sorted on their own, so that inserting stays cheap.
+/// Buckets with more points than this are sorted separately, so that insertion stays cheap.
 constexpr std::uint32_t fullBucket = 16;
 
 bool hasNaN(const Point& p) noexcept { return std::isunordered(p.x(), p.y()); }
@@ -60,7 +60,7 @@ class Buckets {
     scale_ = (static_cast<double>(count_) - 0.5) / (high - low_);
   }
 
-  /// False when the points are too few or too many, or one has a NaN, or their width is 0 or not
+  /// False when there are too few or too many points, one has a NaN, or their width is 0 or not
   /// finite.
   bool worthWhile() const noexcept {
     return count_ >= smallSet && count_ < std::numeric_limits<std::uint32_t>::max() &&
@@ -120,8 +120,8 @@ bool superfluous(const Point& a, const Point& b, const Point& c) noexcept {
   return (b.x() - a.x()) * (c.y() - a.y()) - (b.y() - a.y()) * (c.x() - a.x()) <= 0.0;
 }
 
-/// Writes to `chain`, which may be `first`, those of the points in [first, last) at which the chain
-/// turns counter-clockwise, and both ends; returns its end.
+/// Writes to `chain`, which may be `first`, both ends of [first, last) and the points between at
+/// which the chain turns counter-clockwise; returns the end of the chain.
 template <class Iterator>
 Iterator writeChain(Iterator first, Iterator last, Iterator chain) {
   Iterator end = chain;

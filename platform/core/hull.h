@@ -14,7 +14,8 @@
 /// The convex hull of `points`, written to `hull`: counter-clockwise (with y up) from the
 /// lowest-leftmost point (smallest x, then smallest y), without duplicates and without points in
 /// the middle of an edge. Points that all lie on one line give the two extremes, fewer than three
-/// distinct points give the distinct ones, none gives none. `hull` may be `points` itself.
+/// distinct points give themselves, and no points give an empty hull. `hull` may be `points`
+/// itself.
 ///
 /// A turn is decided by (b.x - a.x) * (c.y - a.y) - (b.y - a.y) * (c.x - a.x) in plain doubles: the
 /// hull is as exact as that expression. Points with a NaN coordinate are left out.

@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
-// The registry of archivable classes and the names that they go by. The registry is a list that
-// only ever grows at its head, so that libraries may be loaded while archives are in use, without
-// a lock.
+// The registry of archivable classes and their names. It is a list that only ever grows at its
+// head, so that libraries may be loaded while archives are in use, without a lock.
 
 #include <platform/core/internal/instantiator.h>
 
@@ -34,8 +33,8 @@ bool isIdentifierCharacter(char c) {
   return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') || c == '_';
 }
 
-/// The length of "class " and the like at the head of `text`, which some compilers put before every
-/// name.
+/// The length of the keyword ("class " and the like) that some compilers put before every name, at
+/// the start of `text`.
 std::size_t keywordLength(std::string_view text) {
   static constexpr std::array<std::string_view, 4> keywords = {"class ", "struct ", "union ",
                                                                "enum "};

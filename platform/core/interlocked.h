@@ -9,7 +9,7 @@
 /// @addtogroup objects
 /// @{
 
-/// Adds 1 and returns the new value. Enough ordering to take another reference to an object that
+/// Adds 1 and returns the new value. The ordering suffices for another reference to an object that
 /// the caller already holds.
 inline long qfInterlockedIncrement(std::atomic<long>& counter) noexcept {
   return counter.fetch_add(1, std::memory_order_relaxed) + 1;

@@ -2,7 +2,7 @@
 //
 // The arithmetic of points, lines, segments and boxes on bare vectors: one definition each, used by
 // the shape classes of shapes.h and by every loop over vertices. The expressions and their order
-// are part of the library's answers; change nothing here without meaning to change them.
+// determine the library's answers: a change here changes them.
 
 #pragma once
 
@@ -53,8 +53,8 @@ inline qcVector<2> intersectLines(const qcVector<2>& p1, const qcVector<2>& d1,
   return c == 0.0 ? projectOnLine(p2, p1, d1) : p1 + d1 * (cross(p2 - p1, d2) / c);
 }
 
-/// The point of the segment a-b nearest to p. With t = ((p - a).(b - a)) / |b - a|^2: a unless
-/// t > 0 (also for a segment of no length), b when t >= 1, else a + (b - a) * t.
+/// The point of the segment a-b nearest to p. With t = ((p - a).(b - a)) / |b - a|^2: a unless t >
+/// 0 (also for a segment of length 0), b when t >= 1, else a + (b - a) * t.
 inline qcVector<2> closestOnSegment(const qcVector<2>& p, const qcVector<2>& a,
                                     const qcVector<2>& b) noexcept {
   const qcVector<2> d = b - a;
@@ -70,11 +70,11 @@ inline double distanceToSegment(const qcVector<2>& p, const qcVector<2>& a,
   return p.distance(closestOnSegment(p, a, b));
 }
 
-/// The smaller value; the first one when they do not compare.
+/// The smaller value; the first one when either is NaN.
 inline double lesser(double first, double second) noexcept {
   return second < first ? second : first;
 }
-/// The larger value; the first one when they do not compare.
+/// The larger value; the first one when either is NaN.
 inline double greater(double first, double second) noexcept {
   return second > first ? second : first;
 }

@@ -57,7 +57,7 @@ class qcMatrix<2> {
   /// finite.
   QCPLATFORM_EXPORT qcMatrix inverse() const;
 
-  /// Exact equality of the four elements; the remembered determinant takes no part.
+  /// Exact equality of the four elements; the remembered determinant is not compared.
   constexpr bool operator==(const qcMatrix& other) const noexcept {
     return e00_ == other.e00_ && e01_ == other.e01_ && e10_ == other.e10_ && e11_ == other.e11_;
   }

@@ -17,10 +17,10 @@
 class qcArchive;
 
 /// Base of every archivable object: its record, its change notices, and the marks that keep an
-/// object that is reached twice from being written twice.
+/// object from being written twice when it is reached twice.
 ///
-/// Change notices: a class sends one (mutating_()) whenever its content or a remembered answer of
-/// it changes; while tracking is on they are counted. Tracking is off in a new object.
+/// Change notices: a class sends one (mutating_()) whenever its content or a remembered answer
+/// changes; while tracking is on, notices are counted. Tracking is off in a new object.
 ///
 /// Virtual functions are declared in the order of their slots: add new ones at the end.
 class QCPLATFORM_EXPORT qcPersistent {
@@ -31,7 +31,7 @@ class QCPLATFORM_EXPORT qcPersistent {
 
  protected:
   /// Stores or loads the object's record: called by the archive, and by derived classes for their
-  /// base record. The record of qcPersistent itself is one version byte, 0; another one read
+  /// base record. The record of qcPersistent itself is one version byte, 0; loading any other
   /// throws qcArchive::UnknownVersion naming "qcPersistent", line 0.
   virtual void dispatchSerialize(qcArchive& archive);
 
@@ -71,10 +71,10 @@ class QCPLATFORM_EXPORT qcPersistent {
   /// a new one (created by its registered factory). A pointer may lead back to an object whose
   /// record is still being transferred (a parent).
   ///
-  /// Who deletes a loaded object: whoever received it first, when it is not reference counted. A
-  /// reference-counted one is kept by the archive; put it in a handle before the archive dies.
-  /// `owner` is the object that holds the pointer; it takes no part in the record and may be null.
-  /// Throws qcArchive::Errors; `pointer` is then unchanged.
+  /// A loaded object that is not reference counted must be deleted by whoever received it first. A
+  /// reference-counted one is kept by the archive; put it in a handle before the archive is
+  /// destroyed. `owner` is the object that holds the pointer; it is not part of the record and may
+  /// be null. Throws qcArchive::Errors; `pointer` is then unchanged.
   static void serializePointer(qcArchive& archive, qcPersistent* owner, qcPersistent*& pointer);
 
  private:
@@ -90,8 +90,8 @@ class QCPLATFORM_EXPORT qcPersistent {
 /// `qc_Instantiator X::sExemplar(typeid(X), &X::make);`. Registering a class again replaces its
 /// factory.
 ///
-/// The class goes by its name as written in C++ (qf_ClassName), the same on every compiler. Classes
-/// may be registered on any thread at any time; no lock is taken.
+/// Archives know the class by its name as written in C++ (qf_ClassName), the same on every
+/// compiler. Classes may be registered on any thread at any time; no lock is taken.
 class QCPLATFORM_EXPORT qc_Instantiator {
  public:
   /// Registers `make`, which returns a new object of the class `type`, made with new.

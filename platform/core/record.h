@@ -11,11 +11,12 @@
 /// @addtogroup archives
 /// @{
 
-/// Transfers records. Befriended by qcPersistent, whose marks and own record it needs.
+/// Transfers records. A friend of qcPersistent, whose marks and own record it needs.
 class qc_Record {
  public:
   /// The whole record of a class with one version: a version byte 0, the qcPersistent record, then
-  /// `values` in order. Throws qcArchive::UnknownVersion naming `className`, line 0.
+  /// `values` in order. Loading any other version throws qcArchive::UnknownVersion naming
+  /// `className`, line 0.
   template <class Object, class... Values>
   static void transfer(qcArchive& archive, Object& object, const char* className,
                        Values&... values) {

@@ -25,8 +25,7 @@ std::streamsize countFrom(std::streambuf* buffer, Transfer transfer) noexcept {
   }
 }
 
-/// Adds `state` to that of the stream, without the exception that the stream may have been set up
-/// to throw then.
+/// Adds `state` to that of the stream, without the exception that exceptions() may ask for.
 void addState(std::ios& stream, std::ios::iostate state) {
   try {
     stream.setstate(state);

@@ -53,7 +53,8 @@ ThreadState::~ThreadState() {
 
 #if defined(__MINGW32__)
 
-// Here the memory of thread_local objects may be freed, or used anew, before they are destroyed.
+// On this platform the memory of thread_local objects may be freed, or reused, before they are
+// destroyed.
 class StateKey {
  public:
   StateKey() { pthread_key_create(&key_, &StateKey::end); }

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// Thread-local slots that are made at run time, and functions that run when a thread ends.
+// Thread-local slots created at run time, and functions that run when a thread ends.
 
 #pragma once
 
@@ -13,7 +13,7 @@
 /// @{
 
 /// One pointer for each thread, null until the thread sets it. Slots are independent; the slot of a
-/// destroyed qc_ThreadLocal is never used by a later one.
+/// destroyed qc_ThreadLocal is never reused.
 class QCPLATFORM_EXPORT qc_ThreadLocal {
  public:
   qc_ThreadLocal();
@@ -29,11 +29,11 @@ class QCPLATFORM_EXPORT qc_ThreadLocal {
   void OSValue(void* value);
 
  private:
-  /// Never used again by another slot.
+  /// Never reused.
   std::uint64_t slot_;
 };
 
-/// Names a thread.
+/// Identifies a thread.
 class QCPLATFORM_EXPORT qcThreadID {
  public:
   /// Thrown when a thread-exit function is registered for a thread other than the calling one.
@@ -42,14 +42,14 @@ class QCPLATFORM_EXPORT qcThreadID {
     void suicideAndRethrow() override;
   };
 
-  /// Names the thread with this standard id.
+  /// Identifies the thread with this standard id.
   explicit qcThreadID(std::thread::id id) noexcept : id_(id) {}
 
   /// Runs `function(thread, context)` on this thread when it ends (on the first thread: when the
   /// program exits); the last one registered runs first. Thread-local slots can still be read and
-  /// set then, and more functions be registered; they run too. Functions registered even later,
-  /// while the thread's own thread_local objects are destroyed, are not run. A function must not
-  /// throw. Throws NotCurrentThread unless this is the calling thread's ID.
+  /// set then, and more functions registered; they run too. Functions registered even later, while
+  /// the thread's own thread_local objects are destroyed, are not run. A function must not throw.
+  /// Throws NotCurrentThread unless this is the calling thread's ID.
   /// REQUIRES: function is not null.
   void atexit(void (*function)(const qcThreadID& thread, void* context), void* context) const;
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
-// The 2-D vector, the value that everything here is made of: two doubles, trivially copyable, no
-// virtual table. Angles are in angle.h, matrices in matrix.h, the shape classes in shapes.h.
+// The 2-D vector, of which everything here is made: two doubles, trivially copyable, no virtual
+// table. Angles are in angle.h, matrices in matrix.h, the shape classes in shapes.h.
 
 #pragma once
 
@@ -13,7 +13,7 @@
 /// @addtogroup plane
 /// @{
 
-/// Two values of one type: coordinates without any geometry.
+/// Two values of one type: coordinates without geometry.
 template <class T>
 class qcPair {
  public:
@@ -49,7 +49,7 @@ class qcVector<2> {
   /// The vector of a length and a direction: (length cos angle, length sin angle).
   qcVector(double length, const qcRadian& angle) noexcept
       : x_(length * std::cos(angle.toDouble())), y_(length * std::sin(angle.toDouble())) {}
-  /// A pixel position. Exact below 2^53.
+  /// A pixel position. Exact below 2^53 in absolute value.
   constexpr qcVector(const qcPair<long>& pixel) noexcept
       : x_(static_cast<double>(pixel.x())), y_(static_cast<double>(pixel.y())) {}
 
@@ -102,8 +102,8 @@ constexpr qcVector<2> operator*(double factor, const qcVector<2>& vector) noexce
   return vector * factor;
 }
 
-/// True when both coordinates agree within `eps`: |a - b| <= eps. False with NaN, and for two
-/// equal infinities (their difference is not a number).
+/// True when both coordinates agree within `eps`: |a - b| <= eps. False with NaN, and for two equal
+/// infinities (their difference is NaN).
 inline bool qfRealEq(const qcVector<2>& a, const qcVector<2>& b, double eps) noexcept {
   return std::abs(a.x() - b.x()) <= eps && std::abs(a.y() - b.y()) <= eps;
 }

@@ -37,7 +37,7 @@ class qcXform<2> {
   constexpr qcVector<2> operator*(const qcVector<2>& point) const noexcept {
     return matrix_ * point + translation_;
   }
-  /// The transform that maps a point as this one maps the image under `other`.
+  /// The composition: applies `other`, then this transform.
   constexpr qcXform operator*(const qcXform& other) const noexcept {
     return {matrix_ * other.matrix_, *this * other.translation_};
   }
@@ -72,7 +72,7 @@ class QCPLATFORM_EXPORT qc2XformBase : public virtual qcPersistent, public virtu
   virtual qcXform<2> linearXform() const = 0;
   /// A new object of the same class and value.
   virtual qcPtrHandle<qc2XformBase> clone() const = 0;
-  /// A new transform that maps a point as this one maps the image under `other`.
+  /// A new transform, the composition: applies `other`, then this transform.
   virtual qcPtrHandle<qc2XformBase> composeBase(const qc2XformBase& other) const = 0;
   /// A new transform that undoes this one. Throws qcMathError::Singular when there is none.
   virtual qcPtrHandle<qc2XformBase> inverseBase() const = 0;
@@ -94,13 +94,13 @@ class QCPLATFORM_EXPORT qc2XformLinear : public qc2XformBase {
   static void operator delete(void* memory) noexcept;
   /// @}
 
-  /// The image of a point, as of linearXform().
+  /// The image of a point under linearXform().
   qcVector<2> mapPoint(const qcVector<2>& point) const override;
   /// Always true.
   bool isLinear() const override;
   qcXform<2> linearXform() const override;
   qcPtrHandle<qc2XformBase> clone() const override;
-  /// Linear; `other` enters through its linearXform().
+  /// Linear; of `other`, its linearXform() is used.
   qcPtrHandle<qc2XformBase> composeBase(const qc2XformBase& other) const override;
   qcPtrHandle<qc2XformBase> inverseBase() const override;
 
@@ -132,7 +132,7 @@ class QCPLATFORM_EXPORT qc2Rigid : public qc2XformBase {
   /// The transform as a value: qcMatrix<2>(angle, angle, 1, 1) and the translation.
   const qcXform<2>& xform() const noexcept { return xform_; }
 
-  /// The image of a point, as of xform().
+  /// The image of a point under xform().
   qcVector<2> mapPoint(const qcVector<2>& point) const override;
   /// Always true.
   bool isLinear() const override;

@@ -13,7 +13,7 @@ namespace {
 
 using Segment = qcRecordingTablet::Segment;
 
-/// The shortest digits that give back the same double.
+/// The shortest digits that read back as the same double.
 std::string number(double value) {
   char digits[32];
   const auto [end, error] = std::to_chars(std::begin(digits), std::end(digits), value);

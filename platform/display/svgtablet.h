@@ -12,13 +12,13 @@
 /// @addtogroup display
 /// @{
 
-/// Collects segments and writes them as SVG: one group a layer, the image layer first; segments
-/// that continue each other in one colour become one path. Line ends and corners are round.
+/// Collects segments and writes them as SVG: one group per layer, the image layer first; segments
+/// of one colour that continue each other become one path. Line ends and corners are round.
 class QCPLATFORM_EXPORT qcSvgTablet : public qcUITablet {
  public:
-  /// A picture whose user units are those of the drawing and whose strokes are `strokeWidth` of
-  /// them wide. The view is the box of all that was drawn, with a margin of four stroke widths;
-  /// when nothing was drawn, the margin around the origin.
+  /// A picture whose user units are those of the drawing and whose strokes are `strokeWidth` units
+  /// wide. The view is the box of all that was drawn, with a margin of four stroke widths; when
+  /// nothing was drawn, the margin around the origin.
   /// REQUIRES: strokeWidth is finite and not negative.
   explicit qcSvgTablet(double strokeWidth = 1.0);
   /// The same with a fixed view, which has finite corners.
@@ -27,9 +27,9 @@ class QCPLATFORM_EXPORT qcSvgTablet : public qcUITablet {
   void drawLineSeg(const qcPair<double>& from, const qcPair<double>& to, const qcColor& color,
                    Layers layers) override;
 
-  /// Writes the picture, complete with its XML head. Numbers are written with the digits that read
-  /// back as the same double, in the format of the C locale whatever the stream's locale. Segments
-  /// with a coordinate that is not finite are left out.
+  /// Writes the picture, complete with the XML declaration. Numbers are written with the digits
+  /// that read back as the same double, in the format of the C locale whatever the stream's locale.
+  /// Segments with a coordinate that is not finite are left out.
   void write(std::ostream& out) const;
 
  private:

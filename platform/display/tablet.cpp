@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// The home of the drawing surface's virtual table.
+// Anchors the virtual table of the drawing surface.
 
 #include <platform/display/tablet.h>
 

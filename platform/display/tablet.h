@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// The surface that shapes draw themselves on. recordingtablet.h remembers what was drawn,
+// The surface on which shapes draw themselves. recordingtablet.h remembers what was drawn,
 // svgtablet.h writes it as a picture.
 
 #pragma once
@@ -10,7 +10,7 @@
 /// @addtogroup display
 /// @{
 
-/// A colour, 8 bits a channel.
+/// A colour, 8 bits per channel.
 class qcColor {
  public:
   /// The intensities of red, green and blue, 0 to 255.
@@ -57,7 +57,7 @@ inline constexpr qcColor qcColor::yellow{255, 255, 0};
 inline constexpr qcColor qcColor::orange{255, 165, 0};
 inline constexpr qcColor qcColor::grey{128, 128, 128};
 
-/// A drawing surface. Coordinates are the image's, y downwards.
+/// A drawing surface. Coordinates are those of an image, y pointing down.
 class QCPLATFORM_EXPORT qcUITablet {
  public:
   /// Where a drawing goes: into the picture, or over it.

@@ -39,9 +39,9 @@ class qcEdgelet {
 
 static_assert(std::is_trivially_copyable_v<qcEdgelet>);
 
-/// Stores or loads an edge element: a version byte 0 (another one read throws
-/// qcArchive::UnknownVersion naming "qcEdgelet", line 0), the position, the magnitude as unsigned
-/// long (above 65,535 throws qcArchive::ValueTooLarge), the angle's steps as one byte.
+/// Stores or loads an edge element: a version byte 0 (loading any other throws
+/// qcArchive::UnknownVersion naming "qcEdgelet", line 0), the position, the magnitude as an
+/// unsigned long (above 65,535 throws qcArchive::ValueTooLarge), the angle's steps as one byte.
 QCPLATFORM_EXPORT qcArchive& operator||(qcArchive& archive, qcEdgelet& edgelet);
 
 /// @}

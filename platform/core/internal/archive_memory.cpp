@@ -35,7 +35,7 @@ std::uint32_t qc_ArchiveMemory::idOf(const qcPersistent& object) const {
 }
 
 void qc_ArchiveMemory::add(qc_KnownObject object) {
-  // Room first, so that no failure leaves an id without its object.
+  // Reserve room first, so that no failure leaves an id without its object.
   if (known_.size() == known_.capacity()) known_.reserve(2 * known_.size() + 1);
   ids_[object.object] = static_cast<std::uint32_t>(nextId());
   known_.push_back(std::move(object));

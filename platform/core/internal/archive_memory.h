@@ -27,7 +27,7 @@ struct qc_VisitedMark {
   bool operator==(const qc_VisitedMark&) const noexcept = default;
 };
 
-/// An object that has an id. While it is stored only its address is kept; a loaded one is kept
+/// An object that has an id. Of a stored object only the address is kept. A loaded one is kept
 /// alive: by a reference when it is counted, else by ownership until someone claims it.
 struct qc_KnownObject {
   explicit qc_KnownObject(qcPersistent& stored) noexcept : object(&stored) {}
@@ -46,8 +46,8 @@ struct qc_KnownObject {
 
 class qc_ArchiveMemory {
  public:
-  /// Marks belong to an owner, the object that is being transferred: the records of its bases have
-  /// other addresses and sizes, and go with it.
+  /// Marks belong to an owner, the object that is being transferred. The records of its bases have
+  /// other addresses and sizes; their marks belong to it, too.
   bool isMarked(const qcPersistent& owner, const qc_VisitedMark& mark) const;
   void mark(const qcPersistent& owner, const qc_VisitedMark& mark);
   void forgetMarks(const qcPersistent& owner) noexcept { marks_.erase(&owner); }
@@ -63,7 +63,7 @@ class qc_ArchiveMemory {
   void add(qc_KnownObject object);
   /// Lets the object have another id next time.
   void forgetId(const qcPersistent& object) noexcept { ids_.erase(&object); }
-  /// The object's id leads to nothing from now on.
+  /// From now on the object's id refers to nothing.
   void objectDied(const qcPersistent& object) noexcept;
 
  private:

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// Nesting of transfers and the marks of the object under way; see archive_transfer.h.
+// Nesting of transfers and the marks of the object in transfer; see archive_transfer.h.
 
 #include <platform/core/internal/archive_transfer.h>
 

@@ -32,16 +32,16 @@ class qc_ArchiveTransfer {
 
   /// The mode of an object that is transferred by value now.
   static qc_TransferMode modeByValue(const qcArchive& archive) noexcept;
-  /// Throws qcArchive::BadFormat when objects nested `levels` deep have no room here.
+  /// Throws qcArchive::BadFormat when objects nested `levels` deep would be nested too deep here.
   static void checkNesting(const qcArchive& archive, int levels);
 
-  /// Marks of the object under way.
+  /// Marks of the object in transfer.
   bool isMarked(const void* address, std::size_t size) const;
   void mark(const void* address, std::size_t size);
   /// Forgets the marks that the object has in this mode.
   void forgetMarks() noexcept;
 
-  /// Records an object inside this one that is itself `levels` deep.
+  /// Records that this object contains one that is itself `levels` deep.
   void contains(int levels) noexcept;
   /// How many objects are nested in each other here, this one included.
   int levels() const noexcept { return levels_; }
@@ -50,7 +50,7 @@ class qc_ArchiveTransfer {
   qcArchive& archive_;
   const qcPersistent& owner_;
   qc_TransferMode mode_;
-  /// The transfer around this one in the same archive, and on the same thread.
+  /// The transfer around this one, in the same archive and on the same thread.
   qc_ArchiveTransfer* outer_;
   qc_ArchiveTransfer* previous_;
   int depth_;

@@ -13,7 +13,7 @@
 
 namespace qnFit {
 
-/// Four doubles side by side, on which the same is done at once: in each the same bits as alone.
+/// Doubles computed side by side: each gets the same bits as on its own.
 constexpr std::size_t lanes = 4;
 using Lanes = double __attribute__((vector_size(lanes * sizeof(double))));
 
@@ -24,7 +24,7 @@ inline bool isGreaterInAny(double a, double b) noexcept { return a > b; }
   return (greater[0] | greater[1] | greater[2] | greater[3]) != 0;
 }
 
-/// Newton's steps to the foot of a perpendicular, see distanceToEllipse(). Where none leads
+/// Newton's steps to the foot of a perpendicular, see distanceToEllipse(). Where no step leads
 /// further, w, m0 and m1 stay as they are. REQUIRES: w > 0.
 template <class Number>
 [[gnu::always_inline]] inline void climbToFoot(const Number& x, const Number& y, double gap,
@@ -54,7 +54,7 @@ inline double distanceToEllipse(const qcVector<2>& p, double a, double b) noexce
   const double y = std::abs(p.y()) / b;
   if (x == 0.0 && y == 0.0) return b;
   double w = std::max(y, x - gap);
-  // On the major axis, inside: the foot is where the perpendicular meets the curve, off the axis.
+  // Inside, on the major axis: the foot lies off the axis, where the perpendicular meets the curve.
   double m0 = x / (w + gap);
   double m1 = w == 0.0 ? std::sqrt(std::max(0.0, 1.0 - m0 * m0)) : y / w;
   if (w > 0.0) climbToFoot(x, y, gap, w, m0, m1);

@@ -14,7 +14,7 @@ namespace qnFit {
 
 namespace {
 
-/// Points on a line deviate from it by their rounding errors, at most about one epsilon of the
+/// Points on a line deviate from it by their rounding errors, at most about one epsilon in the
 /// frame; the rest covers the arithmetic here.
 constexpr double roundingAcross = 8.0 * std::numeric_limits<double>::epsilon();
 

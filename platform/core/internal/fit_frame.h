@@ -15,8 +15,8 @@ namespace qnFit {
 using Point = qcVector<2>;
 using Points = std::vector<Point>;
 
-/// A power of two as a factor, rounded once as by ldexp. Powers that are no double are reached in
-/// two steps, of which the first one loses nothing.
+/// A power of two as a factor; the product is rounded once, as by ldexp. Powers that no double can
+/// hold are applied in two steps, the first of which loses nothing.
 class PowerOfTwo {
  public:
   /// REQUIRES: exponent >= -1074.
@@ -44,7 +44,7 @@ class Frame {
 
   Point enter(const Point& p) const noexcept;
   Points enter(const Points& points) const;
-  /// Throws qcFitError when the point overflows.
+  /// The point in the caller's coordinates. Throws qcFitError when it overflows.
   Point leave(const Point& p) const;
   /// A length of the frame in the points' unit. Throws qcFitError when it overflows.
   double leave(double length) const;

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
-// Leaving points out of a fit (internal to the fits): what `count` and `threshold` of the
-// parameters mean.
+// Leaving points out of a fit (internal to the fits), as the parameters `count` and `threshold`
+// say.
 
 #pragma once
 

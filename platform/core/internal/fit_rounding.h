@@ -10,8 +10,7 @@ namespace qnFit {
 
 inline constexpr double epsilon = std::numeric_limits<double>::epsilon();
 
-/// A number counts as different from 0 when it exceeds the bound of its rounding error this many
-/// times.
+/// A number counts as different from 0 when it exceeds this multiple of its rounding error's bound.
 inline constexpr double safety = 16.0;
 
 }  // namespace qnFit

@@ -67,7 +67,7 @@ void rotateRows(Matrix3& m, std::size_t i, std::size_t j, Rotation rotation) {
   }
 }
 
-/// Makes each pair of columns orthogonal once; false when all of them were so already.
+/// Makes each pair of columns orthogonal once; false when all pairs already were.
 bool orthogonalise(Matrix3& m, Matrix3& directions) {
   bool rotated = false;
   for (const auto& [i, j] : planes) {
@@ -83,7 +83,7 @@ bool orthogonalise(Matrix3& m, Matrix3& directions) {
   return rotated;
 }
 
-/// Makes each off-diagonal element vanish once; false when all of them were 0 already.
+/// Makes each off-diagonal element vanish once; false when all of them already were 0.
 bool diagonalise(Matrix3& m, Matrix3& directions) {
   const double size = std::abs(m[0][0]) + std::abs(m[1][1]) + std::abs(m[2][2]);
   bool rotated = false;

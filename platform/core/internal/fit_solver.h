@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
-// The small dense linear algebra of the ellipse fit (internal to the fits), in nothing but sums,
-// products, quotients and square roots, so that it gives the same bits everywhere.
+// The small dense linear algebra of the ellipse fit (internal to the fits), with sums, products,
+// quotients and square roots only, so that it gives the same bits everywhere.
 
 #pragma once
 
@@ -21,8 +21,8 @@ Vector3 multiply(const Matrix3& matrix, const Vector3& vector) noexcept;
 using Columns = std::vector<std::vector<double>>;
 
 /// The upper triangular factor R of the columns' QR decomposition, R[i][j] with i <= j; the
-/// elements below the diagonal are 0. Modified Gram-Schmidt: as good a factor as by reflections (Å.
-/// Björck, 1967). O(n).
+/// elements below the diagonal are 0. By modified Gram-Schmidt, which gives as good a factor as
+/// reflections (Å. Björck, 1967). O(n).
 Columns triangularFactor(Columns columns);
 
 /// R = U diag(values) V^T, the values in descending order; the columns of V are the directions.

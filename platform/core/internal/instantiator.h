@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
-// Internal: the registered classes, as the archive looks them up. Classes register themselves
-// through qc_Instantiator (persistent.h).
+// Internal: how the archive looks up the registered classes. Classes register themselves through
+// qc_Instantiator (persistent.h).
 
 #pragma once
 
@@ -11,7 +11,7 @@
 
 #include <platform/core/persistent.h>
 
-/// A class that archives can create objects of.
+/// A class of which archives can create objects.
 struct qc_RegisteredClass {
   const std::type_info& type;
   std::string name;
