@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 //
-// A few steps on few points from every start, then steps on all points from the best of them. A
-// step solves for the small motion that is best if every point's nearest edge were a line (Gauss
-// and Newton), damped until it helps (Levenberg and Marquardt). Rotations are unit vectors: sines
+// Every start gets a few steps with few points; the best of them goes on with all points. A step
+// solves for the small motion that would be best if every point's nearest edge were a line
+// (Gauss-Newton), damped until it helps (Levenberg-Marquardt). Rotations are unit vectors: sines
 // would differ from one system to the next.
 
 #include <cntr/compute/align.h>
@@ -22,15 +22,16 @@ namespace {
 using Point = qcVector<2>;
 using WeighedPoints = std::span<const WeighedPoint>;
 
-/// The number of points with which a start is tried, and of steps that it gets.
+/// The number of points with which a start is tried, and the number of its steps.
 constexpr std::size_t triedPoints = 128;
 constexpr int triedSteps = 8;
-/// The steps of the best start.
+/// The limit on the steps of the best start.
 constexpr int mostSteps = 50;
-/// A step that moves no point by more than this share of the extent is the last one.
+/// The last step is one that moves every point, or lowers the residual, by at most this fraction of
+/// the extent.
 constexpr double smallStep = 1e-10;
 
-/// Centre, principal axis and extent of points.
+/// Centre, principal axis and extent of a set of points.
 struct Body {
   Point center;
   Point axis;
@@ -38,7 +39,7 @@ struct Body {
 
   explicit Body(WeighedPoints points) noexcept {
     double weights = 0.0;
-    // From the first point on, so that places far from the origin cost no digits.
+    // Relative to the first point, so that no digits are lost far from the origin.
     const Point origin = points.front().at;
     Point sum;
     for (const WeighedPoint& p : points) {
@@ -81,8 +82,8 @@ struct Equations {
 
   double residual() const noexcept { return std::sqrt(squares / weights); }
 
-  /// The motion, with the diagonal raised by this share; Cholesky's method. A motion on which
-  /// nothing depends is 0.
+  /// The motion, with the diagonal increased by the fraction `damping`; by Cholesky's method. A
+  /// component on which nothing depends is 0.
   std::array<double, 3> solve(double damping) const noexcept {
     std::array<std::array<double, 3>, 3> root{};
     std::array<double, 3> motion{};
@@ -124,14 +125,14 @@ class Motion {
       const Point arm = turned(d, pose.direction);
       const Point q = pose.place + arm;
       const auto [normal, distance] = towards(q);
-      // Angles as lengths at the extent: all three motions are of one size.
+      // Angles as lengths at the extent, so that all three components have comparable sizes.
       const double turn = qnKernel::cross(arm, normal) / extent_;
       equations.add({normal.x(), normal.y(), turn}, distance, p.weight);
     }
     return equations;
   }
 
-  /// Steps until one is small, or there have been enough.
+  /// Takes steps until one is small enough, at most `most` of them.
   Alignment refine(const Pose& start, int most) const {
     Alignment found{start, center_, 0.0, 0, false};
     Equations here = at(start);
@@ -144,7 +145,7 @@ class Motion {
                       found.pose.place + Point(motion[0], motion[1])};
       const Equations there = at(next);
       if (there.squares < here.squares) {
-        // Distances from curves with corners can decrease forever by less and less.
+        // Near curves with corners, distances can decrease forever by less and less.
         found.settled = here.residual() - there.residual() <= smallStep * extent_;
         found.pose = next;
         here = there;
@@ -190,7 +191,7 @@ std::vector<WeighedPoint> fewOf(WeighedPoints points) {
   return few;
 }
 
-/// The rotations to start from: the principal axis onto the other both ways, and rotations all
+/// The rotations to start from: one principal axis laid on the other both ways, and rotations all
 /// around.
 std::vector<Point> startDirections(const Body& moved, const Body& fixed) {
   const Point onto = turned(fixed.axis, {moved.axis.x(), -moved.axis.y()});

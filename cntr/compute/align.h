@@ -20,7 +20,7 @@ struct WeighedPoint {
 /// A rotation about the centre of the points that are moved, and the `place` to which the centre
 /// moves.
 struct Pose {
-  /// The unit vector that the rotation brings the x axis to.
+  /// The unit vector to which the rotation brings the x axis.
   qcVector<2> direction{1.0, 0.0};
   qcVector<2> place;
 };
@@ -33,8 +33,8 @@ struct Alignment {
   bool settled = false;
 };
 
-/// The pose in which the points `moved` have the least root mean square distance from `curves`, of
-/// which `fixed` are points. qf_Align() (cntr/deviation.h) describes the method.
+/// The pose in which the points `moved` have the least root mean square distance from `curves`;
+/// `fixed` are points of these. qf_Align() (cntr/deviation.h) describes the method.
 /// REQUIRES: both have points and a positive weight.
 Alignment align(std::span<const WeighedPoint> moved, std::span<const WeighedPoint> fixed,
                 const Curves& curves);

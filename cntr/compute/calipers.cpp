@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
-// Every size is compared three times: as an interval of doubles, to twice the digits of a double,
-// and exactly, each time only where the one before did not decide.
+// Sizes are compared in up to three ways: as intervals of doubles, to twice the digits of a double,
+// and exactly. Each is used only where the one before did not decide.
 
 #include <cntr/compute/calipers.h>
 
@@ -49,7 +49,7 @@ void forEachCaliper(Hull hull, Visit visit) {
   }
 }
 
-/// A size of a rectangle as a quotient, in one of three kinds of numbers.
+/// The size of a rectangle as a quotient, in one of three kinds of numbers.
 template <class Number>
 struct Quotient {
   Number numerator;
@@ -85,7 +85,7 @@ struct InDoubles {
   }
 };
 
-/// b - a, its parts exact.
+/// b - a, with exact coordinates.
 struct Difference {
   Twofold x;
   Twofold y;
@@ -94,13 +94,13 @@ struct Difference {
       : x(plane::sumOf(b.x(), -a.x())), y(plane::sumOf(b.y(), -a.y())) {}
 };
 
-/// Whether a sum of two products in Twofolds is right to 2^-98 of itself: its terms are right to
-/// 2^-102, and do not cancel by more than a factor of 8.
+/// Whether a sum of two products in Twofolds is accurate to 2^-98 relative: its terms are accurate
+/// to 2^-102 and do not cancel by more than a factor of 8.
 bool isSumRight(const Twofold& first, const Twofold& second, const Twofold& sum) noexcept {
   return std::abs(first.high) + std::abs(second.high) <= 8.0 * std::abs(sum.high);
 }
 
-/// Sums that are not right to 2^-98 are summed exactly and rounded.
+/// Sums that are not accurate to 2^-98 are computed exactly and rounded.
 struct InTwofolds {
   using Number = Twofold;
   static Twofold dot(const Point& a, const Point& b, const Point& c, const Point& d) noexcept {
@@ -164,7 +164,7 @@ struct SquaredWidth {
   }
 };
 
-/// The smallest and the greatest value that a quotient can have; its denominator is certainly
+/// The smallest and the largest possible value of a quotient whose denominator is certainly
 /// positive.
 struct Bounds {
   double least = 0.0;
@@ -180,8 +180,8 @@ struct Bounds {
   }
 };
 
-/// Sizes to twice the digits of a double, none of them negative, are right to some 2^-98 of
-/// themselves: a difference of more than this share is certain.
+/// Sizes to twice the digits of a double, none of them negative, have relative errors of some
+/// 2^-98: a relative difference larger than this is certain.
 constexpr double errorOfTwofolds = 0x1p-95;
 
 /// Whether the size of a is smaller than that of b.

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
-// Rectangles and strips around a convex polygon, one lying on each of its edges, and which of them
-// is the smallest.
+// The smallest of the rectangles and strips around a convex polygon, one of which lies on each
+// edge.
 
 #pragma once
 
@@ -24,8 +24,8 @@ struct Caliper {
   std::size_t top = 0;
 };
 
-/// The rectangle of the smallest area; of several, the one on the first edge from vertex 0. Exact:
-/// equal areas are found to be equal. O(h) for h vertices. REQUIRES: a hull of exactHull() with at
+/// The rectangle with the smallest area; of several, the one on the first edge from vertex 0.
+/// Exact: equal areas compare equal. O(h) for h vertices. REQUIRES: a hull of exactHull() with at
 /// least 2 vertices.
 ///
 /// Rotating calipers: G. T. Toussaint, Solving Geometric Problems with the Rotating Calipers, 1983;

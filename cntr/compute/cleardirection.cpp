@@ -1,18 +1,18 @@
 // SPDX-License-Identifier: MIT
 //
-// A plain scan computes and sorts all angles. With the index the plane is swept round p in narrow
+// A plain scan computes and sorts all angles. With the index, the plane around p is swept in narrow
 // wedges of a few vertices each, until a gap is wide enough. Two short cuts keep the sweep from
 // meeting every vertex where the first wide gap comes late:
 //
-// - Empty wedges are skipped by widening them, and the next vertex is then closed in on by halving.
-// - Where the curve runs round p in edges that each span less than pi / n as seen from p, no gap in
-//   what it spans can be wide enough: the sweep follows the curve with a cheap test of each edge,
-//   and resumes where that fails.
+// - Empty wedges are skipped by widening them; the next vertex is then found by halving.
+// - Where the curve runs around p in edges that each span less than pi / n as seen from p, no gap
+//   between their vertices can be wide enough: the sweep follows the curve with a cheap test of
+//   each edge, and resumes where that fails.
 //
 // A sweep that tests too many boxes is abandoned in favour of the scan.
 //
-// Which vertices lie in a wedge, and how wide a gap is, is decided by the computed angles alone, as
-// in the scan; everything else is a superset of what can matter.
+// Computed angles alone decide which vertices lie in a wedge and how wide a gap is, as in the scan;
+// everything else yields a superset of what can matter.
 
 #include <cntr/compute/cleardirection.h>
 
@@ -34,14 +34,14 @@ double widthOfClearGap(const plane::Path& path) {
   return std::numbers::pi / static_cast<double>(path.points.size());
 }
 
-/// The unit vector into the gap after `angle`, if that is wide enough.
+/// The unit vector into the gap after `angle`, if the gap is wide enough.
 std::optional<qcVector<2>> bisector(double angle, double next, double step) {
   const double gap = qcRadian(next - angle).norm().toDouble();
   if (!(gap > step)) return {};
   return qcVector<2>(1.0, qcRadian(angle + 0.5 * gap));
 }
 
-/// The directions from a point between two angles less than half a turn apart, and a little more.
+/// The directions from a point between two angles less than half a turn apart, slightly widened.
 class Wedge {
  public:
   Wedge(const qcVector<2>& apex, double low, double high)
@@ -81,7 +81,7 @@ struct Sight {
   std::size_t vertex;
 };
 
-/// Sweeps once round p, counter-clockwise from the x axis.
+/// Sweeps once around p, counter-clockwise from the x axis.
 class Sweep {
  public:
   Sweep(const plane::Path& path, const index::EdgeIndex& index, const qcVector<2>& p)
@@ -113,8 +113,8 @@ class Sweep {
     return std::min(verticesPerWedge * 2.0 * step_, widestWedge);
   }
 
-  /// Where the wedges meet most boxes, as with edges that all pass by p at close range, the plain
-  /// scan is quicker in the end.
+  /// Where the wedges meet most boxes, as with edges that all pass close to p, the plain scan is
+  /// quicker.
   std::size_t mostBoxesTested() const { return 1000 + 8 * path_.points.size(); }
 
   bool mayMeet(const Wedge& wedge, const plane::Box& box) {
@@ -122,7 +122,7 @@ class Sweep {
     return wedge.mayMeet(box);
   }
 
-  /// Moves on to a wedge that may hold vertices, and collects those; false at the end of the turn.
+  /// Moves on to a wedge that may hold vertices and collects them; false at the end of the turn.
   bool enterNextWedge() {
     double width = usualWidth();
     while (swept_ < fullTurn && !mayHoldVertex(swept_, swept_ + width)) {
@@ -168,8 +168,8 @@ class Sweep {
     swept_ = high;
   }
 
-  /// Moves the last vertex forward along the curve, in either sense, as long as every edge spans
-  /// too little for a gap.
+  /// Moves the last vertex along the curve, in either direction, as long as every edge spans too
+  /// little for a gap.
   void followCurve() {
     for (const bool forward : {true, false}) {
       while (const auto ahead = endOfShortEdges(forward)) last_ = ahead;
@@ -177,11 +177,11 @@ class Sweep {
     swept_ = std::max(swept_, last_->angle);
   }
 
-  /// The vertex some edges on from the last one, if these all span too little and lead on.
+  /// The vertex some edges on from the last one, if all of them span too little and lead forward.
   std::optional<Sight> endOfShortEdges(bool forward) const {
     constexpr std::size_t edgesAtOnce = 64;
     const std::size_t n = path_.points.size();
-    // So few that they cannot lead half way round p.
+    // So few that they cannot lead half way around p.
     const std::size_t count = std::min(edgesAtOnce, n / 8);
     std::size_t at = last_->vertex;
     for (std::size_t i = 0; i < count; ++i) {
@@ -209,7 +209,7 @@ class Sweep {
   const index::EdgeIndex& index_;
   qcVector<2> p_;
   double step_;
-  /// All vertices up to this angle have been met, or cannot matter.
+  /// All vertices up to this angle have been met or cannot matter.
   double swept_ = 0.0;
   std::optional<Sight> first_;
   std::optional<Sight> last_;

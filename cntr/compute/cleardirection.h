@@ -14,7 +14,7 @@ namespace cntr::compute {
 /// REQUIRES: the path is closed and has a vertex.
 qcVector<2> clearDirection(const plane::Path& path, const qcVector<2>& p);
 
-/// The same by way of the index of the path.
+/// The same, by the index of the path.
 /// REQUIRES: all coordinates are finite, those of p too.
 qcVector<2> clearDirection(const plane::Path& path, const index::EdgeIndex& index,
                            const qcVector<2>& p);

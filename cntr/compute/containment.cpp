@@ -17,7 +17,7 @@ bool isOnOneOf(std::span<const qcVector<2>> vertices, const qcVector<2>& p) {
   });
 }
 
-/// A vertex with NaN coordinates counts as being at p, which no box would show.
+/// A vertex with a NaN coordinate counts as being at p, which no box would show.
 bool canUseIndex(const CrossingTarget& target) {
   return target.index != nullptr && target.index->isFinite();
 }

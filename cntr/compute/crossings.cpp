@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// Each edge is decided by Probe::crossingWith(), alone; the index rules out runs of edges.
+// Probe::crossingWith() alone decides each edge; the index rules out runs of edges.
 
 #include <cntr/compute/crossings.h>
 
@@ -41,8 +41,8 @@ struct Keyed {
   Crossing crossing;
 };
 
-/// The sort that defines the order of equal keys: position i is compared with every later one and
-/// exchanged when that is smaller.
+/// The sort that defines the order of equal keys: position i is compared with every later one, and
+/// the two are exchanged when the later key is smaller.
 void exchangeSort(std::vector<Keyed>& list) {
   for (std::size_t i = 0; i < list.size(); ++i) {
     for (std::size_t j = i + 1; j < list.size(); ++j) {
@@ -51,7 +51,7 @@ void exchangeSort(std::vector<Keyed>& list) {
   }
 }
 
-/// The same order in less time for long lists.
+/// Gives the same order, in less time for long lists.
 void sortByKey(std::vector<Keyed>& list) {
   constexpr std::size_t shortList = 16;
   if (list.size() <= shortList) return exchangeSort(list);
@@ -91,7 +91,7 @@ std::optional<Crossing> firstCrossing(const CrossingTarget& target, const qcVect
       const std::optional<qcVector<2>> p = probe.crossingWith(target.path.edge(k));
       if (!p) continue;
       const double key = probe.key(*p);
-      // Of equal keys, which sorting leaves in the order of the edges in front, the first edge's.
+      // Among equal keys, sorting leaves the first edge's in front.
       const bool isFirst =
           !first || first->key > key || (first->key == key && first->crossing.edge > k);
       if (isFirst) first = {key, {*p, k}};

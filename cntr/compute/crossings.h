@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
 // Where a segment crosses a path. See qcContour::intersections() for what counts as a crossing.
-// Whether a path crosses itself is asked in selfcrossing.h.
+// selfcrossing.h tells whether a path crosses itself.
 
 #pragma once
 
@@ -35,7 +35,7 @@ std::vector<Crossing> crossings(const CrossingTarget& target, const qcVector<2>&
                                 const qcVector<2>& b, bool countEndpointTouches);
 
 /// The first of the crossings(), if there are any. About O(log n) with an index, however many edges
-/// the segment crosses behind it.
+/// the segment crosses beyond it.
 std::optional<Crossing> firstCrossing(const CrossingTarget& target, const qcVector<2>& a,
                                       const qcVector<2>& b, bool countEndpointTouches);
 
@@ -50,7 +50,7 @@ bool isCrossed(const CrossingTarget& target, const plane::Edge& segment, bool co
 /// True when an edge of `other` crosses the path of `target`, end touches counted.
 bool crosses(const CrossingTarget& target, const CrossingTarget& other);
 
-/// Calls visit(edge) for the edges of `target` in order until it returns false, without runs of
+/// Calls visit(edge) for the edges of `target` in order until it returns false, except runs of
 /// edges whose boxes share no point with `box`. Returns false when a visit did.
 template <class Visit>
 bool forEachEdgeNear(const CrossingTarget& target, const plane::Box& box, Visit visit) {

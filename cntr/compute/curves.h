@@ -14,7 +14,7 @@
 
 namespace cntr::compute {
 
-/// The edges of paths with finite coordinates. A path of one vertex has one edge of no length.
+/// The edges of paths with finite coordinates. A path of one vertex has one edge of length 0.
 class Curves {
  public:
   /// REQUIRES: there is a vertex.
@@ -26,10 +26,10 @@ class Curves {
     std::size_t edge = 0;
     double distance = 0.0;
   };
-  /// The least distance of p from an edge, and an edge at that distance.
+  /// The smallest distance of p from an edge, and an edge at that distance.
   Nearest nearest(const qcVector<2>& p) const;
 
-  /// How often the paths, taken as closed, run around p counter-clockwise, less how often
+  /// How often the paths, taken as closed, run counter-clockwise around p, less how often
   /// clockwise. Meaningless for points on an edge. Decided by exact predicates.
   int windingNumber(const qcVector<2>& p) const;
 

@@ -1,14 +1,13 @@
 // SPDX-License-Identifier: MIT
 //
-// Parity is that of the edges that cross the horizontal line through p to its right. Only edges
-// that come as near to that line as condition (b) asks for are looked at, which settles (b) and (c)
-// as well: no other edge or vertex is as near to p.
+// Parity is that of the number of edges that cross the horizontal line through p to its right. Only
+// edges as near to that line as the distance of condition (b) are looked at, which settles (b) and
+// (c) as well: no other edge or vertex is as near to p.
 //
-// Whether p lies to the left of an edge is read from the sign of cross(edge, p - start). Divided by
-// the length of the edge that is the distance of p from its line, with an error of less than
+// The sign of cross(edge, p - start) tells whether p lies to the left of an edge. Divided by the
+// length of the edge, that product is the distance of p from its line, with an error of less than
 // containmentRounding. Where it does not exceed the margin, the sign would prove nothing, and an
-// edge that crosses the horizontal line there comes that near to p or nearly so: there is no
-// answer.
+// edge that crosses the horizontal line there comes about that near to p: there is no answer.
 
 #include <cntr/compute/evenodd.h>
 
@@ -22,7 +21,7 @@ namespace {
 using Vertices = std::span<const qcVector<2>>;
 using Answer = index::ContainmentGrid::Answer;
 
-/// The radius of condition (b) or more: sin(pi / (2n)) is at least 1 / n.
+/// At least the radius of condition (b): sin(pi / (2n)) is not less than 1 / n.
 double clearRadius(std::size_t vertices) {
   return plane::containmentMargin * static_cast<double>(vertices);
 }
@@ -69,7 +68,7 @@ class Count {
     if (straddles(a, b) && (c > 0.0) == (b.y() > a.y())) isOdd_ = !isOdd_;
   }
 
-  /// Counts the edges of a path from one vertex to the next, and so on.
+  /// Counts the edges from `before` to the first vertex of the run, and on through the run.
   void add(const qcVector<2>& before, Vertices run) noexcept {
     work_ += run.size();
     const qcVector<2>* a = &before;
@@ -96,7 +95,7 @@ class Count {
 
  private:
   /// Half-open, so that a vertex on the line counts for one of its two edges where the path passes
-  /// through the line, and for both or neither where it only touches.
+  /// through the line, and for both or neither where it only touches the line.
   bool straddles(const qcVector<2>& a, const qcVector<2>& b) const noexcept {
     return (a.y() <= p_.y()) != (b.y() <= p_.y());
   }
@@ -113,7 +112,7 @@ class Count {
   bool isKnown_ = true;
 };
 
-/// Goes down from the boxes that neither miss the point nor lie wholly to its right.
+/// Descends into the boxes that neither miss the point nor lie wholly to its right.
 class Descent {
  public:
   Descent(Vertices points, const index::EdgeIndex& index, Count& count)
@@ -149,7 +148,7 @@ class Descent {
   Count& count_;
 };
 
-/// The answer that the extents give: outside the box, or none.
+/// What the extents tell: outside the box, no answer, or that the edges must be asked.
 enum class Screened { eOutside, eUnknown, eAsk };
 
 Screened screen(Vertices points, const Extents& extents, const qcVector<2>& p) {
@@ -161,7 +160,7 @@ Screened screen(Vertices points, const Extents& extents, const qcVector<2>& p) {
   return Screened::eAsk;
 }
 
-/// `countEdges(count)` counts those that matter.
+/// `countEdges(count)` counts the edges that matter.
 template <class CountEdges>
 Parity parityBy(Vertices points, const Extents& extents, const qcVector<2>& p,
                 CountEdges countEdges) {
@@ -176,7 +175,7 @@ Parity parityBy(Vertices points, const Extents& extents, const qcVector<2>& p,
 }  // namespace
 
 Extents extentsOf(Vertices points) {
-  // Even and odd vertices apart: two chains of comparisons run side by side.
+  // Even and odd vertices separately: two chains of comparisons run side by side.
   const qcVector<2>& first = points.front();
   plane::Box boxes[2] = {plane::edgeBox(first, first), plane::edgeBox(first, first)};
   double squares[2] = {0.0, 0.0};

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 //
 // Containment by even-odd parity, in one pass over the vertices or through the index of the edges.
-// It needs no angle and no ray, and answers where the conditions (a) to (e) at the head of
-// index/containmentgrid.h hold.
+// It needs no angle and no ray, and answers where conditions (a) to (e) of index/containmentgrid.h
+// hold.
 
 #pragma once
 
@@ -13,9 +13,9 @@
 
 namespace cntr::compute {
 
-/// What the conditions ask of the vertices alone.
+/// What the conditions need to know of the vertices alone.
 struct Extents {
-  /// The box of the vertices, and the largest distance of one from the first.
+  /// The box of the vertices, and the largest distance of a vertex from the first one.
   plane::Box bounds;
   double radius = 0.0;
   /// Condition (e): every coordinate is small enough. The numbers above mean nothing otherwise.
@@ -27,12 +27,12 @@ Extents extentsOf(std::span<const qcVector<2>> points);
 
 struct Parity {
   index::ContainmentGrid::Answer answer = index::ContainmentGrid::Answer::eUnknown;
-  /// The edges and boxes that were looked at, and 1 more.
+  /// The number of edges and boxes that were looked at, plus 1.
   std::size_t work = 1;
 };
 
-/// Where p lies with respect to the closed path through `points`, as the ray of rayCrossings() has
-/// it; eUnknown where a condition fails. `extents` are those of the points. O(n).
+/// Where p lies with respect to the closed path through `points`, as the ray of rayCrossings()
+/// would tell; eUnknown where a condition fails. `extents` are those of the points. O(n).
 Parity evenOdd(std::span<const qcVector<2>> points, const Extents& extents, const qcVector<2>& p);
 
 /// The same through the index of the closed path. O(log n) for well-behaved outlines, O(n) at

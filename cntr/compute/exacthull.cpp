@@ -21,13 +21,13 @@ namespace {
 using Point = qcVector<2>;
 using PointList = std::vector<Point>;
 
-/// Fewer points than this are sorted as they are.
+/// Fewer points than this are sorted without bands.
 constexpr std::size_t fewPoints = 48;
-/// The points to a band, and the largest number of bands.
+/// The number of points per band, and the largest number of bands.
 constexpr std::size_t pointsOfBand = 12;
 constexpr std::size_t mostBands = 256;
-/// The largest coordinate of a hull is scaled to this power of two: a product of six overflows no
-/// double, nor do products of smaller ones vanish.
+/// The largest coordinate of a hull is scaled to this power of two: a product of six coordinates
+/// does not overflow, and products of smaller ones do not vanish.
 constexpr int scaledExponent = 150;
 
 bool hasNaN(const Point& p) noexcept { return std::isnan(p.x()) || std::isnan(p.y()); }
@@ -37,7 +37,7 @@ bool byXThenY(const Point& a, const Point& b) noexcept {
 }
 
 plane::Box boxAround(std::span<const Point> points) noexcept {
-  // Two boxes used by turns, neither of which is returned: both stay in registers, and each point
+  // Two boxes are used in turn, and neither is returned: both stay in registers, and each point
   // waits only for the one before the last. That takes a third of the time.
   plane::Box even;
   plane::Box odd;
@@ -55,7 +55,7 @@ plane::Box boxAround(std::span<const Point> points) noexcept {
 bool clearlyLeft(const Point& a, const Point& b, const Point& c) noexcept {
   const double left = (a.x() - c.x()) * (b.y() - c.y());
   const double right = (a.y() - c.y()) * (b.x() - c.x());
-  // What products below the smallest normal double may have lost.
+  // The most that products below the smallest normal double may have lost.
   constexpr double vanished = 1e-300;
   return left - right > plane::estimateError * (std::abs(left) + std::abs(right)) + vanished;
 }
@@ -114,7 +114,7 @@ class Bands {
     Point bottom;
     Chord upper;
     Chord lower;
-    /// The chords' ends that are the nearer to the other chord.
+    /// Of each chord, the end nearer to the other chord.
     double leastOfUpper = 0.0;
     double greatestOfLower = 0.0;
     bool isEmpty = true;

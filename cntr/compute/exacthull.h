@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// The convex hull by exact turns, which the smallest rectangle, width and circle stand on. The hull
+// The convex hull by exact turns, the basis of the smallest rectangle, width and circle. The hull
 // that programs ask for, platform/core/hull.h, decides its turns in plain doubles.
 
 #pragma once
@@ -18,7 +18,7 @@ struct ExactHull {
   /// The vertices times 2^exponent. Polynomials of degree six in their coordinates are exact.
   std::vector<qcVector<2>> vertices;
   int exponent = 0;
-  /// False when a coordinate is infinite: there are no vertices then.
+  /// False when a coordinate is infinite; then there are no vertices.
   bool finite = true;
 };
 

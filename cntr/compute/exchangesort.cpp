@@ -1,13 +1,13 @@
 // SPDX-License-Identifier: MIT
 //
 // Seen from its positions, an exchange sort takes in the keys one after the other. A key passes
-// over those that are not greater and takes the position of the first greater one; that goes on to
-// pass over its equals and takes the position of the first one greater than itself, and so on to
-// the end. To keys that are equal this means: a new one joins them at their end, and whenever a
-// smaller one comes in, the first of them goes to their end. So the order of equal keys is that of
-// a ring which is turned between additions, by as many places as smaller keys came in. It is worked
-// out backwards: where the last of them ended up is known, then, without it, the one before, and so
-// on.
+// over those that are not greater and takes the position of the first greater one; that one passes
+// over its equals and takes the position of the first one greater than itself, and so on to the
+// end. For equal keys this means that a new one joins them at their end, and that whenever a
+// smaller key comes in, the first of them goes to their end. So equal keys form a ring that is
+// turned between additions, by as many places as smaller keys came in. Their order is worked out
+// backwards: it is known where the last of them ended up, then, without it, where the one before
+// did, and so on.
 
 #include <cntr/compute/exchangesort.h>
 
@@ -81,7 +81,7 @@ void writeRing(std::span<const Arrival> arrivals, std::size_t before,
   }
 }
 
-/// Puts equal keys, which stand in `sorted` in the order of their arrival, into the order of the
+/// Puts equal keys, which are in `sorted` in the order of their arrival, into the order of the
 /// exchange sort. `arrivals` are the numbers of all keys in the order of their arrival.
 void turnRings(std::span<const double> keys, std::span<const std::size_t> arrivals,
                std::span<std::size_t> sorted) {

@@ -8,7 +8,7 @@ namespace cntr::compute {
 
 namespace {
 
-/// How close a transform must come to the identity to be one.
+/// How close a transform must be to the identity to count as the identity.
 constexpr double identityTolerance = 1e-15;
 
 plane::Box enlarge(const plane::Box& box, const qcVector<2>& p) {
@@ -20,12 +20,12 @@ bool hasZero(const plane::Box& box) {
   return box.minX == 0.0 || box.minY == 0.0 || box.maxX == 0.0 || box.maxY == 0.0;
 }
 
-/// The low corner and the high corner of a box that grows: x and y are compared at once.
+/// The low and the high corner of a growing box: x and y are compared at once.
 struct Corners {
   plane::Pair low;
   plane::Pair high;
 
-  /// In each coordinate the result of enlarge().
+  /// Gives each coordinate the result of enlarge().
   void add(const qcVector<2>& p) noexcept {
     const plane::Pair at{p.x(), p.y()};
     low = at < low ? at : low;
@@ -47,8 +47,8 @@ plane::Box boundingBoxInOrder(Points points) {
 
 }  // namespace
 
-// Two chains of comparisons side by side take half the time of one. Their order shows in the sign
-// of a zero alone, the first of which counts.
+// Two chains of comparisons side by side take half the time of one. Their order affects only the
+// sign of a zero: the first zero counts.
 plane::Box boundingBox(Points points) {
   Corners even = cornersAt(points.front());
   Corners odd = even;

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
-// How far vertices reach: in a box, from the first one. Closedness plays no part. How far they
-// reach in a direction is asked in extremal.h.
+// How far vertices reach: their box, and the distance from the first one. Closedness does not
+// matter. How far they reach in a direction is answered in extremal.h.
 
 #pragma once
 
@@ -18,7 +18,7 @@ using Points = std::span<const qcVector<2>>;
 /// first vertex stays and a later one is ignored. REQUIRES: at least one vertex.
 plane::Box boundingBox(Points points);
 
-/// The same of the vertices mapped by `xform`.
+/// The same for the vertices mapped by `xform`.
 plane::Box boundingBox(Points points, const qcXform<2>& xform);
 
 /// True when the translation is within 1e-15 of zero and the matrix within 1e-15 of the identity.

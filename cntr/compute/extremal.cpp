@@ -13,10 +13,10 @@ namespace cntr::compute {
 
 namespace {
 
-/// How close a direction must come to an axis to be taken for it.
+/// How close a direction must be to an axis to be taken for it.
 constexpr double axisTolerance = 1e-15;
 
-/// The axis that a direction is taken for, if it is.
+/// The axis that a direction is taken for, if any.
 std::optional<qcVector<2>> axisOf(const qcVector<2>& direction) {
   for (const auto& axis :
        {qcVector<2>(1, 0), qcVector<2>(-1, 0), qcVector<2>(0, 1), qcVector<2>(0, -1)}) {
@@ -39,7 +39,7 @@ long lastAlong(const plane::Path& path, Position position) {
   return index;
 }
 
-/// Position along a direction. Along an axis it is the bare coordinate, given finite ones.
+/// Position along a direction. Along an axis it is the bare coordinate if both are finite.
 double along(const qcVector<2>& direction, double x, double y) {
   return direction.y() * y + direction.x() * x;
 }

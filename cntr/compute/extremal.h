@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// The vertex of a path that lies farthest in a direction. Closedness plays no part.
+// The vertex of a path that lies farthest in a direction. Closedness does not matter.
 
 #pragma once
 

@@ -1,13 +1,13 @@
 // SPDX-License-Identifier: MIT
 //
 // Pairs of boxes of the index are searched from the root down, as long as their farthest corners
-// are as far apart as the best pair so far; a first good pair comes from going to the farthest
+// are as far apart as the best pair so far; a first good pair is found by going to the farthest
 // vertex and on from there. Rounding is monotonic, so no pair of vertices is computed to be farther
 // apart than the corners of their boxes. Square roots merge squares, hence `tieSlack`: what can
 // still tie is visited, but only where it would come before the best pair.
 //
-// A vertex with a NaN coordinate has no distance to any other. Where there are NaN or infinite
-// coordinates, the search works on a copy without the vertices that have NaN.
+// A vertex with a NaN coordinate has no distance to any other. If there are NaN or infinite
+// coordinates, the search works on a copy without the vertices that have a NaN.
 
 #include <cntr/compute/farthest.h>
 
@@ -43,8 +43,8 @@ class FarthestPair {
     return !(squaredDistance * plane::tieSlack < square_);
   }
 
-  /// False when no pair of at most this squared distance, of vertices from `first` and `second` on,
-  /// can be better.
+  /// False when no pair of vertices from `first` and `second` on, at most this squared distance
+  /// apart, can be better.
   bool mayBeBeaten(double squaredDistance, std::size_t first, std::size_t second) const {
     const double distance = std::sqrt(squaredDistance);
     if (!(distance > 0.0) || !reaches(squaredDistance)) return false;
@@ -87,7 +87,7 @@ class Search {
   }
 
  private:
-  /// The lowest vertex that an edge under a box ends at.
+  /// The lowest vertex at which an edge under a box ends.
   std::size_t lowestVertex(std::size_t level, std::size_t box) const {
     for (; level > 0; --level) box = index_.childrenOf(level, box).first;
     return path_.endOf(index_.childrenOf(0, box).first);
@@ -104,7 +104,7 @@ class Search {
     }
   }
 
-  /// Offers the pairs of vertices under two boxes of edges, where one of them reaches so far.
+  /// Offers the pairs of vertices under two boxes of edges, if one of them may reach the best.
   void compare(std::size_t a, std::size_t b) {
     const auto [firstA, lastA] = index_.childrenOf(0, a);
     const auto [firstB, lastB] = index_.childrenOf(0, b);
@@ -126,7 +126,7 @@ void offerAllFrom(const plane::Path& path, std::size_t i, FarthestPair& best) {
   for (std::size_t j = 0; j < path.points.size(); ++j) best.offer(path, i, j);
 }
 
-/// The squared distances of two consecutive vertices, from j on, to p.
+/// The squared distances of the vertices j and j + 1 from p.
 plane::Pair squaresFrom(const plane::Path& path, std::size_t j, const qcVector<2>& p) {
   const qcVector<2>& q = path.points[j];
   const qcVector<2>& r = path.points[j + 1];
@@ -138,11 +138,11 @@ plane::Pair squaresFrom(const plane::Path& path, std::size_t j, const qcVector<2
   return __builtin_shufflevector(q2, r2, 0, 2) + __builtin_shufflevector(q2, r2, 1, 3);
 }
 
-/// The largest squared distance from vertex i to a later one. NaN is passed over.
+/// The largest squared distance from vertex i to a later one. NaN is ignored.
 double largestSquareFrom(const plane::Path& path, std::size_t i) {
   const std::size_t n = path.points.size();
   plane::Pair largest{};
-  // Where the number of later vertices is odd, vertex i itself makes it even.
+  // If the number of later vertices is odd, vertex i itself makes it even.
   for (std::size_t j = i + (n - i) % 2; j < n; j += 2) {
     const plane::Pair squares = squaresFrom(path, j, path.points[i]);
     largest = largest < squares ? squares : largest;
@@ -166,7 +166,7 @@ bool haveOneRoot(double smaller, double larger) {
   return smaller * plane::tieSlack >= larger && std::sqrt(smaller) == std::sqrt(larger);
 }
 
-/// Square roots are monotonic: only a larger square can have a larger one.
+/// Square roots are monotonic: only a larger square can have a larger root.
 std::optional<VertexPair> farthestPairByScan(const plane::Path& path) {
   std::size_t first = 0;
   double largest = 0.0;

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// The two vertices of a path that lie farthest apart. Closedness plays no part.
+// The two vertices of a path that lie farthest apart. Closedness does not matter.
 
 #pragma once
 

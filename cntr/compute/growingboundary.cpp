@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
-// A tree over edges in order that is balanced by chance: of two trees that become one, each gives
-// the root with a probability of its share of the edges (C. Martinez, S. Roura, "Randomized binary
+// A tree over edges in order, balanced by chance: when two trees become one, each provides the root
+// with a probability equal to its share of the edges (C. Martinez, S. Roura, "Randomized binary
 // search trees", Journal of the ACM 45, 1998). The numbers come from a fixed seed, and the answers
 // do not depend on them.
 
@@ -207,7 +207,7 @@ std::optional<std::vector<plane::Box>> GrowingBoundary::join(const CrossingTarge
 }
 
 std::vector<plane::Box> GrowingBoundary::toSearch(const std::vector<Node>& changed) {
-  // Room for what rounding makes of the remaining parts when the edge is divided again and again.
+  // Room for the rounding of the remaining parts when the edge is divided again and again.
   const double room = plane::crossingMargin(plane::largestCoordinate(trees_[root_].box, {}));
   std::vector<plane::Box> boxes;
   for (const Node node : changed) {

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 //
-// A closed boundary that others are joined to, one after the other. What splice() does to a list of
-// all vertices is done here to a balanced tree: joining a boundary takes time for its own edges,
-// not for those that are there already.
+// A closed boundary to which others are joined one after the other. What splice() does with a list
+// of all vertices is done here with a balanced tree: joining a boundary takes time for its own
+// edges, not for those that are already there.
 
 #pragma once
 
@@ -30,11 +30,11 @@ class GrowingBoundary {
   /// boundary.
   bool isCrossedBy(const CrossingTarget& other) const;
 
-  /// Makes this boundary splice() of itself and `other`, and gives boxes around the edges that are
-  /// new; without those of parts of earlier edges, which lie in boxes that were given before, or in
-  /// that of an edge that was here at first. Nothing, and no change, when splice() gives nothing.
-  /// About O((m + k) log n) for m edges of `other`, k edges here whose boxes touch its bounds, and
-  /// edges that lost their length, each once.
+  /// Makes this boundary splice() of itself and `other`, and returns boxes around the new edges,
+  /// except parts of earlier edges: these lie in boxes returned before, or in that of an original
+  /// edge. Returns nothing, and changes nothing, when splice() gives nothing. About O((m + k) log
+  /// n) for m edges of `other` and k edges here whose boxes touch its bounds, plus once for each
+  /// edge that loses its length.
   std::optional<std::vector<plane::Box>> join(const CrossingTarget& other);
 
  private:
@@ -45,7 +45,7 @@ class GrowingBoundary {
   struct Tree {
     plane::Edge edge;
     plane::Box box;
-    /// What join() gave for the edge, or for one that it is a part of.
+    /// What join() returned for the edge, or for the edge of which it is a part.
     plane::Box searched;
     Node before = none;
     Node after = none;
@@ -60,32 +60,32 @@ class GrowingBoundary {
   };
 
   Node add(const qcVector<2>& from, const qcVector<2>& to, const plane::Box& searched);
-  /// The balanced tree of the nodes [first, last), which follow each other.
+  /// The balanced tree of the consecutive nodes [first, last).
   Node balanced(Node first, Node last);
-  /// Renews what `node` knows of its subtrees, and their links to it.
+  /// Renews what `node` knows about its subtrees, and their links to it.
   void renew(Node node);
   /// Renews everything from `node` up to the root.
   void renewUpFrom(Node node);
-  /// One tree of the edges of both, those of `first` in front.
+  /// A tree of the edges of both, those of `first` in front.
   Node merged(Node first, Node second);
   /// Moves the edges in front of `edge` behind all others.
   void startAt(Node edge);
   Node following(Node edge) const;
   std::optional<Joint> jointWith(const CrossingTarget& other) const;
-  /// Sends edges without length to the origin, and gives those that changed.
+  /// Sends edges without length to the origin, and returns those that changed.
   std::vector<Node> flattened();
-  /// Boxes around the edges that lie outside what has been searched for them; notes those without
+  /// Boxes around the edges that lie outside what has been searched for them; notes edges without
   /// length.
   std::vector<plane::Box> toSearch(const std::vector<Node>& changed);
 
-  /// Calls visit(node) for the edges in order whose box, like those of the trees around them,
-  /// passes `mayMatter`, until it returns false. Returns false when it did.
+  /// Calls visit(node) in order for the edges whose box, like those of the trees around them,
+  /// passes `mayMatter`, until a visit returns false. Returns false when a visit did.
   template <class MayMatter, class Visit>
   bool forEachEdge(Node tree, const MayMatter& mayMatter, const Visit& visit) const;
 
   std::vector<Tree> trees_;
   Node root_ = none;
-  /// Edges that have no length but do not end in the origin yet.
+  /// Edges without length that do not end in the origin yet.
   std::vector<Node> withoutLength_;
   std::uint64_t random_ = 1;
 };

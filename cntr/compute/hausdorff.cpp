@@ -30,7 +30,7 @@ class HausdorffSearch {
     return {p, nearest};
   }
 
-  /// Asks points between two others until none can be farther.
+  /// Asks points between two others until none of them can be farther.
   void refine(const Asked& from, const Asked& to) {
     parts_.assign(1, {from, to});
     while (!parts_.empty()) {
@@ -38,7 +38,7 @@ class HausdorffSearch {
       parts_.pop_back();
       if (!(bound(part) > greatest_ + tolerance_)) continue;
       const Asked middle = ask((part.from.at + part.to.at) * 0.5);
-      // Between neighbouring doubles there is nothing left to halve.
+      // Between adjacent doubles there is nothing left to halve.
       if (middle.at == part.from.at || middle.at == part.to.at) continue;
       parts_.push_back({middle, part.to});
       parts_.push_back({part.from, middle});
@@ -80,7 +80,7 @@ double farthestFrom(const Curves& from, const Curves& to, double known, double t
   HausdorffSearch search(to, known, tolerance);
   std::vector<Asked> starts;
   std::vector<Asked> ends;
-  // All vertices first: the farther the farthest one, the fewer edges need a second look.
+  // All vertices first: the farther the farthest vertex, the fewer edges need a second look.
   for (const plane::Edge& edge : from.edges()) {
     const bool follows = !ends.empty() && ends.back().at == edge.from;
     starts.push_back(follows ? ends.back() : search.ask(edge.from));

@@ -8,7 +8,7 @@
 
 namespace cntr::compute {
 
-/// The distance from `to` of a point of `from` that is, within the tolerance, the farthest from it;
+/// The distance from `to` of the point of `from` that is farthest from it, within the tolerance;
 /// `known` if no point is farther than that by more than the tolerance. qf_Hausdorff()
 /// (cntr/deviation.h) describes the method.
 /// REQUIRES: tolerance > 0.

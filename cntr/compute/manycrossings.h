@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
-// Crossings between many paths: the edges of all in one tree. What lies within something else has
-// a box that overlaps that one's, but the edges keep apart.
+// Crossings between many paths, with all edges in one tree. The boxes of nested paths overlap,
+// while those of their edges do not.
 
 #pragma once
 
@@ -19,7 +19,7 @@ class OwnedEdges {
 
   struct Owned {
     plane::Edge edge;
-    /// The number of its path.
+    /// The number of the edge's path.
     std::size_t path;
   };
 
@@ -42,8 +42,9 @@ class OwnedEdges {
   index::BoxTree tree_;
 };
 
-/// True when an edge of one path crosses an earlier path, end touches counted: crosses() of some
-/// pair. O(m log m) for m edges few of whose boxes overlap. REQUIRES: coordinates are finite.
+/// True when an edge of some path crosses an earlier path, end touches counted, as crosses() tells
+/// for a pair. O(m log m) for m edges if few of their boxes overlap. REQUIRES: coordinates are
+/// finite.
 bool anyCrossesAnother(const std::vector<plane::Path>& paths);
 
 }  // namespace cntr::compute

@@ -32,7 +32,7 @@ class NearestCandidate {
   /// `slack` is how much nearer than its box a candidate may be computed to be.
   explicit NearestCandidate(double slack) : slack_(slack) {}
 
-  /// Offers a candidate by the vector from it to p.
+  /// Offers a candidate, given the vector from it to p.
   void offer(const qcVector<2>& difference, std::size_t number) noexcept {
     if (difference * difference > limit_) return;
     const double distance = difference.len();
@@ -57,7 +57,7 @@ class NearestCandidate {
 };
 
 /// Calls visitRun(first, last) for the runs of edges that the index cannot rule out; without an
-/// index for all edges at once.
+/// index, once for all edges.
 template <class VisitRun>
 void searchRuns(const plane::Path& path, const index::EdgeIndex* index, const qcVector<2>& p,
                 const NearestCandidate& best, VisitRun visitRun) {
@@ -74,7 +74,8 @@ bool isBeyond(const plane::Box& box, const qcVector<2>& p, const NearestCandidat
   return plane::squaredDistance(box, p) > best.limit();
 }
 
-/// The candidate to begin with, if any. It changes no answer: the search would meet it anyway.
+/// The candidate to begin with, if any. It does not change the answer: the search would meet it
+/// anyway.
 using Start = std::optional<std::size_t>;
 
 std::size_t searchVertex(const plane::Path& path, const index::EdgeIndex* index,
@@ -143,8 +144,8 @@ class TwoSearches {
   qcVector<2> second() const noexcept { return {nearestX_[1], nearestY_[1]}; }
 
  private:
-  /// Of equally near ones the first counts. Square roots merge squares: where two squares are that
-  /// close, the roots decide.
+  /// Of equally near candidates the first counts. Square roots merge squares: where two squares are
+  /// that close, the roots decide.
   void offer(const Pair& x, const Pair& y, const Pair& square) noexcept {
     auto isNearer = square < square_;
     const auto isClose = isNearer & (square * plane::tieSlack >= square_);

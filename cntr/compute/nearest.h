@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// The vertex and the edge of a path nearest to a point, by the index where there is one, else by a
+// The vertex and the edge of a path nearest to a point, by the index if there is one, else by a
 // plain scan. Of equally near ones the first counts; "equally near" means equal distances after
 // rounding.
 
@@ -25,14 +25,13 @@ std::size_t closestVertex(const plane::Path& path, const index::EdgeIndex* index
 qcVector<2> closestPoint(const plane::Path& path, const index::EdgeIndex* index,
                          const qcVector<2>& p);
 
-/// The same for many points, four at a time and without an index: for paths of few edges. REQUIRES:
-/// as many answers as points.
+/// The same for many points, four at a time and without an index: for paths with few edges.
+/// REQUIRES: as many answers as points.
 void closestPoints(const plane::Path& path, std::span<const qcVector<2>> points,
                    std::span<qcVector<2>> answers);
 
-/// The same for many points with an index: each search begins with the answer before it, which
-/// rules out most of the path when that was for a point nearby (see visitingOrder() in
-/// visitingorder.h).
+/// The same for many points with an index: each search begins with the previous answer, which rules
+/// out most of the path when it was for a point nearby (see visitingOrder() in visitingorder.h).
 class NearestSearch {
  public:
   /// REQUIRES: `path`, which has an edge, and `index` outlive the search.

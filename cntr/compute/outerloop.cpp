@@ -5,12 +5,12 @@
 //
 // Each of the three passes is defined as a scan that starts over after every change. Here they
 // continue where they are: what needed no work before a change needs none after it, because cutting
-// leaves other loops alone, dropping a loop adds nothing to compare with, and a joined loop has no
-// vertices but those of its two parts. A vertex that was found to touch nothing in its loop is not
-// looked at again, and of two pieces only the smaller one is labelled anew. What stays quadratic at
-// worst: a loop is looked for in every other one whose box holds its first edge, the way along a
-// loop to the first of several places where the next one touches it may be long, and many vertices
-// may lie in one place.
+// leaves other loops alone, dropping a loop adds nothing to compare with, and a joined loop has
+// only the vertices of its two parts. A vertex found to touch nothing in its loop is not looked at
+// again, and of two pieces only the smaller one is relabelled. What stays quadratic at worst: a
+// loop is looked for in every other one whose box holds its first edge, the way along a loop to the
+// first of several places where the next one touches it may be long, and many vertices may lie in
+// one place.
 
 #include <cmath>
 #include <cstdint>
@@ -54,7 +54,7 @@ class Cutting {
  public:
   explicit Cutting(Rings& rings) : rings_(rings), loops_{0}, scanned_{none} {}
 
-  /// The loops, in the order of their making.
+  /// The loops, in the order in which they were made.
   std::vector<Label> run() {
     for (std::size_t i = 0; i < loops_.size();) {
       if (!cutFirstTouch(i)) ++i;
@@ -84,7 +84,7 @@ class Cutting {
   void cut(std::size_t i, Vertex a, Vertex b) {
     const Label whole = loops_[i];
     const Vertex start = rings_[whole].start;
-    // What was scanned, before the loop's start or from there to a, ends the second piece.
+    // What has been scanned, before the loop's start or from there to a, ends the second piece.
     const Vertex passed = a == start ? none : start;
     const Vertex scanned = scanned_[whole] == none ? passed : scanned_[whole];
     auto [kept, split] = rings_.cut(a, b);
@@ -104,7 +104,8 @@ class Cutting {
 
   Rings& rings_;
   std::vector<Label> loops_;
-  /// For each ring the vertex from which on to its end it is known to touch nothing in it, or none.
+  /// For each ring a vertex from which on, to the ring's end, all are known to touch nothing in it,
+  /// or none.
   std::vector<Vertex> scanned_;
 };
 
@@ -148,11 +149,11 @@ class Nesting {
 
   std::vector<Outline> outlines_;
   std::vector<bool> isDropped_;
-  /// Over the boxes of the loops, if all of these are finite.
+  /// Over the boxes of the loops, if all are finite.
   std::optional<index::BoxTree> tree_;
 };
 
-/// Drops the loops inside others; the last one moves into the place of one that is dropped.
+/// Drops the loops inside others; the last loop moves into the place of a dropped one.
 void dropNested(Rings& rings, std::vector<Label>& loops) {
   Nesting nesting(rings, loops);
   std::vector<std::size_t> numbers(loops.size());
@@ -172,7 +173,7 @@ void dropNested(Rings& rings, std::vector<Label>& loops) {
 }
 
 /// Joins all loops that touch one, always the one with the lowest place next. The last loop moves
-/// into the place of one that was joined.
+/// into the place of a joined one.
 class Joining {
  public:
   Joining(Rings& rings, std::vector<Label>& loops)
@@ -184,7 +185,7 @@ class Joining {
     for (std::size_t i = 0; i < loops.size(); ++i) placeOf_[loops[i]] = static_cast<Place>(i);
   }
 
-  /// Everything that touches the first loop, and what touches that.
+  /// Joins everything that touches the first loop, and whatever touches that.
   void joinToFirst() {
     if (loops_.empty()) return;
     const Label first = loops_.front();
@@ -256,7 +257,7 @@ class Joining {
 
   Rings& rings_;
   std::vector<Label>& loops_;
-  /// By label: the place in loops_, and whether it is or was among the waiting.
+  /// By label: the place in loops_, and whether the loop is or was waiting.
   std::vector<Place> placeOf_;
   std::vector<bool> isWaiting_;
   /// The loops that touch the first one, the lowest place on top; places may be outdated.

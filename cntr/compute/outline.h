@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
 // A closed path that owns its vertices and what questions about them need: for the repair of
-// boundaries, whose loops come and go. Shapes that callers hold keep the same in what they
-// remember.
+// boundaries, whose loops come and go. The shapes of callers keep the same in what they remember.
 
 #pragma once
 
@@ -22,7 +21,7 @@ class Outline {
 
   const std::vector<qcVector<2>>& points() const noexcept { return points_; }
   std::size_t size() const noexcept { return points_.size(); }
-  /// The box of the vertices; points outside it are not held.
+  /// The box of the vertices; holds() is false for points outside it.
   const plane::Box& bounds() const noexcept { return bounds_; }
 
   /// See firstCrossing().

@@ -1,13 +1,13 @@
 // SPDX-License-Identifier: MIT
 //
-// One segment that is asked what it crosses: the test that decides each edge, and two cheap ones
-// that rule out edges and whole boxes without changing an answer.
+// A segment and what it crosses: the test that decides each edge, and two cheap ones that rule out
+// edges and whole boxes without changing an answer.
 //
 // An edge that crosses the segment comes within the crossing margin (plane/tolerances.h) of the
-// segment's line. What stays farther away, on one side of the line, is not crossed. A point q lies
-// |cross(d, q - a)| / |d| away from the line through a with direction d; a box with centre c and
-// half extents h reaches (|d.y| h.x + |d.x| h.y) / |d| towards it, and (|d.x| h.x + |d.y| h.y) /
-// |d| along it.
+// segment's line. Edges that stay farther away, on one side of the line, are not crossed. A point q
+// lies |cross(d, q - a)| / |d| away from the line through a with direction d; a box with centre c
+// and half extents h reaches (|d.y| h.x + |d.x| h.y) / |d| towards it, and (|d.x| h.x + |d.y| h.y)
+// / |d| along it.
 
 #pragma once
 
@@ -21,15 +21,15 @@
 
 namespace cntr::compute {
 
-/// The segment that is being asked about.
+/// The segment in question.
 class Probe {
  public:
-  /// `bounds` is the bounding box of the edges that will be asked about.
+  /// `bounds` is the bounding box of the edges to be tested.
   Probe(const qcVector<2>& a, const qcVector<2>& b, bool countEndpointTouches,
         const plane::Box& bounds)
       : Probe({a, b}, countEndpointTouches, marginFor(bounds, a, b)) {}
 
-  /// The same for a segment and edges whose crossing margin is known.
+  /// The same when the crossing margin of the segment and the edges is known.
   Probe(const plane::Edge& segment, bool countEndpointTouches, double crossingMargin)
       : a_(segment.from),
         b_(segment.to),
@@ -53,8 +53,8 @@ class Probe {
     return plane::overlaps(box, box_) && !passesBy(box);
   }
 
-  /// True when the edge certainly lies on one side of the segment's line: neither of the two
-  /// crosses the other. False as well when a product overflows or is NaN.
+  /// True when the edge certainly lies on one side of the segment's line: neither crosses the
+  /// other. Also false when a product overflows or is NaN.
   bool passesBy(const plane::Edge& edge) const noexcept {
     const double from = qnKernel::cross(direction_, edge.from - a_);
     const double to = qnKernel::cross(direction_, edge.to - a_);
@@ -83,7 +83,7 @@ class Probe {
     return {(box.minX + box.maxX) * 0.5, (box.minY + box.maxY) * 0.5};
   }
 
-  /// False as well when a product overflows or is NaN.
+  /// Also false when a product overflows or is NaN.
   bool passesBy(const plane::Box& box) const noexcept {
     const double reach = std::abs(direction_.y()) * ((box.maxX - box.minX) * 0.5) +
                          std::abs(direction_.x()) * ((box.maxY - box.minY) * 0.5);

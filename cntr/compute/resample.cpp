@@ -8,7 +8,7 @@ namespace {
 
 using Point = qcVector<2>;
 
-/// The end of the edge that begins at vertex i, going round.
+/// The end of the edge that begins at vertex i; the last vertex is followed by the first.
 const Point& after(const plane::Path& path, std::size_t i) noexcept {
   return path.points[i + 1 == path.points.size() ? 0 : i + 1];
 }

@@ -48,7 +48,7 @@ Rings::Pieces Rings::cut(Vertex a, Vertex b) {
   const Label whole = labelOf_[a];
   const auto fresh = static_cast<Label>(rings_.size());
   const std::size_t size = rings_[whole].size;
-  // From both cuts at once, to find the smaller piece without walking the larger one.
+  // Walk from both cuts at once, to find the smaller piece without walking the whole larger one.
   std::size_t smaller = 1;
   Vertex fromA = next_[a];
   Vertex fromB = next_[b];

@@ -17,12 +17,12 @@ namespace cntr::compute {
 
 /// A vertex by its number in the traced boundary.
 using Vertex = std::uint32_t;
-/// A ring by its number; numbers are not used again.
+/// A ring by its number; numbers are not reused.
 using Label = std::uint32_t;
 /// No vertex, no ring.
 constexpr std::uint32_t none = std::numeric_limits<std::uint32_t>::max();
 
-/// Which vertices are in the same place as each one: within 1e-6 of it.
+/// For each vertex, the vertices in the same place: within 1e-6 of it.
 class Places {
  public:
   explicit Places(const std::vector<qcVector<2>>& points);
@@ -50,7 +50,7 @@ class Places {
   std::vector<Vertex> shared_;
 };
 
-/// A loop: vertices from `start` on, round to it again.
+/// A loop: the vertices from `start` on, around to it again.
 struct Ring {
   Vertex start;
   std::size_t size;
@@ -88,15 +88,15 @@ class Rings {
     Label first;
     Label second;
   };
-  /// Cuts the ring of a and b, two vertices of it, in front of both. The larger piece keeps the
-  /// label. Takes time in proportion to the smaller one.
+  /// Cuts the ring that a and b belong to, in front of both. The larger piece keeps the label.
+  /// Takes time in proportion to the smaller one.
   Pieces cut(Vertex a, Vertex b);
 
-  /// Joins the ring of b to that of a, which then runs from a through its own vertices and through
-  /// those of the other from b on. Takes time in proportion to the ring of b.
+  /// Joins the ring of b to that of a, which then runs from a through its own vertices, then
+  /// through those of the other from b on. Takes time in proportion to the ring of b.
   void join(Vertex a, Vertex b);
 
-  /// Takes the vertices of a ring out.
+  /// Removes the vertices of a ring.
   void drop(Label ring);
 
  private:

@@ -11,13 +11,14 @@
 // (plane/tolerances.h). Runs of edges that are all parallel, such as edges along one line, are
 // ruled out as well (index/parallels.h).
 //
-// The outline of a single object is mostly a ring around some point c, each edge in a sector of its
-// own. Edges that follow each other never cross: the end that they share touches both. Between two
-// others lies the sector of a third one, with an angle phi. They come nearest to each other at a
-// vertex of one, at least r from c, which sees the other at an angle of phi or more: so they are at
-// least r sin(phi) apart, or r from a right angle on. With the cross product k of the third edge's
-// ends as seen from c, and the largest distance R of a vertex, that is at least r k / R^2. Where
-// this exceeds the crossing margin for all edges, nothing crosses.
+// The outline of a single object is mostly a ring around some point c, with each edge in a sector
+// of its own. Edges that follow each other never cross: the end that they share touches both.
+// Between any two others lies the sector of a third edge, with an angle phi. They come nearest to
+// each other at a vertex of one, at least r from c, and seen from c the other is at an angle of at
+// least phi from it: so they are at least r sin(phi) apart, or r when phi is a right angle or more.
+// With the cross product k of the third edge's ends as seen from c, and the largest distance R of a
+// vertex, that is at least r k / R^2. Where this exceeds the crossing margin for all edges, nothing
+// crosses.
 
 #include <cntr/compute/selfcrossing.h>
 
@@ -41,7 +42,7 @@ namespace {
 /// Products of up to four coordinates of this size stay finite.
 constexpr double largestScale = 1e60;
 
-/// The ways in which a run of edges strictly goes, as bits; none for a run that turns back.
+/// The directions in which a run of edges strictly goes, as bits; none for a run that turns back.
 using Ways = unsigned;
 constexpr Ways anyWay = 15;
 
@@ -80,7 +81,7 @@ class EdgePairs {
   double margin() const noexcept { return margin_; }
 
  private:
-  /// Edges i < j, one of which begins where the other one ends: that end touches both. Squares of
+  /// Whether of the edges i < j one begins where the other ends: that end touches both. Squares of
   /// larger coordinates overflow, and nothing touches.
   bool areNeighbours(std::size_t i, std::size_t j) const noexcept {
     if (!(scale_ <= largestScale)) return false;
@@ -121,7 +122,7 @@ class Join {
       std::max(index::EdgeIndex::fanOut, index::EdgeIndex::leafSize);
 
   /// Compares what lies under one box with itself; `level` is that of the box, 0 meaning that its
-  /// children are edges. Returns the ways that all of it goes.
+  /// children are edges. Returns the directions in which all of it goes.
   Ways joinSelf(std::size_t level, const Range& children) {
     std::array<Ways, mostChildren> ways{};
     Ways common = anyWay;
@@ -214,15 +215,15 @@ class Join {
   const index::EdgeIndex& index_;
   /// Comparisons of edges in different boxes so far.
   std::size_t comparisons_ = 0;
-  /// Made when there have been many.
+  /// Made when there have been many comparisons.
   std::optional<index::Parallels> parallels_;
   std::optional<index::Strips> strips_;
   bool crosses_ = false;
 };
 
-/// What is seen of a ring from a point c within it.
+/// A ring as seen from a point c within it.
 struct View {
-  /// The least cross product of the ends of an edge; edges of no length do not count.
+  /// The smallest cross product of the ends of an edge; edges of length 0 do not count.
   double leastCross = std::numeric_limits<double>::infinity();
   /// Squared distances of vertices from c.
   double nearest = std::numeric_limits<double>::infinity();
@@ -252,13 +253,14 @@ bool isClearStar(const plane::Path& path, const plane::Box& bounds) {
     view.add(from, to);
     from = to;
   }
-  // The margin is many roundings of the coordinates: twice as much holds those of the view, too.
+  // The margin is many times the rounding of the coordinates: twice the margin covers that of the
+  // view, too.
   return std::sqrt(view.nearest) * view.leastCross >
          2.0 * plane::crossingMargin(scale) * view.farthest;
 }
 
 bool crossesItself(const CrossingTarget& target) {
-  // Bounds that are not numbers touch no segment, so nothing crosses.
+  // Bounds with a NaN touch no segment, so nothing crosses.
   if (!plane::overlaps(target.bounds, target.bounds)) return false;
   const EdgePairs pairs(target);
   return target.index == nullptr ? crossesItselfByScan(pairs) : Join(pairs, *target.index).run();

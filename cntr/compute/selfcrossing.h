@@ -13,7 +13,7 @@ namespace cntr::compute {
 bool crossesItself(const CrossingTarget& target);
 
 /// True when the ring of the vertices is star-shaped (plane/starcentre.h) and its edges keep so far
-/// apart that none crosses another: then crossesItself() is false, and needs no index. False says
+/// apart that none crosses another: then crossesItself() is false and needs no index. False proves
 /// nothing. `bounds` is the box of all vertices. O(n), some nanoseconds for each vertex.
 bool isClearStar(const plane::Path& path, const plane::Box& bounds);
 

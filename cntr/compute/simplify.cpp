@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
 // Chains of vertices are replaced by chords. Chords that get in the way of others are split again,
-// round by round, all those of a round at once, so that the order of paths and edges does not
+// in rounds that split all such chords at once, so that the order of paths and edges does not
 // matter.
 
 #include <cntr/compute/simplify.h>
@@ -27,7 +27,7 @@ using Point = qcVector<2>;
 
 bool isFinite(const Point& p) noexcept { return std::isfinite(p.x()) && std::isfinite(p.y()); }
 
-/// The vertices first, first + 1, ... , first + steps of a path, going round where it is closed:
+/// The vertices first, first + 1, ..., first + steps of a path, wrapping around if it is closed:
 /// what one edge of the result stands for.
 struct Chain {
   const plane::Path* path = nullptr;
@@ -43,7 +43,7 @@ struct Chain {
   Chain head(std::size_t step) const noexcept { return {path, first, step}; }
   Chain tail(std::size_t step) const noexcept { return {path, at(step), steps - step}; }
 
-  /// True when it stands for one edge: nothing can be put back.
+  /// True when it stands for one edge: there is no vertex to put back.
   bool isEdge() const noexcept { return steps == 1; }
 };
 
@@ -53,7 +53,7 @@ struct Farthest {
   double distance = -1.0;
 };
 
-/// REQUIRES: the chain has a vertex inside.
+/// REQUIRES: the chain has a vertex between its ends.
 Farthest farthestFromChord(const Chain& chain) noexcept {
   Farthest farthest;
   for (std::size_t step = 1; step < chain.steps; ++step) {

@@ -23,11 +23,11 @@ using plane::Twofold;
 using Point = qcVector<2>;
 using PointList = std::vector<Point>;
 
-/// How often the search in doubles takes in the farthest point at most.
+/// How often, at most, the search in doubles takes in the farthest point.
 constexpr int mostSearches = 32;
 
 /// The determinant whose sign tells whether p lies in the circle through a, b and c: in any kind of
-/// number, made of the differences from p by `difference(x, y)`.
+/// number, built from the differences from p by `difference(x, y)`.
 template <class Difference>
 auto circleDeterminant(const Point& a, const Point& b, const Point& c, const Point& p,
                        Difference difference) {
@@ -41,7 +41,7 @@ auto circleDeterminant(const Point& a, const Point& b, const Point& c, const Poi
          (cx * cx + cy * cy) * (ax * by - bx * ay);
 }
 
-/// The sum of the sizes of the terms of that determinant.
+/// The sum of the absolute values of the terms of that determinant.
 double circlePermanent(const Point& a, const Point& b, const Point& c, const Point& p) noexcept {
   const Point u = a - p;
   const Point v = b - p;
@@ -74,7 +74,7 @@ class CircleEquation {
 
   /// 1 when p is certainly inside, -1 when it is certainly outside, else 0.
   int sideOf(const Point& p) const noexcept {
-    // Each of some twenty operations is right to 2^-100 of its terms.
+    // Each of some twenty operations is accurate to 2^-100 of its terms.
     constexpr double error = 0x1p-94;
     const Twofold qx = plane::sumOf(p.x(), -from_.x());
     const Twofold qy = plane::sumOf(p.y(), -from_.y());
@@ -91,13 +91,13 @@ class CircleEquation {
   Twofold area_;
   Twofold x_;
   Twofold y_;
-  /// The sizes of the terms that these are sums of.
+  /// The sums of the absolute values of the terms of these.
   double areaTerms_ = 0.0;
   double xTerms_ = 0.0;
   double yTerms_ = 0.0;
 };
 
-/// The sign of the first estimate where that is certain, else 0.
+/// The sign of the first estimate if it is certain, else 0.
 int estimatedSide(const Point& a, const Point& b, const Point& c, const Point& p) noexcept {
   // (10 + 96 e) e with e = 2^-53: the bound of the first stage in Shewchuk's incircle.
   constexpr double errorOfDoubles = 1.1102230246251577e-15;
@@ -111,13 +111,13 @@ CircleSupport supportOf(const Point& a) { return {{a}, 1}; }
 
 CircleSupport supportOf(const Point& a, const Point& b) { return {{a, b}, 2}; }
 
-/// REQUIRES: the three are not on one line.
+/// REQUIRES: the three points are not on one line.
 CircleSupport supportOf(const Point& a, const Point& b, const Point& c) {
   if (plane::orientation(a, b, c) > 0) return {{a, b, c}, 3};
   return {{a, c, b}, 3};
 }
 
-/// A circle that points are asked about.
+/// A circle and which points lie in it.
 class Circle {
  public:
   explicit Circle(const CircleSupport& support) noexcept : support_(support) {}
@@ -145,11 +145,11 @@ class Circle {
   }
 
   CircleSupport support_;
-  /// Once it is needed.
+  /// Made when it is first needed.
   std::optional<CircleEquation> equation_;
 };
 
-/// The smallest circle around `points`, which are vertices of a convex polygon, each of them once.
+/// The smallest circle around `points`: distinct vertices of a convex polygon.
 CircleSupport smallestAround(std::span<const Point> points) {
   Circle circle(supportOf(points.front()));
   for (std::size_t i = 1; i < points.size(); ++i) {
@@ -233,7 +233,7 @@ PointList inOrder(std::span<const Point> hull, const CircleSupport& support) {
   return points;
 }
 
-/// Without the corner of a right angle: the other two are the ends of a diameter.
+/// Drops the corner of a right angle: the other two are the ends of a diameter.
 CircleSupport withoutRightAngle(const CircleSupport& circle) noexcept {
   if (circle.count < 3) return circle;
   const auto& [a, b, c] = circle.points;

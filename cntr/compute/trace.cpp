@@ -12,8 +12,8 @@ namespace cntr::compute {
 namespace {
 
 /// True when nothing lies between edge i (from vertex i to i + 1) and the outside on one of its
-/// sides: a short probe across its middle meets the edge alone, the edge meets the boundary at its
-/// two ends alone, and from one end of the probe a ray gets away.
+/// sides: a short probe across its middle meets only the edge, the edge meets the boundary only at
+/// its two ends, and from one end of the probe a ray escapes.
 bool liesOutside(const Outline& boundary, std::size_t i, double probe) {
   const qcVector<2>& a = boundary.points()[i];
   const qcVector<2>& b = boundary.points()[i + 1];
@@ -40,9 +40,9 @@ struct State {
   static std::uint64_t bits(double value) noexcept { return std::bit_cast<std::uint64_t>(value); }
 };
 
-/// Detects a walk that has entered a cycle without its start: a state noted from time to time comes
-/// up again (R. P. Brent, "An improved Monte Carlo factorization algorithm", BIT 20, 1980). The
-/// walk goes on for at most three times as many steps as it takes to close the cycle.
+/// Detects a walk that has entered a cycle without its start: a state noted from time to time
+/// recurs (R. P. Brent, "An improved Monte Carlo factorization algorithm", BIT 20, 1980). The walk
+/// goes on for at most three times as many steps as it takes to close the cycle.
 class CircleWatch {
  public:
   explicit CircleWatch(const State& start) : noted_(start) {}

@@ -12,7 +12,7 @@
 
 namespace cntr::compute {
 
-/// The numbers of all points, row by row of a grid with about two points per cell, one row from
+/// The numbers of all points by the rows of a grid with about two points per cell, one row from
 /// left to right and the next one back. Points that are not finite may come anywhere. O(m).
 std::vector<std::size_t> visitingOrder(std::span<const qcVector<2>> points);
 

@@ -9,7 +9,7 @@
 namespace cntr::index {
 
 /// Equal intervals between two numbers, counted from 0. A larger number never falls into a lower
-/// interval; what lies beyond either end falls into the last one there, NaN into the first.
+/// interval; numbers beyond either end fall into the interval at that end, NaN into the first.
 class Axis {
  public:
   /// REQUIRES: intervals > 0.

@@ -13,7 +13,7 @@ namespace {
 
 constexpr double cellsPerBox = 2.0;
 
-/// How many cells of a size fit into an extent: from 1 to `most`, 1 where there is no answer.
+/// How many cells of a size fit into an extent: from 1 to `most`; 1 if that is NaN.
 double cellsAcross(double extent, double cellSize, double most) {
   const double cells = std::floor(extent / cellSize);
   if (!(cells > 1.0)) return 1.0;
@@ -37,7 +37,7 @@ BoxGrid::Layout BoxGrid::layoutFor(const std::vector<plane::Box>& boxes) {
   const double most = cellsPerBox * n;
   double columns = cellsAcross(acrossX, width, most);
   double rows = cellsAcross(acrossY, height, most);
-  // Boxes that leave most of the plane empty: larger cells of the same proportions.
+  // The boxes leave most of the plane empty: use larger cells of the same proportions.
   const double excess = std::sqrt(columns * rows / most);
   if (excess > 1.0) {
     columns = cellsAcross(columns, excess, most);

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 //
-// Boxes listed by the cells of a uniform grid: finds those that hold a point by one look-up. Beside
-// a tree of boxes (boxtree.h) it takes less than half the time, but suits only boxes that are
-// spread evenly and cover each other little.
+// Boxes listed by the cells of a uniform grid: finds those that hold a point by one look-up. It
+// takes less than half the time of a tree of boxes (boxtree.h), but suits only boxes that are
+// spread evenly and overlap little.
 
 #pragma once
 
@@ -18,8 +18,8 @@ namespace cntr::index {
 /// A grid over numbered boxes with finite corners. It never changes once built.
 class BoxGrid {
  public:
-  /// Nothing where a cell would list more than longestList boxes, or all cells together more than
-  /// entriesPerBox for each box.
+  /// Nothing if a cell would list more than longestList boxes, or all cells together more than
+  /// entriesPerBox entries per box.
   static std::optional<BoxGrid> make(const std::vector<plane::Box>& boxes);
 
   static constexpr std::size_t longestList = 32;

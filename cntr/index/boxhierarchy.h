@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 //
 // A hierarchy of boxes: boxes over runs of consecutive items, boxes over runs of boxes, up to a few
-// at the top. The items are numbered slots, whatever they stand for: edges of a path (edgeindex.h)
-// or boxes sorted by place (boxtree.h). It holds nothing but boxes.
+// at the top. The items are numbered slots that stand for edges of a path (edgeindex.h) or boxes
+// sorted by place (boxtree.h). It holds only boxes.
 
 #pragma once
 
@@ -20,15 +20,15 @@ namespace cntr::index {
 class BoxHierarchy {
  public:
   /// Slots under one box of the lowest level, and boxes under one box of the levels above. With 10
-  /// and 8 the boxes take 3.7 bytes a slot; no other choice from 8 to 16 and 4 to 16 was faster.
+  /// and 8 the boxes take 3.7 bytes per slot; no other choice from 8 to 16 and 4 to 16 was faster.
   static constexpr std::size_t leafSize = 10;
   static constexpr std::size_t fanOut = 8;
 
-  /// `leaves` are the boxes of the lowest level, one for every `leafSize` slots.
+  /// `leaves` are the boxes of the lowest level, one per `leafSize` slots.
   BoxHierarchy(std::vector<plane::Box> leaves, std::size_t slotCount);
 
   /// Visits, in order, runs of consecutive slots [first, last) whose box passes `mayMatter`.
-  /// `visitRun(first, last)` returns false to end the search. Returns false when it was ended.
+  /// `visitRun(first, last)` returns false to end the search. Returns false when a visit ended it.
   template <class MayMatter, class VisitRun>
   bool forEachRun(MayMatter mayMatter, VisitRun visitRun) const {
     return levels_.empty() ||
@@ -49,7 +49,8 @@ class BoxHierarchy {
 
   std::size_t levelCount() const noexcept { return levels_.size(); }
   const std::vector<plane::Box>& boxes(std::size_t level) const noexcept { return levels_[level]; }
-  /// The boxes [first, last) of the level below that box i of `level` holds; for level 0 the slots.
+  /// The range [first, last) of boxes of the level below under box i of `level`; for level 0, of
+  /// slots.
   std::pair<std::size_t, std::size_t> childrenOf(std::size_t level, std::size_t i) const noexcept {
     return level == 0 ? std::pair(i * leafSize, endOfLeaf(i))
                       : std::pair(i * fanOut, endOfNode(level, i));

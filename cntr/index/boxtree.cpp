@@ -1,9 +1,8 @@
 // SPDX-License-Identifier: MIT
 //
-// Boxes are sorted by their centres: first into vertical strips of about the same number of boxes
-// each, as many as there are runs in a strip, then upwards within a strip (S. T. Leutenegger,
-// M. A. Lopez, J. Edgington, "STR: a simple and efficient algorithm for R-tree packing", ICDE
-// 1997).
+// Boxes are sorted by their centres: first into vertical strips of about equally many boxes, as
+// many strips as there are runs in a strip, then upwards within each strip (S. T. Leutenegger, M.
+// A. Lopez, J. Edgington, "STR: a simple and efficient algorithm for R-tree packing", ICDE 1997).
 
 #include <cntr/index/boxtree.h>
 

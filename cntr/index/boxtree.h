@@ -16,16 +16,16 @@ namespace cntr::index {
 /// A tree over numbered boxes with finite corners. It never changes once built.
 class BoxTree {
  public:
-  /// What one round of searches has found, so that the next searches of the round pass it by.
+  /// What one round of searches has found, so that later searches of the round skip it.
   class Found {
    public:
     explicit Found(const BoxTree& tree);
-    /// Begins a new round, in which nothing has been found. O(1).
+    /// Begins a new round, in which nothing has been found yet. O(1).
     void forget() noexcept { ++round_; }
 
    private:
     friend class BoxTree;
-    /// How many of the boxes under one of the hierarchy have been found, all in the same round.
+    /// How many of the boxes under a box of the hierarchy have been found in a round.
     struct Share {
       std::uint64_t round = 0;
       std::uint32_t count = 0;
@@ -57,8 +57,8 @@ class BoxTree {
                                  });
   }
 
-  /// Calls visit(number) for those of them that this round has not found yet. In a round every box
-  /// is visited once, and parts of the tree that have been found as a whole cost nothing.
+  /// Calls visit(number) for those of them that this round has not found yet. In a round each box
+  /// is visited at most once, and parts of the tree that have been found as a whole cost nothing.
   template <class Visit>
   void forEachNewTouching(const plane::Box& box, Found& found, Visit visit) const {
     const std::size_t top = hierarchy_.levelCount();
@@ -83,7 +83,7 @@ class BoxTree {
     });
   }
 
-  /// The same in an order that takes longer to find and calls for fewer visits: where a visit costs
+  /// The same in an order that takes longer to find but needs fewer visits: for visits that cost
   /// more than a look at ten boxes.
   template <class Limit, class Visit>
   void forEachNearestFirst(const qcVector<2>& p, Limit limit, Visit visit) const {
@@ -124,7 +124,7 @@ class BoxTree {
         [&](const plane::Box& box) { return plane::squaredDistance(box, p); }, limit, visitRun);
   }
 
-  /// The nearest of a run of boxes first: what a visit finds there rules out most of the others.
+  /// Visits the nearest of a run of boxes first: what is found there rules out most of the others.
   template <class Limit, class Visit>
   void visitNearestFirst(std::size_t first, std::size_t last, const qcVector<2>& p, Limit& limit,
                          Visit& visit) const {

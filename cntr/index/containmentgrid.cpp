@@ -1,16 +1,16 @@
 // SPDX-License-Identifier: MIT
 //
 // Crossings of the horizontal line through a point are counted by the cell that they fall into,
-// found from the crossing's own coordinate: however that is rounded, each crossing belongs to
-// exactly one cell of the row, and the edge is listed there, because lists reach beyond their cell
-// by the margin.
+// found from the crossing's own coordinate: however it is rounded, each crossing belongs to exactly
+// one cell of the row, and the edge is listed there, because lists reach beyond their cell by the
+// margin.
 //
-// From a point in a mixed cell a way leads to the middle of the cell's right side: horizontally to
-// that side, then along it. Only edges listed in the cell cross it, and the parity of its end is
-// known. The comparisons of coordinates are exact, and a computed crossing is rounded by less than
-// containmentRounding. So the count is right unless an edge comes near a corner of the way, where
-// one of its parts might count the edge and the other one not. Then the crossings are counted along
-// the row.
+// From a point in a mixed cell a path leads to the middle of the cell's right side: horizontally to
+// that side, then along it. Only edges listed in the cell cross this path, and the parity at its
+// end is known. The comparisons of coordinates are exact, and a computed crossing is rounded by
+// less than containmentRounding. So the count is right unless an edge comes near the corner of the
+// path, where one part might count the edge and the other might not. Then the crossings are counted
+// along the row.
 
 #include <cntr/index/containmentgrid.h>
 
@@ -27,12 +27,12 @@ namespace {
 
 constexpr double edgeMargin = plane::containmentMargin;
 
-/// Cells for each vertex: more cells hold more answers and more memory (4 bytes each).
+/// Cells per vertex: more cells hold more answers and take more memory (4 bytes each).
 constexpr double cellsPerVertex = 4.0;
 constexpr double fewestCells = 512.0;
-/// List entries for each vertex, roughly: 4 bytes each.
+/// List entries per vertex, roughly: 4 bytes each.
 constexpr double entriesPerVertex = 4.0;
-/// A cell is at least this many vertex margins wide, or the margin would fill it.
+/// A cell is at least this many vertex margins wide, since otherwise the margin would fill it.
 constexpr double marginsPerCell = 4.0;
 
 double vertexMarginFor(std::size_t vertices) {
@@ -44,7 +44,7 @@ const qcVector<2>& before(std::span<const qcVector<2>> points, std::size_t k) {
 }
 
 /// Half-open, so that a vertex on the line counts for one of its two edges where the path passes
-/// through the line, and for both or neither where it only touches.
+/// through the line, and for both or neither where it only touches the line.
 bool straddles(const qcVector<2>& a, const qcVector<2>& b, double y) {
   return (a.y() <= y) != (b.y() <= y);
 }
@@ -63,7 +63,7 @@ double crossingY(const qcVector<2>& a, const qcVector<2>& b, double x) {
   return a.y() + (x - a.x()) / (b.x() - a.x()) * (b.y() - a.y());
 }
 
-/// True when two numbers are close enough for rounding to exchange them.
+/// True when two numbers are so close that rounding may exchange them.
 bool mayCoincide(double a, double b) { return std::abs(a - b) < 10.0 * plane::containmentRounding; }
 
 /// The sum of the extents of all edges: roughly how many cells of width 1 they pass through.
@@ -76,8 +76,8 @@ double extentOfEdges(std::span<const qcVector<2>> points) {
   return sum;
 }
 
-/// Converting to a signed integer takes one instruction, to an unsigned one several. REQUIRES:
-/// 0 <= value < 2^31, 0 < count <= 2^31.
+/// `value` rounded down, at most count - 1. Converting to a signed integer takes one instruction,
+/// to an unsigned one several. REQUIRES: 0 <= value < 2^31, 0 < count <= 2^31.
 std::size_t floorBelow(double value, std::size_t count) {
   const auto most = static_cast<std::int32_t>(count - 1);
   return static_cast<std::size_t>(std::min(static_cast<std::int32_t>(value), most));
@@ -197,7 +197,7 @@ class ContainmentGrid::Builder {
   }
 
   /// Completes the head of a mixed cell's list: the parity of the middle of its right side, and
-  /// whether a way to there can be counted.
+  /// whether crossings on the path there can be counted.
   void describeMixed(std::size_t column, std::size_t row, bool isInside) {
     std::uint32_t& head = grid_.lists_[grid_.cells_[row * grid_.layout_.columns + column] - eMixed];
     head = head << headBits | (isInside ? eSideParity : 0);
@@ -213,7 +213,7 @@ class ContainmentGrid::Builder {
     if (!isNear) head |= eLeadsToSide;
   }
 
-  /// Cells that no edge comes near take the parity of the crossings to their right.
+  /// Gives cells that no edge comes near the parity of the crossings to their right.
   void fillAnswers(std::size_t row) {
     bool isInside = false;
     for (std::size_t column = grid_.layout_.columns; column-- > 0;) {
@@ -228,8 +228,8 @@ class ContainmentGrid::Builder {
 
   ContainmentGrid& grid_;
   std::span<const qcVector<2>> points_;
-  /// How far from a cell an edge is still listed: beyond the margin of condition (b) by more than
-  /// any rounding.
+  /// How far from a cell an edge is still listed: farther than the margin of condition (b) by more
+  /// than any rounding.
   double reach_;
   std::vector<std::uint32_t> entries_;
   std::vector<bool> toggles_;
@@ -259,8 +259,8 @@ std::size_t ContainmentGrid::rowOf(double y) const noexcept {
   return clampedFloor((y - bounds_.minY) * rowsPerUnit_, layout_.rows);
 }
 
-// Both conditions hold on convex sets of points: what holds at the corners, slightly widened, holds
-// in the cell when it is the same condition at each of them.
+// Either alternative holds on a convex set of points: one that holds at all corners of the slightly
+// widened cell holds in the cell.
 bool ContainmentGrid::rayEndsOutsideFromCell(std::size_t column, std::size_t row) const noexcept {
   if (rayAlwaysEndsOutside_) return true;
   const qcVector<2> low(bounds_.minX + static_cast<double>(column) * layout_.cellWidth - edgeMargin,

@@ -5,8 +5,8 @@
 // Containment is defined by the crossings of a ray that keeps clear of all vertices by an angle of
 // more than pi / (2n) (compute/containment.h). Where a point meets the conditions below, every
 // crossing of that ray is a proper one, well away from the tolerances of the crossing test, and the
-// answer is plain even-odd parity, which needs no ray of that direction. With the margin m, the
-// touch distance of the crossing test and room for rounding (both in plane/tolerances.h):
+// answer is plain even-odd parity, which needs no ray in that direction. With the margin m, which
+// is the touch distance of the crossing test and room for rounding (both in plane/tolerances.h):
 //
 //   (a) the point is inside the bounding box,
 //   (b) the distance r to the nearest vertex has r * sin(pi / (2n)) >= m: vertices keep at least m
@@ -18,16 +18,16 @@
 //   (e) coordinates stay below 1e6, so that distances are rounded by less than 1e-8, the
 //       containmentRounding of plane/tolerances.h.
 //
-// For then an edge that the ray crosses has its ends at least m away from the ray's line, one on
-// each side: the lines are not taken for parallel, and the computed crossing, which rounding moves
-// away from either line by at most 1e-8, lies within the tolerance of both; where it slides along
-// two nearly parallel lines, the edge is so long that it stays between its ends, and p, being m
-// away from it, stays behind. An edge that the ray does not cross keeps m away from it, and so does
-// every crossing point with it. The ends of the ray touch nothing.
+// The reason: an edge that the ray crosses then has its ends at least m away from the ray's line,
+// one on each side: the lines are not taken for parallel, and the computed crossing, which rounding
+// moves away from either line by at most 1e-8, lies within the tolerance of both; where it slides
+// along two nearly parallel lines, the edge is so long that it stays between its ends, and p, being
+// m away from it, stays behind. An edge that the ray does not cross keeps m away from it, and so
+// does every crossing point with it. The ends of the ray touch nothing.
 //
 // A cell that no edge comes near, by the larger margin m / sin(pi / (2n)) of (b), holds its answer.
 // A mixed cell lists the edges that come near: they decide (b) and (c), and parity is counted from
-// the point to the middle of the cell's right side, whose parity is known, or where rounding might
+// the point to the middle of the cell's right side, whose parity is known, or, where rounding might
 // spoil that, along the row to the next cell that holds an answer. Where a condition fails, the
 // grid has no answer and the ray must be cast. Before there is a grid, compute/evenodd.h answers
 // under the same conditions.
@@ -44,8 +44,8 @@
 
 namespace cntr::index {
 
-/// Condition (d), from the bounding box of the vertices, the first of them, and the largest
-/// distance of a vertex from that.
+/// Condition (d), from the bounding box of the vertices, the first vertex, and the largest distance
+/// of a vertex from it.
 inline bool rayEndsOutside(const plane::Box& bounds, const qcVector<2>& first, double radius,
                            const qcVector<2>& p) noexcept {
   if (p.distance(first) <= radius - plane::containmentMargin) return true;
@@ -59,8 +59,8 @@ class ContainmentGrid {
  public:
   enum class Answer : std::uint8_t { eOutside, eInside, eUnknown };
 
-  /// False where too many points would fail the conditions: in very thin outlines and those with
-  /// large coordinates. `bounds` is the bounding box of the vertices.
+  /// False where too many points would fail the conditions: for very thin outlines and for large
+  /// coordinates. `bounds` is the bounding box of the vertices.
   static bool isPossible(std::span<const qcVector<2>> points, const plane::Box& bounds);
 
   /// REQUIRES: isPossible(points, bounds). `radius` is the largest distance of a vertex from the
@@ -71,13 +71,13 @@ class ContainmentGrid {
   Answer locate(std::span<const qcVector<2>> points, const qcVector<2>& p) const noexcept;
 
  private:
-  /// What a cell says: bit 0 is the parity of all its points; eNeedsRay that condition (d) fails in
-  /// it; from eMixed on it is eMixed + the place of its list of edges.
+  /// What a cell says: bit 0 is the parity of all its points; eNeedsRay means that condition (d)
+  /// fails in it; values from eMixed on are eMixed + the place of its list of edges.
   using Cell = std::uint32_t;
   static constexpr Cell eParity = 1;
   static constexpr Cell eNeedsRay = 2;
   static constexpr Cell eMixed = 4;
-  /// What the head of a mixed cell's list says below the length: the parity of the middle of the
+  /// The bits below the length in the head of a mixed cell's list: the parity of the middle of the
   /// cell's right side, and that no edge comes so near to it that rounding matters.
   static constexpr std::uint32_t eSideParity = 1;
   static constexpr std::uint32_t eLeadsToSide = 2;
@@ -100,7 +100,7 @@ class ContainmentGrid {
   double middleOf(std::size_t row) const noexcept;
   std::span<const std::uint32_t> edgesOf(Cell cell) const noexcept;
   static std::span<const std::uint32_t> entriesOf(const std::uint32_t* list) noexcept;
-  /// Conditions (b), for b alone, and (c) of an edge.
+  /// Conditions (b), for b alone, and (c) for an edge.
   bool keepsClear(const qcVector<2>& a, const qcVector<2>& b, const qcVector<2>& p) const noexcept;
   /// REQUIRES: condition (d) holds.
   Answer locateInMixed(std::span<const qcVector<2>> points, std::size_t column, std::size_t row,
@@ -119,8 +119,8 @@ class ContainmentGrid {
   double radius_;
   bool rayAlwaysEndsOutside_;
   std::vector<Cell> cells_;
-  /// Lists of mixed cells, one after the other: their heads, which are their lengths and the bits
-  /// above, then the vertices that their edges end at.
+  /// Lists of mixed cells, one after the other: the head, which is the length with the bits above,
+  /// then the vertices at which the edges end.
   std::vector<std::uint32_t> lists_;
 };
 

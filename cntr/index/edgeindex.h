@@ -2,11 +2,11 @@
 //
 // The edge index: a hierarchy of boxes over the edges of a path.
 //
-// A contour is walked in order, so neighbours in the list are neighbours in the plane: no sorting
-// is needed, the boxes are filled in one pass, and whatever a query visits comes out in edge order.
-// The index holds nothing but boxes: it does not refer to the vertices and can be discarded at any
-// time. Every search visits a superset of the edges that matter: the caller decides each one by the
-// same arithmetic that a plain scan would use, so the answers are those of the scan, bit for bit.
+// Consecutive edges of a contour are neighbours in the plane: no sorting is needed, the boxes are
+// filled in one pass, and a query visits edges in their order. The index holds only boxes: it does
+// not refer to the vertices and can be discarded at any time. Every search visits a superset of the
+// edges that matter: the caller decides each one by the same arithmetic as a plain scan, so the
+// answers are those of the scan, bit for bit.
 
 #pragma once
 

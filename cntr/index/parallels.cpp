@@ -1,8 +1,9 @@
 // SPDX-License-Identifier: MIT
 //
-// The direction of a run is that of one of its edges. The directions of the runs it is made of are
-// close to it, and so on down: with L levels, two edges under two close boxes are at most 2 L + 1
-// times as far apart as two close directions, which must be less than parallel edges may be apart.
+// The direction of a run is that of one of its edges. The directions of its parts are close to it,
+// and so on down: with L levels, the directions of two edges under two close boxes are at most 2 L
+// + 1 times as far apart as two close directions, which must be less than parallel edges may be
+// apart.
 
 #include <cntr/index/parallels.h>
 
@@ -27,7 +28,7 @@ bool Parallels::areClose(const Direction& a, const Direction& b) noexcept {
 
 Parallels::Direction Parallels::directionOf(const plane::Edge& edge) noexcept {
   constexpr double none = std::numeric_limits<double>::quiet_NaN();
-  constexpr double longest = 1e100;  // squares of lengths within neither overflow nor vanish
+  constexpr double longest = 1e100;  // within 1 / longest and this, squares keep their digits
   if (plane::isDegenerate(edge)) return {};
   const qcVector<2> along = edge.to - edge.from;
   // The point where such an edge would cross is NaN.

@@ -11,8 +11,8 @@
 
 namespace cntr::index {
 
-/// Where the regions of one set lie. Made only for sets whose regions can all be asked without an
-/// exception: no null handle, two vertices or more on every boundary, finite coordinates.
+/// Where the regions of one set lie. Made only for sets whose regions can all be queried without an
+/// exception: no null handle, at least two vertices on every boundary, finite coordinates.
 struct RegionIndex {
   explicit RegionIndex(const std::vector<plane::Box>& regionBoxes)
       : boxes(regionBoxes), tree(boxes), grid(BoxGrid::make(boxes)) {}
@@ -26,10 +26,10 @@ struct RegionIndex {
         p, [&](std::size_t number) { return !plane::contains(boxes[number], p) || visit(number); });
   }
 
-  /// The box of each region: its outer boundary and its holes', which may lie outside that.
+  /// The box of each region: of its outline and of its holes, which may lie outside the outline.
   std::vector<plane::Box> boxes;
   BoxTree tree;
-  /// For points, where the boxes suit it.
+  /// For points, if the boxes suit it.
   std::optional<BoxGrid> grid;
 };
 

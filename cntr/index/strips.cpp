@@ -17,7 +17,7 @@ using Point = qcVector<2>;
 
 Point across(const Point& along) { return {-along.y(), along.x()}; }
 
-/// The smallest strip along a direction that holds all points added.
+/// The smallest strip along a direction that contains all points added.
 class Frame {
  public:
   explicit Frame(const Point& along) : along_(along) {}

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 //
-// Boxes turned to lie along what they hold. Edges that run side by side at a slant have
-// axis-aligned boxes that all overlap; turned boxes round them are as thin as the edges are near
-// each other. They cost more to make and to compare, so they are made for one search, once it is
-// seen to need them.
+// Boxes turned to lie along their contents. Edges that run side by side at a slant have
+// axis-aligned boxes that all overlap; turned boxes around them are as thin as the edges are near
+// each other. They cost more to make and to compare, so they are made for one search, once it
+// proves to need them.
 
 #pragma once
 
@@ -15,7 +15,7 @@
 
 namespace cntr::index {
 
-/// A rectangle along the unit vector `along`; the other side goes a quarter turn further.
+/// A rectangle along the unit vector `along`; its other direction is a quarter turn further.
 struct Strip {
   qcVector<2> along;
   qcVector<2> center;
@@ -23,7 +23,7 @@ struct Strip {
   double halfAcross = 0.0;
 };
 
-/// A sum of vectors with their angles doubled, so that opposite ones add up.
+/// A sum of vectors with doubled angles, so that opposite vectors add up.
 class MainDirection {
  public:
   void add(const qcVector<2>& v) noexcept {
@@ -42,16 +42,16 @@ class MainDirection {
   double sin_ = 0.0;
 };
 
-/// True when some line parallel to a side of either keeps them more than `margin` apart.
+/// True when the strips lie more than `margin` apart across a side of either of them.
 bool areApart(const Strip& a, const Strip& b, double margin);
 
-/// The same for an edge, and lines parallel to the sides of the strip.
+/// The same for an edge and a strip, across the sides of the strip.
 bool areApart(const plane::Edge& edge, const Strip& strip, double margin);
 
 /// A strip for every box of an edge index, along the main direction of the edges under it.
 class Strips {
  public:
-  /// With larger coordinates, or coordinates that are not finite, the strips are not valid.
+  /// With larger or non-finite coordinates, the strips are not valid.
   static constexpr double largestCoordinate = 1e100;
 
   /// O(n).

@@ -32,7 +32,7 @@ struct Neighbours {
   int count;
 };
 
-/// Bits for blocks, for each slot of the hash table; a power of two.
+/// Bits for blocks per slot of the hash table; a power of two.
 constexpr std::size_t bitsPerSlot = 4;
 constexpr std::size_t bitsPerWord = 64;
 
@@ -113,7 +113,7 @@ void VertexGrid::fillCells(std::span<const qcVector<2>> points) {
     slot.first = end;
     end += slot.count;
   }
-  // While a cell fills, `first` is where its next vertex goes; in the end all are moved back.
+  // While a cell fills, `first` is where its next vertex goes; at the end all are moved back.
   for (std::size_t i = 0; i < points.size(); ++i) {
     Slot& slot = slots_[slotOf(cellOf(points[i], tolerance_))];
     indices_[slot.first++] = static_cast<int>(i);

@@ -27,7 +27,7 @@ class VertexGrid {
   /// within a cell. REQUIRES: `points` are those the grid was made from.
   std::vector<int> near(std::span<const qcVector<2>> points, const qcVector<2>& p) const;
 
-  /// Ordered x-major, as near() goes through them.
+  /// Ordered x-major, as near() visits them.
   struct Cell {
     std::int64_t x;
     std::int64_t y;
@@ -37,7 +37,7 @@ class VertexGrid {
   static Cell cellOf(const qcVector<2>& p, double tolerance) noexcept;
 
  private:
-  /// The vertices of a cell: indices_[first] and so on. A free slot has a count of 0.
+  /// The vertices of a cell: `count` of them from indices_[first] on. A free slot has a count of 0.
   struct Slot {
     Cell cell{};
     std::uint32_t first = 0;
@@ -51,8 +51,8 @@ class VertexGrid {
 
   /// Notes that there is a vertex in the block of 4 by 4 cells around this one.
   void occupyBlockOf(const Cell& cell) noexcept;
-  /// False when no cell from `first` to `last` holds a vertex: the answer to most points, found in
-  /// one or two looks where nine cells would have to be looked up.
+  /// False when no cell from `first` to `last` holds a vertex: for most points this is found in one
+  /// or two looks, where nine cells would have to be looked up.
   bool mayHoldVertex(const Cell& first, const Cell& last) const noexcept;
 
   double tolerance_;

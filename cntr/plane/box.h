@@ -12,8 +12,8 @@
 
 namespace cntr::plane {
 
-/// Corners of smaller and larger coordinates. A default box is empty: it overlaps nothing and any
-/// box or point joined to it takes its place.
+/// The corners of the smaller and of the larger coordinates. A default box is empty: it overlaps
+/// nothing, and any box or point joined to it replaces it.
 struct Box {
   double minX = std::numeric_limits<double>::infinity();
   double minY = std::numeric_limits<double>::infinity();
@@ -35,8 +35,8 @@ struct Box {
   }
 };
 
-/// The box of an edge as the rectangle of its first point enlarged by its second: a NaN in the
-/// first point stays, one in the second is ignored.
+/// The box of an edge: the rectangle of its first point, enlarged by its second. A NaN in the first
+/// point stays, one in the second is ignored.
 inline Box edgeBox(const qcVector<2>& a, const qcVector<2>& b) noexcept {
   return {qnKernel::lesser(a.x(), b.x()), qnKernel::lesser(a.y(), b.y()),
           qnKernel::greater(a.x(), b.x()), qnKernel::greater(a.y(), b.y())};

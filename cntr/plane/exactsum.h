@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 //
-// Sums of products without rounding error. A sum is held as an expansion: doubles of growing size
-// that do not overlap, whose exact sum is the value. Which way three points turn is in
-// orientation.h.
+// Sums of products without rounding error. A sum is held as an expansion: doubles of increasing
+// size that do not overlap, whose exact sum is the value. orientation.h decides which way three
+// points turn.
 
 #pragma once
 
@@ -13,7 +13,7 @@
 
 namespace cntr::plane {
 
-/// An exact sum of at most eight products and one number more.
+/// An exact sum of at most eight products and one more number.
 class ExactSum {
  public:
   void add(double value) noexcept {

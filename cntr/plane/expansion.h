@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
-// Polynomials of coordinates without rounding error, for the few decisions that no estimate makes.
-// exactsum.h is quicker where the number of terms is known.
+// Polynomials of coordinates without rounding error, for the few decisions that no estimate
+// settles. exactsum.h is quicker where the number of terms is known.
 
 #pragma once
 
@@ -12,7 +12,7 @@
 
 namespace cntr::plane {
 
-/// A number as the exact sum of doubles of growing size that do not overlap, none of them 0 (J. R.
+/// A number as the exact sum of non-zero doubles of increasing size that do not overlap (J. R.
 /// Shewchuk, Adaptive Precision Floating-Point Arithmetic and Fast Robust Geometric Predicates,
 /// 1997). Exact as long as no product of two terms overflows or falls below the smallest double.
 class Expansion {

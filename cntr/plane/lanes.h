@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
-// Two or four doubles side by side, on which the same is done at once: in each lane the same bits
-// as with a double. Every processor of the platform does two at once.
+// Two or four doubles computed side by side: each lane gets the same bits as a single double. Every
+// processor of the platform computes two at once.
 
 #pragma once
 

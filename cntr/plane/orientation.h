@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 //
-// On which side of a line a point lies, and products of two directions, without error: exact while
-// every product of two coordinates keeps all its digits, for coordinates of size 1e-140 to 1e140,
-// or 0.
+// On which side of a line a point lies, and products of two directions, without error: exact as
+// long as every product of two coordinates keeps all its digits, for coordinates that are 0 or from
+// 1e-140 to 1e140 in absolute value.
 
 #pragma once
 
@@ -13,8 +13,9 @@
 
 namespace cntr::plane {
 
-/// The error of a sum of two products of differences in doubles, over the sum of the products'
-/// sizes: (3 + 16 e) e with e = 2^-53, the bound of the first stage in Shewchuk's orient2d.
+/// The error of a sum of two products of differences in doubles, relative to the sum of the
+/// products' absolute values: (3 + 16 e) e with e = 2^-53, the bound of the first stage in
+/// Shewchuk's orient2d.
 inline constexpr double estimateError = 3.3306690738754716e-16;
 
 /// Twice the signed area of the triangle.
@@ -51,9 +52,8 @@ inline ExactSum dotProduct(const qcVector<2>& a, const qcVector<2>& b, const qcV
   return crossProduct(a, b, {-c.y(), c.x()}, {-d.y(), d.x()});
 }
 
-/// The sign of the dot product of b - a and d - c: 1 where their angle is less than a right one, 0
-/// where it is a right one or one of them is the zero vector. Always the true sign, as that of
-/// orientation().
+/// The sign of the dot product of b - a and d - c: 1 for an angle of less than 90 degrees, 0 for 90
+/// degrees or a zero vector, else -1. Always the true sign, like that of orientation().
 inline int dotSign(const qcVector<2>& a, const qcVector<2>& b, const qcVector<2>& c,
                    const qcVector<2>& d) noexcept {
   const double first = (b.x() - a.x()) * (d.x() - c.x());
@@ -65,7 +65,7 @@ inline int dotSign(const qcVector<2>& a, const qcVector<2>& b, const qcVector<2>
   return dotProduct(a, b, c, d).sign();
 }
 
-/// The same of the cross product: 1 where d - c points to the left of b - a.
+/// The same for the cross product: 1 when d - c points to the left of b - a.
 inline int crossSign(const qcVector<2>& a, const qcVector<2>& b, const qcVector<2>& c,
                      const qcVector<2>& d) noexcept {
   return dotSign(a, b, {c.y(), -c.x()}, {d.y(), -d.x()});
@@ -73,8 +73,8 @@ inline int crossSign(const qcVector<2>& a, const qcVector<2>& b, const qcVector<
 
 /// 1 when c lies left of the line from a to b (a, b, c turn counter-clockwise with y up), -1 when
 /// it lies right of it, 0 when the three are on one line or two of them coincide. Always the true
-/// sign: a first estimate decides when its error bound allows, and else the determinant is summed
-/// exactly (J. R. Shewchuk, Adaptive Precision Floating-Point Arithmetic and Fast Robust Geometric
+/// sign: a first estimate decides if its error bound allows, else the determinant is summed exactly
+/// (J. R. Shewchuk, Adaptive Precision Floating-Point Arithmetic and Fast Robust Geometric
 /// Predicates, 1997).
 inline int orientation(const qcVector<2>& a, const qcVector<2>& b, const qcVector<2>& c) noexcept {
   const double left = (a.x() - c.x()) * (b.y() - c.y());

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// A contour as the computing functions see it: a run of vertices and a closed flag. It owns
+// A contour as the computing functions see it: a list of vertices and a closed flag. It owns
 // nothing.
 
 #pragma once
@@ -51,7 +51,7 @@ void forEachEdge(const Path& path, Visit visit) {
   }
 }
 
-/// True for an edge whose ends coincide: it carries no line.
+/// True for an edge whose ends coincide: it has no direction.
 inline bool isDegenerate(const Edge& edge) noexcept { return coincide(edge.from, edge.to); }
 
 }  // namespace cntr::plane

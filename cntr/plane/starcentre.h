@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 //
-// A short proof that most outlines of single objects are simple: a point from which the whole ring
-// can be seen. It spares such rings a search for edges that meet (compute/selfcrossing.h and, in
-// libcntrsets, the sweep of faces/faces.h).
+// A quick proof that the ring of a single object is simple, as most are: a point from which the
+// whole ring can be seen. It spares such rings the search for edges that meet
+// (compute/selfcrossing.h and, in libcntrsets, the sweep of faces/faces.h).
 
 #pragma once
 
@@ -25,7 +25,7 @@ inline constexpr double smallestProduct = 1e-290;
 /// cannot be seen from the middle of what is left (A. Y. Levin's method of centres of gravity).
 class StarSearch {
  public:
-  /// `box` is that of the vertices. REQUIRES: there are some.
+  /// `box` is that of the vertices. REQUIRES: there is a vertex.
   StarSearch(std::span<const qcVector<2>> ring, const Box& box) noexcept
       : ring_(ring), isCounterclockwise_(runsCounterclockwise(ring)) {
     corners_[0] = {box.minX, box.minY};
@@ -57,12 +57,12 @@ class StarSearch {
   }
 
  private:
-  /// Each cut leaves at most two thirds of the area: these leave a ten-millionth.
+  /// Each cut leaves at most two thirds of the area: this many leave a ten-millionth.
   static constexpr std::size_t mostCuts = 40;
 
   using Corners = std::array<qcVector<2>, mostCuts + 4>;
 
-  /// The direction of a star-shaped ring, of which some vertices are enough to tell.
+  /// The direction of a star-shaped ring; a few of its vertices are enough to tell.
   static bool runsCounterclockwise(std::span<const qcVector<2>> ring) noexcept {
     constexpr std::size_t enough = 32;
     const std::size_t step = ring.size() / enough + 1;
@@ -117,7 +117,7 @@ class StarSearch {
   }
 
   /// Whether c certainly lies left of the way from a to b, or right of it where the ring runs
-  /// clockwise. Edges of no length are passed over.
+  /// clockwise. Edges of length 0 are passed over.
   bool isSeen(const qcVector<2>& a, const qcVector<2>& b, const qcVector<2>& c) const noexcept {
     const double left = (a.x() - c.x()) * (b.y() - c.y());
     const double right = (a.y() - c.y()) * (b.x() - c.x());
@@ -126,7 +126,7 @@ class StarSearch {
     return side > bound + smallestProduct || a == b;
   }
 
-  /// How often the ring passes between above c and below it.
+  /// How often the ring passes from above c to below it or back.
   std::size_t passages(const qcVector<2>& c) const noexcept {
     std::size_t count = 0;
     bool wasBelow = ring_.back().y() <= c.y();
@@ -140,17 +140,17 @@ class StarSearch {
 
   std::span<const qcVector<2>> ring_;
   bool isCounterclockwise_;
-  /// A convex polygon that holds all such points, and room for the next one.
+  /// A convex polygon that contains all such points, and room for the next one.
   Corners corners_;
   Corners spare_;
   std::size_t count_ = 4;
 };
 
-/// A point around which the ring runs once, always the same way: every half-line from there meets
-/// it exactly once, so that it shares no point but the vertices between neighbouring edges. An
-/// empty result says nothing: the ring may not be star-shaped, or only just so, or have coordinates
-/// that are too large, too small or not finite. What is found is checked against every edge,
-/// rounding included. `box` is that of the vertices. O(n), about 3 ns for each vertex.
+/// A point around which the ring runs once, always in the same direction: every half-line from
+/// there meets it exactly once, so that its edges share only the vertices between neighbours. An
+/// empty result proves nothing: the ring may not be star-shaped, or only just, or have coordinates
+/// that are too large, too small or not finite. The point found is checked against every edge,
+/// allowing for rounding. `box` is that of the vertices. O(n), about 3 ns for each vertex.
 inline std::optional<qcVector<2>> starCentre(std::span<const qcVector<2>> ring,
                                              const Box& box) noexcept {
   return ring.size() < 3 ? std::nullopt : StarSearch(ring, box).run();

@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
 //
 // The distances within which points and edges count as touching, and the margins derived from them
-// that let a search skip what it cannot touch. They stand together because one proof rests on
-// several of them: change one, and the assertions below say which argument no longer holds.
+// that let a search skip what it cannot touch. They are kept together because one proof rests on
+// several of them: if one is changed, the assertions below say which argument no longer holds.
 //
-// A tolerance that serves a single definition stays with that definition, even where it has the
-// same digits: the smallest area with a centroid (model/inertia.cpp), a direction taken for an axis
+// A tolerance that serves a single definition stays with that definition, even if it has the same
+// digits: the smallest area with a centroid (model/inertia.cpp), a direction taken for an axis
 // (compute/extremal.cpp), a transform taken for the identity (compute/extents.cpp).
 
 #pragma once
@@ -16,7 +16,7 @@
 
 namespace cntr::plane {
 
-/// Points whose coordinates both agree within this coincide; an edge between them carries no line.
+/// Points whose coordinates both agree within this coincide; an edge between them has no direction.
 inline constexpr double coincidence = 1e-15;
 
 inline bool coincide(const qcVector<2>& a, const qcVector<2>& b) noexcept {
@@ -29,7 +29,8 @@ inline bool coincide(const qcVector<2>& a, const qcVector<2>& b) noexcept {
 inline constexpr double touchDistance = 1e-6;
 
 /// Edges that cross come nearer to each other than this: their crossing point is within
-/// touchDistance of both. The rest allows for rounding in coordinates of up to `largestCoordinate`.
+/// touchDistance of both, and the rest allows for rounding in coordinates of up to
+/// `largestCoordinate`.
 constexpr double crossingMargin(double largestCoordinate) noexcept {
   return 3.0 * touchDistance + 64.0 * std::numeric_limits<double>::epsilon() * largestCoordinate;
 }
@@ -45,7 +46,7 @@ static_assert(containmentRounding < touchDistance, "a proper crossing is found")
 static_assert(containmentMargin - containmentRounding > touchDistance, "a miss is not");
 
 /// Square roots merge squares that differ by less than about 2^-52 of their size: a squared
-/// distance may exceed another one by this factor and still tie with it.
+/// distance may exceed another by this factor and still tie with it.
 inline constexpr double tieSlack = 1.0 + 4.0 * std::numeric_limits<double>::epsilon();
 
 /// How far the computed nearest point of an edge may lie outside the edge's box, with room to

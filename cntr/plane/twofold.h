@@ -1,18 +1,20 @@
 // SPDX-License-Identifier: MIT
 //
-// Numbers of twice the digits of a double, for the few places where a double's are not enough.
+// Numbers with twice the digits of a double, for the few places where those of a double are not
+// enough.
 
 #pragma once
 
 #include <cmath>
 
-// Lanes are only given to what is inlined, so that it does not matter how they would be passed.
+// Lanes are passed only to functions that are inlined, so that the calling convention does not
+// matter.
 #pragma GCC diagnostic ignored "-Wpsabi"
 
 namespace cntr::plane {
 
 /// A number as the exact sum of two doubles, the second at most half a unit in the last place of
-/// the first. Sums, products and quotients are right to about 2^-100 of the largest term (T. J.
+/// the first. Sums, products and quotients are accurate to about 2^-100 of the largest term (T. J.
 /// Dekker, A Floating-Point Technique for Extending the Available Precision, 1971); products need
 /// intermediate results that neither overflow nor fall below the smallest double.
 ///
@@ -41,9 +43,9 @@ template <class Number>
   return {sum, (a - (sum - fromB)) + (b - fromB)};
 }
 
-/// What a times b is more than its rounded `product`, exactly, by halves of 26 bits (Dekker).
-/// REQUIRES: sizes below 2^990; the first half of a number is found by way of one 2^27 times as
-/// large.
+/// The exact difference of a times b and its rounded `product`, by halves of 26 bits (Dekker).
+/// REQUIRES: absolute values below 2^990, because the first half of a number is computed from one
+/// 2^27 times as large.
 template <class Number>
 [[gnu::always_inline]] inline Number restOfProduct(const Number& a, const Number& b,
                                                    const Number& product) noexcept {
@@ -57,10 +59,10 @@ template <class Number>
   return ((highA * highB - product) + highA * lowB + lowA * highB) + lowA * lowB;
 }
 
-/// The same of doubles of any size.
+/// The same for doubles of any size.
 inline double restOfProduct(double a, double b, double product) noexcept {
 #if defined(__MINGW32__)
-  // fma rounds twice there. Large numbers are made smaller first.
+  // On this platform fma rounds twice. Large numbers are scaled down first.
   constexpr double large = 0x1p990;
   constexpr double smaller = 0x1p-60;
   if (std::abs(a) > large) return restOfProduct(a * smaller, b, product * smaller) / smaller;
