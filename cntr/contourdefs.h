@@ -22,13 +22,14 @@ class CNTR_EXPORT qcContourDefs {
 
   /// Which circle qcContour::encloseCircle() gives. Neither is the minimum enclosing circle.
   enum DiameterMode : std::int32_t {
-    /// Centred between the two vertices that lie farthest apart; other vertices may lie outside.
+    /// Centred midway between the two vertices that lie farthest apart; other vertices may lie
+    /// outside.
     eFarthestVertexPair = 0,
-    /// Centred on the first vertex, reaching to the vertex farthest from it; holds every vertex.
+    /// Centred on the first vertex, reaching to the vertex farthest from it; contains every vertex.
     eFromFirstVertex = 1
   };
 
-  /// What is done with regions that cross themselves or each other. Any other value acts as 0.
+  /// What is done with regions that cross themselves or each other. Any other value acts like 0.
   enum IntersectionMode : std::int32_t {
     /// They are kept as given.
     eNoIntersectionRepair = 0,
@@ -114,7 +115,7 @@ class CNTR_EXPORT qcContourDefs {
     CNTR_LOCAL static qc_Instantiator sExemplar;
   };
 
-  /// A region was asked to be open.
+  /// Thrown when a region is to be opened.
   class CNTR_EXPORT RegionCannotBeSetOpen : public Errors {
    public:
     /// Thrown with an empty message unless the operation that throws it quotes one.

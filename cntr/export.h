@@ -21,5 +21,5 @@
 #endif
 
 /// @def CNTR_LOCAL
-/// Marks a private member of an exported class: no dynamic symbol.
+/// Marks a private member of an exported class: it is not a dynamic symbol.
 #define CNTR_LOCAL QCPLATFORM_LOCAL

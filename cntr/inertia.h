@@ -3,9 +3,9 @@
 // Moments of polygons: area, centre of mass, and the inertia record qc_InertiaData that adds bodies
 // and subtracts holes. Ellipses from these moments are in ellipse.h.
 //
-// A polygon is a list of vertices taken as closed. Traversed counter-clockwise (x right, y up) its
-// signed area is positive. All functions are pure and keep no state; none throws on degenerate
-// input.
+// A polygon is a list of vertices taken as closed. Its signed area is positive when it is traversed
+// counter-clockwise (x right, y up). All functions are pure and keep no state; none throws on
+// degenerate input.
 
 #pragma once
 
@@ -21,14 +21,14 @@
 
 /// Zeroth, first and central second moments of a plane body: a plain value.
 ///
-/// The matrix holds the second moments about the centre of mass: element (0,0) the integral of
-/// (x - cx)^2, (1,1) that of (y - cy)^2, (0,1) and (1,0) that of (x - cx)(y - cy), with a plus
-/// sign. Its diagonal is not negative even for a body of negative area: the area's sign alone
-/// carries the orientation.
+/// The matrix holds the second moments about the centre of mass: element (0,0) the integral of (x -
+/// cx)^2, (1,1) that of (y - cy)^2, (0,1) and (1,0) that of (x - cx)(y - cy), with a plus sign. Its
+/// diagonal is not negative even for a body of negative area: only the sign of the area carries the
+/// orientation.
 class CNTR_EXPORT qc_InertiaData {
  public:
-  /// The body of the given area (signed), centre of mass and central second moments, as given;
-  /// without arguments the record of nothing: area 0, centre (0, 0), a zero matrix.
+  /// The body of the given signed area, centre of mass and central second moments; without
+  /// arguments the empty record: area 0, centre (0, 0), a zero matrix.
   qc_InertiaData(double area = 0.0, const qcVector<2>& centerOfMass = qcVector<2>(),
                  const qcMatrix<2>& inertiaMatrix = qcMatrix<2>(0.0, 0.0, 0.0, 0.0)) noexcept
       : area_(area), center_(centerOfMass), matrix_(inertiaMatrix) {}
@@ -40,10 +40,10 @@ class CNTR_EXPORT qc_InertiaData {
   /// The second moments about the centre of mass, in the fourth power of the coordinates' unit.
   const qcMatrix<2>& inertiaMatrix() const noexcept { return matrix_; }
 
-  /// The combined body. Bodies of the same sign add up; a body and one of the opposite sign (a
-  /// hole) subtract: the negative operand's moments are taken away. When the hole is the larger,
-  /// the matrix may have a negative diagonal. A record of area exactly 0 adds nothing. When the
-  /// areas cancel (|sum| <= 1e-16) the combined centre is (0, 0).
+  /// The combined body. Bodies of the same sign are added; of a body and one of the opposite sign
+  /// (a hole), the negative operand's moments are subtracted. When the hole is the larger one, the
+  /// matrix may have a negative diagonal. A record of area exactly 0 adds nothing. When the areas
+  /// cancel (|sum| <= 1e-16) the combined centre is (0, 0).
   qc_InertiaData operator+(const qc_InertiaData& other) const noexcept;
 
  private:
@@ -70,15 +70,15 @@ namespace qnContour {
 /// triangles from the origin to each edge, weighted with their signed areas; each of these is
 /// found as the crossing of two medians.
 ///
-/// (0, 0) for fewer than 3 vertices, and whenever twice the signed area is at most 1e-6 in size:
-/// the threshold is absolute, so that a shape of about 1e-3 across has its centre at (0, 0). Scale
-/// such shapes up first. O(n), no allocation.
+/// (0, 0) for fewer than 3 vertices, and whenever twice the signed area is at most 1e-6 in absolute
+/// value: the threshold does not scale, so that a shape about 1e-3 across has its centre at (0, 0).
+/// Scale such shapes up first. O(n), no allocation.
 CNTR_EXPORT qcVector<2> centerOfMass(const std::vector<qcVector<2>>& points);
 
 }  // namespace qnContour
 
-/// Area (signed), centre and second moments of the polygon, added up from triangles between its
-/// centroid and each edge. The record of nothing for fewer than 3 vertices.
+/// Signed area, centre and second moments of the polygon, summed over the triangles between its
+/// centroid and each edge. The empty record for fewer than 3 vertices.
 ///
 /// Meaningful for outlines that do not cross themselves. Clockwise ones must be convex: seen from
 /// the centroid, an edge that runs backwards counts as a hole, and adding a hole to an outline of

@@ -19,16 +19,17 @@ namespace cntr::index {
 struct RegionIndex;
 }  // namespace cntr::index
 
-/// Regions in order. They are shared and must not be changed once they have been handed over: a
-/// later answer may be that from before the change. A null handle throws qcBadPointer when it is
-/// first met.
+/// Regions in order. They are shared and must not be changed once they have been handed over: later
+/// answers may be those from before the change. A null handle throws qcBadPointer when it is first
+/// met.
 ///
 /// Answers are remembered until the collection changes; one set may be used by one thread at a
 /// time.
 ///
-/// A query costs as much as the same query on all regions together, but inside(), distToPoint() and
-/// isSelfIntersecting() look only at regions whose boxes matter. If the boundary of any region has
-/// fewer than 2 vertices or non-finite coordinates, they look at all regions, or all pairs.
+/// A query costs as much as the same query on all regions together, except that inside(),
+/// distToPoint() and isSelfIntersecting() look only at regions whose boxes matter. If the boundary
+/// of any region has fewer than 2 vertices or non-finite coordinates, they look at all regions, or
+/// all pairs.
 class CNTR_EXPORT qcRegionSet : public virtual qcPersistent, public virtual qcRepBase {
  public:
   /// An empty vector is accepted. With mode eOuterHull or eRegularize the set then replaces itself
@@ -38,7 +39,7 @@ class CNTR_EXPORT qcRegionSet : public virtual qcPersistent, public virtual qcRe
   /// The same for handles that may change their region; do not change it afterwards.
   qcRegionSet(const std::vector<qcPtrHandle<qcRegion>>& regions,
               qcContourDefs::IntersectionMode mode);
-  /// The same for handles of either kind listed in braces; `{}` is no regions.
+  /// The same for handles of either kind listed in braces; `{}` means no regions.
   qcRegionSet(std::initializer_list<qcPtrHandle_const<qcRegion>> regions,
               qcContourDefs::IntersectionMode mode);
   /// Shares the regions; copies the remembered answers.
@@ -53,7 +54,7 @@ class CNTR_EXPORT qcRegionSet : public virtual qcPersistent, public virtual qcRe
 
   /// The regions in order. O(n): the handles are copied.
   std::vector<qcPtrHandle_const<qcRegion>> regions() const { return regions_; }
-  /// Replaces the contents, forgets all answers and applies the mode.
+  /// Replaces the regions, forgets all answers and applies the mode.
   void regions(const std::vector<qcPtrHandle_const<qcRegion>>& regions,
                qcContourDefs::IntersectionMode mode);
   /// The same for handles that may change their region; do not change it afterwards.
@@ -73,14 +74,15 @@ class CNTR_EXPORT qcRegionSet : public virtual qcPersistent, public virtual qcRe
 
   /// Sum of qcRegion::area(considerHoles); 0 for an empty set. Overlaps count twice. Remembered.
   double area(bool considerHoles) const;
-  /// Mean of the regions' centres of mass, weighted with their areas; (0, 0) when the total area is
-  /// at most 1e-15 in size. Throws EmptyRegionSet. Remembered. With holes it asks each region's
-  /// centerOfMass(true), which returns the centre only once after each change of the region.
+  /// Mean of the regions' centres of mass, weighted by their areas; (0, 0) when the total area is
+  /// at most 1e-15 in absolute value. Throws EmptyRegionSet. Remembered. With holes it asks each
+  /// region's centerOfMass(true), which returns the centre only once after each change of the
+  /// region.
   qcVector<2> centerOfMass(bool considerHoles) const;
   /// Second moments about the common centre of mass. Throws EmptyRegionSet, and what
   /// qcRegion::inertiaMatrix() throws: with `considerHoles` no region may have holes. Remembered.
   qcMatrix<2> inertiaMatrix(bool considerHoles) const;
-  /// True when qcRegion::inside(p, considerHoles) is true for a region; false for an empty set.
+  /// True when qcRegion::inside(p, considerHoles) is true for any region; false for an empty set.
   bool inside(const qcVector<2>& p, bool considerHoles) const;
   /// The smallest qcRegion::distToPoint() with the same flags. Throws EmptyRegionSet.
   double distToPoint(const qcVector<2>& p, bool vertexOnly, bool considerHoles,
@@ -90,17 +92,19 @@ class CNTR_EXPORT qcRegionSet : public virtual qcPersistent, public virtual qcRe
   /// set.
   ///
   /// Remembered, and marked as known (with the answer false) before it is computed: when a region
-  /// makes the computation throw, the next call answers false. Check such sets by their regions.
+  /// makes the computation throw, the next call returns false. Check the regions of such sets one
+  /// by one.
   bool isSelfIntersecting() const;
   /// The smallest rectangle around all outlines mapped by `xform`. Throws EmptyRegionSet.
   /// Remembered by transform.
   qcRect encloseRect(const qcXform<2>& xform) const;
 
-  /// Merges regions that cross into one and makes every region well-formed by its own
-  /// regularize(). A set that is not self-intersecting is copied as it is. Remembered.
+  /// Merges regions that cross into one and repairs every region by its own regularize(). A set
+  /// that is not self-intersecting is copied as it is. Remembered.
   ///
-  /// Two regions are merged into one ring that runs around each in its own sense. What becomes of
-  /// their overlap depends on their winding and on their first vertices, see docs/repair.md.
+  /// Two regions are merged into one ring that runs around each in that region's own direction.
+  /// What becomes of their overlap depends on their winding and on their first vertices, see
+  /// docs/repair.md.
   ///
   /// Merging is a single pass over pairs i < j that looks at outlines only: a region that crosses
   /// the result of a later merge may stay unmerged. Where that matters, repeat until
@@ -118,15 +122,15 @@ class CNTR_EXPORT qcRegionSet : public virtual qcPersistent, public virtual qcRe
   void draw(qcUITablet& tablet, const qcColor& color, const qcUITablet::Layers& layers) const;
 
  protected:
-  /// Current record version 1: the qcPersistent record, the list of regions, cachedVectorSize,
-  /// which version 0 lacks.
+  /// Current record version 1: the qcPersistent record, the list of regions, cachedVectorSize.
+  /// Version 0, without cachedVectorSize, is still read.
   void dispatchSerialize(qcArchive& archive) override;
   /// The fields of a record of the given version; throws qcArchive::UnknownVersion for others.
   virtual void serialize_(qcArchive& archive, unsigned char version);
-  /// Hook for sets that carry data for each vertex: called when the regions have been set. Does
+  /// Hook for sets that carry data for each vertex: called after the regions have been set. Does
   /// nothing here.
   virtual void makeDataConsistentWithPoints();
-  /// Its counterpart: called when the data have been set.
+  /// Its counterpart: called after the data have been set.
   virtual void makePointsConsistentWithData();
   /// Forgets every answer and sends a change notice.
   virtual void cleanCacheInfo();
@@ -137,7 +141,7 @@ class CNTR_EXPORT qcRegionSet : public virtual qcPersistent, public virtual qcRe
   void checkEmptyRegionSet() const;
 
  private:
-  /// Lets the tests see what is remembered.
+  /// Gives the tests access to what is remembered.
   friend struct qc_RememberedBy;
 
   CNTR_LOCAL static qcPersistent* make();
@@ -145,7 +149,7 @@ class CNTR_EXPORT qcRegionSet : public virtual qcPersistent, public virtual qcRe
 
   CNTR_LOCAL void repair(qcContourDefs::IntersectionMode mode);
   CNTR_LOCAL bool hasCrossingPair() const;
-  /// The regions by place; null for small sets and for sets with regions that cannot be asked.
+  /// The regions by place; null for small sets and for sets with regions that cannot be queried.
   CNTR_LOCAL const cntr::index::RegionIndex* index() const;
   CNTR_LOCAL std::shared_ptr<const cntr::index::RegionIndex> madeIndex() const;
   CNTR_LOCAL void assignRepaired(qcRegionSet& result, bool outerHullMode) const;

@@ -11,7 +11,7 @@ namespace {
 using cntr::compute::WeighedPoint;
 using cntr::plane::Path;
 
-/// Points of the paths at steps of at most this share of their length.
+/// Points lie at steps of at most the length of the paths divided by this.
 constexpr double stepsOfLength = 512.0;
 
 std::vector<WeighedPoint> weighedPoints(const std::vector<Path>& paths) {

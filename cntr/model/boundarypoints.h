@@ -14,7 +14,8 @@
 
 namespace cntr::model {
 
-/// The paths of contours that have vertices, all of them finite.
+/// The paths of those contours that have vertices. Throws BadParams when a coordinate is not
+/// finite, EmptyContour when no contour has vertices.
 inline std::vector<plane::Path> pathsOf(const std::vector<qcContour>& contours) {
   std::vector<plane::Path> paths;
   for (const qcContour& contour : contours) {
@@ -30,7 +31,7 @@ inline std::vector<plane::Path> pathsOf(const std::vector<qcContour>& contours) 
   return paths;
 }
 
-/// An edge of a measured contour in equal steps.
+/// An edge of a measured contour, divided into equal steps.
 struct Steps {
   plane::Edge edge;
   std::size_t count = 1;
@@ -50,8 +51,8 @@ struct Steps {
   }
 };
 
-/// Calls visit(point, length that it stands for) for the points of a path. Each edge gives its
-/// beginning and the points within it.
+/// Calls visit(point, length that it stands for) for the points of a path. Each edge contributes
+/// its start and the points between its ends.
 template <class Visit>
 void forEachPoint(const plane::Path& path, double spacing, Visit visit) {
   std::vector<Steps> edges;

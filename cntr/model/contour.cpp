@@ -132,11 +132,11 @@ void qcContour::checkEmptyContour() const {
   if (points().size() < 2) throw qcContourDefs::EmptyContour();
 }
 
-// A copy may be closed where its source is open: a region is closed whatever its stored flag.
+// A copy may be closed while its source is open: a region is closed whatever its stored flag.
 qc_ContourCache& qcContour::cache() const {
   const bool closed = isClosed();
   if (!cache_ || cache_->ofClosed != closed) {
-    // "For overwrite": its members start empty, so there is no need to clear all of its memory too.
+    // "For overwrite": the members start empty, so the memory need not be cleared first.
     cache_ = std::make_unique_for_overwrite<qc_ContourCache>();
     cache_->ofClosed = closed;
   }

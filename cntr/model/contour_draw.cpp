@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// A contour on a drawing surface.
+// Draws a contour.
 
 #include <cntr/contour.h>
 #include <cntr/plane/path.h>

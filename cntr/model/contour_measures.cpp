@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
-// The contour's length, positions, nearest points, polygon, hull and ellipse: look whether the
-// answer is remembered, else compute and remember it.
+// The contour's length, positions, nearest points, polygon, hull and ellipse: returns the answer if
+// it is remembered, else computes and remembers it.
 
 #include <cntr/compute/length.h>
 #include <cntr/compute/nearest.h>

@@ -38,7 +38,7 @@ struct qc_BareCircle {
   double radius = 0.0;
 };
 
-/// The answers of one contour, each empty until it was asked for.
+/// The answers of one contour, each empty until it is first asked for.
 struct qc_ContourCache {
   /// Whether the contour was closed when the answers were computed.
   bool ofClosed = false;
@@ -55,14 +55,14 @@ struct qc_ContourCache {
   cntr::model::KeyedResults<qcXform<2>, cntr::plane::Box, cntr::model::XformKey> enclosingRects;
   std::optional<qc_EdgeShapes> edgeShapes;
   std::shared_ptr<const cntr::index::EdgeIndex> edgeIndex;
-  /// Directions asked for while there was no index of the edges.
+  /// The number of directions asked for while there was no index of the edges.
   std::size_t directions = 0;
-  /// For points asked about while there is no grid of containment.
+  /// For points asked about while there is no containment grid.
   std::optional<cntr::compute::Extents> extents;
-  /// That grid, unless the outline has been found to have none.
+  /// That grid, unless the outline has proved to have none.
   std::shared_ptr<const cntr::index::ContainmentGrid> containmentGrid;
   bool hasNoContainmentGrid = false;
-  /// One for each tolerance that was asked for.
+  /// One for each tolerance asked for.
   std::vector<std::shared_ptr<const cntr::index::VertexGrid>> vertexGrids;
   qc_WaysTaken waysTaken;
 };

@@ -15,7 +15,7 @@ void qcContourDefs::Errors::serialize_(qcArchive& archive, unsigned char version
   qcExceptionWithString::dispatchSerialize(archive);
 }
 
-// The four concrete classes differ in name and number alone.
+// The four concrete classes differ only in name and number.
 #define CNTR_DEFINE_EXCEPTION(Class, number)                                                      \
   qc_Instantiator qcContourDefs::Class::sExemplar(typeid(qcContourDefs::Class), &Class::make);    \
   qcPersistent* qcContourDefs::Class::make() { return new Class; }                                \

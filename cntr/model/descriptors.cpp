@@ -52,7 +52,7 @@ class Restore {
   int exponent_;
 };
 
-/// Whether a line's direction is turned round to have its angle in (-90, 90].
+/// Whether a line's direction must be reversed to have its angle in (-90, 90].
 bool isTurned(const Point& direction) noexcept {
   return direction.x() < 0.0 || (direction.x() == 0.0 && direction.y() < 0.0);
 }
@@ -89,7 +89,7 @@ class Frame {
   Twofold along;
   Twofold across;
 
-  /// Counter-clockwise from the corner that lies back on the edge.
+  /// Counter-clockwise from the corner at the back end of the edge.
   std::array<Point, 4> corners() const noexcept {
     const Twofold none;
     return {at(back_, none), at(front_, none), at(front_, top_), at(back_, top_)};
@@ -101,7 +101,7 @@ class Frame {
   }
 
  private:
-  /// The point at shares of the edge along and across it.
+  /// The point at these multiples of the edge along and across it.
   Point at(const Twofold& alongShare, const Twofold& acrossShare) const noexcept {
     const Twofold dx = sumOf(to_.x(), -from_.x());
     const Twofold dy = sumOf(to_.y(), -from_.y());
@@ -125,7 +125,7 @@ qcCircle circleOn(const Point& a, const Point& b, const Restore& restore) {
           restore(diameter * half)};
 }
 
-/// The circle through the corners of a triangle, seen from `a`.
+/// The circle through the corners of a triangle, relative to `a`.
 qcCircle circleThrough(const Point& a, const Point& b, const Point& c, const Restore& restore) {
   const Twofold bb = dotProduct(a, b, a, b).rounded();
   const Twofold cc = dotProduct(a, c, a, c).rounded();
@@ -137,8 +137,8 @@ qcCircle circleThrough(const Point& a, const Point& b, const Point& c, const Res
   return {restore(Twofold(a.x()) + x / area4, Twofold(a.y()) + y / area4), restore(radius)};
 }
 
-/// The circle through three points, seen from an end of the shortest side: the differences that it
-/// is made of lose no digits there.
+/// The circle through three points, relative to an end of the shortest side: there its differences
+/// lose no digits.
 qcCircle circleThrough(const CircleSupport& support, const Restore& restore) {
   auto [a, b, c] = support.points;
   const double ab = a.distance(b);

@@ -10,12 +10,12 @@ namespace {
 
 constexpr double piSquared = 9.869604401089358;
 
-/// A principal moment of this size or less belongs to a line or to nothing.
+/// A principal moment of at most this absolute value belongs to a line or to nothing.
 constexpr double smallestMoment = 1e-12;
 
 /// The semi-axis along which a solid ellipse has the second moment `along`, `across` being the
-/// other one. With semi-axes a and b the moments are pi a^3 b / 4 and pi a b^3 / 4, which gives a^8
-/// = 16 along^3 / (across pi^2).
+/// other one. With semi-axes a and b the moments are pi a^3 b / 4 and pi a b^3 / 4, so that a^8 =
+/// 16 along^3 / (across pi^2).
 double semiAxis(double along, double across) {
   const double eighthPower = 16.0 * (along * along * along) / (across * piSquared);
   return std::sqrt(std::sqrt(std::sqrt(eighthPower)));

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
 // Hu's invariants from the moments of third order, which are sums over edges. Moments are taken
-// about a point near the centre and at a size near 1, so that neither place nor size costs digits.
+// about a point near the centre and at a size near 1, so that neither place nor size loses digits.
 
 #include <cntr/descriptors.h>
 
@@ -52,14 +52,14 @@ struct Moments {
            60.0;
   }
 
-  /// False when nothing of the area but rounding errors of `terms` terms is left.
+  /// False when only rounding errors of `terms` terms are left of the area.
   bool hasArea(std::size_t terms) const noexcept {
     constexpr double epsilon = std::numeric_limits<double>::epsilon();
     return std::abs(m00) > epsilon * static_cast<double>(terms) * gross;
   }
 };
 
-/// A list of rings as seen from a point, at another size.
+/// A list of rings relative to a point, scaled.
 template <class Rings>
 Moments momentsOf(const Rings& rings, const Point& origin, double factor) noexcept {
   Moments moments;
@@ -79,7 +79,7 @@ Moments momentsOf(const Rings& rings, const Point& origin, double factor) noexce
 Invariants invariantsOf(const Moments& m) noexcept {
   const double cx = m.m10 / m.m00;
   const double cy = m.m01 / m.m00;
-  // Clockwise rings have all their moments with the other sign, and so have these powers.
+  // Clockwise rings have all their moments with the opposite sign, and so have these powers.
   const double squared = m.m00 * std::abs(m.m00);
   const double power = squared * std::sqrt(std::abs(m.m00));
   const double n20 = (m.m20 - cx * m.m10) / squared;

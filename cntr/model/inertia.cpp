@@ -79,7 +79,7 @@ struct Triangle {
 };
 
 /// The triangle turned so that the apex stands above its base. Every triangle has such a base;
-/// where rounding hides it (coordinates of about 1e6 on) the longest one serves.
+/// where rounding hides it (from coordinates of about 1e6 on), the longest side serves.
 Triangle onItsBase(const Triangle& given) {
   const std::array<Triangle, 3> turns{given, given.rotated(), given.rotated().rotated()};
   for (const Triangle& turn : turns) {
@@ -99,7 +99,7 @@ void mirror(LocalMoments& m) {
   m.mixed = -m.mixed;
 }
 
-/// The matrix of local moments, turned by the angle of cosine c and sine s.
+/// The matrix of local moments, rotated by the angle with cosine c and sine s.
 qcMatrix<2> turned(const LocalMoments& m, double c, double s) {
   const double xx = m.along * (c * c) - 2.0 * s * m.mixed * c + m.across * (s * s);
   const double yy = m.along * (s * s) + 2.0 * s * m.mixed * c + m.across * (c * c);
@@ -107,8 +107,8 @@ qcMatrix<2> turned(const LocalMoments& m, double c, double s) {
   return {xx, xy, xy, yy};
 }
 
-/// Inertia of one triangle, with signed area. The base's direction gives cosine and sine as x/len
-/// and y/len, without a detour through the angle.
+/// Inertia of one triangle, with signed area. Cosine and sine of the base's direction are x/len and
+/// y/len, without a detour through the angle.
 qc_InertiaData triangleInertiaData(const Triangle& given) {
   const Triangle t = onItsBase(given);
   const qcVector<2> base = t.b - t.a;
@@ -135,7 +135,7 @@ std::vector<qc_InertiaData> fanFrom(const qcVector<2>& center,
   return fan;
 }
 
-/// Adds up bodies, each once, in passes that each take the ones that qualify, in index order.
+/// Adds up bodies, each once, in passes; each pass takes those that qualify, in index order.
 class Accumulator {
  public:
   explicit Accumulator(const std::vector<qc_InertiaData>& parts)
@@ -163,8 +163,7 @@ double meanArea(const std::vector<qc_InertiaData>& parts) {
   return sum / static_cast<double>(parts.size());
 }
 
-/// How an operand of a sum enters: its weight in the parallel-axis terms and the sign of its
-/// matrix.
+/// How an operand enters a sum: its weight in the parallel-axis terms and the sign of its matrix.
 struct Weights {
   double first;
   double second;

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// What the questions about many points at once check first.
+// The check that comes first in queries about many points at once.
 
 #pragma once
 

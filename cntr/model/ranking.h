@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
-// An order of numbered items that is kept by rank: items are inserted at a rank, found by rank and
-// taken out by rank, each in O(log n). It knows nothing of what the items are.
+// An order of numbered items kept by rank: items are inserted, found and removed by rank, each in
+// O(log n). What the items are does not matter.
 
 #pragma once
 
@@ -22,18 +22,18 @@ class Ranking {
 
   std::size_t size() const noexcept { return nodes_.empty() ? 0 : nodes_[root_].count; }
 
-  /// Makes room for the items below `count`: inserting them allocates nothing.
+  /// Makes room for the items below `count`: inserting them then allocates nothing.
   void makeRoomFor(std::size_t count) { nodes_.resize(std::max(nodes_.size(), count + 1)); }
 
-  /// REQUIRES: rank <= size(); there is room for the item, and it is not in.
+  /// REQUIRES: rank <= size(); there is room for the item, and it is not in the order yet.
   void insert(std::size_t rank, Item item) noexcept;
-  /// Takes an item out. REQUIRES: rank < size().
+  /// Removes an item. REQUIRES: rank < size().
   Item erase(std::size_t rank) noexcept;
   /// REQUIRES: rank < size().
   Item at(std::size_t rank) const noexcept;
 
-  /// How many items come first for which isBefore(item) holds. REQUIRES: it holds for none after
-  /// one for which it does not.
+  /// The number of leading items for which isBefore(item) holds. REQUIRES: it holds for no item
+  /// after one for which it does not.
   template <class IsBefore>
   std::size_t countWhile(IsBefore isBefore) const {
     std::size_t count = 0;
@@ -47,7 +47,7 @@ class Ranking {
   }
 
  private:
-  /// A subtree by the number of its root: that of its item and one more.
+  /// A subtree by the number of its root: the number of its item plus one.
   using Tree = std::uint32_t;
   static constexpr Tree none = 0;
 

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// Points, segments and contours against the region's boundaries.
+// Queries of points, segments and contours against the region's boundaries.
 
 #include <algorithm>
 #include <cmath>
@@ -58,7 +58,7 @@ class NestedHoles {
   }
 
   qcVector<2> p_;
-  /// False, too, while a hole is being looked at.
+  /// Also false while a hole is being examined.
   std::unordered_map<const qcRegion*, bool> holds_;
   std::vector<Level> path_;
 };
@@ -86,7 +86,7 @@ const cntr::index::ContainmentGrid* qcRegion::containmentGrid() const {
   return known.containmentGrid.get();
 }
 
-// Only regions make one, which are closed: it need not be compared with the closed flag.
+// Only regions make a grid, and they are closed: there is no need to compare the closed flag.
 const cntr::index::ContainmentGrid* qcRegion::knownContainmentGrid() const {
   return cache_ ? cache_->containmentGrid.get() : nullptr;
 }

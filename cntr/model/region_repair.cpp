@@ -7,7 +7,7 @@
 
 namespace {
 
-/// The side test's distance from an edge, in median edge lengths.
+/// The distance of the side test from an edge, in median edge lengths.
 constexpr double probeShare = 0.01;
 
 [[noreturn]] void throwInvalidContour() { throw qcContourDefs::BadParams(L"invalid contour"); }

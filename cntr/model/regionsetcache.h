@@ -21,7 +21,7 @@ struct qc_RegionSetCache {
   std::array<std::optional<qcMatrix<2>>, 2> inertiaMatrix;
   std::optional<bool> isSelfIntersecting;
   cntr::model::KeyedResults<qcXform<2>, qcRect, cntr::model::XformKey> enclosingRects;
-  /// Whether the index below has been made, or found impossible (null).
+  /// Whether the index below has been made or has proved impossible (null).
   bool indexIsKnown = false;
   std::shared_ptr<const cntr::index::RegionIndex> index;
   qcPtrHandle_const<qcRegionSet> regularized;

@@ -52,7 +52,7 @@ qcRegionSet& qcRegionSet::operator=(const qcRegionSet& other) {
   ConstHandles regions = other.regions_;
   const long size = other.cachedVectorSize_;
   auto answers = other.cache_ ? std::make_unique<qc_RegionSetCache>(*other.cache_) : nullptr;
-  // A constructor that repairs comes here as well, with nobody to tell yet.
+  // A constructor that repairs gets here as well, when there is nobody to notify yet.
   cleanCacheInfo();  // NOLINT(clang-analyzer-optin.cplusplus.VirtualCall)
   regions_.swap(regions);
   cachedVectorSize_ = size;

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
-// The region set's measures and queries, made from those of its regions. Filling a remembered
-// answer sends one change notice.
+// The region set's measures and queries, computed from those of its regions. Remembering an answer
+// sends one change notice.
 
 #include <algorithm>
 #include <cmath>
