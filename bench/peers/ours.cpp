@@ -8,6 +8,7 @@
 #include <limits>
 #include <memory>
 #include <sstream>
+#include <stdexcept>
 
 #include <cntr/descriptors.h>
 #include <cntr/deviation.h>
@@ -285,6 +286,17 @@ SetOfRegions chainOfRegions(std::size_t n) {
   return std::make_shared<qcRegionSet>(regions, qcContourDefs::eNoIntersectionRepair);
 }
 
+/// n squares in a row, each of which shares an edge with the one before it.
+SetOfRegions rowOfTiles(std::size_t n) {
+  std::vector<qcPtrHandle_const<qcRegion>> regions;
+  for (std::size_t k = 0; k < n; ++k) {
+    const double x = 10.0 * static_cast<double>(k);
+    const Points outline{{x, 0}, {x + 10.0, 0}, {x + 10.0, 10.0}, {x, 10.0}};
+    regions.emplace_back(new qcRegion(outline, qcContourDefs::eNoIntersectionRepair));
+  }
+  return std::make_shared<qcRegionSet>(regions, qcContourDefs::eNoIntersectionRepair);
+}
+
 /// n squares, each inside the one before it.
 SetOfRegions squaresInSquares(std::size_t n) {
   std::vector<qcPtrHandle_const<qcRegion>> regions;
@@ -324,11 +336,22 @@ void askSets() {
     set.regularize(*result);
     return result;
   };
+  const auto isRefused = [](const qcRegionSet& set) {
+    try {
+      qcRegionSet result(set);
+      set.regularize(result);
+    } catch (const qcContourDefs::BadParams&) {
+      return true;
+    }
+    throw std::logic_error("the set was to be refused");
+  };
   const auto isSelfIntersecting = [](const qcRegionSet& set) { return set.isSelfIntersecting(); };
   askSetOnce("set isSelfIntersecting", apart, isSelfIntersecting);
   askSetOnce("set isSelfIntersecting (nested)", &squaresInSquares, isSelfIntersecting);
+  askSetOnce("set isSelfIntersecting (touching)", &rowOfTiles, isSelfIntersecting);
   askSetOnce("set regularize", apart, regularized);
   askSetOnce("set regularize (chain)", &chainOfRegions, regularized);
+  askSetOnce("set regularize (touching, refused)", &rowOfTiles, isRefused);
 }
 
 void storeAndCopy() {

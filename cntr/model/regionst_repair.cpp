@@ -2,12 +2,25 @@
 //
 // Repair of a region set: regions that cross are merged, then every region is made well-formed.
 
+#include <algorithm>
+#include <numeric>
+
 #include <cntr/compute/merging.h>
 #include <cntr/model/regionsetcache.h>
 
 namespace {
 
 using Handles = std::vector<qcPtrHandle_const<qcRegion>>;
+
+/// The places of the regions, ascending by the number of their vertices.
+std::vector<std::size_t> smallestFirst(const Handles& regions) {
+  std::vector<std::size_t> places(regions.size());
+  std::iota(places.begin(), places.end(), std::size_t{0});
+  std::stable_sort(places.begin(), places.end(), [&](std::size_t a, std::size_t b) {
+    return regions[a]->points().size() < regions[b]->points().size();
+  });
+  return places;
+}
 
 }  // namespace
 
@@ -37,17 +50,20 @@ void qcRegionSet::assignRepaired(qcRegionSet& result, bool outerHullMode) const 
   result = *kept;
 }
 
+// A region that cannot be made well-formed refuses the whole set, always in the same way. So those
+// that can be tried quickly come first: the outline that many touching regions were merged into may
+// cross itself at as many places as there are pairs of them.
 void qcRegionSet::outerHullRegularize(qcRegionSet& result, bool outerHullMode) const {
   checkEmptyRegionSet();
   Handles shaped = merged();
-  for (auto& region : shaped) {
+  for (const std::size_t place : smallestFirst(shaped)) {
     const qcPtrHandle<qcRegion> repaired(new qcRegion);
     if (outerHullMode) {
-      region->outerHull(*repaired);
+      shaped[place]->outerHull(*repaired);
     } else {
-      region->regularize(*repaired);
+      shaped[place]->regularize(*repaired);
     }
-    region = repaired;
+    shaped[place] = repaired;
   }
   result = qcRegionSet(shaped, qcContourDefs::eNoIntersectionRepair);
 }

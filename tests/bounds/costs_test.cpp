@@ -139,6 +139,25 @@ TEST(CostTest, OfMergingRegionsInRegions) {
   EXPECT_EQ(repaired(regions), 10000U);
 }
 
+/// Squares of 10 that lie in a row, each `step` from the one before it, every other one `stagger`
+/// higher.
+Regions tilesInARow(const qcVector<2>& step, double stagger) {
+  Regions tiles;
+  for (int i = 0; i < 10000; ++i) {
+    tiles.push_back(rectangle(i * step.x(), i * step.y() + (i % 2) * stagger, 10, 10));
+  }
+  return tiles;
+}
+
+TEST(CostTest, OfRefusingTilesThatTouch) {
+  // The outline of half of them crosses itself at millions of places.
+  EXPECT_THROW(repaired(tilesInARow({10, 0}, 0)), qcContourDefs::BadParams);
+  EXPECT_THROW(repaired(tilesInARow({10, 0}, 3)), qcContourDefs::BadParams);
+  EXPECT_THROW(repaired(tilesInARow({10, 3}, 0)), qcContourDefs::BadParams);
+  EXPECT_THROW(repaired(tilesInARow({10, 10}, 0)), qcContourDefs::BadParams);
+  EXPECT_THROW(repaired(tilesInARow({9.999999, 0}, 0)), qcContourDefs::BadParams);
+}
+
 // Functions of points and contours.
 
 TEST(CostTest, OfDescriptorsOfPointsThatAreAllOnTheirHull) {

@@ -3,6 +3,9 @@
 // Region sets against testing/plain: the same bits, or the same exception with the same message,
 // for sets of disjoint, touching, overlapping and nested regions.
 
+#include <algorithm>
+#include <array>
+
 #include <cntr/regionst.h>
 #include <gtest/gtest.h>
 #include <testing/plain/set.h>
@@ -191,6 +194,79 @@ TEST(RegionSetPropertiesTest, SquaresAreMergedAsThePlainOnes) {
     if (outcome([&] { return plain::outerHull(regions); }).index() == 0) ++repaired;
   });
   EXPECT_GT(repaired, repetitions(500));
+}
+
+/// How tiles lie: in a row, in rows or bricks; `shift` is that of each against the one before it.
+struct Tiling {
+  std::size_t columns;
+  plain::Point shift;
+  double shiftOfRows;
+  /// 0 where tiles share edges or corners; else how far they are from it, one way or the other.
+  double distance;
+};
+
+Tiling anyTiling(shapes::Random& random, std::size_t count) {
+  static constexpr std::array<double, 6> distances = {0.0, 0.0, 0.0, -1e-6, 1e-7, -0.5e-6};
+  const std::size_t columns = random.chance(0.7) ? count : 1 + random.below(8);
+  const double x = random.chance(0.7) ? 10.0 : static_cast<double>(5 + random.below(6));
+  const double y = random.chance(0.5) ? 0.0 : static_cast<double>(random.below(11));
+  const double shiftOfRows = random.chance(0.5) ? 0.0 : static_cast<double>(random.below(10));
+  return {columns, {x, y}, shiftOfRows, distances[random.below(distances.size())]};
+}
+
+/// A square of 10, a diamond, or a square with vertices on its sides, from any vertex on.
+plain::Points anyTile(shapes::Random& random, std::size_t kind, double x, double y) {
+  plain::Points points = {{x, y}, {x + 10, y}, {x + 10, y + 10}, {x, y + 10}};
+  if (kind == 1) points = {{x, y + 5}, {x + 5, y}, {x + 10, y + 5}, {x + 5, y + 10}};
+  if (kind == 2) {
+    points.insert(points.begin() + 1, {x + 5, y});
+    points.emplace_back(x, y + 5);
+  }
+  if (random.chance(0.1)) points.insert(points.begin() + 2, points[1]);
+  return points;
+}
+
+/// Tiles that touch, or come near each other or overlap by a little, all walked in one sense or
+/// not, some with a hole.
+NamedSet anyTiles(shapes::Random& random, std::size_t most) {
+  NamedSet set;
+  const std::size_t count = 2 + random.below(most - 1);
+  const Tiling tiling = anyTiling(random, count);
+  const std::size_t kind = random.below(4);
+  const std::size_t start = random.below(4);
+  const double reversed = random.chance(0.5) ? 0.0 : random.uniform();
+  const double stagger = random.chance(0.3) ? static_cast<double>(1 + random.below(9)) : 0.0;
+  const double origin = random.chance(0.7) ? 0.0 : 1000.0;
+  for (std::size_t k = 0; k < count; ++k) {
+    const auto column = static_cast<double>(k % tiling.columns);
+    const auto row = static_cast<double>(k / tiling.columns);
+    const double x = column * (tiling.shift.x() + tiling.distance) + row * tiling.shiftOfRows;
+    const double y =
+        column * tiling.shift.y() + row * (10.0 + tiling.distance) + (k % 2 == 0 ? 0.0 : stagger);
+    plain::Points points = anyTile(random, kind, x + origin, y + origin);
+    if (random.chance(reversed)) std::reverse(points.begin(), points.end());
+    std::rotate(points.begin(), points.begin() + static_cast<std::ptrdiff_t>(start), points.end());
+    plain::Region tile{points, {}};
+    if (random.chance(0.1)) tile.holes = {{shapes::cloud(random, 3), {}}};
+    set.regions.push_back(tile);
+  }
+  return set;
+}
+
+TEST(RegionSetPropertiesTest, TilesAreRepairedAsThePlainOnes) {
+  shapes::Random random(208);
+  std::size_t repaired = 0;
+  std::size_t refused = 0;
+  forEachRound(repetitions(1500), [&](std::size_t round) {
+    const NamedSet set = anyTiles(random, round % 50 == 0 ? 60 : 14);
+    SCOPED_TRACE(testing::PrintToString(set.regions));
+    expectSameRepair(set.regions);
+    if (!plain::isSelfIntersecting(set.regions)) return;
+    const auto regular = outcome([&] { return plain::regularize(set.regions); });
+    ++(regular.index() == 0 ? repaired : refused);
+  });
+  EXPECT_GT(repaired, repetitions(100));
+  EXPECT_GT(refused, repetitions(100));
 }
 
 /// Many small regions over an area that they fill sparsely or crowd; the first one may lie far

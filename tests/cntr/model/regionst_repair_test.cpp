@@ -8,6 +8,7 @@
 #include <gtest/gtest.h>
 
 #include "region_fixtures.h"
+#include "remembered.h"
 
 namespace {
 
@@ -72,6 +73,45 @@ TEST(RegionSetRepairTest, ASelfCrossingRegionIsRepairedByItself) {
   EXPECT_EQ(hull[1]->points(), qcRegion(bowTie(), qcContourDefs::eOuterHull).points());
   EXPECT_EQ(regularized({handle(bowTie())})[0]->points(),
             qcRegion(bowTie(), qcContourDefs::eRegularize).points());
+}
+
+/// Two loops that meet at (1, 1), one of them with this many vertices more.
+Points bowTieWith(std::size_t vertices, double x) {
+  Points points = bowTie();
+  for (qcVector<2>& p : points) p = p + qcVector<2>(x, 0);
+  for (std::size_t i = 0; i < vertices; ++i) {
+    points.emplace_back(x - 1.0 - static_cast<double>(i), 1.0);
+  }
+  return points;
+}
+
+TEST(RegionSetRepairTest, RepairedRegionsStayInTheirPlacesWhateverTheirSizes) {
+  const std::vector<Points> given = {bowTieWith(5, 0), bowTie(), bowTieWith(2, 50),
+                                     bowTieWith(5, 90), bowTieWith(1, 130)};
+  Handles regions;
+  for (const Points& points : given) regions.push_back(handle(points));
+  regions[1] = handle(square(200, 0, 4));
+  const Handles result = regularized(regions);
+  const Handles hulls = hullsOf(regions);
+  ASSERT_EQ(result.size(), regions.size());
+  ASSERT_EQ(hulls.size(), regions.size());
+  for (std::size_t k = 0; k < regions.size(); ++k) {
+    qcRegion alone;
+    regions[k]->regularize(alone);
+    EXPECT_EQ(result[k]->points(), alone.points()) << "at place " << k;
+    regions[k]->outerHull(alone);
+    EXPECT_EQ(hulls[k]->points(), alone.points()) << "at place " << k;
+  }
+}
+
+TEST(RegionSetRepairTest, ASmallRegionRefusesTheSetBeforeALargerOneIsRepaired) {
+  const Handle large = handle(bowTieWith(4, 50));
+  EXPECT_EQ(badParamsOf([&] { regularized({large, handle(pentagram())}); }), L"invalid contour");
+  EXPECT_EQ(badParamsOf([&] { hullsOf({large, handle(pentagram())}); }), L"invalid contour");
+  // The repair of a region begins with the median of its edges.
+  EXPECT_FALSE(qc_RememberedBy::contour(*large).medianFeatureSize.has_value());
+  regularized({large, handle(bowTie())});
+  EXPECT_TRUE(qc_RememberedBy::contour(*large).medianFeatureSize.has_value());
 }
 
 TEST(RegionSetRepairTest, RegionsThatCrossNothingAreCopiedWithTheirHoles) {
