@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
-// Marks what libcntrsets offers to its users, and the little that libcntrtable needs of what is not
-// installed; everything else in it is hidden. cntr/export.h does
-// the same for libcntr.
+// Marks what libcntrsets offers to its users, and the few internal functions that libcntrtable
+// needs; everything else in it is hidden. cntr/export.h does the same for libcntr.
 #pragma once
 
 /// @def CNTRSETS_EXPORT

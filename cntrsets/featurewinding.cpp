@@ -13,7 +13,7 @@ namespace {
 
 constexpr std::size_t mostEntriesPerEdge = 4;
 
-/// 1 for an edge that passes to the right of the point upwards, -1 downwards.
+/// 1 for an edge that passes upwards on the right of the point, -1 for one that passes downwards.
 int passing(const Point& a, const Point& b, const Point& p) {
   if (a.y() <= p.y()) return b.y() > p.y() && orientation(a, b, p) > 0 ? 1 : 0;
   return b.y() <= p.y() && orientation(a, b, p) < 0 ? -1 : 0;
@@ -89,8 +89,8 @@ void FeatureWinding::place(const std::vector<Edge>& edges) {
       edges_[next[slab]++] = edge;
 }
 
-/// How often the ring of an entry winds around the point, counter-clockwise positive; leaves
-/// `entry` at the next ring's.
+/// How often the ring of an entry winds around the point, counter-clockwise positive; moves `entry`
+/// to that of the next ring.
 int FeatureWinding::timesAround(std::size_t& entry, std::size_t end, const Point& p) const {
   const std::uint32_t ring = edges_[entry].ring;
   int times = 0;
@@ -109,7 +109,7 @@ std::optional<std::size_t> FeatureWinding::partAround(const Point& p) const {
   const std::size_t end = begins_[slab + 1];
   for (std::size_t entry = begins_[slab]; entry < end;) {
     const Role& role = roles_[edges_[entry].ring];
-    // No hole of that part is left.
+    // That part has no more holes.
     if (part && *part != role.part) return part;
     if (timesAround(entry, end, scaled) == 0) continue;
     part = role.isHole ? std::nullopt : std::optional(role.part);

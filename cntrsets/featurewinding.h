@@ -14,18 +14,18 @@
 
 namespace cntr::sets {
 
-/// The edges of a feature, scaled. All are looked at for each point, until they are sorted into
-/// slabs by their heights.
+/// The edges of a feature, scaled. Each point looks at all of them, until they are sorted into
+/// slabs by height.
 class FeatureWinding {
  public:
   /// REQUIRES: no ring is empty, coordinates are finite.
   FeatureWinding(const std::vector<qcRings>& feature, const Scaling& scaling);
 
-  /// Makes questions fast: O(n) for well-behaved outlines, less than 5 n in memory.
+  /// Makes queries fast: O(n) for well-behaved outlines, with less than 5 n entries in memory.
   void sortIntoSlabs();
 
-  /// The first part whose outline winds around the point while none of its holes does; the answer
-  /// for a point on an edge is that for the points just beyond it. REQUIRES: a finite point.
+  /// The first part whose outline winds around the point while none of its holes does. A point on
+  /// an edge gets the answer for the points just beyond the edge. REQUIRES: a finite point.
   std::optional<std::size_t> partAround(const Point& p) const;
 
  private:
@@ -48,15 +48,15 @@ class FeatureWinding {
   int timesAround(std::size_t& entry, std::size_t end, const Point& p) const;
 
   Scaling scaling_;
-  /// Ring by ring, each with its first vertex again at its end.
+  /// Ring by ring, each with its first vertex repeated at the end.
   std::vector<Point> vertices_;
   std::vector<Role> roles_;
   double low_ = 0.0;
   double height_ = 0.0;
   std::size_t slabs_ = 1;
-  /// Where each slab's edges begin in edges_, and after the last where they end.
+  /// Where each slab's edges begin in edges_, and where those of the last one end.
   std::vector<std::size_t> begins_;
-  /// In each slab in the order of rings.
+  /// Slab by slab, in each in the order of the rings.
   std::vector<Edge> edges_;
 };
 

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// The same rings in the structures of two libraries, and GEOS's judgement of a result.
+// Converts rings to and from GEOS, and asks GEOS whether a result is valid.
 
 #include <cntrsets/geos.h>
 
@@ -20,7 +20,7 @@ qcGeosGeometry owned(GEOSContextHandle_t context, GEOSGeometry* geometry) {
   return {geometry, qcGeosDestroy{context}};
 }
 
-/// Takes the geometries out of their owners.
+/// Takes the geometries from their owners.
 std::vector<GEOSGeometry*> released(std::vector<qcGeosGeometry> owners) {
   std::vector<GEOSGeometry*> geometries(owners.size());
   std::transform(owners.begin(), owners.end(), geometries.begin(),

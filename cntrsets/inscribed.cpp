@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// The boundary of a filled set, brought to coordinates of its own for the search in roomiest.h.
+// Brings the boundary of a filled set to local coordinates for the search in roomiest.h.
 
 #include <cntrsets/inscribed.h>
 
@@ -20,7 +20,7 @@ using cntr::sets::RingList;
 using cntr::sets::Room;
 using cntr::sets::Side;
 
-/// As a share of the extent: even the hardest shapes take a bounded time.
+/// As a fraction of the extent: even the hardest shapes take a bounded time.
 constexpr double leastTolerance = 1e-10;
 
 }  // namespace

@@ -16,28 +16,28 @@
 
 /// A circle inside the feature's filled set (eNonZero, see sets.h; boundaries of parts that lie
 /// within the set do not count), whose radius is at most `tolerance` smaller than that of the
-/// largest one. Of several largest circles it is one, always the same for the same feature. A
-/// feature that fills nothing gives the circle of radius 0 about (0, 0), one without room for a
-/// circle larger than the tolerance radius 0 about a vertex.
+/// largest one. If there are several largest circles, it is always the same one for the same
+/// feature. A feature that fills nothing gives a circle of radius 0 about (0, 0), one without room
+/// for a circle larger than the tolerance a circle of radius 0 about a vertex.
 ///
 /// The radius is the distance of the centre from the boundary, up to rounding: 1e-15 of the extent
 /// (the longer side of the bounding box), and that of the centre's coordinates. A tolerance below
-/// 1e-10 of the extent counts as that much. Throws qcContourDefs::BadParams "tolerance is not
+/// 1e-10 of the extent is raised to that. Throws qcContourDefs::BadParams "tolerance is not
 /// positive", "a coordinate is not a finite number", "the feature is too thin for the tolerance"
-/// when that would take more than about a second (2^20 pieces and 256 for each vertex), and what
+/// when the search would take more than about a second (2^20 pieces plus 256 per vertex), and what
 /// qf_MakeValid() throws for rings that touch, cross or overlap.
 ///
-/// The bounding box is halved again and again, and a piece is dropped when no point of it can be
-/// farther from the boundary by more than the tolerance than the farthest one so far (P. Hansen, D.
-/// Peeters, D. Richard, J.-F. Thisse, "The minisum and minimax location problems revisited",
-/// Operations Research 33, 1985). What a piece can reach is bounded by those edges alone that are
-/// near it: distances from edges are convex, and a weighted mean of them, whose weights the linear
-/// program of their tangents gives, is largest at a corner. O(n log n) for most outlines, and less
-/// than qf_RingContact() takes. Worst where a gap between edges has the same width all along: each
-/// vertex beside it then takes a number of pieces that grows with log(width / tolerance). Where n
-/// edges are equally far from a point, looking for the nearest one there takes O(n). A shape much
-/// thinner than it is long takes a number of pieces that grows with length / width, as long as the
-/// width exceeds the tolerance.
+/// The bounding box is halved repeatedly, and a piece is dropped when none of its points can be
+/// farther from the boundary, by more than the tolerance, than the farthest point so far (P.
+/// Hansen, D. Peeters, D. Richard, J.-F. Thisse, "The minisum and minimax location problems
+/// revisited", Operations Research 33, 1985). What a piece can reach is bounded by the edges near
+/// it: distances from edges are convex, and a weighted mean of them, with weights from the linear
+/// program of their tangents, is largest at a corner. O(n log n) for most outlines, and less than
+/// qf_RingContact() takes. The worst case is a gap between edges that has the same width all along:
+/// each vertex beside it then takes a number of pieces that grows with log(width / tolerance). If n
+/// edges are equally far from a point, finding the nearest one there takes O(n). A shape much
+/// longer than wide takes a number of pieces that grows with length / width, as long as the width
+/// exceeds the tolerance.
 CNTRSETS_EXPORT qcCircle qf_InscribedCircle(const std::vector<qcRings>& feature, double tolerance);
 
 /// The same for a feature whose contact is known.

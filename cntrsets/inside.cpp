@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
-// The library is asked first; exact winding numbers correct it. After many questions a grid answers
-// for both.
+// The library is asked first; exact winding numbers correct its answer. After many questions a grid
+// answers for both.
 
 #include <cntrsets/inside.h>
 
@@ -28,10 +28,10 @@ using Ring = std::vector<Point>;
 
 constexpr std::size_t fewestInRing = 3;
 
-/// Nearer than this to an edge the library has the last word.
+/// For points nearer than this to an edge, the library's answer stands.
 constexpr double nearEdge = 1e-6;
 
-/// Sorting edges into slabs takes as long as this many points do without them.
+/// Sorting edges into slabs takes as long as this many points take without slabs.
 constexpr std::size_t pointsBeforeSlabs = 8;
 
 /// Building a grid takes as long as answering this many points without one.
@@ -39,10 +39,11 @@ constexpr std::size_t pointsBeforeGrid(std::size_t vertices) { return 2 * (verti
 
 }  // namespace
 
-// Not unnamed: parts of a class that others see.
+// In a named namespace, because they are parts of a public class.
 namespace cntr::sets {
 
-/// One part as regions of the library, holes apart, since a region refuses holes that touch it.
+/// One part as regions of the library; the holes are separate, since a region refuses holes that
+/// touch it.
 class PartRegions {
  public:
   explicit PartRegions(const qcRings& part) : outline_(regionOf(part.outline)) {
@@ -75,7 +76,7 @@ class PartRegions {
   std::vector<qcRegion> holes_;
 };
 
-/// What decides about points one by one.
+/// Decides about points one by one.
 class AskedFeature {
  public:
   AskedFeature(const std::vector<qcRings>& feature, const Scaling& scaling)
@@ -87,7 +88,7 @@ class AskedFeature {
 
   void sortIntoSlabs() { winding_.sortIntoSlabs(); }
 
-  /// Of rings that bound their area simply this says the same as parity.
+  /// For rings that bound their area simply, this agrees with parity.
   bool isFilled(const Point& p) const { return winding_.partAround(p).has_value(); }
 
   bool holds(const Point& p) const {
@@ -102,7 +103,7 @@ class AskedFeature {
 
  private:
   FeatureWinding winding_;
-  /// One for each part, or none at all where rings cross or overlap.
+  /// One for each part, or none at all if rings cross or overlap.
   std::vector<PartRegions> regions_;
 };
 
@@ -159,7 +160,7 @@ struct qcInside::State {
   std::size_t vertices = 0;
   /// The box of all outlines.
   Box box;
-  /// How often neither box nor grid had the answer.
+  /// The number of questions that neither box nor grid could answer.
   std::size_t questions = 0;
   std::optional<cntr::sets::AskedFeature> asked;
   std::optional<InsideGrid> grid;

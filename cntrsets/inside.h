@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// Which points lie in a feature: the answer of the program, of tables and of joins.
+// Which points lie in a feature: the answer given by the program, by tables and by joins.
 
 #pragma once
 
@@ -14,41 +14,40 @@
 /// @addtogroup setoperations
 /// @{
 
-/// A feature that is asked which points lie in its filled set (eNonZero, see sets.h).
+/// Tells which points lie in the filled set of a feature (eNonZero, see sets.h).
 ///
-/// For rings that are simple or touch (filled.h) the answer is that of the library's regions:
-/// inside some part's outline as qcRegion::inside() sees it and, likewise, in none of that part's
-/// holes. But a point that is outside by the exact number of edges on one side of it, and farther
-/// than 1e-6 from every edge, is outside: the ray by which a region decides can be too short near a
-/// corner of the bounding box.
+/// For rings that are simple or touch (filled.h) the answer is that of the library's regions: by
+/// qcRegion::inside(), the point lies in some part's outline and in none of that part's holes. But
+/// a point that is outside by exact even-odd parity, and farther than 1e-6 from every edge, is
+/// outside: the ray by which a region decides can be too short near a corner of the bounding box.
 ///
-/// For rings that cross or overlap exact winding numbers decide, of points on an edge those just
-/// beyond it: an edge between two filled faces is inside, one on the boundary may fall on either
-/// side.
+/// For rings that cross or overlap, exact winding numbers decide; a point on an edge gets those of
+/// the points just beyond it: an edge between two filled faces is inside, one on the boundary may
+/// fall on either side.
 ///
 /// Rings of fewer than 3 vertices hold no points, and no point outside the box of all outlines is
 /// inside. Points may have any coordinates.
 ///
-/// Questions remember what later ones need and never change an answer; therefore a feature belongs
-/// to one thread at a time, as shapes do. The first point in the box costs as much as
-/// qf_RingContact() and a pass over all edges; after a few points, one costs O(log n) for
-/// well-behaved outlines; after as many as there are vertices, most answers are a look-up of some
-/// nanoseconds, in up to 300 bytes for each vertex. O(n) for each point at worst.
+/// Queries remember what later ones need, which never changes an answer; an object may therefore be
+/// used by one thread at a time, like a shape. The first point in the box costs as much as
+/// qf_RingContact() and a pass over all edges; after a few points, each costs O(log n) for
+/// well-behaved outlines; after about as many as there are vertices, most answers are a look-up of
+/// some nanoseconds, in up to 300 bytes per vertex. O(n) for each point at worst.
 class CNTRSETS_EXPORT qcInside {
  public:
-  /// Of a copy of the feature. Throws qcContourDefs::BadParams "a coordinate is not a finite
-  /// number". O(n).
+  /// Copies the feature. Throws qcContourDefs::BadParams "a coordinate is not a finite number".
+  /// O(n).
   explicit qcInside(const std::vector<qcRings>& feature);
   /// Takes over the feature of `other`, which can then only be assigned to or destroyed.
   qcInside(qcInside&& other) noexcept;
-  /// The same, in place of this object's feature.
+  /// The same; replaces this object's feature.
   qcInside& operator=(qcInside&& other) noexcept;
   ~qcInside();
 
-  /// Whether the point lies in it.
+  /// Whether the point lies in the feature.
   bool contains(const qcVector<2>& p) const;
-  /// The same in answers[i] for points[i]. Throws BadParams "as many answers as points are needed",
-  /// and answers nothing, when the numbers differ.
+  /// The same in answers[i] for points[i]. When the numbers differ, throws BadParams "as many
+  /// answers as points are needed" and answers nothing.
   void contains(std::span<const qcVector<2>> points, std::span<bool> answers) const;
 
  private:
@@ -58,7 +57,8 @@ class CNTRSETS_EXPORT qcInside {
 };
 
 /// For each point whether qcInside says that it lies in the feature. O((n + m) log n) for n
-/// vertices of well-behaved outlines and m points, O(n m) at worst. Throws as its constructor does.
+/// vertices of well-behaved outlines and m points, O(n m) at worst. Throws what its constructor
+/// throws.
 CNTRSETS_EXPORT std::vector<bool> qf_Inside(const std::vector<qcRings>& feature,
                                             std::span<const qcVector<2>> points);
 

@@ -15,17 +15,18 @@ namespace cntr::sets {
 
 namespace {
 
-/// Cells for each vertex, of a byte each, and those of the smallest features.
+/// Cells per vertex, of a byte each, and those of the smallest features.
 constexpr double cellsPerVertex = 32.0;
 constexpr double fewestCells = 1024.0;
-/// Cells that edges pass through, for each vertex.
+/// Cells that edges pass through, per vertex.
 constexpr double passedPerVertex = 16.0;
-/// A cell is at least this many reaches wide, or few cells would be far from all edges.
+/// A cell is at least this many reaches wide, since otherwise few cells would be far from all
+/// edges.
 constexpr double reachesPerCell = 4.0;
 constexpr double reachesAcross = 16.0;
 
-/// How far from a cell all edges are when it holds an answer: beyond the margin of condition (b) by
-/// more than any rounding.
+/// How far all edges are from a cell that holds an answer: farther than the margin of condition (b)
+/// by more than any rounding.
 double reachFor(const RingList& rings) {
   std::size_t most = 3;
   for (const std::span<const Point>& ring : rings.rings()) most = std::max(most, ring.size());
@@ -37,7 +38,7 @@ const Point& before(std::span<const Point> ring, std::size_t k) {
   return ring[k == 0 ? ring.size() - 1 : k - 1];
 }
 
-/// About as many cells of width 1 do all edges pass through.
+/// Roughly how many cells of width 1 all edges pass through.
 double extentOfEdges(const RingList& rings) {
   double sum = 0.0;
   for (const std::span<const Point>& ring : rings.rings()) {
@@ -66,7 +67,7 @@ double farthestIn(const plane::Box& box, const Point& p) {
       .len();
 }
 
-/// What condition (d) asks of a ring.
+/// What condition (d) requires of a ring.
 struct RayOfRing {
   explicit RayOfRing(std::span<const Point> ring) : first(ring.front()) {
     for (const Point& p : ring) {
@@ -95,7 +96,7 @@ struct RayOfRing {
 
 }  // namespace
 
-/// Finds the cells that edges come near, then asks about one cell of each run of the others.
+/// Finds the cells that edges come near, then asks about one cell in each run of the others.
 class InsideGrid::Builder {
  public:
   Builder(InsideGrid& grid, const RingList& rings, double reach)

@@ -1,14 +1,14 @@
 // SPDX-License-Identifier: MIT
 //
-// A grid over a feature that answers most questions of qcInside by one look-up. Where no edge comes
-// near a cell, all its points are filled or none is, and it holds the answer
+// A grid over a feature that answers most questions of qcInside by one look-up. If no edge comes
+// near a cell, all its points are filled or none is, and the cell holds the answer
 //
-//   outside  where they are not filled: every point is farther from all edges than 1e-6;
-//   inside   where they are filled, and the regions of the library are bound to say so as well.
+//   outside  if they are not filled: every point is farther from all edges than 1e-6;
+//   inside   if they are filled, and the regions of the library are certain to say so, too.
 //
-// The latter is so under the conditions at the head of cntr/index/containmentgrid.h, under which a
-// region's own grid answers, too. What is near an edge here is near by the larger margin of
-// condition (b) there, and cells in which condition (d) may fail hold no answer.
+// The latter is so under the conditions of cntr/index/containmentgrid.h, under which a region's own
+// grid answers, too. "Near" means within the larger margin of condition (b) there, and cells in
+// which condition (d) may fail hold no answer.
 
 #pragma once
 
@@ -23,17 +23,17 @@
 
 namespace cntr::sets {
 
-/// Cells of a feature's box, each with what is known of all its points.
+/// Cells of a feature's box, each with what is known about all its points.
 class InsideGrid {
  public:
   enum class Answer : std::uint8_t { eUnknown, eOutside, eInside };
   using IsFilled = std::function<bool(const qcVector<2>&)>;
 
-  /// False where too few cells would hold an answer: in very thin features and those with large
-  /// coordinates. `box` is that of all outlines.
+  /// False if too few cells would hold an answer: for very thin features and for large coordinates.
+  /// `box` is that of all outlines.
   static bool isPossible(const std::vector<qcRings>& feature, const plane::Box& box);
 
-  /// REQUIRES: isPossible(feature, box); each ring has 3 vertices or more. `isFilled` tells which
+  /// REQUIRES: isPossible(feature, box); each ring has at least 3 vertices. `isFilled` tells which
   /// points are in the filled set.
   InsideGrid(const std::vector<qcRings>& feature, const plane::Box& box, const IsFilled& isFilled);
 
@@ -51,7 +51,7 @@ class InsideGrid {
   std::size_t rowOf(double y) const noexcept {
     return cellOf((y - box_.minY) * rowsPerUnit_, lastRow_);
   }
-  /// Converting to a signed integer takes one instruction, to an unsigned one several.
+  /// Rounds down. Converting to a signed integer takes one instruction, to an unsigned one several.
   static std::size_t cellOf(double place, double last) noexcept {
     return static_cast<std::size_t>(
         static_cast<std::int32_t>(std::min(std::max(place, 0.0), last)));

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 //
-// Sums over the edges of a ring, of the integrals over the triangles from the origin to each edge.
-// Four edges are summed up at once, by instructions for four doubles where the processor has them;
-// the answers are the same without.
+// Sums, over the edges of a ring, of the integrals over the triangles from the origin to each edge.
+// Four edges are added at once, by instructions for four doubles if the processor has them; the
+// answers are the same without.
 
 #include <cntrsets/integrals.h>
 
@@ -22,8 +22,8 @@ using plane::Twofold;
 using plane::TwofoldOf;
 using TwofoldLanes = TwofoldOf<Lanes>;
 
-/// A sum of very many terms, with the digits of three doubles. Unlike a Twofold it takes on each
-/// term without waiting for all that is known of those before.
+/// A sum of very many terms, with the digits of three doubles. Unlike a Twofold, it takes each term
+/// without waiting for the complete sum of those before.
 template <class Number>
 class LongSum {
  public:
@@ -78,7 +78,7 @@ class AreaSum {
   LongSum<Lanes> sum_;
 };
 
-/// What the area and the centre come from.
+/// The sums for the area and the centre.
 class CentreSums {
  public:
   [[gnu::always_inline]] void add(const LanePoints& a, const LanePoints& b) {
@@ -136,7 +136,7 @@ using Points = std::array<qcVector<2>, plane::lanes>;
           Lanes{p[0].y(), p[1].y(), p[2].y(), p[3].y()}};
 }
 
-/// The sum over all edges; edges at the origin, which add nothing, fill the last lanes.
+/// The sum over all edges; edges at the origin, which add nothing, fill unused lanes at the end.
 template <class Sum>
 [[gnu::always_inline]] inline auto sumOver(std::span<const qcVector<2>> ring, const Frame& frame) {
   Sum sum;

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// Integrals over what rings bound, with twice the digits of a double.
+// Integrals over the areas that rings bound, with twice the digits of a double.
 
 #pragma once
 
@@ -34,13 +34,13 @@ struct Integrals {
 /// Over the ring in the coordinates of the frame, negative where it runs clockwise.
 Integrals integralsOf(std::span<const qcVector<2>> ring, const Frame& frame);
 
-/// The first three of them alone, the same bits.
+/// Only the first three of them, the same bits.
 Integrals firstIntegralsOf(std::span<const qcVector<2>> ring, const Frame& frame);
 
-/// All of them without the instructions of newer processors.
+/// All of them, without the instructions of newer processors.
 Integrals integralsOnAnyProcessor(std::span<const qcVector<2>> ring, const Frame& frame);
 
-/// The first of the integrals alone.
+/// Only the first of the integrals.
 plane::Twofold doubledAreaOf(std::span<const qcVector<2>> ring, const Frame& frame);
 
 }  // namespace cntr::sets

@@ -1,24 +1,24 @@
 // SPDX-License-Identifier: MIT
 //
-// How coordinates and products are cut in two: the larger parts are multiples of a power of two, so
-// few and so small that all their products and the sums of these are exact; what remains is a
-// millionth of the whole, and its rounding errors that much smaller. An error below is in units of
-// 2^-75 unless it says otherwise, the rounding error of a number up to 2^-22; a block is what is
-// summed up before the sums are put away, a vertex in each lane for each of its steps.
+// Coordinates and products are cut in two: the larger parts are multiples of a power of two, so few
+// and so small that all their products and the sums of these are exact; what remains is a millionth
+// of the whole, and its rounding errors are that much smaller. Errors below are in units of 2^-75,
+// the rounding error of a number up to 2^-22, unless stated otherwise; a block is what is added up
+// before the sums are put away, a vertex in each lane for each of its steps.
 //
 // Coordinates, from the middle of the box, are at most 1: a larger part is a multiple of 2^-23, a
 // smaller one at most 2^-24.
 // - Twice the triangle of an edge: larger part exact, up to 2; smaller part up to 2^-22, error 3.5.
-//   A lane sums up 16 of them, exactly the larger parts, and the smaller ones with an error of 136
-//   on top of theirs; with four lanes less than 2^10 for each block.
+//   A lane adds up 16 of them: the larger parts exactly, the smaller ones with an error of 136 in
+//   addition to their own; over four lanes less than 2^10 per block.
 // - Its larger part is cut again, to a multiple of 2^-23; the smaller part gets an error of 4.75.
 //   That times a sum of two coordinates (up to 2; smaller part 2^-23, error 0.5): larger part
-//   exact, up to 4; smaller part up to 3.5 x 2^-22, error 20; less than 2^12 for each block.
+//   exact, up to 4; smaller part up to 3.5 x 2^-22, error 20; less than 2^12 per block.
 // - Times a sum of products of coordinates (up to 6, cut to a multiple of 2^-22; smaller part up to
 //   3.5 x 2^-22, error 17): larger part exact, up to 12; smaller part up to 14.5 x 2^-22, error 99;
-//   less than 2^14 for each block.
-// Adding up the smaller parts of b blocks takes b^2 / 32 of these errors more: the bounds are twice
-// as large for up to 16 blocks.
+//   less than 2^14 per block.
+// Adding up the smaller parts of b blocks adds b^2 / 32 of these errors: the bounds are twice as
+// large for up to 16 blocks.
 
 #include <cntrsets/lonering.h>
 
@@ -48,9 +48,8 @@ constexpr double blockErrorOfFirst = 0x1p-62;
 constexpr double blockErrorOfSecond = 0x1p-60;
 static_assert(LoneRing::most <= lanes * stepsOfBlock * 16);
 
-/// What a block may be off by, twice, where each term has an error in the units above, and a
-/// smaller part up to `size` times 2^-22: the sum of the first k terms is rounded with an error of
-/// k sizes.
+/// Twice the error of a block whose terms have this error, in the units above, and smaller parts up
+/// to `size` times 2^-22: the sum of the first k terms is rounded with an error of k sizes.
 constexpr double errorOfBlock(double error, double size) {
   constexpr auto steps = static_cast<double>(stepsOfBlock);
   return 2.0 * lanes * (steps * error + size * steps * (steps + 1.0) / 2.0) * 0x1p-75;
@@ -59,7 +58,7 @@ static_assert(errorOfBlock(3.5, 1.0) < blockErrorOfArea);
 static_assert(errorOfBlock(20.0, 3.5) < blockErrorOfFirst);
 static_assert(errorOfBlock(99.0, 14.5) < blockErrorOfSecond);
 
-/// Whether a lane sums up a block of larger parts without rounding.
+/// Whether a lane adds up a block of larger parts without rounding.
 constexpr bool isSummedExactly(double largest, double multiple) {
   return static_cast<double>(stepsOfBlock) * largest <= 0x1p53 * multiple;
 }
@@ -67,9 +66,9 @@ static_assert(isSummedExactly(2.0, 0x1p-46));
 static_assert(isSummedExactly(4.0, 0x1p-46));
 static_assert(isSummedExactly(12.0, 0x1p-45));
 
-/// Added to a number and taken away again, it leaves the nearest multiple of 2^-23.
+/// Adding this to a number and subtracting it again leaves the nearest multiple of 2^-23.
 constexpr double toMultiple = 0x1.8p29;
-/// The same of 2^-22.
+/// The same for 2^-22.
 constexpr double toCoarseMultiple = 0x1.8p30;
 
 [[gnu::always_inline]] inline Lanes lanesOf(const LaneValues& values) {
@@ -95,13 +94,13 @@ constexpr double toCoarseMultiple = 0x1.8p30;
   return lanesOf(roots);
 }
 
-/// A product, or a sum of some, in two parts.
+/// A product, or a sum of products, in two parts.
 struct Product {
   Lanes larger{};
   Lanes smaller{};
 };
 
-/// A number in its two parts.
+/// A number in two parts.
 struct Parts {
   Lanes larger{};
   Lanes smaller{};
@@ -128,7 +127,7 @@ struct Parts {
   return {a.larger - b.larger, a.smaller - b.smaller};
 }
 
-/// Cuts a product, whose larger part has too many digits to be multiplied with others.
+/// Cuts a product, whose larger part has too many digits for further multiplication.
 [[gnu::always_inline]] inline Parts cut(const Product& product, double multiple) {
   const Lanes larger = (product.larger + multiple) - multiple;
   const Lanes smaller = (product.larger - larger) + product.smaller;
@@ -138,11 +137,11 @@ struct Parts {
 /// A coordinate in the frame.
 struct Coordinate {
   Lanes inFrame{};
-  /// From the origin of the sums.
+  /// Relative to the origin of the sums.
   Parts fromOrigin;
 };
 
-/// From the plane into a frame, and from there to the origin of sums.
+/// Maps a coordinate from the plane into a frame, and from there to the origin of the sums.
 class Axis {
  public:
   Axis(double frameOrigin, double factor, double origin)
@@ -162,7 +161,7 @@ class Axis {
   double back_;
 };
 
-/// The sums of one block, then of all.
+/// The sums of one block, then of all blocks.
 class BlockSum {
  public:
   [[gnu::always_inline]] void add(const Product& term) {
@@ -209,7 +208,7 @@ struct Vertex {
   return rootOf(dx * dx + dy * dy);
 }
 
-/// What the integrals over the triangles from the origin to edges sum up to.
+/// The sums of the integrals over the triangles from the origin to the edges.
 template <bool WithMoments>
 class Integrator {
  public:
@@ -300,7 +299,7 @@ struct ReadPass {
     Lanes minY = lanesOf(vertices[0].y);
     Lanes maxX = minX;
     Lanes maxY = minY;
-    // Sums of zeros, and NaN where a coordinate is infinite or NaN.
+    // A sum of zeros, or NaN when a coordinate is infinite or NaN.
     Lanes nothing{};
     const auto take = [&](std::size_t step, const Places& places) __attribute__((always_inline)) {
       const auto [x, y] = put(step, places);
@@ -357,7 +356,7 @@ struct SumPass {
   VerticesView vertices;
   const Frame& frame;
   qcVector<2> origin;
-  /// Of the lengths of edges, each lane's behind the other's.
+  /// The lengths of the edges, lane after lane.
   std::span<double> distances;
 
   [[gnu::always_inline]] LoneSums operator()() const {
@@ -389,14 +388,15 @@ struct SumPass {
   }
 };
 
-/// Each of the additions waits for the one before; meanwhile the edges are looked at.
+/// Each addition waits for the one before; meanwhile the edges are looked at.
 struct AroundPass {
   VerticesView vertices;
   std::span<const double> distances;
   qcVector<2> centre;
   bool isCounterclockwise;
 
-  /// Each edge is seen from the centre, and two of them pass between above and below it.
+  /// The proof: each edge is seen from the centre, and two edges pass from above it to below or
+  /// back.
   [[gnu::always_inline]] std::optional<double> operator()() const {
     double length = 0.0;
     const double* distance = distances.data();
@@ -517,13 +517,13 @@ std::optional<double> LoneRing::lengthAround(const qcVector<2>& centre,
 
 namespace {
 
-/// The errors of the ways that do without bounds, and of what is made of sums here.
+/// The errors of the methods without bounds, and of what is computed from sums here.
 constexpr double errorOfTwofold = 0x1p-80;
 
 double roundedDown(const Twofold& value, double error) { return value.high + (value.low - error); }
 double roundedUp(const Twofold& value, double error) { return value.high + (value.low + error); }
 
-/// a / b, right to 2^-100 of its size; `inverse` is 1 / b.high.
+/// a / b, accurate to 2^-100 relative; `inverse` is 1 / b.high.
 Twofold quotientOf(const Twofold& a, const Twofold& b, double inverse) {
   const double first = a.high * inverse;
   const Twofold product = plane::productOf(first, b.high);
@@ -531,7 +531,7 @@ Twofold quotientOf(const Twofold& a, const Twofold& b, double inverse) {
   return sumOf(first, rest * inverse);
 }
 
-/// Whether all numbers that are at most that far from a value have the same nearest double.
+/// Whether all numbers at most that far from a value round to the same double.
 bool isRoundedAlike(const Twofold& value, double error) {
   return roundedDown(value, error) == roundedUp(value, error);
 }
@@ -545,7 +545,7 @@ std::optional<LoneMass> massOf(const LoneSums& sums, const Frame& frame, bool wi
   const Twofold area2 = signedAlike(sums.area2);
   constexpr double smallest = 0x1p-20;
   if (!(area2.high > smallest) || !isRoundedAlike(area2, sums.errorOfArea)) return std::nullopt;
-  // From the origin of the sums; less than 1, as it is within the box.
+  // Relative to the origin of the sums; less than 1, as it lies within the box.
   const Twofold area6 = area2 * Twofold(3.0);
   const double inverse = 1.0 / area6.high;
   const Twofold x = quotientOf(signedAlike(sums.x6), area6, inverse);

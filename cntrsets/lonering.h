@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 //
-// Short ways for a single ring, as most features are: four edges are looked at at once, and errors
-// are bounded instead of avoided. Where a bound leaves an answer open there is none, and the ways
-// of filledrings.h, which take several times as long, give it.
+// Faster methods for a single ring, as most features are: four edges are processed at once, and
+// errors are bounded instead of avoided. Where a bound does not settle an answer, none is given;
+// the methods of filledrings.h, which take several times as long, then give it.
 
 #pragma once
 
@@ -21,50 +21,50 @@
 
 namespace cntr::sets {
 
-/// What is summed up over a ring: the integrals, from another origin, and with errors. Those with
-/// two coordinates are zero unless they are asked for.
+/// Sums over a ring: the integrals, relative to another origin and with errors. Those of two
+/// coordinates are zero unless asked for.
 struct LoneSums : Integrals {
-  /// Where the integrals are counted from, in coordinates of the frame.
+  /// The origin of the integrals, in coordinates of the frame.
   qcVector<2> origin;
-  // By how much each integral may be off at most: area2, those of one coordinate, those of two.
+  // The largest possible errors: of area2, of the integrals of one coordinate, of those of two.
   double errorOfArea = 0.0;
   double errorOfFirst = 0.0;
   double errorOfSecond = 0.0;
 
   bool isCounterclockwise() const { return area2.high > 0.0; }
-  /// The centre of mass in coordinates of the frame, roughly.
+  /// The approximate centre of mass in coordinates of the frame.
   qcVector<2> roughCentre() const {
     return origin + qcVector<2>(x6.high, y6.high) * (1.0 / (3.0 * area2.high));
   }
 };
 
-/// What is known of the mass of a ring, in coordinates of the frame.
+/// What is known about the mass of a ring, in coordinates of the frame.
 struct LoneMass {
   double area = 0.0;
-  /// A point that is the same one as the centre of mass when it is restored to the plane.
+  /// A point that, restored to the plane, is the same as the centre of mass.
   qcVector<2> centre;
-  /// About the centre; where they are asked for.
+  /// About the centre; if asked for.
   std::optional<qc_InertiaData> moments;
 };
 
-/// A vertex in each lane, in a line of the cache.
+/// A vertex in each lane, in one cache line.
 struct alignas(64) LaneVertices {
   std::array<double, plane::lanes> x;
   std::array<double, plane::lanes> y;
 };
 
-/// A single ring. An object can read one ring after the other, which spares it its memory.
+/// A single ring. An object can read one ring after the other and reuse its memory.
 class CNTRSETS_EXPORT LoneRing {
  public:
   static constexpr std::size_t fewest = 3;
   static constexpr std::size_t most = 1024;
 
   /// Takes over the vertices, x and y in turn; false when there are too few or too many, or one is
-  /// not finite. What follows is only for rings that have been taken.
+  /// not finite. The other functions require a ring that has been taken.
   bool read(std::span<const double> coordinates);
   bool read(std::span<const qcVector<2>> vertices);
 
-  /// Of the vertices. Of a zero and a negative one it may hold either.
+  /// The box of the vertices. Of 0 and -0 it may hold either.
   const plane::Box& box() const { return box_; }
 
   std::size_t size() const { return size_; }
@@ -73,28 +73,29 @@ class CNTRSETS_EXPORT LoneRing {
   /// `frame` is that of the ring.
   LoneSums sums(const Frame& frame, bool withMoments);
 
-  /// The sum of distances from each vertex to the next, the last one's to the first one first, in
-  /// the frame of the sums; nothing unless the ring certainly runs around this point once, always
-  /// the same way. The proof is that of starcentre.h. REQUIRES: sums() was asked before.
+  /// The sum of distances from each vertex to the next, beginning with that from the last to the
+  /// first, in the frame of the sums; nothing unless the ring certainly runs around this point
+  /// once, always in the same direction. The proof is that of starcentre.h. REQUIRES: sums() was
+  /// asked before.
   std::optional<double> lengthAround(const qcVector<2>& centre, bool isCounterclockwise) const;
 
  private:
   template <class VertexAt>
   bool take(std::size_t count, VertexAt vertexAt);
 
-  /// Each lane has a stretch of the ring; its last vertex is the first one of the next lane. What
-  /// is left over repeats the ring's last vertex.
+  /// Each lane has a stretch of the ring; its last vertex is the first one of the next lane. Unused
+  /// places repeat the ring's last vertex.
   std::vector<LaneVertices> lanes_;
   std::size_t size_ = 0;
-  /// Of each vertex to the next, those of a lane behind those of the lane before.
+  /// From each vertex to the next, lane after lane.
   std::vector<double> distances_;
   plane::Box box_;
 };
 
-/// The mass of the area that a simple ring bounds, the same bits as filledrings.h gives; nothing
-/// where the sums are not good enough for that. Only the mixed moment may have other bits: it may
-/// be off by less than 2^-58. Of rings that are nearly symmetric it is next to nothing, and its
-/// last digits are rounding errors however they are summed up.
+/// The mass of the area that a simple ring bounds, with the same bits as filledrings.h gives;
+/// nothing if the sums are not accurate enough. Only the mixed moment may have other bits: it may
+/// be off by less than 2^-58. For nearly symmetric rings it is almost 0, and its last digits are
+/// rounding errors however it is summed.
 CNTRSETS_EXPORT std::optional<LoneMass> massOf(const LoneSums& sums, const Frame& frame,
                                                bool withMoments);
 

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// Edges moved sideways, and what joins them.
+// Moves edges sideways and joins them.
 
 #include <cntrsets/offset.h>
 
@@ -11,7 +11,7 @@
 namespace cntr::sets {
 namespace {
 
-/// The unit vector to the right of the way from a to b.
+/// The unit vector to the right of the direction from a to b.
 Point rightOf(const Point& a, const Point& b) {
   const Point along = b - a;
   const double length = std::hypot(along.x(), along.y());

@@ -19,7 +19,7 @@ namespace cntr::sets {
 class RingList {
  public:
   explicit RingList(const std::vector<qcRings>& feature) { add(feature, 0); }
-  /// Of one part, without holes.
+  /// The rings of one part without holes.
   explicit RingList(std::span<const Point> outline) : rings_{outline}, roles_{{0, 0, false}} {}
   RingList(const std::vector<qcRings>& a, const std::vector<qcRings>& b) {
     add(a, 0);
@@ -29,7 +29,7 @@ class RingList {
   const std::vector<std::span<const Point>>& rings() const { return rings_; }
   bool isHole(std::size_t ring) const { return roles_[ring].isHole; }
 
-  /// Whether a face of these windings is in the filled set of a feature by the rule eNonZero.
+  /// Whether a face with these windings is in the filled set of a feature by the rule eNonZero.
   bool fills(int feature, const Windings& windings) const {
     for (std::size_t i = 0; i < windings.size(); ++i) {
       const Role& role = roles_[windings[i].ring];
@@ -39,8 +39,8 @@ class RingList {
     return false;
   }
 
-  /// Whether areas of rings, those of outlines positive and those of holes negative, sum to what
-  /// the features fill in a face of these windings.
+  /// Whether the areas of the rings, positive for outlines and negative for holes, sum to what the
+  /// features fill in a face with these windings.
   bool isSumOfRings(const Windings& windings) const {
     int sum = 0;
     for (const Winding& winding : windings) {

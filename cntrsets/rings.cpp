@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// Outlines with holes made into the library's regions.
+// Makes the library's regions from outlines with holes.
 
 #include <cntrsets/rings.h>
 

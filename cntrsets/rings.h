@@ -13,12 +13,13 @@
 /// @addtogroup setoperations
 /// @{
 
-/// One part of a feature: an outline and its holes, each a list of vertices whose last one joins
-/// the first. The direction of a ring does not matter. A feature is a std::vector<qcRings>.
+/// One part of a feature: an outline and its holes, each a list of vertices, the last of which is
+/// joined to the first. The direction of a ring does not matter. A feature is a
+/// std::vector<qcRings>.
 struct qcRings {
   /// The outer boundary.
   std::vector<qcVector<2>> outline;
-  /// The boundaries of what is left out.
+  /// The boundaries of the holes.
   std::vector<std::vector<qcVector<2>>> holes;
 
   /// Equal vertices in the same order from the same start; holes in the same order.

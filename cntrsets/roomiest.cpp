@@ -16,13 +16,14 @@ namespace {
 
 /// More than the rounding errors of distances.
 constexpr double slack = 1e-14;
-/// Tangents of a cell; the mean of their distances bounds all the better the more there are, but
+/// Tangents of a cell: the more there are, the better the mean of their distances bounds it, but
 /// the cell can be halved instead.
 constexpr int mostTangents = 8;
-/// A cell is halved when the tangents leave open less than this share of what its bound does.
+/// A cell is halved when the tangents leave open less than this fraction of what its bound leaves
+/// open.
 constexpr double smallShare = 0.25;
 
-/// Pieces that are looked at before the search is given up: about a second, and more for many
+/// The number of pieces after which the search is given up: about a second, and more for many
 /// sides. Shapes a hundred thousand times as long as wide can need more.
 constexpr std::size_t mostPieces = std::size_t{1} << 20U;
 constexpr std::size_t mostPiecesOfSide = 256;
@@ -34,9 +35,9 @@ struct Cell {
   Point half;
   /// Whether the centre is in the area.
   bool isInside;
-  /// No point of it is in the area and farther than this from the boundary.
+  /// None of its points in the area is farther than this from the boundary.
   double bound;
-  /// One of the sides near it.
+  /// A side near it.
   std::size_t guess;
 };
 
@@ -71,8 +72,8 @@ class Search {
     return {centre, half, tree_.isInside(centre), std::min(half.x(), half.y()), 0};
   }
 
-  /// Lowers the bound of the cell, as far as it stays promising, and looks for better points in it.
-  /// Returns the best one as far as tangents tell.
+  /// Lowers the bound of the cell as long as it stays promising, and looks for better points in it.
+  /// Returns the best one that the tangents indicate.
   Point visit(Cell& cell) {
     Point target = cell.centre;
     if (!isPromising(cell)) return target;
@@ -95,7 +96,7 @@ class Search {
     return target;
   }
 
-  /// The largest weighted mean of distances in the cell, which the least of them cannot exceed.
+  /// The largest weighted mean of distances in the cell, which the smallest distance cannot exceed.
   double boundOf(const Cell& cell, const TangentProgram::Solution& solution) const {
     double bound = 0.0;
     for (const double x : {-cell.half.x(), cell.half.x()}) {

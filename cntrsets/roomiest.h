@@ -15,14 +15,14 @@ namespace cntr::sets {
 struct Room {
   Point centre;
   double radius = 0.0;
-  /// How many pieces of the bounding box were looked at to find it.
+  /// How many pieces of the bounding box were searched to find it.
   std::size_t pieces = 0;
 };
 
 /// A point whose distance from all sides is at most `tolerance` less than the largest in the area,
-/// which is where a ray crosses an odd number of sides. Radius 0 at an end of a side where no
-/// distance exceeds the tolerance. REQUIRES: at least one side, coordinates of size 1 or so,
-/// tolerance > 0. Throws qcContourDefs::BadParams "the feature is too thin for the tolerance".
+/// which is where a ray crosses an odd number of sides. Radius 0, at an end of a side, when no
+/// distance exceeds the tolerance. REQUIRES: at least one side, coordinates of about 1, tolerance >
+/// 0. Throws qcContourDefs::BadParams "the feature is too thin for the tolerance".
 Room roomiest(std::span<const Side> sides, double tolerance);
 
 }  // namespace cntr::sets

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// The rules of the set operations. How faces and their boundary are found is in faces/.
+// The rules of the set operations. Faces and their boundaries are found in faces/.
 
 #include <cntrsets/sets.h>
 
@@ -54,16 +54,15 @@ bool ringIsBefore(const std::vector<Point>& a, const std::vector<Point>& b) {
   return std::lexicographical_compare(a.begin(), a.end(), b.begin(), b.end(), isBefore);
 }
 
-/// Of the two directions that the ring may be walked in from its lowest-leftmost vertex, the one
-/// with the lower second vertex.
+/// Starts the ring at its lowest-leftmost vertex, in the direction with the lower second vertex.
 void straighten(std::vector<Point>& ring) {
   if (ring.empty()) return;
   std::rotate(ring.begin(), std::min_element(ring.begin(), ring.end(), isBefore), ring.end());
   if (isBefore(ring.back(), ring[1 % ring.size()])) std::reverse(ring.begin() + 1, ring.end());
 }
 
-/// The same for features that differ only in where rings start, how they run, and the order of
-/// parts and holes.
+/// Gives the same for features that differ only in the start and the direction of rings and in the
+/// order of parts and holes.
 Feature straightened(Feature feature) {
   for (qcRings& part : feature) {
     straighten(part.outline);

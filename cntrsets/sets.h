@@ -5,32 +5,32 @@
 //
 // A feature is a list of parts; its *filled set* by the rule eNonZero is the union over its parts
 // of the points whose winding number about the part's outline is not 0 and about each of the part's
-// holes is 0; by eEvenOdd the points for which the winding numbers about all rings sum to an odd
-// number. The direction of rings does not matter, rings of fewer than 3 vertices fill nothing.
+// holes is 0; by eEvenOdd it is the points for which the winding numbers about all rings sum to an
+// odd number. The direction of rings does not matter, rings of fewer than 3 vertices fill nothing.
 //
 // All functions give features in the *normal form*: valid as simple features of OGC (ISO 19125-1);
 // outlines counter-clockwise with y up, holes clockwise; rings start at their lowest-leftmost
 // vertex (smallest x, then smallest y); parts are sorted by these vertices, and so are the holes of
-// a part. A feature in normal form comes back from qf_MakeValid() bit for bit, and so does one that
-// differs from it in where rings start and how they run.
+// a part. qf_MakeValid() returns a feature in normal form bit for bit, and gives the same for
+// features that differ from it only in the start and direction of rings.
 //
 // Method: rings are cut where they meet, by exact predicates on the coordinates as given; winding
 // numbers are carried from face to face over the cut edges, so no face is too thin to be judged;
 // the edges between kept and other faces are joined to rings. Vertices of the input that lie on the
-// boundary of the result keep their bits, and none is left out because it is on a straight line.
+// boundary of the result keep their bits, and none is left out because it lies on a straight line.
 // Coordinates smaller than the largest by a factor of more than 2^944, about 1e284, come back as 0.
-// Crossings are rounded to the nearest doubles. Where rounded crossings keep making new ones
-// (outlines as small as the precision of their coordinates), all vertices are moved to a grid.
+// Crossings are rounded to the nearest doubles. If rounded crossings keep making new ones (for
+// outlines as small as the precision of their coordinates), all vertices are moved to a grid.
 //
 // All functions are pure and may be called by several threads. They take O((n + k) log n) for n
-// vertices and k meetings of edges, about 1 us for each vertex of an outline that is simple. All
-// throw qcContourDefs::BadParams
+// vertices and k meetings of edges, about 1 us per vertex of a simple outline. All throw
+// qcContourDefs::BadParams
 // - "a coordinate is not a finite number",
 // - "the outlines cannot be cut at their crossings" when no grid helps; never seen yet,
-// - "the result is not valid: ..." when GEOS, which judges every result that is not simply its
-//   input's edges, disagrees, or when areas do not add up: those of the faces, taken as often as a
-//   ring winds around them, to the area of that ring, and those of the kept faces to the result's;
-//   never seen yet.
+// - "the result is not valid: ..." when GEOS, which judges every result with edges that are not in
+//   the input, finds a flaw, or when areas do not add up: those of the faces, taken as often as a
+//   ring winds around them, to the area of that ring, and those of the kept faces to that of the
+//   result; never seen yet.
 
 #pragma once
 
@@ -48,16 +48,16 @@
 struct qcRepairReport {
   /// The result differs from the input.
   bool changed = false;
-  /// It differs in more than where rings start, how they run and how parts and holes are sorted.
+  /// It differs in more than the start and direction of rings and the order of parts and holes.
   bool repaired = false;
   /// Vertices were moved to a grid.
   bool snapped = false;
-  /// The spacing of that grid; 0 for none.
+  /// The spacing of that grid; 0 without one.
   double gridSize = 0.0;
   /// Area of the result.
   double area = 0.0;
-  /// By how much it can differ from that of the filled set, because crossings and grid vertices are
-  /// rounded.
+  /// By how much the area can differ from that of the filled set, because crossings and grid
+  /// vertices are rounded.
   double areaError = 0.0;
   /// Vertices of all rings of the input.
   std::size_t verticesBefore = 0;
@@ -79,8 +79,8 @@ CNTRSETS_EXPORT std::vector<qcRings> qf_MakeValid(const std::vector<qcRings>& fe
                                                   qcPolygon::PolyFillMode rule,
                                                   qcRepairReport* report = nullptr);
 
-/// Points of either filled set (eNonZero), boundaries taken as part of the sets. Empty when both
-/// are.
+/// The points of either filled set (eNonZero), with boundaries taken as part of the sets. Empty
+/// when both are.
 CNTRSETS_EXPORT std::vector<qcRings> qf_Union(const std::vector<qcRings>& a,
                                               const std::vector<qcRings>& b);
 /// The area that both filled sets (eNonZero) share; empty when they share only points and lines.
@@ -89,17 +89,17 @@ CNTRSETS_EXPORT std::vector<qcRings> qf_Intersection(const std::vector<qcRings>&
 /// The filled set of a without that of b (eNonZero).
 CNTRSETS_EXPORT std::vector<qcRings> qf_Difference(const std::vector<qcRings>& a,
                                                    const std::vector<qcRings>& b);
-/// What belongs to exactly one of the two filled sets (eNonZero).
+/// The area that belongs to exactly one of the two filled sets (eNonZero).
 CNTRSETS_EXPORT std::vector<qcRings> qf_SymmetricDifference(const std::vector<qcRings>& a,
                                                             const std::vector<qcRings>& b);
 
-/// All points within `distance` of the filled set (eNonZero), corners rounded; with a negative
-/// distance the points of the set that are at least that far from everything outside it. Arcs are
-/// drawn as chords that leave them by at most `arcTolerance` (of which at least 1e-8 and at most
-/// 0.25 of the distance is used), towards the boundary that is offset. Distance 0 gives the filled
-/// set. Empty when nothing is left.
+/// All points within `distance` of the filled set (eNonZero), with rounded corners; with a negative
+/// distance, the points of the set that are at least that far from everything outside it. Arcs
+/// become chords that deviate by at most `arcTolerance` (limited to between 1e-8 and 0.25 of the
+/// distance), towards the original boundary. Distance 0 gives the filled set. Empty when nothing is
+/// left.
 ///
-/// Throws BadParams "the distance is not a finite number", "the arc tolerance must be above 0".
+/// Throws BadParams "the distance is not a finite number" or "the arc tolerance must be above 0".
 /// An outline of short edges crosses its own offset k = O(n distance / edge length) times.
 CNTRSETS_EXPORT std::vector<qcRings> qf_Offset(const std::vector<qcRings>& feature, double distance,
                                                double arcTolerance);

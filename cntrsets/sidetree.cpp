@@ -25,7 +25,7 @@ bool isLeftOf(const Side& side, const Point& p) {
 bool isAbove(const Side& side, const Point& p) {
   const int turn = plane::orientation(side.a, side.b, p);
   if (turn == 0 && side.a.y() == side.b.y()) return true;
-  // Moved to the right, a point on the side comes to lie above it where it falls.
+  // A point on the side, moved to the right, comes to lie above it if the side falls.
   if (turn == 0) return (side.b.y() < side.a.y()) == (side.b.x() > side.a.x());
   return side.b.x() > side.a.x() ? turn > 0 : turn < 0;
 }

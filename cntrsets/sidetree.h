@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
-// The edges of an area's boundary under a tree of boxes: which is nearest to a point, and on which
-// side of the boundary a point is.
+// The edges of an area's boundary under a tree of boxes, to find the one nearest to a point and the
+// side of the boundary on which a point lies.
 
 #pragma once
 
@@ -17,7 +17,7 @@
 
 namespace cntr::sets {
 
-/// An edge that is not a point.
+/// An edge that is not degenerate.
 struct Side {
   Side(const Point& a_, const Point& b_)
       : a(a_),
@@ -37,18 +37,18 @@ struct Side {
   Point b;
   /// From a to b.
   Point along;
-  /// 1 by the square of its length.
+  /// 1 over the square of its length.
   double inverse;
 };
 
 /// The sides of all rings, in the coordinates of the frame.
 std::vector<Side> sidesOf(const RingList& list, const Frame& frame);
 
-/// A tree over sides, which it refers to. Sides that are joined end to end stand together in the
+/// A tree over sides, to which it refers. Sides that are joined end to end stand together in the
 /// list.
 class SideTree {
  public:
-  /// The side that is nearest to a point, from it to the point, and how long that is.
+  /// The side nearest to a point, the vector from it to the point, and the length of that vector.
   struct Nearest {
     std::size_t side = 0;
     Point offset;
@@ -61,20 +61,20 @@ class SideTree {
   const Side& side(std::size_t i) const { return sides_[i]; }
   const plane::Box& bounds() const { return nodes_.front().box; }
 
-  /// `guess` is a side that may well be near.
+  /// `guess` is a side that is probably near.
   Nearest nearest(const Point& p, std::size_t guess) const;
 
-  // Sides of the boundary are those of the point moved by next to nothing to the right and by much
-  // less upwards, which is on no side.
+  // The side of the boundary is that of the point moved a tiny bit to the right and much less
+  // upwards, where it is on no side.
 
   /// Whether a ray from the point crosses an odd number of sides.
   bool isInside(const Point& p) const;
-  /// The same for the point `to`, when it is known for the point `from`: faster the nearer these
-  /// are.
+  /// The same for the point `to` when it is known for the point `from`: the nearer the two, the
+  /// faster.
   bool isInside(const Point& to, const Point& from, bool fromIsInside) const;
 
  private:
-  /// A box, and what is in it: two nodes, the first of which is the next one, or a run of sides.
+  /// A box and its contents: two nodes, the first of which is the next one, or a run of sides.
   struct Node {
     plane::Box box;
     std::uint32_t second = 0;

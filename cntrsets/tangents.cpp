@@ -14,7 +14,7 @@ namespace {
 using Triple = std::array<double, 3>;
 
 constexpr std::size_t noTangent = std::numeric_limits<std::size_t>::max();
-/// Hardly any program takes more than ten.
+/// Hardly any program takes more than ten steps.
 constexpr int mostSteps = 50;
 /// A violation smaller than this is rounding.
 constexpr double tiny = 1e-14;
@@ -27,11 +27,11 @@ Triple cross(const Triple& a, const Triple& b) {
 
 }  // namespace
 
-/// factors . (x, y, t) <= limit, t being the value to be made large.
+/// factors . (x, y, t) <= limit; t is the value to be maximised.
 struct TangentProgram::Row {
   Triple factors;
   double limit;
-  /// noTangent for a border of the rectangle.
+  /// noTangent for a side of the rectangle.
   std::size_t tangent;
 };
 
@@ -40,7 +40,7 @@ TangentProgram::Row TangentProgram::rowOf(std::size_t tangent) const {
   return {{-t.growth.x(), -t.growth.y(), 1.0}, t.value, tangent};
 }
 
-/// The row whose limit is exceeded most, or is nearest to being exceeded.
+/// The row whose limit is exceeded most or, if none is, that is nearest to its limit.
 TangentProgram::Row TangentProgram::mostViolated(const Triple& at, const qcVector<2>& half) const {
   std::size_t worst = 0;
   double least = std::numeric_limits<double>::infinity();
@@ -69,7 +69,7 @@ TangentProgram::Solution TangentProgram::solve(const qcVector<2>& half) const {
   std::array<Row, 3> rows{rowOf(static_cast<std::size_t>(nearest - tangents_.begin())),
                           Row{{toRight, 0.0, 0.0}, half.x(), noTangent},
                           Row{{0.0, upwards, 0.0}, half.y(), noTangent}};
-  // How (0, 0, 1) is composed of the rows' factors.
+  // How (0, 0, 1) is combined from the factors of the rows.
   Triple weights{1.0, std::abs(nearest->growth.x()), std::abs(nearest->growth.y())};
   Triple at{toRight * half.x(), upwards * half.y(), 0.0};
   at[2] = nearest->value + nearest->growth.x() * at[0] + nearest->growth.y() * at[1];

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// Where the least of several distances is largest, as far as their tangents tell.
+// Where the smallest of several distances is largest, as far as their tangents tell.
 
 #pragma once
 
@@ -12,20 +12,20 @@
 
 namespace cntr::sets {
 
-/// Tangents of distances from sides, and the linear program of the point in an upright rectangle
-/// about the origin where the least of them is largest.
+/// Tangents of distances from sides, and the linear program for the point in an upright rectangle
+/// about the origin where the smallest of them is largest.
 class TangentProgram {
  public:
-  /// A distance from a side, known at a point.
+  /// A distance from a side that is known at a point.
   struct Known {
     std::size_t side;
     qcVector<2> at;
-    /// From the side to the point, as long as the distance.
+    /// From the side to the point; its length is the distance.
     qcVector<2> offset;
     double distance;
   };
 
-  /// A side that decides the solution, and how much.
+  /// A side that determines the solution, and its weight.
   struct Share {
     std::size_t side = 0;
     double weight = 0.0;
@@ -33,14 +33,14 @@ class TangentProgram {
 
   struct Solution {
     qcVector<2> at;
-    /// What the tangents tell of the least distance there.
+    /// The smallest distance there according to the tangents.
     double value = 0.0;
     /// Weights are at least 0 and sum to 1.
     std::array<Share, 3> shares;
   };
 
   void clear() { tangents_.clear(); }
-  /// The distance grows in the direction of the offset, by as much as the way.
+  /// The distance grows in the direction of the offset, with slope 1.
   void add(const Known& known) {
     const double inverse = known.distance > 0.0 ? 1.0 / known.distance : 0.0;
     const qcVector<2> growth = known.offset * inverse;
@@ -49,10 +49,11 @@ class TangentProgram {
                          growth});
   }
 
-  /// The dual simplex method: from the tangent that is least at the origin and the corner that it
-  /// grows to, the tangent or border that the point violates most takes the place of one that
-  /// decided before. It ends with the solution, or near it after a number of steps; the weights
-  /// meet their conditions in any case. REQUIRES: at least one tangent.
+  /// The dual simplex method: starting with the tangent that is smallest at the origin and the
+  /// corner towards which it grows, the tangent or side of the rectangle that the point violates
+  /// most replaces one of those that determined it. It ends with the solution, or near it after a
+  /// number of steps; the weights meet their conditions in any case. REQUIRES: at least one
+  /// tangent.
   Solution solve(const qcVector<2>& half) const;
 
  private:

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
-// GEOS's judgement of a feature. Apart from geos.h, so that set operations do not see GEOS's names.
+// GEOS's judgement of a feature. Separate from geos.h, so that set operations do not see GEOS's
+// names.
 
 #pragma once
 

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// The crossing as a quotient of two exact sums.
+// Crossings as quotients of two exact sums.
 
 #include <cntrsets/exact/predicates.h>
 
@@ -23,7 +23,7 @@ double along(double from, double to, const Twofold& share) noexcept {
   return std::abs(sum) < leastCoordinate ? 0.0 : sum;
 }
 
-/// `value` moved into the interval that both pairs of ends enclose.
+/// `value` moved into the interval common to both pairs of ends.
 double between(double value, double a, double b, double c, double d) noexcept {
   const double low = std::max(std::min(a, b), std::min(c, d));
   const double high = std::min(std::max(a, b), std::max(c, d));

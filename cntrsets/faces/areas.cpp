@@ -16,7 +16,7 @@ Twofold doubledAreaUnder(const Point& a, const Point& b) {
   return sumOf(b.x(), -a.x()) * sumOf(a.y(), b.y());
 }
 
-/// What is known of a ring, and how much of it the faces have yet to account for.
+/// A ring's area, and how much of it the faces have yet to account for.
 struct Account {
   Twofold missing{};
   double length = 0.0;
@@ -63,7 +63,7 @@ bool areasAgree(std::span<const Piece> edges, const Faces& faces, std::span<cons
       rings[winding.ring].missing = rings[winding.ring].missing - areas[i] * Twofold(winding.times);
   }
   const double rounding = roundingOfAreas(edges.size());
-  // A ring whose edges are moved that far sweeps over no larger area than this.
+  // A ring whose edges move that far sweeps over no larger area than this.
   return std::all_of(rings.begin(), rings.end(), [&](const Account& ring) {
     return std::abs(ring.missing.high) <= rounding + 2.0 * (ring.length + 4.0 * moved) * moved;
   });

@@ -2,8 +2,8 @@
 //
 // Boundary edges are followed with the kept area on the left. At a vertex where several meet, the
 // walk takes the one that bounds the same corner of the area, so that a walk goes around one piece
-// of the area; where it passes a vertex twice it is cut into rings there. Such a walk holds at most
-// one outline, and the rings that it cuts off are holes.
+// of the area; where it passes a vertex twice, it is cut into rings. Such a walk contains at most
+// one outline; the rings cut off from it are holes.
 
 #include <cntrsets/faces/boundary.h>
 
@@ -18,7 +18,7 @@ namespace {
 struct BoundarySide {
   std::size_t from;
   std::size_t to;
-  /// Its number among the edges of the faces.
+  /// The edge's number among the edges of the faces.
   std::size_t edge;
 };
 
@@ -26,7 +26,7 @@ struct BoundaryRing {
   /// Vertex numbers, the smallest first.
   std::vector<std::size_t> vertices;
   bool isHole = false;
-  /// Of the two edges that meet in the first vertex, the lower one.
+  /// The lower of the two edges that meet in the first vertex.
   std::size_t lowestEdge = noEdge;
   /// The outline around a hole.
   std::size_t outline = 0;
@@ -68,7 +68,7 @@ class Boundary {
         walked[side] = true;
         step(sides_[side]);
         side = next(sides_[side]);
-        // Faces of cut edges have closed boundaries; the walk would not end otherwise.
+        // Faces between cut edges have closed boundaries; otherwise the walk would not end.
         if (side != start && (side == sides_.size() || walked[side]))
           throw qcContourDefs::BadParams(L"the result is not valid: a boundary is not closed");
       } while (side != start);
@@ -104,7 +104,8 @@ class Boundary {
     return ring;
   }
 
-  /// The side that bounds the same corner of the area: the first one clockwise from the way back.
+  /// The side that bounds the same corner of the area: the first one clockwise from the reversed
+  /// side.
   std::size_t next(const BoundarySide& side) const {
     std::size_t best = firstFrom_[side.to];
     for (std::size_t i = best + 1; i < sides_.size() && sides_[i].from == side.to; ++i)
@@ -112,7 +113,7 @@ class Boundary {
     return best;
   }
 
-  /// Whether, turning clockwise around the end of `side` from its way back, `a` is met before `b`.
+  /// Whether `a` comes before `b`, clockwise around the end of `side` from its reverse.
   bool isEarlierClockwise(const BoundarySide& side, const BoundarySide& a,
                           const BoundarySide& b) const {
     const Point& middle = point(side.to);
@@ -136,8 +137,8 @@ class Boundary {
       rings_[hole].outline = rings_[ringsBelow[rings_[hole].lowestEdge]].outline;
   }
 
-  /// For each edge the ring of the next boundary edge below it. The area between the two, seen
-  /// along the edges `under`, is on one side of the boundary.
+  /// For each edge, the ring of the next boundary edge below it. Along the edges `under`, what lies
+  /// between the two is on one side of the boundary.
   std::vector<std::size_t> ringsBelowEdges() const {
     std::vector<std::size_t> result(faces_.edges.size(), noRing);
     for (std::size_t i = 0; i < result.size(); ++i) {
@@ -182,7 +183,7 @@ class Boundary {
   const Faces& faces_;
   std::vector<BoundarySide> sides_;
   std::vector<std::size_t> firstFrom_;
-  /// The walk that is under way, and where on it vertices are.
+  /// The current walk, and where on it vertices are.
   std::vector<BoundarySide> walk_;
   std::vector<std::size_t> onWalk_;
   std::vector<BoundaryRing> rings_;

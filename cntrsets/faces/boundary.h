@@ -13,7 +13,7 @@ namespace cntr::sets {
 
 /// The boundary of all faces whose windings are kept (`kept[i]` for `faces.windings[i]`), in the
 /// normal form of sets.h: a part for each piece of the area that is connected by more than points,
-/// no ring passing a vertex twice. It depends on the set of boundary edges alone. O(n log n).
+/// no ring passing a vertex twice. It depends only on the set of boundary edges. O(n log n).
 /// REQUIRES: the outside is not kept.
 std::vector<qcRings> boundaryOf(const Faces& faces, const std::vector<bool>& kept);
 

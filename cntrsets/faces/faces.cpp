@@ -22,7 +22,7 @@ bool isBefore(const Point& a, const Point& b) {
 }
 
 /// Makes the list of vertices and gives the number of the vertex at which each piece begins. Of
-/// equal vertices (0 and -0) the first one given stands for all.
+/// equal vertices (0 and -0 are equal) the first one given stands for all.
 std::vector<std::size_t> numberVertices(const std::vector<Piece>& pieces,
                                         std::vector<Point>& vertices) {
   std::vector<std::size_t> order(pieces.size());
@@ -66,7 +66,7 @@ std::vector<Passage> passagesOf(const std::vector<Piece>& pieces,
   return passages;
 }
 
-/// One passage for each edge and ring, with the sum of its times, where that is not 0.
+/// One passage for each edge and ring with the sum of its times, where this is not 0.
 std::vector<Passage> joined(std::vector<Passage> passages) {
   std::sort(passages.begin(), passages.end());
   std::vector<Passage> result;
@@ -95,7 +95,7 @@ void sortBySlope(std::vector<Passage>& passages, const std::vector<Point>& verti
   }
 }
 
-/// The order from below of edges that one upright line meets.
+/// The order, from below, of edges that one vertical line meets.
 class IsBelow {
  public:
   IsBelow(const std::vector<Point>& vertices, const std::vector<Edge>& edges)
@@ -130,8 +130,8 @@ void sweep(const std::vector<Point>& vertices, std::vector<Edge>& edges) {
   std::vector<Active::iterator> places(edges.size());
   std::size_t ending = 0;
   for (std::size_t i = 0; i < edges.size();) {
-    // Edges that end at one vertex lie side by side: what follows the last one removed is where the
-    // edges that begin there belong.
+    // Edges that end at one vertex lie side by side: the edges that begin there belong in front of
+    // what follows the last one removed.
     const std::size_t vertex = edges[i].left;
     auto hint = active.end();
     for (; ending < byRight.size() && edges[byRight[ending]].right <= vertex; ++ending)
@@ -139,7 +139,7 @@ void sweep(const std::vector<Point>& vertices, std::vector<Edge>& edges) {
     for (; i < edges.size() && edges[i].left == vertex; ++i) {
       const std::size_t before = active.size();
       places[i] = active.insert(hint, i);
-      // Noding leaves no edges that overlap or cross; the sweep would not survive one.
+      // Noding leaves no edges that overlap or cross; the sweep relies on that.
       if (active.size() == before)
         throw qcContourDefs::BadParams(L"the result is not valid: edges are not cut");
       if (places[i] != active.begin()) edges[i].under = *std::prev(places[i]);
@@ -201,7 +201,7 @@ std::vector<Edge> edgesOf(const std::vector<Passage>& passages) {
   return edges;
 }
 
-/// Sets the windings below and above all edges, from those under them.
+/// Sets the windings below and above all edges, derived from those under them.
 std::vector<Windings> wind(std::vector<Edge>& edges, const std::vector<Passage>& passages) {
   WindingNumbers numbers;
   auto passage = passages.begin();

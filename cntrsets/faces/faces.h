@@ -27,32 +27,33 @@ using Windings = std::vector<Winding>;
 
 inline constexpr std::size_t noEdge = std::numeric_limits<std::size_t>::max();
 
-/// A piece of the plane's division; several pieces of rings may lie on it.
+/// An edge between faces; several pieces of rings may lie on it.
 struct Edge {
-  /// The ends, vertex numbers, left < right. Vertices are numbered ascending by x, then y, so an
-  /// upright edge begins at its lower end.
+  /// The ends as vertex numbers, left < right. Vertices are numbered in ascending order of x, then
+  /// y, so a vertical edge begins at its lower end.
   std::size_t left;
   std::size_t right;
   /// The nearest edge below the left end (of those that begin there, the next less steep one), or
   /// noEdge.
   std::size_t under = noEdge;
-  /// Numbers of the windings on both sides. Above is on the left of the way from left to right.
+  /// Numbers of the windings on both sides. "Above" is to the left when going from `left` to
+  /// `right`.
   std::size_t below = 0;
   std::size_t above = 0;
 };
 
 struct Faces {
   std::vector<Point> vertices;
-  /// Ascending by left end, then turning counter-clockwise. Edges that every ring passes as often
-  /// one way as the other are left out: both of their sides are the same.
+  /// Ascending by left end, then counter-clockwise. Edges that every ring passes equally often in
+  /// both directions are left out: both of their sides are the same.
   std::vector<Edge> edges;
-  /// The windings that occur; the first is that of the outside, empty. Different faces may share
+  /// The windings that occur; the first, empty, is that of the outside. Different faces may share
   /// one.
   std::vector<Windings> windings;
 };
 
-/// A sweep from left to right over pieces that meet at their ends alone. Only signs of orientations
-/// are used, which are exact, so nothing depends on rounding. O(n log n).
+/// A sweep from left to right over pieces that meet only at their ends. It uses only signs of
+/// orientations, which are exact, so nothing depends on rounding. O(n log n).
 Faces facesOf(const std::vector<Piece>& pieces);
 
 }  // namespace cntr::sets

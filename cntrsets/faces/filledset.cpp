@@ -32,18 +32,19 @@ void restore(std::vector<Point>& ring, const Scaling& scaling) {
                  [&](const Point& p) { return scaling.restored(p); });
 }
 
-/// How far a piece can lie from its edge, in scaled coordinates: half a unit for each coordinate
-/// that is rounded.
+/// How far a piece can lie from its edge, in scaled coordinates: half a unit for each rounded
+/// coordinate.
 double farthestMove(const Noding& noding) {
   const double unit = noding.grid > 0.0 ? noding.grid : std::ldexp(1.0, scaledUnit);
   return std::sqrt(0.5) * unit * noding.roundings;
 }
 
-/// Asks GEOS about scaled coordinates: its products, too, overflow or lose digits for others.
+/// Asks GEOS about scaled coordinates: with others its products, too, would overflow or lose
+/// digits.
 void refuseFlaws(const std::vector<qcRings>& parts) {
   const std::string flaw = flawOf(parts);
   if (flaw.empty()) return;
-  // What follows the bracket is a place in scaled coordinates.
+  // The bracket begins a position in scaled coordinates.
   const std::string reason = flaw.substr(0, flaw.find('['));
   throw qcContourDefs::BadParams(L"the result is not valid: " +
                                  std::wstring(reason.begin(), reason.end()));
@@ -111,7 +112,7 @@ FilledSet filledSet(std::span<const std::span<const Point>> rings, const Rule& r
   refuse(!areasAgree(pieces, faces, areas, moved), L"faces and rings differ in area");
   refuse(std::abs((areaOf(result.parts) - area).high) > roundingOfAreas(noding.pieces.size()),
          L"its rings have another area than its faces");
-  // Slivers that rounded crossings leave of a feature without area.
+  // Rounded crossings may leave slivers of a feature without area.
   if (!(area.high > 0.0)) result.parts.clear();
   result.cut = noding.pieces.size() != pieces.size() || noding.roundings > 0;
   if (result.cut) refuseFlaws(result.parts);

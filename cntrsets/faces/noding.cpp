@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// Rounds of finding where pieces meet and cutting them there.
+// Finds where pieces meet and cuts them there, in rounds.
 
 #include <cntrsets/faces/noding.h>
 
@@ -17,10 +17,10 @@ namespace cntr::sets {
 namespace {
 
 /// Rounds that may make more cuts than those before. Outlines that need a grid show it within
-/// these: of 3,000 random ones, among them many of nearly parallel edges on one line, none gained
-/// by more.
+/// these: of 3,000 random ones, many with nearly parallel edges on one line, none gained from more
+/// rounds.
 constexpr int freeRounds = 3;
-/// A round that makes more than this many times the cuts of the first one will be followed by
+/// A round that makes more than this many times the cuts of the first one would be followed by
 /// worse: edges that lie along each other make billions of cuts within three rounds.
 constexpr std::size_t mostGrowth = 8;
 
@@ -48,7 +48,7 @@ bool inBoxOf(const Piece& piece, const Point& p) {
          p.y() <= std::max(piece.from.y(), piece.to.y());
 }
 
-/// Which sides of a piece's line the ends of another lie on.
+/// On which sides of a piece's line the ends of another lie.
 struct Sides {
   int from;
   int to;
@@ -76,11 +76,11 @@ bool meetAsNeighbours(const std::vector<Piece>& pieces, std::size_t i, std::size
   if (!follows(pieces, i, j)) return false;
   const Piece& p = pieces[i];
   const Piece& q = pieces[j];
-  // Of neighbours on one line, one that turns back lies along the other.
+  // When neighbours are on one line, one that turns back lies along the other.
   return orientation(p.from, p.to, q.to) != 0 || plane::dotSign(p.from, p.to, q.from, q.to) > 0;
 }
 
-/// Cuts of two pieces where they cross or one begins on the other; where one ends another begins.
+/// Cuts two pieces where they cross or one begins on the other; where a piece ends, another begins.
 void meet(Cuts& cuts, std::size_t i, std::size_t j) {
   const Piece& p = cuts.pieces[i];
   const Piece& q = cuts.pieces[j];
@@ -88,7 +88,7 @@ void meet(Cuts& cuts, std::size_t i, std::size_t j) {
   if (ofP.equal()) return;
   const Sides ofQ(q, p);
   if (ofQ.equal()) return;
-  // Either one's line meets the other: so do they, as their boxes do.
+  // The line of one meets the other: as their boxes meet, so do the two.
   if (!cuts.touched && !meetAsNeighbours(cuts.pieces, i, j)) cuts.touched = true;
   if (ofP.different() && ofQ.different()) {
     const Point at = crossing(p.from, p.to, q.from, q.to);
@@ -147,9 +147,10 @@ double onGrid(double value, double grid) { return std::round(value / grid) * gri
 
 Point onGrid(const Point& p, double grid) { return {onGrid(p.x(), grid), onGrid(p.y(), grid)}; }
 
-/// Whether the piece has a point in the grid cell around `middle`, to which its left and lower
-/// sides belong. With closed cells a piece through the corner of four could be led to and fro
-/// between two of them without end. As the piece ends on the grid it runs along no side of a cell.
+/// Whether the piece has a point in the grid cell around `middle`, to which the cell's left and
+/// lower sides belong. With closed cells, a piece through the corner of four could be led to and
+/// fro between two of them without end. As the piece ends on the grid, it runs along no side of a
+/// cell.
 bool passesThrough(const Piece& piece, const Point& middle, double half) {
   if (std::max(piece.from.x(), piece.to.x()) < middle.x() - half ||
       std::min(piece.from.x(), piece.to.x()) > middle.x() + half ||
@@ -176,7 +177,7 @@ std::vector<Piece> movedToGrid(const std::vector<Piece>& pieces, double grid) {
   return moved;
 }
 
-/// Cuts the pieces at their crossings, and adds each crossing as a piece of no length.
+/// Cuts the pieces at their crossings, and adds each crossing as a piece of length 0.
 void addCrossings(std::vector<Piece>& pieces, std::vector<Cut>& cuts, double grid) {
   std::vector<Piece> crossings;
   PieceTree(pieces, 0.0).forEachPair([&](std::size_t i, std::size_t j) {
@@ -191,7 +192,7 @@ void addCrossings(std::vector<Piece>& pieces, std::vector<Cut>& cuts, double gri
   pieces.insert(pieces.end(), crossings.begin(), crossings.end());
 }
 
-/// Cuts pieces that pass the cells in which others begin.
+/// Cuts pieces that pass through the cells in which others begin.
 void addPassages(const std::vector<Piece>& pieces, std::vector<Cut>& cuts, double grid) {
   const auto add = [&](std::size_t piece, const Point& end) {
     if (passesThrough(pieces[piece], end, 0.5 * grid)) cuts.push_back({piece, end});

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
-// Rings cut at every point that they share, so that the pieces meet at their ends alone. What lies
-// between the pieces is found in faces.h.
+// Cuts rings at every point that they share, so that the pieces meet only at their ends. The faces
+// between the pieces are found in faces.h.
 
 #pragma once
 
@@ -14,7 +14,7 @@
 namespace cntr::sets {
 
 /// A straight piece of a ring, with its direction of travel. The pieces of a ring follow each other
-/// in one list, each beginning where the one before ends; they stay closed whatever becomes of
+/// in one list, each beginning where the one before ends; they stay closed whatever is done to
 /// them.
 struct Piece {
   Point from;
@@ -22,10 +22,10 @@ struct Piece {
   std::size_t ring;
 };
 
-/// The edges of the rings, numbered as given, those of no length left out.
+/// The edges of the rings, which are numbered as given, without edges of length 0.
 std::vector<Piece> piecesOf(std::span<const std::span<const Point>> rings);
 
-/// Pieces that meet at their ends alone.
+/// Pieces that meet only at their ends.
 struct Noding {
   std::vector<Piece> pieces;
   /// Two edges crossed within both of them. Otherwise every end is a vertex of the input and
@@ -36,16 +36,16 @@ struct Noding {
   int roundings = 0;
   /// The spacing of the grid on which all ends lie; 0 for none.
   double grid = 0.0;
-  /// Edges share more than the vertices between neighbours. Told by nodeUnlessCrossed() alone.
+  /// Edges share more than the vertices between neighbours. Set only by nodeUnlessCrossed().
   bool touched = false;
 };
 
 /// Cuts the pieces where one meets another: at vertices that lie on others exactly, and at
 /// crossings, rounded to the nearest doubles. A rounded crossing moves its pieces, which can make
-/// them meet others, so this is repeated until nothing is left to cut. Where that does not settle
-/// in a few rounds, the pieces are cut on a grid, the finest of a few that settles.
+/// them meet others, so this is repeated until nothing is left to cut. If that does not settle
+/// within a few rounds, the pieces are cut on a grid, the finest of a few that settles.
 ///
-/// REQUIRES: coordinates are finite, the largest of size 2^479 to 2^480.
+/// REQUIRES: coordinates are finite, the largest from 2^479 to 2^480 in absolute value.
 /// Throws qcContourDefs::BadParams "the outlines cannot be cut at their crossings" when none does.
 /// O((n + k) log n) for k meetings and rings whose neighbouring edges lie close to each other.
 Noding node(const std::vector<Piece>& pieces);
@@ -57,8 +57,8 @@ Noding node(const std::vector<Piece>& pieces);
 /// settle.
 Noding nodeOnGrid(const std::vector<Piece>& pieces, double grid);
 
-/// Cuts the pieces at vertices that lie on them. Where edges cross it only says so (`crossed`) and
-/// the pieces are of no use.
+/// Cuts the pieces at vertices that lie on them. If edges cross, it only says so (`crossed`), and
+/// the pieces are useless.
 Noding nodeUnlessCrossed(std::vector<Piece> pieces);
 
 }  // namespace cntr::sets

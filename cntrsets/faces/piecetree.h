@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
-// Which pieces come near each other: a binary tree of boxes over the pieces in their order. Pieces
-// that follow each other in a ring lie close together, which keeps the boxes small without sorting.
+// Finds pieces that come near each other: a binary tree of boxes over the pieces in their order.
+// Consecutive pieces of a ring lie close together, which keeps the boxes small without sorting.
 
 #pragma once
 
@@ -14,7 +14,7 @@
 
 namespace cntr::sets {
 
-/// Boxes of single pieces, of pairs of them, of pairs of pairs, up to one for all.
+/// Boxes of single pieces, of pairs of them, of pairs of pairs, up to one box for all.
 class PieceTree {
  public:
   /// Boxes are enlarged by `margin` on all sides.
@@ -30,7 +30,7 @@ class PieceTree {
     while (levels_.back().size() > 1) levels_.push_back(pairsOf(levels_.back()));
   }
 
-  /// Calls visit(i, j) for every two pieces, i < j, whose boxes share a point.
+  /// Calls visit(i, j) for every two pieces i < j whose boxes share a point.
   template <class Visit>
   void forEachPair(Visit visit) const {
     if (!levels_.empty()) within(levels_.size() - 1, 0, visit);
