@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 //
 // The three structures by which programs hand columns to each other in memory, as the Arrow C data
-// and C stream interfaces lay them down for everybody to copy, and owners that release them once.
-// Nothing of Arrow is linked.
+// and C stream interfaces define them for everybody to copy, and owners that release them once.
+// Arrow is not linked.
 
 #pragma once
 
@@ -54,7 +54,7 @@ struct ArrowArray {
 
 extern "C" {
 
-/// Columns of one kind that come one after the other.
+/// Columns of one type that come one after the other.
 struct ArrowArrayStream {
   int (*get_schema)(struct ArrowArrayStream*, struct ArrowSchema* out);
   int (*get_next)(struct ArrowArrayStream*, struct ArrowArray* out);
@@ -67,13 +67,13 @@ struct ArrowArrayStream {
 
 #endif  // ARROW_C_STREAM_INTERFACE
 
-/// Owns one of these structures, and releases it once.
+/// Owns one of these structures and releases it once.
 template <class T>
 class qcArrowOwner {
  public:
-  /// A released one, for a function to fill.
+  /// A released structure, for a function to fill.
   qcArrowOwner() noexcept = default;
-  /// Takes over what is in `foreign`, which is left released.
+  /// Takes over the contents of `foreign`, which is left released.
   explicit qcArrowOwner(T* foreign) noexcept : held_(*foreign) { foreign->release = nullptr; }
   qcArrowOwner(qcArrowOwner&& other) noexcept : qcArrowOwner(&other.held_) {}
   qcArrowOwner& operator=(qcArrowOwner&& other) noexcept {
@@ -90,7 +90,7 @@ class qcArrowOwner {
   T* operator->() noexcept { return &held_; }
   const T* operator->() const noexcept { return &held_; }
 
-  /// Hands it over: `place` is to be released by whoever has it.
+  /// Hands the structure over: whoever has `place` must release it.
   void moveTo(T* place) noexcept {
     *place = held_;
     held_.release = nullptr;
@@ -104,7 +104,7 @@ using qcArrowSchema = qcArrowOwner<ArrowSchema>;
 using qcArrowArray = qcArrowOwner<ArrowArray>;
 using qcArrowStream = qcArrowOwner<ArrowArrayStream>;
 
-/// A column, or a record batch (a column of structs), with what its values are.
+/// A column, or a record batch (a column of structs), with the type of its values.
 struct qcArrowColumn {
   qcArrowSchema schema;
   qcArrowArray array;

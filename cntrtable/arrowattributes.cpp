@@ -45,7 +45,7 @@ bool isEdges(const ArrowSchema& schema) {
   return hasWhole(magnitudeName) && hasWhole(angleName);
 }
 
-/// A number, and where it is, for messages.
+/// The name, row and largest valid value of a number, for messages.
 struct NumberPlace {
   const char* name;
   std::size_t row;
@@ -124,7 +124,7 @@ void appendProblems(const ArrowSchema& schema, const ArrowArray& array, std::siz
   }
 }
 
-/// The elements of lists, and their two numbers.
+/// The items of lists, with their two numbers.
 class ElementColumn {
  public:
   ElementColumn(const ArrowSchema& schema, const ArrowArray& lists)

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// The columns that stand beside the geometry in tables of Arrow: label, problem and edge_elements
-// (geoarrow.h).
+// The columns beside the geometry in Arrow tables: label, problem and edge_elements (geoarrow.h).
 
 #pragma once
 
@@ -14,7 +13,7 @@
 
 namespace table {
 
-/// What `read` gives; a refusal names the column first.
+/// What `read` returns; a refusal gets the name of the column in front.
 template <class Read>
 auto inColumn(const std::string& name, Read read) {
   try {
@@ -24,14 +23,13 @@ auto inColumn(const std::string& name, Read read) {
   }
 }
 
-/// Adds the attributes of the rows of a table to those of the rows before. Columns that are not
-/// there, or whose values cannot be any, count as empty ones; `attributes` has no problems of
-/// features that are not in the column problem. Throws qcContourDefs::BadParams for columns that
-/// contradict themselves and for numbers out of range, with their row. REQUIRES: requireArray()
-/// took the table.
+/// Adds the attributes of the rows of a table to those of earlier rows. Columns that are missing,
+/// or of other types, count as empty; `attributes` gets problems only from the column problem.
+/// Throws qcContourDefs::BadParams for columns that contradict themselves and for numbers out of
+/// range, with their row. REQUIRES: requireArray() took the table.
 void appendAttributes(const ArrowSchema& schema, const ArrowArray& table, Attributes& attributes);
 
-/// Adds a column label, and where there are any problem and edge_elements.
+/// Adds a column label and, if there are any, problem and edge_elements.
 void addAttributeColumns(Attributes&& attributes, std::vector<qcArrowColumn>& columns);
 
 }  // namespace table

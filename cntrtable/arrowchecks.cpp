@@ -120,7 +120,7 @@ ArrowArray childWindow(const ArrowArray& array, std::int64_t child, std::size_t 
   ArrowArray window = *items;
   window.offset += array.offset;
   window.length = array.length;
-  // At most as many of the nulls are in the window.
+  // The window has at most as many nulls as items.
   if (items->null_count <= items->length)
     window.null_count = std::min(items->null_count, window.length);
   return window;

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 //
-// The checks of Arrow structures that come from elsewhere: each column is checked before it is
-// read, what it states about itself, then the offsets into the next one. Levels are counted from
-// the column itself, 0, inwards. All throw qcContourDefs::BadParams.
+// The checks of Arrow structures that come from elsewhere. Each column is checked before it is
+// read: what it states about itself, then its offsets into the next one. Levels are counted inwards
+// from the column itself, 0. All throw qcContourDefs::BadParams.
 
 #pragma once
 
@@ -17,19 +17,19 @@
 
 namespace table {
 
-/// Sums and products of a few lengths below this are numbers of 64 bits.
+/// Sums and small multiples of lengths below this fit into 64 bits.
 inline constexpr std::int64_t longestArray = std::numeric_limits<std::int64_t>::max() / 64;
 
 inline std::string placeOf(std::size_t level) { return "level " + std::to_string(level); }
 
 // Schemas
 
-/// It is there, has not been released, and has no dictionary.
+/// The schema exists, has not been released and has no dictionary.
 void requireSchema(const ArrowSchema* schema, std::size_t level);
 /// REQUIRES: child < schema.n_children.
 const ArrowSchema& childOf(const ArrowSchema& schema, std::int64_t child, std::size_t level);
 void requireOneChild(const ArrowSchema& schema, std::size_t level);
-/// It is there, has a format and no dictionary.
+/// The schema exists, has a format and has no dictionary.
 bool isReadable(const ArrowSchema* schema);
 /// The first child of that name that is readable, or -1.
 std::int64_t childNamed(const ArrowSchema& schema, std::string_view name);
@@ -39,21 +39,21 @@ bool isStruct(const ArrowSchema& schema);
 
 // Arrays
 
-/// What an array states about itself is possible, and it has as many buffers and children.
+/// What an array states about itself is possible, and it has as many buffers and children as given.
 void requireArray(const ArrowArray* array, std::size_t level, std::int64_t buffers,
                   std::int64_t children);
 
 bool isNullAt(const ArrowArray& array, std::int64_t index);
-/// Of the items from `begin` to `end`.
+/// For the items from `begin` to `end`.
 void requireNoNulls(const ArrowArray& array, std::int64_t begin, std::int64_t end,
                     std::size_t level);
 
-/// The items of a child, on this level, that belong to those of a struct, as an array that is not
-/// to be released. Throws where there are not as many. REQUIRES: requireArray() took the struct.
+/// The items of a child, on this level, that belong to those of a struct, as an array that must not
+/// be released. Throws if there are too few. REQUIRES: requireArray() took the struct.
 ArrowArray childWindow(const ArrowArray& array, std::int64_t child, std::size_t level);
 
 /// Where the items `begin` to `end` of a list, a binary or a text column begin and end; `available`
-/// is the number of the items that they consist of.
+/// is the number of the values that they consist of.
 std::vector<std::int64_t> offsetsOf(const ArrowSchema& schema, const ArrowArray& array,
                                     std::int64_t begin, std::int64_t end, std::int64_t available,
                                     std::size_t level);

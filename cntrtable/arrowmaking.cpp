@@ -26,21 +26,21 @@ class ArrowChildren {
   std::vector<T*> pointers_;
 };
 
-/// What belongs to a schema.
+/// What a schema owns.
 struct SchemaContents {
   ArrowKind kind;
   std::string metadata;
   ArrowChildren<ArrowSchema> children;
 };
 
-/// What belongs to an array.
+/// What an array owns.
 struct ArrayContents {
   std::vector<ArrowBuffer> kept;
   std::vector<const void*> buffers;
   ArrowChildren<ArrowArray> children;
 };
 
-/// Children that were moved elsewhere are released there.
+/// Releases what is owned. Children that were moved elsewhere are released there.
 template <class Contents, class T>
 void releaseContents(T* released) {
   const std::unique_ptr<Contents> contents(static_cast<Contents*>(released->private_data));

@@ -17,7 +17,7 @@
 
 namespace table {
 
-/// The bytes of a list, kept for as long as this is.
+/// The bytes of a list, which live as long as this does.
 using ArrowBuffer = std::shared_ptr<const void>;
 
 template <class List>
@@ -26,7 +26,7 @@ ArrowBuffer bufferOf(List list) {
   return {kept, kept->data()};
 }
 
-/// What a column is: its format as Arrow writes it, and the name of its extension or "".
+/// The type of a column: its format as Arrow writes it, and the name of its extension or "".
 struct ArrowKind {
   std::string format;
   std::string name;
@@ -36,13 +36,13 @@ struct ArrowKind {
 
 qcArrowSchema makeArrowSchema(ArrowKind kind, std::vector<qcArrowSchema>&& children);
 
-/// REQUIRES: buffers and children are those that the format demands; a null buffer where none is
-/// needed.
+/// REQUIRES: buffers and children are those that the format demands; a buffer that is not needed is
+/// null.
 qcArrowArray makeArrowArray(std::int64_t length, std::int64_t nulls,
                             std::vector<ArrowBuffer>&& buffers,
                             std::vector<qcArrowArray>&& children);
 
-/// A column of texts, in the making.
+/// Makes a column of texts.
 class TextColumn {
  public:
   explicit TextColumn(std::size_t rows);
@@ -57,7 +57,7 @@ class TextColumn {
   std::string characters_;
 };
 
-/// Which items there are: no bitmap where none is null.
+/// Which items are not null; no bitmap if none is null.
 struct ArrowValidity {
   ArrowBuffer bitmap;
   std::int64_t nulls = 0;
@@ -77,7 +77,7 @@ bool needsLargeOffsets(const std::vector<std::int64_t>& offsets);
 /// Of 64 bits if they are large, otherwise of 32.
 ArrowBuffer offsetBuffer(std::vector<std::int64_t>&& offsets);
 
-/// A list of what cannot be copied.
+/// A list of values that cannot be copied.
 template <class T>
 std::vector<T> listOf(T only) {
   std::vector<T> list;

@@ -32,7 +32,8 @@ constexpr std::size_t deepest = 3;
 
 // Schemas
 
-/// The value of a key in Arrow's list of metadata: a number of pairs, then length and text of each.
+/// The value of a key in Arrow's metadata: the number of pairs, then the lengths and texts of keys
+/// and values.
 std::string metadataOf(const ArrowSchema& schema, std::string_view key) {
   const char* place = schema.metadata;
   if (place == nullptr) return "";
@@ -85,7 +86,7 @@ ListLayout layoutOf(const std::string& name, std::size_t depth) {
 
 // Coordinates
 
-/// Vertices in a row: in the memory of the column, or in a list of their own.
+/// Consecutive vertices: in the memory of the column, or in a list of their own.
 struct Vertices {
   std::span<const double> coordinates;
   std::shared_ptr<const void> owner;
@@ -118,7 +119,7 @@ bool isAligned(const std::byte* numbers) {
   return reinterpret_cast<std::uintptr_t>(numbers) % alignof(double) == 0;
 }
 
-/// Vertices from numbers in turn: x, y, and whatever else there is for each vertex.
+/// Vertices from interleaved numbers: x, y, and whatever else each vertex has.
 Vertices interleaved(const ArrowSchema& schema, const std::shared_ptr<const qcArrowArray>& owner,
                      const ArrowArray& array, std::int64_t begin, std::int64_t end,
                      std::size_t level) {
@@ -177,7 +178,7 @@ Vertices verticesOf(const ArrowSchema& schema, const std::shared_ptr<const qcArr
                                  : interleaved(schema, owner, array, begin, end, level);
 }
 
-/// Two to four numbers in turn, or a struct of x and y, and perhaps z and m.
+/// Two to four interleaved numbers, or a struct of x and y, and perhaps z and m.
 void requireCoordinates(const ArrowSchema& schema, const ArrowArray* array, std::size_t level) {
   const std::string_view format = schema.format;
   const bool isStruct = table::isStruct(schema);
@@ -256,7 +257,7 @@ qcOutlines readLists(const ArrowSchema& schema, const std::string& name, const A
       table::columnsOf(arrays, std::move(vertices.owner), nullsOf(column)));
 }
 
-/// The features of a column; `owner` is what keeps its buffers.
+/// The features of a column; `owner` keeps its buffers alive.
 qcOutlines readGeometry(const ArrowSchema& schema, const ArrowArray& array,
                         const std::shared_ptr<const qcArrowArray>& owner) {
   const std::string name = metadataOf(schema, "ARROW:extension:name");
@@ -276,7 +277,7 @@ void requireSuccess(int code, qcArrowStream& stream) {
          (why == nullptr ? "" : ": " + quoted(why)));
 }
 
-/// Reads columns of one kind, or tables, one behind the other.
+/// Reads columns of one type, or tables, one after the other.
 class ColumnReader {
  public:
   explicit ColumnReader(const ArrowSchema& schema) : schema_(schema) {
@@ -296,7 +297,7 @@ class ColumnReader {
     }
   }
 
-  /// Of all that were taken. To be called once.
+  /// The outlines of all that has been taken. To be called once.
   qcOutlines outlines() {
     const qcOutlines all =
         lists_.size() == 1
@@ -315,7 +316,7 @@ class ColumnReader {
   }
 
   const ArrowSchema& schema_;
-  /// The number of that column of a table, -1 for a column alone.
+  /// The number of the geometry column of a table, -1 for a single column.
   std::int64_t geometry_ = -1;
   std::vector<qcOutlines> lists_;
   table::Attributes attributes_;

@@ -23,7 +23,7 @@ namespace {
 
 constexpr const char* columnName = "geometry";
 
-/// The kinds of features that there are, null ones left out.
+/// The kinds of features that occur, null ones left out.
 struct Kinds {
   bool areas = false;
   bool lines = false;
@@ -85,7 +85,7 @@ void requireToFit(const qcOutlines& outlines, const WrittenLayout& layout) {
   }
 }
 
-/// Which features there are.
+/// Which features are not null.
 ArrowValidity validityOf(const qcOutlines& outlines) {
   std::vector<std::uint8_t> bitmap = table::makeBitmap(outlines.size());
   for (std::size_t i = 0; i < outlines.size(); ++i)

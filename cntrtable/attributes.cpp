@@ -38,7 +38,7 @@ bool hasEdgelets(const qcOutlines& outlines) {
   return found;
 }
 
-/// Puts edge elements to rings, one feature after the other.
+/// Assigns edge elements to rings, one feature after the other.
 class EdgePlacing {
  public:
   EdgePlacing(const qcOutlines& outlines, const EdgeElements& edges, OutlineColumns& columns)
@@ -92,7 +92,7 @@ class EdgePlacing {
   const qcOutlines& outlines_;
   const EdgeElements& edges_;
   OutlineColumns& columns_;
-  /// The place of the feature's first vertex.
+  /// The place of the first vertex of the feature.
   std::size_t first_ = 0;
 };
 

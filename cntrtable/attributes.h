@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 //
-// What features have beside their geometry, as columns of their own: labels, problems and edge
-// elements. Arrow, files and pickles keep them beside well-known binary and lists of coordinates,
-// which cannot hold them.
+// What features have besides their geometry, as columns: labels, problems and edge elements. Arrow,
+// files and pickles keep them beside well-known binary and lists of coordinates, which cannot hold
+// them.
 
 #pragma once
 
@@ -22,7 +22,7 @@ struct Problem {
 };
 
 /// The edge elements of all features, with a place for each vertex, ring by ring, without repeated
-/// last vertices. No places and no counts where no feature has any.
+/// last vertices. No places and no counts if no feature has any.
 struct EdgeElements {
   /// -1 for a vertex that has none.
   std::vector<std::int32_t> magnitudes;
@@ -43,10 +43,11 @@ EdgeElements edgeElementsOf(const qcOutlines& outlines);
 Attributes attributesOf(const qcOutlines& outlines);
 
 /// The same features, which share their vertices, with other attributes: those that have a geometry
-/// get the label and the edge elements, the others the problem if there is one for them. A ring in
-/// which a vertex has no edge element gets none. Throws qcContourDefs::BadParams, naming the first
-/// feature that has edge elements, but not one for each vertex. REQUIRES: `outlines` is no slice;
-/// as many labels as features, and counts or none at all; as many places as they add up to.
+/// get the label and the edge elements, the others get the problem if there is one for them. A ring
+/// in which a vertex has no edge element gets none. Throws qcContourDefs::BadParams, naming the
+/// first feature that has edge elements but not one for each vertex. REQUIRES: `outlines` is not a
+/// slice; as many labels as features; as many counts, or none at all; as many places as the counts
+/// add up to.
 qcOutlines withAttributes(const qcOutlines& outlines, Attributes&& attributes);
 
 }  // namespace table

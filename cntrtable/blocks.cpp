@@ -14,8 +14,8 @@ namespace table {
 
 namespace {
 
-/// As many bits as a cache line of 64 bytes holds, unless the features are few: threads that write
-/// into bitmaps would wait for each other if they wrote into the same lines.
+/// As many bits as a cache line of 64 bytes holds, unless there are few features: threads that
+/// write bitmaps would wait for each other if they wrote into the same lines.
 std::size_t featuresAtOnce(std::size_t count) {
   constexpr std::size_t most = 512;
   return std::clamp(count / most * featuresInBlock, featuresInBlock, most);
@@ -42,7 +42,7 @@ class BlockWork {
   }
 
  private:
-  /// Until none is left.
+  /// Takes blocks until none is left.
   void takeBlocks() noexcept {
     try {
       while (true) {

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// Shapes brought to coordinates of their own, and asked there.
+// Brings shapes to local coordinates and finds the facts there.
 
 #include <cntrtable/facts.h>
 
@@ -30,11 +30,11 @@ using cntr::sets::LoneRing;
 using cntr::sets::LoneSums;
 using cntr::sets::RingList;
 
-/// An area up to this share of the largest product of an x and a y is the rounding of sums of such
-/// products with twice a double's digits: that of a line walked there and back.
+/// An area of at most this fraction of the largest product of an x and a y is the rounding of sums
+/// of such products with twice a double's digits: that of a line walked there and back.
 constexpr double roundingOfSums = 1e-24;
 
-/// How far the radius of the inscribed circle may stay below the largest, where extents are 1 to 2.
+/// How far the radius of the inscribed circle may be below the largest, for extents from 1 to 2.
 constexpr double inscribedTolerance = 1e-6;
 
 /// The box of all vertices, whose coordinates are required to be finite.
@@ -155,7 +155,7 @@ std::vector<Ring> turnedRings(const std::vector<qcRings>& parts) {
   return rings;
 }
 
-/// Nothing where the shape is too thin.
+/// Nothing if the shape is too thin.
 std::optional<qcCircle> inscribedIn(const std::vector<qcRings>& parts, qcRingContact contact) {
   try {
     const qcCircle circle = qf_InscribedCircle(parts, contact, inscribedTolerance);
@@ -165,7 +165,7 @@ std::optional<qcCircle> inscribedIn(const std::vector<qcRings>& parts, qcRingCon
   }
 }
 
-/// The library's own answer, in which its tolerances are absolute.
+/// The library's own answer, with its absolute tolerances.
 std::optional<bool> crossesItself(const Shape& shape) {
   if (!shape.closed) {
     if (shape.parts.size() > 1) return std::nullopt;
@@ -183,7 +183,7 @@ double areaWithoutHoles(const qcRings& part, bool isSimple) {
   return qf_FilledArea(solid, isSimple ? qcRingContact::eSimple : qf_RingContact(solid));
 }
 
-/// What is summed up over the boundary of what is filled.
+/// Sums over the boundary of what is filled.
 struct Sums {
   double area = 0.0;
   std::optional<Point> centre;
@@ -202,7 +202,7 @@ struct Sums {
   explicit Sums(double area_) : area(area_) {}
 };
 
-/// Of rings that bound their area simply.
+/// For rings that bound their area simply.
 Sums sumsOf(const Frame& frame, const RingList& rings, Needs needs) {
   if ((needs & eMoments) != 0U) return Sums(cntr::sets::momentsIn(frame, rings));
   if ((needs & eCentre) != 0U) return Sums(cntr::sets::areaAndCentreIn(frame, rings));
@@ -216,7 +216,7 @@ void addSums(Facts& facts, const Sums& sums) {
   facts.moments = sums.moments;
 }
 
-/// What is asked of few shapes. `boundary` is that of what is filled.
+/// Adds the facts that are rarely asked for. `boundary` is that of what is filled.
 void addRareFacts(Facts& facts, const std::vector<qcRings>& local,
                   const std::vector<qcRings>& boundary, Needs needs) {
   const bool simple = isBoundedSimply(*facts.contact);
@@ -231,7 +231,7 @@ void addRareFacts(Facts& facts, const std::vector<qcRings>& local,
 
 void addFilled(Facts& facts, const std::vector<qcRings>& parts, const RingList& rings,
                const Box& box, Needs needs, Filling filling) {
-  // Of the coordinates as given: local ones have lost what is smallest.
+  // From the coordinates as given: local ones have lost the smallest.
   facts.contact = cntr::sets::contactOf(rings, box);
   const bool simple = isBoundedSimply(*facts.contact);
   facts.isLeftOut = !simple && filling == Filling::eLeftOut;
@@ -250,7 +250,7 @@ void addFilled(Facts& facts, const std::vector<qcRings>& parts, const RingList& 
   if (facts.area) addRareFacts(facts, local, united, needs);
 }
 
-/// Facts of how areas are filled.
+/// The facts about how areas are filled.
 constexpr Needs ofFilled = eFilled | eCentre | eMoments | eSolid | eHu | eInscribed;
 
 Facts thoroughFactsOf(const Shape& shape, Needs needs, Filling filling) {
@@ -268,14 +268,14 @@ Facts thoroughFactsOf(const Shape& shape, Needs needs, Filling filling) {
   return facts;
 }
 
-/// Nothing where one of the smallest or largest coordinates is 0, which may be a negative one.
+/// Nothing if one of the smallest or largest coordinates is 0, which may be -0.
 std::optional<Extent> extentOf(const Box& box) {
   if (box.minX == 0.0 || box.minY == 0.0 || box.maxX == 0.0 || box.maxY == 0.0) return std::nullopt;
   return Extent{{box.minX, box.minY}, {box.maxX, box.maxY}};
 }
 
-/// Of a ring that has been read; but for its extent. False, without any, where it has to be looked
-/// at closer.
+/// Adds the facts of a ring that has been read, except for its extent. False, without adding any,
+/// if it needs a closer look.
 bool addQuickFacts(Facts& facts, LoneRing& ring, Needs needs) {
   const bool withMoments = (needs & eMoments) != 0U;
   const LoneSums sums = ring.sums(facts.frame, withMoments);

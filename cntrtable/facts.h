@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
-// What measures are computed from. A measure names the facts that it needs (measures.h); only those
-// are found out, each once however many measures share it.
+// The facts from which measures are computed. A measure names the facts that it needs (measures.h);
+// only those are found, each once, however many measures share it.
 
 #pragma once
 
@@ -21,8 +21,7 @@
 
 namespace table {
 
-/// What is measured: areas, or open lines, which are outlines without holes. It refers to the
-/// parts.
+/// What is measured: areas, or open lines, which are outlines without holes. Refers to the parts.
 struct Shape {
   const std::vector<qcRings>& parts;
   bool closed = true;
@@ -33,7 +32,7 @@ enum Need : unsigned {
   eCounts = 0U,
   /// Facts::extent.
   eExtent = 1U,
-  /// Facts::curves. What they are asked they find out themselves, see contour.h.
+  /// Facts::curves, which answer queries themselves, see contour.h.
   eCurves = 2U,
   /// Facts::length and Facts::holeLength.
   eLength = 4U,
@@ -43,7 +42,7 @@ enum Need : unsigned {
   eSolid = 16U,
   /// Facts::crosses.
   eCrossings = 32U,
-  /// Facts::crosses of open lines alone.
+  /// Facts::crosses, only of open lines.
   eLineCrossings = 64U,
   /// Facts::box.
   eBox = 128U,
@@ -65,9 +64,9 @@ enum Need : unsigned {
 
 using Needs = unsigned;
 
-/// What becomes of an area whose rings do not bound it simply.
+/// What is done with an area whose rings do not bound it simply.
 enum class Filling {
-  /// The set operations give the set that it fills.
+  /// The set that it fills is found by the set operations.
   eMeasured,
   /// It has no area, centre or moments.
   eLeftOut
@@ -82,18 +81,18 @@ struct Extent {
 /// The convex hull.
 struct Hull {
   double area = 0.0;
-  /// Around it: of points on a line, there and back.
+  /// The length of the way around; for points on a line, there and back.
   double length = 0.0;
 };
 
-/// What is known of a shape. Facts in local coordinates are in those of `frame`, in which the shape
-/// is about 1 in size: no answer depends on where it lies or on its unit.
+/// What is known about a shape. Local coordinates are those of `frame`, in which the size of the
+/// shape is about 1: no answer depends on where it lies or on its unit.
 struct Facts {
   Facts(const cntr::sets::Frame& frame_, bool closed_) : frame(frame_), closed(closed_) {}
 
   cntr::sets::Frame frame;
   bool closed;
-  /// Of outlines or lines, without those of holes.
+  /// The number of vertices of outlines or lines, without those of holes.
   std::size_t vertices = 0;
   std::size_t holes = 0;
 
@@ -102,7 +101,7 @@ struct Facts {
   std::vector<qcContour> curves;
   /// The local length of all outlines or lines, as qcContour::length() of each.
   double length = 0.0;
-  /// The same of the boundaries of all holes.
+  /// The same for the boundaries of all holes.
   double holeLength = 0.0;
 
   // Around the vertices of all outlines or lines together, local.
@@ -116,23 +115,23 @@ struct Facts {
 
   /// How the rings lie to each other.
   std::optional<qcRingContact> contact;
-  /// They do not bound their area simply, and Filling::eLeftOut was asked for.
+  /// The rings do not bound their area simply, and Filling::eLeftOut was asked for.
   bool isLeftOut = false;
-  /// The local area of what is filled; nothing where there is none or it is left out.
+  /// The local area of what is filled; nothing if there is none or it is left out.
   std::optional<double> area;
-  /// The local centre of mass of what is filled; nothing where `area` is nothing.
+  /// The local centre of mass of what is filled; nothing if `area` is nothing.
   std::optional<qcVector<2>> centre;
-  /// Its area, centre and second moments, local; nothing where `area` is nothing.
+  /// The area, centre and second moments of what is filled, local; nothing if `area` is nothing.
   std::optional<qc_InertiaData> moments;
-  /// The local area of a single outline without its holes; nothing where `area` is nothing.
+  /// The local area of a single outline without its holes; nothing if `area` is nothing.
   std::optional<double> solidArea;
-  /// Hu's moment invariants of what is filled; nothing where `area` is nothing.
+  /// Hu's moment invariants of what is filled; nothing if `area` is nothing.
   std::optional<std::array<double, 7>> hu;
-  /// A largest circle in it; nothing where `area` is nothing or it is too thin for one.
+  /// A largest circle in what is filled; nothing if `area` is nothing or it is too thin for one.
   std::optional<qcCircle> inscribed;
 
-  /// Whether the library says that outlines cross themselves or each other, in the coordinates as
-  /// given; nothing for several lines.
+  /// Whether, according to the library, outlines cross themselves or each other, in the coordinates
+  /// as given; nothing for several lines.
   std::optional<bool> crosses;
 };
 
@@ -143,12 +142,13 @@ bool isBoundedSimply(qcRingContact contact);
 /// number", and what the set operations throw (sets.h).
 Facts factsOf(const Shape& shape, Needs needs, Filling filling);
 
-/// What quickFactsOf() can tell.
+/// What quickFactsOf() can find.
 inline constexpr Needs quickNeeds =
     eExtent | eLength | eFilled | eSolid | eMoments | eCentre | eLineCrossings;
 
-/// The same facts of an area that a single outline bounds, its coordinates x and y in turn; nothing
-/// where factsOf() has to look closer. `ring` is read into. REQUIRES: needs of quickNeeds.
+/// The same facts for an area that a single outline bounds, whose coordinates are x and y in turn;
+/// nothing if factsOf() has to look closer. The outline is read into `ring`. REQUIRES: needs of
+/// quickNeeds.
 std::optional<Facts> quickFactsOf(std::span<const double> coordinates, Needs needs,
                                   cntr::sets::LoneRing& ring);
 

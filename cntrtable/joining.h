@@ -25,8 +25,8 @@ struct qcInsidePairs {
 /// that are eNothing or have a coordinate that is not a finite number. Points, x and y in turn, may
 /// have any coordinates.
 ///
-/// Only points in a feature's box are asked about. `threads` is how many share the work, 0 for as
-/// many as there are processors: the pairs are the same whatever their number. Throws
+/// Only points in a feature's box are asked about. `threads` is the number of threads that share
+/// the work, 0 for as many as there are processors; the pairs do not depend on it. Throws
 /// qcContourDefs::BadParams for an odd number of coordinates.
 CNTRTABLE_EXPORT qcInsidePairs qf_InsideJoin(const qcOutlines& outlines,
                                              std::span<const double> points, unsigned threads = 0);

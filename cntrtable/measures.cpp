@@ -17,12 +17,12 @@ using Geom = qcEllipse::qcEllipseGeom;
 
 Value number(double value) { return std::isfinite(value) ? Value(value) : Value(); }
 
-/// A local value in the plane's unit.
+/// A local value, converted to the plane's unit.
 Value restored(const Facts& facts, double value, int power) {
   return number(facts.frame.restored(value, power));
 }
 
-// Each template answers by the function that it is given, or with nothing where the question has no
+// Each template answers by the function that it is given, or with nothing if the question has no
 // meaning.
 
 template <double (*Ask)(const qcContour&)>
@@ -64,8 +64,8 @@ Value equivalentDiameter(const Facts& facts) {
 template <double (*Ask)(const Geom&)>
 Value ofMoments(const Facts& facts) {
   if (!facts.moments) return {};
-  // The library takes a small moment for that of a line: those of a shape that is a million across
-  // are large enough for any that is not one.
+  // The library takes small moments for those of a line: enlarged, those of any shape that is not a
+  // line are large enough.
   constexpr double enlarged = 0x1p80;
   try {
     const qcMatrix<2>& m = facts.moments->inertiaMatrix();
@@ -85,7 +85,7 @@ double eccentricity(const Geom& ellipse) {
 }
 double rotation(const Geom& ellipse) { return qcDegree(ellipse.rotation).toDouble(); }
 
-/// The ellipse fitted to the vertices of a single outline or line; nothing where nothing fits.
+/// The ellipse fitted to the vertices of a single outline or line; nothing if none fits.
 std::optional<std::pair<Geom, double>> fitted(const Facts& facts) {
   if (facts.curves.size() != 1) return std::nullopt;
   qcEllipse ellipse;
@@ -194,7 +194,7 @@ Value height(const Facts& facts) { return number(facts.extent->high.y() - facts.
 
 Value crossesItself(const Facts& facts) { return facts.crosses ? Value(*facts.crosses) : Value(); }
 
-/// What the rings of an area do that do not bound it simply, and what came of it.
+/// How the rings of an area fail to bound it simply, and the consequence.
 std::string contactNote(const Facts& facts) {
   const std::string what = *facts.contact == qcRingContact::eCrosses ? "crosses" : "overlaps";
   return what + (facts.isLeftOut ? ": not measured" : ": measured as filled");

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
-// The one list of measures. Columns of the program, its help and docs/measures.md are made from it.
+// The one list of measures. The columns of the program, its help and docs/measures.md are made from
+// it.
 
 #pragma once
 
@@ -17,20 +18,20 @@ namespace table {
 /// Nothing (there is no answer), yes or no, a count, a number, or a text.
 using Value = std::variant<std::monostate, bool, std::size_t, double, std::string>;
 
-/// What the values of a measure are, unless they are nothing.
+/// The type of a measure's values, unless they are nothing.
 enum class ValueType { eNumber, eCount, eYesOrNo, eText };
 
 struct Measure {
   /// Its name as a column.
   const char* name;
   const char* meaning;
-  /// The power of the unit of length that it is in; 0 for angles and plain numbers.
+  /// The power of the unit of length in which it is given; 0 for angles and plain numbers.
   short power;
   /// Shown in a table when no columns are chosen.
   bool isStandard;
   /// The facts that `answer` looks at.
   Needs needs;
-  /// Finite, or nothing where the question has no meaning. In the unit of the coordinates.
+  /// In the unit of the coordinates: finite, or nothing if the question has no meaning.
   Value (*answer)(const Facts&);
   ValueType type = ValueType::eNumber;
 };

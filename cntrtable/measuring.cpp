@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
-// Each row has places of its own in the columns, and blocks of rows do not share a byte of a
-// bitmap, so that threads never meet.
+// Each row has its own places in the columns, and blocks of rows do not share a byte of a bitmap,
+// so that threads never conflict.
 
 #include <cntrtable/measuring.h>
 
@@ -73,7 +73,7 @@ struct AnswerColumn {
   std::vector<double> numbers;
   std::vector<std::int64_t> counts;
   std::vector<std::uint8_t> flags;
-  /// Of the rows that have one, which are few.
+  /// Only for the rows that have one, which are few.
   std::vector<std::unique_ptr<std::string>> texts;
 };
 
@@ -98,7 +98,7 @@ std::vector<AnswerColumn> columnsFor(std::span<const std::string> names, std::si
   return columns;
 }
 
-/// Why there are not enough vertices; empty when there are.
+/// Why there are not enough vertices; empty when there are enough.
 std::string shortageOf(const qcOutlines& outlines, std::size_t feature) {
   const bool isAreas = outlines.kind(feature) == qcOutlineKind::eAreas;
   const std::size_t fewest = isAreas ? 3 : 2;
@@ -116,8 +116,8 @@ std::string shortageOf(const qcOutlines& outlines, std::size_t feature) {
   return "";
 }
 
-/// Asks for the vertices of a feature's first outline, or its first kilobytes, to be brought nearer
-/// while another feature is measured.
+/// Prefetches the vertices of a feature's first outline, or its first kilobytes, while another
+/// feature is measured.
 void fetchVertices(const qcOutlines& outlines, std::size_t feature) {
   if (outlines.parts(feature) == 0 || outlines.rings(feature, 0) == 0) return;
   constexpr std::size_t ofLine = 64 / sizeof(double);
@@ -147,7 +147,7 @@ class Measurement {
   qcArrowColumn batch() &&;
 
  private:
-  /// What one feature after the other can use.
+  /// Memory that one feature after the other can use.
   struct Memory {
     cntr::sets::LoneRing ring;
     std::vector<table::Value> values;
@@ -186,7 +186,7 @@ class Measurement {
     answer(row, table::factsOf({parts, isAreas}, needs_, table::Filling::eMeasured), memory.values);
   }
 
-  /// All answers or, when one of them throws, none.
+  /// Stores all answers or, when one of them throws, none.
   void answer(std::size_t row, const table::Facts& facts, std::vector<table::Value>& values) {
     values.clear();
     for (const AnswerColumn& column : columns_) values.push_back(column.measure->answer(facts));

@@ -17,7 +17,7 @@ namespace {
 std::size_t asSize(std::int64_t number) { return static_cast<std::size_t>(number); }
 std::int64_t asOffset(std::size_t number) { return static_cast<std::int64_t>(number); }
 
-/// 0 to `count`: each is its own.
+/// 0 to `count`: offsets of items that each consist of one.
 std::vector<std::int64_t> countedUp(std::size_t count) {
   std::vector<std::int64_t> numbers(count + 1);
   std::iota(numbers.begin(), numbers.end(), std::int64_t{0});
@@ -30,7 +30,7 @@ std::vector<std::int64_t> copied(std::span<const std::int64_t> numbers) {
 
 bool isSameNumber(double a, double b) { return a == b || (std::isnan(a) && std::isnan(b)); }
 
-/// The coordinates where they lie from now on: with `owner`, or in a copy where it is null.
+/// The coordinates in their final place: with `owner`, or in a copy if that is null.
 std::span<const double> keptCoordinates(OutlineColumns& columns,
                                         std::span<const double> coordinates,
                                         std::shared_ptr<const void> owner) {
@@ -100,7 +100,7 @@ void appendOffsets(std::vector<std::int64_t>& all, const std::vector<std::int64_
   for (std::size_t i = 1; i < more.size(); ++i) all.push_back(more[i] + shift);
 }
 
-/// All but edge elements.
+/// Appends everything except edge elements.
 void append(OutlineColumns& all, const OutlineColumns& more) {
   for (const Problem& problem : more.problems)
     all.problems.push_back({problem.feature + all.kinds.size(), problem.why});
@@ -113,7 +113,7 @@ void append(OutlineColumns& all, const OutlineColumns& more) {
   append(all.labels, more.labels);
 }
 
-/// Which features there is nothing of.
+/// Sets the kinds of features: those that are null or empty are eNothing.
 void takeKinds(OutlineColumns& columns, qcOutlineKind kind, const std::vector<bool>& nulls) {
   const std::size_t count = columns.featureParts.size() - 1;
   columns.kinds.assign(count, kind);

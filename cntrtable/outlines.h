@@ -2,7 +2,7 @@
 //
 // Many features at once, as columns: the place and the number of each ring's vertices, and lists of
 // numbers that tell where parts and features begin among the rings. Well-known binary is in wkb.h,
-// Arrow in geoarrow.h, and what is measured of them in measuring.h.
+// Arrow in geoarrow.h, and measures are in measuring.h.
 
 #pragma once
 
@@ -29,93 +29,94 @@ enum class qcOutlineKind : std::uint8_t {
   eNothing = 0,
   /// Outlines with holes.
   eAreas = 1,
-  /// Open lines, each a part of one ring that is not closed.
+  /// Open lines, each a part with one ring that is not closed.
   eLines = 2
 };
 
-/// Features as ragged arrays: offsets tell where each ring, part or feature begins, and the last
-/// offset where the last one ends. The first offset need not be 0.
+/// Features as ragged arrays: offsets tell where each ring, part or feature begins; the last offset
+/// tells where the last one ends. The first offset need not be 0.
 struct qcRaggedOutlines {
-  /// All features are of this kind.
+  /// The kind of all features.
   qcOutlineKind kind = qcOutlineKind::eAreas;
   /// x and y in turn.
   std::span<const double> coordinates;
-  /// Of vertices: one offset more than there are rings. The last vertex of a ring of areas may
-  /// repeat its first one.
+  /// Offsets of vertices, one more than there are rings. The last vertex of a ring of areas may
+  /// repeat the first one.
   std::span<const std::int64_t> rings;
-  /// Of rings, for areas alone: the first ring of a part is its outline. Without any, each feature
-  /// is one part.
+  /// Offsets of rings, only for areas: the first ring of a part is its outline. Without any, each
+  /// feature is one part.
   std::span<const std::int64_t> parts;
-  /// Of parts, or of rings where there are no offsets of parts. Without any, each part or ring is a
+  /// Offsets of parts, or of rings if `parts` is empty. Without any, each part or ring is a
   /// feature.
   std::span<const std::int64_t> features;
-  /// One for each vertex, those that repeat another included, or none at all.
+  /// One for each vertex, including repeated ones, or none at all.
   std::span<const qcEdgelet> edgelets;
 };
 
-/// Ragged arrays of their own, in which offsets begin at 0, and the last vertex of each ring of
-/// areas repeats its first one.
+/// Ragged arrays that own their memory. Offsets begin at 0, and the last vertex of each ring of
+/// areas repeats the first one.
 struct qcRaggedArrays {
   /// x and y in turn.
   std::vector<double> coordinates;
-  /// Of vertices, one more than there are rings.
+  /// Offsets of vertices, one more than there are rings.
   std::vector<std::int64_t> rings{0};
-  /// Of rings, one more than there are parts.
+  /// Offsets of rings, one more than there are parts.
   std::vector<std::int64_t> parts{0};
-  /// Of parts, one more than there are features.
+  /// Offsets of parts, one more than there are features.
   std::vector<std::int64_t> features{0};
-  /// One for each vertex, or none at all. Rings that have none among others that do get zeros.
+  /// One for each vertex, or none at all. If only some rings have edge elements, the others get
+  /// zeros.
   std::vector<qcEdgelet> edgelets;
 };
 
-/// A list of features. A value that never changes: copies and slices share what they hold, and
-/// several threads may read one.
+/// A list of features. A value that never changes: copies and slices share their contents, and
+/// several threads may read the same list.
 class CNTRTABLE_EXPORT qcOutlines {
  public:
   /// No features.
   qcOutlines();
 
   /// The features of ragged arrays. Coordinates are shared with `owner`, which keeps them alive and
-  /// unchanged, or copied where it is null; everything else is copied. A feature without vertices
-  /// is of the kind eNothing, with the problem "empty". O(rings).
+  /// unchanged, or copied if it is null; everything else is copied. A feature without vertices is
+  /// of the kind eNothing, with the problem "empty". O(rings).
   ///
-  /// Throws qcContourDefs::BadParams for offsets that are negative, less than one before them, or
-  /// beyond what they count, naming the first of them; for an odd number of coordinates; and when
-  /// there are edge elements, but not one for each vertex. Nothing outside the arrays is read.
+  /// Throws qcContourDefs::BadParams for offsets that are negative, less than the one before, or
+  /// beyond what they count, naming the first such offset; for an odd number of coordinates; and
+  /// when there are edge elements, but not one for each vertex. Nothing outside the arrays is read.
   static qcOutlines fromRagged(const qcRaggedOutlines& arrays,
                                std::shared_ptr<const void> owner = nullptr);
 
   /// The number of features.
   std::size_t size() const noexcept { return count_; }
 
-  // Of feature number `feature`, from 0. REQUIRES: feature < size(), part < parts(feature),
-  // ring < rings(feature, part).
+  // Properties of feature number `feature`, from 0. REQUIRES: feature < size(), part <
+  // parts(feature), ring < rings(feature, part).
 
-  /// What it is.
+  /// The kind of the feature.
   qcOutlineKind kind(std::size_t feature) const;
-  /// Why it is eNothing; empty for other kinds.
+  /// Why the feature is eNothing; empty for other kinds.
   std::string problem(std::size_t feature) const;
-  /// The number that its maker gave it.
+  /// The label, if there is one.
   std::optional<std::uint32_t> label(std::size_t feature) const;
   /// The number of its parts, some of which may have no rings; 0 for eNothing.
   std::size_t parts(std::size_t feature) const;
   /// The number of rings of a part: its outline and holes, or a line.
   std::size_t rings(std::size_t feature, std::size_t part) const;
-  /// The vertices of a ring where they lie, x and y in turn, without the repeated last one.
+  /// The vertices of a ring in place, x and y in turn, without the repeated last one.
   std::span<const double> ring(std::size_t feature, std::size_t part, std::size_t ring) const;
-  /// Its edge elements; empty where there are none.
+  /// The edge elements of a ring; empty if it has none.
   std::span<const qcEdgelet> edgelets(std::size_t feature, std::size_t part,
                                       std::size_t ring) const;
-  /// A copy of it, without parts that have no rings. A line is an outline without holes.
+  /// A copy of the feature, without parts that have no rings. A line is an outline without holes.
   std::vector<qcRings> feature(std::size_t feature) const;
 
-  /// `count` features from number `first` on. They share the memory of these. Throws
-  /// qcContourDefs::BadParams when there are not as many.
+  /// `count` features from number `first` on, which share the memory of this list. Throws
+  /// qcContourDefs::BadParams when there are fewer.
   qcOutlines slice(std::size_t first, std::size_t count) const;
 
-  /// The features of these numbers, in that order, any of them several times. They share the
-  /// coordinates of these. Throws qcContourDefs::BadParams for a number without a feature.
-  /// O(their rings), and a copy of all edge elements.
+  /// The features with these numbers, in that order; numbers may be repeated. They share the
+  /// coordinates of this list. Throws qcContourDefs::BadParams for a number without a feature.
+  /// O(their rings), plus a copy of all edge elements.
   qcOutlines selected(std::span<const std::size_t> features) const;
 
   /// A copy as ragged arrays. A feature that is eNothing has no parts.
@@ -133,7 +134,7 @@ class CNTRTABLE_EXPORT qcOutlines {
   std::size_t count_ = 0;
 };
 
-/// Makes features one after the other: each from a shape, or ring by ring.
+/// Makes features one after the other, each from a shape or ring by ring.
 class CNTRTABLE_EXPORT qcOutlinesBuilder {
  public:
   qcOutlinesBuilder();
@@ -141,7 +142,7 @@ class CNTRTABLE_EXPORT qcOutlinesBuilder {
   qcOutlinesBuilder& operator=(const qcOutlinesBuilder&) = delete;
   ~qcOutlinesBuilder();
 
-  // Whole features. One without vertices is eNothing, "empty".
+  // Whole features. One without vertices becomes eNothing, "empty".
 
   /// Areas with holes.
   void addAreas(const std::vector<qcRings>& parts, std::optional<std::uint32_t> label = {});
@@ -155,36 +156,38 @@ class CNTRTABLE_EXPORT qcOutlinesBuilder {
   void add(const qcRegion& region);
   /// A part for each region, and for each hole of a hole; no label.
   void add(const qcRegionSet& set);
-  /// A feature of others.
+  /// A feature of another list.
   void add(const qcOutlines& outlines, std::size_t feature);
 
   // Ring by ring.
 
-  /// Makes room for as many vertices in all.
+  /// Makes room for this many vertices in all.
   void reserve(std::size_t vertices) { coordinates_.reserve(2 * vertices); }
-  /// Begins a ring, and gives the place for its vertices, x and y in turn, zeros at first. It is
+  /// Begins a ring and returns the place for its vertices, x and y in turn, initially zeros. It is
   /// valid until the next call.
   std::span<double> addRing(std::size_t vertices);
-  /// The edge elements of the newest ring. REQUIRES: as many as it has vertices.
+  /// Sets the edge elements of the newest ring. REQUIRES: as many as it has vertices.
   void setEdgelets(std::span<const qcEdgelet> edgelets);
   /// Leaves out the last vertex of the newest ring if it repeats the first one. REQUIRES: the ring
   /// has no edge elements.
   void leaveOutRepeated();
-  /// Ends a part, of the rings since the last one. A part without rings is none.
+  /// Ends a part that consists of the rings since the last one. A part without rings is not added.
   void endPart();
-  /// Ends a feature, of the parts since the last one; without vertices it is eNothing, "empty".
+  /// Ends a feature that consists of the parts since the last one; without vertices it is eNothing,
+  /// "empty".
   void endFeature(qcOutlineKind kind, std::optional<std::uint32_t> label = {});
-  /// Drops the rings and parts since the last feature: this one is eNothing, for the reason given.
+  /// Drops the rings and parts since the last feature; this feature is eNothing, for the given
+  /// reason.
   void failFeature(const std::string& why);
 
-  /// All features added since the last time.
+  /// All features added since the last call.
   qcOutlines finish();
 
  private:
   void addPoints(const std::vector<qcVector<2>>& points);
   void addParts(std::vector<const qcRegion*> regions);
 
-  /// All but the places of rings, which move as long as coordinates are added.
+  /// Everything except the places of rings, which move as long as coordinates are added.
   std::unique_ptr<table::OutlineColumns> columns_;
   std::vector<double> coordinates_;
   /// Where each ring begins in the coordinates.

@@ -23,7 +23,7 @@ std::int64_t sizeOf(const std::vector<T>& list) {
   return static_cast<std::int64_t>(list.size());
 }
 
-/// Of the rings from number `rings` on.
+/// Drops those of the rings from number `rings` on.
 void dropEdgelets(OutlineColumns& columns, std::size_t rings) {
   std::vector<std::int64_t>& starts = columns.ringEdgelets;
   if (starts.size() <= rings) return;
@@ -180,7 +180,7 @@ void qcOutlinesBuilder::addParts(std::vector<const qcRegion*> regions) {
       for (const qcPtrHandle_const<qcRegion>& island : hole->holes()) regions.push_back(&*island);
     }
   }
-  // Nothing has been added when a null handle is met above.
+  // Up to here a null handle has thrown before anything was added.
   for (const std::vector<const qcRegion*>& part : parts) {
     for (const qcRegion* ring : part) addPoints(ring->points());
     endPart();

@@ -20,16 +20,16 @@ struct NumberedPoint {
   std::int64_t number;
 };
 
-/// Points in upright strips from left to right, as many points in each as there are strips, so that
-/// a few points far from all others cost nothing. In a strip they go upwards. Those whose
-/// coordinates are not finite are left out.
+/// Points in vertical strips from left to right, as many points in each as there are strips, so
+/// that a few points far from all others do no harm. Within a strip they are sorted upwards. Points
+/// whose coordinates are not finite are left out.
 class PointStrips {
  public:
-  /// Of points, x and y in turn. O(n log n).
+  /// Takes points, x and y in turn. O(n log n).
   explicit PointStrips(std::span<const double> coordinates);
 
-  /// Calls visit(point) for each point in the box or on its boundary, in any order. Returns how
-  /// many points it has looked at: those at the height of the box in the strips that it touches.
+  /// Calls visit(point) for each point in the box or on its boundary, in any order. Returns the
+  /// number of points looked at: those at the height of the box in the strips that it touches.
   template <class Visit>
   std::size_t forEachIn(const cntr::plane::Box& box, Visit visit) const {
     std::size_t looks = 0;
@@ -45,7 +45,7 @@ class PointStrips {
   }
 
  private:
-  /// The first strip that may have points at x or to the right of it.
+  /// The first strip that may contain points at x or to the right of it.
   std::size_t firstStrip(double x) const noexcept;
   /// How many strips begin at x or to the left of it.
   std::size_t stripsUpTo(double x) const noexcept;

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// How unusable arguments are refused, and the texts of refusals.
+// Refuses unusable arguments, and makes the texts of refusals.
 
 #pragma once
 

@@ -12,7 +12,7 @@
 
 namespace {
 
-/// What a feature fills, or why there is nothing.
+/// What a feature fills, or why it fills nothing.
 using Repaired = std::variant<std::vector<qcRings>, std::string>;
 
 Repaired repaired(const qcOutlines& outlines, std::size_t feature, qcPolygon::PolyFillMode rule) {

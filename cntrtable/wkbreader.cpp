@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
-// Reads well-known binary. Bytes are taken from the front and never beyond the end; whatever they
-// count must fit into what is left before room is made for it.
+// Reads well-known binary. Bytes are taken from the front and never beyond the end; whatever a
+// count announces must fit into the remaining bytes before room is made for it.
 
 #include <algorithm>
 #include <array>
@@ -15,7 +15,7 @@
 namespace {
 
 constexpr int mostNested = 16;
-/// A vertex takes as many bytes at least.
+/// A vertex takes at least this many bytes.
 constexpr std::size_t vertexSize = 2 * sizeof(double);
 
 enum WkbType : std::uint32_t {
@@ -85,7 +85,7 @@ class WkbReader {
     return std::bit_cast<T>(raw);
   }
 
-  /// A count of things that take `smallest` bytes each at least.
+  /// A count of items that take at least `smallest` bytes each.
   std::size_t count(const Header& header, std::size_t smallest) {
     const std::size_t place = position_;
     const auto things = number<std::uint32_t>(header.isSwapped);
