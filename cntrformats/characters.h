@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
-// Searching long texts for single characters, many at once: the thread that reads a file does
-// little else.
+// Searches long texts for single characters, many at once: the thread that reads a file does little
+// else.
 
 #pragma once
 
@@ -17,7 +17,7 @@
 namespace formats {
 
 /// How often the character occurs. Counts of short runs fit into a byte, so that a compiler can add
-/// up many at once.
+/// many at once.
 inline std::size_t countOf(std::string_view text, char character) noexcept {
   constexpr std::size_t block = 64;
   std::size_t count = 0;
@@ -63,7 +63,7 @@ inline std::uint64_t findInBlock(const char* block, char a, char b, char c) noex
     return static_cast<unsigned>(other == a) | static_cast<unsigned>(other == b) |
            static_cast<unsigned>(other == c);
   };
-  // Most blocks contain none of them, which a compiler checks for many bytes at once.
+  // Most blocks contain none of them, which compilers check for many bytes at once.
   unsigned char any = 0;
   for (std::size_t k = 0; k < blockSize; ++k)
     any = static_cast<unsigned char>(any | isOne(block[k]));

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
-// What a file says, before any question is asked: features made of outlines with holes, or of open
-// lines. Readers make them, shapes.h makes the library's shapes of them, writers write them.
+// What a file says: features made of outlines with holes, or of open lines. Readers make them,
+// shapes.h makes the library's shapes from them, writers write them.
 
 #pragma once
 
@@ -25,9 +25,9 @@ struct Geometry {
   bool closed = true;
   /// Written as a geometry of several parts, even if there is only one.
   bool multiple = false;
-  /// An open line is an outline without holes. Empty where there is a problem, see Feature.
+  /// An open line is an outline without holes. Empty if there is a problem, see Feature.
   std::vector<qcRings> parts = {};
-  /// One list for each part, as long as its outline or empty; no lists at all where the file has no
+  /// One list for each part, as long as its outline or empty; no lists at all if the file has no
   /// edge elements.
   std::vector<std::vector<qcEdgelet>> edgelets = {};
 };
@@ -45,13 +45,14 @@ struct Feature {
   std::size_t number = 1;
   std::optional<Label> label;
   Geometry geometry;
-  /// The name that the file gives it besides the label.
+  /// The name that the file gives the feature besides the label.
   std::optional<std::string> id;
-  /// True when the file says more about it that is not read, as annotation tools do.
+  /// True when the file says more about the feature that is not read, as those of annotation tools
+  /// do.
   bool hasFurtherMembers = false;
   /// Why there is no geometry; empty when there is one.
   std::string problem;
-  /// The JSON of the Feature or geometry that it was read from; empty when that was not JSON, or
+  /// The JSON of the Feature or geometry from which it was read; empty when that was not JSON or
   /// was not kept.
   std::string text;
 };

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
-// The table of file formats: what each is called, how it is known, and who reads and writes it.
+// The table of file formats: how each is named and recognised, and which functions read and write
+// it.
 
 #pragma once
 
@@ -29,14 +30,13 @@ struct Format {
   const char* meaning;
   /// What every file in this format begins with; empty for text.
   std::string_view signature;
-  /// True for the first line of such a file, its line feed included; null where a line tells
-  /// nothing.
+  /// True for the first line of such a file, including its line feed; null if a line tells nothing.
   bool (*looksLike)(std::string_view line);
   /// Hands all features of a file to `sink`. Throws FileError when the file cannot be read, is not
-  /// of this format or holds no features; what was found by then has been handed over.
+  /// in this format or holds no features; what was found before has been handed over.
   void (*read)(Source& source, Keep keep, Sink& sink);
   std::unique_ptr<FeatureWriter> (*makeWriter)(std::ostream& out, Rings rings);
-  /// What a file cannot hold of the feature.
+  /// What a file in this format cannot hold of the feature.
   Losses (*lossesOf)(const Feature& feature);
 };
 
@@ -45,11 +45,11 @@ std::span<const Format> allFormats();
 
 /// The format of this name, or null.
 const Format* formatNamed(std::string_view name);
-/// The format that the extension of a file name stands for, .gz at the end left out; null for other
+/// The format that the extension of a file name stands for, without .gz at the end; null for other
 /// extensions and for "-".
 const Format* formatByEnding(const std::string& file);
-/// The format that the beginning of the text looks like, GeoJSON when it looks like none of them.
-/// Consumes nothing.
+/// The format that the beginning of the text looks like; GeoJSON if it looks like none. Consumes
+/// nothing.
 const Format& formatByContent(Source& source);
 
 }  // namespace formats

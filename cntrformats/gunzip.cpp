@@ -13,7 +13,7 @@ namespace formats {
 
 namespace {
 
-/// The largest window, and a header of gzip rather than of zlib.
+/// The largest window, with a gzip header rather than a zlib header.
 constexpr int windowBits = 15 + 16;
 
 }  // namespace
@@ -22,7 +22,7 @@ struct Gunzip::State {
   ReadPacked readPacked;
   z_stream stream{};
   std::array<unsigned char, std::size_t{1} << 16U> packed{};
-  /// True between the members of a file, of which there may be several; the first must be there.
+  /// True between the members of a file. There may be several members, but must be at least one.
   bool isBetween = false;
 
   /// Reads packed bytes if none are left; false when there are no more.
@@ -48,7 +48,7 @@ std::size_t Gunzip::read(char* buffer, std::size_t size) {
   stream.next_out = static_cast<unsigned char*>(static_cast<void*>(buffer));
   stream.avail_out = static_cast<uInt>(size);
   while (stream.avail_out == size) {
-    // What is left to be unpacked precedes the last packed bytes, which are a checksum.
+    // What remains to be unpacked precedes the last packed bytes, which are a checksum.
     if (!state.refill()) {
       if (state.isBetween) return 0;
       throw FileError("cannot be unpacked: the gzip file ends too early");

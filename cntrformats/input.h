@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// A file that has been opened, and whose format is known.
+// A file that has been opened and whose format is known.
 
 #pragma once
 
@@ -23,8 +23,8 @@ struct Input {
 /// A file as messages and answers name it.
 std::string displayName(const std::string& file);
 
-/// Opens a file, "-" for standard input. Its format is `from` unless that is null, otherwise that
-/// of its extension, otherwise the one that its beginning looks like. Throws FileError.
+/// Opens a file, "-" for standard input. Its format is `from` unless that is null, else that of its
+/// extension, else the one that its beginning looks like. Throws FileError.
 Input openInput(const std::string& file, const Format* from);
 
 }  // namespace formats

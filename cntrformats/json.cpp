@@ -25,7 +25,8 @@ std::size_t skipBlanks(std::string_view text, std::size_t at) {
 /// True for the bytes that continue a UTF-8 character.
 bool continues(char byte) { return (static_cast<unsigned char>(byte) & 0xC0U) == 0x80U; }
 
-/// The bytes of the UTF-8 character that the text begins with; 0 when it begins with none.
+/// The number of bytes of the UTF-8 character with which the text begins; 0 when it begins with
+/// none.
 std::size_t lengthOfCharacter(std::string_view text) {
   for (std::size_t length = 1; length <= std::min<std::size_t>(4, text.size()); ++length) {
     if (simdjson::validate_utf8(text.data(), length)) return length;
@@ -114,7 +115,7 @@ bool ValueEnd::find(std::string_view text, std::size_t& at) {
 
 namespace {
 
-/// Takes a value off the text; empty when there is none.
+/// Takes the next value from the text; empty when there is none.
 std::string_view takeValue(std::string_view text, std::size_t& at) {
   at = skipBlanks(text, at);
   const std::size_t begin = at;

@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
-// JSON as text: where the values of a text are, and how text is written. What these functions are
-// given has been parsed before and is known to be JSON; any other text does no harm, but their
-// answers mean nothing then.
+// JSON as text: where the values of a text are, and how text is written. Arguments have been parsed
+// before and are known to be JSON; any other text does no harm, but makes the results meaningless.
 
 #pragma once
 
@@ -13,13 +12,13 @@
 
 namespace formats {
 
-/// Finds where a value ends, in a text that may come piece by piece.
+/// Finds where a value ends, in a text that may arrive piece by piece.
 class ValueEnd {
  public:
   /// Looks at the text from `at` on, where the value begins or the last call stopped. Moves `at`
-  /// past the value, or to the end of the text when that comes first; true when it found the end of
-  /// the value. The text that the calls before were given is the beginning of this one, or the part
-  /// of it from the value on.
+  /// past the value, or to the end of the text if that comes first; true when it has found the end
+  /// of the value. The text given to earlier calls is the beginning of this one, or its part from
+  /// the value on.
   bool find(std::string_view text, std::size_t& at);
 
  private:
@@ -40,14 +39,14 @@ struct JsonMember {
 std::vector<std::string_view> elementsOf(std::string_view list);
 /// The members of an object.
 std::vector<JsonMember> membersOf(std::string_view object);
-/// The value of that member; empty where there is none.
+/// The value of that member; empty if there is none.
 std::string_view memberOf(std::string_view object, std::string_view name);
 
 /// The value without the blanks between its parts.
 std::string compact(std::string_view json);
-/// The value for a message: compact, and cut short where it is long.
+/// The value for a message: compact, and shortened if it is long.
 std::string excerpt(std::string_view json);
-/// A text as a JSON string; whatever is not UTF-8 in it is replaced.
+/// A text as a JSON string; whatever in it is not UTF-8 is replaced.
 std::string jsonString(std::string_view text);
 
 }  // namespace formats

@@ -11,7 +11,7 @@ namespace formats {
 struct Location {
   /// Features are counted from 1, those that cannot be read included.
   std::size_t number = 1;
-  /// The line that it starts on, counted from 1; 0 in formats that are not read by lines.
+  /// The line on which it starts, counted from 1; 0 in formats that are not read by lines.
   std::size_t line = 0;
   /// True when the file is this feature rather than a collection that holds it.
   bool isLone = false;

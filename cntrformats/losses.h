@@ -10,7 +10,7 @@
 
 namespace formats {
 
-/// What is lost of a feature, in words such as "labels".
+/// What a feature loses, in words such as "labels".
 using Losses = std::vector<const char*>;
 
 /// What a format holds of a feature besides its geometry.

@@ -19,10 +19,10 @@ struct Member {
 
 using Members = std::vector<Member>;
 
-/// The JSON of that member; null where there is none.
+/// The JSON of that member; null if there is none.
 const std::string* valueOf(const Members& members, std::string_view name);
 
-/// Adds members, and gives new values to those that exist already.
+/// Adds members, and gives new values to existing ones.
 void update(Members& members, Members&& others);
 
 }  // namespace formats

@@ -15,13 +15,13 @@ namespace formats {
 
 namespace {
 
-/// Whole numbers of up to this many digits are exact as doubles, and so are these powers of ten:
-/// their quotient is rounded only once.
+/// Whole numbers of up to this many digits are exact as doubles, and so are powers of ten up to
+/// this exponent: their quotient is rounded only once.
 constexpr int mostDigits = 15;
 constexpr std::array<double, mostDigits + 1> powersOfTen{
     1e0, 1e1, 1e2, 1e3, 1e4, 1e5, 1e6, 1e7, 1e8, 1e9, 1e10, 1e11, 1e12, 1e13, 1e14, 1e15};
 
-/// Takes the leading digits off the text.
+/// Takes the leading digits from the text.
 const char* takeDigits(const char* first, const char* last, std::uint64_t& number) noexcept {
   for (; first != last; ++first) {
     const unsigned digit = static_cast<unsigned char>(*first) - static_cast<unsigned>('0');

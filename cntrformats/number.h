@@ -11,7 +11,7 @@
 namespace formats {
 
 /// Like std::from_chars, to the last bit; most numbers (at most 15 digits, no exponent) take a
-/// third of its time.
+/// third of the time.
 std::from_chars_result readNumber(const char* first, const char* last, double& value) noexcept;
 
 /// The whole text as a finite number. Throws FeatureError, naming the text, for anything else.

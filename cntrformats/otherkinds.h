@@ -8,7 +8,8 @@
 
 namespace formats {
 
-/// What the file with this first line is, and what helps; null when it is none of these kinds.
+/// What a file with this first line is, and what to do about it; null when it is none of these
+/// kinds.
 const char* otherKind(std::string_view line);
 
 }  // namespace formats

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// A part of a longer text that knows its place in the file, which is counted out only when it is
-// asked for.
+// A part of a longer text that knows its place in the file, which is computed only when asked for.
 
 #pragma once
 
@@ -10,18 +9,18 @@
 
 namespace formats {
 
-/// A place in a file: lines, and bytes of the line, counted from 1.
+/// A place in a file: the line, and the byte in the line, counted from 1.
 struct TextPlace {
   std::size_t line = 1;
   std::size_t column = 1;
 };
 
-/// The place behind a text that begins at `start`.
+/// The place after a text that begins at `start`.
 TextPlace placeAfter(std::string_view text, const TextPlace& start);
 
 struct Passage {
   std::string_view text;
-  /// What precedes it since `start`, the place where this begins in the file.
+  /// What precedes the passage since `start`, the place in the file where `before` begins.
   std::string_view before = {};
   TextPlace start = {};
 
@@ -29,7 +28,8 @@ struct Passage {
   TextPlace placeOf(std::size_t at) const;
 };
 
-/// The bytes that can be read behind every passage that a reader hands over, whatever they are.
+/// The number of bytes of any content that can be read after every passage that a reader hands
+/// over.
 inline constexpr std::size_t passagePadding = 64;
 
 }  // namespace formats

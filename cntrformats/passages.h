@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// Features that are parts of a text, handed over many at a time together with it.
+// Features that are parts of a text, handed over many at a time together with the text.
 
 #pragma once
 
@@ -22,8 +22,8 @@ class Passages {
 
   /// A feature from `begin` to `end` in the text that is handed over next.
   void add(const Location& location, std::size_t begin, std::size_t end);
-  /// Hands over all features that have been added since the last time, with the text that holds
-  /// them and the place where that begins. Returns the text; null when there are no features.
+  /// Hands over all features added since the last call, with the text that holds them and the place
+  /// where it begins. Returns the text; null when there are no features.
   std::shared_ptr<const TextBuffer> handOver(TextBuffer&& text, const TextPlace& start);
   /// See Sink.
   void pause() { sink_.pause(); }

@@ -16,21 +16,21 @@
 
 namespace formats {
 
-/// Features that a reader has found together and has not decoded.
+/// Features that a reader has found together and not decoded yet.
 class Undecoded {
  public:
   virtual ~Undecoded() = default;
-  /// Decodes one; on any thread, once for each. What is wrong with it becomes its problem.
+  /// Decodes one feature; on any thread, once for each. What is wrong with it becomes its problem.
   virtual Feature decode(std::size_t index) = 0;
 };
 
 /// A feature that has been read only as far as needed to find its end.
 struct Record {
   Location location;
-  /// About how many bytes it takes.
+  /// The approximate number of its bytes.
   std::size_t size = 0;
   std::shared_ptr<Undecoded> undecoded;
-  /// Its place among these.
+  /// Its place among them.
   std::size_t index = 0;
 
   Feature decode() const { return undecoded->decode(index); }
@@ -48,7 +48,7 @@ class Sink {
  public:
   virtual ~Sink() = default;
   virtual void take(Record record) = 0;
-  /// The reader is going to wait for the rest of the file.
+  /// Called before the reader waits for the rest of the file.
   virtual void pause() {}
   /// The members of a FeatureCollection besides its features: those before the features when they
   /// begin, those after them at the end.

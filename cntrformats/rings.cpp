@@ -47,7 +47,7 @@ void addParts(Geometry& collection, Geometry&& member) {
   std::move(member.parts.begin(), member.parts.end(), std::back_inserter(collection.parts));
 }
 
-// Relative to the first vertex, which saves digits far from the origin.
+// Relative to the first vertex, which keeps digits far from the origin.
 double signedArea(const Points& ring) {
   double sum = 0.0;
   for (std::size_t i = 2; i < ring.size(); ++i) {

@@ -19,14 +19,14 @@ void requireRing(const Points& points, const std::string& place);
 /// The vertices of a line.
 Points asLine(Points points, const std::string& place);
 
-/// A geometry without vertices: no feature, but a collection passes it over.
+/// A geometry without vertices: not a feature, but collections skip it.
 class EmptyGeometry : public FeatureError {
  public:
   using FeatureError::FeatureError;
 };
 
-/// Appends the parts of a member of a collection. Throws FeatureError where one has outlines and
-/// the other lines.
+/// Appends the parts of a member of a collection. Throws FeatureError if one has outlines and the
+/// other lines.
 void addParts(Geometry& collection, Geometry&& member);
 
 /// The area of a ring, positive when it runs from the x axis towards the y axis.

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 //
-// The library's shapes, made from what a file says: the only place where that is done. Vertices
-// stay in the file's order, so that the library's vertex numbers are the file's. Every shape is new
-// and remembers nothing yet.
+// Makes the library's shapes from what a file says; only here is that done. Vertices stay in the
+// file's order, so that the library's vertex numbers are those of the file. Every shape is new and
+// remembers nothing yet.
 
 #pragma once
 
@@ -20,7 +20,7 @@ using RegionHandle = qcPtrHandle_const<qcRegion>;
 ContourHandle makeContour(const Points& points, bool closed);
 
 /// An outline, with its holes if asked for. Throws FeatureError, naming the hole, when one crosses
-/// or touches the outline: the library takes no such holes.
+/// or touches the outline: the library refuses such holes.
 qcPtrHandle<qcRegion> makeRegion(const qcRings& part, bool withHoles);
 
 /// A set of regions, one for each part.
@@ -36,7 +36,7 @@ struct Place {
   std::optional<std::size_t> hole;
 };
 
-/// One curve of a feature, and where the file has it.
+/// One curve of a feature, and its place in the file.
 struct Boundary {
   Place place;
   ContourHandle contour;

@@ -79,7 +79,7 @@ std::size_t Source::findFirst() {
 bool Source::appendTo(TextBuffer& text, std::size_t most) {
   const bool wasLookedAt = eback() == nullptr || (!ahead_.empty() && eback() != ahead_.data());
   if (gptr() == egptr() && !wasLookedAt) {
-    // Nothing is left to be read that is already in memory.
+    // Nothing in memory remains to be read.
     show(buffer_.data(), 0);
     ahead_.clear();
     const std::size_t count =
@@ -146,7 +146,7 @@ std::size_t Source::fill(char* bytes, std::size_t size) {
   if (gunzip_) return gunzip_->read(bytes, size);
   std::size_t count = readFile(bytes, size);
   if (!std::exchange(isBeginning_, false)) return count;
-  // A pipe may give its first byte alone.
+  // A pipe may deliver its first byte alone.
   while (count > 0 && count < gzipSignature.size()) {
     const std::size_t more = readFile(bytes + count, size - count);
     if (more == 0) break;

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// Files and standard input as streams that can be looked into before they are read.
+// Files and standard input as streams that can be inspected before they are read.
 
 #pragma once
 
@@ -25,28 +25,28 @@ struct Text {
   std::string_view bytes;
 };
 
-/// The bytes of a file, "-" for standard input, or of a text, without a UTF-8 byte order mark; what
-/// gzip has packed is unpacked. Reading throws FileError with the system's reason.
+/// The bytes of a file, "-" for standard input, or of a text, without a UTF-8 byte order mark; gzip
+/// files are unpacked. Reading throws FileError with the system's reason.
 class Source : public std::streambuf {
  public:
-  /// How many bytes are read at once.
+  /// The largest number of bytes read at once.
   static constexpr std::size_t mostAtOnce = std::size_t{1} << 16U;
 
   explicit Source(const std::string& file);
-  /// The text stays where it is.
+  /// The text is not copied.
   explicit Source(Text text);
   ~Source() override;
   Source(const Source&) = delete;
   Source& operator=(const Source&) = delete;
 
-  // These look at what has not been read yet and consume nothing. Call them before reading.
+  // These inspect what has not been read yet and consume nothing. Call them before reading.
 
   bool startsWith(std::string_view text);
   /// The first character that is not blank; 0 when there is none.
   char firstCharacter();
   /// The first line that is not blank, from its first character that is not blank to its line feed,
-  /// which is included if there is one; of a line that does not end within a megabyte, its
-  /// beginning.
+  /// which is included if there is one; only the beginning of a line that does not end within a
+  /// megabyte.
   std::string_view firstLine();
 
   /// Appends the bytes that are available to `text`, at most `most` and mostAtOnce; waits for the
@@ -54,14 +54,14 @@ class Source : public std::streambuf {
   bool appendTo(TextBuffer& text, std::size_t most);
   /// How many bytes have been read.
   std::uint64_t position() const;
-  /// How many bytes of the file that took: packed ones where it is packed, and including those read
-  /// ahead.
+  /// How many bytes of the file that took, including those read ahead; packed bytes if it is
+  /// packed.
   std::uint64_t taken() const noexcept { return taken_; }
   /// True when the next byte has not arrived yet.
   bool isWaiting() const;
 
-  /// Whether what has been read can be read again: that of a file by its name that is not packed.
-  /// It must have been looked at, or read from.
+  /// Whether what has been read can be read again: true for a regular file that is not packed. The
+  /// source must have been inspected or read from.
   bool isRepeatable() const noexcept { return isFile_ && !gunzip_; }
   /// Begins again with the first byte. REQUIRES: isRepeatable().
   void restart();
@@ -70,11 +70,11 @@ class Source : public std::streambuf {
   int_type underflow() override;
 
  private:
-  /// Where the first character that is not blank is in `ahead_`.
+  /// The position in `ahead_` of the first character that is not blank.
   std::size_t findFirst();
   /// Reads more into `ahead_`; false at the end.
   bool lookFurther();
-  /// Reads up to `size` bytes of what the file holds, unpacked; 0 at the end.
+  /// Reads up to `size` bytes of the contents of the file, unpacked; 0 at the end.
   std::size_t fill(char* bytes, std::size_t size);
   std::size_t readFile(char* bytes, std::size_t size);
   void show(char* bytes, std::size_t count);
@@ -86,13 +86,13 @@ class Source : public std::streambuf {
   /// What has not been read of a text.
   std::string_view text_;
   bool isBeginning_ = true;
-  /// Null where the file is not packed.
+  /// Null if the file is not packed.
   std::unique_ptr<Gunzip> gunzip_;
   std::array<char, mostAtOnce> buffer_;
-  /// Bytes that were looked at but not read.
+  /// Bytes that have been inspected but not read.
   std::string ahead_;
   std::uint64_t taken_ = 0;
-  /// How many bytes were read before those in the buffer.
+  /// The number of bytes read before those in the buffer.
   std::uint64_t passed_ = 0;
 };
 

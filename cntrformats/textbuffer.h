@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
 // A long text in memory that grows at its end. Unlike a std::string it does not clear the bytes
-// that a file is about to be read into.
+// into which a file is about to be read.
 
 #pragma once
 
@@ -23,8 +23,8 @@ class TextBuffer {
   /// Makes room for `capacity` bytes in all.
   void reserve(std::size_t capacity);
 
-  /// Calls `fill(place, most)`, which writes up to `most` bytes there and returns how many; they
-  /// are appended. Returns their number.
+  /// Calls `fill(place, most)`, which writes up to `most` bytes to `place` and returns how many;
+  /// they are appended. Returns their number.
   template <class Fill>
   std::size_t append(std::size_t most, const Fill& fill) {
     if (size_ + most > capacity_) reserve(std::max(size_ + most, 2 * capacity_));

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// A long text of which only a window is in memory: what is being looked at, and what was read along
+// A long text of which only a window is in memory: what is being examined, and what was read along
 // with it.
 
 #pragma once
@@ -27,8 +27,8 @@ class TextWindow {
   std::size_t position() const noexcept { return at_; }
   void pass(std::size_t count) noexcept { at_ = std::min(at_ + count, kept().size()); }
 
-  /// From now on, what has been passed need not be kept: it is handed over with the features that
-  /// have been found in it, before more is read. The position is then 0.
+  /// From now on, what has been passed need not be kept: it is handed over with the features found
+  /// in it before more is read. The position is then 0.
   void release(Passages& features) { features_ = &features; }
   /// REQUIRES: release() has been called. Hands over what has been passed.
   void handOver();
@@ -36,9 +36,9 @@ class TextWindow {
   /// Reads more; false at the end.
   bool more();
 
-  /// The text from `offset` bytes behind the position up to `ending`, which is not a part of it, or
-  /// up to the end; nothing when the text ends before it. Passes nothing. The view lasts until the
-  /// next call.
+  /// The text from `offset` bytes after the position up to `ending`, which is not part of it, or up
+  /// to the end; nothing when the text ends before `offset`. Passes nothing. The view lasts until
+  /// the next call.
   std::optional<std::string_view> ahead(std::size_t offset, char ending);
 
   /// The place of what comes next.

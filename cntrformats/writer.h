@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// Writing features in any format.
+// Writes features in any format.
 
 #pragma once
 
@@ -14,7 +14,7 @@
 
 namespace formats {
 
-/// How the rings of a feature that is written with its own GeoJSON run.
+/// How rings run in a feature that is written with its own GeoJSON.
 enum class Rings {
   eAsTheyWere,
   /// Closed, outlines with positive area in the file's coordinates and holes with negative area;
@@ -31,7 +31,7 @@ struct Shape {
 /// A feature in the form in which it is written.
 struct Prepared {
   std::string text;
-  /// For an archive; several where the library has no set for them.
+  /// For an archive; several if the library has no set for them.
   std::vector<Shape> shapes = {};
   /// True when it is the whole file, see Location.
   bool isLone = false;
@@ -42,7 +42,7 @@ class FeatureWriter {
  public:
   virtual ~FeatureWriter() = default;
 
-  /// REQUIRES: the feature has a geometry. `isLone` when the feature is all that will be written,
+  /// REQUIRES: the feature has a geometry. `isLone` when the feature is all that will be written
   /// and is not to be part of a collection.
   virtual Prepared prepare(Feature feature, bool isLone) const = 0;
   /// A feature that has a problem, as it was; empty when that cannot be written.

@@ -15,11 +15,11 @@ using namespace std::string_view_literals;
 
 constexpr std::string_view head = "QCAR\1\0\0\0\0"sv;
 
-/// No item has fewer bytes, and none has more before its vertices.
+/// No item has fewer bytes, and none has more bytes before its vertices.
 constexpr std::size_t leastItem = 30;
 constexpr std::size_t vertexSize = 16;
 
-/// Takes the fields of an item one after the other. REQUIRES: they are there.
+/// Takes the fields of an item one after the other. REQUIRES: the bytes suffice.
 class Fields {
  public:
   explicit Fields(std::string_view bytes) : at_(bytes.data()) {}

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 //
 // The bytes of the shapes that nearly all archives hold: objects of the classes qcContour, qcRegion
-// and qcRegionSet, of the version that is written today, each behind a new id. They are found and
-// read without making the objects; docs/archive.md describes them byte by byte.
+// and qcRegionSet, in the version written today, each preceded by a new id. They are found and read
+// without making the objects; docs/archive.md describes them byte by byte.
 
 #pragma once
 
@@ -14,7 +14,7 @@
 
 namespace formats {
 
-/// What an archive begins with.
+/// The size of what an archive begins with.
 inline constexpr std::size_t archiveHeadSize = 13;
 
 /// One object up to the ids of those that it lists: the holes of a region, the regions of a set.
@@ -27,30 +27,30 @@ struct ArchiveItem {
   bool isClosed = true;
   /// Two numbers of 8 bytes for each vertex.
   std::string_view vertices;
-  /// How many objects it lists.
+  /// The number of objects that it lists.
   std::uint32_t listed = 0;
-  /// How many bytes it takes.
+  /// The number of bytes that it takes.
   std::size_t size = 0;
 };
 
-/// What the bytes turn out to be.
+/// What the bytes are.
 enum class Found {
   eWhole,
-  /// The beginning of something that goes on behind them.
+  /// The beginning of something that continues after them.
   eBeginning,
-  /// Anything that is left to the library, be it an object of another class or damage.
+  /// Anything else, which is left to the library: an object of another class, or damage.
   eOther
 };
 
-/// Reads how many shapes follow the first archiveHeadSize bytes. REQUIRES: these are there.
+/// Reads how many shapes follow the first archiveHeadSize bytes. REQUIRES: there are as many bytes.
 Found readArchiveHead(std::string_view bytes, std::uint32_t& count);
 
-/// Reads what the bytes begin with into `item`, which is meaningless unless that is whole.
+/// Reads the item with which the bytes begin; `item` is meaningless unless it is whole.
 Found readItem(std::string_view bytes, ArchiveItem& item);
 
-/// How many bytes end a set.
+/// The number of bytes that end a set.
 inline constexpr std::size_t endOfSetSize = 4;
-/// The same for what ends a set.
+/// The same for the end of a set.
 Found readEndOfSet(std::string_view bytes);
 
 Points verticesOf(const ArchiveItem& item);

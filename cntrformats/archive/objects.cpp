@@ -21,7 +21,7 @@ Points ring(const qcContour& contour, const std::string& place) {
   return archivedRing(contour.points(), place);
 }
 
-/// An edge element is placed at its vertex: where the contour has a transform, the element's own
+/// Edge elements are placed at their vertices: if the contour has a transform, the element's own
 /// position belongs to another plane.
 std::vector<qcEdgelet> edgeletsOf(const qcContour& contour, const Points& vertices) {
   const auto* withData = dynamic_cast<const EdgeContour*>(&contour);
@@ -55,7 +55,7 @@ qcRings partOf(const qcContour& contour) {
   return part;
 }
 
-/// The label that all regions have.
+/// The label that all regions share.
 std::optional<Label> commonLabel(const qcRegionSet& set) {
   const unsigned long label = set.regions().front()->label();
   for (const auto& region : set.regions()) {
@@ -64,7 +64,7 @@ std::optional<Label> commonLabel(const qcRegionSet& set) {
   return labelOf(label);
 }
 
-/// No lists at all rather than empty ones alone.
+/// Sets no lists at all rather than only empty ones.
 void setEdgelets(Geometry& geometry, std::vector<std::vector<qcEdgelet>> lists) {
   const bool isAny = std::any_of(lists.begin(), lists.end(),
                                  [](const auto& edgelets) { return !edgelets.empty(); });

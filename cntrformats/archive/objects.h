@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
-// Features made of the objects that the library has loaded from an archive, whatever their class.
+// Makes features from the objects that the library has loaded from an archive, whatever their
+// class.
 
 #pragma once
 

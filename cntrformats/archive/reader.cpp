@@ -3,10 +3,10 @@
 // The library's archive: one list of handles to contours, regions and region sets, those with edge
 // elements included.
 //
-// What nearly all archives hold is handed over as bytes, to be read on any thread. From the first
-// shape on that is anything else, such as one that shares a hole with an earlier shape, the library
-// loads the archive: all of it, because an object may lead to any before it. What cannot be read
-// again, such as a pipe, is kept for that.
+// What nearly all archives hold is handed over as bytes, to be decoded on any thread. From the
+// first shape on that is anything else, such as one that shares a hole with an earlier shape, the
+// library loads the archive: all of it, because an object may refer to any before it. What cannot
+// be read again, such as a pipe, is kept for that.
 
 #include <cstdint>
 #include <exception>
@@ -27,8 +27,8 @@ namespace formats {
 
 namespace {
 
-/// So many bytes are read before shapes are looked for: what is left over of one is copied to the
-/// next ones.
+/// The number of bytes read before shapes are looked for: the rest of an incomplete shape is copied
+/// to the next bytes.
 constexpr std::size_t readBeforeLooking = std::size_t{1} << 19U;
 
 constexpr const char* goesOn = "goes on behind its list of shapes";
@@ -42,8 +42,8 @@ class LoadedShape : public Undecoded {
   Feature feature_;
 };
 
-/// Hands over the shapes behind the first `known` ones. They are looked at while their archive
-/// lives, on its thread.
+/// Hands over the shapes after the first `known` ones. They are decoded while their archive lives,
+/// on its thread.
 void loadShapes(qcArchive& archive, std::size_t known, const Replay& bytes, Sink& sink) {
   const std::size_t count = qf_TransferListHead(archive, 0);
   for (std::size_t number = 1; number <= count; ++number) {
@@ -87,7 +87,7 @@ class ArchiveReader {
   }
 
  private:
-  // These return false where the library has to load the archive.
+  // These return false if the library has to load the archive.
 
   bool findHead() {
     while (text_.text().size() < archiveHeadSize) {
@@ -112,7 +112,7 @@ class ArchiveReader {
     return true;
   }
 
-  /// Hands over the shapes that have been found since the last time. What follows them remains.
+  /// Hands over the shapes that have been found since the last call. What follows them remains.
   void handOver() {
     if (number_ == numberHandedOver_) return;
     const std::string_view following = text_.text().substr(at_);
@@ -128,7 +128,7 @@ class ArchiveReader {
     if (!source_.isRepeatable()) kept_.push_back({std::move(text), size});
   }
 
-  /// Reads a block, or as much of it as is there; false at the end.
+  /// Reads a block, or as much of it as is available; false at the end.
   bool more() {
     const std::size_t before = text_.text().size();
     const std::size_t enough = before + readBeforeLooking;
@@ -150,7 +150,7 @@ class ArchiveReader {
   /// What has been read but not handed over, and how much of it has been passed.
   TextBuffer text_;
   std::size_t at_ = 0;
-  /// Empty where the source can be read again.
+  /// Empty if the source can be read again.
   std::vector<Replay::Text> kept_;
   std::uint32_t count_ = 0;
   std::size_t number_ = 0;

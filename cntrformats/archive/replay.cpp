@@ -12,7 +12,7 @@ Replay::int_type Replay::underflow() {
   passed_ = position();
   setg(nullptr, nullptr, nullptr);
   const std::string_view text = nextText();
-  // Stream buffers are made of variable characters, but nothing writes into this one.
+  // Stream buffers consist of non-const characters, but nothing writes into this one.
   auto* const begin = const_cast<char*>(text.data());
   setg(begin, begin, begin + text.size());
   return text.empty() ? traits_type::eof() : traits_type::to_int_type(*begin);

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// The bytes of a file from its beginning, although some of them have been read already.
+// The bytes of a file from its beginning, although some of them have already been read.
 
 #pragma once
 
@@ -23,15 +23,15 @@ class Replay : public std::streambuf {
  public:
   struct Text {
     std::shared_ptr<const TextBuffer> buffer;
-    /// How many of its bytes count.
+    /// The number of its bytes that count.
     std::size_t size;
   };
 
   Replay(std::vector<Text> texts, Source& source) : texts_(std::move(texts)), source_(source) {}
 
-  /// How many bytes have been read.
+  /// The number of bytes read.
   std::uint64_t position() const;
-  /// What reading has thrown; null if nothing. Streams and archives keep it to themselves.
+  /// What reading has thrown; null if nothing. Streams and archives do not pass it on.
   std::exception_ptr failure() const noexcept { return failure_; }
 
  protected:
@@ -43,11 +43,11 @@ class Replay : public std::streambuf {
 
   std::vector<Text> texts_;
   Source& source_;
-  /// How many texts have been begun.
+  /// The number of texts begun.
   std::size_t begun_ = 0;
-  /// What was read from the source last.
+  /// What was last read from the source.
   TextBuffer last_;
-  /// How many bytes were read before those in the buffer.
+  /// The number of bytes read before those in the buffer.
   std::uint64_t passed_ = 0;
   std::exception_ptr failure_;
 };

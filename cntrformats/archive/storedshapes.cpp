@@ -13,7 +13,7 @@ namespace {
 
 using Kind = ArchiveItem::Kind;
 
-/// Takes the objects of a shape one after the other. REQUIRES: they are there.
+/// Takes the objects of a shape one after the other. REQUIRES: the shape is whole.
 class Items {
  public:
   explicit Items(std::string_view bytes) : rest_(bytes) {}

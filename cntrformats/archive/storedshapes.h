@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// Shapes in an archive that are read straight from their bytes: where each ends, and the feature
-// that it is.
+// Shapes in an archive, read straight from their bytes: where each ends, and its feature.
 
 #pragma once
 
@@ -18,15 +17,15 @@ namespace formats {
 /// Finds the ends of shapes, one after the other. A shape may arrive in pieces.
 class ShapeEnds {
  public:
-  /// Looks on in a shape that begins with these bytes and those that were there the last time.
-  /// What is whole ends at size(); the next call is about the shape behind it.
+  /// Continues in a shape that begins with `shape`, which includes the bytes given the last time. A
+  /// whole shape ends at size(); the next call is about the shape after it.
   Found find(std::string_view shape);
   /// How much of the shape has been passed.
   std::size_t size() const noexcept { return size_; }
 
  private:
   Found findNext(std::string_view rest);
-  /// False where such an object has no place here.
+  /// False if such an object is not allowed here.
   bool take(const ArchiveItem& item);
 
   /// The id that the next object must have.

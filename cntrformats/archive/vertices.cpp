@@ -18,8 +18,8 @@ bool isFinite(const qcVector<2>& point) {
   return std::isfinite(point.x()) && std::isfinite(point.y());
 }
 
-/// The highest bit is set where a number is not finite: only its exponent has all bits set, and one
-/// more makes that overflow.
+/// The highest bit is set if the number is not finite: only then are all bits of the exponent set,
+/// so that adding one overflows it.
 std::uint64_t overflow(double number) {
   constexpr std::uint64_t exponent = 0x7FF0000000000000;
   constexpr std::uint64_t one = 0x0010000000000000;

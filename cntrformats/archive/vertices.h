@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// What an archive holds of a feature: its vertices, which must be finite, and its label.
+// What an archive holds about a feature: its vertices, which must be finite, and its label.
 
 #pragma once
 
@@ -16,7 +16,7 @@ namespace formats {
 Points archivedRing(Points points, const std::string& place);
 Points archivedLine(Points points);
 
-/// In the library the label 0 stands for no label.
+/// In the library, label 0 means no label.
 std::optional<Label> labelOf(unsigned long label);
 
 }  // namespace formats

@@ -17,7 +17,7 @@ namespace {
 
 using EdgeContour = qcContourT<qcEdgelet>;
 
-/// 0 stands for no label.
+/// 0 means no label.
 unsigned long labelOf(const Feature& feature) {
   const auto* const number = feature.label ? std::get_if<unsigned long>(&*feature.label) : nullptr;
   return number == nullptr ? 0 : *number;
@@ -93,7 +93,7 @@ class ArchiveWriter : public FeatureWriter {
     shapes_.insert(shapes_.end(), prepared.shapes.begin(), prepared.shapes.end());
   }
 
-  /// The list begins with its length, so nothing can be written earlier.
+  /// The list begins with its length, so that nothing can be written earlier.
   void finish() override {
     try {
       qcStreamArchive archive(out_);

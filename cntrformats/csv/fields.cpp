@@ -6,7 +6,7 @@ namespace formats {
 
 namespace {
 
-/// One blank for each run of them, and none at the ends.
+/// One blank for each run of blanks, and none at the ends.
 std::string withSingleBlanks(std::string_view line) {
   std::string text;
   for (const char c : line) {

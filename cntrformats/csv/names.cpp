@@ -28,7 +28,8 @@ std::optional<std::size_t> count(std::string_view text) {
   return isWhole && text.front() != '0' ? std::optional(number) : std::nullopt;
 }
 
-/// Removes `word` and the count after it from the end of the text; 0 when they are not there.
+/// Removes `word` and the count after it from the end of the text; 0 when it does not end with
+/// them.
 std::size_t takeCount(std::string_view& text, std::string_view word) {
   const std::size_t begin = text.rfind(word);
   if (begin == std::string_view::npos) return 0;

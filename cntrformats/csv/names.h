@@ -3,8 +3,8 @@
 // The names that rings have in CSV.
 //
 // In a file of vertices each run of equal ids is a ring. The id of a ring is that of its feature
-// with what else there is to know: "7", or "7/part 2" in a feature of several parts, with "/hole 1"
-// after it for a hole, and "7/line" for an open line.
+// with a suffix: "7", or "7/part 2" in a feature of several parts, followed by "/hole 1" for a
+// hole, and "7/line" for an open line.
 
 #pragma once
 
@@ -31,8 +31,8 @@ struct RingName {
 RingName parseRingName(const std::string& text);
 std::string toText(const RingName& name);
 
-/// What the name of a feature stands for: a whole number is a label, "#" and a number stand for
-/// nothing, and any other text is an id.
+/// What the name of a feature stands for: a whole number is a label, "#" and a number mean neither
+/// label nor id, and any other text is an id.
 struct FeatureName {
   std::optional<unsigned long> label;
   std::optional<std::string> id;

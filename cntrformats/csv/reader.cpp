@@ -72,8 +72,7 @@ Points pointsOf(const Ring& ring, const std::string& place) {
   return ring.name.isLine ? asLine(std::move(points), place) : asRing(std::move(points), place);
 }
 
-/// Each ring satisfies follows() after the one before it, so that only the first can be out of
-/// place.
+/// Each ring follows() the one before it, so that only the first can be out of place.
 Geometry geometryOf(const std::vector<Ring>& rings) {
   const RingName& first = rings.front().name;
   if (first.hole > 0 || first.part > 1) {
@@ -185,7 +184,7 @@ std::string numberOf(const std::string& field, char separator) {
   return text;
 }
 
-/// The columns that the fields name: x and y, and id if there is one.
+/// The columns named by the fields: x and y, and id if there is one.
 std::optional<Columns> namedColumns(const std::vector<std::string>& fields, char separator) {
   std::array<std::size_t, 3> places{};
   const std::array<const char*, 3> names{"id", "x", "y"};
@@ -201,8 +200,8 @@ std::optional<Columns> namedColumns(const std::vector<std::string>& fields, char
   return Columns{id, places[1], places[2], separator};
 }
 
-/// The columns of a line that is a vertex. Blanks separate other lists of numbers, too, so there
-/// must be no more fields than a vertex needs.
+/// The columns of a line that is a vertex. Other lists of numbers are separated by blanks, too, so
+/// there must be no more fields than a vertex needs.
 std::optional<Columns> vertexColumns(const std::vector<std::string>& fields, char separator) {
   const auto isNumberAt = [&](std::size_t k) { return isNumber(numberOf(fields[k], separator)); };
   if (fields.size() == 2 && isNumberAt(0) && isNumberAt(1)) {

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// CSV with one vertex per line; names.h has the names of rings.
+// CSV with one vertex per line; names.h describes the names of rings.
 
 #include <ostream>
 
@@ -13,7 +13,7 @@ namespace formats {
 
 namespace {
 
-/// A ring that ends where it begins repeats that point, because readers drop a repeated one.
+/// A ring that ends where it begins repeats that point, because readers drop one repeated point.
 bool repeatsItsFirst(const Points& points, const RingName& name) {
   return !name.isLine && points.front() == points.back();
 }
@@ -40,8 +40,8 @@ bool holdsLabel(const Feature& feature) {
   return feature.label && std::holds_alternative<unsigned long>(*feature.label);
 }
 
-/// The label, else the id; "#" and the number of the feature where it has neither in a form that
-/// CSV can hold.
+/// The label, else the id; "#" and the number of the feature if it has neither in a form that CSV
+/// can hold.
 std::string nameOf(const Feature& feature) {
   if (holdsLabel(feature)) return toText(*feature.label);
   if (holdsId(feature)) return *feature.id;

@@ -15,10 +15,11 @@ namespace formats {
 // These throw FeatureError for anything but an outline or a line.
 
 /// An element of `annotations`: polygons are the parts of the feature, `category_id` is the label,
-/// `id` the id. Masks, compressed or not, are not outlines.
+/// `id` the id. Masks, compressed or not, are refused.
 void readCocoAnnotation(const Passage& passage, Feature& feature);
 
-/// An element of `shapes`: polygons and rectangles are outlines, lines and line strips open lines.
+/// An element of `shapes`: polygons and rectangles become outlines, lines and line strips open
+/// lines.
 void readLabelMeShape(const Passage& passage, Feature& feature);
 
 }  // namespace formats

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// JSON documents whose features are the elements of a list, whatever the features look like.
+// JSON documents whose features are the elements of a list, whatever form the features have.
 
 #pragma once
 
@@ -9,8 +9,9 @@
 
 namespace formats {
 
-/// Hands over the elements of the list one by one while the document is read, so that a large one
-/// takes no more memory than a small one; see readGeoJson(). Reads up to `step` bytes at once.
+/// Hands over the elements of the list one by one while the document is read, so that a large
+/// document takes no more memory than a small one; see readGeoJson(). Reads up to `step` bytes at
+/// once.
 void readDocument(Source& source, Keep keep, Sink& sink, std::size_t step);
 
 }  // namespace formats

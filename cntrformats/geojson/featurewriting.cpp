@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
-// Features as they are written; feature.cpp reads them. What was read is written with its own
-// bytes, except that rings are closed and reversed where they have to be.
+// Writes features; feature.cpp reads them. What was read is written with its own bytes, except that
+// rings are closed and reversed if necessary.
 
 #include <algorithm>
 #include <utility>
@@ -16,7 +16,8 @@ namespace formats {
 
 namespace {
 
-/// True for a ring that runs the wrong way for GeoJSON; one without area may run either way.
+/// True for a ring that runs in the wrong direction for GeoJSON; one without area may run in
+/// either.
 bool runsWrong(const Points& ring, bool isHole) {
   const double area = signedArea(ring);
   return isHole ? area > 0.0 : area < 0.0;
@@ -240,7 +241,7 @@ std::string without(std::string_view json, std::string_view dropped) {
   return result += '}';
 }
 
-/// Properties with the edge elements of the geometry, and no others.
+/// The properties with the edge elements of the geometry in place of any others.
 std::string withEdgelets(std::string_view json, const Geometry& geometry) {
   if (!hasEdgeletProperty(geometry)) {
     return memberOf(json, "edgelets").empty() ? std::string(json) : without(json, "edgelets");

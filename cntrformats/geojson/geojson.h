@@ -22,7 +22,7 @@ bool looksLikeGeoJsonLines(std::string_view line);
 void readGeoJsonLines(Source& source, Keep keep, Sink& sink);
 std::unique_ptr<FeatureWriter> makeGeoJsonLinesWriter(std::ostream& out, Rings rings);
 
-/// For both: the edge elements of several parts.
+/// For both: edge elements of several parts are lost.
 Losses lossesInGeoJson(const Feature& feature);
 
 }  // namespace formats

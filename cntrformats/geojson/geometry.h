@@ -16,9 +16,9 @@ namespace formats {
 bool isGeometryType(std::string_view type);
 
 /// Reads a Polygon, MultiPolygon, LineString or MultiLineString, or a GeometryCollection of either
-/// outlines or lines, from an object that has this type. A ring's repeated closing point is
-/// dropped; a ring without one still counts as closed. Coordinates beyond x and y are ignored, and
-/// so are empty members of a geometry with several.
+/// outlines or lines, from an object of this type. A ring's repeated closing point is dropped; a
+/// ring without one still counts as closed. Coordinates beyond x and y are ignored, and so are
+/// empty members of a geometry with several members.
 ///
 /// Throws FeatureError for anything else, for fewer than 3 vertices in a ring or 2 in a line, and
 /// for a coordinate that is not a number; the message names the place.

@@ -90,13 +90,13 @@ class DocumentReader {
     if (list != nullptr) return readList(*list);
     const std::string_view value = window_.value();
     if (name == "type") type_ = value;
-    // The added brace must not shift the columns.
+    // The added brace must not shift the reported columns.
     const std::string member = "{" + quotedName + ":" + std::string(value) + "}";
     if (isStreaming_) update(members_, checkedMembers(member, {place.line, place.column - 1}));
   }
 
-  /// The list of features, if this can be one: annotation tools give their documents no type, or
-  /// one that is not GeoJSON's.
+  /// The list of features with this name, if the document can have one: annotation tools give their
+  /// documents no type, or one that is not GeoJSON's.
   const List* listNamed(const std::string& name) const {
     if (isStreaming_) return nullptr;
     for (const List& list : lists) {
@@ -136,7 +136,7 @@ class DocumentReader {
     }
   }
 
-  /// From now on, features are handed over along with the text that has been passed.
+  /// From now on features are handed over along with the text that has been passed.
   void beginFeatures(ReadPassage readIt) {
     features_.emplace(sink_, readIt, keep_ == Keep::eSourceToo && readIt == readFeature);
     window_.release(*features_);
@@ -170,7 +170,7 @@ class DocumentReader {
   /// True once the list of features has been reached.
   bool isStreaming_ = false;
   bool isGeoJson_ = false;
-  /// Those that have been found; nothing before the list.
+  /// The features found; nothing before the list.
   std::optional<Passages> features_;
 };
 

@@ -12,13 +12,13 @@ namespace formats {
 
 namespace {
 
-/// A collection holds features, so a geometry becomes one.
+/// A collection holds features, so a geometry becomes a feature.
 std::string asMember(std::string json) {
   if (memberOf(json, "type") == "\"Feature\"") return json;
   return R"({"type":"Feature","properties":{},"geometry":)" + json + "}";
 }
 
-/// The same JSON in one line.
+/// The same JSON on one line.
 std::string inOneLine(std::string json) {
   if (json.find_first_of("\r\n") != std::string::npos) json = compact(json);
   return json;

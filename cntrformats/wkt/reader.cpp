@@ -2,8 +2,8 @@
 //
 // Reads a POLYGON, MULTIPOLYGON, LINESTRING or MULTILINESTRING, or a GEOMETRYCOLLECTION of either
 // outlines or lines, one after the other; a LINEARRING is an outline. A geometry begins on a line
-// of its own, may have a reference system before it, SRID=4326;POLYGON ..., which is passed over,
-// and goes on as long as its parentheses are open. Rings are treated as those of GeoJSON, see
+// of its own, may have a reference system before it (SRID=4326;POLYGON ...), which is skipped, and
+// continues as long as its parentheses are open. Rings are treated like those of GeoJSON, see
 // rings.h, and so are coordinates beyond x and y, with or without Z and M.
 
 #include <algorithm>
@@ -92,7 +92,7 @@ class Parser {
     return part;
   }
 
-  /// The parts of a geometry with several, without the empty ones.
+  /// The parts of a geometry with several parts, without the empty ones.
   std::vector<qcRings> several(qcRings (Parser::*readPart)(const std::string&)) {
     std::vector<qcRings> parts;
     std::size_t count = 0;
@@ -273,7 +273,7 @@ std::string_view withoutReturn(std::string_view line) {
   return line.substr(0, line.size() - (line.ends_with('\r') ? 1U : 0U));
 }
 
-/// The lines that are not blank, with a line feed between them.
+/// The lines that are not blank, separated by line feeds.
 std::string joined(std::string_view text) {
   std::string lines;
   while (!text.empty()) {
@@ -349,8 +349,8 @@ class WktReader {
 
   TextWindow window_;
   Passages features_;
-  /// How many bytes the geometry takes that is being looked at, 0 between geometries; the line that
-  /// it begins on, and how many of its parentheses are open.
+  /// The size of the geometry being examined, 0 between geometries; the line on which it begins,
+  /// and how many of its parentheses are open.
   std::size_t size_ = 0;
   std::size_t begin_ = 1;
   bool isCollection_ = false;
