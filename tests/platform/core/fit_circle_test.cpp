@@ -158,6 +158,15 @@ TEST(CircleFitTest, SaysWhyPointsHaveNoCircle) {
   }
 }
 
+TEST(CircleFitTest, PointsSoNearALineThatRoundingHidesTheirCurvatureHaveNoCircle) {
+  for (const double height : {1e-8, 1e-10, -1e-12}) {
+    EXPECT_EQ(failureOf([&] { fitCircle({{-1, 0}, {0, height}, {1, 0}}); }),
+              L"the points lie on a line");
+  }
+  const Geometry truth = circle(Point(0, -5e5), 5e5 + 1e-6);
+  EXPECT_LT(errorOf(fitCircle({{-1, 0}, {0, 1e-6}, {1, 0}}).circle(), truth), 1e-3);
+}
+
 TEST(CircleFitTest, PointsInBalanceAboutALineHaveNoCircle) {
   // No curvature to either side: the larger the circle, the better.
   const Points failures[] = {{{-2, 0.1}, {-1, -0.1}, {1, 0.1}, {2, -0.1}},
