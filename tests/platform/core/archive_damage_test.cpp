@@ -147,6 +147,25 @@ TEST(HostileCountTest, AllocatesNoMoreThanTheInputIsWorth) {
   expectTruncatedWithinItsMeans<std::vector<testDerived>>("00 ffffffff 0000");
 }
 
+/// Says that it has reached its end, and then that nothing more comes.
+class EndedBuffer : public std::stringbuf {
+ public:
+  using std::stringbuf::stringbuf;
+
+ protected:
+  std::streamsize showmanyc() override { return -1; }
+};
+
+TEST(HostileCountTest, AllocatesLittleForAStreamThatSaysItHasEnded) {
+  EndedBuffer buffer(archiveHeader() + fromHex("00 0fffffff"), std::ios::in);
+  std::istream stream(&buffer);
+  qcStreamArchive archive(stream);
+  std::vector<qcVector<2>> points;
+  const heap::Watch watch;
+  EXPECT_THROW(archive || points, qcArchive::Truncated);
+  EXPECT_LT(heap::Watch::largestBlock(), 65536U);
+}
+
 TEST(HostileCountTest, ALongListThatEndsEarlyTakesNoMoreThanAFewTimesItsSize) {
   std::string bytes = fromHex("00 ffffffff") + std::string(1600000, '\x01');
   std::istringstream stream(archiveHeader() + bytes);

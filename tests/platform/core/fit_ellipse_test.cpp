@@ -79,6 +79,25 @@ TEST(EllipseFitTest, TheFirstRadiusIsTheLarger) {
   EXPECT_NEAR(fitted.rotation.toDouble(), 0.25 - pi / 2, 1e-14);
 }
 
+TEST(EllipseFitTest, TheFirstRadiusIsNeverTheLesserAlsoOfCircles) {
+  for (int i = 0; i < 1000; ++i) {
+    const Geometry fitted = fitEllipse(arcOf(circle(Point(i, 7), 10.0 + i), 12)).ellipse().geom();
+    EXPECT_LE(fitted.radius2, fitted.radius1) << i;
+  }
+}
+
+TEST(EllipseFitTest, TwoPointsCountAsOneOnlyWithinRoundingErrors) {
+  const Geometry truth = ellipse(Point(3, -2), 10, 6, 0.7);
+  const auto fifthBesideTheFirst = [&truth](double apart) {
+    Points points = arcOf(truth, 4);
+    points.push_back(arcOf(truth, 1, apart)[0]);
+    return points;
+  };
+  EXPECT_LT(fitEllipse(fifthBesideTheFirst(5e-13)).residual(), 1e-13);
+  EXPECT_EQ(failureOf([&] { fitEllipse(fifthBesideTheFirst(5e-15)); }),
+            L"the points do not determine an ellipse");
+}
+
 TEST(EllipseFitTest, GivesBackAnEllipseFromAnArc) {
   // What an arc of extent t tells of the whole is of the order t^4: the error grows as t^-5.
   for (const double extent : {3.0, 1.0, 0.3, 0.1}) {
