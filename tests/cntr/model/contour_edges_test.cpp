@@ -10,6 +10,7 @@
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <testing/heap/heap.h>
 #include <testing/plain/edges.h>
 #include <testing/shapes/shapes.h>
 
@@ -551,6 +552,15 @@ TEST(ContourVertexIndexTest, KeepsItsOwnGridForEveryTolerance) {
     EXPECT_THAT(contour.vertexIndex({0, 0}, 1.0), ElementsAre(0));
     EXPECT_THAT(contour.vertexIndex({0, 0}, 1.0000000001), ElementsAre(0, 1));
   }
+}
+
+TEST(ContourVertexIndexTest, KeepsNoGridForAToleranceThatIsNaN) {
+  const ContourProbe contour = openContour({{0, 0}, {10, 0}});
+  EXPECT_THAT(contour.vertexIndex({0, 0}, 1.0), ElementsAre(0));
+  const long before = heap::blocksMade();
+  const bool isEmpty = contour.vertexIndex({0, 0}, nan).empty();
+  EXPECT_EQ(heap::blocksMade(), before);
+  EXPECT_TRUE(isEmpty);
 }
 
 TEST(ContourVertexIndexTest, FindsRepeatedVerticesInAscendingOrder) {
