@@ -16,7 +16,8 @@ namespace tool {
 
 namespace {
 
-/// Help goes to `out` and counts as success; everything else that ends the parsing is wrong usage.
+/// Help goes to standard output and counts as success; everything else that ends the parsing is
+/// wrong usage.
 int explain(const CLI::App& app, const CLI::ParseError& error, Session& session) {
   return app.exit(error, session.out, session.messages) == 0 ? eAllWell : eUnusable;
 }
@@ -61,7 +62,7 @@ std::size_t distance(const std::string& a, const std::string& b) {
   return row.back();
 }
 
-/// Why the first argument is no command; empty when it is one, or an option.
+/// Why the first argument is not a command; empty when it is a command or an option.
 std::string refusalOfCommand(const CLI::App& app, const std::string& name) {
   constexpr std::size_t farthest = 2;
   if (name.empty() || name.front() == '-') return "";

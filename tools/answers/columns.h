@@ -27,7 +27,7 @@ struct Column {
   const char* name;
   const char* meaning;
   bool isStandard;
-  /// Gives the name that such a column shows; null for a measure.
+  /// Returns what a column that names the row shows; null for a measure.
   Cell (*nameOf)(const RowSubject&);
   /// Null for the columns that name the row, and for the column `unit`.
   const table::Measure* measure;
@@ -46,15 +46,15 @@ struct MeasuringOptions {
   table::Filling filling = table::Filling::eMeasured;
 };
 
-/// Chosen columns, filled for one row after the other. Any thread may fill rows.
+/// Fills chosen columns, one row after the other. Any thread may fill rows.
 class ColumnFiller {
  public:
   ColumnFiller(std::vector<const Column*> columns, MeasuringOptions options);
 
-  /// The row of these parts, which are all of the subject's or one of them. Throws what
-  /// table::factsOf() throws.
+  /// The row of these parts: all parts of the subject or one of them. Throws what table::factsOf()
+  /// throws.
   Row measured(const RowSubject& subject, const std::vector<qcRings>& parts) const;
-  /// The row of a subject without answers: its names, and the reason as its note.
+  /// The row of a subject without answers: what names it, and the reason as its note.
   Row unanswered(const RowSubject& subject, const std::string& why) const;
 
  private:

@@ -16,10 +16,10 @@ namespace {
 
 using Point = qcVector<2>;
 
-/// The length of a step along the measured boundary unless a spacing is given, as a share of the
+/// The length of a step along the measured boundary unless a spacing is given, as a fraction of the
 /// boundary's length.
 constexpr double usualStep = 1.0 / 1024.0;
-/// How far the Hausdorff distance may be below the true one, as a share of the extent.
+/// How far the Hausdorff distance may be below the true one, as a fraction of the extent.
 constexpr double hausdorffError = 1e-9;
 
 /// A measured feature in the coordinates of its nominal.
@@ -35,8 +35,8 @@ double areaOf(const std::vector<qcRings>& parts) {
   return qf_FilledArea(parts, qcRingContact::eTouches);
 }
 
-/// What an alignment found in coordinates of their own means in the coordinates as given. `origin`
-/// is where theirs comes to lie.
+/// Converts an alignment found in local coordinates to the coordinates as given. `origin` is where
+/// the local origin comes to lie.
 Placement placementOf(const qcAlignment& found, const Point& origin, const cntr::sets::Frame& frame,
                       double scale) {
   return {found.angle.toDouble(), frame.restored(found.transform * origin) * scale};
@@ -62,7 +62,7 @@ void addNote(std::string& note, const std::string& text) {
   note.append(note.empty() ? "" : "; ").append(text);
 }
 
-/// Notes that these rings are not compared as they are.
+/// Notes that the rings are not compared as given.
 void addFlaw(std::string& note, const std::string& whose, const std::string& flaw) {
   if (!flaw.empty()) addNote(note, whose + flaw + ": compared as filled");
 }
@@ -79,13 +79,14 @@ Comparison compared(const Geometry& measured, const Nominal& nominal,
                     const ComparingOptions& options) {
   const std::vector<qcRings> parts = filledParts(measured);
   const cntr::sets::Frame own(ringsOf(parts));
-  // Powers of two, so that nothing is rounded: the unit of local lengths, and the measured size.
+  // The unit of local lengths and the measured size, as powers of two, so that nothing is rounded.
   const double unit = nominal.frame.restored(1.0, 1);
   const double extent = own.restored(1.0, 1) / unit;
   Comparison result;
   addFlaw(result.note, "", flawOf(measured));
   addFlaw(result.note, "the nominal ", nominal.flaw);
-  // Before it is aligned the feature may lie anywhere, so it is counted from an origin of its own.
+  // Before it is aligned the feature may lie anywhere, so its coordinates are relative to its own
+  // origin.
   const auto local = [&](const Point& p) {
     return options.align ? own.local(p) * extent : nominal.frame.local(p);
   };

@@ -27,7 +27,7 @@ struct ComparingOptions {
   std::optional<double> tolerance;
 };
 
-/// A rotation about the origin, in degrees from the x axis towards the y axis, and then a shift.
+/// A rotation about the origin, in degrees from the x axis towards the y axis, followed by a shift.
 struct Placement {
   double angle = 0.0;
   qcVector<2> shift;
@@ -36,7 +36,7 @@ struct Placement {
 struct Comparison {
   qcDeviation deviation;
   double hausdorff = 0.0;
-  /// The area that both fill as a share of what either fills; empty with open lines.
+  /// The area that both fill divided by the area that either fills; empty with open lines.
   std::optional<double> iou = {};
   /// The measured area less the nominal one; empty with open lines.
   std::optional<double> areaDifference = {};
@@ -44,17 +44,17 @@ struct Comparison {
   std::optional<Placement> placement = {};
   /// Empty without a tolerance.
   std::optional<bool> inTolerance = {};
-  /// What else there is to know.
+  /// Any further remark.
   std::string note = {};
 };
 
 /// The length of a step along a measured boundary unless a spacing is given: 1/1024 of its length.
 double usualSpacing(const std::vector<qcContour>& curves);
 
-/// Compares the boundaries of what both fill. Lengths are found in coordinates in which the nominal
-/// is about 1 in size, wherever it lies; the Hausdorff distance is at most 1e-9 of the larger
-/// extent below the true one. Any thread may compare. Throws exceptions of the library and of the
-/// set operations.
+/// Compares the boundaries of what both fill. Lengths are computed in coordinates in which the size
+/// of the nominal is about 1, wherever it lies; the Hausdorff distance is below the true one by at
+/// most 1e-9 of the larger extent. Any thread may compare. Throws exceptions of the library and of
+/// the set operations.
 Comparison compared(const formats::Geometry& measured, const Nominal& nominal,
                     const ComparingOptions& options);
 

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// Conditions that features must fulfil to be taken: --where, --min-area and --min-vertices.
+// Conditions for the selection of features: --where, --min-area and --min-vertices.
 
 #pragma once
 
@@ -16,8 +16,8 @@ namespace tool {
 /// or no.
 class Condition {
  public:
-  /// From a text such as "roundness > 0.8", with one of > >= < <= = !=. Throws
-  /// std::invalid_argument, saying what is wrong with it.
+  /// Takes a text such as "roundness > 0.8", with one of > >= < <= = !=. Throws
+  /// std::invalid_argument, which says what is wrong with it.
   explicit Condition(const std::string& text);
 
   const Column& column() const noexcept { return *column_; }

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// The nominal features that measured ones are compared with, and how the two are paired. The
+// The nominal features with which measured ones are compared, and how the two are paired. The
 // comparison itself is in comparison.h.
 
 #pragma once
@@ -19,7 +19,7 @@
 
 namespace tool {
 
-/// One nominal feature, in coordinates of its own in which it is about 1 in size, near the origin.
+/// One nominal feature, in local coordinates: near the origin, with a size of about 1.
 struct Nominal {
   /// Its place in its file, counted from 1.
   std::size_t number = 1;
@@ -28,15 +28,15 @@ struct Nominal {
   cntr::sets::Frame frame{std::vector<std::span<const qcVector<2>>>()};
   /// What it fills, in normal form, or else its lines.
   std::vector<qcRings> parts = {};
-  /// The boundaries of these, outlines and holes in opposite directions.
+  /// The boundaries of these parts, outlines and holes in opposite directions.
   std::vector<qcContour> curves = {};
   /// What flawOf() says about it.
   const char* flaw = "";
-  /// Why nothing can be compared with it; empty when that is possible.
+  /// Why nothing can be compared with it; empty if comparison is possible.
   std::string problem = {};
 };
 
-/// What a geometry fills (eNonZero), in normal form; lines as they are. Throws what qf_MakeValid()
+/// What a geometry fills (eNonZero), in normal form; lines unchanged. Throws what qf_MakeValid()
 /// throws, and qcContourDefs::BadParams for lines with a coordinate that is not finite.
 std::vector<qcRings> filledParts(const formats::Geometry& geometry);
 
@@ -60,7 +60,7 @@ std::vector<qcRings> mapped(const std::vector<qcRings>& parts, Map map) {
   return result;
 }
 
-/// The boundaries of the parts, or the lines that they are.
+/// The boundaries of the parts or, if they are not closed, the lines.
 std::vector<qcContour> curvesOf(const std::vector<qcRings>& parts, bool closed);
 
 /// The nominal features of a file.
@@ -72,8 +72,8 @@ class Nominals {
 
   const std::vector<Nominal>& all() const noexcept { return all_; }
 
-  /// The nominal that the feature is compared with: the only one, else the one with its label, else
-  /// the one with its id. Throws FeatureError when there is none, or several.
+  /// The nominal with which the feature is compared: the only one, else the one with its label,
+  /// else the one with its id. Throws FeatureError when there is none or several.
   const Nominal& counterpartOf(const formats::Feature& feature) const;
 
  private:

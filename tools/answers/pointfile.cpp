@@ -19,7 +19,7 @@ namespace {
 
 using Fields = std::vector<std::string>;
 
-/// Which fields of a line hold what a point needs.
+/// Which fields of a line hold the coordinates and the id of a point.
 struct Places {
   std::optional<std::size_t> id;
   std::size_t x = 0;
@@ -30,7 +30,7 @@ struct Places {
 
 bool isBlankOrTab(char c) { return c == ' ' || c == '\t'; }
 
-/// Fields without blanks around them. Where there is no comma or semicolon, blanks separate them.
+/// Fields without blanks around them. If there is no comma or semicolon, blanks separate them.
 Fields fieldsOf(const std::string& line) {
   const bool byBlanks = line.find_first_of(",;") == std::string::npos;
   Fields fields(1);

@@ -25,7 +25,7 @@ void append(Row& row, const qcVector<2>& point) {
   row.push_back(numberCell(point.y()));
 }
 
-/// A point of a boundary, and its distance from the point of the question.
+/// A point of a boundary and its distance from the point in question.
 struct Near {
   double distance;
   qcVector<2> point;
@@ -38,7 +38,7 @@ Near nearest(const Boundary& boundary, const qcVector<2>& p, bool vertexOnly) {
   return {p.distance(point), point, boundary.place, boundary.contour->closestVertexIndex(p)};
 }
 
-/// The nearest of all; of equally near ones the first.
+/// The nearest point of all boundaries; of equally near ones the first.
 Near nearest(const std::vector<Boundary>& boundaries, const qcVector<2>& p, bool vertexOnly) {
   Near best = nearest(boundaries.front(), p, vertexOnly);
   for (const Boundary& boundary : boundaries) {
@@ -56,7 +56,7 @@ std::vector<qcRings> partsOf(const Geometry& geometry, bool withHoles) {
   return parts;
 }
 
-/// Which of the points are inside; with lines none is.
+/// Which of the points are inside; none for lines.
 std::vector<bool> areInside(const Geometry& geometry, const Points& points, bool withHoles) {
   if (!geometry.closed) return std::vector<bool>(points.size(), false);
   return qf_Inside(partsOf(geometry, withHoles), points);
@@ -105,7 +105,7 @@ std::vector<Crossing> crossings(const std::vector<Boundary>& boundaries, const q
   return found;
 }
 
-/// The library is asked about all outlines at once, so that its rule for ties covers all of them.
+/// Asks the library about all outlines at once, so that its rule for ties covers all of them.
 Row answerDirection(const Geometry& geometry, const qcRadian& angle) {
   Points all;
   for (const qcRings& part : geometry.parts) {

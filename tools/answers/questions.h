@@ -19,11 +19,11 @@ struct Question {
   std::function<std::vector<Row>(const formats::Geometry&)> answer;
 };
 
-/// One row: whether the point is inside, as qf_Inside() has it; its distance from the nearest point
-/// of a boundary (0 for a point inside when `zeroIfInside`); that point, and the nearest vertex.
+/// One row: whether the point is inside, by qf_Inside(); its distance from the nearest point of a
+/// boundary (0 for a point inside when `zeroIfInside`); that point; and the nearest vertex.
 Question askPoint(const qcVector<2>& point, bool withHoles, bool zeroIfInside);
 
-/// A point of a list, and its name there.
+/// A point of a list and its name there.
 struct NamedPoint {
   std::string name;
   qcVector<2> position;

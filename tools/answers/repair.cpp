@@ -138,7 +138,7 @@ Repair repaired(const Geometry& geometry, RepairRule rule, double maxLoss) {
   try {
     Repair repair = repairedBy(rule, geometry);
     if (repair.result != Repair::Result::eRepaired) return repair;
-    // The area of the smallest features is 0: that of all smaller than 1e-162.
+    // The area of features smaller than about 1e-162 is 0.
     const double loss =
         *repair.areaBefore > 0.0 ? 1.0 - *repair.areaAfter / *repair.areaBefore : 0.0;
     if (loss <= maxLoss) return repair;

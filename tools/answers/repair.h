@@ -35,32 +35,32 @@ Extent extentOf(const formats::Geometry& geometry);
 
 struct Repair {
   enum class Result {
-    /// The rings already bound what the rule fills: at most they start elsewhere, run the other way
-    /// or are in another order.
+    /// The rings already bound what the rule fills; they may start elsewhere, run in the other
+    /// direction or be in another order.
     eUnchanged,
     eRepaired,
-    /// The outlines stay as they are.
+    /// The outlines are kept unchanged.
     eFailed
   };
 
   Result result = Result::eUnchanged;
-  /// What replaces the feature's outlines; empty when they stay as they are.
+  /// What replaces the feature's outlines; empty when they are kept unchanged.
   std::optional<formats::Geometry> geometry = {};
-  /// What the rule fills; walk and outer-hull are compared with nonzero. Empty for open lines, and
-  /// where it could not be computed.
+  /// What the rule fills; walk and outer-hull are compared with nonzero. Empty for open lines and
+  /// if it could not be computed.
   std::optional<double> areaBefore = {};
   /// Empty for open lines and failures, and so are the numbers below.
   std::optional<double> areaAfter = {};
   std::optional<Extent> after = {};
-  /// The spacing of the grid that vertices had to be moved to; empty in most cases.
+  /// The spacing of the grid to which vertices had to be moved; empty in most cases.
   std::optional<double> snapped = {};
-  /// What else there is to know: why it failed, what is left out.
+  /// Any further remark: why it failed, what is left out.
   std::string note = {};
 };
 
 /// Repairs all parts together. The results of nonzero and evenodd have the normal form of
-/// cntrsets/sets.h; edge elements stay with their vertices where the rings are the same, and are
-/// left out otherwise. A repair that loses more than the share `maxLoss` of the area fails, and so
+/// cntrsets/sets.h; edge elements stay with their vertices if the rings are the same, and are left
+/// out otherwise. A repair that loses more than the fraction `maxLoss` of the area fails, and so
 /// does that of a feature without area. Open lines are unchanged.
 Repair repaired(const formats::Geometry& geometry, RepairRule rule, double maxLoss);
 

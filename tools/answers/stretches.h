@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
 // How far each stretch of a measured boundary is from the nominal one, for pictures. comparison.h
-// sums the distances up.
+// summarises the distances.
 
 #pragma once
 
@@ -21,9 +21,9 @@ struct Stretch {
   double deviation = 0.0;
 };
 
-/// All of the measured boundary, in pieces between its vertices and no longer than the steps that
-/// `cntr compare` takes, in the coordinates of the file. One call at a time; throws as compared()
-/// does.
+/// The whole measured boundary, in pieces between its vertices that are no longer than the steps of
+/// `cntr compare`, in the coordinates of the file. One call at a time; throws what compared()
+/// throws.
 std::vector<Stretch> stretchesOf(const formats::Geometry& measured, const Nominal& nominal);
 
 /// The nominal boundary, edge by edge, in the coordinates of the file, without deviations.

@@ -42,8 +42,8 @@ qcRegionSet repairedOnce(const qcRegionSet& set, qcContourDefs::IntersectionMode
 }
 
 /// Each pass merges outlines in pairs, so after as many passes as there are outlines nothing is
-/// left to merge; a few more help where vertices lie on other edges. When a pass fails, the result
-/// of the one before it stays.
+/// left to merge; a few more help if vertices lie on other edges. When a pass fails, the result of
+/// the one before it stays.
 qcRegionSet repairedSet(const qcRegionSet& set, qcContourDefs::IntersectionMode mode) {
   qcRegionSet result = repairedOnce(set, mode);
   const std::size_t passes = set.regions().size() + extraPasses;

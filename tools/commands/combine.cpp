@@ -77,7 +77,8 @@ class Outlines : public Sink {
   Parts parts_;
 };
 
-/// Nothing for a file that cannot be read, which is reported. `opened` is the file, if it is open.
+/// Nothing for a file that cannot be read, which is reported. `opened` is the file, if it is
+/// already open.
 Parts outlinesOf(const std::string& file, std::optional<Input> opened, const Format* from,
                  Session& session) {
   Outlines outlines(displayName(file), session.diagnostics);

@@ -37,8 +37,7 @@ struct CompareOptions {
   bool isComplete = false;
 };
 
-/// What the rows of this run show: columns that would be the same in every row are left out of
-/// tables.
+/// What the rows of this run show: tables leave out columns that would be the same in every row.
 struct Shown {
   bool file;
   bool nominal;
@@ -88,7 +87,7 @@ class Comparing : public RowAnswerer {
         columns_(columnsOf(shown_).size()),
         isMeasured_(nominals.all().size()) {}
 
-  /// True when some feature was to be compared with that nominal.
+  /// True when a feature has been paired with that nominal.
   bool isMeasured(std::size_t nominal) const { return isMeasured_[nominal]; }
 
  protected:
@@ -152,8 +151,8 @@ class Comparing : public RowAnswerer {
   mutable std::vector<std::atomic<bool>> isMeasured_;
 };
 
-/// Reports nominal features that no measured one was compared with; bad nominals have been reported
-/// already.
+/// Reports nominal features with which no measured one was compared; bad nominals have already been
+/// reported.
 void reportMissing(const Comparing& comparing, const NominalFile& file, bool isComplete,
                    Diagnostics& diagnostics) {
   const std::size_t count = file.locations.size();

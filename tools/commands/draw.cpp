@@ -52,7 +52,7 @@ std::vector<std::string> overlayNames() {
   return names;
 }
 
-/// `deviation` is null where there are no nominals.
+/// `deviation` is null without nominals.
 std::vector<const Overlay*> chosenBy(const DrawOptions& options,
                                      const DeviationOverlay* deviation) {
   std::vector<const Overlay*> chosen;
@@ -75,7 +75,7 @@ void check(const DrawOptions& options) {
     throw CLI::ValidationError("--nominal", "only one of the two files can be standard input");
 }
 
-/// Why the text is no scale; empty for a number that lengths can be multiplied and divided by.
+/// Why the text is not a scale; empty for a number by which lengths can be multiplied and divided.
 std::string refusalOfScale(const std::string& text) {
   double factor = 0.0;
   const bool isUsable =
@@ -93,7 +93,7 @@ double positiveNumber(const Members& members, const char* name) {
   }
 }
 
-/// The image that a collection with the members `width` and `height` says it comes from.
+/// The image that a collection comes from, according to its members `width` and `height`.
 std::optional<ImageSize> imageOf(const Members& collection, const std::string& file) {
   const double width = positiveNumber(collection, "width");
   const double height = positiveNumber(collection, "height");
@@ -104,7 +104,7 @@ std::optional<ImageSize> imageOf(const Members& collection, const std::string& f
 /// Takes the features of all files into a scene.
 class Collector : public Sink {
  public:
-  /// `deviation` is null where there are no nominals.
+  /// `deviation` is null without nominals.
   Collector(const DrawOptions& options, Scene& scene, DeviationOverlay* deviation, Session& session)
       : fit_(options.fit),
         isWanted_(options.filter.filter()),
@@ -143,7 +143,7 @@ class Collector : public Sink {
     progress_.update();
   }
 
-  /// Called twice: with the members before the features, and with those after them.
+  /// Called twice: with the members before the features and with those after them.
   void takeMembers(Members&& members) override {
     update(members_, std::move(members));
     const auto image = imageOf(members_, files_.back());

@@ -27,7 +27,7 @@ const Format& outputFormat(const OutputOptions& options, Inputs& inputs) {
     inputs.first = openInput(inputs.files.front(), inputs.from);
     return *inputs.first->format;
   } catch (const FileError&) {
-    return allFormats().front();  // It will be opened again, and reported.
+    return allFormats().front();  // It will be opened again and reported.
   }
 }
 

@@ -24,13 +24,13 @@ struct OutputOptions {
 
 void addOutput(CLI::App& command, OutputOptions& options);
 
-/// The format that --to names, or else the extension of the file; null when neither does.
+/// The format that --to or else the extension of the file names; null when neither does.
 const formats::Format* namedFormat(const OutputOptions& options);
 
-/// The same, or else the format of the first input, which is opened for that.
+/// The same, or else the format of the first input, which is opened for this.
 const formats::Format& outputFormat(const OutputOptions& options, Inputs& inputs);
 
-/// A file that is being written from one or several others.
+/// A file that is written from one or several others.
 class FeatureFile {
  public:
   /// Throws FileError, as write() and complete() do.
@@ -42,13 +42,13 @@ class FeatureFile {
 
   /// Prepares a feature for writing; on any thread. Throws FeatureError.
   Answer prepare(const Origin& origin, formats::Feature feature) const;
-  /// The same for a feature that cannot be read; nothing where it cannot be written either.
+  /// The same for a feature that cannot be read; nothing if it cannot be written either.
   Answer prepareUnreadable(const Origin& origin, const formats::Feature& feature) const;
 
   void write(Answer answer);
   /// The members of an input's collection, which are kept if it is the only input.
   void takeMembers(formats::Members&& members);
-  /// To be called once, after the last feature. Reports what could not be held.
+  /// To be called once, after the last feature. Reports what the file could not hold.
   void complete();
 
  private:
@@ -65,7 +65,7 @@ class FeatureFile {
   std::map<std::string, std::size_t> losses_;
 };
 
-/// Whether features keep their outlines on the way: only then does a collection's box still hold.
+/// Whether features keep their outlines: only then is a collection's box still valid.
 enum class OutlinesAre { eTheSame, eNew };
 
 /// An answerer whose answers are features for a file.
@@ -86,7 +86,7 @@ class FeaturesToFile : public Answerer {
   OutlinesAre outlines_;
 };
 
-/// Writes the features of all inputs, as the answerer that `make` returns for the file gives them.
+/// Writes the features of all inputs, as answered by the answerer that `make` returns for the file.
 /// What the file cannot hold is reported.
 void writeFeatures(Inputs& inputs, const OutputOptions& output, const formats::Format& format,
                    formats::Rings rings, Session& session,

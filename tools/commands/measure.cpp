@@ -60,7 +60,7 @@ Columns chosenBy(const MeasureOptions& options) {
   return chosen;
 }
 
-/// The column to sort by, and the order.
+/// The column to sort by and the order.
 struct Sorting {
   const Column* column;
   RowOrder order;
@@ -112,8 +112,8 @@ class Measuring : public RowAnswerer {
         byParts_(options.byParts) {}
 
  protected:
-  /// All rows are answered before the first is written, so that a feature with a bad part has one
-  /// row, that of the feature.
+  /// All rows are answered before the first is written, so that a feature with a bad part has a
+  /// single row, that of the feature.
   std::vector<Row> rowsOf(const Origin& origin, const Feature& feature,
                           std::string& /*complaint*/) const override {
     const auto& parts = feature.geometry.parts;

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// What offset and combine have in common: features that get new outlines and keep everything else.
+// What offset and combine have in common: features get new outlines and keep everything else.
 
 #pragma once
 
@@ -16,7 +16,7 @@ namespace tool {
 /// The message about an open line where outlines are needed.
 inline constexpr const char* openLine = "is an open line, which has no area";
 
-/// Writes features with new outlines. Features of which nothing is left are counted and not
+/// Writes features with new outlines. Features of which nothing is left are counted but not
 /// written; open lines, features that cannot be read and those without an answer are not written
 /// either.
 class NewOutlines : public FeaturesToFile {
@@ -29,7 +29,7 @@ class NewOutlines : public FeaturesToFile {
   void finish() override;
 
  protected:
-  /// Called on any thread. Throws exceptions of the library where there is no answer.
+  /// Called on any thread. Throws exceptions of the library when there is no answer.
   virtual std::vector<qcRings> outlinesOf(const std::vector<qcRings>& parts) const = 0;
 
  private:

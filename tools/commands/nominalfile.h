@@ -17,7 +17,7 @@ struct Format;
 
 namespace tool {
 
-/// The nominal features of a file, and where in it they are.
+/// The nominal features of a file and their places in it.
 struct NominalFile {
   /// Its name in messages.
   std::string name;
@@ -25,7 +25,7 @@ struct NominalFile {
   std::vector<formats::Location> locations;
 };
 
-/// Reads all features and reports those that nothing can be compared with. Throws FileError when
+/// Reads all features and reports those with which nothing can be compared. Throws FileError when
 /// the file cannot be read or holds none.
 NominalFile readNominals(const std::string& file, const formats::Format* from, Session& session);
 

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// Numbers as they are given on the command line.
+// Numbers given on the command line.
 
 #pragma once
 

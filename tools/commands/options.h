@@ -16,7 +16,7 @@
 
 namespace tool {
 
-/// FILE...: standard input when none is given.
+/// FILE...: standard input if none is given.
 void addFiles(CLI::App& command, std::vector<std::string>& files);
 
 /// An option that takes one list of names, separated by commas.
@@ -41,7 +41,7 @@ struct FilterOptions {
   std::string minArea;
   std::string minVertices;
 
-  /// Null when there is none.
+  /// Null if no condition is given.
   std::function<bool(const formats::Feature&)> filter() const;
 };
 
@@ -62,7 +62,7 @@ struct InputOptions {
 
 void addInputs(CLI::App& command, InputOptions& options);
 
-/// --json, --jsonl and --csv, of which one may be given; a table otherwise.
+/// --json, --jsonl and --csv, of which at most one may be given; a table otherwise.
 struct RowOptions {
   bool json = false;
   bool jsonLines = false;

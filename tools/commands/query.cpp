@@ -64,7 +64,7 @@ std::vector<std::string> columnsOf(const QueryOptions& options, const Question& 
   return columns;
 }
 
-/// Asks features into rows.
+/// Answers each feature's question in rows.
 class Asking : public RowAnswerer {
  public:
   Asking(const QueryOptions& options, Question question, Session& session)

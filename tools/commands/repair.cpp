@@ -63,7 +63,7 @@ const char* nameOf(Repair::Result result) {
 
 Cell cellOf(const std::optional<double>& value) { return value ? numberCell(*value) : Cell(); }
 
-/// Writes features as they are or repaired, and a line of the report about each.
+/// Writes features unchanged or repaired, and a line of the report about each.
 class Repairing : public FeaturesToFile {
  public:
   Repairing(const RepairOptions& options, FeatureFile& file, Session& session)

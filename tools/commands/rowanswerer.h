@@ -30,7 +30,7 @@ class RowAnswerer : public Answerer {
   // Called on any thread.
 
   /// The rows of a feature. Flaws that do not prevent an answer go into `complaint`. Throws
-  /// FeatureError, or an exception of the library, where there is no answer.
+  /// FeatureError, or an exception of the library, when there is no answer.
   virtual std::vector<Row> rowsOf(const Origin& origin, const formats::Feature& feature,
                                   std::string& complaint) const = 0;
   /// A row that holds only the reason.

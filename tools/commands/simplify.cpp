@@ -21,7 +21,7 @@ using namespace formats;
 
 namespace {
 
-/// Formats hold no rings with fewer vertices.
+/// Formats cannot hold rings with fewer vertices.
 constexpr std::size_t fewestInRing = 3;
 
 struct SimplifyOptions {

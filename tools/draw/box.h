@@ -15,7 +15,7 @@ struct Box {
   qcVector<2> low{std::numeric_limits<double>::infinity(), std::numeric_limits<double>::infinity()};
   qcVector<2> high{-low};
 
-  /// True until it holds something.
+  /// True until something is added.
   bool isEmpty() const noexcept { return !(low.x() <= high.x() && low.y() <= high.y()); }
   double width() const noexcept { return high.x() - low.x(); }
   double height() const noexcept { return high.y() - low.y(); }
@@ -31,11 +31,11 @@ struct Box {
     low = {std::min(low.x(), other.low.x()), std::min(low.y(), other.low.y())};
     high = {std::max(high.x(), other.high.x()), std::max(high.y(), other.high.y())};
   }
-  /// The same with a border all around.
+  /// The same box with a border all around.
   Box widened(double border) const noexcept {
     return {low - qcVector<2>(border, border), high + qcVector<2>(border, border)};
   }
-  /// Whether they share a point.
+  /// Whether the boxes share a point.
   bool meets(const Box& other) const noexcept {
     return low.x() <= other.high.x() && other.low.x() <= high.x() && low.y() <= other.high.y() &&
            other.low.y() <= high.y();

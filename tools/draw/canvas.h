@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// Where coordinates of the files are in the picture.
+// Maps coordinates of the files to the picture.
 
 #pragma once
 

@@ -57,7 +57,7 @@ Points crossingsOf(const Geometry& geometry, double size) {
   Found found(size);
   for (std::size_t i = 0; i < curves.size(); ++i) {
     const qcContour& curve = *curves[i].contour;
-    // Touches at an edge's own ends do not count.
+    // Touches at an edge's own ends do not count here.
     if (curve.isSelfIntersecting()) addCrossings(curve, curve, false, found);
     for (std::size_t j = i + 1; j < curves.size(); ++j) {
       if (boxes[i].meets(boxes[j])) addCrossings(*curves[j].contour, curve, true, found);

@@ -8,9 +8,9 @@
 
 namespace tool {
 
-/// The crossings, sorted. Those that share a square of the given size count as one, and only these
-/// are held in memory. An outline crosses itself where qcContour::isSelfIntersecting() says so; two
-/// outlines cross where they touch, too.
+/// The crossings, sorted. Those that share a square of the given size count as one, and only one is
+/// held in memory. An outline crosses itself as defined by qcContour::isSelfIntersecting(); two
+/// outlines also cross where they touch.
 formats::Points crossingsOf(const formats::Geometry& geometry, double size);
 
 }  // namespace tool

@@ -12,19 +12,20 @@
 
 namespace tool {
 
-/// Colours the boundary of each feature by its distance from its nominal, and draws that once.
+/// Colours the boundary of each feature by its distance from the nominal, and draws each nominal
+/// once.
 class DeviationOverlay {
  public:
   static constexpr const char* name = "deviation";
 
-  /// Refers to the nominals.
+  /// Keeps a reference to the nominals.
   explicit DeviationOverlay(const Nominals& nominals);
   DeviationOverlay(const DeviationOverlay&) = delete;
   DeviationOverlay& operator=(const DeviationOverlay&) = delete;
 
   const Overlay& overlay() const noexcept { return overlay_; }
 
-  /// Why the last feature has no colours, empty when it has; this call forgets the reason.
+  /// Why the last feature has no colours, empty if it has; the call forgets the reason.
   std::string takeComplaint();
 
  private:

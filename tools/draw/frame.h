@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// Coordinates for questions to the library, whose tolerances are absolute and made for pixels.
+// Coordinates for queries of the library, whose tolerances are absolute and made for pixels.
 
 #pragma once
 
@@ -9,7 +9,7 @@
 
 namespace tool {
 
-/// The coordinates as they are for shapes about as large, and as far from the origin, as those in
+/// Leaves coordinates unchanged for shapes about as large, and as far from the origin, as those in
 /// images; others are moved to the origin and scaled by a power of two.
 class Frame {
  public:

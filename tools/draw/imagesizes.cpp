@@ -11,7 +11,7 @@ namespace tool {
 
 namespace {
 
-/// Outlines along the edges of pixels may leave the image by this much.
+/// Outlines along the edges of pixels may reach beyond the image by this much.
 constexpr double slack = 1.0;
 
 using Warn = std::function<void(const std::string&, const std::string&)>;
@@ -24,7 +24,7 @@ bool haveSameSize(const ImageSize& a, const ImageSize& b) {
   return a.width == b.width && a.height == b.height;
 }
 
-/// The first image that has another size.
+/// The first image with a different size.
 const ImageSize* otherThan(const ImageSize& image, const std::vector<ImageSize>& images) {
   const auto other = std::find_if(images.begin(), images.end(), [&](const ImageSize& candidate) {
     return !haveSameSize(candidate, image);

@@ -23,7 +23,7 @@ struct ImageSize {
 
 /// Calls `warn` with the name of a file for
 /// - outlines of several images on one canvas;
-/// - a photograph of another size than that of an image;
+/// - a photograph whose size differs from that of an image;
 /// - outlines that reach beyond the photograph, or else beyond the images.
 void checkImageSizes(const std::vector<ImageSize>& images,
                      const std::optional<ImageSize>& photograph, const Box& outlines,

@@ -14,7 +14,7 @@ namespace {
 /// The range of letter sizes, in pixels: legible, but not obtrusive.
 constexpr double smallestLetters = 9.0;
 constexpr double largestLetters = 24.0;
-/// The share of the view that labels larger than their shapes may cover.
+/// The fraction of the view that labels larger than their shapes may cover.
 constexpr double mostCovered = 0.02;
 constexpr double baselineOverCentre = 9.0;
 /// Between a shape and the label above or below it.
@@ -27,7 +27,7 @@ struct Candidate {
   Box shape;
 };
 
-/// As high as fits the text into the shape, within the range above.
+/// The largest size at which the text fits into the shape, within the range above.
 double letterSize(const std::string& text, const Box& shape) {
   const double fitting = std::min(0.5 * shape.height(), 0.8 * shape.width() / widthOf(text, 1.0));
   return std::clamp(fitting, smallestLetters, largestLetters);
@@ -38,7 +38,7 @@ double inside(double middle, double half, double width) {
   return std::clamp(middle, std::min(half, 0.5 * width), std::max(width - half, 0.5 * width));
 }
 
-/// In the middle of a shape that it fits into, above or below any other.
+/// In the middle of a shape into which it fits, above or below any other.
 Candidate candidateFor(const Shape& shape, const Canvas& canvas, bool centresAreMarked) {
   const Box box = canvas.map(shape.box);
   const double size = letterSize(shape.label, box);
@@ -57,7 +57,7 @@ Candidate candidateFor(const Shape& shape, const Canvas& canvas, bool centresAre
 /// The places that are taken, found by position.
 class TakenPlaces {
  public:
-  /// False when something is there already.
+  /// False when the place is already taken.
   bool take(const Box& box) {
     for (const Box* other : near(box)) {
       if (other->meets(box)) return false;

@@ -23,8 +23,8 @@ struct Label {
 /// The approximate width of a text.
 double widthOf(const std::string& text, double size);
 
-/// The labels of the largest shapes, as far as there is room: they do not meet, and those larger
-/// than their shapes stand beside these and cover a fiftieth of the view at most. The others are in
+/// The labels of the largest shapes, as far as there is room: they do not overlap, and those larger
+/// than their shapes stand beside them and cover at most a fiftieth of the view. The others are in
 /// the middle of their shapes, or above it where centres are marked.
 std::vector<Label> labelsOf(const Scene& scene, const Canvas& canvas, bool centresAreMarked);
 

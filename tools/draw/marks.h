@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// What overlays are made of, in the coordinates of the file.
+// The marks of which overlays consist, in the coordinates of the file.
 
 #pragma once
 
@@ -54,10 +54,10 @@ struct Spot {
 
 using Mark = std::variant<Box, Circle, Ellipse, Ring, Segment, Tint, Cross, Spot>;
 
-/// The box around a mark; for a mark at a place, that place alone.
+/// The box around a mark; for a mark at a place, only that place.
 Box boxOf(const Mark& mark);
 
-/// The size, in pixels, of the squares in which only one crossing is shown.
+/// The size, in pixels, of the squares in each of which only one crossing is shown.
 inline constexpr double spotSpacing = 3.0;
 
 /// The marks of an overlay, without what cannot be seen: vertices of rings, and crossings, short

@@ -39,7 +39,7 @@ Marks rectangles(const Overlaid& feature) {
   return marks;
 }
 
-/// Nothing where all vertices coincide. The closed flag plays no part in it.
+/// Nothing if all vertices coincide. The closed flag does not matter.
 void addCircle(const Overlaid& feature, const qcRings& part, Marks& marks) {
   const qcCircle circle =
       makeContour(part.outline, true)->encloseCircle(qcContourDefs::eFarthestVertexPair);
@@ -54,7 +54,7 @@ void addHull(const Overlaid& feature, const qcRings& part, Marks& marks) {
   marks.emplace_back(Ring{back(feature.frame, hull.points())});
 }
 
-/// Nothing when neither an ellipse nor a circle fits. The closed flag plays no part in it.
+/// Nothing if neither an ellipse nor a circle fits. The closed flag does not matter.
 void addEllipse(const Overlaid& feature, const qcRings& part, Marks& marks) {
   qcEllipse ellipse;
   double residual = 0.0;
@@ -69,7 +69,7 @@ void addCentre(const Overlaid& feature, const qcRings& part, Marks& marks) {
   marks.emplace_back(Cross{feature.frame.back(middleOf(part, feature.geometry.closed))});
 }
 
-/// Segments as the library draws them.
+/// Edge elements as the segments that the library draws.
 Marks edgeletMarks(const Overlaid& feature) {
   Marks marks;
   for (const std::vector<qcEdgelet>& part : feature.geometry.edgelets) {

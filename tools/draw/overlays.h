@@ -36,12 +36,12 @@ struct Overlay {
   bool isColoured = false;
 };
 
-/// The overlays that need nothing but the feature, in the order in which they are drawn;
-/// deviations.h has the one that needs another file.
+/// The overlays that need only the feature, in the order in which they are drawn; the one that
+/// needs another file is in deviations.h.
 std::span<const Overlay> allOverlays();
 
-/// The box that the picture must show of a mark of a feature in `box`: all of the mark, but nothing
-/// of an ellipse much larger than the feature, as a nearly straight line has it.
+/// The box that the picture must show of a mark of a feature in `box`: the whole mark, but nothing
+/// of an ellipse much larger than the feature, such as that of a nearly straight line.
 Box reachOf(const Mark& mark, const Box& box);
 
 }  // namespace tool

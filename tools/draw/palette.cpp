@@ -21,8 +21,8 @@ struct Linear {
   double blue;
 };
 
-/// Oklab with polar coordinates: equally light colours look equally light. Lightness is 0 to 1, the
-/// hue in degrees. B. Ottosson, "A perceptual color space for image processing" (2020).
+/// Oklab with polar coordinates: equally light colours look equally light. Lightness is from 0 to
+/// 1, the hue in degrees. B. Ottosson, "A perceptual color space for image processing" (2020).
 Linear fromOklch(double lightness, double chroma, double hue) {
   const double radians = hue * std::numbers::pi / 180.0;
   const double a = chroma * std::cos(radians);
@@ -35,7 +35,7 @@ Linear fromOklch(double lightness, double chroma, double hue) {
           -0.0041960863 * l - 0.7034186147 * m + 1.7076147010 * s};
 }
 
-/// One channel as the 8 bits of sRGB.
+/// One channel as 8 bits of sRGB.
 unsigned encoded(double linear) {
   const double value = std::clamp(linear, 0.0, 1.0);
   const double curved =

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
-// The view is an SVG element of its own inside the picture, so that nothing in it reaches into the
-// strip with the legend and the scale bar below it.
+// The view is a nested SVG element, so that nothing in it reaches into the strip below with the
+// legend and the scale bar.
 
 #include <tools/draw/picture.h>
 
@@ -38,7 +38,7 @@ constexpr double widestGap = 1.0;
 constexpr double tintTolerance = 0.05;
 /// Half the length of the strokes of a cross, and the radius of a spot.
 constexpr double markSize = 6.0;
-/// Thin, so that single ones can be told apart.
+/// Thin, so that single segments can be told apart.
 constexpr double segmentWidth = 1.0;
 constexpr double dotRadius = 2.0;
 
@@ -155,7 +155,7 @@ class Strip {
   double middle() const { return canvas_.height() + stripPadding + (rows_ - 0.5) * rowHeight; }
   double right() const { return left_ + width_ - stripMargin; }
 
-  /// At the right end of the first row, with its length beside it.
+  /// Adds the scale bar at the right end of the first row, with its length beside it.
   void addScaleBar(const Scale& scale) {
     const double longest = std::min(longestScaleBar, 0.4 * width_);
     const ScaleBar bar = scaleBarFor(longest * canvas_.pixel(), scale);
@@ -169,7 +169,7 @@ class Strip {
     next_ = left_ + stripMargin;
   }
 
-  /// The left end of an entry.
+  /// The left end of an entry of this width.
   qcVector<2> placeFor(double width) {
     if (next_ + width > free_) {
       ++rows_;

@@ -18,11 +18,11 @@ namespace tool {
 
 /// How a scene is drawn.
 struct Look {
-  /// The names of the files, for what a browser shows under the mouse.
+  /// The names of the files, for tooltips in a browser.
   std::vector<std::string> files;
   bool withTitles = true;
   bool withLabels = true;
-  /// Pixels of the longer side of the view.
+  /// The length in pixels of the longer side of the view.
   double size = 1000.0;
   /// The y axis points upwards.
   bool isUp = false;
@@ -30,7 +30,7 @@ struct Look {
   Scale scale;
 };
 
-/// Writes a completed scene as a standalone SVG file, lengths in pixels.
+/// Writes a completed scene as a standalone SVG file, with lengths in pixels.
 void writeSvg(std::ostream& out, const Scene& scene, const Look& look);
 
 }  // namespace tool

@@ -19,7 +19,7 @@ using namespace formats;
 
 namespace {
 
-/// The functions called here, of librsvg and of the libraries that it brings along.
+/// The functions called here, from librsvg and the libraries that it depends on.
 struct Functions {
   decltype(&g_memory_input_stream_new_from_data) openText = nullptr;
   decltype(&g_object_unref) releaseObject = nullptr;
@@ -71,7 +71,7 @@ const Functions& functions() {
   return loaded;
 }
 
-/// Throws what a function says is wrong.
+/// Throws the error that a function has reported.
 [[noreturn]] void fail(GError* error) {
   const std::string reason = error->message;
   functions().releaseError(error);

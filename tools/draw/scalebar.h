@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// How long a scale bar is, and what stands beside it.
+// The length of a scale bar and the text beside it.
 
 #pragma once
 
@@ -8,7 +8,7 @@
 
 namespace tool {
 
-/// The unit that coordinates stand for.
+/// The unit of the coordinates.
 struct Scale {
   /// The length of one unit of the coordinates, in that unit. Positive and finite.
   double factor = 1.0;
@@ -16,14 +16,14 @@ struct Scale {
 };
 
 struct ScaleBar {
-  /// In the coordinates' unit.
+  /// In units of the coordinates.
   double length;
   /// The length in the unit, e.g. "50 px".
   std::string text;
 };
 
-/// The longest bar of 1, 2 or 5 times a power of ten units that is no longer than `longest`, which
-/// is in the coordinates' unit. REQUIRES: `longest` is positive and finite.
+/// The longest bar of 1, 2 or 5 times a power of ten that is no longer than `longest`, which is in
+/// units of the coordinates. REQUIRES: `longest` is positive and finite.
 ScaleBar scaleBarFor(double longest, const Scale& scale);
 
 }  // namespace tool

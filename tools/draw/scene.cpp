@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 //
-// As long as the view is not known, its size is taken to be that of what has come so far. The view
-// is at least as large, so nothing is left out too early. Whenever the size has doubled, what is
-// kept is thinned again.
+// As long as the view is not known, its size is taken to be that of what has been added so far. The
+// view is at least as large, so nothing is left out too early. Whenever the size has doubled, what
+// is kept is thinned again.
 
 #include <tools/draw/scene.h>
 
@@ -22,7 +22,7 @@ using namespace formats;
 namespace {
 
 constexpr double marginShare = 0.04;
-/// In pixels: a tenth together with the rounding of coordinates. Thinning again whenever pixels
+/// In pixels: together with the rounding of coordinates, a tenth. Thinning again whenever pixels
 /// double moves vertices by less than twice the first tolerance.
 constexpr double firstTolerance = 0.02;
 constexpr double lastTolerance = 0.05;
@@ -30,7 +30,7 @@ constexpr double lastTolerance = 0.05;
 /// drawn.
 constexpr double dotSize = 2.0;
 constexpr double dotSpacing = 1.5;
-/// Beyond this, squares of lengths overflow; no camera comes near it.
+/// Beyond this, squares of lengths overflow; no camera's coordinates come near it.
 constexpr double largestCoordinate = 1e100;
 constexpr double smallestExtent = 1e-100;
 
@@ -68,7 +68,7 @@ unsigned long numberOf(const std::string& name) {
   return hash % 1000U;
 }
 
-/// The label decides on the colour; a feature without one has that of its place in the file.
+/// The label decides the colour; a feature without one gets the colour of its place in the file.
 unsigned long colourOf(const Feature& feature) {
   if (!feature.label) return feature.number;
   const auto* const number = std::get_if<unsigned long>(&*feature.label);

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// What is to be drawn of any number of features: they come one by one, and whatever cannot be seen
+// What is to be drawn of any number of features: they are added one by one, and what cannot be seen
 // of them is not kept.
 
 #pragma once
@@ -24,14 +24,14 @@ struct Shape {
   std::size_t number = 0;
   /// Empty for none.
   std::string label;
-  /// Decides on the colour.
+  /// Decides the colour.
   unsigned long colour = 0;
   bool closed = true;
   /// Empty for a shape that becomes a dot.
   std::vector<formats::Points> rings;
   /// The box of the outline or line.
   Box box;
-  /// Where the label is, if there is one.
+  /// The place of the label, if there is one.
   qcVector<2> middle{};
 };
 
@@ -45,10 +45,10 @@ struct Layer {
 /// after they were added is smaller than the shapes.
 class Scene {
  public:
-  /// The longer side of the view will be `size` pixels long. Labels get places only if asked for.
+  /// The longer side of the view will be `size` pixels long. Labels are placed only if asked for.
   Scene(const std::vector<const Overlay*>& overlays, bool withLabels, double size);
 
-  /// Shows this area and nothing else.
+  /// Shows only this area.
   void show(const Box& area);
   /// Shows the whole image that the features come from, unless show() says otherwise.
   void showImage(const Box& area) { images_.enclose(area); }
@@ -58,8 +58,8 @@ class Scene {
   /// To be called once, after the last feature.
   void complete();
 
-  /// What the picture shows: the area, the images, or all shapes and what overlays them, with a
-  /// margin. When there is nothing at all, the unit square of the pixel at (0, 0).
+  /// What the picture shows: the area, the images, or all shapes and their overlays, with a margin.
+  /// If there is nothing at all, the unit square of the pixel at (0, 0).
   Box view() const;
   /// The box of all outlines and lines.
   const Box& outlines() const noexcept { return outlines_; }
@@ -67,12 +67,12 @@ class Scene {
   const std::vector<Layer>& layers() const noexcept { return layers_; }
 
  private:
-  /// A lower bound of the size of a pixel, 0 as long as none is known.
+  /// A lower bound on the size of a pixel, 0 as long as none is known.
   double pixel() const;
   void addOverlays(const formats::Feature& feature, const formats::Geometry& framed,
                    const Frame& frame, const Box& box);
   void addShape(Shape shape);
-  /// False when nothing of the shape is to be drawn. Leaves out what cannot be seen of it.
+  /// Leaves out what cannot be seen of the shape. False when nothing of it is to be drawn.
   bool thin(Shape& shape);
   /// `tolerance` is in pixels.
   void thinAll(double pixel, double tolerance);
@@ -82,9 +82,9 @@ class Scene {
   std::optional<Box> area_;
   Box images_;
   Box outlines_;
-  /// The box of all outlines and lines, and of what overlays them.
+  /// The box of all outlines, lines and overlays.
   Box box_;
-  /// Whatever lies outside is not drawn; empty while that is not known.
+  /// What lies outside is not drawn; empty while the view is not known.
   std::optional<Box> limits_;
   /// The size of a pixel for which shapes have been thinned.
   double thinnedFor_ = 0.0;

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// At most one thing in each square of a grid, so that the number of things drawn has a limit.
+// At most one thing in each square of a grid, to limit the number of things drawn.
 
 #pragma once
 
@@ -39,8 +39,8 @@ class Squares {
     }
   };
 
-  /// Squares do not begin at round coordinates, so that a place that was rounded slightly
-  /// differently falls into the same square.
+  /// Squares do not begin at round coordinates, so that places that differ only by rounding fall
+  /// into the same square.
   double number(double coordinate) const { return std::floor(coordinate / size_ + shift); }
 
   static constexpr double shift = 0.381966;

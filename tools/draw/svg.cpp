@@ -41,7 +41,7 @@ std::string escapedCharacter(char character) {
   return isControl ? "?" : std::string(1, character);
 }
 
-/// The end of an element, with a title inside unless the title is empty.
+/// The end of an element, with a title inside unless it is empty.
 std::string closing(const char* element, const std::string& title) {
   if (title.empty()) return "/>\n";
   return "><title>" + escaped(title) + "</title></" + element + ">\n";

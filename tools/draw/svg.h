@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
-// SVG elements as text, lengths in pixels with two decimals. What is drawn and how it looks is
-// decided in picture.h.
+// SVG elements as text, lengths in pixels with two decimals. picture.h decides what is drawn and
+// how it looks.
 
 #pragma once
 
@@ -17,12 +17,12 @@ namespace tool::svg {
 /// A number with at most this many decimals. The decimal point does not depend on the locale.
 std::string number(double value, int decimals = 2);
 
-/// The text with the five special characters of XML escaped, and without those that XML does not
+/// The text with the five special characters of XML escaped, without characters that XML does not
 /// allow.
 std::string escaped(const std::string& text);
 
-/// Lines or rings as one path; by the even-odd rule rings inside others are holes. `attributes`
-/// follow as they are; browsers show `title` under the mouse, empty for none.
+/// Lines or rings as one path; by the even-odd rule, rings inside others are holes. `attributes`
+/// are written as given; `title` is the tooltip in browsers, empty for none.
 std::string path(const std::vector<formats::Points>& lines, bool closed,
                  const std::string& attributes, const std::string& title);
 std::string circle(const Circle& circle, const std::string& attributes, const std::string& title);

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 //
-// A vertex can be left out as long as some line from the last vertex that was kept passes near it
-// and near all those left out before it. The directions of such lines form a cone, which each of
-// them makes narrower.
+// A vertex can be left out as long as some line from the last kept vertex passes near it and near
+// all those left out before it. The directions of such lines form a cone, which each vertex left
+// out makes narrower.
 
 #include <tools/draw/thinning.h>
 
@@ -73,7 +73,7 @@ std::array<Side, 4> sidesOf(const Box& box) {
            {{0.0, 1.0}, box.high.y()}}};
 }
 
-/// Appends what is left of the edge by one side: all of it, a piece, or nothing.
+/// Appends what one side leaves of the edge: all of it, a piece, or nothing.
 void clipEdge(const Side& side, const qcVector<2>& from, const qcVector<2>& to, Points& kept) {
   const double before = side.beyond(from);
   const double after = side.beyond(to);

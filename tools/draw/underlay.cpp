@@ -21,7 +21,7 @@ struct Size {
   std::uint32_t height;
 };
 
-/// The big-endian number of `count` bytes at `at`. REQUIRES: they are there.
+/// The big-endian number of `count` bytes at `at`. REQUIRES: there are as many bytes.
 std::uint32_t number(std::string_view bytes, std::size_t at, std::size_t count) {
   std::uint32_t value = 0;
   for (std::size_t i = 0; i < count; ++i) {
@@ -44,8 +44,8 @@ bool isFrame(std::uint32_t marker) {
   return marker >= 0xC0 && marker <= 0xCF && marker != 0xC4 && marker != 0xC8 && marker != 0xCC;
 }
 
-/// A JPEG file is a row of segments, each a marker (FF and a byte, with more FF before it as
-/// filling) and a length; the frame header holds precision, height and width.
+/// A JPEG file is a sequence of segments, each with a marker (FF and a byte, preceded by any number
+/// of FF as filling) and a length; the frame header holds precision, height and width.
 std::optional<Size> jpegSize(std::string_view bytes) {
   if (!bytes.starts_with("\xff\xd8")) return std::nullopt;
   std::size_t at = 2;

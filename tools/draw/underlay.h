@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// A picture to draw outlines over: the data to embed, and its size.
+// A picture over which outlines are drawn: the data to embed and its size.
 
 #pragma once
 
@@ -13,7 +13,7 @@ namespace tool {
 struct Underlay {
   /// The whole file as a data URI.
   std::string uri;
-  /// The area of its pixels, whose centres have whole coordinates: it begins at (-0.5, -0.5).
+  /// The area of its pixels, whose centres have integer coordinates: it begins at (-0.5, -0.5).
   Box area;
 };
 
@@ -22,7 +22,7 @@ Box pixelArea(double width, double height);
 
 /// Reads a PNG or JPEG file, recognised by its content. Pixels are taken as they are stored,
 /// whatever orientation the file states. Throws FileError for files that cannot be read or are
-/// neither.
+/// neither PNG nor JPEG.
 Underlay readUnderlay(const std::string& file);
 
 }  // namespace tool

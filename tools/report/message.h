@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// The messages of the library's exceptions, for people.
+// The messages of the library's exceptions, for users.
 
 #pragma once
 
@@ -10,7 +10,7 @@
 
 namespace tool {
 
-/// The message without the name of the exception, with which what() begins.
+/// The message without the name of the exception at the start of what().
 inline std::string messageOf(const qcException& error) {
   constexpr const char* separator = ": ";
   const std::string text = error.what();

@@ -17,9 +17,9 @@ constexpr int columnDigits = 6;
 constexpr int fewestDigits = 2;
 constexpr int longestInteger = 12;
 constexpr int mostDecimals = 9;
-/// Shapes large enough to have moments have larger ones: anything smaller is rounding noise.
+/// Shapes large enough to have moments have larger values: anything smaller is rounding noise.
 constexpr double negligible = 1e-15;
-/// Numbers this much smaller than the largest are rounding noise beside it.
+/// Numbers smaller than this fraction of the largest are rounding noise.
 constexpr double noise = 1e-12;
 
 /// The decimal exponent of the first digit: 0 for 1 to 9.99.
@@ -37,7 +37,7 @@ std::string fixed(double value, int decimals) {
   return isZero && text.front() == '-' ? text.substr(1) : text;
 }
 
-/// The number of decimals that suits the whole column; empty when there is none.
+/// A number of decimals that suits the whole column; empty if there is none.
 std::optional<int> commonDecimals(const std::vector<double>& values) {
   double largest = 0.0;
   for (const double value : values) largest = std::max(largest, std::abs(value));

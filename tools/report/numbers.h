@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
-// Numbers for people to read, with a decimal point whatever the locale; allDigits() in
-// cntrformats/number.h writes those for programs.
+// Numbers for users, with a decimal point whatever the locale; allDigits() in cntrformats/number.h
+// writes numbers for programs.
 
 #pragma once
 
@@ -14,9 +14,9 @@ namespace tool {
 std::string shortNumber(double value, int digits);
 
 /// The numbers of a column with the same number of decimals, so that their points are aligned: six
-/// significant digits of the largest one. Where a smaller one would lose nearly all of its digits,
-/// or the largest would be too long to read, each has six significant digits of its own. REQUIRES:
-/// all are finite.
+/// significant digits of the largest one. If a smaller one would lose nearly all of its digits, or
+/// the largest would be too long to read, each number has six significant digits. REQUIRES: all are
+/// finite.
 std::vector<std::string> alignedNumbers(const std::vector<double>& values);
 
 }  // namespace tool

@@ -10,7 +10,7 @@ namespace {
 
 constexpr unsigned char firstPrintable = 0x20;
 constexpr unsigned char deleteCharacter = 0x7f;
-/// U+0080 to U+009F are this byte and one of 0x80 to 0x9f.
+/// U+0080 to U+009F are this byte followed by one from 0x80 to 0x9f.
 constexpr unsigned char leadOfControls = 0xc2;
 constexpr unsigned char firstControl = 0x80;
 constexpr unsigned char lastControl = 0x9f;

@@ -8,8 +8,8 @@
 
 namespace tool {
 
-/// The text with every control character, of ASCII or of the second block of Unicode, written as
-/// its code, \\x1b or \\u009b: what a file holds cannot move a cursor or change colours.
+/// The text with every control character, of ASCII or of U+0080 to U+009F, written as its code,
+/// \\x1b or \\u009b, so that the contents of a file cannot move the cursor or change colours.
 std::string printable(const std::string& text);
 
 }  // namespace tool

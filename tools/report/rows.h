@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// Rows of answers, written as a table for the eye or as JSON or CSV for programs.
+// Rows of answers, written as a table for users or as JSON or CSV for programs.
 
 #pragma once
 
@@ -17,13 +17,13 @@ namespace tool {
 
 using Row = std::vector<Cell>;
 
-/// The rows of one feature, or of several, prepared as far as that is possible without the others.
+/// The rows of one or several features, prepared as far as that is possible without the others.
 struct PreparedRows {
   std::vector<Row> rows;
   std::string text;
 
   bool isEmpty() const { return rows.empty() && text.empty(); }
-  /// Adds those that follow, which the same writer has prepared.
+  /// Adds the following rows, which the same writer has prepared.
   void append(PreparedRows&& next) {
     rows.insert(rows.end(), std::make_move_iterator(next.rows.begin()),
                 std::make_move_iterator(next.rows.end()));
@@ -40,15 +40,15 @@ class RowWriter {
   virtual void write(PreparedRows rows) = 0;
   /// To be called once, after the last rows.
   virtual void finish() = 0;
-  /// True when rows are written as they come, and none is kept.
+  /// True when rows are written as they come and none is kept.
   virtual bool isStreaming() const = 0;
 };
 
 /// What a table does with columns that hold nothing in any row.
 enum class EmptyColumns { eKept, eLeftOut };
 
-/// Writes an aligned table when it is finished: six digits of the largest number in each column,
-/// "-" for an empty cell.
+/// Writes an aligned table at the end: six digits of the largest number in each column, "-" for an
+/// empty cell.
 std::unique_ptr<RowWriter> makeTable(std::ostream& out, std::vector<std::string> columns,
                                      EmptyColumns emptyColumns, const Style& style);
 
@@ -67,8 +67,8 @@ struct RowOrder {
   bool descending = false;
 };
 
-/// Keeps all rows until it is finished, and then passes them to `writer`, sorted by their last
-/// cell, which is removed. Rows in which it is empty come last; equal ones keep their order.
+/// Keeps all rows until the end, then passes them to `writer`, sorted by their last cell, which is
+/// removed. Rows in which it is empty come last; equal rows keep their order.
 std::unique_ptr<RowWriter> makeSorted(std::unique_ptr<RowWriter> writer, RowOrder order);
 
 }  // namespace tool

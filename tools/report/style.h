@@ -8,7 +8,7 @@
 
 namespace tool {
 
-/// Without colours texts stay as they are.
+/// Without colours, texts stay unchanged.
 class Style {
  public:
   explicit Style(bool hasColours = false) : hasColours_(hasColours) {}

@@ -28,7 +28,7 @@ std::string plainText(const Cell& cell) {
   return "-";
 }
 
-/// The characters that a terminal shows: the bytes that begin one in UTF-8.
+/// The number of characters that a terminal shows: of bytes that begin a character in UTF-8.
 std::size_t widthOf(const std::string& text) {
   return static_cast<std::size_t>(std::count_if(text.begin(), text.end(), [](char byte) {
     return (static_cast<unsigned char>(byte) & 0xC0U) != 0x80U;

@@ -61,7 +61,7 @@ class JsonRows : public RowWriter {
   bool isStreaming() const override { return true; }
 
  private:
-  /// Before each row; the first has a bracket in place of the comma.
+  /// Precedes each row; for the first, a bracket takes the place of the comma.
   static constexpr const char* separator = ",\n";
 
   std::ostream& out_;

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// The streams that the program writes to, and what they are connected to.
+// The streams to which the program writes, and what they are connected to.
 
 #pragma once
 
@@ -19,8 +19,8 @@ struct Console {
   Style messageStyle = Style();
 };
 
-/// Standard output and standard error. Coloured where they are terminals, unless the environment
-/// variable NO_COLOR is not empty, or TERM says that the terminal is dumb.
+/// Standard output and standard error. Coloured if they are terminals, unless the environment
+/// variable NO_COLOR is not empty or TERM says that the terminal is dumb.
 Console standardConsole();
 
 }  // namespace tool

@@ -27,20 +27,20 @@ class Diagnostics {
   /// On a terminal, `style` makes messages stand out.
   Diagnostics(std::ostream& out, Style style) : out_(out), style_(style) {}
 
-  /// From now on, lists all bad features instead of the first few.
+  /// From now on lists all bad features instead of the first few.
   void listAll() { listsAll_ = true; }
 
   /// Reports a feature of `file` that was not answered, with the name that it has besides its
-  /// number. The first few of a file are listed, the others counted.
+  /// number. The first few in a file are listed, the others counted.
   void badFeature(const std::string& file, const formats::Location& location,
                   const std::string& what, const std::string& name = "");
   /// Reports how many bad features were counted but not listed.
   void sumUp();
   void badFile(const std::string& file, const std::string& what);
-  /// Tells the user something worth knowing, although nothing has failed.
+  /// Warns the user about something although nothing has failed.
   void warning(const std::string& file, const std::string& what);
 
-  /// The status of the worst that was reported.
+  /// The status of the worst report.
   ExitStatus status() const noexcept { return status_; }
 
  private:

@@ -28,7 +28,7 @@ struct Work {
   Progress progress;
 };
 
-/// The label and the id, where there are any.
+/// The label and the id, if there are any.
 std::string nameOf(const Feature& feature) {
   std::string name;
   if (feature.label) name = "label " + toText(*feature.label);
@@ -36,7 +36,7 @@ std::string nameOf(const Feature& feature) {
   return name;
 }
 
-/// What became of a feature, or of several in a row that nothing is to be said about.
+/// The outcome for a feature, or for several in a row with nothing to report.
 struct Outcome {
   Location location;
   std::string name;
@@ -108,7 +108,7 @@ class FeaturesJob : public Job {
     take(std::move(outcome));
   }
 
-  /// Rows about which nothing is to be said become a part of those before them.
+  /// Outcomes with nothing to report are merged into the one before.
   void take(Outcome&& outcome) {
     const bool areRowsAlone = outcome.answer.complaint.empty() && !outcome.answer.feature &&
                               !outcome.answer.rows.isEmpty();
@@ -139,7 +139,7 @@ class MembersJob : public Job {
   Members members_;
 };
 
-/// What is wrong with a file, placed after what could be read of it.
+/// Reports what is wrong with a file, after what could be read of it.
 class BadFileJob : public Job {
  public:
   BadFileJob(Work& work, std::string file, std::string what)
@@ -156,7 +156,7 @@ class BadFileJob : public Job {
   std::string what_;
 };
 
-/// Makes jobs of what is found in one file.
+/// Makes jobs from what is found in one file.
 class Jobs : public Sink {
  public:
   /// `before` is the number of bytes that the files before it took.

@@ -19,26 +19,26 @@ namespace tool {
 
 struct Inputs {
   std::vector<std::string> files;
-  /// Null when each file's own format is to be found.
+  /// Null if the format of each file is to be detected.
   const formats::Format* from = nullptr;
   formats::Keep keep = formats::Keep::eFeature;
-  /// Whether a feature is to be answered, called on any thread; null when all are.
+  /// Whether a feature is to be answered, called on any thread; null if all are.
   std::function<bool(const formats::Feature&)> isWanted = nullptr;
   /// The number of threads that answer.
   unsigned jobs = 1;
-  /// Show progress to a user at a terminal.
+  /// Whether to show progress to a user at a terminal.
   bool showProgress = true;
-  /// The first file, if it has been opened already to find out its format.
+  /// The first file, if it has already been opened to detect its format.
   std::optional<formats::Input> first;
 };
 
-/// A feature's place and the name of its file.
+/// The place of a feature and the name of its file.
 struct Origin {
   const std::string& file;
   formats::Location location;
 };
 
-/// What a command makes of a feature: what is to be written. Any of it may be empty.
+/// A command's answer for a feature: what is to be written. Any of it may be empty.
 struct Answer {
   /// What is wrong with the feature, reported before anything is written; empty if nothing is.
   std::string complaint;
@@ -72,7 +72,7 @@ class Answerer {
 
   // Called in order, on the thread that called answerAll().
 
-  /// Called for every feature, with only a complaint where there is no answer.
+  /// Called for every feature, with only a complaint if there is no answer.
   virtual void write(Answer answer) = 0;
   /// See Sink.
   virtual void takeMembers(formats::Members&& /*members*/) {}

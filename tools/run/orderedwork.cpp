@@ -41,7 +41,7 @@ void work(Task& task) {
   }
 }
 
-/// The tasks under way, in order; shared by all threads.
+/// The tasks in progress, in order; shared by all threads.
 class Belt {
  public:
   explicit Belt(std::size_t capacity) : capacity_(capacity) {}
@@ -71,7 +71,7 @@ class Belt {
     changed_.notify_all();
   }
 
-  /// The next task to work on; null when there will be none.
+  /// The next task to work on; null when there will be no more.
   TaskHandle takeWaiting() {
     std::unique_lock lock(mutex_);
     changed_.wait(lock, [this] { return !waiting_.empty() || isClosed_ || isStopped_; });

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// Work on several threads that is finished in the order of the input.
+// Work done on several threads and finished in the order of the input.
 
 #pragma once
 
@@ -9,7 +9,7 @@
 
 namespace tool {
 
-/// A piece of work, and what comes of it.
+/// A piece of work and its result.
 class Job {
  public:
   virtual ~Job() = default;
@@ -32,9 +32,9 @@ class JobQueue {
 /// threads, and finishes them on this one. `idle` runs here whenever the next job is not ready yet.
 /// A limited number of jobs is in progress at a time.
 ///
-/// Handing a job on takes a lock: a job should have some work to do. Whatever any of them throws is
-/// thrown here, in its place in the order, after the job that threw it has been finished; no job
-/// after it is.
+/// Handing over a job takes a lock, so a job should have some work to do. An exception thrown by
+/// any of these functions is thrown here, in its place in the order, after the job that threw it
+/// has been finished; no later job is finished.
 void runInOrder(unsigned workers, const std::function<void(JobQueue&)>& produce,
                 const std::function<void()>& idle);
 

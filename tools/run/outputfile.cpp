@@ -30,14 +30,14 @@ constexpr mode_t anyoneMayReadAndWrite = 0666;
   throw FileError("cannot be written: " + std::generic_category().message(reason));
 }
 
-/// Where a link leads, so that the file there is replaced and the link stays.
+/// Follows links, so that the file itself is replaced and the link stays.
 fs::path target(const fs::path& path) {
   std::error_code error;
   const fs::path found = fs::is_symlink(path, error) ? fs::weakly_canonical(path, error) : path;
   return error ? path : found;
 }
 
-/// The system's own names for open files must not be replaced by renaming, whatever they lead to.
+/// The system's names for open files must not be replaced by renaming, whatever they lead to.
 bool isSystemName(const fs::path& path) {
   const std::string name = path.lexically_normal().string();
   return name.starts_with("/dev/") || name.starts_with("/proc/");

@@ -11,18 +11,18 @@
 namespace tool {
 
 /// A file that appears, or replaces an older one, only when it is complete: it is written under
-/// another name beside its place and renamed. Nothing is left of a file that is not completed;
+/// another name in the same directory and renamed. Nothing is left of a file that is not completed;
 /// signals that end the program remove it, too. Anything but a regular file, such as a pipe or a
 /// device, is written to directly; block devices are refused.
 class OutputFile {
  public:
-  /// Throws FileError with the system's reason, as complete() does.
+  /// Throws FileError with the system's reason, like complete().
   explicit OutputFile(const std::string& file);
   ~OutputFile();
   OutputFile(const OutputFile&) = delete;
   OutputFile& operator=(const OutputFile&) = delete;
 
-  /// Fails when the system does not take the bytes; complete() tells why.
+  /// Fails when the system does not accept the bytes; complete() throws the reason.
   std::ostream& stream();
   /// To be called once, after the last byte.
   void complete();
@@ -35,7 +35,7 @@ class OutputFile {
 /// A file, or the stream that "-" stands for.
 class Output {
  public:
-  /// Throws FileError as OutputFile does.
+  /// Throws FileError like OutputFile.
   Output(std::ostream& standardOutput, const std::string& file);
 
   std::ostream& stream();

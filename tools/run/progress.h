@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// A line on the terminal that shows how far long work has come.
+// A line on the terminal that shows the progress of long work.
 
 #pragma once
 
@@ -11,17 +11,16 @@
 
 namespace tool {
 
-/// Counts features, and from the second second on shows the count and the percentage of the input
+/// Counts features and, once a second has passed, shows the count and the percentage of the input
 /// that has been read.
 class Progress {
  public:
-  /// Never shows anything unless `isShown`. `total` is the number of bytes to be read, 0 when that
-  /// is not known.
+  /// Shows nothing unless `isShown`. `total` is the number of bytes to be read, 0 if unknown.
   Progress(std::ostream& out, bool isShown, std::uint64_t total = 0)
       : out_(out), isShown_(isShown), total_(total) {}
 
   void count(std::size_t features) { features_ += features; }
-  /// This many bytes have been read and dealt with.
+  /// Tells how many bytes have been read and processed.
   void reach(std::uint64_t bytes) { reached_ = bytes; }
   /// Updates the line, a few times a second.
   void update();

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// What every command works with: the streams for answers and for messages.
+// What every command uses: the streams for answers and for messages.
 
 #pragma once
 

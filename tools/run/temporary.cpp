@@ -13,11 +13,11 @@ namespace {
 
 constexpr int endingSignals[] = {SIGHUP, SIGINT, SIGTERM, SIGPIPE, SIGXCPU, SIGXFSZ};
 
-// All that a signal handler may access.
+// The only data that the signal handler accesses.
 char temporaryPath[PATH_MAX];
 volatile std::sig_atomic_t hasTemporary = 0;
 
-/// Calls only what is safe in a handler; the signal then has its usual effect.
+/// Calls only functions that are safe in a handler; the signal then has its usual effect.
 extern "C" void removeAndEnd(int signal) {
   if (hasTemporary != 0) unlink(temporaryPath);
   std::signal(signal, SIG_DFL);

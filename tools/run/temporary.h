@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// The file that is being written, so that signals which end the program can remove it.
+// The file being written, so that signals that end the program can remove it.
 
 #pragma once
 
