@@ -2,7 +2,7 @@
 //
 // The measurements behind the thresholds of cntr/index/policy.h: each question answered with an
 // index and without, beside the cost of making the index. A threshold is well chosen where the two
-// times cross, or where the time saved by then pays for the index.
+// times cross, or where the time saved so far pays for the index.
 
 #include <algorithm>
 #include <cstddef>
@@ -72,7 +72,7 @@ const Subject& subjectOf(std::size_t n) {
   return *known.back();
 }
 
-/// Asks `ask(subject, edge index or null, number of the question)` over and over.
+/// Calls `ask(subject, edge index or null, number of the question)` over and over.
 template <class Ask>
 void time(const std::string& question, std::initializer_list<std::size_t> sizes, Ask ask) {
   for (const std::size_t n : sizes) {

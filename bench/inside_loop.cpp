@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: MIT
 //
-// The C++ side of python/bench/compare.py: how long a loop over points takes that asks an outline
-// about each of them.
+// The C++ side of python/bench/compare.py: the time of a loop that asks an outline about each of
+// many points.
 //
 //   inside_loop OUTLINE POINTS
 //
 // Both files hold x and y in turn, as 64-bit numbers. Prints the number of points inside and the
-// seconds that the loop took, after a loop before it has left nothing to build.
+// seconds that the loop took, after a first loop has left nothing to build.
 
 #include <algorithm>
 #include <chrono>

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
-// What becomes of self-crossing outlines: how often repair succeeds, why it fails where it does,
-// and whether the result still crosses itself. Prints the table of docs/repair.md:
+// What becomes of outlines that cross themselves: how often repair succeeds, why it fails where it
+// does, and whether the result still crosses itself. Prints the table of docs/repair.md:
 //
 //   repair_outcomes [SHAPES_PER_FAMILY]
 
@@ -47,7 +47,7 @@ struct Tally {
   std::size_t hullCrosses = 0;
   /// Outer hulls of fewer than 3 vertices.
   std::size_t hullIsFlat = 0;
-  /// Sum over the outer hulls of their share of the convex hull's area.
+  /// The sum, over the outer hulls, of their fractions of the convex hull's area.
   double hullShares = 0.0;
 };
 

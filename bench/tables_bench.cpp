@@ -17,7 +17,7 @@ namespace {
 
 constexpr std::size_t features = 1000;
 
-/// Stars with different waves, sizes about 100 and places anywhere in an image.
+/// Stars with different waves, sizes of about 100 and places anywhere in an image.
 qcOutlines stars(std::size_t vertices) {
   shapes::Random random(1);
   qcOutlinesBuilder builder;

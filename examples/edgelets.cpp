@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 //
 // Edge elements from a file to a picture: reads outlines with a gradient at each point
-// (samples/cell-edgelets.geojson, see samples/README.md), keeps them in an archive, loads them from
-// there and draws them. The contours are what is stored, because the records of regions and sets
-// hold no edge elements.
+// (samples/cell-edgelets.geojson, see samples/README.md), stores them in an archive, loads them
+// from it and draws them. Contours are stored, because the records of regions and sets hold no edge
+// elements.
 //
 //   example_edgelets cell-edgelets.geojson cell.qcar cell.svg
 
@@ -29,7 +29,7 @@ using RegionSet = qcRegionSetT<qcEdgelet>;
 using nlohmann::json;
 
 /// The outline of a feature with the magnitude and angle of each point. A ring repeats its first
-/// point at its end, the edge elements do not.
+/// point at the end; the edge elements do not.
 qcPtrHandle<Contour> contourOf(const json& feature) {
   const json& ring = feature.at("geometry").at("coordinates").at(0);
   const json& gradients = feature.at("properties").at("edgelets");

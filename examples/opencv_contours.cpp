@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 //
 // From the contours that OpenCV finds in a picture, and their hierarchy, to outlines with holes as
-// plain values, what they fill, and regions. docs/from-opencv.md tells what to know about such
-// contours: they touch themselves and their holes, which plain outlines may and regions may not.
+// plain values, to what they fill, and to regions. docs/from-opencv.md explains such contours: they
+// touch themselves and their holes, which is allowed for plain outlines but not for regions.
 //
 //   opencv_contours [PICTURE.pgm]    cut at its mean; without a picture, a plate that is drawn
 
@@ -52,8 +52,8 @@ qcRings ringsOf(std::size_t outer, const Contours& contours, const Hierarchy& hi
   return rings;
 }
 
-/// One for each outer contour; of RETR_CCOMP, where contours without a parent are the outer ones,
-/// also one for what lies in a hole.
+/// One for each outer contour; with RETR_CCOMP, where contours without a parent are the outer ones,
+/// this includes those that lie in a hole.
 std::vector<qcRings> outlinesOf(const Contours& contours, const Hierarchy& hierarchy) {
   std::vector<qcRings> outlines;
   for (std::size_t i = 0; i < contours.size(); ++i) {
@@ -63,7 +63,7 @@ std::vector<qcRings> outlinesOf(const Contours& contours, const Hierarchy& hiera
   return outlines;
 }
 
-/// Whether a region can be made of the outline: its holes lie within it and do not touch it.
+/// Whether a region can be made from the outline: its holes lie within it and do not touch it.
 bool suitsRegion(const qcRings& rings) {
   try {
     qf_ToRegion(rings);
@@ -73,8 +73,8 @@ bool suitsRegion(const qcRings& rings) {
   }
 }
 
-/// What an outline fills, as regions. A part whose holes touch each other or its outline is made
-/// smaller by a thousandth of a pixel, which opens the corners in which they touch.
+/// What an outline fills, as regions. A part whose holes touch each other or its outline is shrunk
+/// by a thousandth of a pixel, which opens the corners where they touch.
 std::vector<qcPtrHandle_const<qcRegion>> regionsOf(const qcRings& rings, std::size_t label) {
   constexpr double opening = 1e-3;
   std::vector<qcPtrHandle_const<qcRegion>> regions;
@@ -91,8 +91,8 @@ std::vector<qcPtrHandle_const<qcRegion>> regionsOf(const qcRings& rings, std::si
   return regions;
 }
 
-/// A plate with two bores, something small in the larger one, a slot that the edge of the plate
-/// leaves one pixel of, and a pixel of dirt.
+/// A plate with two bores, something small in the larger one, a slot one pixel from the edge of the
+/// plate, and a pixel of dirt.
 cv::Mat plate() {
   cv::Mat image = cv::Mat::zeros(80, 120, CV_8UC1);
   cv::rectangle(image, {10, 10}, {99, 69}, 255, cv::FILLED);
@@ -104,7 +104,7 @@ cv::Mat plate() {
   return image;
 }
 
-/// A picture as scanners and cameras give it, in the simplest of formats: binary PGM of 8 bits,
+/// A picture as scanners and cameras produce it, in the simplest of formats: 8-bit binary PGM
 /// without comments.
 cv::Mat pictureFrom(const std::string& file) {
   std::ifstream in(file, std::ios::binary);
@@ -130,7 +130,7 @@ int main(int argc, char** argv) try {
                    cv::CHAIN_APPROX_SIMPLE);
   const std::vector<qcRings> outlines = outlinesOf(contours, hierarchy);
 
-  // Measures need no regions: a hole may touch the outline, which is no flaw.
+  // Measures need no regions: a hole may touch the outline.
   double area = 0.0;
   std::size_t touching = 0;
   for (const qcRings& rings : outlines) {
@@ -140,7 +140,7 @@ int main(int argc, char** argv) try {
   std::cout << outlines.size() << " outlines, area " << area << ", " << touching
             << " with holes that touch\n";
 
-  // Distances and intersections are questions to regions.
+  // Distances and intersections need regions.
   std::vector<qcPtrHandle_const<qcRegion>> regions;
   for (std::size_t i = 0; i < outlines.size(); ++i) {
     const auto more = regionsOf(outlines[i], i + 1);

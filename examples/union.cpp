@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
 // The union of a region set: its regions become outlines with holes as plain values, which
-// libcntrsets unites, and the result becomes regions again. docs/union.md tells when this is
-// needed.
+// libcntrsets unites, and the result becomes regions again. docs/union.md says when this is needed.
 
 #include <cstdlib>
 #include <exception>

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 //
-// Counts what the program and the libraries that it links request from operator new. It adds about
-// a nanosecond to each block, whoever requests it. Aligned blocks are not counted: nobody here
-// requests any.
+// Counts what the program and the libraries that it links request from operator new. This adds
+// about a nanosecond to each block, whoever requests it. Aligned blocks are not counted: nothing
+// here requests any.
 
 #include <bench/peers/work.h>
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
-// Boost.Geometry: its algorithms, and its R-tree over edges and vertices; and over the boxes of a
-// set's regions, which are this library's.
+// Boost.Geometry: its algorithms, and its R-tree over edges, vertices and the boxes of a set's
+// regions, which are this library's.
 
 #include <bench/peers/work.h>
 
@@ -152,7 +152,7 @@ void measure() {
   once("centerOfMass", smoothStars, &centroidX);
 }
 
-/// Regions of ours under a tree of their boxes.
+/// This library's regions under a tree of their boxes.
 class BoxedRegions {
  public:
   explicit BoxedRegions(const SetWork& given) {
@@ -172,7 +172,7 @@ class BoxedRegions {
   }
 
   /// Asks the tree for the nearest few boxes, then for twice as many, until the next one is too far
-  /// away: with all of them at once it takes 40 times as long.
+  /// away: asking for all at once takes 40 times as long.
   double distance(const Point& p) const {
     double nearest = std::numeric_limits<double>::infinity();
     std::size_t asked = 0;

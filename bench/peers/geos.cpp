@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// GEOS (https://libgeos.org), by its C++ interface, the only one that gives the indexed locator.
+// GEOS (https://libgeos.org), by its C++ interface, the only one that provides the indexed locator.
 
 #include <bench/peers/work.h>
 
@@ -150,9 +150,9 @@ void measure() {
     geos::algorithm::construct::MaximumInscribedCircle circle(&g, inscribedTolerance);
     return circle.getRadiusLine()->getLength();
   });
-  // Asked about lines, because GEOS 3.11 gives another distance for rings. Its points lie at equal
-  // steps of each edge, and the longest steps are twice the tolerance: they miss as much as ours
-  // may.
+  // Asked about lines, because GEOS 3.11 gives a different distance for rings. Its points lie at
+  // equal steps of each edge, and the longest steps are twice the tolerance: it may miss as much as
+  // this library.
   askOnce("hausdorff", "GEOS", Plan{"S", {100, 1000}}, [](const Work& given) {
     Points moved = given.outline;
     shapes::scaleAndShift(moved, 1.002, Point(0.5, 0.25));

@@ -23,7 +23,7 @@ namespace {
 
 const std::string us = "cntr";
 
-/// A region that makes public what is meant for derived classes.
+/// A region that makes functions for derived classes public.
 class OpenRegion : public qcRegion {
  public:
   explicit OpenRegion(const Points& outline)
@@ -274,7 +274,7 @@ SetOfRegions setOf(const SetWork& given) {
   return std::make_shared<qcRegionSet>(regions, qcContourDefs::eNoIntersectionRepair);
 }
 
-/// n rectangles each of which crosses the one before it.
+/// n rectangles, each of which crosses the one before it.
 SetOfRegions chainOfRegions(std::size_t n) {
   std::vector<qcPtrHandle_const<qcRegion>> regions;
   for (std::size_t k = 0; k < n; ++k) {
@@ -309,7 +309,7 @@ SetOfRegions squaresInSquares(std::size_t n) {
   return std::make_shared<qcRegionSet>(regions, qcContourDefs::eNoIntersectionRepair);
 }
 
-/// A new set each time, of new regions: make(n).
+/// A new set of new regions each time: make(n).
 template <class Make, class Answer>
 void askSetOnce(const std::string& question, Make make, Answer answer) {
   for (const std::size_t n : setSizes) {

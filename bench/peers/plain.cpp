@@ -132,7 +132,7 @@ double boxHeight(const std::vector<double>& xy) {
   return maxY - minY;
 }
 
-/// The upper middle one of the edge lengths, by selection.
+/// The median of the edge lengths (the upper one of two), by selection.
 double medianEdge(const std::vector<double>& xy) {
   std::vector<double> lengths;
   lengths.reserve(xy.size() / 2);

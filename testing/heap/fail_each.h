@@ -28,12 +28,13 @@ bool runsOutOfMemory(std::size_t number, Failing failing, Operation operation) {
 }
 
 /// Runs `operation(subject)` on a new `make()` with each allocation failing in turn, and
-/// `check(subject)` after each. `check` must accept the subject whether or not the operation was
-/// completed. Nothing may be left on the heap. Returns how many allocations the operation makes.
+/// `check(subject)` after each run. `check` must accept the subject whether or not the operation
+/// was completed. Nothing may be left on the heap. Returns the number of allocations that the
+/// operation makes.
 template <class Make, class Operation, class Check>
 std::size_t failEachAllocation(Make make, Operation operation, Check check) {
   {
-    // Whatever is made once per thread or program is made now.
+    // Whatever is created once per thread or program is created now.
     auto subject = make();
     operation(subject);
     check(subject);

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// Replaces the global operator new and operator delete of the program by ones that count and
+// Replaces the global operator new and operator delete of the program by versions that count and
 // refuse. All of them are replaced: the sanitizers would supply any that is left out, and free()
 // could not take its blocks.
 
@@ -57,8 +57,8 @@ constexpr std::size_t number(std::align_val_t alignment) {
   return std::max(usual, static_cast<std::size_t>(alignment));
 }
 
-/// Null when refused. The size that was asked for is stored in front of each block: the size that
-/// the allocator makes of it differs from one run to the next.
+/// Null when refused. The requested size is stored in front of each block: the allocator's actual
+/// size differs from one run to the next.
 void* allocate(std::size_t size, std::size_t alignment) noexcept {
   raise(largest, size);
   if (isRefused()) return nullptr;

@@ -13,13 +13,13 @@ namespace plain {
 
 namespace {
 
-/// Steps of the contours, as a share of their length.
+/// The step along the contours, as a fraction of their length.
 constexpr double stepShare = 1.0 / 512.0;
 /// The rotations that are tried, and how many of them are followed to the end.
 constexpr int turns = 36;
 constexpr std::size_t followed = 3;
 
-/// A rotation about the centre of the points, and the place that the centre is moved to, all as
+/// A rotation about the centre of the points, and the place to which the centre is moved, all as
 /// lengths.
 using Pose = std::array<double, 3>;
 
@@ -112,7 +112,8 @@ class Search {
   }
 
  private:
-  /// From the middle of the three best corners away from the worst, by this share of its distance.
+  /// From the middle of the three best corners away from the worst, by this multiple of its
+  /// distance.
   static Pose along(const std::array<Tried, 4>& corners, double share) {
     Pose pose{};
     for (std::size_t i = 0; i < 3; ++i) {
@@ -152,7 +153,7 @@ Aligned align(const std::vector<Contour>& measured, const std::vector<Contour>& 
   Tried best = starts.front();
   for (std::size_t k = 0; k < followed; ++k) {
     Tried here = starts[k];
-    // A simplex that has become flat is blown up again.
+    // A simplex that has become flat is enlarged again.
     for (const double size : {1e-2, 1e-4, 1e-7}) {
       here = search.downhill(here.pose, size * extent, 100);
     }

@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: MIT
 //
-// The rigid motion of least root mean square distance, by trial: all around in small rotations, and
-// downhill from the best of these by the literal distance alone. It is slow and not exact.
+// The rigid motion of least root mean square distance, by trial: rotations all around in small
+// steps, then downhill from the best of them by the literal distance alone. It is slow and not
+// exact.
 
 #pragma once
 

@@ -39,7 +39,7 @@ Points distinct(const Points& points) {
   return kept;
 }
 
-/// Whether the hull goes from `a` to `b`: every other point lies left of the way or on it.
+/// Whether the hull goes from `a` to `b`: every other point lies to the left of that edge or on it.
 bool isHullEdge(const Points& points, const Point& a, const Point& b) {
   return std::all_of(points.begin(), points.end(), [&](const Point& p) {
     const Exact2 way = from(a, b);
@@ -49,8 +49,8 @@ bool isHullEdge(const Points& points, const Point& a, const Point& b) {
   });
 }
 
-/// The rectangle on an edge: the smallest and greatest shares of the edge along it, and the
-/// greatest across, all times its squared length.
+/// The rectangle on an edge: the smallest and largest positions along it and the largest across, as
+/// multiples of the edge times its squared length.
 struct OnEdge {
   Point from{0.0, 0.0};
   Point to{0.0, 0.0};
@@ -97,7 +97,7 @@ double lineAngle(Point direction) {
   return degrees <= -90.0 ? 90.0 : degrees;
 }
 
-/// The corner at these shares of the edge, which are given times its squared length and times
+/// The corner at these multiples of the edge, which are given times its squared length and times
 /// `divisor`.
 Point corner(const OnEdge& on, const Exact& along, const Exact& across, double divisor) {
   const Exact2 way = from(on.from, on.to);
@@ -240,7 +240,7 @@ std::array<double, 7> huMoments(const std::vector<Points>& rings) {
   const Exact xx = xx12 * 10.0, yy = yy12 * 10.0, xy = xy24 * 5.0;
   const Exact xxx = xxx20 * 6.0, yyy = yyy20 * 6.0, xxy = xxy60 * 2.0, xyy = xyy60 * 2.0;
   // About the centre: second moments times m, third ones times m^2, in numbers 120 times as large.
-  // Divided once, twice or three times more by the area they have no unit.
+  // Divided once, twice or three times more by the area, they have no unit.
   const Exact mm = m * m;
   const double sign = m.sign() < 0 ? -1.0 : 1.0;
   const auto second = [&](const Exact& value) { return nearest(value * 120.0, mm * m * sign); };

@@ -34,8 +34,8 @@ double distanceToCurves(const std::vector<Contour>& contours, const Point& p);
 Deviation deviation(const std::vector<Contour>& measured, const std::vector<Contour>& nominal,
                     double spacing);
 
-/// The greatest distance of points at steps of at most `step` along either of the two from the
-/// other: at most half a step below the Hausdorff distance.
+/// The largest distance from the other of points at steps of at most `step` along either of the
+/// two: at most half a step below the Hausdorff distance.
 double sampledHausdorff(const std::vector<Contour>& a, const std::vector<Contour>& b, double step);
 
 }  // namespace plain

@@ -11,9 +11,9 @@ namespace plain {
 
 namespace {
 
-/// The greatest non-negative double for which `isTooLarge` is false, or the next one if the middle
-/// between the two is not too large either. Doubles that are not negative are ordered as their bits
-/// are, so halving the bits halves the range.
+/// The largest non-negative double for which `isTooLarge` is false, or the next one if the middle
+/// between the two is not too large either. Non-negative doubles are ordered like their bits, so
+/// halving the bits halves the range.
 template <class IsTooLarge>
 double search(IsTooLarge isTooLarge) {
   std::uint64_t low = 0;

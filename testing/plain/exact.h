@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 //
-// Numbers without rounding: whole multiples of powers of two, as long as necessary. Sums and
+// Numbers without rounding: integer multiples of powers of two, as long as necessary. Sums and
 // products of doubles are such numbers; their quotients and roots are found among the doubles by
-// trial. The plainest arithmetic that is exact: slow, and sharing nothing with the library.
+// trial. The plainest exact arithmetic: slow, and sharing nothing with the library.
 
 #pragma once
 
@@ -41,8 +41,8 @@ class Exact {
   static Exact differenceOfSizes(const Exact& a, const Exact& b);
 };
 
-/// The double nearest to a quotient, on ties the one of larger size. REQUIRES: the denominator is
-/// positive.
+/// The double nearest to a quotient, on ties the one of larger absolute value. REQUIRES: the
+/// denominator is positive.
 double nearest(const Exact& numerator, const Exact& denominator = 1.0);
 /// The double nearest to the root of a quotient. REQUIRES: the quotient is not negative.
 double nearestRoot(const Exact& numerator, const Exact& denominator = 1.0);

@@ -76,7 +76,7 @@ double heightAt(const Side& side, double x) {
   return side.from.y() + t * (side.to.y() - side.from.y());
 }
 
-/// The heights at which sides meet the upright line at x, ascending.
+/// The heights at which sides meet the vertical line at x, ascending.
 std::vector<double> heightsAt(const Parts& parts, double x) {
   std::vector<double> heights;
   for (const Side& side : sidesOf(parts))
@@ -122,8 +122,7 @@ double filledArea(const Parts& parts, Rule rule) {
   double area = 0.0;
   for (std::size_t i = 1; i < xs.size(); ++i) {
     if (xs[i] == xs[i - 1]) continue;
-    // Within a strip no side ends and none crosses another, so the heights in its middle give its
-    // area.
+    // Within a strip no side ends or crosses another, so the heights in its middle give its area.
     const double x = 0.5 * (xs[i - 1] + xs[i]);
     const std::vector<double> ys = heightsAt(parts, x);
     for (std::size_t k = 1; k < ys.size(); ++k)

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
 // What outlines with holes fill, by the definition: winding numbers counted ring by ring and point
-// by point, and the area summed up in upright strips between all vertices and crossings.
+// by point, and the area summed over vertical strips between all vertices and crossings.
 
 #pragma once
 

@@ -5,8 +5,8 @@
 // definition spelled out. Property tests ask both and require the same bits. The other files here
 // (measures, circle, edges, extents, moments, ellipse, region, repair, set) build on this one.
 //
-// NaN never raises or hangs: comparisons are written so that it loses them, and sorting puts it
-// last (`nanLast`).
+// NaN never throws or hangs: comparisons are written so that NaN loses, and sorting puts it last
+// (`nanLast`).
 
 #pragma once
 
@@ -46,7 +46,7 @@ struct Line {
 
 /// Foot of the perpendicular from `p`; a direction of length 0 gives the line's point.
 Point proj(const Line& line, const Point& p);
-/// Distance from `p` to the line; a direction of length 0 gives that to the line's point.
+/// Distance from `p` to the line; a direction of length 0 gives the distance to the line's point.
 double distToPoint(const Line& line, const Point& p);
 bool isParallel(const Line& first, const Line& second);
 /// Where two lines meet; without a crossing, the point of `first` nearest to the second's point.
@@ -63,7 +63,7 @@ double distToPoint(const Segment& segment, const Point& p);
 /// The point of the segment nearest to `p`.
 Point nearestPoint(const Segment& segment, const Point& p);
 
-/// An axis-aligned box with its border.
+/// An axis-aligned box, including its border.
 struct Box {
   double minX = 0.0;
   double minY = 0.0;

@@ -38,7 +38,7 @@ Triangle withLongestBase(const Triangle& t) {
   return longest;
 }
 
-// The first rotation whose base holds the foot of its apex; rounding may leave none.
+// The first rotation whose base contains the foot of its apex; rounding may leave none.
 Triangle standing(const Triangle& t) {
   Triangle candidate = t;
   for (int i = 0; i < 3; ++i) {

@@ -26,7 +26,7 @@ double area(const Points& points);
 /// Where the medians from `a` and from `b` cross.
 Point triangleCentroid(const Point& a, const Point& b, const Point& c);
 
-/// Centroid of the area; (0, 0) for up to two vertices or where twice the area is at most 1e-6.
+/// Centroid of the area; (0, 0) for up to two vertices or if twice the area is at most 1e-6.
 Point centerOfMass(const Points& points);
 
 /// The triangle (-u, 0), (v, 0), (0, h) in that frame.

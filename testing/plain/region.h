@@ -17,13 +17,13 @@ struct Region {
   std::vector<Region> holes;
 };
 
-/// The outer boundary alone.
+/// Only the outer boundary.
 Contour boundary(const Region& region);
 
 /// Throws `emptyContour` below three outer vertices.
 void checkEmptyContour(const Region& region);
 
-/// Outer area less that of each hole; holes of holes play no part.
+/// Outer area less that of each hole; holes of holes do not count.
 double area(const Region& region, bool considerHoles);
 
 /// The answer to the first question after a change. With holes considered, a region that has holes
@@ -38,8 +38,8 @@ Matrix inertiaMatrix(const Region& region, bool considerHoles);
 /// 0 outside the box, 1 within 1e-6 of a vertex.
 long insideCount(const Region& region, const Point& p, bool bothDirections);
 
-/// True for an odd count of the outer boundary, and, if holes are considered, inside no hole (which
-/// has holes of its own).
+/// True for an odd count of the outer boundary and, if holes are considered, inside no hole (with
+/// its own holes considered).
 bool inside(const Region& region, const Point& p, bool considerHoles);
 
 double distToPoint(const Region& region, const Point& p, bool vertexOnly, bool considerHoles,
@@ -48,7 +48,7 @@ double distToPoint(const Region& region, const Point& p, bool vertexOnly, bool c
 /// Holes always take part in the nearest point, but in the nearest vertex only if considered.
 Point closestPoint(const Region& region, const Point& p, bool vertexOnly, bool considerHoles);
 
-/// `hole` is the boundary the index counts in, -1 for the outer one.
+/// `hole` is the boundary to which the index belongs, -1 for the outer one.
 struct BoundaryVertex {
   long hole;
   long index;

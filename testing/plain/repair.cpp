@@ -23,7 +23,7 @@ std::uint64_t bitsOf(double value) {
   return bits;
 }
 
-// Whether a probe across the middle of edge i meets that edge alone and has one end outside.
+// Whether a probe across the middle of edge i meets only that edge and has one end outside.
 bool isStartingEdge(const Region& region, std::size_t i, double tolerance) {
   const Point& a = region.points[i];
   const Point& b = region.points[i + 1];

@@ -16,7 +16,7 @@ namespace plain {
 std::size_t startingEdge(const Region& region);
 
 /// The walk from that edge that turns onto every edge it meets until it is back at its start;
-/// throws `badParams` when it never gets there.
+/// throws `badParams` when it never gets back.
 Points tracedBoundary(const Region& region);
 
 /// The walk cut where it touches itself, without loops inside others, and joined where loops touch.

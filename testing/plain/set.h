@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 //
 // A set of regions in plain form: its measures, its answers about points and its repair. Every
-// region stands for an object of its own that nothing was asked of before (see the centre of mass
-// with holes in region.h).
+// region stands for a separate object that has not been queried before (see the centre of mass with
+// holes in region.h).
 
 #pragma once
 

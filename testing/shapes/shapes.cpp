@@ -41,7 +41,7 @@ double farOffset(Random& random) {
   return side * pick(random, offsets);
 }
 
-// One draw per expression throughout: the compiler would choose the order of two.
+// One draw per expression throughout: the order of two would depend on the compiler.
 
 // Distances around the tolerances of the library.
 double tinyOffset(Random& random) {

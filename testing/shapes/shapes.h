@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 //
 // Seeded shapes, query points and query segments for property tests and benchmarks. Everything is
-// drawn from the generator below with the four rules of arithmetic and square roots, so a seed
-// names the same case, bit for bit, on every system. The answers to compare with are in
+// drawn from the generator below with the four arithmetic operations and square roots only, so a
+// seed gives the same case, bit for bit, on every system. The answers to compare with are in
 // testing/plain.
 
 #pragma once
@@ -63,7 +63,7 @@ Points gridPoints(Random& random, std::size_t n, std::size_t size);
 Points skyline(Random& random, std::size_t n);
 /// A random walk bent until it ends where it began.
 Points closedWalk(Random& random, std::size_t n);
-/// Uniform points: crosses itself nearly everywhere.
+/// Uniform points: the outline crosses itself nearly everywhere.
 Points cloud(Random& random, std::size_t n);
 /// A closed curve of `p` by `q` waves that crosses itself smoothly.
 Points lissajous(std::size_t n, unsigned p, unsigned q, double phase);
@@ -105,7 +105,7 @@ struct Segment {
   Point b;
 };
 
-/// Short, long, of no length, along edges, or ending on edges or vertices.
+/// Short, long, of length 0, along edges, or ending on edges or vertices.
 Segment querySegment(Random& random, const Points& points);
 
 /// Uniform points in the bounding box.

@@ -35,8 +35,8 @@ using Handles = std::vector<Handle>;
 
 // The library's form.
 
-/// A new region. Its holes are set while its boundary has no edge that anything could cross, so
-/// that every list of holes is accepted.
+/// A new region. Its holes are set while its boundary has no edge to cross, so that every list of
+/// holes is accepted.
 inline qcPtrHandle<qcRegion> make(const plain::Region& region) {
   std::vector<qcPtrHandle<qcRegion>> holes;
   for (const plain::Region& hole : region.holes) holes.push_back(make(hole));
@@ -117,7 +117,7 @@ inline Raised raised(plain::Error::Kind kind, const std::wstring& message) {
   return {kind, narrow};
 }
 
-/// What a question to either form gives: an answer or an exception.
+/// The outcome of a question to either form: an answer or an exception.
 template <class Ask>
 auto outcome(Ask ask) -> std::variant<decltype(ask()), Raised> {
   try {
@@ -190,7 +190,8 @@ inline void placeInto(shapes::Random& random, plain::Region& region, const plain
   place(region, scale, {x - box.minX * scale, y - box.minY * scale});
 }
 
-/// A region of any shape; with `depth` its holes, placed anywhere, are such regions of less depth.
+/// A region of any shape; with `depth` its holes, placed anywhere, are such regions with less
+/// depth.
 inline NamedRegion anyRegion(shapes::Random& random, std::size_t maxVertices, int depth) {
   const shapes::Shape shape = shapes::any(random.next(), maxVertices);
   NamedRegion result{shape.name, {shape.points, {}}};

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 //
 // How often property tests repeat themselves. The environment variable CNTR_PROPERTY_FACTOR
-// multiplies it: 20 for a long night, 0.1 for a slow machine. Without it, builds with sanitizers
-// do a tenth.
+// multiplies it: 20 for a long night, 0.1 for a slow machine. Without it, builds with sanitizers do
+// a tenth of the repetitions.
 
 #pragma once
 

@@ -89,7 +89,7 @@ inline bool same(const qcEllipse& a, const plain::Ellipse& b) {
 template <class T>
 using Outcome = std::variant<T, plain::Error::Kind>;
 
-/// What `ask`, a question to the library or to testing/plain, results in.
+/// The outcome of `ask`, a question to the library or to testing/plain.
 template <class Ask>
 auto outcome(Ask ask) -> Outcome<decltype(ask())> {
   try {
