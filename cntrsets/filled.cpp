@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// Contacts are read off the windings of faces; moments are put together from integrals over rings.
+// Contacts are derived from the windings of faces, moments from integrals over rings.
 
 #include <cntrsets/filled.h>
 
@@ -36,7 +36,7 @@ struct Directions {
   bool backward = false;
 };
 
-/// Whether some ring winds both ways.
+/// Whether some ring winds in both directions.
 bool someRingTurnsOver(const std::vector<Windings>& faces, std::size_t rings) {
   std::vector<Directions> directions(rings);
   for (const Windings& windings : faces) {
@@ -49,8 +49,8 @@ bool someRingTurnsOver(const std::vector<Windings>& faces, std::size_t rings) {
   });
 }
 
-/// The windings on either side of an edge; not those on the way from one side to the other where
-/// several rings pass.
+/// The windings on either side of each edge, but not those in between where several rings share an
+/// edge.
 std::vector<Windings> windingsOfFaces(const Faces& faces) {
   std::vector<bool> occurs(faces.windings.size());
   for (const cntr::sets::Edge& edge : faces.edges) {
@@ -63,12 +63,12 @@ std::vector<Windings> windingsOfFaces(const Faces& faces) {
   return result;
 }
 
-/// 1 where the area of a ring counts as it is, -1 where it counts the other way.
+/// 1 if the area of a ring counts with its own sign, -1 if with the opposite sign.
 Twofold signOf(const Twofold& area, bool isHole) {
   return Twofold((area.high < 0.0) != isHole ? -1.0 : 1.0);
 }
 
-/// The integrals that `over` finds for each ring, over what all rings bound.
+/// The integrals over what all rings bound, from those that `over` finds for each ring.
 template <class IntegralsOver>
 Integrals sumOfRings(const Frame& frame, const RingList& list, IntegralsOver over) {
   Integrals sums;
@@ -142,7 +142,7 @@ std::optional<qc_InertiaData> momentsIn(const Frame& frame, const RingList& list
 
 namespace {
 
-// Of rings that bound their area simply.
+// For rings that bound their area simply.
 
 double areaOf(const RingList& list) {
   const Frame frame(list.rings());

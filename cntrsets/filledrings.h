@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
-// What filled.h offers, for those who know where the rings lie: without a look for their box, and
-// in the coordinates of a frame.
+// What filled.h offers, for callers that know the box of the rings: without computing it, and in
+// the coordinates of a frame.
 
 #pragma once
 
@@ -18,20 +18,20 @@ namespace cntr::sets {
 /// See qf_RingContact(). `box` is that of all vertices.
 CNTRSETS_EXPORT qcRingContact contactOf(const RingList& list, const plane::Box& box);
 
-// Of rings that bound their area simply, in the coordinates of the frame; nothing where they bound
-// no area. The frame is that of the rings: its power of two changes no digit of a sum.
+// For rings that bound their area simply, in the coordinates of the frame; nothing if they bound no
+// area. The frame is that of the rings: its power of two changes no digit of a sum.
 
 struct AreaAndCentre {
   double area = 0.0;
   Point centre;
 };
 
-/// The area, 0 for none.
+/// The area, 0 if there is none.
 CNTRSETS_EXPORT double areaIn(const Frame& frame, const RingList& list);
-/// The same and the centre of mass, the same bits as among the moments.
+/// The area and the centre of mass, with the same bits as in the moments.
 CNTRSETS_EXPORT std::optional<AreaAndCentre> areaAndCentreIn(const Frame& frame,
                                                              const RingList& list);
-/// Both, and the second moments about the centre.
+/// Both and the second moments about the centre.
 CNTRSETS_EXPORT std::optional<qc_InertiaData> momentsIn(const Frame& frame, const RingList& list);
 
 }  // namespace cntr::sets
