@@ -20,14 +20,14 @@
 
 struct qc_RegionCache;
 
-/// An area with holes. Holes are shared and must not be changed once they have been handed over: a
-/// later answer may be that from before the change.
+/// An area with holes. Holes are shared and must not be changed once they have been handed over:
+/// later answers may be those from before the change.
 ///
-/// Measures need an outline of 3 vertices or more and throw qcContourDefs::EmptyContour
-/// otherwise. A null handle among the holes throws qcBadPointer when it is first met.
+/// Measures need an outline of at least 3 vertices and throw qcContourDefs::EmptyContour otherwise.
+/// A null handle among the holes throws qcBadPointer when it is first met.
 ///
-/// A question with holes costs what it costs the outline and each hole, see contour.h; it
-/// does not look for the holes that matter.
+/// A query with holes costs as much as that of the outline and of each hole, see contour.h; it does
+/// not search for the holes that matter.
 ///
 /// The outline is the virtual base qcContour, which is constructed by the most derived class. A
 /// class derived from qcRegion must therefore give the vertices to both constructors; those given
@@ -45,32 +45,32 @@ class CNTR_EXPORT qcRegion : public virtual qcContour {
  public:
   /// No vertices, no holes.
   qcRegion();
-  /// A boundary through `vertices`, label 0, no holes. Repaired in place when `mode` asks for it,
-  /// see outerHull() and regularize() for what that throws.
+  /// An outline through `vertices`, label 0, no holes. Repaired in place when `mode` asks for it;
+  /// see outerHull() and regularize() for exceptions.
   qcRegion(const std::vector<qcVector<2>>& vertices, qcContourDefs::IntersectionMode mode);
-  /// The same for vertices listed in braces; `{}` is no vertices.
+  /// The same for vertices listed in braces; `{}` means no vertices.
   qcRegion(std::initializer_list<qcVector<2>> vertices, qcContourDefs::IntersectionMode mode);
-  /// The polygon's vertices as they are: a repeated last vertex is kept.
+  /// The polygon's vertices, unchanged: a repeated last vertex is kept.
   qcRegion(const qcPolygon& polygon, qcContourDefs::IntersectionMode mode);
   /// A copy of the contour's vertices, label and cachedVectorSize. The region is closed even when
-  /// the contour is open (its stored flag stays open, and is what archives store).
+  /// the contour is open (its stored flag stays open and is what archives store).
   qcRegion(const qcContour& contour, qcContourDefs::IntersectionMode mode);
-  /// Copies the remembered answers too. Holes are shared, not cloned.
+  /// Copies the remembered answers, too. Holes are shared, not cloned.
   qcRegion(const qcRegion& other);
   /// Copies like the copy constructor, after forgetting this object's own answers.
   qcRegion& operator=(const qcRegion& other);
   ~qcRegion() override;
 
-  /// Compares the outlines as contours. Holes are not compared: two regions that differ
-  /// only in their holes are equal; compare holes() as well where that matters.
+  /// Compares the outlines as contours. Holes are not compared: two regions that differ only in
+  /// their holes are equal; also compare holes() where that matters.
   bool operator==(const qcRegion& other) const;
 
   /// The holes in the order in which they were set.
   const std::vector<qcPtrHandle_const<qcRegion>>& holes() const noexcept { return holes_; }
   /// Replaces all holes and forgets all answers. Every new hole is checked first: a null handle
-  /// throws qcBadPointer, a hole whose outline crosses or touches this one's (as
-  /// intersections() reports it) throws BadParams "holes cannot intersect region"; the holes are
-  /// then as before.
+  /// throws qcBadPointer, a hole whose outline crosses or touches this one's (as reported by
+  /// intersections()) throws BadParams "holes cannot intersect region"; the holes are then
+  /// unchanged.
   ///
   /// Nothing else is checked: a hole may lie outside the boundary, enclose it, or cross another
   /// hole. Check with inside() and intersections() where that matters.
@@ -85,13 +85,13 @@ class CNTR_EXPORT qcRegion : public virtual qcContour {
   /// Accepts true, which changes nothing; false throws qcContourDefs::RegionCannotBeSetOpen.
   void isClosed(bool closed) override;
 
-  /// Area of the outline, less the areas of the holes with `considerHoles`. Only one level is
-  /// subtracted: holes in a hole are not added back; add area(true) of those yourself. Remembered.
+  /// Area of the outline, with `considerHoles` less the areas of the holes. Only one level is
+  /// subtracted: holes in a hole are not added back; add their area(true) yourself. Remembered.
   double area(bool considerHoles) const;
   /// Centre of mass of the outline, or with `considerHoles` of the area without the holes.
   ///
-  /// With holes only the first call after a change computes it: later calls return (0, 0). Keep the
-  /// first answer. Otherwise remembered.
+  /// With holes, only the first call after a change computes it; later calls return (0, 0). Keep
+  /// the first answer. Without holes it is remembered.
   qcVector<2> centerOfMass(bool considerHoles) const;
   /// Second moments of the outline about its centre of mass, see qf_InertiaDataPolygon().
   /// With `considerHoles` on a region that has holes: throws BadParams
@@ -104,32 +104,32 @@ class CNTR_EXPORT qcRegion : public virtual qcContour {
   ///
   /// Decided by counting the crossings of a ray with the boundary, in a direction that keeps clear
   /// of all vertices. A point within 1e-6 of a boundary vertex is inside, unless it is outside the
-  /// bounding box; a point elsewhere on the boundary may fall on either side. The ray is as long as
-  /// twice the largest distance of a vertex from the first one: for points near a corner of the
+  /// bounding box; a point elsewhere on the boundary may fall on either side. The ray is twice as
+  /// long as the largest distance of a vertex from the first one: for points near a corner of the
   /// bounding box it can fall short of the far side.
   ///
-  /// For each boundary O(n) for the first few points; then O(log n) for well-behaved outlines,
-  /// mostly O(1) once it has been asked very often (which takes up to 100 bytes for each vertex and
-  /// 2,000 more), O(n log n) at worst. Each hole is decided only once, however many handles lead to
-  /// it.
+  /// For each boundary, O(n) for the first few points; then O(log n) for well-behaved outlines,
+  /// mostly O(1) after very many points (which takes up to 100 bytes per vertex plus 2,000), O(n
+  /// log n) at worst. Each hole is decided only once, however many handles lead to it.
   bool inside(const qcVector<2>& p, bool considerHoles) const;
-  /// inside(points[i], considerHoles) in answers[i], for all i. It takes less time than one by one.
-  /// Throws BadParams "as many answers as points are needed", and answers nothing, when the numbers
-  /// differ; nothing else when there are no points. std::vector<bool> is not a list of bool.
+  /// Writes inside(points[i], considerHoles) to answers[i], for all i. Faster than one by one. When
+  /// the numbers differ, throws BadParams "as many answers as points are needed" and answers
+  /// nothing; throws nothing else when there are no points. A std::vector<bool> cannot be used for
+  /// the answers.
   void inside(std::span<const qcVector<2>> points, bool considerHoles,
               std::span<bool> answers) const;
   /// Distance from p to the nearest boundary point or vertex; 0 when `zeroIfInside` and
   /// inside(p, considerHoles).
   double distToPoint(const qcVector<2>& p, bool vertexOnly, bool considerHoles,
                      bool zeroIfInside) const;
-  /// The same for many points, see inside() and qcContour::closestPoint() of many.
+  /// The same for many points, see inside() and qcContour::closestPoint() for many.
   void distToPoint(std::span<const qcVector<2>> points, bool vertexOnly, bool considerHoles,
                    bool zeroIfInside, std::span<double> answers) const;
-  /// The nearest vertex, or boundary point, of the outline and the holes; the outline
-  /// and earlier holes win ties. `considerHoles` matters with `vertexOnly` alone: otherwise holes
-  /// are always searched; ask the contour, closestPoint(p, false), for the outline.
+  /// The nearest vertex, or boundary point, of the outline and the holes; the outline and earlier
+  /// holes win ties. `considerHoles` matters only with `vertexOnly`: otherwise holes are always
+  /// searched; use the contour's closestPoint(p, false) for the outline alone.
   qcVector<2> closestPoint(const qcVector<2>& p, bool vertexOnly, bool considerHoles) const;
-  /// The same for many points, see qcContour::closestPoint() of many.
+  /// The same for many points, see qcContour::closestPoint() for many.
   void closestPoint(std::span<const qcVector<2>> points, bool vertexOnly, bool considerHoles,
                     std::span<qcVector<2>> answers) const;
   /// The index of the nearest vertex and, in `holeIndex`, the hole whose boundary it belongs to
@@ -158,28 +158,28 @@ class CNTR_EXPORT qcRegion : public virtual qcContour {
   using qcContour::draw;
   using qcContour::map;
 
-  /// Replaces `dest` by a region whose boundary does not cross itself: walks the boundary from an
-  /// edge that lies on its outside and turns onto every edge that it meets. What the boundary
-  /// covers twice is left out; parts of a boundary with many crossings may be lost
+  /// Replaces `dest` by a region whose boundary does not cross itself: walks along the boundary
+  /// from an edge that lies on its outside and turns onto every edge that it meets. What the
+  /// boundary covers twice is left out; parts of a boundary with many crossings may be lost
   /// (docs/repair.md). The result has no holes.
   ///
   /// A boundary that runs within 1e-6 of itself may give a result that still crosses itself, and
-  /// one that bounds nothing a result of 2 vertices. docs/repair.md tells how often.
+  /// one that bounds nothing may give a result of 2 vertices; docs/repair.md says how often.
   ///
   /// A region whose outline does not cross itself is copied unchanged, holes included; holes are
   /// not examined. Throws BadParams "invalid contour" when no edge can start the walk (every one is
-  /// crossed) or the walk never comes back, EmptyContour for fewer than 3 vertices; `dest`, which
-  /// may be this region, is then unchanged. Remembered.
+  /// crossed) or the walk never returns, EmptyContour for fewer than 3 vertices; `dest`, which may
+  /// be this region, is then unchanged. Remembered.
   ///
   /// The walk passes through up to k crossings and n vertices, all of which may be in the result.
-  /// Each step costs as much as intersections() of a segment, and so does every edge tried as a
-  /// start, plus inside().
+  /// Each step costs as much as intersections() of a segment; every edge tried as a start costs
+  /// that plus inside().
   /// O((n + k) log n) for well-behaved outlines, O((n + k) n log n) at worst, where k may be n^2
   /// / 2.
   void regularize(qcRegion& dest) const;
   /// The same walk, its result cut into simple loops where it touches itself within 1e-6; loops
   /// inside others are dropped and loops that touch are joined. The result is the first loop: the
-  /// union, with openings filled, when the boundary crosses itself once; otherwise parts may be
+  /// union, with openings filled, if the boundary crosses itself once; otherwise parts may be
   /// missing (docs/repair.md). A walk of t steps is cleaned up in O(t log t) when it touches itself
   /// in few places, and in O(t^2 log t) at worst.
   void outerHull(qcRegion& dest) const;

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 //
-// A boundary grows while the pass goes on behind it: each edge that it gains, once, tells which
-// boundaries come near it. Those whose place the pass has yet to reach wait for it, the lowest
-// place first.
+// A boundary grows while the pass continues over the places after it. Each edge that it gains
+// tells, once, which boundaries come near it. Those whose place the pass has yet to reach wait for
+// it, the lowest place first.
 
 #include <cntr/compute/merging.h>
 
@@ -32,10 +32,10 @@ class WorkingList {
 
   std::size_t size() const noexcept { return numberAt_.size(); }
   std::size_t numberAt(std::size_t place) const { return numberAt_[place]; }
-  /// `nowhere` for what has been given up.
+  /// `nowhere` for boundaries that have been given up.
   std::size_t placeOf(std::size_t number) const { return placeOf_[number]; }
 
-  /// The last one takes the place.
+  /// The last boundary takes the place.
   void giveUp(std::size_t place) {
     placeOf_[numberAt_[place]] = nowhere;
     const std::size_t last = numberAt_.back();
@@ -58,8 +58,8 @@ class Neighbours {
   Neighbours(const std::vector<CrossingTarget>& boundaries, const index::RegionIndex& index)
       : boundaries_(boundaries), index_(index), found_(index.tree) {}
 
-  /// Calls visit(number) for the boundaries near one of them, this one among them. Begins to look
-  /// for what is near that one.
+  /// Calls visit(number) for the boundaries near one of them, including this one, and begins to
+  /// keep track of what has been found for it.
   template <class Visit>
   void forEachNear(std::size_t number, Visit visit) {
     if (!edges_ && index::wantsEdgesOfSet(boundaries_.size(), pairs_)) {
@@ -74,8 +74,8 @@ class Neighbours {
                        });
   }
 
-  /// The same for those near a box that have not been found for the boundary yet; for some of them
-  /// several times.
+  /// The same for those near a box that have not been found for the boundary yet; some may be
+  /// visited several times.
   template <class Visit>
   void forEachNew(const plane::Box& box, Visit visit) {
     if (edges_) {
@@ -123,8 +123,8 @@ class Merging {
   }
 
  private:
-  /// What becomes of the boundary at place i when those at later places that cross it are joined to
-  /// it: no vertices if none does, nothing if one cannot be.
+  /// What the boundary at place i becomes when those at later places that cross it are joined to
+  /// it: no vertices if none crosses it, nothing if one cannot be joined.
   std::optional<std::vector<qcVector<2>>> joinLater(std::size_t i) {
     const CrossingTarget& first = boundaries_[list_.numberAt(i)];
     std::optional<GrowingBoundary> grown;
@@ -147,8 +147,8 @@ class Merging {
     return grown ? grown->points() : std::vector<qcVector<2>>();
   }
 
-  /// Lets a boundary wait for the pass for place i if that has not gone beyond its place, by way of
-  /// `reached`.
+  /// Lets a boundary wait for the pass of place i, which has come to `reached`, if its place lies
+  /// beyond that.
   void await(std::size_t number, std::size_t i, std::size_t reached) {
     const std::size_t place = list_.placeOf(number);
     if (place == nowhere || place <= reached || awaitedAt_[number] == i) return;
@@ -159,7 +159,7 @@ class Merging {
   const std::vector<CrossingTarget>& boundaries_;
   Neighbours neighbours_;
   WorkingList list_;
-  /// For each boundary the last place that it was awaited for.
+  /// For each boundary, the last place for which it has waited.
   std::vector<std::size_t> awaitedAt_;
   /// The places that the pass has yet to look at, the lowest on top.
   std::priority_queue<std::size_t, std::vector<std::size_t>, std::greater<>> waiting_;

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// Which of many boundaries cross, and what becomes of them when those that do are joined.
+// Joins those of many boundaries that cross.
 
 #pragma once
 
@@ -13,8 +13,8 @@
 
 namespace cntr::compute {
 
-/// A boundary that is left: the number of an original one, and the vertices of what has been made
-/// of it, if others have been joined to it.
+/// A boundary that remains: the number of an original one and, if others have been joined to it,
+/// the vertices of the result.
 struct Remaining {
   std::size_t number;
   std::vector<qcVector<2>> joined;
@@ -22,7 +22,7 @@ struct Remaining {
 
 /// One pass over the pairs i < j of a list of all boundaries. Where the second crosses the first,
 /// their splice() takes place i and the last of the list takes place j, which is not compared with
-/// place i any more. Nothing when two that cross cannot be spliced.
+/// place i any more. Returns nothing when two that cross cannot be spliced.
 ///
 /// O(m log m) for m edges in all, as long as boundaries lie near few edges that they do not cross.
 /// REQUIRES: `index` holds boxes around the boundaries; these have finite coordinates.

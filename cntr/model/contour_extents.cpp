@@ -15,7 +15,7 @@ qcRect rectOf(const cntr::plane::Box& box) {
   return qcRect(qcPoint(qcVector<2>(box.minX, box.minY)), qcPoint(qcVector<2>(box.maxX, box.maxY)));
 }
 
-/// The circle between the two, a default one when there are none.
+/// The circle between the two vertices; a default one if there are none.
 qc_BareCircle circleOf(const std::vector<qcVector<2>>& points,
                        const std::optional<cntr::compute::VertexPair>& pair) {
   if (!pair) return {};
@@ -30,7 +30,7 @@ qcCircle qcContour::encloseCircle(qcContourDefs::DiameterMode mode) const {
   return {known.center, known.radius};
 }
 
-// Remembers the whole circle. It makes no object of it, which would take as long as a small
+// Remembers the whole circle, without making an object of it: that would take as long as a small
 // contour's answer.
 double qcContour::diameter(qcContourDefs::DiameterMode mode) const {
   if (mode != qcContourDefs::eFarthestVertexPair && mode != qcContourDefs::eFromFirstVertex) {

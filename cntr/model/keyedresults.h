@@ -19,7 +19,7 @@
 
 namespace cntr::model {
 
-/// The order of keys, and whether a key is free of NaN: one with NaN equals nothing, so it is
+/// The order of keys, and whether a key is free of NaN: a key with NaN equals nothing, so it is
 /// neither looked up nor stored.
 struct AngleKey {
   static bool isNumber(const qcRadian& angle) noexcept { return !std::isnan(angle.toDouble()); }
@@ -35,7 +35,7 @@ struct XformKey {
 };
 
 /// Results by key, at most `capacity` + 1 of them: a new result is added while there are at most
-/// `capacity`, after that it takes the place of one chosen at random, counted in key order.
+/// `capacity`; after that it replaces one chosen at random, counted in key order.
 template <class Key, class Value, class KeyOrder>
 class KeyedResults {
  public:
@@ -48,7 +48,7 @@ class KeyedResults {
     return KeyOrder()(key, result.first) ? nullptr : &result.second;
   }
 
-  /// REQUIRES: `key` is not there, capacity >= 0.
+  /// REQUIRES: there is no result for `key`; capacity >= 0.
   void remember(const Key& key, const Value& value, long capacity) {
     if (!KeyOrder::isNumber(key)) return;
     const bool isFull = static_cast<long>(results_.size()) > capacity;
@@ -92,7 +92,7 @@ class KeyedResults {
     order_.insert(rankOf(result.first), item);
   }
 
-  /// The order of a sorted list.
+  /// Starts with the order of a sorted list.
   void startOrder() {
     order_.makeRoomFor(results_.size());
     for (Ranking::Item item = 0; item < results_.size(); ++item) order_.insert(item, item);

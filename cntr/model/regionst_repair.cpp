@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// Repair of a region set: regions that cross are merged, then every region is made well-formed.
+// Repair of a region set: regions that cross are merged, then every region is repaired.
 
 #include <algorithm>
 #include <numeric>
@@ -50,8 +50,8 @@ void qcRegionSet::assignRepaired(qcRegionSet& result, bool outerHullMode) const 
   result = *kept;
 }
 
-// A region that cannot be made well-formed refuses the whole set, always in the same way. So those
-// that can be tried quickly come first: the outline that many touching regions were merged into may
+// A region that cannot be repaired makes the whole set fail, always in the same way. So those that
+// can be tried quickly come first: the outline into which many touching regions were merged may
 // cross itself at as many places as there are pairs of them.
 void qcRegionSet::outerHullRegularize(qcRegionSet& result, bool outerHullMode) const {
   checkEmptyRegionSet();
