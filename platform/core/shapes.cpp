@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// The shape classes: factories, records, and what is too long for their header. The frame of the
+// The shape classes: factories, records, and functions too long for their header. The frame of the
 // records is in record.h.
 
 #include <platform/core/shapes.h>
@@ -76,7 +76,7 @@ const qcVector<2>& qcPolygon::operator[](long index) const {
 
 void qcPolygon::BadIndex::suicideAndRethrow() { qf_DeleteAndThrowCopy(this); }
 
-/// The fill mode as unsigned long; anything but 0 and 1 is refused.
+/// The fill mode as an unsigned long; anything but 0 and 1 is refused.
 static qcArchive& operator||(qcArchive& archive, qcPolygon::PolyFillMode& fillMode) {
   unsigned long value = fillMode;
   archive || value;

@@ -4,7 +4,7 @@
 // arithmetic is that of kernels.h. Loops over many vertices use the kernels on bare vectors; these
 // classes are for single shapes that are handed over, remembered and stored.
 //
-// Every record is a version byte 0 (another one read throws qcArchive::UnknownVersion naming the
+// Every record is a version byte 0 (loading any other throws qcArchive::UnknownVersion naming the
 // class, line 0), the qcPersistent record, then the values that the constructor takes, in order.
 
 #pragma once
@@ -60,13 +60,13 @@ class QCPLATFORM_EXPORT qcLine : public virtual qcPersistent {
   /// The direction given.
   const qcVector<2>& dir() const noexcept { return direction_; }
 
-  /// Where the lines meet. Parallel lines (a cross product of exactly 0) give the point of this
-  /// line nearest to the other's point. Never throws.
+  /// Where the lines meet. Lines whose cross product is exactly 0 give the point of this line
+  /// nearest to the other's point. Never throws.
   qcPoint intersect(const qcLine& other) const noexcept {
     return qnKernel::intersectLines(point_, direction_, other.point_, other.direction_);
   }
-  /// True when the sine of the angle between the lines is at most 1e-12 in size. A zero direction
-  /// is parallel to everything.
+  /// True when the sine of the angle between the lines is at most 1e-12 in absolute value. A zero
+  /// direction is parallel to everything.
   bool isParallel(const qcLine& other) const noexcept {
     return qnKernel::isParallel(direction_, other.direction_);
   }
@@ -151,8 +151,8 @@ class QCPLATFORM_EXPORT qcRect : public virtual qcPersistent {
   /// The extent along y, not negative.
   double height() const noexcept { return lr_.y() - ul_.y(); }
 
-  /// The smallest rectangle that holds both: componentwise minimum and maximum. A NaN coordinate of
-  /// this rectangle stays, one of `other` is ignored.
+  /// The smallest rectangle that contains both: componentwise minimum and maximum. A NaN coordinate
+  /// of this rectangle stays; one of `other` is ignored.
   qcRect enclose(const qcRect& other) const noexcept;
   /// True for points inside and on the boundary.
   bool within(const qcVector<2>& p) const noexcept {
@@ -244,7 +244,7 @@ class QCPLATFORM_EXPORT qcEllipse : public virtual qcPersistent {
   qcEllipseGeom geom_;
 };
 
-/// A list of vertices with the rule that says what it fills.
+/// A list of vertices with the rule that says which points it fills.
 class QCPLATFORM_EXPORT qcPolygon : public virtual qcPersistent {
  public:
   /// Which points a polygon that crosses itself fills.
@@ -274,7 +274,7 @@ class QCPLATFORM_EXPORT qcPolygon : public virtual qcPersistent {
   }
 
  protected:
-  /// Record values: the fill mode as unsigned long (0 or 1; another one read throws
+  /// Record values: the fill mode as an unsigned long (0 or 1; loading any other throws
   /// qcArchive::BadFormat), then the list of vertices.
   void dispatchSerialize(qcArchive& archive) override;
 
