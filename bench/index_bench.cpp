@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
-// The measurements behind the thresholds of cntr/index/policy.h: each question answered with an
-// index and without, beside the cost of making the index. A threshold is well chosen where the two
+// The measurements behind the thresholds of cntr/index/policy.h: each question answered with and
+// without an index, and the cost of making the index. A threshold is well chosen where the two
 // times cross, or where the time saved so far pays for the index.
 
 #include <algorithm>

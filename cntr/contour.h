@@ -6,7 +6,7 @@
 //
 // Answers are computed when they are first asked for and remembered until the vertices or the
 // closed flag change; a copy carries them along. Const queries write what they remember: a contour
-// may be used by one thread at a time, distinct contours by different threads.
+// may be used by only one thread at a time, distinct contours by different threads.
 //
 // Units are the caller's: lengths in the unit of the coordinates, areas in its square. Angles run
 // from the x axis towards the y axis. NaN and infinite coordinates never make a query crash or
@@ -121,7 +121,7 @@ class CNTR_EXPORT qcContour : public virtual qcPersistent, public virtual qcRepB
   /// Writes closestPoint(points[i], vertexOnly) to answers[i], for all i. Faster than one by one,
   /// because each search begins where that for a neighbouring point ended. When the numbers differ,
   /// throws BadParams "as many answers as points are needed" and answers nothing; throws nothing
-  /// else when there are no points. O(m) memory for m points. The lists may not overlap.
+  /// else when there are no points. O(m) memory for m points. The lists must not overlap.
   void closestPoint(std::span<const qcVector<2>> points, bool vertexOnly,
                     std::span<qcVector<2>> answers) const;
   /// The same for distToPoint(points[i], vertexOnly).
@@ -236,7 +236,7 @@ class CNTR_EXPORT qcContour : public virtual qcPersistent, public virtual qcRepB
   /// The edges as segments, in order; a default segment for an edge whose ends coincide within
   /// 1e-15. Built on first use.
   const std::vector<qcLineSeg>& lineSegs() const;
-  /// For each edge, whether its ends differ by more than 1e-15. Built on first use.
+  /// For each edge, false if its ends coincide within 1e-15, else true. Built on first use.
   const std::vector<bool>& validLine() const;
   /// Like the public form; `segIndices` receives the index of the crossed edge for each point.
   std::vector<qcVector<2>> intersections(const qcLineSeg& segment, std::vector<int>& segIndices,

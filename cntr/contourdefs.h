@@ -115,7 +115,7 @@ class CNTR_EXPORT qcContourDefs {
     CNTR_LOCAL static qc_Instantiator sExemplar;
   };
 
-  /// Thrown when a region is to be opened.
+  /// An attempt to open a region.
   class CNTR_EXPORT RegionCannotBeSetOpen : public Errors {
    public:
     /// Thrown with an empty message unless the operation that throws it quotes one.

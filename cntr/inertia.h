@@ -21,10 +21,10 @@
 
 /// Zeroth, first and central second moments of a plane body: a plain value.
 ///
-/// The matrix holds the second moments about the centre of mass: element (0,0) the integral of (x -
-/// cx)^2, (1,1) that of (y - cy)^2, (0,1) and (1,0) that of (x - cx)(y - cy), with a plus sign. Its
-/// diagonal is not negative even for a body of negative area: only the sign of the area carries the
-/// orientation.
+/// The matrix holds the second moments about the centre of mass: element (0,0) the integral of
+/// (x - cx)^2, (1,1) that of (y - cy)^2, (0,1) and (1,0) that of (x - cx)(y - cy), with a plus
+/// sign. Its diagonal is not negative even for a body of negative area: only the sign of the area
+/// carries the orientation.
 class CNTR_EXPORT qc_InertiaData {
  public:
   /// The body of the given signed area, centre of mass and central second moments; without

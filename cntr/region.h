@@ -109,8 +109,8 @@ class CNTR_EXPORT qcRegion : public virtual qcContour {
   /// bounding box it can fall short of the far side.
   ///
   /// For each boundary, O(n) for the first few points; then O(log n) for well-behaved outlines,
-  /// mostly O(1) after very many points (which takes up to 100 bytes per vertex plus 2,000), O(n
-  /// log n) at worst. Each hole is decided only once, however many handles lead to it.
+  /// mostly O(1) after very many points (which takes up to 100 bytes per vertex plus 2,000),
+  /// O(n log n) at worst. Each hole is decided only once, however many handles lead to it.
   bool inside(const qcVector<2>& p, bool considerHoles) const;
   /// Writes inside(points[i], considerHoles) to answers[i], for all i. Faster than one by one. When
   /// the numbers differ, throws BadParams "as many answers as points are needed" and answers
@@ -211,19 +211,19 @@ class CNTR_EXPORT qcRegion : public virtual qcContour {
 
   CNTR_LOCAL void repair(qcContourDefs::IntersectionMode mode);
   CNTR_LOCAL void checkHole(const qcPtrHandle_const<qcRegion>& hole) const;
-  /// Crossings of a ray from p with the outline; with `bothDirections` the smaller number of
-  /// the ray and its opposite.
+  /// The number of crossings of a ray from p with the outline; with `bothDirections` the smaller
+  /// number of the ray and its opposite.
   CNTR_LOCAL long insideCount(const qcVector<2>& p, bool bothDirections) const;
   /// Makes the grid that answers most questions, once they have cost enough; null until then, and
   /// for boundaries that can have none. REQUIRES: it is not known.
   CNTR_LOCAL const cntr::index::ContainmentGrid* containmentGrid() const;
-  /// That grid, or null.
+  /// The existing grid, or null.
   CNTR_LOCAL const cntr::index::ContainmentGrid* knownContainmentGrid() const;
-  /// The one that is there, or a new one when it is time, or null.
+  /// The existing grid, or a new one when it is time, or null.
   CNTR_LOCAL const cntr::index::ContainmentGrid* gridToAsk() const;
   /// True when insideCount(p, false) is odd.
   CNTR_LOCAL bool isInsideBoundary(const qcVector<2>& p) const;
-  /// The same in answers[i] for points[i].
+  /// Writes the same for points[i] to answers[i].
   CNTR_LOCAL void areInsideBoundary(std::span<const qcVector<2>> points,
                                     std::span<bool> answers) const;
   /// The same by even-odd parity, where that decides; else by the ray. Counts the work.
@@ -235,7 +235,7 @@ class CNTR_EXPORT qcRegion : public virtual qcContour {
   /// The box of the outline and of all holes; nothing when asking the region could throw: a
   /// null hole, a boundary of fewer than 2 vertices, coordinates that are not finite.
   CNTR_LOCAL std::optional<cntr::plane::Box> boxOfBoundaries() const;
-  /// The same of the outline alone.
+  /// The same for the outline alone.
   CNTR_LOCAL std::optional<cntr::plane::Box> boxOfBoundary() const;
   /// True when the outlines cross or touch: intersections(other) has a point.
   CNTR_LOCAL bool crosses(const qcRegion& other) const;

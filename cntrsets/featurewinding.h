@@ -14,8 +14,8 @@
 
 namespace cntr::sets {
 
-/// The edges of a feature, scaled. Each point looks at all of them, until they are sorted into
-/// slabs by height.
+/// The edges of a feature, scaled. A query looks at all of them, until they are sorted into slabs
+/// by height.
 class FeatureWinding {
  public:
   /// REQUIRES: no ring is empty, coordinates are finite.

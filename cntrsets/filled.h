@@ -32,10 +32,9 @@ enum class qcRingContact {
 
 /// Decided exactly, on the coordinates as given, except that those 280 orders of magnitude smaller
 /// than the largest count as 0; a feature without edges is simple. Throws qcContourDefs::BadParams
-/// "a coordinate is not a finite number". O(n log n) for
-/// well-behaved outlines, about 0.3 us per vertex; O(n), about 15 ns per vertex, for a single ring
-/// that runs around some point once, always in the same direction. O(n^2) for nested rings: 0.6 s
-/// for 4,000 squares.
+/// "a coordinate is not a finite number". O(n log n) for well-behaved outlines, about 0.3 us per
+/// vertex; O(n), about 15 ns per vertex, for a single ring that runs around some point once, always
+/// in the same direction. O(n^2) for nested rings: 0.6 s for 4,000 squares.
 CNTRSETS_EXPORT qcRingContact qf_RingContact(const std::vector<qcRings>& feature);
 
 /// Area, centre of mass and second moments about it of the filled set; the empty record when

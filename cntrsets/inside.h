@@ -16,10 +16,11 @@
 
 /// Tells which points lie in the filled set of a feature (eNonZero, see sets.h).
 ///
-/// For rings that are simple or touch (filled.h) the answer is that of the library's regions: by
-/// qcRegion::inside(), the point lies in some part's outline and in none of that part's holes. But
-/// a point that is outside by exact even-odd parity, and farther than 1e-6 from every edge, is
-/// outside: the ray by which a region decides can be too short near a corner of the bounding box.
+/// For rings that are simple or touch (filled.h) the answer is that of the library's regions:
+/// inside if, by qcRegion::inside(), the point lies in some part's outline and in none of that
+/// part's holes. But a point that is outside by exact even-odd parity, and farther than 1e-6 from
+/// every edge, is outside: the ray by which a region decides can be too short near a corner of the
+/// bounding box.
 ///
 /// For rings that cross or overlap, exact winding numbers decide; a point on an edge gets those of
 /// the points just beyond it: an edge between two filled faces is inside, one on the boundary may
@@ -29,7 +30,7 @@
 /// inside. Points may have any coordinates.
 ///
 /// Queries remember what later ones need, which never changes an answer; an object may therefore be
-/// used by one thread at a time, like a shape. The first point in the box costs as much as
+/// used by only one thread at a time, like a shape. The first point in the box costs as much as
 /// qf_RingContact() and a pass over all edges; after a few points, each costs O(log n) for
 /// well-behaved outlines; after about as many as there are vertices, most answers are a look-up of
 /// some nanoseconds, in up to 300 bytes per vertex. O(n) for each point at worst.

@@ -104,14 +104,14 @@ struct Facts {
   /// The same for the boundaries of all holes.
   double holeLength = 0.0;
 
-  // Around the vertices of all outlines or lines together, local.
+  // Around the vertices of all outlines or lines together, in local coordinates.
 
   std::optional<qcOrientedRect> box;
   std::optional<qcWidth> strip;
   std::optional<qcCircle> circle;
   std::optional<Hull> hull;
 
-  // Of areas alone.
+  // Only for areas.
 
   /// How the rings lie to each other.
   std::optional<qcRingContact> contact;

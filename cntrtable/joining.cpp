@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
-// Each block of outlines has a list of pairs of its own; the lists follow one another in the
-// result, whichever thread made them.
+// Each block of outlines has its own list of pairs; the lists are joined in order in the result,
+// whichever thread made them.
 
 #include <cntrtable/joining.h>
 

@@ -11,8 +11,8 @@
 #include <cntrtable/export.h>
 #include <cntrtable/outlines.h>
 
-/// Pairs of an outline and a point that lies in it: pair number i is outlines[i] and points[i],
-/// numbers from 0.
+/// Pairs of an outline and a point that lies in it, as numbers from 0: pair number i is outlines[i]
+/// and points[i].
 struct qcInsidePairs {
   /// The feature of each pair.
   std::vector<std::int64_t> outlines;

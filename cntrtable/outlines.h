@@ -89,8 +89,8 @@ class CNTRTABLE_EXPORT qcOutlines {
   /// The number of features.
   std::size_t size() const noexcept { return count_; }
 
-  // Properties of feature number `feature`, from 0. REQUIRES: feature < size(), part <
-  // parts(feature), ring < rings(feature, part).
+  // Properties of feature number `feature`, from 0. REQUIRES: feature < size(),
+  // part < parts(feature), ring < rings(feature, part).
 
   /// The kind of the feature.
   qcOutlineKind kind(std::size_t feature) const;

@@ -110,7 +110,7 @@ void allPlaces(const std::string& question, const std::string& who, Answer answe
   }
 }
 
-/// `atOnce(region, places)` beside `one(region, place)` called for each place in turn.
+/// `atOnce(region, places)` compared with `one(region, place)` called for each place in turn.
 template <class AtOnce, class One>
 void askAllPlaces(const std::string& question, AtOnce atOnce, One one) {
   allPlaces(question, us, [atOnce](const OpenRegion& region, const Work& given) {

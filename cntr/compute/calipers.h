@@ -18,7 +18,7 @@ namespace cntr::compute {
 struct Caliper {
   std::size_t from = 0;
   std::size_t to = 0;
-  /// The least and the greatest vertex in the direction of the edge, and the one farthest from it.
+  /// The first and the last vertex in the direction of the edge, and the one farthest from it.
   std::size_t back = 0;
   std::size_t front = 0;
   std::size_t top = 0;

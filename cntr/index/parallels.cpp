@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 //
 // The direction of a run is that of one of its edges. The directions of its parts are close to it,
-// and so on down: with L levels, the directions of two edges under two close boxes are at most 2 L
-// + 1 times as far apart as two close directions, which must be less than parallel edges may be
-// apart.
+// and so on down: with L levels, the directions of two edges under two close boxes differ by at
+// most (2 L + 1) times as much as two close directions, which must be less than those of parallel
+// edges may differ.
 
 #include <cntr/index/parallels.h>
 

@@ -91,8 +91,8 @@ double roundingOf(const Points& framed, const Spread& spread) {
 /// on an ellipse, where s2 is 0.
 Vector3 bestQuadraticPart(const Matrix3& factor, double rounding) {
   const auto [values, directions] = singularValues(factor);
-  // The columns have norms of about 1 before u, v and 1 are eliminated; three distinct points leave
-  // nothing but rounding errors of that size.
+  // The columns have norms of about 1 before u, v and 1 are eliminated; with three distinct points,
+  // only rounding errors of that size are left.
   const double error = safety * rounding * std::max(values[0], 1.0);
   if (!(values[1] > error)) throw qcFitError(L"the points do not determine an ellipse");
   const Vector3 shrunk = {values[2] / values[0], values[2] / values[1], 1.0};
@@ -150,9 +150,9 @@ Ellipse imageOfUnitCircle(double m00, double m01, double m10, double m11, double
   return {Point(), major, std::min(det / major, major), root > 0.0 ? axis.unit() : Point(1.0, 0.0)};
 }
 
-/// The ellipse of a conic given in the spread's coordinates. With the conic written as |G (p -
-/// center)|^2 = 1, G upper triangular, the ellipse is the image of the unit circle under the
-/// spread's map times the inverse of G.
+/// The ellipse of a conic given in the spread's coordinates. With the conic written as
+/// |G (p - center)|^2 = 1, G upper triangular, the ellipse is the image of the unit circle under
+/// the spread's map times the inverse of G.
 Ellipse ellipseOf(const Conic& conic, const Spread& spread) {
   const double discriminant = conic.discriminant();
   const Point center((conic.b * conic.e - 2.0 * conic.c * conic.d) / discriminant,
@@ -195,7 +195,7 @@ class EllipseFit {
 
  private:
   /// The direction of the major axis within a quarter turn of `reference`; `reference` itself for a
-  /// circle, whose axis is nothing but rounding errors.
+  /// circle, whose axis is only rounding errors.
   qcRadian rotation(const qcRadian& reference) const noexcept {
     if (ellipse_.major - ellipse_.minor <= safety * rounding_ * ellipse_.major) return reference;
     const double angle = ellipse_.axis.angle().toDouble() - reference.toDouble();

@@ -3,7 +3,7 @@
 // Intrusive reference counting: qcRepBase is the counted object, qcPtrHandle<T> and
 // qcPtrHandle_const<T> are the handles. Copying a handle shares the object; the last handle deletes
 // it. Counts change atomically (interlocked.h), so handles to one object may be copied and dropped
-// on several threads; a single handle variable is used by one thread at a time.
+// on several threads; a single handle variable may be used by only one thread at a time.
 
 #pragma once
 

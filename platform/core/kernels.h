@@ -53,8 +53,8 @@ inline qcVector<2> intersectLines(const qcVector<2>& p1, const qcVector<2>& d1,
   return c == 0.0 ? projectOnLine(p2, p1, d1) : p1 + d1 * (cross(p2 - p1, d2) / c);
 }
 
-/// The point of the segment a-b nearest to p. With t = ((p - a).(b - a)) / |b - a|^2: a unless t >
-/// 0 (also for a segment of length 0), b when t >= 1, else a + (b - a) * t.
+/// The point of the segment a-b nearest to p. With t = ((p - a).(b - a)) / |b - a|^2: a unless
+/// t > 0 (also for a segment of length 0), b when t >= 1, else a + (b - a) * t.
 inline qcVector<2> closestOnSegment(const qcVector<2>& p, const qcVector<2>& a,
                                     const qcVector<2>& b) noexcept {
   const qcVector<2> d = b - a;
