@@ -17,13 +17,13 @@ namespace {
 static_assert(sizeof(qcVector<2>) == 2 * sizeof(double) && std::is_standard_layout_v<qcVector<2>>,
               "a point is its two coordinates");
 
-/// Booleans and complex numbers are no coordinates.
+/// Booleans and complex numbers are not accepted as coordinates.
 bool isOfRealNumbers(nb::handle array) {
   const auto kind = nb::cast<std::string>(array.attr("dtype").attr("kind"));
   return kind == "f" || kind == "i" || kind == "u";
 }
 
-/// An array of no elements may be of any type: numpy makes numbers of an empty list.
+/// An array without elements may be of any type: numpy makes numbers from an empty list.
 nb::object numbersOf(nb::handle given, const char* argument) {
   const nb::module_ numpy = nb::module_::import_("numpy");
   const nb::object array = arrayOf(given, argument);

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
-// Arguments that are arrays, or become one: numpy arrays of 64-bit numbers in C order. What is
-// wrong with an argument is said with its name, what was expected and what was given.
+// Arguments that are arrays or become arrays: numpy arrays of 64-bit numbers in C order. Messages
+// about bad arguments give the name, what was expected and what was given.
 
 #pragma once
 
@@ -21,22 +21,22 @@ namespace python {
 /// An object as messages show it.
 std::string textOf(nanobind::handle object);
 
-/// Whatever numpy makes an array of. Raises TypeError for lists of different lengths.
+/// An array of whatever numpy accepts. Raises TypeError for lists of different lengths.
 nanobind::object arrayOf(nanobind::handle given, const std::string& argument);
 
-/// The items of an argument, `items` in messages, to be gone through once. Raises TypeError.
+/// An iterator over the items of an argument, called `items` in messages. Raises TypeError.
 nanobind::object iteratorOver(nanobind::handle given, const std::string& argument,
                               const std::string& items);
 
-/// The number of threads to work with, 0 for as many as there are processors. Raises ValueError.
+/// The number of threads to use, 0 for as many as there are processors. Raises ValueError.
 unsigned threadsIn(std::int64_t threads);
 
-/// Points, and the array that holds them.
+/// Points and the array that holds them.
 class PointArray {
  public:
-  /// Of whatever numpy makes an array of shape (n, 2) of; an empty list is one too. Copies unless
-  /// `given` is an array of float64 in C order. Raises TypeError where there are no real numbers,
-  /// and ValueError for another shape.
+  /// Takes whatever numpy can convert to an array of shape (n, 2), including an empty list. Copies
+  /// unless `given` is an array of float64 in C order. Raises TypeError for elements that are not
+  /// real numbers, and ValueError for other shapes.
   PointArray(nanobind::handle given, const char* argument);
 
   std::span<const qcVector<2>> points() const;
@@ -47,8 +47,8 @@ class PointArray {
   nanobind::ndarray<nanobind::numpy, const double, nanobind::c_contig> array_;
 };
 
-/// The elements, row by row, of whatever numpy makes an array of shape (rows, columns) of. Raises
-/// as PointArray does.
+/// The elements, row by row, of whatever numpy can convert to an array of shape (rows, columns).
+/// Raises the same errors as PointArray.
 std::vector<double> matrixOf(nanobind::handle given, const char* argument, std::size_t rows,
                              std::size_t columns);
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
-// What is handed over are loans: structures that share the buffers of a column and keep it. Arrow
-// allows the children of an array to be taken out of it, so that each has a loan of its own.
+// What is handed over are loans: structures that share the buffers of a column and keep it alive.
+// Arrow allows the children of an array to be taken out of it, so each has its own loan.
 
 #include <nanobind/stl/string.h>
 #include <python/src/arrowcapsules.h>
@@ -27,7 +27,7 @@ constexpr const char* schemaName = "arrow_schema";
 constexpr const char* arrayName = "arrow_array";
 constexpr const char* streamName = "arrow_array_stream";
 
-/// What a structure that has been lent refers to.
+/// What a lent structure refers to.
 template <class T>
 struct Loan {
   std::shared_ptr<const void> owner;
@@ -41,7 +41,7 @@ void release(T* lent) {
   lent->release = nullptr;
 }
 
-/// A structure with the same buffers, which keeps `owner`.
+/// A structure with the same buffers, which keeps `owner` alive.
 template <class T>
 qcArrowOwner<T> lend(const T& from, const std::shared_ptr<const void>& owner) {
   auto loan = std::make_unique<Loan<T>>();
@@ -62,7 +62,7 @@ struct SingleColumn {
   bool isTaken = false;
 };
 
-/// As the stream's functions answer.
+/// Lends a structure; returns 0 or an error number, as the callbacks of streams do.
 template <class T>
 int lendTo(T* out, const T& from, const std::shared_ptr<const void>& owner) noexcept {
   try {
@@ -98,7 +98,7 @@ void destroyCapsule(void* structure) noexcept {
   delete static_cast<qcArrowOwner<T>*>(structure);
 }
 
-/// Whoever takes what is in the capsule leaves it released.
+/// Whoever takes the contents of the capsule leaves it released.
 template <class T>
 nb::object capsuleOf(qcArrowOwner<T>&& owned, const char* name) {
   static_assert(std::is_standard_layout_v<qcArrowOwner<T>>, "the structure is at its address");

@@ -17,25 +17,25 @@ namespace python {
 /// Whether the object has the methods below.
 bool isArrow(nanobind::handle object);
 
-/// The features of an object with __arrow_c_array__() or __arrow_c_stream__(), of which the first
-/// is preferred. Raises TypeError for other objects.
+/// The features of an object with __arrow_c_array__(), which is preferred, or __arrow_c_stream__().
+/// Raises TypeError for other objects.
 qcOutlines outlinesFromArrow(nanobind::handle column);
 
-/// A column, or a record batch, that never changes: it is handed over any number of times, and
-/// lives as long as the last of those that were.
+/// A column, or a record batch, that never changes: it can be handed over any number of times, and
+/// lives until the last of the loans is released.
 class ArrowColumn {
  public:
   explicit ArrowColumn(qcArrowColumn&& column);
 
   const ArrowSchema& schema() const { return *column_->schema; }
   const ArrowArray& array() const { return *column_->array; }
-  /// Keeps the buffers.
+  /// Keeps the buffers alive.
   std::shared_ptr<const void> owner() const { return column_; }
 
   nanobind::object schemaCapsule() const;
-  /// The schema's and the array's.
+  /// The capsules of the schema and of the array.
   nanobind::tuple arrayCapsules() const;
-  /// Of a stream with this column alone.
+  /// The capsule of a stream with only this column.
   nanobind::object streamCapsule() const;
 
  private:

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// Contour in Python: how it is made, and what it is made of.
+// Contour in Python: construction and contents.
 
 #include <python/src/newarrays.h>
 #include <python/src/shapearguments.h>

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// The library's exceptions as Python's.
+// The library's exceptions in Python.
 
 #pragma once
 

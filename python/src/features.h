@@ -12,12 +12,12 @@
 
 namespace python {
 
-/// A copy of the feature: a Region or an open Contour, a list of them where it has several parts,
-/// None where it is eNothing. REQUIRES: feature < outlines.size().
+/// A copy of the feature: a Region or an open Contour, a list of them if it has several parts, None
+/// if it is eNothing. REQUIRES: feature < outlines.size().
 nanobind::object shapeOf(const qcOutlines& outlines, std::size_t feature);
 
-/// Adds a Contour, a Region or a RegionSet as a feature: areas, or a line where it is open, with
-/// its label; a RegionSet has none. REQUIRES: `object` is one of these.
+/// Adds a Contour, a Region or a RegionSet as a feature: areas, or a line if it is open, with its
+/// label; a RegionSet has no label. REQUIRES: `object` is one of these.
 void addShape(qcOutlinesBuilder& builder, nanobind::handle object);
 
 }  // namespace python

@@ -57,7 +57,7 @@ class FeatureSink : public formats::Sink {
                         labelOf(feature));
   }
 
-  /// The names of classes are no labels here.
+  /// Names of classes are not labels here.
   static std::optional<std::uint32_t> labelOf(const Feature& feature) {
     if (!feature.label) return std::nullopt;
     const auto* const number = std::get_if<unsigned long>(&*feature.label);
@@ -85,14 +85,14 @@ qcOutlines readAll(formats::Source& source, bool isByLines) {
 
 constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
 
-/// What text begins with, which sources read without the mark.
+/// The first character of a text; sources skip the byte order mark.
 char firstIn(std::string_view text) {
   if (text.starts_with(byteOrderMark)) text.remove_prefix(byteOrderMark.size());
   const std::size_t first = text.find_first_not_of(" \t\r\n");
   return first == std::string_view::npos ? ' ' : text[first];
 }
 
-/// A file may have a name that begins with a bracket.
+/// The name of a file may begin with a bracket.
 bool isGeoJsonText(const std::string& given, nb::handle os) {
   const char first = firstIn(given);
   return first == '{' || first == formats::recordSeparator ||
@@ -116,7 +116,7 @@ qcOutlines readFile(const std::string& path) {
   throw nb::value_error("text_or_path has a lone surrogate, which is not a character");
 }
 
-/// As the file system takes them: bytes of paths need not be UTF-8.
+/// Paths as the file system takes them: their bytes need not be UTF-8.
 nb::bytes bytesOf(nb::handle given, nb::handle os) {
   try {
     return nb::cast<nb::bytes>(os.attr("fsencode")(given));

@@ -45,13 +45,13 @@ Parents parentsIn(nb::handle hierarchy, std::size_t contours) {
   throw nb::value_error(message.c_str());
 }
 
-/// How many ancestors each contour has.
+/// The number of ancestors of each contour.
 std::vector<std::size_t> depthsOf(const Parents& parents) {
   constexpr std::size_t unknown = ~std::size_t{0};
   std::vector<std::size_t> depths(parents.size(), unknown);
   std::vector<std::size_t> path;
   for (std::size_t i = 0; i < parents.size(); ++i) {
-    // Up to an ancestor whose depth is known, and back.
+    // Go up to an ancestor whose depth is known, and back.
     std::int64_t ancestor = static_cast<std::int64_t>(i);
     while (ancestor != noParent && depths[static_cast<std::size_t>(ancestor)] == unknown) {
       const auto contour = static_cast<std::size_t>(ancestor);

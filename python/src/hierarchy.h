@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// Which contours are outlines and which are holes of which, by OpenCV's hierarchy.
+// Which contours are outlines, and which are their holes, by OpenCV's hierarchy.
 
 #pragma once
 
@@ -19,8 +19,8 @@ struct OutlineWithHoles {
 
 /// Contours without a parent are outlines, their children holes, the children of these outlines
 /// again, and so on. The hierarchy is an array of shape (1, n, 4) or (n, 4) for n contours, whose
-/// last column names parents; of None all contours are outlines. Outlines and holes are in the
-/// order of the contours. Raises TypeError and ValueError.
+/// last column gives the parents; with None all contours are outlines. Outlines and holes are in
+/// the order of the contours. Raises TypeError and ValueError.
 std::vector<OutlineWithHoles> outlinesOf(nanobind::handle hierarchy, std::size_t contours);
 
 }  // namespace python

@@ -51,7 +51,7 @@ qcOutlines fromOpenCvWithImage(nb::handle /*image*/, nb::handle contours, nb::ha
   return fromOpenCv(contours, hierarchy);
 }
 
-/// Whether the first vertex is there again at the end.
+/// Whether the first vertex is repeated at the end.
 bool isClosed(std::span<const double> line) {
   const std::size_t n = line.size();
   return n > 2 && line[0] == line[n - 2] && line[1] == line[n - 1];

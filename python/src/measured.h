@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// What has been measured of many features: a row for each of them, a column for each measure.
+// The measures of many features: a row for each feature, a column for each measure.
 
 #pragma once
 
@@ -15,7 +15,7 @@
 
 namespace python {
 
-/// Defines cntr.Measured, and what cntr.MEASURES is made of.
+/// Defines cntr.Measured, and what cntr.MEASURES is made from.
 void bindMeasured(nanobind::module_& module);
 
 class Measured {
@@ -25,16 +25,16 @@ class Measured {
   const ArrowColumn& batch() const { return batch_; }
   std::size_t rows() const { return static_cast<std::size_t>(batch_.array().length); }
   std::vector<std::string> names() const;
-  /// A column as a numpy array: numbers where they lie when none is missing, otherwise copied with
-  /// NaN for missing ones; yes and no, and texts, with None for missing ones. Raises KeyError.
+  /// A column as a numpy array: numbers without a copy if none is missing, else copied with NaN for
+  /// missing ones; yes and no, and texts, with None for missing ones. Raises KeyError.
   nanobind::object column(const std::string& name) const;
 
  private:
   ArrowColumn batch_;
 };
 
-/// The measures, "status" and "note" of each feature; of None the usual ones. Other threads run
-/// Python meanwhile.
+/// The measures, "status" and "note" of each feature; for None, the usual measures. Other threads
+/// can run Python meanwhile.
 Measured measured(const qcOutlines& outlines, nanobind::handle columns, std::int64_t threads);
 
 }  // namespace python

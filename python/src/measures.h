@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// Measures of one shape: those of the one list, as they are measured of many outlines.
+// Measures of one shape: those of the one list, computed as for many outlines.
 
 #pragma once
 
@@ -12,14 +12,14 @@
 
 namespace python {
 
-/// What is known of a shape that is measured. Throws qcContourDefs::EmptyRegionSet and EmptyContour
-/// where there is too little to measure, and what table::factsOf() throws.
+/// The facts about a shape. Throws qcContourDefs::EmptyRegionSet and EmptyContour if there is too
+/// little to measure, and what table::factsOf() throws.
 table::Facts factsOf(const Shape& shape, table::Needs needs);
 
-/// The measures of these names, which are numbers; NaN where the question has no meaning.
+/// The measures of these names, which are numbers; NaN if the question has no meaning.
 std::vector<double> answersOf(const table::Facts& facts, std::initializer_list<const char*> names);
 
-/// The same of a shape. Releases the GIL.
+/// The same for a shape. Releases the GIL.
 std::vector<double> measuresOf(const Shape& shape, std::initializer_list<const char*> names);
 
 }  // namespace python

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// The extension module cntr._core: what it is made of, in the order in which it needs it.
+// The extension module cntr._core: its parts, in the order of their dependencies.
 
 #include <nanobind/nanobind.h>
 
@@ -13,8 +13,7 @@
 namespace nb = nanobind;
 
 NB_MODULE(_core, module) {
-  // Shapes that are still alive when Python ends are not ours to complain of: notebooks keep
-  // theirs.
+  // Do not warn about shapes that are still alive when Python ends: notebooks keep theirs.
   nb::set_leak_warnings(false);
   module.attr("version") = CNTR_VERSION;
   python::translateErrors();

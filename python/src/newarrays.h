@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// Arrays that functions return: numpy arrays that own what was computed, or that show what another
+// Arrays that functions return: numpy arrays that own what was computed, or views of what another
 // object owns.
 
 #pragma once
@@ -19,7 +19,7 @@
 
 namespace python {
 
-/// The elements, to be written to, in the given shape, which has as many.
+/// The elements as a writable array of the given shape, which has as many elements.
 template <class Element>
 nanobind::object newArray(std::vector<Element> elements, std::initializer_list<std::size_t> shape) {
   auto owned = std::make_unique<std::vector<Element>>(std::move(elements));
@@ -29,14 +29,14 @@ nanobind::object newArray(std::vector<Element> elements, std::initializer_list<s
   return nanobind::cast(nanobind::ndarray<nanobind::numpy, Element>(data, shape, owner));
 }
 
-/// A list.
+/// The elements as a writable array of one dimension.
 template <class Element>
 nanobind::object newArray(std::vector<Element> elements) {
   const std::size_t size = elements.size();
   return newArray(std::move(elements), {size});
 }
 
-/// The same of elements that vectors do not hold as such.
+/// The same for types that std::vector does not hold as such.
 template <class Element>
 nanobind::object newArray(std::unique_ptr<Element[]> elements, std::size_t size) {
   const nanobind::capsule owner(elements.get(),
@@ -48,7 +48,7 @@ nanobind::object newArray(std::unique_ptr<Element[]> elements, std::size_t size)
 /// Points as an array of shape (n, 2).
 nanobind::object newArrayOfPoints(const std::vector<qcVector<2>>& points);
 
-/// The elements where they lie, not to be written to, as long as `owner` lives.
+/// A read-only view of the elements in place, which keeps `owner` alive.
 template <class Element>
 nanobind::object viewOf(std::span<const Element> elements, nanobind::handle owner) {
   using View = nanobind::ndarray<nanobind::numpy, const Element>;

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
-// What the class Outlines answers itself. Several threads may ask one: nothing of it ever changes.
+// What the class Outlines answers itself. Several threads may query the same object: it never
+// changes.
 
 #include <nanobind/stl/optional.h>
 #include <nanobind/stl/string.h>

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// What is made of Outlines: Arrow, well-known binary, ragged arrays and Shapely's geometries.
+// Conversions of Outlines to Arrow, well-known binary, ragged arrays and Shapely's geometries.
 
 #include <nanobind/stl/string.h>
 #include <python/src/arrowcapsules.h>

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// Where Outlines come from: Arrow, well-known binary, ragged arrays and other shapes.
+// Makes Outlines from Arrow, well-known binary, ragged arrays and other shapes.
 
 #include <nanobind/stl/string.h>
 #include <python/src/arrays.h>
@@ -30,7 +30,7 @@ bool isBytesLike(PyObject* object) {
          PyMemoryView_Check(object) != 0;
 }
 
-/// A list of bytes objects, kept while the bytes are looked at.
+/// A list of bytes objects, kept alive while the bytes are read.
 class WkbList {
  public:
   explicit WkbList(nb::handle values)
@@ -57,7 +57,7 @@ class WkbList {
                      static_cast<std::size_t>(PyBytes_GET_SIZE(item)));
   }
 
-  /// What may change while it is looked at.
+  /// A copy of an object that may change while it is read.
   PyObject* copied(PyObject* item) {
     copies_.push_back(nb::steal(PyBytes_FromObject(item)));
     if (!copies_.back().is_valid()) throw nb::python_error();
@@ -78,7 +78,7 @@ qcOutlines fromWkb(nb::handle values) {
   return list.outlines();
 }
 
-/// Keeps the array; whoever drops it last need not hold the GIL.
+/// Keeps the array alive; whoever drops it last need not hold the GIL.
 std::shared_ptr<const PointArray> keptPoints(nb::handle given) {
   return {new PointArray(given, "xy"), [](const PointArray* array) {
             const nb::gil_scoped_acquire held;
@@ -113,7 +113,7 @@ std::vector<std::int64_t> offsetsIn(nb::handle given, const char* argument) {
   return {numbers.data(), numbers.data() + numbers.size()};
 }
 
-/// Whether they say that each ring is a part of its own.
+/// Whether they say that each ring is a separate part.
 bool areCountedUp(const std::vector<std::int64_t>& parts, std::size_t rings) {
   if (parts.size() != rings + 1) return false;
   for (std::size_t i = 0; i < parts.size(); ++i)

@@ -23,7 +23,7 @@ template <class Number>
 using Numbers = nb::ndarray<nb::numpy, const Number, nb::ndim<1>, nb::c_contig>;
 
 /// Well-known binary, labels, problems, and the edge elements' magnitudes and angles with the
-/// number of places of each feature, or None where there are none.
+/// number of places of each feature, or None if there are none.
 nb::tuple takeApart(nb::handle self) {
   table::EdgeElements edges = [&outlines = nb::cast<const qcOutlines&>(self)] {
     const nb::gil_scoped_release others;
@@ -89,7 +89,7 @@ void setState(qcOutlines& self, const nb::tuple& state) {
   new (&self) qcOutlines(putTogether(state[0], state[1], nb::cast<nb::dict>(state[2]), state[3]));
 }
 
-/// In a way that all protocols of pickle know.
+/// In a form that all pickle protocols support.
 nb::tuple pickled(nb::handle self) {
   return nb::make_tuple(nb::module_::import_("copyreg").attr("__newobj__"),
                         nb::make_tuple(self.type()), takeApart(self));

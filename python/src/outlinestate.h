@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// Outlines as plain Python values that hold all there is of them, for pickle.
+// The complete state of Outlines as plain Python values, for pickle.
 
 #pragma once
 

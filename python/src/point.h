@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
-// A point as an argument: two numbers, in a tuple, a list or an array of two. An array of points is
-// none, so that a method may take either.
+// A point as an argument: two numbers in a tuple, a list or an array. An array of points is not a
+// point, so that a method may take either.
 
 #pragma once
 
@@ -11,7 +11,7 @@
 
 namespace nanobind::detail {
 
-/// Points given, and points returned as a tuple.
+/// Converts point arguments, and returned points to tuples.
 template <>
 struct type_caster<qcVector<2>> {
   NB_TYPE_CASTER(qcVector<2>, const_name("tuple[float, float]"))
@@ -37,7 +37,7 @@ struct type_caster<qcVector<2>> {
     return true;
   }
 
-  /// Texts, arrays and booleans are no numbers, though some of them become one.
+  /// Texts, arrays and booleans are not numbers here, although some can be converted.
   static bool isNumber(PyObject* object, double& number) noexcept {
     if (PyFloat_CheckExact(object) != 0) {
       number = PyFloat_AS_DOUBLE(object);

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// Region in Python: how it is made, and what it is made of.
+// Region in Python: construction and contents.
 
 #include <python/src/shapearguments.h>
 #include <python/src/shapebindings.h>

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// RegionSet in Python: how it is made, and what it is made of.
+// RegionSet in Python: construction and contents.
 
 #include <python/src/shapearguments.h>
 #include <python/src/shapebindings.h>

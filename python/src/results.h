@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// The classes of cntr/_results.py, which answers are returned as.
+// The classes of cntr/_results.py, in which answers are returned.
 
 #pragma once
 
@@ -10,7 +10,7 @@
 
 namespace python {
 
-/// An object of the class of that name, of its fields in their order.
+/// An object of the class of that name, made from its fields in order.
 template <class... Fields>
 nanobind::object newResult(const char* name, Fields&&... fields) {
   return nanobind::module_::import_("cntr._results").attr(name)(std::forward<Fields>(fields)...);

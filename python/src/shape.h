@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 //
-// What the Python classes Contour, Region and RegionSet hold, and how they are asked. They never
+// What the Python classes Contour, Region and RegionSet hold, and how they are queried. They never
 // change once they are made. Their Python sides are in contour.cpp, region.cpp and regionset.cpp,
-// their ways from and to qcOutlines in features.h.
+// the conversions from and to qcOutlines in features.h.
 
 #pragma once
 
@@ -36,7 +36,7 @@ class Curve {
  public:
   explicit Curve(const qcContour& contour, EdgeElements edges_ = {})
       : edges(std::move(edges_)), contour_(std::make_unique<const qcContour>(contour)) {}
-  /// The vertices alone: what the other one remembers may be in use by another thread.
+  /// Copies only the vertices: what the other one remembers may be in use by another thread.
   Curve(const Curve& other)
       : Curve(qcContour(other.points(), other.isClosed(), other.label()), other.edges) {}
   Curve(Curve&& other) noexcept = default;
@@ -47,7 +47,7 @@ class Curve {
   const std::vector<qcVector<2>>& points() const { return contour_->points(); }
   bool isClosed() const { return contour_->isClosed(); }
   unsigned long label() const { return contour_->label(); }
-  /// To be asked within Shape::ask().
+  /// To be queried within Shape::ask().
   const qcContour& contour() const { return *contour_; }
 
   EdgeElements edges;
@@ -69,7 +69,7 @@ struct Part {
 class Shape {
  public:
   explicit Shape(std::vector<Part> parts) : parts_(std::move(parts)) {}
-  /// REQUIRES: no thread asks `other`.
+  /// REQUIRES: no thread queries `other`.
   Shape(Shape&& other) noexcept : parts_(std::move(other.parts_)) {}
   Shape(const Shape&) = delete;
   Shape& operator=(const Shape&) = delete;
@@ -77,15 +77,15 @@ class Shape {
   ~Shape() = default;
 
   const std::vector<Part>& parts() const { return parts_; }
-  /// Whether it bounds areas. That of no parts does.
+  /// Whether it bounds areas. A shape without parts does.
   bool isClosed() const { return parts_.empty() || parts_.front().outline.isClosed(); }
-  /// Its vertices as plain values; those of a line are an outline.
+  /// The vertices as plain values; a line becomes an outline.
   std::vector<qcRings> rings() const;
-  /// Of each part the outline, followed by its holes.
+  /// The outline of each part, followed by its holes.
   std::vector<const Curve*> curves() const;
 
-  /// Throws qcContourDefs::EmptyRegionSet where there is no curve, and EmptyContour where one has
-  /// fewer vertices, saying which.
+  /// Throws qcContourDefs::EmptyRegionSet if there is no curve, and EmptyContour if one has fewer
+  /// vertices, saying which.
   void requireVertices(std::size_t fewest) const;
   /// The same for as many as measures need: 3 in a ring, 2 in a line.
   void requireMeasurable() const { requireVertices(isClosed() ? 3 : 2); }
@@ -93,8 +93,8 @@ class Shape {
   /// Vertices, closedness, holes and edge elements, but no labels.
   bool operator==(const Shape& other) const { return parts_ == other.parts_; }
 
-  /// The answer of `question` while no other thread asks this shape, and other threads run Python:
-  /// curves write what they remember.
+  /// The answer of `question`, found while no other thread queries this shape (curves write what
+  /// they remember) and other threads can run Python.
   template <class Question>
   auto ask(Question question) const {
     const nanobind::gil_scoped_release released;
@@ -120,7 +120,7 @@ class Areas : public Shape {
  public:
   using Shape::Shape;
 
-  /// What tells which points lie in them, made when first asked for. To be used within ask().
+  /// Tells which points lie in the areas; made when first asked for. To be used within ask().
   const qcInside& inside() const {
     if (!inside_) inside_.emplace(rings());
     return *inside_;
@@ -144,7 +144,7 @@ class Region : public Areas {
 class RegionSet : public Areas {
  public:
   using Areas::Areas;
-  /// Each part with this label.
+  /// Gives each part this label.
   RegionSet(const std::vector<qcRings>& parts, unsigned long label);
 };
 

@@ -40,7 +40,7 @@ unsigned long labelOf(nb::handle label) {
   return nb::cast<unsigned long>(number);
 }
 
-/// `count` whole numbers, as many as there are vertices, each of which an Element can hold.
+/// `count` whole numbers, as many as there are vertices, each within the range of Element.
 template <class Element>
 std::vector<Element> wholeNumbers(nb::handle given, const std::string& argument,
                                   std::size_t count) {

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// The arguments that shapes are made of. What is wrong with one is said with its name, what was
+// The arguments from which shapes are made. Messages about bad arguments give the name, what was
 // expected and what was given.
 
 #pragma once
@@ -17,7 +17,7 @@ namespace python {
 /// pair of lists of n numbers, magnitudes up to 65535 and angles up to 255.
 Curve curveOf(nanobind::handle points, bool closed, nanobind::handle label, nanobind::handle edges);
 
-/// Holes from an iterable of closed contours and of points.
+/// Holes from an iterable of closed contours and arrays of points.
 std::vector<Curve> holesOf(nanobind::handle holes);
 
 /// Copies of an iterable of regions.

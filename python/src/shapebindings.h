@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 //
-// The classes for single shapes, and what they can do: each source defines methods of one kind, on
-// the class whose shapes all have them. Contour and Region, which have no base of their own, share
-// what is asked of one curve and its holes.
+// The classes for single shapes and their methods: each source defines methods of one kind, on the
+// class whose shapes all have them. Contour and Region, which have no common base of their own,
+// share the methods for one curve and its holes.
 
 #pragma once
 
@@ -21,13 +21,13 @@ using RegionSetClass = nanobind::class_<RegionSet, Areas>;
 /// Makes the classes Shape, Contour, Areas, Region and RegionSet of the module.
 void bindShapes(nanobind::module_& module);
 
-// What each class is made of.
+// Construction and contents of each class.
 
 void defineContour(ContourClass& contour);
 void defineRegion(RegionClass& region);
 void defineRegionSet(RegionSetClass& set);
 
-/// Equality, and that there is no hash.
+/// Equality, and the absence of a hash.
 template <class Class>
 void defineEquality(Class& shape) {
   using Self = typename Class::Type;
@@ -56,7 +56,7 @@ void defineQuestionsOfSet(RegionSetClass& set);
 template <class Class>
 void defineQuestionsOfOneCurve(Class& shape);
 
-// Other shapes that come of them.
+// Other shapes made from them.
 
 void defineSetOperations(AreasClass& areas);
 template <class Class>
@@ -67,7 +67,7 @@ void defineWalks(Class& shape);
 /// Deviation and alignment.
 void defineComparison(ShapeClass& shape);
 
-/// How shapes show themselves, and what other packages take them for.
+/// How shapes show themselves, also to other packages.
 void defineDisplay(ShapeClass& shape);
 /// One picture of several shapes.
 void definePicture(nanobind::module_& module);

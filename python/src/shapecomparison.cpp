@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
 // How far a shape lies from a nominal one. Areas are compared by the boundaries of what they fill,
-// in coordinates in which the nominal is about 1 in size, wherever it lies.
+// in coordinates in which the size of the nominal is about 1, wherever it lies.
 
 #include <nanobind/stl/optional.h>
 
@@ -29,10 +29,10 @@ using cntr::sets::Frame;
 using Point = qcVector<2>;
 using Ring = std::vector<Point>;
 
-/// The steps of the measured boundary unless a spacing is given, as a share of its length.
+/// The steps of the measured boundary unless a spacing is given, as a fraction of its length.
 constexpr double usualStep = 1.0 / 1024.0;
 
-/// Boundaries and lines, and coordinates of their own.
+/// Boundaries and lines, and their local coordinates.
 class Boundary {
  public:
   explicit Boundary(const Shape& shape) : isClosed_(shape.isClosed()) {
@@ -62,7 +62,7 @@ class Boundary {
   }
 
  private:
-  /// Frames need finite coordinates; lines have not been looked at so far.
+  /// Frames need finite coordinates; those of lines have not been checked yet.
   void requireFinite() const {
     for (const Ring& ring : rings_) {
       for (const Point& p : ring) {
@@ -105,7 +105,8 @@ qcAlignment alignmentFound(const Shape& measured, const Shape& nominal) {
   const Boundary wanted(nominal);
   const Frame own = there.frame();
   const Frame frame = wanted.frame();
-  // Before it is aligned the shape may lie anywhere, so it is counted from an origin of its own.
+  // Before it is aligned the shape may lie anywhere, so its coordinates are relative to its own
+  // origin.
   const double extent = frame.scaled(own.restored(1.0, 1));
   const auto local = [&](const Point& p) { return own.local(p) * extent; };
   qcAlignment found =

@@ -27,7 +27,7 @@ namespace {
 constexpr double pictureSize = 300.0;
 constexpr double strokeWidth = 1.5;
 
-/// "12 vertices, 1 hole, label 7", of what there is.
+/// For example "12 vertices, 1 hole, label 7", without what is missing.
 std::string description(const Part& part) {
   const Curve& outline = part.outline;
   std::string text = counted(outline.points().size(), "vertex", "vertices");
@@ -48,7 +48,7 @@ std::string representation(nb::handle self) {
 
 using Curves = std::vector<const Curve*>;
 
-/// Of the finite vertices; without any, no size.
+/// The size of the box of the finite vertices; zero without any.
 qcVector<2> sizeOf(const Curves& curves) {
   std::optional<qcRect> box;
   for (const Curve* const curve : curves) {
@@ -61,7 +61,7 @@ qcVector<2> sizeOf(const Curves& curves) {
   return box ? qcVector<2>(box->width(), box->height()) : qcVector<2>();
 }
 
-/// The picture's own element, without the head of a file, and of a size that suits a page.
+/// The SVG element of the picture, without the XML declaration, in a size that suits a page.
 std::string pictureOf(const Curves& curves) {
   const nb::gil_scoped_release released;
   const qcVector<2> size = sizeOf(curves);
@@ -84,7 +84,7 @@ std::string pictureOf(const Curves& curves) {
          text.substr(begin + opening.size());
 }
 
-/// Of several shapes in one.
+/// One picture of several shapes.
 std::string picture(const nb::sequence& shapes) {
   Curves curves;
   for (const nb::handle shape : shapes) {
@@ -94,7 +94,7 @@ std::string picture(const nb::sequence& shapes) {
   return pictureOf(curves);
 }
 
-/// A ring with its first vertex again at the end, a line as it is.
+/// A ring with its first vertex repeated at the end; a line unchanged.
 nb::tuple coordinatesOf(const Curve& curve) {
   nb::list points;
   for (const qcVector<2>& p : curve.points()) points.append(nb::cast(p));

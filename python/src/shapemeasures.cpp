@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// What shapes are measured for.
+// The measures of shapes.
 
 #include <algorithm>
 #include <array>
@@ -20,7 +20,7 @@ namespace python {
 
 namespace {
 
-/// Of no regions, as what two shapes have in common may be, 0.
+/// 0 for no regions, which the intersection of two shapes may be.
 double sumOf(const Shape& shape, const char* measure) {
   return shape.parts().empty() ? 0.0 : measuresOf(shape, {measure}).front();
 }

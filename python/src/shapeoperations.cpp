@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 //
-// Shapes that come of others: moved, with fewer vertices, repaired, united. They are made from
-// copies, so that nothing waits for the shape that is asked. What comes of one shape alone has its
-// label; edge elements stay with vertices that stay where they are.
+// Shapes made from others: moved, with fewer vertices, repaired, united. They are made from copies,
+// so that nothing waits for the original shape. A result from a single shape has its label; edge
+// elements stay with vertices that are kept in place.
 
 #include <nanobind/stl/string.h>
 

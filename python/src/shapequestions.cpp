@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
-// What shapes are asked about points, segments and directions. A method that takes points also
-// takes a single one, and then gives a single answer.
+// Queries of shapes about points, segments and directions. A method that takes points also takes a
+// single point, and then returns a single answer.
 
 #include <algorithm>
 #include <cstdint>
@@ -191,7 +191,7 @@ bool isSelfIntersecting(const Shape& shape) {
   return shape.ask([&] { return shape.parts().front().outline.contour().isSelfIntersecting(); });
 }
 
-/// Each outline, or one with another.
+/// Whether an outline crosses itself, or crosses or touches another one.
 bool doIntersect(const RegionSet& set) {
   const nb::gil_scoped_release released;
   if (set.parts().empty()) return false;

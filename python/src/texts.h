@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// Words of arguments, and of what objects say about themselves.
+// Words in arguments, and in what objects say about themselves.
 
 #pragma once
 

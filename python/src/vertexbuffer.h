@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// The vertices of one contour in an array of another package, read where they lie.
+// The vertices of one contour in an array of another package, read in place.
 
 #pragma once
 
@@ -11,11 +11,11 @@
 
 namespace python {
 
-/// Holds the array's memory while it is looked at.
+/// Holds the array's memory while it is read.
 class VertexBuffer {
  public:
-  /// An array of shape (n, 2) or (n, 1, 2), of 32 or 64 bit whole or floating point numbers, in any
-  /// order of its elements. It is item `number` of the argument `list`, which messages name. Raises
+  /// An array of shape (n, 2) or (n, 1, 2), of 32-bit or 64-bit integers or floating-point numbers,
+  /// in any memory order. It is item `number` of the argument `list`, which messages name. Raises
   /// TypeError and ValueError.
   VertexBuffer(nanobind::handle array, const char* list, std::size_t number);
   VertexBuffer(const VertexBuffer&) = delete;
@@ -23,7 +23,7 @@ class VertexBuffer {
   ~VertexBuffer() { PyBuffer_Release(&view_); }
 
   std::size_t size() const { return static_cast<std::size_t>(view_.shape[0]); }
-  /// Writes x and y in turn; of `isSwapped` the second number is x.
+  /// Writes x and y in turn; with `isSwapped` the second number is x.
   void copyTo(std::span<double> place, bool isSwapped) const;
 
  private:

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// What Contour and Region show of the curve that they are, or whose outline they are.
+// What Contour and Region show of their curve or outline.
 
 #include <cstdint>
 #include <span>
