@@ -32,7 +32,7 @@ constexpr std::array extensions{"",
                                 "geoarrow.wkb",
                                 "geoarrow.point"};
 constexpr std::array names{"x", "y", "z"};
-/// What labels, magnitudes and angles may be, and what not.
+/// Formats that labels, magnitudes and angles may have, and others.
 constexpr std::array numberFormats{"S", "C", "c", "s", "i", "I", "l", "L", "g"};
 constexpr std::array textFormats{"u", "U", "vu", "z"};
 /// Beyond all offsets that never decrease.
@@ -83,8 +83,8 @@ void drawView(Input& input, std::byte* view) {
   for (std::size_t i = 0; size < shortest && i < size; ++i) view[4 + i] = std::byte{input.byte()};
 }
 
-/// The views, the buffers that they speak of, and the sizes of these, of which some are smaller
-/// than they are.
+/// The views, the buffers to which they refer, and the sizes of these, some of which are stated too
+/// small.
 void drawViews(Input& input, std::size_t items, std::vector<table::ArrowBuffer>& buffers) {
   constexpr std::size_t viewSize = 16;
   std::vector<std::byte> views(items * viewSize);
@@ -101,7 +101,7 @@ void drawViews(Input& input, std::size_t items, std::vector<table::ArrowBuffer>&
   buffers.push_back(table::bufferOf(std::move(sizes)));
 }
 
-/// 0 for what is no number.
+/// 0 for formats that are not numbers.
 std::size_t sizeOfNumber(const std::string& format) {
   if (format.size() != 1) return 0;
   switch (format[0]) {
@@ -146,7 +146,7 @@ std::int64_t drawBufferCount(Input& input, const std::string& format) {
   return format.starts_with("v") ? std::min(count, withoutValues) : count;
 }
 
-/// As its format demands, except for some of its numbers and pointers.
+/// An array as its format demands, except for some of its numbers and pointers.
 qcArrowColumn drawArray(Input& input, const table::ArrowKind& kind, std::int64_t length,
                         std::vector<qcArrowColumn>&& children) {
   const std::string& format = kind.format;
@@ -228,7 +228,7 @@ qcArrowColumn drawEdges(Input& input, std::int64_t rows) {
   return drawArray(input, {format, "edge_elements", ""}, rows, std::move(elements));
 }
 
-/// The column, and what may stand beside it.
+/// The column, with columns that may stand beside it.
 qcArrowColumn drawTable(Input& input, qcArrowColumn&& geometry) {
   const std::int64_t rows = geometry.array->length;
   geometry.schema->name = "geometry";
@@ -327,7 +327,7 @@ class Stream {
 
   ArrowSchema& schema_;
   std::vector<ArrowArray*> chunks_;
-  /// The chunk instead of which it fails.
+  /// The chunk in place of which it fails.
   std::size_t failing_;
   std::size_t next_ = 0;
   int releases_ = 0;

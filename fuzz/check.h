@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// How a target reports that an answer is wrong: by dying, which is what a fuzzer looks for.
+// How a target reports a wrong answer: by ending the program, which is what a fuzzer looks for.
 
 #pragma once
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
-// The bytes that a fuzzer hands to a target, consumed from the front. Once they are used up every
-// byte is 0, so that any input means something.
+// The bytes that a fuzzer hands to a target, consumed from the front. Once they are used up, every
+// byte is 0, so that every input is valid.
 
 #pragma once
 
@@ -43,7 +43,7 @@ class Input {
     return value;
   }
 
-  /// The next `count` bytes, fewer at the end, as an input of their own.
+  /// The next `count` bytes, fewer at the end, as a separate input.
   Input part(std::size_t count) {
     const auto taken = rest_.first(count < rest_.size() ? count : rest_.size());
     rest_ = rest_.subspan(taken.size());

@@ -46,7 +46,8 @@ inline void requireSame(const qcOutlines& a, const qcOutlines& b, const char* wh
   }
 }
 
-/// The first few vertices of areas, whatever their coordinates, and points that are nowhere.
+/// The first few vertices of areas, whatever their coordinates, the origin, and points with NaN or
+/// infinite coordinates.
 inline std::vector<double> pointsAmong(const qcOutlines& outlines) {
   constexpr std::size_t mostVertices = 3;
   constexpr std::size_t mostNumbers = 24;
@@ -62,7 +63,7 @@ inline std::vector<double> pointsAmong(const qcOutlines& outlines) {
   return points;
 }
 
-/// Which of the points lie in a feature; none where it is not one of areas, or not finite.
+/// Which of the points lie in a feature; none if it does not consist of areas or is not finite.
 inline std::vector<bool> plainlyInside(const qcOutlines& outlines, std::size_t feature,
                                        const std::vector<double>& points) {
   std::vector<bool> answers(points.size() / 2);
@@ -76,7 +77,7 @@ inline std::vector<bool> plainlyInside(const qcOutlines& outlines, std::size_t f
   return answers;
 }
 
-/// The pairs of a join are those of asking each feature about each point.
+/// Requires that the pairs of a join are those found by asking each feature about each point.
 inline void requireJoin(const qcOutlines& outlines) {
   const std::vector<double> points = pointsAmong(outlines);
   const qcInsidePairs pairs = qf_InsideJoin(outlines, points, 1);

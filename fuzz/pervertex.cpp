@@ -54,7 +54,7 @@ bool areSame(const Edgelets& a, const Edgelets& b) {
   return std::equal(a.begin(), a.end(), b.begin(), b.end(), isSame);
 }
 
-/// Data and points in step, as far as the transform leads there and back.
+/// Requires that data and points are in step, as far as the transform can be inverted.
 void checkInStep(const ContourT& contour) {
   require(contour.data().size() == contour.points().size(), "there is a datum for each vertex");
   for (std::size_t i = 0; i < contour.data().size(); ++i) {

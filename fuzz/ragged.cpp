@@ -12,7 +12,7 @@ namespace {
 
 constexpr std::size_t mostOffsets = 12;
 
-/// Small ones that rarely decrease, or any.
+/// Small offsets that rarely decrease, or any offsets.
 std::vector<std::int64_t> drawOffsets(fuzz::Input& input) {
   std::vector<std::int64_t> offsets(input.below(mostOffsets));
   std::int64_t last = 0;

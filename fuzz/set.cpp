@@ -27,7 +27,7 @@ struct Subject {
     made.add(twin::make(region), keep);
   }
 
-  /// Repairs the set into itself. With too few vertices it throws once, in the library alone.
+  /// Repairs the set into itself. With too few vertices it throws once, only in the library.
   void repair(bool hull) {
     const bool canBeAsked =
         std::all_of(expected.begin(), expected.end(),

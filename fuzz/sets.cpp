@@ -58,7 +58,7 @@ plain::Parts plainOf(const Feature& feature) {
   return parts;
 }
 
-/// Vertices, and points beside them: this reaches faces wherever there are any.
+/// Points beside all vertices: these reach faces wherever there are any.
 Points questions(const Feature& feature) {
   Points points;
   const auto add = [&](const Points& ring) {
@@ -86,7 +86,7 @@ void requireToHold(const Feature& result, const Feature& input, const Holds& hol
   }
 }
 
-/// Empty where there is no area.
+/// Empty if there is no area.
 Feature repaired(const Feature& feature, qcPolygon::PolyFillMode rule, qcRepairReport& report) {
   try {
     return qf_MakeValid(feature, rule, &report);
