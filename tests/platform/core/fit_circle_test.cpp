@@ -160,7 +160,9 @@ TEST(CircleFitTest, SaysWhyPointsHaveNoCircle) {
 
 TEST(CircleFitTest, PointsSoNearALineThatRoundingHidesTheirCurvatureHaveNoCircle) {
   for (const double height : {1e-8, 1e-10, -1e-12}) {
-    EXPECT_EQ(failureOf([&] { fitCircle({{-1, 0}, {0, height}, {1, 0}}); }),
+    EXPECT_EQ(failureOf([&] {
+                fitCircle({{-1, 0}, {0, height}, {1, 0}});
+              }),
               L"the points lie on a line");
   }
   const Geometry truth = circle(Point(0, -5e5), 5e5 + 1e-6);
