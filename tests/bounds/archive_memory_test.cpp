@@ -46,7 +46,8 @@ TEST(ArchiveMemoryTest, AnEndlessListTakesRoomForWhatIsThere) {
 
 TEST(ArchiveMemoryTest, EndlessListsOfOtherThingsTakeRoomForWhatIsThere) {
   const std::string zeros(100000, '\0');
-  // A null handle is 4 bytes in the archive and 16 in memory, of which a list doubles its room.
+  // A null handle takes 4 bytes in the archive and 16 in memory, and a list grows by doubling its
+  // room.
   EXPECT_LE(peakOfRefusal<Handles>(endlessList(zeros)), firstRoom + 16 * zeros.size());
   EXPECT_LE(peakOfRefusal<Edgelets>(endlessList(zeros)), firstRoom + 8 * zeros.size());
   EXPECT_LE(peakOfRefusal<std::vector<Edgelets>>(endlessList(zeros)),

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 //
-// What the comments promise about time, on the worst inputs for which they promise it. The inputs
-// are so large that every answer takes a fraction of a second as promised, and from half a minute
-// to hours if it took time in proportion to the square of the input.
+// The running times that the comments promise, on the worst inputs to which the promises apply. The
+// inputs are so large that every answer takes a fraction of a second as promised, but would take
+// from half a minute to hours in time quadratic in the input.
 
 #include <cstddef>
 #include <limits>
@@ -62,13 +62,13 @@ TEST(CostTest, OfExtremalVerticesInManyDirections) {
 TEST(CostTest, OfPointsThatEveryWayToDecideContainmentIsAskedAbout) {
   const Points points = circle(200000);
   const qcRegion region(points, keep);
-  // Near a vertex only the ray knows.
+  // Near a vertex only the ray has the answer.
   for (std::size_t i = 0; i < 3; ++i) {
     EXPECT_TRUE(region.inside({640, 480}, false));
     region.inside(points[1000 * i], false);
     region.inside(points[1000 * i] + qcVector<2>(1e-7, 0), false);
   }
-  // Elsewhere a grid in the end.
+  // Elsewhere a grid answers after a while.
   for (int i = 0; i < 500000; ++i) region.inside({641 + 1e-4 * i, 480}, false);
   EXPECT_FALSE(region.inside({1139, 600}, false));
 }
@@ -111,7 +111,7 @@ qcPtrHandle_const<qcRegion> rectangle(double x, double y, double width, double h
       new qcRegion({{x, y}, {x + width, y}, {x + width, y + height}, {x, y + height}}, keep));
 }
 
-/// How many regions are left of a set that is regularized.
+/// The number of regions that remain when a set is regularized.
 std::size_t repaired(const Regions& regions) {
   qcRegionSet result({}, keep);
   qcRegionSet(regions, keep).regularize(result);
@@ -139,7 +139,7 @@ TEST(CostTest, OfMergingRegionsInRegions) {
   EXPECT_EQ(repaired(regions), 10000U);
 }
 
-/// Squares of 10 that lie in a row, each `step` from the one before it, every other one `stagger`
+/// Squares of side 10 in a row, each `step` from the previous one, every other one `stagger`
 /// higher.
 Regions tilesInARow(const qcVector<2>& step, double stagger) {
   Regions tiles;

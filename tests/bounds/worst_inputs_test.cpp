@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
-// The worst known inputs: every question about them ends, and takes no more memory than a small
-// multiple of what they take themselves.
+// The worst known inputs: every question about them is answered in the end, and takes no more
+// memory than a small multiple of their own.
 
 #include <cmath>
 #include <cstddef>
@@ -144,7 +144,7 @@ TEST(VertexIndexTest, AMillionCellsWhoseNumbersEndInZeroBitsAreKeptApart) {
   EXPECT_LE(watch.peakBytes(), 80 * points.size());
 }
 
-/// Has all the vertices `crowd` twice and a bow tie, which makes it cross itself.
+/// All the vertices of `crowd`, and a bow tie that makes the contour cross itself.
 Points withBowTie(const Points& crowd) {
   Points points = {{1000, 0}, {2000, 1000}, {2000, 0}, {1000, 1000}};
   points.insert(points.end(), crowd.begin(), crowd.end());
@@ -163,7 +163,7 @@ TEST(RepairTest, VerticesInOnePlaceDoNotTakeMemoryForEachOther) {
 }
 
 TEST(NestedRegionsTest, ThousandsOfThemAreNotComparedWithEachOther) {
-  // All pairs would take half a minute.
+  // Comparing all pairs would take half a minute.
   std::vector<Region> regions;
   for (int i = 0; i < 30000; ++i) {
     const double low = i;

@@ -10,7 +10,7 @@
 #include <platform/core/vector.h>
 #include <testing/shapes/shapes.h>
 
-/// Edges to and fro on one line, each over many others.
+/// Edges back and forth along one line, each overlapping many others.
 inline std::vector<qcVector<2>> scatteredOnLine(std::size_t n) {
   shapes::Random random(401);
   std::vector<qcVector<2>> points;

@@ -39,7 +39,7 @@ TEST(Align, WeighsItsPoints) {
   const Path path{line, false};
   const std::vector<WeighedPoint> heavy = {{{-1, 5}, 1.0}, {{1, 5}, 1.0}, {{0, 6}, 2.0}};
   const Alignment found = align(heavy, alike(line), Curves({&path, 1}));
-  // The line of least squares: the mean height is 5.5, and all are half a unit from it.
+  // The least-squares line: the mean height is 5.5, and all are half a unit from it.
   EXPECT_NEAR(found.residual, 0.5, 1e-9);
   EXPECT_TRUE(found.settled);
 }

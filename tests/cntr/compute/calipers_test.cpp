@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: MIT
 //
-// The rectangle on every edge of small hulls against the vertices that lie farthest by exact
-// numbers, and ties. The measures of the rectangles are tested with the functions of descriptors.h.
+// The rectangle on every edge of small hulls against the vertices that are farthest in exact
+// arithmetic, and ties. The measures of the rectangles are tested with the functions of
+// descriptors.h.
 
 #include <cntr/compute/calipers.h>
 

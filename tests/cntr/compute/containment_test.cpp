@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// How often the ray from a point crosses a path, by scan and by index. The same question to a
+// How often the ray from a point crosses a path, by scan and by index. The same question asked of a
 // region is in tests/cntr/model/region_queries_test.cpp, the ray's direction in
 // cleardirection_test.cpp.
 

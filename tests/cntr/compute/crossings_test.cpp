@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
-// Where a segment crosses a path, by scan and by index. The same questions to a contour are in
-// tests/cntr/model/contour_edges_test.cpp, the single edge's in probe_test.cpp.
+// Where a segment crosses a path, by scan and by index. The same questions asked of a contour are
+// in tests/cntr/model/contour_edges_test.cpp, those about a single edge in probe_test.cpp.
 
 #include <cntr/compute/crossings.h>
 
@@ -32,7 +32,7 @@ bool sameCrossings(const std::vector<Crossing>& a, const std::vector<Crossing>& 
   });
 }
 
-/// The answer of the scan, which must be that of the index, and of the count.
+/// The answer of the scan, which the index must also give, and the count must match.
 std::vector<Crossing> crossings(const Subject& s, const Point& a, const Point& b, bool touches) {
   const std::vector<Crossing> found = cntr::compute::crossings(s.scanned(), a, b, touches);
   EXPECT_TRUE(sameCrossings(cntr::compute::crossings(s.indexed(), a, b, touches), found));

@@ -57,7 +57,7 @@ TEST(ExactHull, IsTheHullOfTheDefinition) {
     qfConvexHull(points, rounded);
     lost += rounded != hull;
   }
-  // Otherwise turns in plain doubles would be enough.
+  // Otherwise computing the turns in plain doubles would be enough.
   EXPECT_GT(lost, 100);
 }
 

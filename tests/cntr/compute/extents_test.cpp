@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// How far vertices reach. The same questions to a contour are in
+// How far vertices reach. The same questions asked of a contour are in
 // tests/cntr/model/contour_extents_test.cpp.
 
 #include <cntr/compute/extents.h>

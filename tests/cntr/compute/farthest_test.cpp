@@ -22,7 +22,7 @@ using subject::Points;
 using subject::Subject;
 
 using Answer = std::tuple<std::size_t, std::size_t, double>;
-/// Unlike any pair of no distance.
+/// No pair: different from any pair at distance 0.
 constexpr Answer nothing{0, 0, -1.0};
 
 Answer answerOf(const std::optional<VertexPair>& pair) {
@@ -38,7 +38,7 @@ Answer farthest(const Subject& s) {
 
 Answer farthest(const Points& points) { return farthest(Subject(points, true)); }
 
-/// The definition: every pair in turn, the first one of the largest distance.
+/// The definition: every pair in turn, the first one with the largest distance.
 Answer byDefinition(const Points& points) {
   Answer best{0, 0, 0.0};
   for (std::size_t i = 0; i < points.size(); ++i) {
@@ -82,7 +82,7 @@ TEST(FarthestPairTest, IsNothingWhereNoDistanceIsAboveZero) {
 TEST(FarthestPairTest, PassesOverNanAndTakesInfiniteDistances) {
   EXPECT_EQ(farthest(Points{{nan, 0}, {0, 0}, {nan, 9}, {3, 4}}), Answer(1, 3, 5.0));
   EXPECT_EQ(farthest(Points{{0, 0}, {infinity, 0}, {1, 1}}), Answer(0, 1, infinity));
-  // Infinitely far out on the same side, they are at no distance from each other.
+  // Infinity minus infinity is NaN, so there is no distance between these two.
   EXPECT_EQ(farthest(Points{{infinity, 0}, {infinity, 1}}), nothing);
 }
 

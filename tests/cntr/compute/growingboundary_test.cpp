@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// The boundary that others are joined to, beside splice() of lists of vertices.
+// The boundary that others are joined to, compared with splice() of lists of vertices.
 
 #include <cntr/compute/growingboundary.h>
 
@@ -19,7 +19,7 @@ using subject::Point;
 using subject::Points;
 using subject::Subject;
 
-/// Asks and joins one after the other, and compares with lists; the number of joints.
+/// Tests and joins one after the other, and compares with lists. Returns the number of joints.
 std::size_t expectSpliced(const std::vector<Points>& parts) {
   Points expected = parts.front();
   GrowingBoundary grown({expected, true});
@@ -61,7 +61,7 @@ TEST(GrowingBoundaryTest, StaysAsItIsWhenNothingCrosses) {
 }
 
 TEST(GrowingBoundaryTest, SendsEdgesWithoutLengthToTheOriginWithTheNextJoint) {
-  // Tiles that meet in their corners leave such edges at every joint.
+  // Tiles that meet at their corners leave such edges at every joint.
   std::vector<Points> tiles;
   for (int k = 0; k < 12; ++k) tiles.push_back(rectangle(3 + k, 5, 1, 1));
   EXPECT_EQ(expectSpliced(tiles), 11U);
@@ -69,7 +69,7 @@ TEST(GrowingBoundaryTest, SendsEdgesWithoutLengthToTheOriginWithTheNextJoint) {
   EXPECT_EQ(expectSpliced(tiles), 12U);
   tiles.insert(tiles.begin(), {{4, 4}, {6, 6}, {6, 6}, {4, 6}});
   EXPECT_EQ(expectSpliced(tiles), 13U);
-  // A zero with a sign is another one.
+  // Negative zero has different bits.
   EXPECT_EQ(expectSpliced({{{-0.0, 0.0}, {-0.0, 0.0}, {2, 0}, {2, 2}},
                            rectangle(1, -1, 5, 1.5),
                            rectangle(5, -2, 3, 3)}),
@@ -77,8 +77,8 @@ TEST(GrowingBoundaryTest, SendsEdgesWithoutLengthToTheOriginWithTheNextJoint) {
 }
 
 TEST(GrowingBoundaryTest, IsNotJoinedAtAnEdgeWithoutLengthThatWouldCross) {
-  // The second edge meets the rectangle in the origin, but its 5e-16 are no length; the third one
-  // begins there.
+  // The second edge meets the rectangle in the origin, but its length of 5e-16 counts as none; the
+  // third one begins there.
   EXPECT_EQ(expectSpliced({{{0, 0}, {0, 5e-16}, {0, 5}, {0.5, 5}, {0.5, 2}, {0.5, 0}},
                            rectangle(-1, -2, 2, 2)}),
             1U);

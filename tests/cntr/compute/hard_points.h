@@ -16,7 +16,7 @@ using shapes::Point;
 using shapes::Points;
 using shapes::Random;
 
-/// `p` with a coordinate moved to the next double, now and then.
+/// `p`, now and then with a coordinate moved to the next double.
 inline Point nudged(Random& random, const Point& p) {
   const double towards = random.chance(0.5) ? 1e300 : -1e300;
   if (random.chance(0.4)) return p;
@@ -34,7 +34,7 @@ inline Points needle(Random& random, std::size_t n) {
   return points;
 }
 
-/// A square, or one with a corner moved by a rounding, turned by an angle that needs none or not.
+/// A square, turned with or without rounding; some have corners moved to the next double.
 inline Points nearSquare(Random& random) {
   const bool isExact = random.chance(0.5);
   const double c = isExact ? 3.0 : random.uniform(-1.0, 1.0);

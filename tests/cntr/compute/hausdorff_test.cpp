@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
-// The farthest point of a curve from another: within an edge, where there is no vertex, and not
-// above what is known already.
+// The farthest point of a curve from another: within an edge, where there is no vertex, and never
+// nearer than what is known already.
 
 #include <cntr/compute/hausdorff.h>
 

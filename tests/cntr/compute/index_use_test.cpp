@@ -31,7 +31,7 @@ Points shifted(Points points, const Point& by, std::size_t first, std::size_t la
   return points;
 }
 
-/// A star that crosses itself, and an index that has it far away.
+/// A star that crosses itself, and an index that places it far away.
 class IndexUseTest : public testing::Test {
  protected:
   Points points_ = shapes::crossingStar(n);
@@ -58,7 +58,7 @@ TEST_F(IndexUseTest, CrossingsAreLookedForWhereTheIndexTells) {
 }
 
 TEST_F(IndexUseTest, SelfCrossingsAreLookedForWhereTheIndexTells) {
-  // Boxes that keep apart rule out what lies in different ones.
+  // Boxes that are apart rule out crossings between their edges.
   const Points stretched = [&] {
     Points far;
     for (std::size_t i = 0; i < n; ++i) far.emplace_back(1e4 * static_cast<double>(i / 10), 0.0);
@@ -94,7 +94,7 @@ TEST_F(IndexUseTest, TheExtremalVertexIsLookedForWhereTheIndexTells) {
 }
 
 TEST_F(IndexUseTest, TheFarthestPairIsLookedForWhereTheIndexTells) {
-  // The boxes say that nothing is farther apart than the pair that is tried first.
+  // According to the boxes, nothing is farther apart than the pair that is tried first.
   const Points together(n, center);
   const EdgeIndex index(Path{together, true});
   // The first vertex leads to (10, 0) and on from there: the pair across is found by searching.

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// Measures of a path as a wire. The same questions to a contour are in
+// Measures of a path as a wire. The same questions asked of a contour are in
 // tests/cntr/model/contour_measures_test.cpp.
 
 #include <cntr/compute/length.h>

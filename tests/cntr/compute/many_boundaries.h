@@ -22,7 +22,7 @@ inline Points rectangle(double x, double y, double width, double height) {
   return {{x, y}, {x + width, y}, {x + width, y + height}, {x, y + height}};
 }
 
-/// 2 to 12 vertices with finite coordinates, around the size of 1; edges may have no length.
+/// 2 to 12 vertices with finite coordinates, of size 1 or so; edges may have no length.
 inline Points smallShape(shapes::Random& random) {
   while (true) {
     Points points = shapes::anyFinite(random.next(), 12).points;
@@ -35,8 +35,8 @@ inline Points smallShape(shapes::Random& random) {
   }
 }
 
-/// One of `count` boundaries: tiles in a row, in a grid, in a chain, one in the other, or anything
-/// anywhere; now and then a long bar across.
+/// Boundary `k` of `count`: tiles in a row, in a grid, in a chain, nested, or any shapes anywhere;
+/// now and then a long bar across.
 inline Points oneOf(shapes::Random& random, std::size_t arrangement, std::size_t k,
                     std::size_t count) {
   const double place = static_cast<double>(k);

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// Whether any of many paths crosses another, beside the pairs one by one.
+// Whether any of many paths crosses another, compared with the pairs one by one.
 
 #include <cntr/compute/manycrossings.h>
 

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// The one pass that joins boundaries that cross, beside the same pass over all pairs.
+// The one pass that joins boundaries that cross, compared with the same pass over all pairs.
 
 #include <cntr/compute/merging.h>
 
@@ -52,7 +52,7 @@ std::optional<std::vector<Remaining>> merged(const std::vector<Points>& all) {
   return cntr::compute::mergeCrossing(targets, cntr::index::RegionIndex(boxes));
 }
 
-/// Compares the two; how many are left, 0 when one could not be spliced.
+/// Compares the two. Returns how many are left, 0 if one could not be spliced.
 std::size_t expectMergedAsPairs(const std::vector<Points>& all) {
   const auto expected = mergedPairByPair(all);
   const auto found = merged(all);
@@ -88,7 +88,7 @@ TEST(MergeCrossingTest, TheOneMovedIntoAPlaceIsPassedBy) {
 }
 
 TEST(MergeCrossingTest, JoinsWhatComesNearAsTheBoundaryGrows) {
-  // Each link meets the one before it alone, in the order of the list and against it.
+  // Each link meets only the one before it, in the order of the list and against it.
   std::vector<Points> chain;
   for (int k = 0; k < 40; ++k) chain.push_back(rectangle(k, 0.3 * k, 1.2, 1.1));
   expectMergedAsPairs(chain);

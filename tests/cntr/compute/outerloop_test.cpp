@@ -81,7 +81,7 @@ TEST(OuterLoopTest, OfManyTouchesIsThatOfThePlainDefinition) {
 }
 
 TEST(OuterLoopTest, OfVerticesNearlyInOnePlaceIsThatOfThePlainDefinition) {
-  // Touching is not transitive: of three vertices two may lie in one place with the third alone.
+  // Touching is not transitive: two vertices may each touch a third but not each other.
   for (std::uint64_t seed = 1; seed <= repetitions(2000) && !HasFailure(); ++seed) {
     SCOPED_TRACE(seed);
     shapes::Random random(seed);

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
-// The outline that builds what questions need, once: its answers are those of the plain scans, the
-// first time and later.
+// The outline builds what questions need, once: its answers are those of the plain scans, the first
+// time and later.
 
 #include <cntr/compute/outline.h>
 
@@ -45,7 +45,7 @@ TEST(OutlineTest, OfOneVertexHoldsIt) {
 }
 
 TEST(OutlineTest, AnswersLikeThePlainScans) {
-  // Around and above the size from which on it makes an index.
+  // Around and above the size from which it makes an index.
   forEachShape(repetitions(400), shapes::any, 1, 100, [](const Subject& s, shapes::Random& random) {
     const Outline outline(s.points());
     const Subject closed(s.points(), true);

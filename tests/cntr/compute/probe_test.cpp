@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
-// One segment against one edge: what counts as a crossing, and that the cheap tests rule out
-// nothing that would.
+// One segment against one edge: what counts as a crossing, and that the cheap tests never reject
+// one.
 
 #include <cntr/compute/probe.h>
 

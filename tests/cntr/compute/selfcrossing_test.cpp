@@ -54,7 +54,7 @@ TEST(CrossesItselfTest, EdgesThatMeetInAVertexDoNot) {
 }
 
 TEST(CrossesItselfTest, AVertexInsideAnotherEdgeDoes) {
-  // Its two edges end on the other one, which counts for the other one: its own ends are clear.
+  // Both edges at the vertex end on the other edge, which crosses them: its own ends are clear.
   EXPECT_TRUE(crossesItself({{0, 0}, {4, 0}, {4, 4}, {2, 0}, {0, 4}}));
   EXPECT_FALSE(crossesItself({{0, 0}, {4, 0}, {4, 4}, {2, 0.5e-6}, {0, 4}})) << "boxes apart";
 }
@@ -101,7 +101,7 @@ TEST(CrossesItselfTest, IsThatOfThePlainDefinition) {
   });
 }
 
-/// Exchanges two neighbours of a simple outline, which makes it cross itself there alone.
+/// Exchanges two neighbours of a simple outline, which makes it cross itself only there.
 Points withOneCrossing(Points points, std::size_t at) {
   std::swap(points[at], points[at + 1]);
   return points;
@@ -119,7 +119,7 @@ TEST(CrossesItselfTest, OneCrossingIsFoundWhereverItIs) {
 }
 
 TEST(CrossesItselfTest, SpikesSideBySideDoNot) {
-  // Boxes that all overlap, edges that keep clear: strips tell.
+  // Boxes that all overlap, but edges that keep clear: the strips decide.
   Points points;
   for (int i = 0; i < 100; ++i) {
     points.emplace_back(3 * i, 5 * i);

@@ -45,7 +45,7 @@ double anyTolerance(shapes::Random& random) {
   return tolerances[random.below(8)];
 }
 
-/// Whether products of coordinates overflow: edges that meet are not found for certain then.
+/// Whether products of coordinates overflow: edges that meet are then not found reliably.
 bool areHuge(const Points& points) {
   return std::any_of(points.begin(), points.end(), [](const Point& p) {
     const auto isHuge = [](double x) { return std::isfinite(x) && std::abs(x) > 1e140; };

@@ -20,7 +20,7 @@ using subject::Points;
 using subject::Subject;
 using testing::ElementsAre;
 
-/// Empty when the two do not cross; the answer by scan, which must be that by index as well.
+/// The answer of the scan, empty if the two do not cross; it must be that of the index as well.
 Points spliced(const Subject& mine, const Subject& other) {
   const auto scanned = cntr::compute::splice(mine.path(), other.scanned());
   const auto indexed = cntr::compute::splice(mine.path(), other.indexed());

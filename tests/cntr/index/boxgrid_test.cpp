@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// The grid of boxes, compared with a look at every box, and when there is none.
+// The grid of boxes, compared with testing every box, and when there is no grid.
 
 #include <cntr/index/boxgrid.h>
 

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// The tree of boxes sorted by place, compared with a look at every box.
+// The tree of boxes sorted by place, compared with testing every box.
 
 #include <cntr/index/boxtree.h>
 
@@ -135,7 +135,7 @@ TEST(BoxTreeTest, VisitsEveryBoxOnceByDistanceWhileThereIsNoLimit) {
   expectEveryBoxOnce(nearestFirst);
 }
 
-/// Finds nearest boxes by lowering the limit; gives the visits for each.
+/// Finds nearest boxes by lowering the limit. Returns the visits for each.
 template <class ForEach>
 double visitsToNearest(ForEach forEach) {
   shapes::Random random(33);

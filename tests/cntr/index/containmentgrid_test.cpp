@@ -127,8 +127,8 @@ TEST(ContainmentGridTest, AnswersOnTheLinesBetweenItsCellsAndInTheHeightOfVertic
 /// A coordinate of the corners and middles of a grid of 16 by 16 cells of width 1.
 double halfStep(shapes::Random& random) { return 0.5 * static_cast<double>(random.below(33)); }
 
-/// A ring over such a grid whose edges pass through corners and middles of sides of cells, or all
-/// but pass through them.
+/// A ring over such a grid whose edges pass through corners and middles of sides of cells, or
+/// nearly so.
 Points latticeRing(shapes::Random& random) {
   Points ring{{0, 0}};
   const double noise = random.chance(0.5) ? 0.0 : std::pow(10.0, random.uniform(-13.0, -5.0));

@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
 // The edge index by itself: every search visits what matters, in the promised order, and little
-// else. That answers found through it are those of plain scans is tested in
-// contour_properties_test.cpp.
+// else. contour_properties_test.cpp tests that answers found through it are those of plain scans.
 
 #include <cntr/index/edgeindex.h>
 
@@ -48,7 +47,7 @@ std::vector<Run> runsThat(const EdgeIndex& index, MayMatter mayMatter) {
   return runs;
 }
 
-/// Sizes around those where a level gets full.
+/// Sizes around those at which a level becomes full.
 std::vector<std::size_t> sizes() {
   std::vector<std::size_t> sizes;
   for (std::size_t n = 0; n < 140; ++n) sizes.push_back(n);

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
-// From which size or question on an index is made. That shapes follow the policy is tested in
-// waystaken_test.cpp.
+// The size, or the amount of work, from which an index is made. waystaken_test.cpp tests that
+// shapes follow the policy.
 
 #include <cntr/index/policy.h>
 

@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
-// Turned boxes: that they contain what they are made of, and that none is reported apart from what
-// it touches. Also that self-crossing of spikes side by side, which uses them, gives the plain
-// answer.
+// Turned boxes: they contain what they are made of, and are never reported as apart from what they
+// touch. Also that self-crossing of spikes side by side, which uses them, gives the plain answer.
 
 #include <cntr/index/strips.h>
 
@@ -91,7 +90,7 @@ TEST(StripTest, IsNeverApartFromWhatSharesAPoint) {
   const auto any = [&random](double low, double high) { return random.uniform(low, high); };
   for (std::size_t i = 0; i < repetitions(20000); ++i) {
     const Point shared(any(-100.0, 100.0), any(-100.0, 100.0));
-    // A strip that holds the shared point somewhere in it.
+    // A strip that contains the shared point.
     const auto around = [&] {
       const Strip s = strip({0.0, 0.0}, any(0.0, 360.0), any(0.0, 50.0), any(0.0, 5.0));
       const Point across(-s.along.y(), s.along.x());

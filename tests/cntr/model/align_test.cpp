@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
-// Alignment: known motions are found again from any rotation, the residual is that of the literal
-// definition, no small motion makes it less, and neither does a literal search of all motions.
+// Alignment: known motions are recovered from any rotation, the residual is that of the literal
+// definition, and neither a small motion nor a literal search of all motions reduces it.
 
 #include <cmath>
 #include <limits>
@@ -114,7 +114,7 @@ void expectNoWorseThanLiteral(const Points& nominal, double size, std::uint64_t 
   SCOPED_TRACE(seed);
   EXPECT_TRUE(found.settled);
   EXPECT_LE(found.residual, literal.residual + share * closed(nominal).length());
-  // The search finds something: shaking moves no point by more than this.
+  // The literal search works: shaking moves no point by more than this.
   EXPECT_LE(literal.residual, 1.5 * size + 1e-3);
 }
 

@@ -376,7 +376,7 @@ TEST(ContourStoringTest, OfAnOldRecordDoesNotAskForTheLabel) {
   EXPECT_EQ(storedBytes([&](qcArchive& archive) { archive || contour; }), fromHex(oldRecordHex));
 }
 
-/// A contour that counts how often it was told to forget, and what it held then.
+/// A contour that counts how often it was told to forget, and records what it held then.
 class Forgetful : public qcContour {
  public:
   Forgetful() : qcContour({{0, 0}, {5, 0}}, false, 0) {}
@@ -438,7 +438,7 @@ void expectOwnAnswers(const qcContour& contour) {
   EXPECT_EQ(contour.isSelfIntersecting(), fresh.isSelfIntersecting());
 }
 
-/// What loading damaged bytes meets: a contour that has answered questions.
+/// What damaged bytes are loaded into: a contour that has answered questions.
 class DamagedContourTest : public testing::TestWithParam<std::string> {
  protected:
   static std::string undamaged() { return fromHex(GetParam()); }

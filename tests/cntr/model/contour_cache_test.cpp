@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 //
-// What a contour remembers, until when, and what a copy of it takes along. The vertices are
-// replaced behind the contour's back: an answer from the old ones was remembered, one from the new
-// ones computed. The lists that are keyed by an argument are tested by themselves in
+// What a contour remembers, for how long, and what a copy takes over. The vertices are replaced
+// behind the contour's back: an answer from the old ones was remembered, one from the new ones was
+// computed. The lists that are keyed by an argument are tested by themselves in
 // keyedresults_test.cpp.
 
 #include <cmath>
@@ -29,7 +29,7 @@ using testing::IsEmpty;
 
 constexpr double nan = std::numeric_limits<double>::quiet_NaN();
 
-/// Shapes of six vertices on which every question below has another answer.
+/// Shapes of six vertices on which every question below has a different answer.
 const Points before = {{0, 0}, {4, 0}, {7, 1}, {4, 3}, {2, 5}, {0, 3}};
 const Points after = {{1, 9}, {0, 0}, {9, 1}, {3, 30}, {20, 5}, {-3, 3}};
 
@@ -299,8 +299,8 @@ TEST(ContourEdgeIndexCacheTest, IsForgottenWhenThePointsChangeOrTheContourIsOpen
   EXPECT_EQ(contour.closestVertexIndex({6, 6}), 1);
 }
 
-/// The keys among 0, 1, ..., 9 whose answers, keyed by angle or by transform, the contour, which
-/// had the vertices `before`, still knows. Asks copies, so that nothing is dropped.
+/// The keys among 0, 1, ..., 9 whose answers, keyed by angle or by transform, are still known to
+/// the contour, which had the vertices `before`. Asks copies, so that nothing is dropped.
 using KeysIn = std::function<std::vector<int>(const ContourProbe&)>;
 using AskKey = std::function<void(const ContourProbe&, int)>;
 
@@ -354,7 +354,7 @@ class ContourKeyedCacheTest : public testing::TestWithParam<KeyedCache> {
   }
   static std::vector<int> keysIn(const ContourProbe& contour) {
     std::vector<int> keys;
-    // Elsewhere, so that looking draws none of this thread's random numbers.
+    // On another thread, so that looking draws none of this thread's random numbers.
     onFreshThread([&] { keys = GetParam().keysIn(contour); });
     return keys;
   }

@@ -25,7 +25,7 @@ class ContourProbe : public qcContour {
   ContourProbe(const std::vector<qcVector<2>>& points, bool closed)
       : qcContour(points, closed, 0) {}
 
-  /// Forgets nothing. Indexes of the edges stay those of the old vertices: give as many new ones.
+  /// Forgets nothing. Indexes of the edges stay those of the old vertices: give the same number.
   void replaceBehindItsBack(const Points& points) {
     keepsAnswers_ = true;
     setPoints(points);

@@ -30,7 +30,7 @@ namespace {
 using same::sameOutcome;
 using shapes::Random;
 
-/// A shape as both see it.
+/// A shape as both implementations see it.
 struct Subject {
   explicit Subject(const shapes::Shape& shape)
       : contour(shape.points, shape.closed), plain{shape.points, shape.closed} {}
@@ -41,7 +41,7 @@ struct Subject {
   plain::Contour plain;
 };
 
-/// Calls check(subject, random) for as many shapes until one fails.
+/// Calls check(subject, random) for that many shapes, or until one fails.
 template <class Check>
 void forEachShape(std::size_t count, std::size_t maxVertices, Check check) {
   for (std::uint64_t seed = 0; seed < repetitions(count); ++seed) {

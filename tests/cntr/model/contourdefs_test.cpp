@@ -134,8 +134,8 @@ TYPED_TEST(ContourDefsErrorTest, IsNotCaughtAsAnArchiveError) {
   EXPECT_EQ((caughtAs<qcArchive::Errors>(TypeParam())), "missed");
 }
 
-/// An exception that reports its deletion. Nothing else about it is its own, so that it raises
-/// itself as its base.
+/// An exception that reports its deletion. It overrides nothing else, so that it raises itself as
+/// its base.
 template <class X>
 class Watched : public X {
  public:

@@ -32,7 +32,7 @@ Points permuted(const Points& points, std::uint64_t seed) {
   return order;
 }
 
-/// Within a unit in the last place, or lost in the digits of the coordinates.
+/// Within a unit in the last place, plus 1e-28 of the largest coordinate.
 void expectRounded(double answer, double exact, double largest) {
   const double unit = std::nextafter(std::abs(exact), infinity) - std::abs(exact);
   EXPECT_LE(std::abs(answer - exact), unit + 1e-28 * largest) << answer << " for " << exact;

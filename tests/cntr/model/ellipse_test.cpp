@@ -74,8 +74,8 @@ TEST(EllipseFromInertiaDataTest, OfAnUprightRectangleLiesAlongY) {
   EXPECT_NEAR(geom.radius1 / geom.radius2, 2, 1e-12);
 }
 
-/// The scale at which the smaller of the two moments is 1e-12, less than which nothing is an
-/// ellipse any more.
+/// The scale at which the smaller of the two moments is 1e-12, below which nothing counts as an
+/// ellipse.
 double smallestScale(double ratio) { return std::pow(4e-12 / (pi * ratio * ratio * ratio), 0.25); }
 
 TEST(EllipseFromInertiaDataTest, FindsTheAxesOfEllipsesOfAllSizesInAllDirections) {

@@ -14,7 +14,7 @@ namespace {
 
 constexpr std::size_t kilobyte = 1000;
 
-/// Everything that a region remembers the answer of.
+/// Asks everything whose answer a region remembers.
 void askEverything(const qcRegion& region) {
   region.length();
   region.meanPosition();

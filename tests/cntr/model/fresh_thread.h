@@ -6,7 +6,7 @@
 
 #include <thread>
 
-/// Runs `work` on it, to its end.
+/// Runs `work` on such a thread and waits for its end.
 template <class Work>
 void onFreshThread(Work work) {
   std::thread thread(work);

@@ -22,8 +22,8 @@ using shapes::Point;
 using shapes::Points;
 using Invariants = std::array<double, 7>;
 
-/// The powers of the size of the third moments that each invariant is made of: its rounding errors
-/// grow with that, or with the size of the second moments.
+/// The sizes of the products of moments that make up each invariant: its rounding errors grow with
+/// them, or with the size of the second moments.
 Invariants sizesOf(const Invariants& hu) {
   const double second = hu[0];
   const double third = hu[2] + hu[3];
@@ -33,7 +33,7 @@ Invariants sizesOf(const Invariants& hu) {
 void expectNear(const Invariants& answer, const Invariants& exact, double tolerance) {
   const Invariants sizes = sizesOf(exact);
   for (std::size_t i = 0; i < 7; ++i) {
-    // Third moments about the centre are differences: their share of the second ones' size stays.
+    // Third moments about the centre are differences: errors as large as the second ones' remain.
     const double lost = i >= 2 ? tolerance * std::pow(sizes[0], i == 2 || i == 3 ? 3.0 : 4.0) : 0.0;
     EXPECT_NEAR(answer[i], exact[i], tolerance * sizes[i] + lost) << "invariant " << i + 1;
   }

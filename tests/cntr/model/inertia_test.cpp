@@ -198,7 +198,7 @@ TEST(CenterOfMassTest, GoesByTwoMoreNames) {
   EXPECT_EQ(qf_CenterOfMass(edgeletsAt({{5, 7}, {11, 13}})), Point(0, 0));
 }
 
-/// A triangle of twice the area `w`.
+/// A triangle of area `w` / 2.
 Points triangleOfTwiceTheArea(double w) { return {{0, 0}, {1, 0}, {1, w}}; }
 
 TEST(CenterOfMassTest, IsTheOriginUpToTwiceAnAreaOf1e6) {
@@ -214,7 +214,7 @@ TEST(CenterOfMassTest, OfAShapeAThousandthAcrossIsTheOrigin) {
   EXPECT_NEAR(qnContour::centerOfMass(rectangle(50, 50, 0.0015, 0.0015)).x(), 50.00075, 1e-5);
 }
 
-/// A thin triangle with a far sliver from the origin whose twice the area is `w`.
+/// A thin triangle with a sliver of area `w` / 2 that reaches far from the origin.
 Points withSliver(double w) {
   constexpr double far = 0x1p40;
   return {{0, 0}, {far, 0}, {far, w / far}, {0, 0}, {1, 0}, {1, 1e-5}};
@@ -345,7 +345,7 @@ TEST(InertiaDataTest, HoldsWhatItIsMadeOf) {
   EXPECT_EQ(data.inertiaMatrix(), qcMatrix<2>(4, 5, 6, 7));
 }
 
-/// A matrix that remembers the determinant of an earlier content.
+/// A matrix that remembers the determinant of its earlier elements.
 qcMatrix<2> withOldDeterminant() {
   qcMatrix<2> matrix(2, 0, 0, 2);
   matrix.element(0, 0, 50);

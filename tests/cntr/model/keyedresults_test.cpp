@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
 // The bounded lists of results. Which one a full list drops is chosen by randomindex.h; how
-// contours use the lists is asked in contour_cache_test.cpp.
+// contours use the lists is tested in contour_cache_test.cpp.
 
 #include <cntr/model/keyedresults.h>
 

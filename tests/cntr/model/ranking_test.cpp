@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// Items by rank, beside a plain list of them.
+// Items by rank, compared with a plain list of them.
 
 #include <cntr/model/ranking.h>
 

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// The messages of what shapes throw.
+// The messages of the exceptions that shapes throw.
 
 #pragma once
 

@@ -16,7 +16,7 @@ namespace {
 using namespace fixtures;
 using testing::IsEmpty;
 
-/// A region of the numbers that are easy to read in bytes: (0, 0), (2, 0), (0, 2).
+/// A region whose numbers are easy to read in bytes: (0, 0), (2, 0), (0, 2).
 Points triangle() { return {{0, 0}, {2, 0}, {0, 2}}; }
 
 const std::string two = " 00000000 00000040";
@@ -57,7 +57,7 @@ std::string unknownVersionOf(const std::string& text, Object& object) {
   return "no UnknownVersion was thrown";
 }
 
-/// Why loading `object` from `text` is refused as no archive.
+/// The message with which loading `object` from `text` is refused as BadFormat.
 template <class Object>
 std::wstring badFormatOf(const std::string& text, Object& object) {
   try {
@@ -541,7 +541,8 @@ struct Everything {
 
 enum class Outcome { eLoaded, eTruncated, eRefused };
 
-/// Loads everything and asks what was loaded; any other end than those of Outcome fails the test.
+/// Loads everything and asks what was loaded; any outcome that Outcome does not name fails the
+/// test.
 Outcome loadAndAsk(const std::string& bytes) {
   Everything all;
   try {

@@ -32,7 +32,7 @@ inline Points square(double x, double y, double size) { return rectangle(x, y, s
 /// Two triangles that meet at (1, 1): the second edge is the first that crosses nothing.
 inline Points bowTie() { return {{0, 0}, {2, 2}, {2, 0}, {0, 2}}; }
 
-/// A star of five tips drawn in one stroke: every edge is crossed twice.
+/// A five-pointed star drawn in one stroke: every edge is crossed twice.
 inline Points pentagram() { return {{0, 10}, {6, -8}, {-9, 3}, {9, 3}, {-6, -8}}; }
 
 inline Handle handle(const Points& points) { return Handle(new qcRegion(points, keep)); }
@@ -65,7 +65,7 @@ inline qcRegion regionWithNullHole() {
 }
 
 /// Makes its own contour part, as the most derived class must, and remembers its answers when asked
-/// to: they then tell what was computed before, and what anew.
+/// to: they then show what was computed before, and what anew.
 class WatchedRegion : public qcRegion {
  public:
   explicit WatchedRegion(const Points& points) : qcContour(points, true, 0) {}

@@ -359,7 +359,7 @@ TEST(RegionPropertiesTest, BoundariesAreTracedAsThePlainOnes) {
   EXPECT_GT(traced, repetitions(500));
 }
 
-/// Vertices of which many lie in the same places, exactly or within 1e-6.
+/// Vertices, many of which lie in the same places, exactly or within 1e-6.
 plain::Points touchingList(shapes::Random& random) {
   plain::Points points = random.chance(0.5)
                              ? shapes::gridPoints(random, 2 + random.below(30), 1 + random.below(6))

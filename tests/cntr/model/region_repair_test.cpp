@@ -138,7 +138,7 @@ TEST(RegionRepairTest, TheClosingEdgeIsNotTriedAsAStart) {
 }
 
 TEST(RegionRepairTest, AnEdgeBetweenCollinearOnesCannotStart) {
-  // The only edge that nothing crosses continues straight on: the probe meets one neighbour alone.
+  // The only edge that nothing crosses continues straight on: the probe meets only one neighbour.
   const Points straightOn = {{-2, 9}, {0, 9}, {2, 9}, {6, -7}, {-8, 3}, {8, 3}, {-6, -7}};
   EXPECT_EQ(badParamsOf([&] { regularized(straightOn); }), L"invalid contour");
 }

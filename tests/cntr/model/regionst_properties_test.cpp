@@ -144,7 +144,7 @@ void expectSameRepair(const plain::Regions& regions) {
 }
 
 /// Whether the set can be asked for crossings at all: with regions of fewer than 2 vertices it
-/// throws once and then takes itself for one that does not cross, see regionst_measures_test.cpp.
+/// throws once and then takes itself not to cross, see regionst_measures_test.cpp.
 bool canBeAskedForCrossings(const plain::Regions& regions) {
   for (const plain::Region& region : regions) {
     if (region.points.size() < 2) return false;
@@ -196,7 +196,7 @@ TEST(RegionSetPropertiesTest, SquaresAreMergedAsThePlainOnes) {
   EXPECT_GT(repaired, repetitions(500));
 }
 
-/// How tiles lie: in a row, in rows or bricks; `shift` is that of each against the one before it.
+/// How tiles lie: in a row, in rows or bricks; `shift` is from each to the next.
 struct Tiling {
   std::size_t columns;
   plain::Point shift;

@@ -202,7 +202,7 @@ TEST(RegionSetRepairTest, ADegenerateEdgeGivesTheJoinedBoundaryTheOrigin) {
 }
 
 TEST(RegionSetRepairTest, RegionsThatMeetFromOneSideAloneCannotBeJoined) {
-  // The second one meets the first in edges of 5e-16 alone, which have no line when asked for
+  // The second one meets the first only in edges of 5e-16, which have no line when asked for
   // crossings themselves.
   const Handles regions = {handle({{-1, -2}, {1, -2}, {1, 0}, {-1, 0}}),
                            handle({{0, 0}, {0, 5e-16}, {0, 5}, {0.5, 5}, {0.5, 5e-16}, {0.5, 0}})};

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 //
-// The fast ways are taken: which questions are answered by a grid, an index, a ray or a scan, from
-// which one on, and that copies and forgetting treat indexes as answers. That all ways give the
-// same answers is tested elsewhere.
+// That the fast ways are taken: which questions are answered by a grid, an index, a ray or a scan,
+// starting with which one, and that copies and forgetting treat indexes as answers. That all ways
+// give the same answers is tested elsewhere.
 
 #include <cntr/model/waystaken.h>
 

@@ -37,7 +37,7 @@ Points moved(Points ring, const qcVector<2>& by, double factor) {
   return ring;
 }
 
-/// Vertices in the order of directions around the origin, 10 to 40 away; of `turns` turns.
+/// Vertices in order of direction around the origin, 10 to 40 away, in `turns` turns.
 Points star(shapes::Random& random, std::size_t n, std::size_t turns) {
   const Points directions = shapes::regularPolygon(n, 1.0, {0, 0});
   Points ring;
