@@ -1,13 +1,16 @@
 // SPDX-License-Identifier: MIT
 //
 // A plain scan computes and sorts all angles. With the index, the plane around p is swept in narrow
-// wedges of a few vertices each, until a gap is wide enough. Two short cuts keep the sweep from
+// wedges of a few vertices each, until a gap is wide enough. Three short cuts keep the sweep from
 // meeting every vertex where the first wide gap comes late:
 //
 // - Empty wedges are skipped by widening them; the next vertex is then found by halving.
 // - Where the curve runs around p in edges that each span less than pi / n as seen from p, no gap
 //   between their vertices can be wide enough: the sweep follows the curve with a cheap test of
 //   each edge, and resumes where that fails.
+// - Where a wedge is crowded, as along a row of shapes, the sweep leaps to any vertex less than pi
+// /
+//   n ahead: no gap on the way to it can be wide enough, however many vertices lie there.
 //
 // A sweep that tests too many boxes is abandoned in favour of the scan.
 //
@@ -94,18 +97,21 @@ class Sweep {
         if (last_) {
           if (const auto found = bisector(last_->angle, sight.angle, step_)) return *found;
         } else {
-          first_ = sight;
+          first_ = sight.angle;
         }
         last_ = sight;
       }
       if (last_) followCurve();
     }
-    return bisector(last_->angle, first_->angle, step_).value_or(qcVector<2>(1.0, 0.0));
+    const double first = first_ ? *first_ : leastAngle();
+    return bisector(last_->angle, first, step_).value_or(qcVector<2>(1.0, 0.0));
   }
 
  private:
   static constexpr double fullTurn = qcRadian::fullTurn;
   static constexpr double widestWedge = 1.5;
+  /// What spans less than this share of a wide gap does so by more than any rounding.
+  static constexpr double certainty = 1.0 - 1e-6;
 
   /// The usual wedge holds this many vertices on average.
   double usualWidth() const {
@@ -134,8 +140,25 @@ class Sweep {
       width *= 0.5;
       if (!mayHoldVertex(swept_, swept_ + width)) swept_ += width;
     }
-    collect(swept_ + width);
+    collectOrLeap(width);
     return true;
+  }
+
+  /// Collects the vertices of a wedge of this width, or of a narrower one where they are too many;
+  /// or collects nothing, having leapt ahead.
+  void collectOrLeap(double width) {
+    constexpr std::size_t crowd = 64;
+    const double high = swept_ + width;
+    if (collect(high, crowd)) return;
+    inWedge_.clear();
+    bool hasLeapt = false;
+    while (swept_ < high && leap()) hasLeapt = true;
+    if (hasLeapt) return;
+    std::size_t most = crowd;
+    while (!collect(swept_ + width, most)) {
+      width *= 0.5;
+      if (width < 0.5 * step_) most = path_.points.size();
+    }
   }
 
   bool mayHoldVertex(double low, double high) {
@@ -149,23 +172,60 @@ class Sweep {
                               });
   }
 
-  /// Collects the vertices beyond the last one, up to `high`, ascending.
-  void collect(double high) {
+  /// Collects the vertices beyond the last one, up to `high`, ascending; false, with nothing swept,
+  /// if they are more than `most`.
+  bool collect(double high, std::size_t most) {
     inWedge_.clear();
-    const Wedge wedge(p_, swept_, high);
     const double seen = last_ ? last_->angle : -1.0;
-    index_.forEachRun([&](const plane::Box& box) { return mayMeet(wedge, box); },
-                      [&](std::size_t first, std::size_t last) {
-                        for (std::size_t k = first; k < last; ++k) {
-                          if (!wedge.mayHold(path_.points[k])) continue;
-                          const double angle = angleTo(path_.points[k], p_);
-                          if (angle > seen && angle <= high) inWedge_.push_back({angle, k});
-                        }
-                        return true;
-                      });
+    const bool areAll = forEachVertexBetween(swept_, high, [&](const Sight& sight) {
+      if (sight.angle > seen && sight.angle <= high) inWedge_.push_back(sight);
+      return inWedge_.size() <= most;
+    });
+    if (!areAll) return false;
     std::sort(inWedge_.begin(), inWedge_.end(),
               [](const Sight& a, const Sight& b) { return a.angle < b.angle; });
     swept_ = high;
+    return true;
+  }
+
+  /// Moves the last vertex forward to one that is half to almost all of a wide gap ahead; false if
+  /// there is none. The very first vertex may be passed by: it is looked for if it matters.
+  bool leap() {
+    const double from = last_ ? last_->angle : swept_;
+    const double least = from + 0.5 * step_;
+    const double most = from + certainty * step_;
+    std::optional<Sight> ahead;
+    forEachVertexBetween(least, most, [&](const Sight& sight) {
+      if (sight.angle > least && sight.angle <= most) ahead = sight;
+      return !ahead;
+    });
+    if (!ahead) return false;
+    last_ = ahead;
+    swept_ = std::max(swept_, last_->angle);
+    return true;
+  }
+
+  /// Calls visit(sight) for vertices, among them all between two angles, until a visit returns
+  /// false. Returns false when one did.
+  template <class Visit>
+  bool forEachVertexBetween(double low, double high, Visit visit) {
+    const Wedge wedge(p_, low, high);
+    return index_.forEachRun([&](const plane::Box& box) { return mayMeet(wedge, box); },
+                             [&](std::size_t first, std::size_t last) {
+                               for (std::size_t k = first; k < last; ++k) {
+                                 const qcVector<2>& vertex = path_.points[k];
+                                 if (wedge.mayHold(vertex) && !visit({angleTo(vertex, p_), k})) {
+                                   return false;
+                                 }
+                               }
+                               return true;
+                             });
+  }
+
+  double leastAngle() const {
+    double least = fullTurn;
+    for (const qcVector<2>& vertex : path_.points) least = std::min(least, angleTo(vertex, p_));
+    return least;
   }
 
   /// Moves the last vertex along the curve, in either direction, as long as every edge spans too
@@ -198,7 +258,6 @@ class Sweep {
 
   /// True when two directions are less than pi / n apart, by more than any rounding.
   bool isShort(const qcVector<2>& a, const qcVector<2>& b) const {
-    constexpr double certainty = 1.0 - 1e-6;
     const double sine = step_ * (1.0 - step_ * step_ / 6.0) * certainty;  // at most sin(step)
     const double c = qnKernel::cross(a, b);
     const double widest = sine * sine * (a * a) * (b * b);
@@ -211,7 +270,8 @@ class Sweep {
   double step_;
   /// All vertices up to this angle have been met or cannot matter.
   double swept_ = 0.0;
-  std::optional<Sight> first_;
+  /// The least angle; nothing before a vertex has been met, or when the first was passed by.
+  std::optional<double> first_;
   std::optional<Sight> last_;
   std::vector<Sight> inWedge_;
   std::size_t boxesTested_ = 0;

@@ -107,6 +107,54 @@ TEST(ClearDirectionTest, IsThatOfTheDefinition) {
   });
 }
 
+/// Boxes side by side, in a row that runs up or down or along an axis: seen from among them, most
+/// of their corners lie in nearly the same direction.
+Points rowOfBoxes(shapes::Random& random, std::size_t count) {
+  const double rise = random.chance(0.5) ? 0.0 : random.uniform(-3.0, 3.0);
+  const double width = random.uniform(5.0, 15.0);
+  const double way = random.chance(0.5) ? 10.0 : -10.0;
+  Points points;
+  for (std::size_t k = 0; k < count; ++k) {
+    const double x = way * static_cast<double>(k);
+    const double y = rise * static_cast<double>(k);
+    points.insert(points.end(), {{x, y}, {x + width, y}, {x + width, y + 8}, {x, y + 8}});
+  }
+  return points;
+}
+
+TEST(ClearDirectionTest, AlongRowsIsThatOfTheDefinition) {
+  shapes::Random random(77);
+  for (std::size_t round = repetitions(60); round > 0; --round) {
+    const Points points = rowOfBoxes(random, 20 + random.below(800));
+    const Subject s(points, true);
+    for (int i = 0; i < 4; ++i) {
+      const Point& corner = points[random.below(points.size())];
+      const double x = random.uniform(-20.0, 20.0);
+      const double y = random.chance(0.3) ? 0.0 : random.uniform(-1.0, 9.0);
+      const Point p = corner + Point(x, y);
+      EXPECT_TRUE(same(clear(s, p), byDefinition(points, p)))
+          << points.size() << " seen from " << testing::PrintToString(p);
+    }
+  }
+}
+
+TEST(ClearDirectionTest, ClosesTheTurnToAFirstVertexThatWasPassedBy) {
+  // Directions close to each other, from a crowd a little above the x axis on; the only wide gap
+  // lies between the last of them and the first of the crowd.
+  constexpr std::size_t n = 2000;
+  constexpr double gap = pi / static_cast<double>(2 * n);
+  Points points;
+  for (std::size_t i = 0; i < n / 2; ++i) {
+    points.push_back(atAngle(0.1 * gap + gap * static_cast<double>(i) / n));
+  }
+  for (std::size_t i = 0; i < n / 2; ++i) {
+    points.push_back(atAngle(1.2 * gap + 1.5 * gap * static_cast<double>(i)));
+  }
+  const Point expected = byDefinition(points, {0, 0});
+  EXPECT_NEAR(expected.angle().norm().toDouble(), pi + 0.1875 * pi, 0.1);
+  EXPECT_TRUE(same(clear(points, {0, 0}), expected));
+}
+
 TEST(ClearDirectionTest, OfSmoothOutlinesIsThatOfTheDefinition) {
   // So many vertices in order around the point that the sweep follows the curve.
   for (const std::size_t n : {64U, 500U, 3000U}) {
