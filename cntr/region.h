@@ -231,6 +231,7 @@ class CNTR_EXPORT qcRegion : public virtual qcContour {
   CNTR_LOCAL void addContainmentWork(std::size_t work) const;
   /// REQUIRES: the outline holds p.
   CNTR_LOCAL bool isInHole(const qcVector<2>& p) const;
+  CNTR_LOCAL double areaWithHoles() const;
   CNTR_LOCAL qcVector<2> centerOfMassWithHoles() const;
   /// The box of the outline and of all holes; nothing when asking the region could throw: a
   /// null hole, a boundary of fewer than 2 vertices, coordinates that are not finite.
@@ -247,6 +248,9 @@ class CNTR_EXPORT qcRegion : public virtual qcContour {
   CNTR_LOCAL qc_RegionCache& regionCache() const;
 
   std::vector<qcPtrHandle_const<qcRegion>> holes_;
+  /// Of the outline, which is never negative; less while it is not known. Here and not among the
+  /// other answers, so that asking for it allocates nothing.
+  mutable double area_ = -1.0;
   mutable std::unique_ptr<qc_RegionCache> regionCache_;
 };
 

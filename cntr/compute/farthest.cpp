@@ -150,10 +150,9 @@ double largestSquareFrom(const plane::Path& path, std::size_t i) {
   return qnKernel::greater(largest[0], largest[1]);
 }
 
-/// The first vertex after i whose computed distance from it is the root of `square`.
+/// The first vertex after i whose computed distance from it is `distance`, the root of `square`.
 /// REQUIRES: there is one, and none is farther from vertex i.
-std::size_t firstAtRootOf(double square, const plane::Path& path, std::size_t i) {
-  const double distance = std::sqrt(square);
+std::size_t firstAt(double distance, double square, const plane::Path& path, std::size_t i) {
   for (std::size_t j = i + 1;; ++j) {
     const qcVector<2> difference = path.points[i] - path.points[j];
     const bool mayTie = difference * difference * plane::tieSlack >= square;
@@ -177,7 +176,8 @@ std::optional<VertexPair> farthestPairByScan(const plane::Path& path) {
     largest = square;
   }
   if (largest == 0.0) return {};
-  return VertexPair{first, firstAtRootOf(largest, path, first), std::sqrt(largest)};
+  const double distance = std::sqrt(largest);
+  return VertexPair{first, firstAt(distance, largest, path, first), distance};
 }
 
 std::optional<VertexPair> farthestPairByIndex(const plane::Path& path,

@@ -135,7 +135,8 @@ void qcContour::checkEmptyContour() const {
 // A copy may be closed while its source is open: a region is closed whatever its stored flag.
 qc_ContourCache& qcContour::cache() const {
   const bool closed = isClosed();
-  if (!cache_ || cache_->ofClosed != closed) {
+  if (cache_ && cache_->ofClosed != closed) cache_.reset();
+  if (!cache_) {
     // "For overwrite": the members start empty, so the memory need not be cleared first.
     cache_ = std::make_unique_for_overwrite<qc_ContourCache>();
     cache_->ofClosed = closed;

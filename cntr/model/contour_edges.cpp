@@ -50,8 +50,8 @@ cntr::compute::CrossingTarget qcContour::crossingTarget() const {
 }
 
 void qcContour::computeLineSegs() const {
-  std::optional<qc_EdgeShapes>& known = cache().edgeShapes;
-  if (!known) known = shapesOf(path());
+  std::shared_ptr<const qc_EdgeShapes>& known = cache().edgeShapes;
+  if (!known) known = std::make_shared<const qc_EdgeShapes>(shapesOf(path()));
 }
 
 const std::vector<qcLineSeg>& qcContour::lineSegs() const {

@@ -12,7 +12,7 @@
 namespace {
 
 qcRect rectOf(const cntr::plane::Box& box) {
-  return qcRect(qcPoint(qcVector<2>(box.minX, box.minY)), qcPoint(qcVector<2>(box.maxX, box.maxY)));
+  return qcRect::ofCorners({box.minX, box.minY}, {box.maxX, box.maxY});
 }
 
 /// The circle between the two vertices; a default one if there are none.

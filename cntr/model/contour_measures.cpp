@@ -91,10 +91,10 @@ void qcContour::convexHull(qcRegion& hull) const {
 
 void qcContour::fitEllipse(qcEllipse& ellipse, double& error) const {
   checkEmptyContour();
-  std::optional<qc_FittedEllipse>& known = cache().fittedEllipse;
+  std::shared_ptr<const qc_FittedEllipse>& known = cache().fittedEllipse;
   if (!known) {
-    qc_FittedEllipse fitted;
-    qf_FitEllipse(points(), fitted.ellipse, fitted.residual);
+    const auto fitted = std::make_shared<qc_FittedEllipse>();
+    qf_FitEllipse(points(), fitted->ellipse, fitted->residual);
     known = fitted;
   }
   ellipse = known->ellipse;

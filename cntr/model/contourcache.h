@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: MIT
 //
 // Everything that a contour remembers. Nothing here outlives a change of the vertices or the closed
-// flag; a copied contour gets a copy. Indexes never change once built, so copies share them.
+// flag; a copied contour gets a copy. What is large or rarely asked for never changes once it is
+// made, and copies share it.
 
 #pragma once
 
@@ -47,13 +48,13 @@ struct qc_ContourCache {
   std::optional<double> medianFeatureSize;
   std::optional<bool> isSelfIntersecting;
   std::optional<cntr::plane::Box> bounds;
-  std::optional<qc_FittedEllipse> fittedEllipse;
+  std::shared_ptr<const qc_FittedEllipse> fittedEllipse;
   /// By DiameterMode.
   std::array<std::optional<qc_BareCircle>, 2> circles;
   qcPtrHandle<qcRegion> convexHull;
   cntr::model::KeyedResults<qcRadian, long, cntr::model::AngleKey> extremalVertices;
   cntr::model::KeyedResults<qcXform<2>, cntr::plane::Box, cntr::model::XformKey> enclosingRects;
-  std::optional<qc_EdgeShapes> edgeShapes;
+  std::shared_ptr<const qc_EdgeShapes> edgeShapes;
   std::shared_ptr<const cntr::index::EdgeIndex> edgeIndex;
   /// The number of directions asked for while there was no index of the edges.
   std::size_t directions = 0;

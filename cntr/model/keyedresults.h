@@ -1,14 +1,16 @@
 // SPDX-License-Identifier: MIT
 //
-// Results remembered by an argument: a small map with a bound. Most hold four results and are a
-// sorted list; a long one keeps the order of its results in a Ranking (ranking.h), where the one to
-// drop is found by its place and a new one takes its rank in O(log n).
+// Results remembered by an argument: a small map with a bound. A single one lies in the map itself,
+// because many shapes are asked once. Most hold four results and are a sorted list; a long one
+// keeps the order of its results in a Ranking (ranking.h), where the one to drop is found by its
+// place and a new one takes its rank in O(log n).
 
 #pragma once
 
 #include <algorithm>
 #include <cmath>
 #include <cstddef>
+#include <optional>
 #include <utility>
 #include <vector>
 
@@ -41,6 +43,7 @@ class KeyedResults {
  public:
   /// The result remembered for `key`, or null.
   const Value* find(const Key& key) const {
+    if (only_) return isFor(*only_, key) ? &only_->second : nullptr;
     if (results_.empty() || !KeyOrder::isNumber(key)) return nullptr;
     const std::size_t rank = rankOf(key);
     if (rank == results_.size()) return nullptr;
@@ -51,6 +54,14 @@ class KeyedResults {
   /// REQUIRES: there is no result for `key`; capacity >= 0.
   void remember(const Key& key, const Value& value, long capacity) {
     if (!KeyOrder::isNumber(key)) return;
+    if (size() == 0) {
+      only_.emplace(key, value);
+      return;
+    }
+    if (only_) {
+      results_.push_back(*only_);
+      only_.reset();
+    }
     const bool isFull = static_cast<long>(results_.size()) > capacity;
     if (isLong() || (results_.size() == longestSorted && !isFull)) {
       rememberInLong({key, value}, isFull);
@@ -60,10 +71,15 @@ class KeyedResults {
     results_.emplace(results_.begin() + offset(rankOf(key)), key, value);
   }
 
-  std::size_t size() const noexcept { return results_.size(); }
+  std::size_t size() const noexcept { return only_ ? 1 : results_.size(); }
 
  private:
   using Result = std::pair<Key, Value>;
+
+  static bool isFor(const Result& result, const Key& key) {
+    return KeyOrder::isNumber(key) && !KeyOrder()(result.first, key) &&
+           !KeyOrder()(key, result.first);
+  }
 
   static std::ptrdiff_t offset(std::size_t index) { return static_cast<std::ptrdiff_t>(index); }
 
@@ -101,6 +117,8 @@ class KeyedResults {
   /// Inserting into a sorted list of this length takes about as long as into an ordered one.
   static constexpr std::size_t longestSorted = 64;
 
+  /// While there is one alone.
+  std::optional<Result> only_;
   /// In ascending order of the keys up to longestSorted of them, in any order beyond that.
   std::vector<Result> results_;
   /// The ascending order of the keys, by place in results_. Empty while these are sorted.

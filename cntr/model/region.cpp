@@ -46,6 +46,7 @@ qcRegion::qcRegion(const qcRegion& other)
       qcRepBase(other),
       qcContour(other),
       holes_(other.holes_),
+      area_(other.area_),
       regionCache_(other.regionCache_ ? std::make_unique<qc_RegionCache>(*other.regionCache_)
                                       : nullptr) {}
 
@@ -57,6 +58,7 @@ qcRegion& qcRegion::operator=(const qcRegion& other) {
       other.regionCache_ ? std::make_unique<qc_RegionCache>(*other.regionCache_) : nullptr;
   qcContour::operator=(other);
   holes_.swap(holes);
+  area_ = other.area_;
   regionCache_ = std::move(answers);
   return *this;
 }
@@ -103,6 +105,7 @@ void qcRegion::draw(qcUITablet& /*tablet*/, const qcColor& /*color*/,
 
 void qcRegion::cleanCacheInfo() {
   qcContour::cleanCacheInfo();
+  area_ = -1.0;
   regionCache_.reset();
 }
 

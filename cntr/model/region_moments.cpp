@@ -7,12 +7,16 @@
 
 double qcRegion::area(bool considerHoles) const {
   checkEmptyContour();
-  std::optional<double>& known = regionCache().area[considerHoles ? 1 : 0];
+  if (considerHoles && !holes_.empty()) return areaWithHoles();
+  if (area_ < 0.0) area_ = qf_Area(points());
+  return area_;
+}
+
+double qcRegion::areaWithHoles() const {
+  std::optional<double>& known = regionCache().areaWithHoles;
   if (known) return *known;
-  double result = considerHoles ? area(false) : qf_Area(points());
-  if (considerHoles) {
-    for (const auto& hole : holes_) result -= hole->area(false);
-  }
+  double result = area(false);
+  for (const auto& hole : holes_) result -= hole->area(false);
   known = result;
   return result;
 }

@@ -36,8 +36,16 @@ void qcLineSeg::dispatchSerialize(qcArchive& archive) {
 }
 
 qcRect::qcRect(const qcPoint& corner, const qcPoint& opposite) noexcept {
-  const qcVector<2>& a = corner.pos();
-  const qcVector<2>& b = opposite.pos();
+  setCorners(corner.pos(), opposite.pos());
+}
+
+qcRect qcRect::ofCorners(const qcVector<2>& corner, const qcVector<2>& opposite) noexcept {
+  qcRect rect;
+  rect.setCorners(corner, opposite);
+  return rect;
+}
+
+void qcRect::setCorners(const qcVector<2>& a, const qcVector<2>& b) noexcept {
   const bool swapX = b.x() < a.x();
   const bool swapY = b.y() < a.y();
   ul_ = qcVector<2>(swapX ? b.x() : a.x(), swapY ? b.y() : a.y());

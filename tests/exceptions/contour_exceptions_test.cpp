@@ -150,7 +150,7 @@ const Operation<qcRegion> regionOperations[] = {
        r.holes(std::vector<Region>{Region(new qcRegion(squareOutline({60, 60}, 30), keep))});
      }},
     {"no holes", [](qcRegion& r) { r.holes(std::vector<Region>()); }, false},
-    {"area", [](qcRegion& r) { static_cast<void>(r.area(true)); }},
+    {"area", [](qcRegion& r) { static_cast<void>(r.area(true)); }, false},
     {"centerOfMass", [](qcRegion& r) { static_cast<void>(r.centerOfMass(true)); }},
     {"inertiaMatrix", [](qcRegion& r) { static_cast<void>(r.inertiaMatrix(false)); }},
     {"inside",

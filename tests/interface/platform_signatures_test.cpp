@@ -93,6 +93,7 @@ static_assert(hasSignature<double (qcLineSeg::*)(const Vector&) const>(&qcLineSe
 static_assert(hasSignature<double (qcPoint::*)(const Vector&) const>(&qcPoint::distToPoint));
 static_assert(std::is_constructible_v<qcRect, qcPoint, qcPoint>);
 static_assert(std::is_constructible_v<qcRect, Vector, Vector>);
+static_assert(hasSignature<qcRect (*)(const Vector&, const Vector&)>(&qcRect::ofCorners));
 static_assert(hasSignature<qcRect (qcRect::*)(const qcRect&) const>(&qcRect::enclose));
 static_assert(hasSignature<const Vector& (qcRect::*)() const>(&qcRect::lr));
 static_assert(hasSignature<bool (qcRect::*)(const Vector&) const>(&qcRect::within));

@@ -7,6 +7,7 @@
 #include <cntr/inertia.h>
 #include <cntr/region.h>
 #include <gtest/gtest.h>
+#include <testing/heap/heap.h>
 
 #include "region_fixtures.h"
 
@@ -40,6 +41,24 @@ TEST(RegionMomentsTest, MeasuresCanBeAskedOfRegionsThatMayNotChange) {
 
 TEST(RegionAreaTest, TheOrientationPlaysNoPart) {
   EXPECT_EQ(qcRegion({{0, 0}, {0, 2}, {2, 2}, {2, 0}}, keep).area(false), 4.0);
+}
+
+TEST(RegionAreaTest, IsRememberedWithoutAllocatingAnything) {
+  if (!heap::counts) GTEST_SKIP() << "the heap is not counted here";
+  const qcRegion region(square(0, 0, 2), keep);
+  const long before = heap::blocksMade();
+  EXPECT_EQ(region.area(false), 4.0);
+  EXPECT_EQ(region.area(true), 4.0);
+  EXPECT_EQ(heap::blocksMade(), before);
+}
+
+TEST(RegionAreaTest, IsForgottenWithTheVertices) {
+  qcRegion region(square(0, 0, 2), keep);
+  EXPECT_EQ(region.area(false), 4.0);
+  region.points(square(0, 0, 3));
+  EXPECT_EQ(region.area(false), 9.0);
+  region = qcRegion(square(0, 0, 1), keep);
+  EXPECT_EQ(region.area(true), 1.0);
 }
 
 TEST(RegionAreaTest, EveryHoleIsSubtracted) {

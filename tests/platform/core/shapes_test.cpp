@@ -184,6 +184,8 @@ TEST(RectTest, TakesItsCornersInAnyOrder) {
   EXPECT_EQ(qcRect(qcPoint(Vector(4, 7)), qcPoint(Vector(1, 2))), expected);
   EXPECT_EQ(qcRect(qcPoint(Vector(4, 2)), qcPoint(Vector(1, 7))), expected);
   EXPECT_EQ(qcRect(qcPoint(Vector(1, 7)), qcPoint(Vector(4, 2))), expected);
+  EXPECT_EQ(qcRect::ofCorners(Vector(1, 2), Vector(4, 7)), expected);
+  EXPECT_EQ(qcRect::ofCorners(Vector(4, 2), Vector(1, 7)), expected);
 }
 
 TEST(RectTest, KeepsItsCornersExactly) {
