@@ -16,8 +16,11 @@ using Handles = std::vector<qcPtrHandle_const<qcRegion>>;
 std::vector<std::size_t> smallestFirst(const Handles& regions) {
   std::vector<std::size_t> places(regions.size());
   std::iota(places.begin(), places.end(), std::size_t{0});
-  std::stable_sort(places.begin(), places.end(), [&](std::size_t a, std::size_t b) {
-    return regions[a]->points().size() < regions[b]->points().size();
+  // Not stable_sort: it carries on without the memory that it is refused.
+  std::sort(places.begin(), places.end(), [&](std::size_t a, std::size_t b) {
+    const std::size_t ofA = regions[a]->points().size();
+    const std::size_t ofB = regions[b]->points().size();
+    return ofA < ofB || (ofA == ofB && a < b);
   });
   return places;
 }
