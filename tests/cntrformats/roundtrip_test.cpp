@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
 // From every format to every other one and back: generated features must come back bit for bit,
-// except that GeoJSON demands a direction of rings.
+// except that GeoJSON prescribes a direction for rings.
 
 #include <gtest/gtest.h>
 
@@ -54,7 +54,7 @@ void expectSame(const Features& before, const Features& after, const std::string
   }
 }
 
-/// Rounded so far that no hole or part touches another one, in a cell of their own.
+/// A part in a cell of its own whose rings do not touch.
 qcRings partAt(shapes::Random& random, double x, double y) {
   qcRings part{shapes::regularPolygon(3 + random.below(20), random.uniform(80, 100), {x, y}), {}};
   for (std::size_t k = random.below(4); k > 0; --k) {

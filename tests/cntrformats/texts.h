@@ -41,7 +41,7 @@ Found read(const std::string& format, const std::string& text,
            formats::Keep keep = formats::Keep::eFeature);
 /// The same for a JSON document, with its sources kept, read through a window of that size.
 Found readDocument(const std::string& text, std::size_t window);
-/// The same of a file of any format.
+/// The same for a file of any format.
 Found readFile(const std::string& path, const formats::Format* from = nullptr);
 
 /// What is wrong with a file of this content as a whole; empty when nothing is.

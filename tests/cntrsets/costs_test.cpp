@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 //
-// What the comments promise about time and memory, on the worst inputs for which they promise it.
-// The inputs are so large that every answer takes at most a second or two as promised, and from
-// minutes to hours if it took time in proportion to the square of the input.
+// The time and memory that the comments promise, on the worst inputs to which the promises apply.
+// The inputs are so large that every answer takes at most a second or two as promised, but would
+// take from minutes to hours in time quadratic in the input.
 
 #include <algorithm>
 #include <cstddef>

@@ -105,8 +105,8 @@ inline void expectNormalForm(const Feature& feature) {
   }
 }
 
-/// A feature of a few rings, mostly of small integer coordinates so that vertices meet vertices and
-/// edges, now and then of any coordinates.
+/// A feature of a few rings, mostly with small integer coordinates so that vertices meet vertices
+/// and edges, now and then with any coordinates.
 inline Feature anyFeature(std::uint64_t seed) {
   shapes::Random random(seed);
   const auto ring = [&]() -> Points {

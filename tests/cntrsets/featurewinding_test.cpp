@@ -31,7 +31,7 @@ std::optional<std::size_t> plainPartAround(const Feature& feature, const qcVecto
   return std::nullopt;
 }
 
-/// Rings of small integers, that cross and overlap.
+/// Rings with small integer coordinates that cross and overlap.
 Feature anyRings(shapes::Random& random) {
   Feature feature(1 + random.below(3));
   for (qcRings& part : feature) {

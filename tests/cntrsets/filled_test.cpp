@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
-// How rings lie to each other, and moments of filled sets against exact rational arithmetic.
+// How rings lie relative to each other, and moments of filled sets against exact rational
+// arithmetic.
 
 #include <cntrsets/filled.h>
 
@@ -199,8 +200,8 @@ TEST(FilledMoments, OfNothingAreTheRecordOfNothing) {
   }
 }
 
-/// A simple outline of integers with very many vertices, as a camera gives it, moved by whole
-/// numbers.
+/// A simple outline with integer coordinates and very many vertices, as from a camera, shifted by
+/// integers.
 Points skyline(std::uint64_t seed, std::size_t n, const qcVector<2>& shift) {
   shapes::Random random(seed);
   Points ring = shapes::skyline(random, n);
@@ -258,14 +259,14 @@ TEST(FilledMoments, ScaleWithTheFeature) {
   }
 }
 
-/// Vertices in the order of directions around the origin, 10 to 40 away.
+/// Vertices in order of direction around the origin, 10 to 40 away.
 Points star(shapes::Random& random, std::size_t n) {
   Points ring = shapes::regularPolygon(n, 1.0, {0, 0});
   for (qcVector<2>& p : ring) p = p * random.uniform(10.0, 40.0);
   return ring;
 }
 
-/// The same with a triangle beside it, which keeps the proof for single rings out.
+/// The same with a triangle beside it, so that the proof for single rings does not apply.
 qcRingContact contactBySweep(const Points& ring) {
   return qf_RingContact(
       {{ring, {}}, {{{-1e10, -1e10}, {-1e10, -1e10 + 1.0}, {-1e10 + 1.0, -1e10}}, {}}});

@@ -220,7 +220,7 @@ Feature annulus(std::size_t n, double inner) {
   return {{shapes::regularPolygon(n, 100.0, {0, 0}), {shapes::regularPolygon(n, inner, {0, 0})}}};
 }
 
-/// Points on a circle around a corner that all are equally far from it.
+/// A square with `n` small holes in a circle around its centre.
 Feature cage(std::size_t n) {
   Feature feature{{box(-200, -200, 200, 200), {}}};
   const Points bars = shapes::regularPolygon(n, 150.0, {0, 0});

@@ -25,7 +25,7 @@ bool isInside(const Feature& feature, const qcVector<2>& p) {
   return qf_Inside(feature, std::vector{p}).front();
 }
 
-/// What the library's regions say, holes apart from outlines.
+/// What the library's regions say about the outline and each hole separately.
 bool libraryHolds(const qcRings& part, const qcVector<2>& p) {
   if (!plain::inside({part.outline, {}}, p, false)) return false;
   for (const Points& hole : part.holes)
@@ -45,7 +45,7 @@ bool isFarFromEveryEdge(const Feature& feature, const qcVector<2>& p) {
   });
 }
 
-/// The number of edges of all rings on one side of the point is odd.
+/// Whether the winding numbers of all rings add up to an odd number.
 bool hasOddParity(const Feature& feature, const qcVector<2>& p) {
   int sum = 0;
   for (const Points& ring : features::ringsOf(feature)) sum += plain::windingNumber(ring, p);
@@ -80,7 +80,7 @@ Points cutDiamond(double size) {
           {end, -1}};
 }
 
-/// A feature of small integers.
+/// A feature with small integer coordinates.
 Feature anyFeature(shapes::Random& random) {
   const auto ring = [&random]() -> Points {
     switch (random.below(5)) {
@@ -101,7 +101,7 @@ Feature anyFeature(shapes::Random& random) {
   return feature;
 }
 
-/// Points at eighths, so that few lie on edges and all arithmetic of the definition is exact.
+/// Points at eighths, so that few lie on edges and the arithmetic of the definition is exact.
 Points anyPoints(shapes::Random& random, const Feature& feature) {
   qcVector<2> low = feature[0].outline[0];
   qcVector<2> high = low;

@@ -30,7 +30,7 @@ InsideGrid gridOf(const Feature& feature) {
           }};
 }
 
-/// What the library's regions say, holes apart from outlines.
+/// What the library's regions say about the outline and each hole separately.
 bool libraryHolds(const Feature& feature, const qcVector<2>& p) {
   return std::any_of(feature.begin(), feature.end(), [&p](const qcRings& part) {
     return plain::inside({part.outline, {}}, p, false) &&

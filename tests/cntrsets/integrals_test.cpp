@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// Integrals over rings against those of whole numbers, without rounding.
+// Integrals over rings against exact ones in whole numbers.
 
 #include <cntrsets/integrals.h>
 

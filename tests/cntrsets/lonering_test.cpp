@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
-// Single rings: their quick sums are as exact as they say, and what is made of them has the bits of
-// the ways that take longer.
+// Single rings: their quick sums are as accurate as they claim, and what is made of them has the
+// same bits as by the slower ways.
 
 #include <cntrsets/lonering.h>
 
@@ -32,7 +32,7 @@ Points reversed(Points ring) {
   return ring;
 }
 
-/// Which has to be possible.
+/// Expects that the ring can be read.
 LoneRing read(const Points& ring) {
   LoneRing lone;
   EXPECT_TRUE(lone.read(std::span<const Point>(ring)));
@@ -50,7 +50,7 @@ void expectWithinErrors(const LoneSums& sums, const Integrals& exact) {
   EXPECT_LE(distanceOf(sums.yy12, exact.yy12), sums.errorOfSecond);
 }
 
-/// With all digits, of a ring of which no vertex is rounded on the way.
+/// With all digits, for a ring whose vertices are not rounded on the way.
 Integrals integralsAbout(const Point& origin, const Points& ring, const Frame& frame) {
   const Frame asItIs{cntr::plane::Box()};
   Points counted;
@@ -58,7 +58,7 @@ Integrals integralsAbout(const Point& origin, const Points& ring, const Frame& f
   return cntr::sets::integralsOf(counted, asItIs);
 }
 
-/// With 46 digits a coordinate up to 2 can be counted from another origin without rounding.
+/// With 46 bits a coordinate up to 2 can be measured from another origin without rounding.
 double shortened(double x) { return std::floor(x * 0x1p45) * 0x1p-45; }
 
 TEST(LoneRing, SumsUpWithinItsErrorsWhateverTheRingDoes) {
@@ -85,8 +85,8 @@ TEST(LoneRing, SumsUpWithinItsErrorsWhateverTheRingDoes) {
 }
 
 TEST(LoneRing, SumsUpWithinItsErrorsWhereNoTermTakesAwayFromOthers) {
-  // A side of the box again and again, and each time back through the middle: the sums of a lane
-  // have more digits than a double if they are not put away in time.
+  // A side of the box again and again, each time back through the middle: the sums of a lane have
+  // more digits than a double holds unless they are put away in time.
   for (const bool isUpright : {true, false}) {
     shapes::Random random(1);
     Points ring;

@@ -77,7 +77,7 @@ TEST(MakeValid, HasRepairedWhatIsNotTheSameRingsInAnotherOrder) {
   const Points hole = box(2, 2, 4, 4);
   const Points other = box(6, 6, 8, 8);
   EXPECT_FALSE(isRepaired({{box(20, 0, 30, 10), {}}, {square, {other, hole}}}));
-  // Two parts that begin in one vertex.
+  // Two parts that begin at the same vertex.
   EXPECT_FALSE(isRepaired({{{{0, 0}, {4, 3}, {3, 4}}, {}}, {{{0, 0}, {4, 1}, {4, 2}}, {}}}));
   EXPECT_TRUE(isRepaired({{{{0, 0}, {4, 4}, {4, 0}, {0, 4}}, {}}}));
   EXPECT_TRUE(isRepaired({{{{0, 0}, {0, 0}, {10, 0}, {0, 10}}, {}}}));

@@ -73,7 +73,7 @@ std::string namesAndFormats(const ArrowSchema& schema) {
   return text;
 }
 
-/// Numbers, of which a missing one is null.
+/// Numbers; missing ones are null.
 template <class T>
 qcArrowColumn numbers(const char* name, const char* format,
                       const std::vector<std::optional<T>>& values) {
@@ -91,7 +91,7 @@ qcArrowColumn numbers(const char* name, const char* format,
 
 using Elements = std::vector<std::optional<std::int32_t>>;
 
-/// Edge elements of which magnitudes and angles are numbers of 32 bits.
+/// Edge elements whose magnitudes and angles are 32-bit integers.
 qcArrowColumn elements(std::vector<std::int64_t> offsets, const Elements& magnitudes,
                        const Elements& angles) {
   Columns parts = table::listOf(numbers<std::int32_t>("angle", "i", angles));
@@ -100,7 +100,7 @@ qcArrowColumn elements(std::vector<std::int64_t> offsets, const Elements& magnit
                          makeStruct({"+s", "item", ""}, magnitudes.size(), {}, std::move(parts)));
 }
 
-/// A table of triangles and of another column.
+/// A table of triangles and another column.
 qcArrowColumn tableWith(std::size_t rows, qcArrowColumn&& column) {
   Columns columns = table::listOf(std::move(column));
   columns.push_back(qf_ToArrow(triangles(rows)));

@@ -94,7 +94,7 @@ std::string refusalOfDamaged(const std::function<void(ArrowSchema&, ArrowArray&)
 /// A column of binary views, as Arrow's newer producers write it.
 class ViewColumn {
  public:
-  /// The value with that number is in a buffer of its own.
+  /// Appends a value, in a buffer of its own if it is too long for its view.
   void add(const std::vector<std::byte>& value) {
     const std::size_t place = views_.size();
     views_.resize(place + 16);
@@ -113,7 +113,7 @@ class ViewColumn {
     std::memcpy(&views_[place], &number, sizeof number);
   }
 
-  /// Without the first `offset` values.
+  /// Reads the values after the first `offset`.
   qcOutlines read(std::int64_t offset = 0) const {
     std::vector<std::int64_t> sizes;
     std::vector<table::ArrowBuffer> all{nullptr, table::bufferOf(std::vector(views_))};

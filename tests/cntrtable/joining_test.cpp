@@ -53,7 +53,7 @@ qcInsidePairs plainJoin(const qcOutlines& outlines, const std::vector<double>& p
   return pairs;
 }
 
-/// Areas of all kinds that overlap each other, lines, and features that are none.
+/// Overlapping areas of all kinds, lines, and features that are neither.
 qcOutlines anyOutlines(shapes::Random& random, std::size_t count) {
   qcOutlinesBuilder builder;
   for (std::size_t i = 0; i < count; ++i) {

@@ -137,7 +137,7 @@ TEST(Measures, AreTheSameFiguresAnywhere) {
           const double unit = std::nextafter(far, INFINITY) - far;
           // One of several largest circles, known only to within 1e-6.
           if (std::string(measure.name).rfind("inscribed", 0) == 0) continue;
-          // An angle is one of 90 degrees or so, whatever the power of the unit.
+          // What has no unit may be an angle, of 90 degrees or so.
           const double size = measure.power == 0 ? 90.0 : std::pow(extent, measure.power);
           EXPECT_NEAR(std::get<double>(there), expected, 2e-12 * size + (isPosition ? unit : 0.0))
               << measure.name << " at " << far;

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// Points found in boxes against a look at every point.
+// Points found in boxes against testing every point.
 
 #include <cntrtable/pointstrips.h>
 
@@ -39,8 +39,8 @@ Numbers plainlyFound(const std::vector<double>& coordinates, const Box& box) {
   return numbers;
 }
 
-/// Few different coordinates, so that points lie on borders of boxes and strips, now and then no
-/// finite ones.
+/// One of few coordinates, so that points lie on borders of boxes and strips; now and then not a
+/// finite one.
 double anyCoordinate(shapes::Random& random, double unit) {
   if (random.chance(0.02)) return random.chance(0.5) ? infinity : std::nan("");
   const auto steps = static_cast<double>(random.below(16));

@@ -17,7 +17,7 @@ using Points = std::vector<qcVector<2>>;
 const Points square{{0, 0}, {10, 0}, {10, 10}, {0, 10}};
 const Points bowTie{{0, 0}, {4, 4}, {4, 0}, {0, 4}};
 
-/// A square that an equal one covers half: the rules fill different sets.
+/// A square half covered by an equal one: the rules fill different sets.
 std::vector<qcRings> overlapping(double shift) {
   Points other = square;
   for (qcVector<2>& p : other) p = p + qcVector<2>(shift, 5);

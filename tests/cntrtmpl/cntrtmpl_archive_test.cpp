@@ -533,8 +533,8 @@ void use(RegionSetT& set) {
 
 enum class Outcome { eLoaded, eTruncated, eRefused };
 
-/// Loads a shape by value and uses it when it loads; any other end than those of Outcome fails the
-/// test.
+/// Loads a shape by value and uses it when it loads; any outcome that Outcome does not name fails
+/// the test.
 template <class Shape>
 Outcome outcomeOf(const std::string& bytes) {
   Shape shape;

@@ -32,5 +32,5 @@ std::vector<qcVector<2>> crossingOutline();
 std::vector<qcVector<2>> squareOutline(const qcVector<2>& corner, double side);
 /// A large square with a hole that has a hole.
 Region regionWithHoles();
-/// Squares of which some cross.
+/// Squares, some of which cross.
 qcRegionSet crossingSet();

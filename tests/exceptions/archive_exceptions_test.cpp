@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
 // Archives whose every allocation fails once: nothing leaks, what was to be stored is unchanged,
-// and an archive that could not finish an object takes nothing more.
+// and an archive that could not finish an object accepts nothing more.
 
 #include <memory>
 #include <new>

@@ -87,7 +87,7 @@ void askMeasures(Answers& answers) {
   add(answers, Batch(qf_Measure(builder.finish(), names, 1)));
 }
 
-/// Those of a few measures alone come another way.
+/// A few measures alone are computed in another way.
 void askQuickMeasures(Answers& answers) {
   qcOutlinesBuilder builder;
   forEachShape(600, [&](const shapes::Shape& shape, Random&) {

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 //
 // What the rooms ask about: numbered shapes, regions and sets, and transforms whose numbers need no
-// sine. Each argument that draws is a statement of its own, because the order of two in one
-// expression would be the compiler's choice.
+// sine. Each random argument is drawn in a statement of its own, because the order of two draws in
+// one expression would be the compiler's choice.
 
 #pragma once
 
@@ -21,7 +21,7 @@ using shapes::Random;
 /// as often any shape at all, of up to 300 vertices.
 shapes::Shape shape(std::size_t number);
 
-/// Calls `ask(shape, random)` for the shapes of the numbers from 0 up to below `count`.
+/// Calls `ask(shape, random)` for the shapes numbered from 0 to `count` - 1.
 template <class Ask>
 void forEachShape(std::size_t count, Ask ask) {
   for (std::size_t number = 0; number < count; ++number) {

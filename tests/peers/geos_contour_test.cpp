@@ -20,7 +20,7 @@ namespace {
 
 using namespace peer;
 
-/// What the two may differ by, in parts of the answer or of the coordinates.
+/// How far the two may differ, relative to the answer or to the coordinates.
 constexpr double tolerance = 1e-9;
 
 Geometry polygon(const Points& points) {
@@ -100,7 +100,7 @@ TEST(GeosContourTest, HullsAgree) {
     expectRelative(hull.area(false), areaOf(theirs));
     expectRelative(hull.length(), lengthOf(theirs));
     const qcContour theirHull(verticesOf(theirs), true, 0);
-    // Near-collinear vertices may be in one of the two alone; they lie on the other's boundary.
+    // Near-collinear vertices may be in only one of the hulls; they lie on the other's boundary.
     for (const Point& p : hull.points()) EXPECT_LE(theirHull.distToPoint(p, false), 1e-9);
     for (const Point& p : theirHull.points()) {
       EXPECT_LE(static_cast<const qcContour&>(hull).distToPoint(p, false), 1e-9);
@@ -159,7 +159,7 @@ TEST(GeosContourTest, CrossingsWithSegmentsAgree) {
   EXPECT_GT(crossings, 7000U);
 }
 
-/// Any fixed order of points.
+/// An arbitrary fixed order of points.
 bool before(const Point& a, const Point& b) {
   return std::pair(a.x(), a.y()) < std::pair(b.x(), b.y());
 }

@@ -56,8 +56,8 @@ class Containment {
   Prepared prepared_;
 };
 
-/// Whether the ray that decides containment in one boundary crosses it properly wherever it does,
-/// and reaches beyond it: then the decision is that of even-odd parity.
+/// Whether the ray that decides containment in one boundary crosses it only properly, and reaches
+/// beyond it: then the decision is that of even-odd parity.
 bool keepsClear(const qcContour& boundary, const Point& p) {
   constexpr double margin = 3e-6;
   const qcRect box = boundary.encloseRect(qcXform<2>::I);

@@ -21,7 +21,7 @@ namespace {
 using shapes::Point;
 using shapes::Points;
 
-/// What the two may differ by, in parts of the answer or of the coordinates.
+/// How far the two may differ, relative to the answer or to the coordinates.
 constexpr double tolerance = 1e-9;
 
 double rounded(double coordinate) { return std::round(coordinate * 64) / 64; }

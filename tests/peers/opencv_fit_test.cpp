@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
-// The ellipse fit beside OpenCV's fitEllipseDirect, which minimises the same sum under the same
-// condition by another way: normal equations in coordinates that are only shifted and scaled.
+// The ellipse fit compared with OpenCV's fitEllipseDirect, which minimises the same sum under the
+// same condition by another way: normal equations in coordinates that are only shifted and scaled.
 
 #include <algorithm>
 #include <cmath>
@@ -18,8 +18,8 @@ namespace {
 
 using Geometry = qcEllipse::qcEllipseGeom;
 
-/// The symmetric matrix whose eigenvalues are the squared radii and whose eigenvectors the axes: a
-/// description without the jump that an angle makes near a circle.
+/// The symmetric matrix whose eigenvalues are the squared radii and whose eigenvectors are the
+/// axes: a description without the jump that an angle makes near a circle.
 struct Shape {
   double xx, xy, yy;
 };
@@ -30,7 +30,7 @@ Shape shapeOf(double radius1, double radius2, double angle) {
   return {a * c * c + b * s * s, (a - b) * c * s, a * s * s + b * c * c};
 }
 
-/// Noisy points of an arc in float precision, the only one that OpenCV takes.
+/// Noisy points of an arc in single precision, the only one that OpenCV takes.
 std::vector<cv::Point2f> noisyArc(std::mt19937& random, double extent, double noise) {
   const auto uniform = [&random](double low, double high) {
     return low + (high - low) * std::ldexp(static_cast<double>(random()), -32);
@@ -56,7 +56,7 @@ Geometry fitted(const std::vector<cv::Point2f>& points) {
   return results.ellipse().geom();
 }
 
-/// The larger of the differences of centre and shape against the first radius.
+/// The larger of the differences of centre and shape, relative to the first radius.
 double difference(const Geometry& ours, const cv::RotatedRect& theirs) {
   const Shape m = shapeOf(ours.radius1, ours.radius2, ours.rotation.toDouble());
   const auto real = [](float value) { return static_cast<double>(value); };
@@ -77,8 +77,8 @@ class OpenCvFitTest : public testing::TestWithParam<Arcs> {};
 
 // OpenCV answers in floats: a half unit of rounding is 6e-5 in a centre at 1,000, which is 1.2e-6
 // of the smallest radius, and 1e-7 in radii and angle. An order of magnitude is left for its normal
-// equations. The noise is that large because it shakes the points by a hundredth of their size when
-// they lie too well on an ellipse.
+// equations. The noise is that large because OpenCV shakes the points by a hundredth of their size
+// when they lie too well on an ellipse.
 constexpr double tolerance = 1e-5;
 
 TEST_P(OpenCvFitTest, FindsTheSameEllipse) {

@@ -75,7 +75,7 @@ std::shared_ptr<qcRegionSet> regionSet(const std::vector<std::shared_ptr<qcRegio
   return std::make_shared<qcRegionSet>(handles, qcContourDefs::eNoIntersectionRepair);
 }
 
-/// Shapes of the usual classes: good ones, and others that are no features.
+/// Shapes of the usual classes: good ones, and others that are not features.
 Objects usualShapes() {
   const double infinity = std::numeric_limits<double>::infinity();
   const double largest = std::numeric_limits<double>::max();
@@ -97,7 +97,7 @@ Objects usualShapes() {
           region({}, {}, 4294967295)};
 }
 
-/// What a file gives, with its features, those that are none, and its flaw.
+/// What a file gives: its features, including those that cannot be read, and its flaw.
 struct Outcome {
   std::vector<Feature> features;
   std::string flaw;
@@ -154,7 +154,7 @@ void expectSame(const Feature& a, const Feature& b) {
   EXPECT_TRUE(a.geometry.edgelets == b.geometry.edgelets);
 }
 
-/// Of bytes that cannot be read again.
+/// The same for bytes that can be read only once.
 Outcome found(const std::string& bytes) {
   Source source(Text{bytes});
   return found(source);
@@ -176,7 +176,7 @@ void expectTheLibrarysAnswer(const std::string& bytes) {
   expectSame(found(source), expected);
 }
 
-/// The end of each shape, and what follows the last of them that can be read from its bytes.
+/// The ends of the shapes, as far as they can be found from the bytes.
 std::vector<std::size_t> endsOf(std::string_view bytes) {
   std::vector<std::size_t> ends;
   ShapeEnds shapes;

@@ -26,7 +26,7 @@ Wide determinant(const Point& a, const Point& b, const Point& c) {
 
 int signOf(Wide value) { return value > 0 ? 1 : value < 0 ? -1 : 0; }
 
-/// An integer point of large coordinates beside a line through others.
+/// An integer point with large coordinates, on or next to the line through two others.
 Point beside(const Point& a, const Point& b, shapes::Random& random) {
   const double t = random.uniform(-1.0, 2.0);
   return {std::round(a.x() + t * (b.x() - a.x())) + static_cast<double>(random.below(3)) - 1.0,

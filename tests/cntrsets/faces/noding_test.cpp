@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// Pieces after noding: they meet at their ends alone and are still the rings that were given.
+// Pieces after noding: they meet only at their ends and still form the rings that were given.
 
 #include <cntrsets/faces/noding.h>
 
