@@ -136,7 +136,7 @@ class LateClass : public virtual qcPersistent, public virtual qcRepBase {
 };
 
 TEST(ThreadsTest, ClassesAreLookedUpWhileOthersAreRegistered) {
-  // Registrations are for good, and so are these.
+  // Registrations are permanent, and so are these.
   static std::vector<std::unique_ptr<qc_Instantiator>> registrations(64);
   onThreads(4, [&](int number) {
     for (int round = 0; round < 60; ++round) {
@@ -159,8 +159,8 @@ TEST(ThreadsTest, ClassesAreLookedUpWhileOthersAreRegistered) {
   });
 }
 
-/// Fills a list of remembered answers beyond its capacity: the first time on a thread that makes
-/// its random generator.
+/// Fills a list of remembered answers beyond its capacity, which makes the random generator of a
+/// thread that does so for the first time.
 void forgetAnAnswer() {
   const qcContour contour(shapes::regularPolygon(5, 50, {0, 0}), true, 0);
   for (int i = 0; i < 8; ++i) static_cast<void>(contour.extremalVertexIndex(qcRadian(0.3 * i)));

@@ -52,7 +52,7 @@ double numberAfter(const std::string& text, const std::string& mark) {
   return at == std::string::npos ? nan("") : std::strtod(text.c_str() + at + mark.size(), nullptr);
 }
 
-/// The picture of a file, as it comes on standard output.
+/// The picture of a file, as written to standard output.
 std::string drawn(const std::string& file, std::vector<std::string> options = {}) {
   options.insert(options.begin(), "draw");
   const auto result = run(options, file);
@@ -115,7 +115,7 @@ std::pair<int, int> sizeOfPng(const std::string& bytes) {
 std::string pngHead() { return {"\x89PNG\r\n\x1a\n\0\0\0\rIHDR\0\0\0\3\0\0\0\2", 24}; }
 
 /// A JPEG file of 5 x 4 pixels as far as its frame header, after a segment of another kind, one
-/// that looks like a frame header, and filling.
+/// that looks like a frame header, and fill bytes.
 std::string jpegHead() {
   return {"\xff\xd8\xff\xe0\0\4ab\xff\xc4\0\3c\xff\xff\xc2\0\x0b\10\0\4\0\5\1\1\x11\0", 28};
 }

@@ -163,7 +163,7 @@ Running::Running(const std::vector<std::string>& arguments) {
   std::vector<char*> pointers;
   for (std::string& argument : command) pointers.push_back(argument.data());
   pointers.push_back(nullptr);
-  // Shells let what runs in the background ignore some signals; the program would, too.
+  // Shells make background jobs ignore some signals; the program would, too.
   posix_spawnattr_t attributes;
   posix_spawnattr_init(&attributes);
   sigset_t every;

@@ -31,8 +31,8 @@ Result runOnFullDisk(const std::vector<std::string>& arguments);
 Result runOnTerminal(const std::vector<std::string>& arguments, const std::string& input = "",
                      const std::vector<std::string>& environment = {});
 
-/// Runs a line of a shell, in which `cntr` is the program and `samples` the samples, in a new
-/// directory.
+/// Runs a shell command line in a new directory. In it, `cntr` is the program and `samples` the
+/// samples.
 Result runShell(const std::string& line);
 
 /// A program that is running: `cntr` with these arguments. Its messages are discarded.

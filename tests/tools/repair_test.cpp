@@ -378,7 +378,7 @@ TEST(Repair, NonzeroIsTheDefault) {
 }
 
 TEST(Repair, AWalkOfWhichNothingIsLeftFails) {
-  // A walk on a grid that goes to and fro on the same edges, beside a square.
+  // A walk on a grid that goes back and forth on the same edges, beside a square.
   const std::string toAndFro =
       "[[0,0],[0,-1],[1,-1],[1,-2],[1,-1],[0,-1],[0,-2],[-1,-2],[0,-2],[0,-3],[1,-3],[1,-2],"
       "[1,-3],[1,-4]]";

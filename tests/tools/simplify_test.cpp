@@ -61,7 +61,7 @@ TEST(Simplify, HolesPartsAndLinesLoseVerticesToo) {
 }
 
 TEST(Simplify, NothingComesToCross) {
-  // The hole reaches into a bay that would be gone.
+  // The hole reaches into a bay that would otherwise be removed.
   const std::string bay = ring({{0, 0}, {4, 0}, {5, -2}, {6, 0}, {10, 0}, {10, 10}, {0, 10}});
   const std::string hole = ring({{4.9, -1}, {5, 3}, {5.1, -1}});
   const Json after = simplified(polygon({bay, hole}), "3");
@@ -80,7 +80,7 @@ TEST(Simplify, KeptVerticesKeepTheirDigitsAndEdgeElements) {
 }
 
 TEST(Simplify, EdgeElementsOfVerticesInOnePlaceAreNotMixedUp) {
-  // The outline comes through (5, 5) twice; the first time it is left out.
+  // The outline passes through (5, 0.1) twice; the first time it is left out.
   const std::string outline = ring({{0, 0}, {10, 0}, {5, 0.1}, {10, 5}, {5, 0.1}, {0, 9}, {0, 5}});
   const Json after = simplified(
       polygon({outline}, R"("edgelets":[[1,1],[2,2],[3,3],[4,4],[5,5],[6,6],[7,7]])"), "0.2");

@@ -65,7 +65,7 @@ std::string storedEverything() {
 
 enum class Outcome { eLoaded, eTruncated, eRefused };
 
-/// Loads everything from `bytes`; any other end than those of Outcome fails the test.
+/// Loads everything from `bytes`; any outcome that Outcome does not name fails the test.
 Outcome load(const std::string& bytes) {
   Everything everything;
   try {

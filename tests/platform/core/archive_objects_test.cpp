@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
-// Objects in an archive: by value and through pointers, once and again, forgotten and gone. Damaged
-// input is in archive_damage_test.cpp.
+// Objects in an archive: by value and through pointers, once and repeatedly, forgotten and deleted.
+// Damaged input is in archive_damage_test.cpp.
 
 #include <limits>
 #include <memory>

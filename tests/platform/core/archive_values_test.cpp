@@ -40,7 +40,7 @@ TEST(VectorArchiveTest, IsXThenY) {
 }
 
 TEST(VectorArchiveTest, EveryBitSurvives) {
-  // A negative NaN with a payload, and the negative zero.
+  // A negative NaN with a payload, and negative zero.
   const char* const hex = "ef cd ab 00 00 00 f8 ff 00 00 00 00 00 00 00 80";
   qcVector<2> loaded;
   loadHex(hex, [&](qcArchive& archive) { archive || loaded; });

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// Ellipse fits: ellipses given back, failures, noise, parameters.
+// Ellipse fits: ellipses that are recovered, failures, noise, parameters.
 
 #include <platform/core/fit.h>
 
@@ -36,8 +36,8 @@ double errorOf(const Geometry& fitted, const Geometry& truth) {
                    std::abs(fitted.radius2 / truth.radius2 - 1.0), std::abs(turn)});
 }
 
-// Ellipses given back. The error of the answer is a small multiple of the rounding of the points,
-// which is epsilon times their distance from the origin.
+// Ellipses that are recovered. The error of the answer is a small multiple of the rounding of the
+// points, which is epsilon times their distance from the origin.
 
 TEST(EllipseFitTest, GivesBackAnEllipseOfAnyScaleAndPlace) {
   for (const double scale : {1e-300, 1e-3, 1.0, 1e5, 1e250}) {

@@ -27,7 +27,7 @@ class Base : public virtual qcRepBase {
   LiveCount count_;
 };
 
-/// Its counted part is at another address than its own.
+/// Its counted part is at a different address from its own.
 class Derived : private std::vector<int>, public Base {
  public:
   using Base::Base;
@@ -54,7 +54,7 @@ TEST(HandleTest, TheLastHandleDeletesTheObject) {
   EXPECT_EQ(LiveCount::alive(), 0);
 }
 
-/// Holds the one before.
+/// Holds the previous one.
 class Link : public virtual qcRepBase {
  public:
   explicit Link(qcPtrHandle<Link> before) : before_(std::move(before)) {}
@@ -75,7 +75,7 @@ TEST(HandleTest, ChainsLongerThanTheStackIsDeepAreReleased) {
   }
 }
 
-/// In a template, where compilers have been seen to leak what is assigned over.
+/// In a template, where compilers have been seen to leak the object that the assignment replaces.
 template <class Handle>
 void assignNothing(Handle& handle) {
   handle = {};

@@ -40,7 +40,7 @@ TEST(XformTest, MapsByTheMatrixThenMoves) {
 }
 
 TEST(XformTest, AddsTheTranslationLast) {
-  // 2^53 + 1 is no double: (e00 x + e01 y) + tx loses the 1, e00 x + (e01 y + tx) would not.
+  // 2^53 + 1 is not a double: (e00 x + e01 y) + tx loses the 1, e00 x + (e01 y + tx) would not.
   const double big = std::ldexp(1.0, 53);
   const Xform x(Matrix(1, 1, 1, 1), Vector(1, 1));
   EXPECT_EQ(x * Vector(big, 1.0), Vector(big, big));

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
-// PNG files of SVG pictures, if the program is built with them, and the messages where there is
-// none.
+// PNG files of SVG pictures, if the program is built with support for them, and the messages if
+// none can be written.
 
 #include <tools/draw/png.h>
 

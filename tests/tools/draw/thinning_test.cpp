@@ -76,7 +76,7 @@ TEST(ThinnedLine, LeavesOutWhatIsOnAStraightLine) {
 }
 
 TEST(ThinnedLine, LeavesOutWhatIsNearAndKeepsWhatIsFar) {
-  // Across the line 2 / sqrt(5) of the tolerance.
+  // The limit across the line is 2 / sqrt(5) of the tolerance.
   EXPECT_THAT(thinnedLine({{0, 0}, {5, 0.89}, {10, 0}}, 1.0), ElementsAre(P(0, 0), P(10, 0)));
   EXPECT_THAT(thinnedLine({{0, 0}, {5, 0.91}, {10, 0}}, 1.0),
               ElementsAre(P(0, 0), P(5, 0.91), P(10, 0)));

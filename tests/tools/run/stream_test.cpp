@@ -67,7 +67,7 @@ TEST(Stream, EachAnswerComesBeforeTheNextQuestion) {
 
 namespace {
 
-/// The kilobytes that a command takes for this many lines.
+/// The peak memory in kilobytes of a command that reads this many lines.
 long peakMemory(const std::vector<std::string>& command, std::size_t lines) {
   Running cntr(command);
   const std::string text = manyLines(1000);
@@ -80,7 +80,7 @@ long peakMemory(const std::vector<std::string>& command, std::size_t lines) {
 }  // namespace
 
 TEST(Stream, MemoryDoesNotGrowWithTheInput) {
-  // The address sanitizer keeps what was freed for a while, unless it is told not to.
+  // The address sanitizer keeps what was freed for a while, unless told otherwise.
   ASSERT_EQ(setenv("ASAN_OPTIONS", "quarantine_size_mb=0:thread_local_quarantine_size_kb=0", 1), 0);
   const Directory directory;
   const std::string out = directory.path("out.geojsonl");
