@@ -8,9 +8,9 @@
 // - Where the curve runs around p in edges that each span less than pi / n as seen from p, no gap
 //   between their vertices can be wide enough: the sweep follows the curve with a cheap test of
 //   each edge, and resumes where that fails.
-// - Where a wedge is crowded, as along a row of shapes, the sweep leaps to any vertex less than pi
-// /
-//   n ahead: no gap on the way to it can be wide enough, however many vertices lie there.
+// - Where a wedge is crowded, as along a row of shapes, the sweep leaps to a vertex whose angle is
+//   less than pi / n ahead: no gap on the way there can be wide enough, however many vertices lie
+//   in between.
 //
 // A sweep that tests too many boxes is abandoned in favour of the scan.
 //
@@ -110,7 +110,7 @@ class Sweep {
  private:
   static constexpr double fullTurn = qcRadian::fullTurn;
   static constexpr double widestWedge = 1.5;
-  /// What spans less than this share of a wide gap does so by more than any rounding.
+  /// A span below this fraction of a wide gap is narrower by more than any rounding.
   static constexpr double certainty = 1.0 - 1e-6;
 
   /// The usual wedge holds this many vertices on average.
