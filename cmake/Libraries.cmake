@@ -16,9 +16,9 @@ function(cntr_offer_headers library)
   set_target_properties(${library} PROPERTIES CNTR_PUBLIC_HEADERS "${headers}")
 endfunction()
 
-# What the users of a static library need: the export macro empty, and a program that asks the library
-# for `symbol`, the list of the classes that archives can hold. Without it a linker leaves out each
-# class that the program does not mention itself. Does nothing for a shared library.
+# What the users of a static library need: an empty export macro, and a linker option that requires
+# `symbol`, the list of the classes that archives can hold. Without it a linker leaves out each class
+# that the program does not mention itself. Does nothing for a shared library.
 function(cntr_make_static_usable library symbol)
   get_target_property(type ${library} TYPE)
   if(NOT type STREQUAL "STATIC_LIBRARY")

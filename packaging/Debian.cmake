@@ -29,11 +29,11 @@ set(CPACK_DEBIAN_PACKAGE_GENERATE_SHLIBS TRUE)
 set(CPACK_DEBIAN_PACKAGE_GENERATE_SHLIBS_POLICY >=)
 set(CPACK_DEBIAN_PACKAGE_CONTROL_STRICT_PERMISSION TRUE)
 
-# CPack has no word for this field before CMake 3.31; it takes a further line of the one before.
+# CPack has no variable for this field before CMake 3.31; it is appended to the previous field.
 set(multi_arch_same "\nMulti-Arch: same")
 set(multi_arch_foreign "\nMulti-Arch: foreign")
 
-# The symbols file is made of debian/libcntr1.symbols by scripts/check-symbols.
+# The symbols file is made from debian/libcntr1.symbols by scripts/check-symbols.
 set(CPACK_DEBIAN_LIBRARIES_PACKAGE_NAME ${soname_package})
 set(CPACK_DEBIAN_LIBRARIES_PACKAGE_SECTION libs${multi_arch_same})
 set(CPACK_DEBIAN_LIBRARIES_PACKAGE_CONTROL_EXTRA ${CMAKE_CURRENT_SOURCE_DIR}/debian/triggers
@@ -84,7 +84,7 @@ outlines of the same area from any that cross themselves, from C++20.
 
 This package holds the headers and the files of pkg-config and CMake.")
 
-# libcntrtable uses what libcntrsets hides from others: both are of one version.
+# libcntrtable uses what libcntrsets hides from others: both must have the same version.
 set(table_package libcntrtable${PROJECT_VERSION_MAJOR})
 set(CPACK_DEBIAN_TABLE_LIBRARIES_PACKAGE_NAME ${table_package})
 set(CPACK_DEBIAN_TABLE_LIBRARIES_PACKAGE_SECTION libs${multi_arch_same})
@@ -135,12 +135,12 @@ Reads outlines as image annotation tools write them and answers how long, how
 big, where, how round, how far, inside or not; repairs outlines that cross
 themselves and draws pictures of them.")
 
-# What a Debian package has beside, or instead of, the files of its component. They are made while
-# configuring: they are small.
+# What a Debian package has besides, or instead of, the files of its component. These files are small
+# and are made while configuring.
 find_program(CNTR_GZIP gzip REQUIRED)
 mark_as_advanced(CNTR_GZIP)
 
-# Makes <output>.gz in the build directory, without a time in it.
+# Makes <output>.gz in the build directory, without a time stamp.
 function(cntr_compress file output)
   set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${file})
   execute_process(

@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: MIT
-"""Measures of a simple outline by their definitions, in rational numbers of any length. Lengths come as
+"""Measures of a simple outline by their definitions, in rational numbers of any length. Lengths are given as
 squares, because their roots are not rational. For few vertices: every pair and triple is tried."""
 
 import itertools
@@ -102,6 +102,6 @@ def squared_error(value, square):
 
 
 def error(value, true, size=None):
-    """The error of a double beside the true number's size, or another."""
+    """The error of a double relative to the true number's size, or to `size`."""
     size = abs(true) if size is None else size
     return float(abs(Fraction(value) - true) / size) if size else abs(value)
