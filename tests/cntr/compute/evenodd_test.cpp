@@ -124,6 +124,21 @@ TEST(EvenOddTest, DoesNotKnowWhereTheRayFallsShort) {
   for (const Point& p : shapes::pointsInBox(far.points(), 200)) answers(far, p);
 }
 
+/// A square on its corner, cut from its middle, where it begins: from beside the upper right side
+/// the ray crosses it and ends in it.
+Points cutSquare() {
+  return {{0, 0},    {100, 0},  {75, 25},  {50, 50},  {0, 100},  {-25, 75},
+          {-50, 50}, {-75, 25}, {-100, 0}, {0, -100}, {50, -50}, {100, -0.1}};
+}
+
+TEST(EvenOddTest, DoesNotKnowWhereTheRayEndsInsideTheOutline) {
+  const Subject s(cutSquare(), true);
+  for (const Point& p : {Point(98.97, 98.93), Point(90, 95), Point(95, 90)}) {
+    EXPECT_EQ(plain::insideCount({s.points(), {}}, p, false) % 2, 1);
+    EXPECT_EQ(locate(s, p), Answer::eUnknown);
+  }
+}
+
 TEST(EvenOddTest, DoesNotKnowWithLargeCoordinatesOrWithoutAnArea) {
   EXPECT_EQ(locate(Subject(square(1e6), true), {40, 40}), Answer::eUnknown);
   EXPECT_EQ(locate(Subject({{0, 0}, {9, 0}, {9, 9}, {nan, 9}}, true), {4, 4}), Answer::eUnknown);

@@ -93,6 +93,21 @@ TEST(ContainmentGridTest, DoesNotKnowWhereTheRayFallsShort) {
   }
 }
 
+/// A square on its corner, cut from its middle, where it begins: from beside the upper right side
+/// the ray crosses it and ends in it.
+Points cutSquare() {
+  return {{0, 0},    {100, 0},  {75, 25},  {50, 50},  {0, 100},  {-25, 75},
+          {-50, 50}, {-75, 25}, {-100, 0}, {0, -100}, {50, -50}, {100, -0.1}};
+}
+
+TEST(ContainmentGridTest, DoesNotKnowWhereTheRayEndsInsideTheOutline) {
+  const Gridded grid(cutSquare());
+  for (const Point& p : {Point(98.97, 98.93), Point(90, 95), Point(95, 90)}) {
+    EXPECT_FALSE(grid.answers(p));
+  }
+  for (const Point& p : shapes::pointsInBox(grid.points(), 500)) grid.answers(p);
+}
+
 void expectAnswersOfTheRay(const std::string& name, Points points, double fewest) {
   SCOPED_TRACE(name);
   const Gridded grid(std::move(points));
