@@ -155,7 +155,7 @@ TEST(HeapTest, BlocksOfManyThreadsAreCounted) {
   const auto churn = [] {
     for (std::size_t i = 0; i < 10000; ++i) ::operator delete(::operator new(i));
   };
-  std::thread(churn).join();  // what the system keeps for reuse is made now
+  std::thread(churn).join();  // allocates what the system keeps for reuse
   const long made = heap::blocksMade();
   const long alive = heap::blocksAlive();
   const std::size_t bytes = heap::bytesAlive();

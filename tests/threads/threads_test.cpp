@@ -175,7 +175,7 @@ TEST(ThreadsTest, ThousandsOfShortThreadsLeaveNothingBehind) {
       second.join();
     }
   };
-  run(10);  // what the system keeps for reuse is made now
+  run(10);  // allocates what the system keeps for reuse
   const long before = heap::blocksAlive();
   run(1000);
   EXPECT_EQ(heap::blocksAlive(), before);

@@ -132,7 +132,7 @@ TEST_F(Compare, AMissingTabFails) {
   const Json answer = row(measured, plate, {"--tolerance", "5"}, 1);
   EXPECT_EQ(answer["in_tolerance"], false);
   EXPECT_NEAR(answer["hausdorff"], 20.0, 1e-6);
-  // No measured point is far from the nominal boundary.
+  // None of the measured points is far from the nominal boundary.
   EXPECT_LE(answer["deviation_max"], 1e-12);
   EXPECT_GT(answer["deviation_min"], -5.0 - 1e-12);
   EXPECT_NEAR(answer["area_difference"], -200.0, 1e-9);

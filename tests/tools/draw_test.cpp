@@ -452,7 +452,7 @@ TEST(Draw, LinesAndRingsAreThinnedBelowATenthOfAPixel) {
     const double y = std::strtod(end + 1, &end);
     at = static_cast<std::size_t>(end - outlines.c_str());
     const qcVector<2> vertex = qcVector<2>(x, y) - qcVector<2>(500.0, 500.0);
-    // The circle has 462.96 pixels; edges are below it by at most a tenth.
+    // The radius is 462.96 pixels; edges lie inside the circle by at most a tenth.
     EXPECT_NEAR(vertex.len(), 462.963, 0.1);
     if (last.x() < 1e3) {
       EXPECT_NEAR((0.5 * (vertex + last)).len(), 462.963, 0.1);

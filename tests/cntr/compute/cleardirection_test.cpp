@@ -62,8 +62,8 @@ TEST(ClearDirectionTest, BisectsTheFirstWideGapFromTheXAxisOn) {
 }
 
 TEST(ClearDirectionTest, ClosesTheTurn) {
-  // Directions 10, 20, ... degrees below a quarter turn: the wide gap is the one around to the
-  // first.
+  // Directions 10, 20, ... degrees below a quarter turn: the wide gap is the one from the last back
+  // to the first.
   Points points;
   for (int i = 1; i < 9; ++i) {
     points.push_back(atAngle(i * pi / 18));
@@ -156,7 +156,7 @@ TEST(ClearDirectionTest, ClosesTheTurnToAFirstVertexThatWasPassedBy) {
 }
 
 TEST(ClearDirectionTest, OfSmoothOutlinesIsThatOfTheDefinition) {
-  // So many vertices in order around the point that the sweep follows the curve.
+  // Enough vertices in order around the point for the sweep to follow the curve.
   for (const std::size_t n : {64U, 500U, 3000U}) {
     const Points points = shapes::smoothStar(n);
     const Subject s(points, true);

@@ -325,7 +325,7 @@ TEST(ContourRoundTripTest, KeepsEveryBitOfNumbersThatAreNotFinite) {
       0x7FF0000000000001,                      // a signalling one
       0x7FF0000000000000, 0xFFF0000000000000,  // infinities
       0x8000000000000000, 0x0000000000000000,  // zeros
-      0x0000000000000001, 0x800FFFFFFFFFFFFF,  // numbers below the normal ones
+      0x0000000000000001, 0x800FFFFFFFFFFFFF,  // subnormal numbers
       0x7FEFFFFFFFFFFFFF};
   Points points;
   for (std::size_t i = 0; i < bits.size(); i += 2) {

@@ -299,7 +299,7 @@ TEST(FitEllipseTest, GivesADefaultEllipseAndMinusOneWhereNothingFits) {
   }
 }
 
-/// Which of the fits take these points: 0 the ellipse fit, 1 the circle fit alone, 2 neither.
+/// Which of the fits take these points: 0 the ellipse fit, 1 only the circle fit, 2 neither.
 std::size_t levelOf(const Points& points) {
   try {
     ellipseFit(points);

@@ -47,7 +47,7 @@ class ForgettingTest : public testing::Test {
  protected:
   void SetUp() override {
     if (!heap::counts) GTEST_SKIP() << "the heap of the libraries cannot be replaced here";
-    askEverything(outline());  // what is made once per thread is made now
+    askEverything(outline());  // makes what is made once per thread
   }
   std::size_t bytes() const { return heap::bytesAlive() - before_; }
 

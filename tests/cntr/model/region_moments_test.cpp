@@ -15,7 +15,7 @@ namespace {
 
 using namespace fixtures;
 
-/// All that one region of these vertices may be asked throws EmptyContour without a text.
+/// All that one region of these vertices may be asked throws EmptyContour with an empty message.
 void expectNoMeasures(const Points& points) {
   const qcRegion region(points, keep);
   for (const bool holes : {false, true}) {
@@ -110,7 +110,7 @@ TEST(RegionAreaTest, TheTwoAreasAreRememberedApart) {
   EXPECT_EQ(region.area(false), 100.0);
   region.replaceBehindItsBack(square(0, 0, 5));
   EXPECT_EQ(region.area(false), 100.0);
-  // Made of the remembered area of the boundary.
+  // Computed from the remembered area of the boundary.
   EXPECT_EQ(region.area(true), 100.0);
   region.points(square(0, 0, 5));
   EXPECT_EQ(region.area(true), 25.0);

@@ -322,7 +322,7 @@ TEST(ArchiveReader, TellsWhyAFileCannotBeRead) {
   const std::string beginning("\x1f\x8b\x08\0\0\0\0\0\0\x03", 10);
   EXPECT_EQ(texts::flawOf("archive", beginning),
             "cannot be unpacked: the gzip file ends too early");
-  // A block that is not packed, of a shape for the library and a part of one.
+  // A stored block with a null handle and part of a shape.
   const auto shape = contour(texts::square(1), true);
   const std::string bytes = archived({nullptr, shape}).substr(0, 60);
   const std::string block("\0\x3c\0\xc3\xff", 5);

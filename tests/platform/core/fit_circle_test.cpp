@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// Circle fits: circles given back, the least sum of squares, failures, parameters.
+// Circle fits: circles that are recovered, the least sum of squares, failures, parameters.
 
 #include <platform/core/fit.h>
 
@@ -26,7 +26,7 @@ qcCircleFitResults fitCircle(const Points& points,
   return results;
 }
 
-/// The larger relative error of centre and radius, both against the radius.
+/// The larger error of centre and radius, both relative to the radius.
 double errorOf(const qcCircle& fitted, const Geometry& truth) {
   return std::max(distance(fitted.center(), truth.center) / truth.radius1,
                   std::abs(fitted.radius() / truth.radius1 - 1.0));

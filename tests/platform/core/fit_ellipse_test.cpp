@@ -28,7 +28,8 @@ qcEllipseFitResults fitEllipse(const Points& points,
   return results;
 }
 
-/// The largest relative error of centre and radii, both against the radius, and of the direction.
+/// The largest of the errors of the centre over the first radius, of each radius over itself, and
+/// of the direction.
 double errorOf(const Geometry& fitted, const Geometry& truth) {
   const double turn = std::remainder(fitted.rotation.toDouble() - truth.rotation.toDouble(), pi);
   return std::max({distance(fitted.center, truth.center) / truth.radius1,

@@ -189,7 +189,7 @@ TEST(RectTest, TakesItsCornersInAnyOrder) {
 }
 
 TEST(RectTest, KeepsItsCornersExactly) {
-  // 1e16 + 1 is no double, so a stored width would lose one of the corners.
+  // 1e16 + 1 is not a double, so a stored width would lose one of the corners.
   const qcRect rect(qcPoint(Vector(1e16, -1.0)), qcPoint(Vector(1.0, 0.1)));
   EXPECT_EQ(rect.ul(), Vector(1.0, -1.0));
   EXPECT_EQ(rect.lr(), Vector(1e16, 0.1));

@@ -210,7 +210,7 @@ TEST(Scene, ThinsWhileItGrows) {
 }
 
 TEST(Scene, StaysWithinATenthOfAPixelHoweverOftenItThins) {
-  // It thins whenever it has grown to twice its size: in some of these just before the last time.
+  // It thins whenever its size has doubled, in some of these cases just before it is complete.
   for (double last = 4000; last < 16000; last *= 1.07) {
     Scene scene({}, true, 1000);
     const Points points = circle(0, 0, 400, 20000);
