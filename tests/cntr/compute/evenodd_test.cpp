@@ -9,6 +9,7 @@
 #include <testing/plain/region.h>
 #include <testing/twin/repetitions.h>
 
+#include "cut_square.h"
 #include "subject.h"
 
 namespace {
@@ -122,13 +123,6 @@ TEST(EvenOddTest, DoesNotKnowWhereTheRayFallsShort) {
   const Subject far({{500, 0}, {1000, 400}, {0, 400}, {0, 300}, {490, 300}, {490, 290}, {0, 290}},
                     true);
   for (const Point& p : shapes::pointsInBox(far.points(), 200)) answers(far, p);
-}
-
-/// A square on its corner, cut from its middle, where it begins: from beside the upper right side
-/// the ray crosses it and ends in it.
-Points cutSquare() {
-  return {{0, 0},    {100, 0},  {75, 25},  {50, 50},  {0, 100},  {-25, 75},
-          {-50, 50}, {-75, 25}, {-100, 0}, {0, -100}, {50, -50}, {100, -0.1}};
 }
 
 TEST(EvenOddTest, DoesNotKnowWhereTheRayEndsInsideTheOutline) {

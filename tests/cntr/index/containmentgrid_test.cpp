@@ -14,6 +14,7 @@
 #include <gtest/gtest.h>
 #include <testing/shapes/shapes.h>
 #include <testing/twin/repetitions.h>
+#include <tests/cntr/compute/cut_square.h>
 
 namespace {
 
@@ -91,13 +92,6 @@ TEST(ContainmentGridTest, DoesNotKnowWhereTheRayFallsShort) {
   for (const Point& p : {Point(99, 1), Point(99, 99), Point(1, 99), Point(1, 1), Point(50, 1)}) {
     grid.answers(p);
   }
-}
-
-/// A square on its corner, cut from its middle, where it begins: from beside the upper right side
-/// the ray crosses it and ends in it.
-Points cutSquare() {
-  return {{0, 0},    {100, 0},  {75, 25},  {50, 50},  {0, 100},  {-25, 75},
-          {-50, 50}, {-75, 25}, {-100, 0}, {0, -100}, {50, -50}, {100, -0.1}};
 }
 
 TEST(ContainmentGridTest, DoesNotKnowWhereTheRayEndsInsideTheOutline) {
