@@ -79,6 +79,12 @@ const std::vector<Feature>& shapesOfAllKinds() {
 
 }  // namespace
 
+TEST(Measures, RoundnessIsThatOfTheOutlineWithoutItsHoles) {
+  const Feature withHole{{square, {box(1, 2, 4, 4)}}};
+  EXPECT_EQ(numberOf("roundness", withHole), numberOf("roundness", {{square, {}}}));
+  EXPECT_NEAR(numberOf("roundness", withHole), pi / 4.0, 1e-15);
+}
+
 TEST(Measures, HaveNamesOfTheirOwn) {
   std::set<std::string> names;
   for (const Measure& measure : table::allMeasures()) {

@@ -130,6 +130,22 @@ void expectEveryBoxOnce(ForEach forEach) {
   }
 }
 
+template <class ForEach>
+void expectBoxesAtTheLimit(ForEach forEach) {
+  const BoxTree tree({{3, 0, 4, 1}, {0, 2, 1, 3}, {0, 3.5, 1, 4}});
+  Numbers visited;
+  forEach(
+      tree, qcVector<2>(0, 0), [] { return 9.0; },
+      [&](std::size_t number) { visited.push_back(number); });
+  std::sort(visited.begin(), visited.end());
+  EXPECT_EQ(visited, (Numbers{0, 1}));
+}
+
+TEST(BoxTreeTest, VisitsBoxesAtExactlyTheLimitButNoneBeyond) {
+  expectBoxesAtTheLimit(byDistance);
+  expectBoxesAtTheLimit(nearestFirst);
+}
+
 TEST(BoxTreeTest, VisitsEveryBoxOnceByDistanceWhileThereIsNoLimit) {
   expectEveryBoxOnce(byDistance);
   expectEveryBoxOnce(nearestFirst);
