@@ -204,11 +204,15 @@ TEST(RegionSetRepairTest, ADegenerateEdgeGivesTheJoinedBoundaryTheOrigin) {
 TEST(RegionSetRepairTest, RegionsThatMeetFromOneSideAloneCannotBeJoined) {
   // The second one meets the first only in edges of 5e-16, which have no line when asked for
   // crossings themselves.
-  const Handles regions = {handle({{-1, -2}, {1, -2}, {1, 0}, {-1, 0}}),
-                           handle({{0, 0}, {0, 5e-16}, {0, 5}, {0.5, 5}, {0.5, 5e-16}, {0.5, 0}})};
+  Handles regions = {handle({{-1, -2}, {1, -2}, {1, 0}, {-1, 0}}),
+                     handle({{0, 0}, {0, 5e-16}, {0, 5}, {0.5, 5}, {0.5, 5e-16}, {0.5, 0}})};
   EXPECT_TRUE(setOf(regions).isSelfIntersecting());
   EXPECT_EQ(badParamsOf([&] { regularized(regions); }), L"spliced regions do not intersect");
   EXPECT_EQ(badParamsOf([&] { hullsOf(regions); }), L"spliced regions do not intersect");
+  // With as many regions as are looked up by place.
+  for (int i = 1; i < 20; ++i)
+    regions.push_back(handle({{9.0 * i, 9}, {9.0 * i + 1, 9}, {9.0 * i, 10}}));
+  EXPECT_EQ(badParamsOf([&] { regularized(regions); }), L"spliced regions do not intersect");
 }
 
 TEST(RegionSetRepairTest, AFailureLeavesTheResultAndTheSetUntouched) {

@@ -29,6 +29,13 @@ TEST(Numbers, NoiseBesideALargeNumberIsZero) {
   EXPECT_EQ(alignedNumbers({-2e-17}), (Texts{"0"}));
 }
 
+TEST(Numbers, NineDecimalsAndTwelveDigitsAreTheMostWithoutAnExponent) {
+  EXPECT_EQ(alignedNumbers({1.5e-4}), (Texts{"0.000150000"}));
+  EXPECT_EQ(alignedNumbers({1.5e-5}), (Texts{"1.5e-05"}));
+  EXPECT_EQ(alignedNumbers({1.5e11}), (Texts{"150000000000"}));
+  EXPECT_EQ(alignedNumbers({1.5e12}), (Texts{"1.5e+12"}));
+}
+
 TEST(Numbers, VeryLargeAndVerySmallOnesHaveExponents) {
   EXPECT_EQ(alignedNumbers({1.25e15}), (Texts{"1.25e+15"}));
   EXPECT_EQ(alignedNumbers({1.25e-7, 2.5e-7}), (Texts{"1.25e-07", "2.5e-07"}));
