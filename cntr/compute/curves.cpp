@@ -5,6 +5,7 @@
 #include <limits>
 
 #include <cntr/plane/orientation.h>
+#include <cntr/plane/tolerances.h>
 #include <platform/core/kernels.h>
 
 namespace cntr::compute {
@@ -38,14 +39,13 @@ Curves::Curves(std::span<const plane::Path> paths)
 Curves::Nearest Curves::nearest(const qcVector<2>& p) const {
   Nearest nearest{0, std::numeric_limits<double>::infinity()};
   double limit = nearest.distance;
-  const double margin = plane::nearestPointRounding(plane::largestCoordinate(tree_.bounds(), p));
   tree_.forEachByDistance(
       p, [&] { return limit; },
       [&](std::size_t i) {
         const double distance = qnKernel::distanceToSegment(p, edges_[i].from, edges_[i].to);
         if (!(distance < nearest.distance)) return;
         nearest = {i, distance};
-        limit = (distance + margin) * (distance + margin);
+        limit = distance * distance * plane::tieSlack;
       });
   return nearest;
 }

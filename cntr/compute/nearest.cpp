@@ -4,12 +4,10 @@
 // one, nearest box first. A box may be passed over only when nothing in it can reach the best
 // *computed* distance, not even on a tie.
 //
-// Vertices: subtraction, squaring, addition and square root are monotonic in floating point, so the
-// squared distance of a box, computed the same way, never exceeds that of a vertex in it. The limit
-// is widened by `tieSlack`, because square roots merge squares.
-//
-// Edges: the nearest point of an edge is a vertex or a + d * t with t in (0, 1), which rounding
-// moves out of the box by at most nearestPointRounding().
+// Subtraction, squaring, addition and square root are monotonic in floating point, so the squared
+// distance of a box, computed the same way, never exceeds that of a point in it. The limit is
+// widened by `tieSlack`, because square roots merge squares. The computed nearest point of an edge
+// lies in the edge's box (qnKernel::closestOnSegment).
 
 #include <cntr/compute/nearest.h>
 
@@ -29,9 +27,6 @@ constexpr double infinity = std::numeric_limits<double>::infinity();
 /// The best candidate of a search: nearest first, then lowest number.
 class NearestCandidate {
  public:
-  /// `slack` is how much nearer than its box a candidate may be computed to be.
-  explicit NearestCandidate(double slack) : slack_(slack) {}
-
   /// Offers a candidate, given the vector from it to p.
   void offer(const qcVector<2>& difference, std::size_t number) noexcept {
     if (difference * difference > limit_) return;
@@ -39,8 +34,7 @@ class NearestCandidate {
     if (distance < distance_ || (distance == distance_ && number < number_)) {
       distance_ = distance;
       number_ = number;
-      const double reach = distance + slack_;
-      limit_ = reach * reach * plane::tieSlack;
+      limit_ = distance * distance * plane::tieSlack;
     }
   }
 
@@ -50,7 +44,6 @@ class NearestCandidate {
   std::size_t number() const noexcept { return number_; }
 
  private:
-  double slack_;
   double distance_ = infinity;
   double limit_ = infinity;
   std::size_t number_ = 0;
@@ -80,7 +73,7 @@ using Start = std::optional<std::size_t>;
 
 std::size_t searchVertex(const plane::Path& path, const index::EdgeIndex* index,
                          const qcVector<2>& p, Start start) {
-  NearestCandidate best(0.0);
+  NearestCandidate best;
   if (start) best.offer(p - path.points[*start], *start);
   if (!path.closed) best.offer(p - path.points.front(), 0);
   searchRuns(path, index, p, best, [&](std::size_t first, std::size_t last) {
@@ -93,9 +86,7 @@ std::size_t searchVertex(const plane::Path& path, const index::EdgeIndex* index,
 
 Start searchEdge(const plane::Path& path, const index::EdgeIndex* index, const qcVector<2>& p,
                  Start start) {
-  NearestCandidate best(
-      index == nullptr ? 0.0
-                       : plane::nearestPointRounding(plane::largestCoordinate(index->bounds(), p)));
+  NearestCandidate best;
   if (start) {
     const plane::Edge edge = path.edge(*start);
     best.offer(p - qnKernel::closestOnSegment(p, edge.from, edge.to), *start);

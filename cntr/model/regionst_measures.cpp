@@ -107,10 +107,8 @@ double qcRegionSet::distToPoint(const qcVector<2>& p, bool vertexOnly, bool cons
     if (distance < nearest) nearest = distance;
   };
   if (const cntr::index::RegionIndex* const known = index()) {
-    const double slack =
-        cntr::plane::nearestPointRounding(cntr::plane::largestCoordinate(known->tree.bounds(), p));
     known->tree.forEachNearestFirst(
-        p, [&] { return (nearest + slack) * (nearest + slack) * cntr::plane::tieSlack; }, visit);
+        p, [&] { return nearest * nearest * cntr::plane::tieSlack; }, visit);
   } else {
     for (std::size_t i = 0; i < regions_.size(); ++i) visit(i);
   }

@@ -49,10 +49,4 @@ static_assert(containmentMargin - containmentRounding > touchDistance, "a miss i
 /// distance may exceed another by this factor and still tie with it.
 inline constexpr double tieSlack = 1.0 + 4.0 * std::numeric_limits<double>::epsilon();
 
-/// How far the computed nearest point of an edge may lie outside the edge's box, with room to
-/// spare: it is rounded by a few units in the last place of the largest coordinate involved.
-constexpr double nearestPointRounding(double largestCoordinate) noexcept {
-  return 16.0 * std::numeric_limits<double>::epsilon() * largestCoordinate;
-}
-
 }  // namespace cntr::plane

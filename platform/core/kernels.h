@@ -54,7 +54,9 @@ inline qcVector<2> intersectLines(const qcVector<2>& p1, const qcVector<2>& d1,
 }
 
 /// The point of the segment a-b nearest to p. With t = ((p - a).(b - a)) / |b - a|^2: a unless
-/// t > 0 (also for a segment of length 0), b when t >= 1, else a + (b - a) * t.
+/// t > 0 (also for a segment of length 0), b when t >= 1, else a + (b - a) * t. However that is
+/// rounded, it lies in the box of a and b: (b - a) is rounded by at most half a unit in its last
+/// place, and a t below 1 takes as much away from it again.
 inline qcVector<2> closestOnSegment(const qcVector<2>& p, const qcVector<2>& a,
                                     const qcVector<2>& b) noexcept {
   const qcVector<2> d = b - a;

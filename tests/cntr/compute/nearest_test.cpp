@@ -4,6 +4,9 @@
 
 #include <cntr/compute/nearest.h>
 
+#include <cmath>
+
+#include <platform/core/kernels.h>
 #include <testing/plain/measures.h>
 #include <testing/twin/repetitions.h>
 #include <testing/twin/same.h>
@@ -84,6 +87,30 @@ TEST(ClosestPointTest, OfEdgesWithoutLengthIsTheirVertex) {
 TEST(ClosestPointTest, IsTheOriginWhereNoDistanceIsFinite) {
   EXPECT_EQ(nearest(Subject(square, true), {nan, 1}), Point(0, 0));
   EXPECT_EQ(nearest(Subject({{nan, 1}, {2, nan}}, true), {5, 5}), Point(0, 0));
+}
+
+/// A coordinate of any size.
+double anyCoordinate(shapes::Random& random) {
+  const double size = std::pow(10.0, random.uniform(-20.0, 20.0));
+  return size * random.uniform(-1.0, 1.0);
+}
+
+TEST(ClosestPointTest, LiesInTheBoxOfItsEdgeHoweverItIsRounded) {
+  shapes::Random random(1);
+  std::size_t atAnEnd = 0;
+  for (std::size_t round = 0; round < repetitions(100000); ++round) {
+    const Point a{anyCoordinate(random), anyCoordinate(random)};
+    const Point b{anyCoordinate(random), anyCoordinate(random)};
+    // Beside b, or nearly so: there the point is rounded towards the end, or to it.
+    const Point across(b.y() - a.y(), a.x() - b.x());
+    const Point along = (b - a) * (std::pow(10.0, random.uniform(-18.0, 0.0)));
+    const Point p = b - along + across * random.uniform(-1.0, 1.0);
+    const Point nearest = qnKernel::closestOnSegment(p, a, b);
+    ASSERT_TRUE(cntr::plane::contains(cntr::plane::edgeBox(a, b), nearest)) << round;
+    if (nearest == b) ++atAnEnd;
+  }
+  EXPECT_GT(atAnEnd, repetitions(100000) / 100);
+  EXPECT_LT(atAnEnd, repetitions(100000));
 }
 
 TEST(NearestTest, IsThatOfThePlainDefinition) {
