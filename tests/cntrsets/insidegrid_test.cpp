@@ -101,6 +101,15 @@ TEST(InsideGrid, HasNoAnswerOnEitherSideOfAnEdgeBetweenCells) {
   EXPECT_EQ(grid.at({3.4, 5.8}), Answer::eInside);
 }
 
+TEST(InsideGrid, HasNoAnswerInTheNextCellWithinReachOfAnEdge) {
+  const Feature before{{square, {features::box(2, 2, 5 - 1e-7, 5 - 1e-7)}}};
+  EXPECT_EQ(gridOf(before).at({5 + 1e-7, 3.4}), Answer::eUnknown);
+  EXPECT_EQ(gridOf(before).at({3.4, 5 + 1e-7}), Answer::eUnknown);
+  const Feature after{{square, {features::box(5 + 1e-7, 5 + 1e-7, 8, 8)}}};
+  EXPECT_EQ(gridOf(after).at({5 - 1e-7, 6.4}), Answer::eUnknown);
+  EXPECT_EQ(gridOf(after).at({6.4, 5 - 1e-7}), Answer::eUnknown);
+}
+
 TEST(InsideGrid, HasNoAnswerWhereTheRayByWhichAHoleDecidesIsTooShort) {
   // Cut open from a corner to the centre, where its list begins: from next to a corner of its box
   // the ray ends within it.

@@ -407,6 +407,33 @@ TEST(Measures, ALineThereAndBackHasNoArea) {
   }
 }
 
+TEST(Measures, ALineThereAndBackHasNoAreaWhateverTheSizesOfItsCoordinates) {
+  // The sums of products so different are not always 0 to the last digit.
+  shapes::Random random(3);
+  for (int round = 0; round < 100; ++round) {
+    const auto coordinate = [&random] {
+      const double size = std::pow(10.0, random.uniform(-12.0, 12.0));
+      return size * random.uniform(-1.0, 1.0);
+    };
+    Points line;
+    for (int i = 0; i < 100; ++i) {
+      const double x = coordinate();
+      line.emplace_back(x, coordinate());
+    }
+    line.insert(line.end(), line.rbegin() + 1, line.rend() - 1);
+    EXPECT_EQ(numberOf("area", {{line, {}}}), 0.0) << round;
+  }
+}
+
+TEST(Measures, OfOneOutlineAreNotThereForSeveral) {
+  const Feature two{{square, {}}, {box(12, 1, 17, 3), {}}};
+  for (const char* name :
+       {"mean_x", "mean_y", "diameter", "first_vertex_diameter", "ellipse_x", "ellipse_y",
+        "ellipse_radius1", "ellipse_radius2", "ellipse_rotation", "ellipse_residual"}) {
+    EXPECT_TRUE(isNothing(measured(name, two))) << name;
+  }
+}
+
 TEST(Measures, AreThereForTheThinnestAndTheSmallestShapes) {
   const Feature thin{{box(0, 0, 1e6, 1e-3), {}}};
   EXPECT_NEAR(numberOf("area", thin), 1e3, 1e-9);

@@ -430,6 +430,11 @@ TEST(MeasureTable, CanShowEverything) {
   }
 }
 
+TEST(MeasureTable, OfNoFeaturesIsNothing) {
+  EXPECT_EQ(run({"measure"}, collection({})).out, "");
+  EXPECT_EQ(run({"measure", "--columns", "area,length"}, collection({})).out, "");
+}
+
 TEST(MeasureTable, BlanksAroundNamesOfColumnsDoNotMatter) {
   EXPECT_EQ(run({"measure", "--csv", "--columns", "area, width"}, polygon({square(0, 0, 2)})).out,
             "area,width\n4,2\n");

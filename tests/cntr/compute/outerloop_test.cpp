@@ -94,4 +94,18 @@ TEST(OuterLoopTest, OfVerticesNearlyInOnePlaceIsThatOfThePlainDefinition) {
   }
 }
 
+TEST(OuterLoopTest, OfALoopPastTheEndOfTheBoundaryHasItsVerticesFromItsStartOn) {
+  // The first vertex touches the third and the seventh, which lie in one cell but do not touch each
+  // other. Both end up in a loop that begins with the sixth, so that the seventh comes first.
+  expectAsPlain({{0, 0},
+                 {7, -8},
+                 {0.4e-6, 0.4e-6},
+                 {-6, -6},
+                 {0, -6},
+                 {-6, -6},
+                 {-0.4e-6, -0.4e-6},
+                 {-5, 1},
+                 {4, 7}});
+}
+
 }  // namespace

@@ -154,6 +154,16 @@ TEST(IsClearStarTest, IsNoOtherShape) {
   EXPECT_FALSE(isClearStar(Subject({{0, 0}, {4, 0}, {4, nan}, {0, 4}}, true)));
 }
 
+TEST(IsClearStarTest, IsNoRingThatComesNearTheMiddleAnywhere) {
+  // Seen from near (0, 0), no edge is narrower than about 1e-3, but a vertex is only 1e-3 away.
+  const Points near{{1e-3, 0}, {1, 1}, {-1, 1}, {-1, -1}, {1, -1}};
+  for (std::size_t first = 0; first < near.size(); ++first) {
+    Points turned = near;
+    std::rotate(turned.begin(), turned.begin() + static_cast<std::ptrdiff_t>(first), turned.end());
+    EXPECT_FALSE(isClearStar(Subject(turned, true))) << first;
+  }
+}
+
 /// A star with runs of vertices in nearly the same direction, as seen from within.
 Points starOfNarrowSpikes(shapes::Random& random) {
   const std::size_t spikes = 3 + random.below(5);

@@ -191,4 +191,28 @@ TEST(ContainmentGridTest, AnswersAsTheRayWhereEdgesPassThroughCornersAndMiddlesO
   EXPECT_GT(answered, rings * questions / 2);
 }
 
+TEST(ContainmentGridTest, AnswersAsTheRayInTheHeightAtWhichAFlatEdgeLeavesACell) {
+  // Where the edge leaves the cell, it is rounded to the height of the point, although it may pass
+  // it farther left or right.
+  constexpr double low = 999000.0;
+  constexpr double width = 64.0;
+  constexpr int columns = 22;
+  shapes::Random random(5);
+  std::size_t answered = 0;
+  for (std::size_t round = 0; round < repetitions(300); ++round) {
+    const double start = random.uniform(1.0, width - 1.0);
+    const double slope = random.uniform(-1e-4, 1e-4);
+    const Gridded grid({{low, low},
+                        {low + width, low},
+                        {low + width, low + start + slope * width},
+                        {low, low + start}});
+    for (int column = 1; column < columns; ++column) {
+      const double side = width * column / columns;
+      const Point p(low + side - random.uniform(0.1, 2.0), low + start + slope * side);
+      if (grid.answers(p)) ++answered;
+    }
+  }
+  EXPECT_GT(answered, repetitions(300) * columns / 2);
+}
+
 }  // namespace

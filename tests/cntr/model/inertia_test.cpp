@@ -516,6 +516,16 @@ TEST(InertiaPropertyTest, MomentsOfLargerShapesAreTheSameToTheBit) {
   }
 }
 
+TEST(InertiaPropertyTest, MomentsWithATriangleOfExactlyTheAreaOfASliverAreTheSameToTheBit) {
+  // An area of 1e-6 is that of a sliver, and its triangle is added last. In the second shape, which
+  // runs as much one way as the other, the triangle runs clockwise, and the mean area is 0.
+  const Points positive{{-0.5, -2e-6}, {0.5, -2e-6}, {1, -1e-6},
+                        {0.5, 2e-6},   {-0.5, 2e-6}, {-1, 1e-6}};
+  const Points balanced{{1, 0}, {1, -2e-6}, {0, 1}, {1, 0}, {1, 2e-6}, {0, -1}};
+  expectSameMoments({"positive", positive}, 0);
+  expectSameMoments({"balanced", balanced}, 0);
+}
+
 TEST(InertiaPropertyTest, MomentsFarFromTheOriginAreTheSameToTheBit) {
   for (std::uint64_t seed = 0; seed < 5000; ++seed) {
     shapes::Shape shape = shapes::any(seed, 12);

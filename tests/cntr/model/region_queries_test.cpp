@@ -75,6 +75,18 @@ TEST(RegionInsideTest, AHoleOfAHoleIsInsideAgain) {
   EXPECT_TRUE(region.inside({3, 5}, false));
 }
 
+TEST(RegionInsideTest, AHoleWithinManyIsDecidedOnceForAll) {
+  // Each level has the one before it twice as a hole and then a hole that holds the point: looked
+  // at every time, the innermost would be looked at 2^60 times.
+  const auto around = [](double reach) { return square(5 - reach, 5 - reach, 2 * reach); };
+  const Handle holding = handle(around(0.01));
+  Handle level = handle(around(0.02), {holding});
+  for (int depth = 0; depth < 60; ++depth) {
+    level = handle(around(0.03 + 0.01 * depth), {level, level, holding});
+  }
+  EXPECT_TRUE(regionWith(square(0, 0, 10), {level}).inside({5, 5}, true));
+}
+
 TEST(RegionInsideTest, AHoleOutsideTheBoundaryChangesNothing) {
   const qcRegion region = regionWith(square(0, 0, 10), {handle(square(20, 20, 5))});
   EXPECT_FALSE(region.inside({22, 22}, true));
