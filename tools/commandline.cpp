@@ -33,7 +33,8 @@ void addCommands(CLI::App& app, Session& session) {
   app.set_version_flag("--version", "cntr " CNTR_VERSION);
   app.add_flag_callback(
       "--verbose", [&session] { session.diagnostics.listAll(); },
-      "List all features with problems, not only the first few of a file");
+      "List all features with problems, not only the\n"
+      "first five of a file");
   app.fallthrough();
   app.set_help_all_flag("--help-all", "Print the help of all subcommands and exit");
   addMeasure(app, session);
@@ -83,7 +84,8 @@ std::string refusalOfCommand(const CLI::App& app, const std::string& name) {
 int run(int argc, const char* const* argv, const Console& console) {
   Session session(console);
   CLI::App app(
-      "Measures, asks, repairs, combines, compares, draws and converts outlines in images.");
+      "Measures, queries, repairs, combines, offsets, simplifies, compares, draws and\n"
+      "converts outlines.");
   addCommands(app, session);
   const std::string refusal = argc > 1 ? refusalOfCommand(app, argv[1]) : "";
   if (!refusal.empty()) {

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// CSV: one vertex per line, id,x,y. See Format for what each function does.
+// CSV: one vertex per line, id,x,y or x,y. See Format for what each function does.
 
 #pragma once
 

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
-// WKT (well-known text): one geometry per line. See Format for what each function does.
+// WKT (well-known text): geometries one after the other, each beginning on a new line. See Format
+// for what each function does.
 
 #pragma once
 

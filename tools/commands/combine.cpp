@@ -193,22 +193,26 @@ void check(const CombineOptions& options) {
 }
 
 constexpr const char* combineHelp =
-    "Operations, on what the outlines fill (by the rule nonzero, see 'cntr repair --help'):\n"
+    "Operations, on what the outlines fill (by the rule nonzero, see\n"
+    "'cntr repair --help'):\n"
     "  union                 what the outlines of A or of B fill\n"
     "  intersection          what both fill\n"
     "  difference            what those of A fill and those of B do not\n"
-    "  symmetric-difference  what those of one file fill and those of the other do not\n\n"
-    "All outlines of A are taken together, and all of B: the result is one feature without label,\n"
-    "id and properties. With --each every feature of A is combined by itself with all outlines of\n"
-    "B and keeps these: so features are cut to a region of interest, or cleared of a mask. Which\n"
-    "feature stands where in its file never matters, and nothing is paired.\n\n"
-    "Results have the form that 'cntr repair' gives. Features of which nothing is left are not\n"
-    "written, and counted on standard error. Open lines and what cannot be read are named there\n"
-    "and left out, and the exit status is 1.\n\n"
+    "  symmetric-difference  what those of one file fill and those of the other\n"
+    "                        do not\n\n"
+    "All outlines of A are taken together, and all of B: the result is one feature\n"
+    "without label, id and properties. With --each, each feature of A is combined\n"
+    "with all outlines of B and keeps its label, id and properties: use it to cut\n"
+    "features to a region of interest, or to remove a mask. Features are never\n"
+    "paired, and their order does not matter.\n\n"
+    "Results have the normal form that 'cntr repair --help' describes. Features of\n"
+    "which nothing is left are not written; their number is reported on standard\n"
+    "error. Open lines and features that cannot be read are reported there and left\n"
+    "out, and the exit status is 1.\n\n"
     "Examples:\n"
     "  cntr combine samples/coins.geojson samples/cell.geojson --operation union -o all.geojson\n"
-    "  cntr combine samples/coins.geojson samples/cell.geojson --operation difference --each "
-    "-o clear.geojson";
+    "  cntr combine samples/coins.geojson samples/cell.geojson --operation difference --each -o "
+    "clear.geojson";
 
 }  // namespace
 
@@ -218,14 +222,17 @@ void addCombine(CLI::App& app, Session& session) {
   command.add_option("A", options->a, "A file of outlines; - is standard input")
       ->required()
       ->type_name("");
-  command.add_option("B", options->b, "Another")->required()->type_name("");
+  command.add_option("B", options->b, "The other file; - is standard input")
+      ->required()
+      ->type_name("");
   std::vector<std::string> names;
   for (const Operation& operation : operations) names.emplace_back(operation.name);
-  command.add_option("--operation", options->operation, "What to make of the two, see below")
+  command.add_option("--operation", options->operation, "The operation, see below")
       ->required()
       ->check(CLI::IsMember(names));
   command.add_flag("--each", options->each,
-                   "Combine each feature of A by itself (intersection and difference)");
+                   "Combine each feature of A by itself (intersection\n"
+                   "and difference only)");
   addFrom(command, options->from);
   addJobs(command, options->jobs);
   addOutput(command, options->output);

@@ -191,32 +191,34 @@ void check(const CompareOptions& options) {
 }
 
 constexpr const char* compareHelp =
-    "Each feature is compared with the only nominal feature, else with the one that has its "
-    "label,\n"
-    "else with the one that has its id.\n\n"
+    "If there is a single nominal feature, every feature is compared with it;\n"
+    "otherwise with the one that has the same label, or else the same id.\n\n"
     "Columns:\n"
     "  nominal          number of the nominal feature in its file\n"
-    "  deviation_min    least distance of the measured boundary from the nominal one, negative\n"
-    "                   inside what the nominal feature fills\n"
-    "  deviation_max    greatest distance\n"
+    "  deviation_min    smallest distance of the measured boundary from the nominal\n"
+    "                   one, negative inside what the nominal feature fills\n"
+    "  deviation_max    largest distance\n"
     "  deviation_mean   mean distance along the measured boundary\n"
     "  deviation_rms    root mean square distance along it\n"
-    "  hausdorff        distance of the point of either boundary that is farthest from the other\n"
-    "  iou              area that both fill, as a share of that which either fills\n"
+    "  hausdorff        distance of the point of either boundary that is farthest\n"
+    "                   from the other\n"
+    "  iou              area that both fill, as a share of the area that either fills\n"
     "  area_difference  measured area less the nominal one\n"
-    "  align_angle      with --align: a rotation by this angle in degrees about the origin, from\n"
-    "                   the x axis towards the y axis, and then\n"
-    "  align_x align_y  a shift by this bring the measured feature to its nominal\n"
-    "  in_tolerance     with --tolerance: whether hausdorff is no more than that\n\n"
-    "Boundaries are those of what features fill (by the rule nonzero, see 'cntr repair --help'),\n"
-    "those of holes included. Distances from open lines have no signs, and lines have no areas.\n"
-    "Something that is missing in the measured feature is far from the nominal boundary: "
-    "hausdorff\n"
-    "counts it, deviation_max need not. Lengths are multiplied by --scale, and --tolerance and\n"
-    "--spacing are lengths of that unit.\n\n"
-    "The exit status is 1 when a feature is out of tolerance or cannot be compared; these are\n"
-    "named on standard error. Nominal features that nothing measured was compared with are\n"
-    "counted there, or with --complete named, and the status is 1, too.\n\n"
+    "  align_angle      with --align: the rotation about the origin, in degrees from\n"
+    "                   the x axis towards the y axis, and\n"
+    "  align_x align_y  the shift after it that bring the measured feature onto its\n"
+    "                   nominal one\n"
+    "  in_tolerance     with --tolerance: whether hausdorff is at most the tolerance\n\n"
+    "Boundaries are those of what features fill (by the rule nonzero, see\n"
+    "'cntr repair --help'), those of holes included. Distances from open lines have\n"
+    "no signs, and lines have no areas. If a part of the nominal boundary is missing\n"
+    "from the measured feature, hausdorff shows it, but deviation_max need not.\n"
+    "Lengths are multiplied by --scale, and --tolerance and --spacing are lengths in\n"
+    "the unit that results.\n\n"
+    "The exit status is 1 when a feature is out of tolerance or cannot be compared;\n"
+    "both are reported on standard error. Nominal features that nothing was compared\n"
+    "with are counted there; with --complete each is reported, and the exit status\n"
+    "is 1.\n\n"
     "Examples:\n"
     "  cntr compare samples/coins.geojson --nominal samples/coins.geojson --tolerance 0.5\n"
     "  cntr offset samples/cell.geojson --distance 1 | cntr compare --nominal "
@@ -228,34 +230,31 @@ constexpr const char* compareHelp =
 
 void addCompare(CLI::App& app, Session& session) {
   const auto options = std::make_shared<CompareOptions>();
-  CLI::App& command =
-      *app.add_subcommand("compare", "Compare outlines with nominal ones, within a tolerance");
+  CLI::App& command = *app.add_subcommand("compare", "Compare outlines with nominal ones");
   addInputs(command, options->input);
   command
-      .add_option("--nominal", options->nominal,
-                  "The file of nominal features; - is standard input")
+      .add_option("--nominal", options->nominal, "File of nominal features; - is standard input")
       ->required()
       ->type_name("FILE");
   ComparingOptions& comparing = options->comparing;
   command.add_flag("--align", comparing.align,
-                   "Turn and shift each feature onto its nominal before comparing");
-  command
-      .add_option("--tolerance", comparing.tolerance, "The largest Hausdorff distance that passes")
+                   "Rotate and shift each feature onto its nominal one\n"
+                   "before comparing");
+  command.add_option("--tolerance", comparing.tolerance, "Largest Hausdorff distance that passes")
       ->check(refusalOfNotNegative)
       ->type_name("T");
   command
-      .add_option(
-          "--spacing", comparing.spacing,
-          "The longest step between the points of the measured boundary at which distances\n"
-          "are asked, besides its vertices; 1/1024 of its length unless given")
+      .add_option("--spacing", comparing.spacing,
+                  "Longest step between the points of the measured\n"
+                  "boundary at which distances are taken, besides its\n"
+                  "vertices; by default 1/1024 of its length")
       ->check(refusalOfPositive)
       ->type_name("S");
   command.add_flag("--complete", options->isComplete,
                    "Fail when a nominal feature was not measured");
   addRowFormats(command, options->rows);
-  addScale(command, comparing.scale, "The length of one unit of the coordinates");
-  command.add_option("--unit", options->unit, "The unit of that length, such as mm")
-      ->type_name("NAME");
+  addScale(command, comparing.scale, "Length of one unit of the coordinates");
+  command.add_option("--unit", options->unit, "Unit of that length, such as mm")->type_name("NAME");
   command.footer(compareHelp);
   command.callback([options, &session] {
     check(*options);

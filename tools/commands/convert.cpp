@@ -58,16 +58,16 @@ std::string listOfFormats() {
 }
 
 constexpr const char* convertHelp =
-    "Standard input and files with other endings are known by how they begin; files packed by "
-    "gzip\n"
-    "are unpacked. COCO and LabelMe files are read like geojson, lines of x,y like csv.\n\n"
-    "All formats hold outlines with holes, open lines and features of several parts, and all "
-    "digits.\n"
-    "GeoJSON also holds labels, ids, edge elements and other properties; CSV labels, or else ids;\n"
-    "WKT none of them; an archive labels other than 0, and edge elements of outlines without "
-    "holes.\n"
-    "What is lost is named on standard error. GeoJSON gets its rings closed and turned, outlines\n"
-    "with positive area and holes with negative area, the first vertex staying the first.\n\n"
+    "The format of standard input and of files with other extensions is recognised\n"
+    "from their beginning; gzip files are unpacked. COCO and LabelMe files are read\n"
+    "like geojson, RFC 8142 text sequences like geojsonl.\n\n"
+    "All formats hold outlines with holes, open lines and features of several parts,\n"
+    "with all digits of their coordinates. GeoJSON also holds labels, ids, edge\n"
+    "elements and other properties; CSV holds labels or else ids; WKT holds none of\n"
+    "these; an archive holds labels other than 0, and edge elements of single\n"
+    "outlines without holes and of lines. What is lost is reported on standard error.\n"
+    "In GeoJSON rings are closed, and outlines are given positive and holes negative\n"
+    "area; the first vertex stays first.\n\n"
     "Examples:\n"
     "  cntr convert samples/coins.geojson -o coins.wkt\n"
     "  cntr convert samples/cell-edgelets.geojson -o cell.qcar\n"
@@ -81,8 +81,7 @@ void addConvert(CLI::App& app, Session& session) {
   CLI::App& command = *app.add_subcommand("convert", "Write the outlines in another format");
   addInputs(command, options->input);
   addOutput(command, options->output);
-  command.footer("Formats, with the endings that stand for them:\n" + listOfFormats() +
-                 convertHelp);
+  command.footer("Formats and their extensions:\n" + listOfFormats() + "\n" + convertHelp);
   command.callback([options, &session] { convert(*options, session); });
 }
 

@@ -256,47 +256,58 @@ void addDraw(CLI::App& app, Session& session) {
   addFilter(command, options->filter);
   command
       .add_option("-o,--output", options->output,
-                  "The picture, PNG if it ends in .png and SVG otherwise; - (the default) is\n"
-                  "standard output")
+                  "Picture to write, PNG if it ends in .png and SVG\n"
+                  "otherwise; - (the default) is standard output")
       ->type_name("FILE");
   addNames(command, "--show", options->show,
-           "What to draw over the outlines (labels alone unless given); none for nothing")
+           "What to draw over the outlines, see below; by\n"
+           "default labels")
       ->check(CLI::IsMember(overlayNames()));
   command
       .add_option("--nominal", options->nominal,
-                  "The nominal features, with --show deviation; - is standard input")
+                  "Nominal features, with --show deviation; - is\n"
+                  "standard input")
       ->type_name("FILE");
-  command.add_option("--under", options->under, "A PNG or JPEG picture to draw the outlines over")
+  command.add_option("--under", options->under, "PNG or JPEG picture to draw the outlines over")
       ->type_name("FILE");
   command
       .add_option("--size", options->look.size,
-                  "Pixels of the longer side of what is shown (1000 unless given)")
+                  "Pixels of the longer side of what is shown; by\n"
+                  "default 1000")
       ->check(CLI::Range(16, 10000))
       ->type_name("PIXELS");
   command.add_flag("--y-up", options->look.isUp,
-                   "Let the y axis point upwards; a picture underneath stays upright");
-  command.add_flag("--fit", options->fit, "Show the outlines alone rather than the whole image");
+                   "Let the y axis point upwards; a picture underneath\n"
+                   "stays upright");
+  command.add_flag("--fit", options->fit, "Show only the outlines instead of the whole image");
   command
       .add_option("--scale", options->look.scale.factor,
-                  "The length of a pixel in the unit of the scale bar")
+                  "Length of a pixel in the unit of the scale bar")
       ->check(CLI::Validator(refusalOfScale, ""))
       ->type_name("FACTOR");
-  command
-      .add_option("--unit", options->look.scale.unit, "The unit of the scale bar (px unless given)")
+  command.add_option("--unit", options->look.scale.unit, "Unit of the scale bar; by default px")
       ->type_name("NAME");
   command.footer(
-      "The picture is as large as the one underneath, or as the image where the file says how\n"
-      "large that is (members width and height of the collection), or as the outlines. edgelets\n"
-      "shows the edge elements of features that have them, a segment of length 1 along the edge\n"
-      "for each; crossings rings the places where outlines and holes cross themselves or, in one\n"
-      "feature, each other. deviation colours boundaries by their distance from nominal ones, "
-      "which\n"
-      "are drawn thin and found as by 'cntr compare'. Labels are left out where they would meet or "
-      "cover much of the "
-      "picture, the\n"
-      "largest outlines keep theirs. Outlines smaller than a pixel are dots, and vertices that "
-      "make less\n"
-      "than a tenth of a pixel of difference are left out; a larger --size shows more of them.\n\n"
+      "Names for --show:\n"
+      "  labels     the labels, as far as there is room\n"
+      "  rectangle  the upright rectangle around each outline\n"
+      "  circle     the circle around the two vertices farthest apart\n"
+      "  hull       the convex hull\n"
+      "  ellipse    the fitted ellipse\n"
+      "  edgelets   the edge elements, each a segment of length 1 along the edge\n"
+      "  centre     the centre of mass, or of a line the mean position\n"
+      "  deviation  the boundaries, coloured by their distance from the nominal ones,\n"
+      "             which are thin lines and are chosen as by 'cntr compare'\n"
+      "  crossings  small circles where outlines and holes cross themselves or, in one\n"
+      "             feature, each other\n"
+      "  none       nothing; cannot be combined with other names\n\n"
+      "What is shown is the picture of --under; without it, the image that the outlines\n"
+      "come from, if the file says how large it is (members width and height of the\n"
+      "collection); otherwise all outlines.\n\n"
+      "Labels are left out where they would meet or cover much of the picture; the\n"
+      "largest outlines keep theirs. Features at most 2 pixels large are drawn as dots,\n"
+      "and vertices that make less than a tenth of a pixel of difference are left out;\n"
+      "a larger --size shows more of them.\n\n"
       "Examples:\n"
       "  cntr draw samples/coins.geojson -o coins.svg\n"
       "  cntr draw samples/coins.geojson --size 2000 --show none -o outlines.svg\n"

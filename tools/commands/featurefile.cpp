@@ -11,10 +11,9 @@ using namespace formats;
 
 void addOutput(CLI::App& command, OutputOptions& options) {
   command
-      .add_option("-o,--output", options.file,
-                  "The file to write; - (the default) is standard output")
+      .add_option("-o,--output", options.file, "File to write; - (the default) is standard output")
       ->type_name("FILE");
-  addFormat(command, "--to", options.to, "Its format, rather than what its ending says");
+  addFormat(command, "--to", options.to, "Format of the output, whatever its extension");
 }
 
 const Format* namedFormat(const OutputOptions& options) {

@@ -148,23 +148,18 @@ std::string measureHelp() {
          << column.meaning << '\n';
   }
   text << "\n"
-          "Lengths and positions are in the unit of the coordinates, areas in its square, second\n"
-          "moments in its fourth power; --scale says how many of another unit it is, and --unit\n"
-          "names that in the column unit.\n"
-          "\n"
-          "Area, centre, moments and what follows from them are those of the set that a feature\n"
-          "fills: all points around which some outline winds and none of its holes. Rings may "
-          "touch\n"
-          "themselves and each other. Where they cross or cover an area twice the note says so, "
-          "and\n"
-          "--strict leaves these measures out.\n"
-          "\n"
-          "There is a row for every feature; one that cannot be measured has a note, and is "
-          "reported\n"
-          "on standard error. A table leaves out columns in which no row has an answer. --jsonl "
-          "and\n"
-          "--csv write each row as soon as it is known, unless they have to be sorted.\n"
-          "\n"
+          "Lengths and positions are in the unit of the coordinates, areas in its square\n"
+          "and second moments in its fourth power. --scale gives the length of that unit\n"
+          "in another one, whose name --unit shows in the column 'unit'.\n\n"
+          "Area, centre, moments and what follows from them are those of the set that a\n"
+          "feature fills: all points around which the outline of some part winds, but none\n"
+          "of that part's holes. Rings may touch themselves and each other. Where they\n"
+          "cross or cover an area twice, the note says so; --strict leaves these measures\n"
+          "out.\n\n"
+          "There is a row for every feature; one that cannot be measured has a note, and is\n"
+          "reported on standard error. A table leaves out columns in which no row has an\n"
+          "answer. --jsonl and --csv write each row as soon as it is known, unless rows\n"
+          "have to be sorted.\n\n"
           "Examples:\n"
           "  cntr measure samples/coins.geojson\n"
           "  cntr measure --columns label,area,diameter --sort area:desc samples/coins.geojson\n"
@@ -183,17 +178,18 @@ void addMeasure(CLI::App& app, Session& session) {
   addRowFormats(command, options->rows);
   addNames(command, "--columns", options->columns, "Show these columns, in this order");
   command.add_flag("--all", options->all, "Show all columns")->excludes("--columns");
-  command
-      .add_option("--sort", options->sort, "Sort by a column; COLUMN:desc has the largest first")
+  command.add_option("--sort", options->sort, "Sort by COLUMN; COLUMN:desc puts the largest first")
       ->type_name("COLUMN");
-  addScale(command, options->measuring.scale, "The length of one unit of the coordinates");
-  command.add_option("--unit", options->measuring.unit, "The unit of that length, such as mm")
+  addScale(command, options->measuring.scale, "Length of one unit of the coordinates");
+  command.add_option("--unit", options->measuring.unit, "Unit of that length, such as mm")
       ->type_name("NAME");
   addHoles(command, options->measuring.withHoles);
   command.add_flag("--parts", options->byParts,
-                   "Add a row for each part of a feature that has several");
+                   "Add a row for each part of a feature that has\n"
+                   "several");
   command.add_flag("--strict", options->isStrict,
-                   "Leave out the areas and moments of outlines that cross or overlap");
+                   "Leave out areas, centres and moments of outlines\n"
+                   "that cross or overlap");
   command.footer(measureHelp());
   command.callback([options, &session] { measure(*options, session); });
 }

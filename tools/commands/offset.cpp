@@ -57,14 +57,16 @@ void offset(const OffsetOptions& options, Session& session) {
 }
 
 constexpr const char* offsetHelp =
-    "Each feature becomes all points within the distance of what its outlines fill; with a\n"
-    "negative distance, the points of it that are at least so far from everything outside. Holes\n"
-    "shrink when the outline grows. Corners are rounded: arcs are drawn as chords that leave them\n"
-    "by at most the arc tolerance. Outlines that cross are taken by the rule nonzero, see\n"
-    "'cntr repair --help'; results have its form. Ids, labels and properties are kept, edge\n"
-    "elements are not.\n\n"
-    "Features of which nothing is left are not written, and counted on standard error. Open lines\n"
-    "and what cannot be read are named there, not written either, and the exit status is 1.\n\n"
+    "Each feature becomes all points within the distance of what its outlines fill;\n"
+    "with a negative distance, the points of what they fill that are at least that\n"
+    "far from everything outside. Holes shrink when the outline grows. Corners are\n"
+    "rounded: arcs are drawn as chords that leave them by at most the arc tolerance.\n"
+    "What outlines that cross fill is decided by the rule nonzero. Results have the\n"
+    "normal form; 'cntr repair --help' describes both. Ids, labels and properties\n"
+    "are kept, edge elements are not.\n\n"
+    "Features of which nothing is left are not written; their number is reported on\n"
+    "standard error. Open lines and features that cannot be read are reported there\n"
+    "and left out, and the exit status is 1.\n\n"
     "Examples:\n"
     "  cntr offset samples/coins.geojson --distance 2.5 -o grown.geojson\n"
     "  cntr offset samples/coins.geojson --distance=-10 -o shrunk.geojson\n"
@@ -79,13 +81,15 @@ void addOffset(CLI::App& app, Session& session) {
   addOutput(command, options->output);
   command
       .add_option("--distance", options->distance,
-                  "How far, in the unit of the coordinates; inwards when negative")
+                  "How far, in the unit of the coordinates; inwards\n"
+                  "when negative")
       ->required()
       ->check(refusalOfNumber)
       ->type_name("D");
   command
       .add_option("--arc-tolerance", options->arcTolerance,
-                  "How far chords may leave their arc; a thousandth of the distance by default")
+                  "How far chords may leave their arc; by default a\n"
+                  "thousandth of the distance")
       ->check(refusalOfPositive)
       ->type_name("E");
   command.footer(offsetHelp);

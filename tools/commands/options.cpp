@@ -54,18 +54,18 @@ CLI::Option* addFormat(CLI::App& command, const std::string& option, std::string
 }
 
 void addFrom(CLI::App& command, std::string& format) {
-  addFormat(command, "--from", format,
-            "The format of the files, rather than what their endings say");
+  addFormat(command, "--from", format, "Format of the files, whatever their extensions");
 }
 
 void addHoles(CLI::App& command, bool& withHoles) {
   command.add_flag("--holes,!--no-holes", withHoles,
-                   "Take holes into account (the default), or look at outlines alone");
+                   "Take holes into account (the default), or consider\n"
+                   "outlines only");
 }
 
 void addJobs(CLI::App& command, unsigned& jobs) {
   jobs = std::clamp(std::thread::hardware_concurrency(), 1U, mostJobs);
-  command.add_option("--jobs", jobs, "Threads that work; as many as processors by default")
+  command.add_option("--jobs", jobs, "Worker threads; by default one for each processor")
       ->check(CLI::Range(1U, mostJobs))
       ->type_name("N");
 }
@@ -82,8 +82,10 @@ std::function<bool(const Feature&)> FilterOptions::filter() const {
 void addFilter(CLI::App& command, FilterOptions& options) {
   command
       .add_option("--where", options.conditions,
-                  "Take only features that fulfil a condition such as 'roundness > 0.8': a\n"
-                  "measure, label or id, and > >= < <= = or !=; all of several conditions")
+                  "Take only features that meet a condition, such as\n"
+                  "'roundness > 0.8': a measure, label, id or\n"
+                  "feature; >, >=, <, <=, = or !=; and a value. If\n"
+                  "the option is repeated, all conditions must be met")
       ->allow_extra_args(false)
       ->check(refusalOfCondition)
       ->type_name("CONDITION");
@@ -120,7 +122,7 @@ void addInputs(CLI::App& command, InputOptions& options) {
 void addRowFormats(CLI::App& command, RowOptions& options) {
   CLI::App& formats = *command.add_option_group("Output", "Instead of a table:");
   formats.add_flag("--json", options.json, "Write a JSON array");
-  formats.add_flag("--jsonl", options.jsonLines, "Write JSON objects, one to a line");
+  formats.add_flag("--jsonl", options.jsonLines, "Write JSON objects, one per line");
   formats.add_flag("--csv", options.csv, "Write comma-separated values");
   formats.require_option(0, 1);
 }

@@ -123,21 +123,19 @@ void query(const QueryOptions& options, Session& session) {
 }
 
 constexpr const char* queryHelp =
-    "--point answers for each feature whether the point is inside, the distance to the nearest\n"
-    "point of a boundary, that point, and the nearest vertex. --points answers the same for each\n"
-    "point of a file, which has x,y or id,x,y to a line. --segment lists the crossings with each\n"
-    "feature in order along the segment, a vertex on it once for each of its two edges;\n"
-    "--direction answers the vertex farthest in that direction.\n"
-    "Vertices are counted from 0 as in the file, parts and holes from 1; a boundary without the\n"
-    "number of a hole is an outline.\n"
-    "\n"
-    "A point within 1e-6 of a vertex is inside, but none outside the bounding box is; elsewhere\n"
-    "within 1e-6 of the boundary it may fall on either side. Of a point close to a corner of the\n"
-    "bounding box the ray that decides can be too short: where the polygon plainly does not hold\n"
-    "the point, the answer is no. Of outlines that cross or overlap, the points that they fill "
-    "are\n"
-    "inside. A feature that cannot be asked has a row with a note.\n"
-    "\n"
+    "--point tells for each feature whether the point is inside, its distance from\n"
+    "the boundary, the nearest boundary point and the nearest vertex. --points does\n"
+    "so for each point of a file, with x,y or id,x,y on each line. --segment lists\n"
+    "the crossings with each feature in order along the segment; a vertex on the\n"
+    "segment is listed once for each of its two edges. --direction gives the vertex\n"
+    "farthest in that direction. Vertices are counted from 0 as in the file, parts\n"
+    "and holes from 1; a ring without a hole number is an outline.\n\n"
+    "A point within 1e-6 of a vertex is inside, unless it is outside the bounding\n"
+    "box; elsewhere within 1e-6 of the boundary it may fall on either side. For a\n"
+    "point near a corner of the bounding box the ray that decides can be too short;\n"
+    "the answer is no where the outline clearly does not contain the point. Where\n"
+    "outlines cross or overlap, the points that they fill are inside. A feature that\n"
+    "cannot be queried has a row with a note.\n\n"
     "Examples:\n"
     "  cntr query --point 100,56 samples/coins.geojson\n"
     "  cntr query --segment 0,50,384,50 --json samples/coins.geojson\n"
@@ -152,7 +150,8 @@ void addQuestions(CLI::App& command, QueryOptions& options) {
       ->type_name("X1,Y1,X2,Y2");
   question
       .add_option("--direction", options.direction,
-                  "Ask for the extremal vertex, in degrees from the x axis towards the y axis")
+                  "Ask for the vertex farthest in this direction,\n"
+                  "in degrees from the x axis towards the y axis")
       ->type_name("DEGREES");
   question.require_option(1);
 }
@@ -165,9 +164,11 @@ void addQuery(CLI::App& app, Session& session) {
   addInputs(command, options->input);
   addQuestions(command, *options);
   command.add_flag("--zero-inside", options->zeroInside,
-                   "With --point and --points: the distance of a point inside is 0");
+                   "With --point and --points: the distance of a point\n"
+                   "inside is 0");
   command.add_flag("--end-touches", options->endTouches,
-                   "With --segment: count edges that pass through an end of the segment");
+                   "With --segment: include edges that pass through an\n"
+                   "end of the segment");
   addHoles(command, options->withHoles);
   addRowFormats(command, options->rows);
   command.footer(queryHelp);

@@ -138,25 +138,33 @@ void repair(const RepairOptions& options, Session& session) {
 
 constexpr const char* repairHelp =
     "Rules, which say what the outlines of a feature fill:\n"
-    "  nonzero     what an outline runs around, less its holes, all parts together; the default\n"
-    "  evenodd     what the rings run around an odd number of times: overlaps are left out\n"
-    "  walk        no rule: the outline is followed and turns at every crossing (regularize())\n"
+    "  nonzero     what the outline of some part runs around but none of that part's\n"
+    "              holes; the default\n"
+    "  evenodd     what the rings run around an odd number of times: overlaps are\n"
+    "              left out\n"
+    "  walk        no rule: follows the outline and turns at every crossing\n"
+    "              (regularize())\n"
     "  outer-hull  the same, then loops inside others are dropped (outerHull())\n\n"
-    "nonzero and evenodd keep the area. Their outlines are valid for other programs (simple\n"
-    "features): none crosses itself or another, holes lie within, outlines run\n"
-    "counter-clockwise and holes clockwise, in a plane with y up; rings begin at the leftmost of\n"
-    "their vertices (of several the lowest), and parts are sorted by these. Vertices stay where\n"
-    "they are. walk and outer-hull lose holes, and sometimes most of the area.\n\n"
-    "The report has a line for each feature, with the area that the rule fills (for walk and\n"
-    "outer-hull: that nonzero does) and the area of what was written:\n"
-    "  unchanged  it was valid; its rings were turned, begun elsewhere or sorted at most\n"
+    "nonzero and evenodd keep the area and give a normal form, which is valid for\n"
+    "other programs (simple features): no outline crosses itself or another, holes\n"
+    "lie within, outlines run counter-clockwise and holes clockwise, in a plane with\n"
+    "y up; rings begin at the leftmost of their vertices (of several the lowest), and\n"
+    "parts are sorted by these. Vertices that remain keep their coordinates, unless a\n"
+    "grid was needed (see 'snapped'). walk and outer-hull lose holes, and sometimes\n"
+    "most of the area.\n\n"
+    "The report has a line for each feature, with the area that the rule fills (for\n"
+    "walk and outer-hull, that nonzero fills) and the area of what was written:\n"
+    "  unchanged  it was valid; at most its rings were reversed, begun at another\n"
+    "             vertex or sorted\n"
     "  repaired   it has new outlines\n"
-    "  failed     it has no area, or would lose more of it than --max-loss; it is written as it\n"
-    "             was, and named on standard error; the exit status is 1\n"
-    "'snapped' is the spacing of a grid that vertices had to be moved to, where crossings were\n"
-    "closer than numbers can tell. Features that cannot be read have failed, too; from GeoJSON to\n"
-    "GeoJSON they are written as they were. Open lines are unchanged. The report goes to standard\n"
-    "error when the outlines go to standard output.\n\n"
+    "  failed     it has no area, or would lose more of it than --max-loss; it is\n"
+    "             written as it was and reported on standard error; the exit status\n"
+    "             is 1\n"
+    "'snapped' is the spacing of a grid that vertices had to be moved to, where\n"
+    "crossings lie closer together than doubles can tell. Features that cannot be\n"
+    "read count as failed; from GeoJSON to GeoJSON they are written unchanged. Open\n"
+    "lines are unchanged. The report goes to standard error when the outlines go to\n"
+    "standard output.\n\n"
     "Examples:\n"
     "  cntr repair samples/coins.geojson -o repaired.geojson\n"
     "  cntr repair --rule evenodd samples/coins.geojson -o repaired.geojson\n"
@@ -166,8 +174,7 @@ constexpr const char* repairHelp =
 
 void addRepair(CLI::App& app, Session& session) {
   const auto options = std::make_shared<RepairOptions>();
-  CLI::App& command =
-      *app.add_subcommand("repair", "Repair outlines that cross or touch themselves or each other");
+  CLI::App& command = *app.add_subcommand("repair", "Repair outlines that cross, touch or overlap");
   addInputs(command, options->input);
   addOutput(command, options->output);
   CLI::Option* const rule =
@@ -178,10 +185,11 @@ void addRepair(CLI::App& app, Session& session) {
       ->excludes(rule);
   command
       .add_option("--max-loss", options->maxLoss,
-                  "The share of its area that a feature may lose; 0.1 by default")
+                  "Share of its area that a feature may lose; by\n"
+                  "default 0.1")
       ->check(CLI::Range(0.0, 1.0))
       ->type_name("SHARE");
-  command.add_flag("--quiet", options->isQuiet, "Report nothing but what failed");
+  command.add_flag("--quiet", options->isQuiet, "Report only what failed");
   addRowFormats(command, options->report);
   command.footer(repairHelp);
   command.callback([options, &session] { repair(*options, session); });

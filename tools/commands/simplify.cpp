@@ -93,15 +93,16 @@ void simplifyFiles(const SimplifyOptions& options, Session& session) {
 }
 
 constexpr const char* simplifyHelp =
-    "Vertices are left out as long as no point of an outline or line comes to lie farther than "
-    "the\n"
-    "tolerance from the new one. Those that stay keep their digits, their order and their edge\n"
-    "elements; a line keeps its ends. Nothing in a feature comes to cross that did not cross\n"
-    "before, and no hole comes to lie outside. With a tolerance of 0 the vertices go that lie on\n"
-    "the segment between their neighbours.\n\n"
-    "Outlines with an area keep at least three vertices; those without one stay as they are when\n"
-    "fewer would be left. Ids, labels and properties are kept. What cannot be read is named on\n"
-    "standard error and not written, and the exit status is 1.\n\n"
+    "Vertices are left out as long as every point of the old outline or line stays\n"
+    "within the tolerance of the new one. Those that remain keep their digits, their\n"
+    "order and their edge elements; a line keeps its ends. Nothing in a feature\n"
+    "crosses that did not cross before, and no hole leaves its outline. With a\n"
+    "tolerance of 0, only vertices on the segment between their neighbours are left\n"
+    "out.\n\n"
+    "Outlines with an area keep at least three vertices; those without an area stay\n"
+    "as they are if fewer would be left. Ids, labels and properties are kept.\n"
+    "Features that cannot be read are reported on standard error and left out, and\n"
+    "the exit status is 1.\n\n"
     "Examples:\n"
     "  cntr simplify samples/coins.geojson --tolerance 0.5 -o coins.geojson\n"
     "  cntr simplify samples/cell-edgelets.geojson --tolerance 1 -o - --to geojsonl";
@@ -115,8 +116,8 @@ void addSimplify(CLI::App& app, Session& session) {
   addOutput(command, options->output);
   command
       .add_option("--tolerance", options->tolerance,
-                  "How far a point may come to lie from the new outline, in the unit of the "
-                  "coordinates")
+                  "Largest distance of a point of the old outline\n"
+                  "from the new one, in the unit of the coordinates")
       ->required()
       ->check(refusalOfNotNegative)
       ->type_name("T");
