@@ -44,18 +44,18 @@ struct Box;
 struct Path;
 }  // namespace cntr::plane
 
-/// An open polyline, or the closed outline of a polygon (to which the edge from the last vertex
-/// back to the first belongs), with a label for the caller's own use.
+/// A list of vertices joined by edges, open or closed (then the edge from the last vertex back to
+/// the first belongs to it), with a label for the caller's own use.
 ///
 /// Edges have a fixed order: a closed contour of n vertices has the edges (p[n-1], p[0]),
 /// (p[0], p[1]), ..., (p[n-2], p[n-1]), an open one (p[0], p[1]), ..., (p[n-2], p[n-1]). Sums
 /// are taken in this order, and of several equally good answers the first one counts.
 ///
-/// Setting what a shape already has makes it forget its answers and free their memory:
+/// To make a shape forget its answers and free their memory, set what it already has:
 /// `contour.isClosed(contour.isClosed())`, `region.points(region.points())`, for shapes with edge
 /// elements `shape.data(shape.data())` (setting their points would reset the elements),
 /// `set.regions(set.regions(), qcContourDefs::eNoIntersectionRepair)`. A region of 100 vertices
-/// takes 2 kB; once asked everything, 14 kB.
+/// takes 2 kB, and 14 kB once every query has been asked.
 ///
 /// Costs are given for a contour of n vertices. Where none is given, the time is O(n) at worst;
 /// memory is O(n) unless stated otherwise, and the indexes take less than the vertices.
@@ -159,9 +159,9 @@ class CNTR_EXPORT qcContour : public virtual qcPersistent, public virtual qcRepB
   /// edge and the segment. Parallel edges never cross, not even where they overlap. Unless
   /// `countEndpointTouches`, edges that pass within 1e-6 of either end of the segment are left out.
   /// Nothing is merged: a segment through a vertex reports it once for each of its two edges.
-  /// Equal positions along the segment keep the order of an exchange sort over the edges.
-  /// Throws EmptyContour for fewer than 2 vertices. With k crossings O(log n + k log k) for
-  /// well-behaved outlines, O(n + k log k) at worst.
+  /// Points at equal positions along the segment are in the order in which an exchange sort over
+  /// the edges leaves them. Throws EmptyContour for fewer than 2 vertices. With k crossings
+  /// O(log n + k log k) for well-behaved outlines, O(n + k log k) at worst.
   std::vector<qcVector<2>> intersections(const qcLineSeg& segment, bool countEndpointTouches) const;
   /// The crossings of every edge of `other` with this contour, edge by edge in `other`'s order, end
   /// touches counted. Throws EmptyContour when this contour has fewer than 2 vertices. Costs as

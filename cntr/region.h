@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 //
-// qcRegion, a planar area: a closed outline and holes, which are regions themselves. The
-// boundary is the region's qcContour part, so every query of contour.h asks the boundary alone;
-// the queries here take the holes into account. Sets of regions are in regionst.h.
+// qcRegion, a planar area: a closed outline and holes, which are regions themselves. The outline
+// is the region's qcContour part, so every query of contour.h is about the outline alone; the
+// queries here take the holes into account. Sets of regions are in regionst.h.
 
 #pragma once
 
@@ -26,8 +26,8 @@ struct qc_RegionCache;
 /// Measures need an outline of at least 3 vertices and throw qcContourDefs::EmptyContour otherwise.
 /// A null handle among the holes throws qcBadPointer when it is first met.
 ///
-/// A query with holes costs as much as that of the outline and of each hole, see contour.h; it does
-/// not search for the holes that matter.
+/// A query with holes costs as much as the same query on the outline and on every hole together,
+/// see contour.h: it does not look for the holes that matter.
 ///
 /// The outline is the virtual base qcContour, which is constructed by the most derived class. A
 /// class derived from qcRegion must therefore give the vertices to both constructors; those given
@@ -72,7 +72,7 @@ class CNTR_EXPORT qcRegion : public virtual qcContour {
   /// intersections()) throws BadParams "holes cannot intersect region"; the holes are then
   /// unchanged.
   ///
-  /// Nothing else is checked: a hole may lie outside the boundary, enclose it, or cross another
+  /// Nothing else is checked: a hole may lie outside the outline, enclose it, or cross another
   /// hole. Check with inside() and intersections() where that matters.
   void holes(const std::vector<qcPtrHandle_const<qcRegion>>& holes);
   /// The same for handles that may change their hole; do not change it afterwards.
@@ -95,20 +95,20 @@ class CNTR_EXPORT qcRegion : public virtual qcContour {
   qcVector<2> centerOfMass(bool considerHoles) const;
   /// Second moments of the outline about its centre of mass, see qf_InertiaDataPolygon().
   /// With `considerHoles` on a region that has holes: throws BadParams
-  /// "inertiaMatrix(considerHoles) is not implemented"; add up qc_InertiaData records of the
-  /// boundary and, with negative area, of each hole instead. Remembered.
+  /// "inertiaMatrix(considerHoles) is not implemented"; add up the qc_InertiaData records of
+  /// the outline and, with negative area, of each hole instead. Remembered.
   qcMatrix<2> inertiaMatrix(bool considerHoles) const;
 
   /// True when p lies inside the outline and, with `considerHoles`, in none of its holes (a
   /// point in a hole of a hole is inside again).
   ///
-  /// Decided by counting the crossings of a ray with the boundary, in a direction that keeps clear
-  /// of all vertices. A point within 1e-6 of a boundary vertex is inside, unless it is outside the
-  /// bounding box; a point elsewhere on the boundary may fall on either side. The ray is twice as
-  /// long as the largest distance of a vertex from the first one: for points near a corner of the
-  /// bounding box it can fall short of the far side.
+  /// Each ring is decided by counting the crossings of a ray with it, in a direction that keeps
+  /// clear of all its vertices. A point within 1e-6 of a vertex of the ring is inside it, unless it
+  /// is outside its bounding box; a point elsewhere on the ring may fall on either side. The ray is
+  /// twice as long as the largest distance of a vertex from the first one: for points near a corner
+  /// of the bounding box it can fall short of the far side.
   ///
-  /// For each boundary, O(n) for the first few points; then O(log n) for well-behaved outlines,
+  /// For each ring, O(n) for the first few points; then O(log n) for well-behaved outlines,
   /// mostly O(1) after very many points (which takes up to 100 bytes per vertex plus 2,000),
   /// O(n log n) at worst. Each hole is decided only once, however many handles lead to it.
   bool inside(const qcVector<2>& p, bool considerHoles) const;
@@ -132,14 +132,14 @@ class CNTR_EXPORT qcRegion : public virtual qcContour {
   /// The same for many points, see qcContour::closestPoint() for many.
   void closestPoint(std::span<const qcVector<2>> points, bool vertexOnly, bool considerHoles,
                     std::span<qcVector<2>> answers) const;
-  /// The index of the nearest vertex and, in `holeIndex`, the hole whose boundary it belongs to
+  /// The index of the nearest vertex and, in `holeIndex`, the hole whose outline it belongs to
   /// (-1: the outline).
   long closestVertexIndex(const qcVector<2>& p, bool considerHoles, long& holeIndex) const;
-  /// Crossings of a segment with the outline, then with each hole's boundary in hole order;
-  /// sorted along the segment within each boundary.
+  /// Crossings of a segment with the outline, then with each hole's outline in hole order;
+  /// sorted along the segment within each of them.
   std::vector<qcVector<2>> intersections(const qcLineSeg& segment, bool countEndpointTouches,
                                          bool considerHoles) const;
-  /// Crossings of `other` with the outline, then with each hole's boundary.
+  /// Crossings of `other` with the outline, then with each hole's outline.
   std::vector<qcVector<2>> intersections(const qcContour& other, bool considerHoles) const;
   /// Crossings of a segment with the outline, see qcContour::intersections().
   std::vector<qcVector<2>> intersections(const qcLineSeg& segment,
@@ -158,12 +158,12 @@ class CNTR_EXPORT qcRegion : public virtual qcContour {
   using qcContour::draw;
   using qcContour::map;
 
-  /// Replaces `dest` by a region whose boundary does not cross itself: walks along the boundary
-  /// from an edge that lies on its outside and turns onto every edge that it meets. What the
-  /// boundary covers twice is left out; parts of a boundary with many crossings may be lost
+  /// Replaces `dest` by a region whose outline does not cross itself: walks along the outline from
+  /// an edge that lies on its outside and turns onto every edge that it meets. What the outline
+  /// covers twice is left out; parts of an outline with many crossings may be lost
   /// (docs/repair.md). The result has no holes.
   ///
-  /// A boundary that runs within 1e-6 of itself may give a result that still crosses itself, and
+  /// An outline that runs within 1e-6 of itself may give a result that still crosses itself, and
   /// one that bounds nothing may give a result of 2 vertices; docs/repair.md says how often.
   ///
   /// A region whose outline does not cross itself is copied unchanged, holes included; holes are
@@ -171,15 +171,14 @@ class CNTR_EXPORT qcRegion : public virtual qcContour {
   /// crossed) or the walk never returns, EmptyContour for fewer than 3 vertices; `dest`, which may
   /// be this region, is then unchanged. Remembered.
   ///
-  /// The walk passes through up to k crossings and n vertices, all of which may be in the result.
-  /// Each step costs as much as intersections() of a segment; every edge tried as a start costs
-  /// that plus inside().
-  /// O((n + k) log n) for well-behaved outlines, O((n + k) n log n) at worst, where k may be n^2
-  /// / 2.
+  /// For n vertices and k crossings the walk has up to n + k steps, all of which may be in the
+  /// result. Each step costs as much as intersections() of a segment, every edge tried as a start
+  /// that plus inside(). O((n + k) log n) for well-behaved outlines, O((n + k) n log n) at worst,
+  /// where k may be n^2 / 2.
   void regularize(qcRegion& dest) const;
   /// The same walk, its result cut into simple loops where it touches itself within 1e-6; loops
   /// inside others are dropped and loops that touch are joined. The result is the first loop: the
-  /// union, with openings filled, if the boundary crosses itself once; otherwise parts may be
+  /// union, with openings filled, if the outline crosses itself once; otherwise parts may be
   /// missing (docs/repair.md). A walk of t steps is cleaned up in O(t log t) when it touches itself
   /// in few places, and in O(t^2 log t) at worst.
   void outerHull(qcRegion& dest) const;
@@ -215,7 +214,7 @@ class CNTR_EXPORT qcRegion : public virtual qcContour {
   /// number of the ray and its opposite.
   CNTR_LOCAL long insideCount(const qcVector<2>& p, bool bothDirections) const;
   /// Makes the grid that answers most questions, once they have cost enough; null until then, and
-  /// for boundaries that can have none. REQUIRES: it is not known.
+  /// for outlines that can have none. REQUIRES: it is not known.
   CNTR_LOCAL const cntr::index::ContainmentGrid* containmentGrid() const;
   /// The existing grid, or null.
   CNTR_LOCAL const cntr::index::ContainmentGrid* knownContainmentGrid() const;
@@ -234,7 +233,7 @@ class CNTR_EXPORT qcRegion : public virtual qcContour {
   CNTR_LOCAL double areaWithHoles() const;
   CNTR_LOCAL qcVector<2> centerOfMassWithHoles() const;
   /// The box of the outline and of all holes; nothing when asking the region could throw: a
-  /// null hole, a boundary of fewer than 2 vertices, coordinates that are not finite.
+  /// null hole, a ring of fewer than 2 vertices, coordinates that are not finite.
   CNTR_LOCAL std::optional<cntr::plane::Box> boxOfBoundaries() const;
   /// The same for the outline alone.
   CNTR_LOCAL std::optional<cntr::plane::Box> boxOfBoundary() const;
@@ -242,7 +241,7 @@ class CNTR_EXPORT qcRegion : public virtual qcContour {
   CNTR_LOCAL bool crosses(const qcRegion& other) const;
   CNTR_LOCAL void assignRepaired(qcRegion& dest, bool outerHullMode) const;
   CNTR_LOCAL void outerHullRegularize(qcRegion& dest, bool outerHullMode) const;
-  /// Joins two regions whose outlines cross into one boundary that runs around both; throws
+  /// Joins two regions whose outlines cross into one ring that runs around both; throws
   /// BadParams "spliced regions do not intersect".
   CNTR_LOCAL void splice(const qcRegion& other, qcRegion& dest) const;
   CNTR_LOCAL qc_RegionCache& regionCache() const;

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
-// qcRegionSet, an ordered collection of shared regions that are measured, queried and repaired
-// together. Regions are in region.h.
+// qcRegionSet, an ordered list of shared regions that are measured, queried and repaired together.
+// Regions are in region.h.
 
 #pragma once
 
@@ -23,12 +23,11 @@ struct RegionIndex;
 /// answers may be those from before the change. A null handle throws qcBadPointer when it is first
 /// met.
 ///
-/// Answers are remembered until the collection changes; one set may be used by one thread at a
-/// time.
+/// Answers are remembered until the list changes; one set may be used by one thread at a time.
 ///
 /// A query costs as much as the same query on all regions together, except that inside(),
-/// distToPoint() and isSelfIntersecting() look only at regions whose boxes matter. If the boundary
-/// of any region has fewer than 2 vertices or non-finite coordinates, they look at all regions, or
+/// distToPoint() and isSelfIntersecting() look only at regions whose boxes matter. If a ring of
+/// any region has fewer than 2 vertices or non-finite coordinates, they look at all regions, or
 /// all pairs.
 class CNTR_EXPORT qcRegionSet : public virtual qcPersistent, public virtual qcRepBase {
  public:
@@ -63,8 +62,8 @@ class CNTR_EXPORT qcRegionSet : public virtual qcPersistent, public virtual qcRe
   /// The same for handles of either kind listed in braces; `{}` removes all regions.
   void regions(std::initializer_list<qcPtrHandle_const<qcRegion>> regions,
                qcContourDefs::IntersectionMode mode);
-  /// Appends a region, forgets all answers and applies the mode to the whole set. Overlaps are kept
-  /// silently with mode 0.
+  /// Appends a region, forgets all answers and applies the mode to the whole set. With mode
+  /// eNoIntersectionRepair overlaps are kept.
   void add(const qcPtrHandle_const<qcRegion>& region, qcContourDefs::IntersectionMode mode);
 
   /// How many rectangles encloseRect() remembers (at most one more than that); 3 in a new set.
@@ -88,7 +87,7 @@ class CNTR_EXPORT qcRegionSet : public virtual qcPersistent, public virtual qcRe
   double distToPoint(const qcVector<2>& p, bool vertexOnly, bool considerHoles,
                      bool zeroIfInside) const;
   /// True when an outline crosses itself or two of them cross or touch (a region inside
-  /// another, clear of its boundary, does not count). Holes are not examined. False for an empty
+  /// another, clear of its outline, does not count). Holes are not examined. False for an empty
   /// set.
   ///
   /// Remembered, and marked as known (with the answer false) before it is computed: when a region
@@ -102,17 +101,17 @@ class CNTR_EXPORT qcRegionSet : public virtual qcPersistent, public virtual qcRe
   /// Merges regions that cross into one and repairs every region by its own regularize(). A set
   /// that is not self-intersecting is copied as it is. Remembered.
   ///
-  /// Two regions are merged into one ring that runs around each in that region's own direction.
-  /// What becomes of their overlap depends on their winding and on their first vertices, see
+  /// Two regions are merged into one ring that runs around each as that region is wound. What
+  /// becomes of their overlap depends on their winding and on their first vertices, see
   /// docs/repair.md.
   ///
   /// Merging is a single pass over pairs i < j that looks at outlines only: a region that crosses
   /// the result of a later merge may stay unmerged. Where that matters, repeat until
   /// isSelfIntersecting() is false. `result`, which may be this set, is unchanged when a region
-  /// cannot be repaired (see qcRegion::regularize()). Merging is O(m log m) for m vertices as long
-  /// as edges of different regions lie near few others that they do not cross, but compares every
-  /// pair when a region has fewer than 2 vertices or coordinates that are not finite; the rest is
-  /// the repair of regions with up to three times as many vertices in all.
+  /// cannot be repaired (see qcRegion::regularize()). Merging takes O(m log m) for m vertices as
+  /// long as few edges lie near edges of other regions that they do not cross. If a region has
+  /// fewer than 2 vertices or coordinates that are not finite, every pair of regions is compared.
+  /// Then the merged regions, with up to three times as many vertices in all, are repaired.
   void regularize(qcRegionSet& result) const;
   /// The same with the regions' outerHull().
   void outerHull(qcRegionSet& result) const;
