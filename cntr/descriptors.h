@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: MIT
 //
-// What describes a shape besides its moments: the smallest rectangle, strip and circle around a
-// list of points, and Hu's moment invariants. Area, centre and second moments are in inertia.h.
+// What describes a shape besides its moments: the smallest rectangle and circle around a list of
+// points, their smallest width, and Hu's moment invariants. Area, centre and second moments are in
+// inertia.h.
 //
 // Neither the order nor the repetition of points matters, except to qf_HuMoments(). All functions
 // are pure and keep no state.
@@ -88,8 +89,7 @@ CNTR_EXPORT qcCircle qf_MinimumCircle(std::span<const qcVector<2>> points);
 
 /// Hu's seven moment invariants of what a ring bounds. They have no unit: they do not change when
 /// the shape is shifted, turned or scaled, and the last one changes its sign in a mirror image. The
-/// direction of the ring does not matter; where it crosses itself, lobes count with their own
-/// signs.
+/// winding of the ring does not matter; where it crosses itself, lobes count with their own signs.
 ///
 /// Each is accurate to about 1e-13 of its largest term, wherever the ring lies, for areas of at
 /// least 1e-3 of the squared extent. All are NaN for fewer than 3 vertices, without area, and when
@@ -99,8 +99,8 @@ CNTR_EXPORT qcCircle qf_MinimumCircle(std::span<const qcVector<2>> points);
 /// Theory 8 (1962).
 CNTR_EXPORT std::array<double, 7> qf_HuMoments(std::span<const qcVector<2>> points);
 
-/// The same of what several rings bound together: their signed moments are added, so holes must run
-/// in the opposite direction to outlines. Rings of fewer than 3 vertices add nothing.
+/// The same of what several rings bound together: their signed moments are added, so holes must be
+/// wound oppositely to outlines. Rings of fewer than 3 vertices add nothing.
 CNTR_EXPORT std::array<double, 7> qf_HuMoments(std::span<const std::vector<qcVector<2>>> rings);
 
 /// @}

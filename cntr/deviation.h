@@ -41,10 +41,11 @@ struct qcDeviation {
 
 /// How far `measured` lies from the nearest points of `nominal`, taken at every measured vertex
 /// and, between vertices, at equal steps of at most `spacing`, which may be infinite. Each point
-/// weighs half of the steps beside it; in a contour without length all points weigh the same.
+/// is weighted by half the length of the steps on either side of it; in a contour without length
+/// all points weigh the same.
 ///
 /// The nominal area holds the points about which the winding numbers of the nominal contours do not
-/// sum to 0: holes must run in the opposite direction to outlines.
+/// sum to 0: holes must be wound oppositely to outlines.
 ///
 /// Throws qcContourDefs::EmptyContour when either has no vertices, and qcContourDefs::BadParams
 /// "spacing is not positive", "a coordinate is not finite", or "spacing is too small for the

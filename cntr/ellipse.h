@@ -17,7 +17,7 @@
 /// The solid ellipse with the same centre and the same principal second moments as `data`. The
 /// first radius lies along the rotation, an angle in [-pi/2, pi/2]: the direction of the larger
 /// moment. The area of `data` is not used: the ellipse has the same area only when the data came
-/// from an ellipse. Orientation does not matter.
+/// from an ellipse. The winding does not matter.
 ///
 /// Throws qcMathError::Singular when a principal moment is at most 1e-12 in absolute value: for no
 /// area, a line, or a shape smaller than about 1e-3.

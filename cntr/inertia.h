@@ -24,7 +24,7 @@
 /// The matrix holds the second moments about the centre of mass: element (0,0) the integral of
 /// (x - cx)^2, (1,1) that of (y - cy)^2, (0,1) and (1,0) that of (x - cx)(y - cy), with a plus
 /// sign. Its diagonal is not negative even for a body of negative area: only the sign of the area
-/// carries the orientation.
+/// tells the winding.
 class CNTR_EXPORT qc_InertiaData {
  public:
   /// The body of the given signed area, centre of mass and central second moments; without
@@ -66,7 +66,7 @@ CNTR_EXPORT qcVector<2> qf_CenterOfMass(const std::vector<qcEdgelet>& edgelets);
 
 namespace qnContour {
 
-/// Centroid of the polygon, the same for both orientations: the mean of the centroids of the
+/// Centroid of the polygon, the same for both windings: the mean of the centroids of the
 /// triangles from the origin to each edge, weighted with their signed areas; each of these is
 /// found as the crossing of two medians.
 ///

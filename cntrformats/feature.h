@@ -47,8 +47,7 @@ struct Feature {
   Geometry geometry;
   /// The name that the file gives the feature besides the label.
   std::optional<std::string> id;
-  /// True when the file says more about the feature that is not read, as those of annotation tools
-  /// do.
+  /// True when the file says more about the feature than is read, as files of annotation tools do.
   bool hasFurtherMembers = false;
   /// Why there is no geometry; empty when there is one.
   std::string problem;

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
-// Measures of what outlines with holes fill, and how their rings lie to each other. The filled set
-// (eNonZero) is defined in sets.h.
+// Measures of what outlines with holes fill, and how their rings lie in relation to each other. The
+// filled set (eNonZero) is defined in sets.h.
 
 #pragma once
 
@@ -14,7 +14,7 @@
 /// @addtogroup setoperations
 /// @{
 
-/// How the rings of a feature lie to each other.
+/// How the rings of a feature lie in relation to each other.
 enum class qcRingContact {
   /// They share no points except the vertices between neighbouring edges.
   eSimple,
@@ -30,16 +30,17 @@ enum class qcRingContact {
   eOverlaps
 };
 
-/// Decided exactly, on the coordinates as given, except that those 280 orders of magnitude smaller
-/// than the largest count as 0; a feature without edges is simple. Throws qcContourDefs::BadParams
-/// "a coordinate is not a finite number". O(n log n) for well-behaved outlines, about 0.3 us per
-/// vertex; O(n), about 15 ns per vertex, for a single ring that runs around some point once, always
-/// in the same direction. O(n^2) for nested rings: 0.6 s for 4,000 squares.
+/// Decided exactly, on the coordinates as given, except that those smaller than the largest by a
+/// factor of more than 2^944, about 1e284, count as 0; a feature without edges is simple. Throws
+/// qcContourDefs::BadParams "a coordinate is not a finite number". O(n log n) for well-behaved
+/// outlines, about 0.3 us per vertex; O(n), about 15 ns per vertex, for a single ring that runs
+/// around some point once, always in the same direction. O(n^2) for nested rings: 0.6 s for 4,000
+/// squares.
 CNTRSETS_EXPORT qcRingContact qf_RingContact(const std::vector<qcRings>& feature);
 
 /// Area, centre of mass and second moments about it of the filled set; the empty record when
 /// nothing is filled. Rings that are simple or touch are summed as given, outlines positive and
-/// holes negative, whatever their direction; for rings that cross or overlap, the result of
+/// holes negative, whatever their winding; for rings that cross or overlap, the result of
 /// qf_MakeValid(feature, eNonZero) is measured, whose exceptions pass through.
 ///
 /// Summed with twice the digits of a double, relative to an origin within the feature: for up to

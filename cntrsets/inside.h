@@ -22,9 +22,9 @@
 /// every edge, is outside: the ray by which a region decides can be too short near a corner of the
 /// bounding box.
 ///
-/// For rings that cross or overlap, exact winding numbers decide; a point on an edge gets those of
-/// the points just beyond it: an edge between two filled faces is inside, one on the boundary may
-/// fall on either side.
+/// For rings that cross or overlap, exact winding numbers decide; a point on an edge is treated
+/// like the points just beyond it: it is inside on an edge between two filled faces, and may fall
+/// on either side on the boundary.
 ///
 /// Rings of fewer than 3 vertices hold no points, and no point outside the box of all outlines is
 /// inside. Points may have any coordinates.

@@ -14,12 +14,12 @@
 /// @{
 
 /// One part of a feature: an outline and its holes, each a list of vertices, the last of which is
-/// joined to the first. The direction of a ring does not matter. A feature is a
+/// joined to the first. The winding of a ring does not matter. A feature is a
 /// std::vector<qcRings>.
 struct qcRings {
-  /// The outer boundary.
+  /// The outer ring.
   std::vector<qcVector<2>> outline;
-  /// The boundaries of the holes.
+  /// The rings of the holes.
   std::vector<std::vector<qcVector<2>>> holes;
 
   /// Equal vertices in the same order from the same start; holes in the same order.

@@ -61,7 +61,7 @@ void straighten(std::vector<Point>& ring) {
   if (isBefore(ring.back(), ring[1 % ring.size()])) std::reverse(ring.begin() + 1, ring.end());
 }
 
-/// Gives the same for features that differ only in the start and the direction of rings and in the
+/// Gives the same for features that differ only in the start and winding of rings and in the
 /// order of parts and holes.
 Feature straightened(Feature feature) {
   for (qcRings& part : feature) {

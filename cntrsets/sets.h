@@ -6,13 +6,13 @@
 // A feature is a list of parts; its *filled set* by the rule eNonZero is the union over its parts
 // of the points whose winding number about the part's outline is not 0 and about each of the part's
 // holes is 0; by eEvenOdd it is the points for which the winding numbers about all rings sum to an
-// odd number. The direction of rings does not matter, rings of fewer than 3 vertices fill nothing.
+// odd number. The winding of rings does not matter; rings of fewer than 3 vertices fill nothing.
 //
 // All functions give features in the *normal form*: valid as simple features of OGC (ISO 19125-1);
 // outlines counter-clockwise with y up, holes clockwise; rings start at their lowest-leftmost
 // vertex (smallest x, then smallest y); parts are sorted by these vertices, and so are the holes of
 // a part. qf_MakeValid() returns a feature in normal form bit for bit, and gives the same for
-// features that differ from it only in the start and direction of rings.
+// features that differ from it only in the start and winding of rings.
 //
 // Method: rings are cut where they meet, by exact predicates on the coordinates as given; winding
 // numbers are carried from face to face over the cut edges, so no face is too thin to be judged;
@@ -26,11 +26,11 @@
 // vertices and k meetings of edges, about 1 us per vertex of a simple outline. All throw
 // qcContourDefs::BadParams
 // - "a coordinate is not a finite number",
-// - "the outlines cannot be cut at their crossings" when no grid helps; never seen yet,
-// - "the result is not valid: ..." when GEOS, which judges every result with edges that are not in
-//   the input, finds a flaw, or when areas do not add up: those of the faces, taken as often as a
-//   ring winds around them, to the area of that ring, and those of the kept faces to that of the
-//   result; never seen yet.
+// - "the outlines cannot be cut at their crossings" when no grid helps; not seen so far,
+// - "the result is not valid: ..." when GEOS, which judges every result that has edges not in the
+//   input, finds a flaw, or when areas do not add up: the areas of the faces, each taken as often
+//   as a ring winds around it, to that of the ring; those of the kept faces to that of the result.
+//   Not seen so far.
 
 #pragma once
 
@@ -48,7 +48,7 @@
 struct qcRepairReport {
   /// The result differs from the input.
   bool changed = false;
-  /// It differs in more than the start and direction of rings and the order of parts and holes.
+  /// It differs in more than the start and winding of rings and the order of parts and holes.
   bool repaired = false;
   /// Vertices were moved to a grid.
   bool snapped = false;

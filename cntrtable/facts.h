@@ -101,7 +101,7 @@ struct Facts {
   std::vector<qcContour> curves;
   /// The local length of all outlines or lines, as qcContour::length() of each.
   double length = 0.0;
-  /// The same for the boundaries of all holes.
+  /// The same for the rings of all holes.
   double holeLength = 0.0;
 
   // Around the vertices of all outlines or lines together, in local coordinates.
@@ -113,7 +113,7 @@ struct Facts {
 
   // Only for areas.
 
-  /// How the rings lie to each other.
+  /// How the rings lie in relation to each other.
   std::optional<qcRingContact> contact;
   /// The rings do not bound their area simply, and Filling::eLeftOut was asked for.
   bool isLeftOut = false;

@@ -25,7 +25,7 @@ struct qcInsidePairs {
 /// that are eNothing or have a coordinate that is not a finite number. Points, x and y in turn, may
 /// have any coordinates.
 ///
-/// Only points in a feature's box are asked about. `threads` is the number of threads that share
+/// Only the points in a feature's box are tested. `threads` is the number of threads that share
 /// the work, 0 for as many as there are processors; the pairs do not depend on it. Throws
 /// qcContourDefs::BadParams for an odd number of coordinates.
 CNTRTABLE_EXPORT qcInsidePairs qf_InsideJoin(const qcOutlines& outlines,

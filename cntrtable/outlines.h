@@ -69,8 +69,8 @@ struct qcRaggedArrays {
   std::vector<qcEdgelet> edgelets;
 };
 
-/// A list of features. A value that never changes: copies and slices share their contents, and
-/// several threads may read the same list.
+/// A list of features. An immutable value: copies and slices share their contents, and several
+/// threads may read the same list.
 class CNTRTABLE_EXPORT qcOutlines {
  public:
   /// No features.

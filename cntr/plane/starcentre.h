@@ -101,7 +101,7 @@ class StarSearch {
     return count >= 3;
   }
 
-  /// The centre of gravity of what is left.
+  /// The centre of mass of what is left.
   qcVector<2> middle() const noexcept {
     const qcVector<2> origin = corners_[0];
     double area = 0.0;

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// WKT with one geometry per line. Rings keep their direction and are closed.
+// WKT with one geometry per line. Rings keep their winding and are closed.
 
 #include <ostream>
 
