@@ -10,6 +10,9 @@
 #include <cntrtable/export.h>
 #include <cntrtable/outlines.h>
 
+/// @addtogroup tables
+/// @{
+
 /// The features of a column, which is taken over and released once, whatever happens: immediately,
 /// or with the last of the outlines that share its coordinates. Coordinates are shared if they are
 /// x and y in turn as 64-bit floating-point numbers (fixed-size lists of 2) at an address that is a
@@ -77,3 +80,5 @@ qf_ToArrow(const qcOutlines& outlines, qcArrowLayout layout = qcArrowLayout::eFi
 CNTRTABLE_EXPORT qcArrowColumn
 qf_ToArrowTable(const qcOutlines& outlines, qcArrowLayout layout = qcArrowLayout::eFitting,
                 qcArrowCoordinates coordinates = qcArrowCoordinates::eInterleaved);
+
+/// @}

@@ -11,6 +11,9 @@
 #include <cntrtable/export.h>
 #include <cntrtable/outlines.h>
 
+/// @addtogroup tables
+/// @{
+
 /// Pairs of an outline and a point that lies in it, as numbers from 0: pair number i is outlines[i]
 /// and points[i].
 struct qcInsidePairs {
@@ -30,3 +33,5 @@ struct qcInsidePairs {
 /// qcContourDefs::BadParams for an odd number of coordinates.
 CNTRTABLE_EXPORT qcInsidePairs qf_InsideJoin(const qcOutlines& outlines,
                                              std::span<const double> points, unsigned threads = 0);
+
+/// @}

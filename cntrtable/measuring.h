@@ -11,6 +11,9 @@
 #include <cntrtable/export.h>
 #include <cntrtable/outlines.h>
 
+/// @addtogroup tables
+/// @{
+
 /// A record batch with a row for each feature: the columns asked for, in that order, then `status`
 /// ("ok" or "failed") and `note` (a remark on the row, null if there is none). The columns are
 /// those of docs/measures.md: numbers as 64-bit floating point, counts as 64-bit integers, yes and
@@ -27,3 +30,5 @@
 CNTRTABLE_EXPORT qcArrowColumn qf_Measure(const qcOutlines& outlines,
                                           std::span<const std::string> columns,
                                           unsigned threads = 0);
+
+/// @}

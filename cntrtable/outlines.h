@@ -23,6 +23,9 @@ namespace table {
 struct OutlineColumns;
 }  // namespace table
 
+/// @addtogroup tables
+/// @{
+
 /// What a feature is.
 enum class qcOutlineKind : std::uint8_t {
   /// There is nothing to measure: it is null, empty, or could not be read.
@@ -193,3 +196,5 @@ class CNTRTABLE_EXPORT qcOutlinesBuilder {
   /// Where each ring begins in the coordinates.
   std::vector<std::size_t> ringStarts_;
 };
+
+/// @}

@@ -8,6 +8,9 @@
 #include <cntrtable/outlines.h>
 #include <platform/core/shapes.h>
 
+/// @addtogroup tables
+/// @{
+
 /// What each feature fills by the rule, in the normal form of cntrsets/sets.h, with its label;
 /// lines are kept unchanged. A feature that fills nothing, or that cannot be repaired, becomes
 /// eNothing with a problem that says why; those that were eNothing stay so. Edge elements are left
@@ -17,3 +20,5 @@
 /// the result does not depend on it.
 CNTRTABLE_EXPORT qcOutlines qf_MakeValid(const qcOutlines& outlines, qcPolygon::PolyFillMode rule,
                                          unsigned threads = 0);
+
+/// @}

@@ -14,6 +14,9 @@
 #include <cntrtable/export.h>
 #include <cntrtable/outlines.h>
 
+/// @addtogroup tables
+/// @{
+
 /// Bytes, or nothing for a null.
 using qcWkbValue = std::optional<std::span<const std::byte>>;
 
@@ -30,3 +33,5 @@ CNTRTABLE_EXPORT qcOutlines qf_FromWkb(std::span<const qcWkbValue> values);
 /// qcContourDefs::BadParams when it is eNothing.
 CNTRTABLE_EXPORT std::vector<std::byte> qf_ToWkb(const qcOutlines& outlines, std::size_t feature,
                                                  std::endian order = std::endian::little);
+
+/// @}
