@@ -121,8 +121,8 @@ def near_circle(draw):
 
 
 FAMILIES = {"needles, 1e3 to 1e9 times as long as wide": needle,
-            "squares but for 1e-6 to 1e-16": near_square,
-            "regular polygons but for 1e-6 to 1e-16": near_circle}
+            "squares, disturbed by 1e-6 to 1e-16": near_square,
+            "regular polygons, disturbed by 1e-6 to 1e-16": near_circle}
 SIZES = (1e-9, 1.0, 1e9)
 
 
