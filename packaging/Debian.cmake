@@ -40,9 +40,9 @@ set(CPACK_DEBIAN_LIBRARIES_PACKAGE_CONTROL_EXTRA ${CMAKE_CURRENT_SOURCE_DIR}/deb
                                                  ${PROJECT_BINARY_DIR}/symbols)
 set(CPACK_DEBIAN_LIBRARIES_DESCRIPTION
     "planar geometry for machine vision (shared libraries)
-Contours, regions with holes and region sets: how long, how big, where, how
-round, how far, inside or not, crossing or not. Outlines that cross themselves
-are repaired; shapes are drawn and archived.
+Measures contours, regions with holes and region sets: lengths, areas,
+positions, roundness, distances, containment and crossings. Repairs outlines
+that cross themselves; draws and archives shapes.
 
 This package holds the shared libraries libcntr and libqcplatform.")
 
@@ -53,8 +53,8 @@ set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_DEPENDS ${same_version})
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_SUGGESTS libcntr-doc)
 set(CPACK_DEBIAN_DEVELOPMENT_DESCRIPTION
     "planar geometry for machine vision (development files)
-Contours, regions with holes and region sets, measured, asked, repaired, drawn
-and archived from C++20.
+Contours, regions with holes and region sets, measured, queried, repaired,
+drawn and archived from C++20.
 
 This package holds the headers and the files of pkg-config and CMake.")
 
@@ -65,9 +65,9 @@ set(CPACK_DEBIAN_SETS_LIBRARIES_PACKAGE_DEPENDS ${same_version})
 set(CPACK_DEBIAN_SETS_LIBRARIES_PACKAGE_CONTROL_EXTRA ${CMAKE_CURRENT_SOURCE_DIR}/debian/triggers)
 set(CPACK_DEBIAN_SETS_LIBRARIES_DESCRIPTION
     "set operations on outlines for machine vision (shared library)
-Unions, intersections, differences and offsets of outlines with holes, outlines
-of the same area from any that cross themselves, measures of what outlines
-fill, and the largest circle inside.
+Unions, intersections, differences and offsets of outlines with holes, valid
+outlines of the same area for those that cross themselves, measures of what
+outlines fill, and the largest circle inside.
 
 This package holds the shared library libcntrsets.")
 
@@ -80,7 +80,7 @@ set(CPACK_DEBIAN_SETS_DEVELOPMENT_PACKAGE_SUGGESTS libcntr-doc)
 set(CPACK_DEBIAN_SETS_DEVELOPMENT_DESCRIPTION
     "set operations on outlines for machine vision (development files)
 Unions, intersections, differences and offsets of outlines with holes, and
-outlines of the same area from any that cross themselves, from C++20.
+valid outlines of the same area for those that cross themselves, from C++20.
 
 This package holds the headers and the files of pkg-config and CMake.")
 
@@ -117,8 +117,8 @@ set(CPACK_DEBIAN_DOCUMENTS_PACKAGE_ARCHITECTURE all)
 set(CPACK_DEBIAN_DOCUMENTS_PACKAGE_SHLIBDEPS FALSE)
 set(CPACK_DEBIAN_DOCUMENTS_DESCRIPTION
     "planar geometry for machine vision (documents)
-Contours, regions with holes and region sets, measured, asked, repaired, drawn
-and archived from C++20.
+Contours, regions with holes and region sets, measured, queried, repaired,
+drawn and archived from C++20.
 
 This package holds the pages, the reference of the library and the examples.")
 
@@ -131,9 +131,9 @@ if(CNTR_PNG)
 endif()
 set(CPACK_DEBIAN_TOOL_DESCRIPTION
     "measure, query, repair and draw the outlines of machine vision
-Reads outlines as image annotation tools write them and answers how long, how
-big, where, how round, how far, inside or not; repairs outlines that cross
-themselves and draws pictures of them.")
+Reads outlines as image annotation tools write them and tells their lengths,
+areas, positions, roundness and distances, and which points they contain;
+repairs, combines, compares, converts and draws them.")
 
 # What a Debian package has besides, or instead of, the files of its component. These files are small
 # and are made while configuring.
