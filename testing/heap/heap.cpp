@@ -20,6 +20,7 @@ constexpr std::size_t never = std::numeric_limits<std::size_t>::max();
 
 constinit std::atomic<long> made{0};
 constinit std::atomic<long> gone{0};
+constinit std::atomic<std::size_t> requested{0};
 constinit std::atomic<std::size_t> bytes{0};
 constinit std::atomic<std::size_t> mostBytes{0};
 constinit std::atomic<std::size_t> largest{0};
@@ -71,6 +72,7 @@ void* allocate(std::size_t size, std::size_t alignment) noexcept {
   }
   if (memory == nullptr) return nullptr;
   ++made;
+  requested += size;
   raise(mostBytes, bytes.fetch_add(size) + size);
   std::byte* const block = static_cast<std::byte*>(memory) + alignment;
   std::memcpy(block - sizeof size, &size, sizeof size);
@@ -135,6 +137,8 @@ namespace heap {
 long blocksAlive() { return made - gone; }
 
 long blocksMade() { return made; }
+
+std::size_t bytesMade() { return requested; }
 
 std::size_t bytesAlive() { return bytes; }
 

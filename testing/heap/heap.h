@@ -24,6 +24,8 @@ inline constexpr bool counts = true;
 long blocksAlive();
 /// The number of blocks that new has returned so far.
 long blocksMade();
+/// The number of bytes requested for these.
+std::size_t bytesMade();
 /// The number of bytes requested for the blocks that are alive.
 std::size_t bytesAlive();
 
