@@ -6,8 +6,8 @@
 #include <string>
 #include <vector>
 
-#include <cntrformats/csv/fields.h>
 #include <cntrformats/errors.h>
+#include <cntrformats/fields.h>
 #include <cntrformats/number.h>
 
 namespace formats {

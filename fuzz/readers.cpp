@@ -12,7 +12,7 @@
 #include <sstream>
 #include <string>
 
-#include <cntrformats/input.h>
+#include <cntrformats/table/input.h>
 #include <cntrtable/measures.h>
 
 #include "check.h"

@@ -11,9 +11,9 @@
 #include <utility>
 
 #include <cntrformats/csv/csv.h>
-#include <cntrformats/csv/fields.h>
 #include <cntrformats/csv/names.h>
 #include <cntrformats/errors.h>
+#include <cntrformats/fields.h>
 #include <cntrformats/lines.h>
 #include <cntrformats/number.h>
 #include <cntrformats/rings.h>

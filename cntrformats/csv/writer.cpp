@@ -5,8 +5,8 @@
 #include <ostream>
 
 #include <cntrformats/csv/csv.h>
-#include <cntrformats/csv/fields.h>
 #include <cntrformats/csv/names.h>
+#include <cntrformats/fields.h>
 #include <cntrformats/number.h>
 
 namespace formats {

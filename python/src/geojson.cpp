@@ -14,8 +14,8 @@
 #include <variant>
 #include <vector>
 
-#include <cntrformats/format.h>
 #include <cntrformats/geojson/geojson.h>
+#include <cntrformats/table/format.h>
 #include <cntrtable/refusal.h>
 
 namespace nb = nanobind;

@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-#include <cntrformats/input.h>
+#include <cntrformats/table/input.h>
 
 namespace texts {
 

@@ -12,7 +12,7 @@
 
 #include <cntr/contourdefs.h>
 #include <cntrformats/errors.h>
-#include <cntrformats/input.h>
+#include <cntrformats/table/input.h>
 #include <cntrsets/sets.h>
 #include <tools/commands/commands.h>
 #include <tools/commands/featurefile.h>

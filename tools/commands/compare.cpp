@@ -13,7 +13,7 @@
 #include <vector>
 
 #include <cntrformats/errors.h>
-#include <cntrformats/input.h>
+#include <cntrformats/table/input.h>
 #include <tools/answers/comparison.h>
 #include <tools/commands/commands.h>
 #include <tools/commands/nominalfile.h>

@@ -3,7 +3,7 @@
 #include <tools/commands/nominalfile.h>
 
 #include <cntrformats/errors.h>
-#include <cntrformats/input.h>
+#include <cntrformats/table/input.h>
 
 namespace tool {
 

@@ -5,7 +5,7 @@
 #include <nlohmann/json.hpp>
 #include <ostream>
 
-#include <cntrformats/csv/fields.h>
+#include <cntrformats/fields.h>
 #include <cntrformats/number.h>
 #include <tools/report/rows.h>
 

@@ -11,7 +11,7 @@
 #include <string>
 #include <vector>
 
-#include <cntrformats/input.h>
+#include <cntrformats/table/input.h>
 #include <tools/report/rows.h>
 #include <tools/run/session.h>
 

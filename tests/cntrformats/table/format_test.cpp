@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: MIT
 
-#include <cntrformats/format.h>
+#include <cntrformats/table/format.h>
 
 #include <gtest/gtest.h>
 
 #include <set>
 
-#include "texts.h"
+#include "../texts.h"
 
 using namespace formats;
 

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 
-#include <cntrformats/input.h>
+#include <cntrformats/table/input.h>
 
 namespace formats {
 

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 
-#include <cntrformats/csv/fields.h>
+#include <cntrformats/fields.h>
 
 namespace formats {
 

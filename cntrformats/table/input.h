@@ -7,7 +7,7 @@
 #include <memory>
 #include <string>
 
-#include <cntrformats/format.h>
+#include <cntrformats/table/format.h>
 
 namespace formats {
 

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 
-#include <cntrformats/format.h>
+#include <cntrformats/table/format.h>
 
 #include <algorithm>
 #include <cctype>
