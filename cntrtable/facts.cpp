@@ -11,8 +11,8 @@
 #include <cntr/contourdefs.h>
 #include <cntr/plane/box.h>
 #include <cntr/regionst.h>
-#include <cntrsets/filledrings.h>
 #include <cntrsets/inscribed.h>
+#include <cntrsets/operations/filledrings.h>
 #include <cntrsets/sets.h>
 #include <platform/core/hull.h>
 

@@ -10,8 +10,8 @@
 #include <limits>
 #include <vector>
 
-#include <cntrsets/filledrings.h>
 #include <cntrsets/integrals.h>
+#include <cntrsets/operations/filledrings.h>
 #include <gtest/gtest.h>
 #include <testing/shapes/shapes.h>
 

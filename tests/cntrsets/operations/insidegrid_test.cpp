@@ -2,7 +2,7 @@
 //
 // Cells with an answer against the literal definitions, point by point.
 
-#include <cntrsets/insidegrid.h>
+#include <cntrsets/operations/insidegrid.h>
 
 #include <testing/plain/measures.h>
 #include <testing/plain/region.h>

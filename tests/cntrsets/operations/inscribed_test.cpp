@@ -12,8 +12,8 @@
 
 #include <cntr/contourdefs.h>
 #include <cntrsets/frame.h>
-#include <cntrsets/ringlist.h>
-#include <cntrsets/roomiest.h>
+#include <cntrsets/operations/ringlist.h>
+#include <cntrsets/operations/roomiest.h>
 #include <testing/plain/inscribed.h>
 #include <tests/cntrsets/features.h>
 

@@ -7,7 +7,7 @@
 #include <cstddef>
 #include <span>
 
-#include <cntrsets/sidetree.h>
+#include <cntrsets/operations/sidetree.h>
 
 namespace cntr::sets {
 

@@ -12,10 +12,10 @@
 #include <cntr/contourdefs.h>
 #include <cntr/plane/box.h>
 #include <cntrsets/faces/filledset.h>
-#include <cntrsets/featurewinding.h>
 #include <cntrsets/filled.h>
-#include <cntrsets/insidegrid.h>
-#include <cntrsets/ringlist.h>
+#include <cntrsets/operations/featurewinding.h>
+#include <cntrsets/operations/insidegrid.h>
+#include <cntrsets/operations/ringlist.h>
 
 namespace {
 

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 
-#include <cntrsets/tangents.h>
+#include <cntrsets/operations/tangents.h>
 
 #include <algorithm>
 #include <cmath>

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 
-#include <cntrsets/roomiest.h>
+#include <cntrsets/operations/roomiest.h>
 
 #include <algorithm>
 #include <cmath>
@@ -8,7 +8,7 @@
 #include <vector>
 
 #include <cntr/contourdefs.h>
-#include <cntrsets/tangents.h>
+#include <cntrsets/operations/tangents.h>
 
 namespace cntr::sets {
 

@@ -2,7 +2,7 @@
 //
 // Parts around points against winding numbers ring by ring.
 
-#include <cntrsets/featurewinding.h>
+#include <cntrsets/operations/featurewinding.h>
 
 #include <tests/cntrsets/features.h>
 

@@ -2,7 +2,7 @@
 //
 // Moves edges sideways and joins them.
 
-#include <cntrsets/offset.h>
+#include <cntrsets/operations/offset.h>
 
 #include <algorithm>
 #include <cmath>

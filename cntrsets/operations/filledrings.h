@@ -11,7 +11,7 @@
 #include <cntr/plane/box.h>
 #include <cntrsets/filled.h>
 #include <cntrsets/frame.h>
-#include <cntrsets/ringlist.h>
+#include <cntrsets/operations/ringlist.h>
 
 namespace cntr::sets {
 

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 
-#include <cntrsets/insidegrid.h>
+#include <cntrsets/operations/insidegrid.h>
 
 #include <algorithm>
 #include <array>
@@ -9,7 +9,7 @@
 #include <span>
 
 #include <cntr/plane/tolerances.h>
-#include <cntrsets/ringlist.h>
+#include <cntrsets/operations/ringlist.h>
 
 namespace cntr::sets {
 

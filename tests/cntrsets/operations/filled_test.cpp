@@ -10,7 +10,7 @@
 #include <string>
 
 #include <cntr/contourdefs.h>
-#include <cntrsets/filledrings.h>
+#include <cntrsets/operations/filledrings.h>
 #include <testing/plain/integermoments.h>
 #include <tests/cntr/plane/simple_ring.h>
 #include <tests/cntrsets/features.h>

@@ -10,10 +10,10 @@
 
 #include <cntr/plane/starcentre.h>
 #include <cntrsets/faces/filledset.h>
-#include <cntrsets/filledrings.h>
 #include <cntrsets/frame.h>
 #include <cntrsets/integrals.h>
-#include <cntrsets/ringlist.h>
+#include <cntrsets/operations/filledrings.h>
+#include <cntrsets/operations/ringlist.h>
 #include <cntrsets/sets.h>
 
 namespace {

@@ -11,8 +11,8 @@
 
 #include <cntr/contourdefs.h>
 #include <cntrsets/faces/filledset.h>
-#include <cntrsets/offset.h>
-#include <cntrsets/ringlist.h>
+#include <cntrsets/operations/offset.h>
+#include <cntrsets/operations/ringlist.h>
 
 namespace {
 

@@ -13,7 +13,7 @@
 
 #include <cntr/plane/box.h>
 #include <cntrsets/frame.h>
-#include <cntrsets/ringlist.h>
+#include <cntrsets/operations/ringlist.h>
 
 namespace cntr::sets {
 

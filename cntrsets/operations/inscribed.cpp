@@ -9,8 +9,8 @@
 
 #include <cntr/contourdefs.h>
 #include <cntrsets/frame.h>
-#include <cntrsets/ringlist.h>
-#include <cntrsets/roomiest.h>
+#include <cntrsets/operations/ringlist.h>
+#include <cntrsets/operations/roomiest.h>
 #include <cntrsets/sets.h>
 
 namespace {

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 
-#include <cntrsets/sidetree.h>
+#include <cntrsets/operations/sidetree.h>
 
 #include <algorithm>
 #include <cmath>

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 
-#include <cntrsets/featurewinding.h>
+#include <cntrsets/operations/featurewinding.h>
 
 #include <algorithm>
 #include <numeric>
