@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
 // Part of the static libcntr only: the list of its classes that archives can create. Every program
-// is linked with it; platform/registeredclasses.cpp says why.
+// is linked with it; platform/core/registeredclasses.cpp says why.
 
 #include <array>
 #include <typeinfo>
