@@ -29,10 +29,24 @@ void addHoles(qcRegion& region, const std::vector<Points>& rings) {
   }
 }
 
+/// Calls visit(place, ring) for every outline or line, each followed by its holes if asked for.
+template <class Visit>
+void forEachRing(const std::vector<qcRings>& parts, bool withHoles, const Visit& visit) {
+  for (std::size_t i = 0; i < parts.size(); ++i) {
+    Place place;
+    if (parts.size() > 1) place.part = i + 1;
+    visit(place, parts[i].outline);
+    for (std::size_t k = 0; withHoles && k < parts[i].holes.size(); ++k) {
+      place.hole = k + 1;
+      visit(place, parts[i].holes[k]);
+    }
+  }
+}
+
 }  // namespace
 
-ContourHandle makeContour(const Points& points, bool closed) {
-  return ContourHandle(new qcContour(points, closed, 0));
+qcPtrHandle<qcContour> makeContour(const Points& points, bool closed) {
+  return qcPtrHandle<qcContour>(new qcContour(points, closed, 0));
 }
 
 qcPtrHandle<qcRegion> makeRegion(const qcRings& part, bool withHoles) {
@@ -41,29 +55,23 @@ qcPtrHandle<qcRegion> makeRegion(const qcRings& part, bool withHoles) {
   return region;
 }
 
-qcRegionSet makeRegionSet(const std::vector<qcRings>& parts, bool withHoles) {
-  std::vector<RegionHandle> regions;
-  regions.reserve(parts.size());
-  for (const qcRings& part : parts) regions.emplace_back(makeRegion(part, withHoles));
-  return {regions, asGiven};
-}
-
 qcRect boxOf(const Points& points) {
   return makeContour(points, false)->encloseRect(qcXform<2>::I);
 }
 
+std::vector<qcContour> curvesOf(const std::vector<qcRings>& parts, bool closed) {
+  std::vector<qcContour> curves;
+  forEachRing(parts, true, [&](const Place& /*place*/, const Points& ring) {
+    curves.emplace_back(ring, closed, 0);
+  });
+  return curves;
+}
+
 std::vector<Boundary> boundariesOf(const Geometry& geometry, bool withHoles) {
-  const auto& parts = geometry.parts;
   std::vector<Boundary> boundaries;
-  for (std::size_t i = 0; i < parts.size(); ++i) {
-    Place place;
-    if (parts.size() > 1) place.part = i + 1;
-    boundaries.push_back({place, makeContour(parts[i].outline, geometry.closed)});
-    for (std::size_t k = 0; withHoles && k < parts[i].holes.size(); ++k) {
-      place.hole = k + 1;
-      boundaries.push_back({place, makeContour(parts[i].holes[k], true)});
-    }
-  }
+  forEachRing(geometry.parts, withHoles, [&](const Place& place, const Points& ring) {
+    boundaries.push_back({place, makeContour(ring, geometry.closed)});
+  });
   return boundaries;
 }
 

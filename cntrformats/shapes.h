@@ -17,14 +17,20 @@ namespace formats {
 using ContourHandle = qcPtrHandle_const<qcContour>;
 using RegionHandle = qcPtrHandle_const<qcRegion>;
 
-ContourHandle makeContour(const Points& points, bool closed);
+qcPtrHandle<qcContour> makeContour(const Points& points, bool closed);
 
 /// An outline, with its holes if asked for. Throws FeatureError, naming the hole, when one crosses
 /// or touches the outline: the library refuses such holes.
 qcPtrHandle<qcRegion> makeRegion(const qcRings& part, bool withHoles);
 
-/// A set of regions, one for each part.
-qcRegionSet makeRegionSet(const std::vector<qcRings>& parts, bool withHoles);
+/// A set of regions, one for each part, as `make(part)` gives it. Nothing is repaired.
+template <class Make>
+qcRegionSet makeRegionSet(const std::vector<qcRings>& parts, const Make& make) {
+  std::vector<RegionHandle> regions;
+  regions.reserve(parts.size());
+  for (const qcRings& part : parts) regions.emplace_back(make(part));
+  return {regions, qcContourDefs::eNoIntersectionRepair};
+}
 
 /// The smallest rectangle around at least two points.
 qcRect boxOf(const Points& points);
@@ -42,7 +48,10 @@ struct Boundary {
   ContourHandle contour;
 };
 
-/// Every outline or line, each followed by its holes if asked for.
+/// Every outline or line, each followed by its holes.
+std::vector<qcContour> curvesOf(const std::vector<qcRings>& parts, bool closed);
+
+/// The same with their places; holes only if asked for.
 std::vector<Boundary> boundariesOf(const Geometry& geometry, bool withHoles);
 
 }  // namespace formats

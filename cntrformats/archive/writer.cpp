@@ -31,9 +31,9 @@ bool hasEdgelets(const Geometry& geometry, std::size_t part) {
 
 Shape contourOf(const Feature& feature, std::size_t part) {
   const auto& [closed, multiple, parts, edgelets] = feature.geometry;
-  const qcPtrHandle<qcContour> contour(hasEdgelets(feature.geometry, part)
-                                           ? new EdgeContour(edgelets[part])
-                                           : new qcContour(parts[part].outline, closed, 0));
+  const qcPtrHandle<qcContour> contour =
+      hasEdgelets(feature.geometry, part) ? qcPtrHandle<qcContour>(new EdgeContour(edgelets[part]))
+                                          : makeContour(parts[part].outline, closed);
   contour->isClosed(closed);
   setLabel(*contour, feature);
   return {contour};
@@ -46,11 +46,9 @@ qcPtrHandle<qcRegion> regionOf(const Feature& feature, const qcRings& part) {
 }
 
 Shape setOf(const Feature& feature) {
-  std::vector<qcPtrHandle<qcRegion>> regions;
-  regions.reserve(feature.geometry.parts.size());
-  for (const qcRings& part : feature.geometry.parts) regions.push_back(regionOf(feature, part));
+  const auto region = [&](const qcRings& part) { return regionOf(feature, part); };
   return {{},
-          qcPtrHandle<qcRegionSet>(new qcRegionSet(regions, qcContourDefs::eNoIntersectionRepair))};
+          qcPtrHandle<qcRegionSet>(new qcRegionSet(makeRegionSet(feature.geometry.parts, region)))};
 }
 
 /// True for lines, and for a single outline without holes that has edge elements.

@@ -39,8 +39,11 @@ TEST(Shapes, ABadHoleIsNamed) {
 }
 
 TEST(Shapes, ASetHasARegionForEachPart) {
-  const qcRegionSet set = makeRegionSet({plate(), {{{20, 0}, {22, 0}, {22, 2}}, {}}}, true);
+  const qcRegionSet set =
+      makeRegionSet({plate(), {{{20, 0}, {22, 0}, {22, 2}}, {}}},
+                    [](const qcRings& part) { return makeRegion(part, !part.holes.empty()); });
   ASSERT_EQ(set.regions().size(), 2);
+  EXPECT_EQ(set.regions()[0]->holes().size(), 2);
   EXPECT_EQ(set.area(true), 95 + 2);
 }
 
@@ -62,11 +65,23 @@ TEST(Shapes, BoundariesHaveTheFilesOrderAndNumbers) {
   EXPECT_EQ(boundaries[4].place.hole, 1U);
 }
 
+TEST(Shapes, CurvesAreTheBoundariesWithoutTheirPlaces) {
+  const Geometry geometry{true, false, {plate(), {{{20, 0}, {22, 0}, {22, 2}}, {}}}};
+  const auto boundaries = boundariesOf(geometry, true);
+  const std::vector<qcContour> curves = curvesOf(geometry.parts, true);
+  ASSERT_EQ(curves.size(), boundaries.size());
+  for (std::size_t i = 0; i < curves.size(); ++i) {
+    EXPECT_TRUE(curves[i].isClosed());
+    EXPECT_EQ(curves[i].points(), boundaries[i].contour->points());
+  }
+}
+
 TEST(Shapes, LinesStayOpen) {
   const auto lines = boundariesOf({false, false, {{{{0, 0}, {3, 4}, {0, 4}}, {}}}}, true);
   ASSERT_EQ(lines.size(), 1);
   EXPECT_FALSE(lines[0].contour->isClosed());
   EXPECT_EQ(lines[0].contour->length(), 8);
+  EXPECT_FALSE(curvesOf({{{{0, 0}, {3, 4}}, {}}}, false)[0].isClosed());
 }
 
 TEST(Shapes, ABoxHoldsAllPoints) {

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <utility>
 
+#include <cntrformats/shapes.h>
 #include <cntrsets/filled.h>
 #include <cntrsets/sets.h>
 

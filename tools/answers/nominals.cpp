@@ -7,6 +7,7 @@
 
 #include <cntr/contourdefs.h>
 #include <cntrformats/errors.h>
+#include <cntrformats/shapes.h>
 #include <cntrsets/filled.h>
 #include <cntrsets/sets.h>
 #include <tools/report/message.h>
@@ -71,15 +72,6 @@ std::vector<std::span<const qcVector<2>>> ringsOf(const std::vector<qcRings>& pa
     rings.insert(rings.end(), part.holes.begin(), part.holes.end());
   }
   return rings;
-}
-
-std::vector<qcContour> curvesOf(const std::vector<qcRings>& parts, bool closed) {
-  std::vector<qcContour> curves;
-  for (const qcRings& part : parts) {
-    curves.emplace_back(part.outline, closed, 0);
-    for (const auto& hole : part.holes) curves.emplace_back(hole, closed, 0);
-  }
-  return curves;
 }
 
 std::string Nominals::add(const Feature& feature) {

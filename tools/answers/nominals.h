@@ -60,9 +60,6 @@ std::vector<qcRings> mapped(const std::vector<qcRings>& parts, Map map) {
   return result;
 }
 
-/// The boundaries of the parts or, if they are not closed, the lines.
-std::vector<qcContour> curvesOf(const std::vector<qcRings>& parts, bool closed);
-
 /// The nominal features of a file.
 class Nominals {
  public:

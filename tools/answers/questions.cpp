@@ -111,7 +111,7 @@ Row answerDirection(const Geometry& geometry, const qcRadian& angle) {
   for (const qcRings& part : geometry.parts) {
     all.insert(all.end(), part.outline.begin(), part.outline.end());
   }
-  const long extremal = qcContour(all, false, 0).extremalVertexIndex(angle);
+  const long extremal = makeContour(all, false)->extremalVertexIndex(angle);
   auto vertex = static_cast<std::size_t>(extremal);
   std::size_t part = 0;
   while (vertex >= geometry.parts[part].outline.size()) {

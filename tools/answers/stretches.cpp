@@ -7,6 +7,7 @@
 #include <cstddef>
 #include <limits>
 
+#include <cntrformats/shapes.h>
 #include <cntrsets/inside.h>
 #include <tools/answers/comparison.h>
 

@@ -25,12 +25,6 @@ RegionHandle regionOf(const qcRings& part) {
   return outline->isSelfIntersecting() ? outline : makeRegion(part, true);
 }
 
-qcRegionSet setOf(const Geometry& geometry) {
-  Regions regions;
-  for (const qcRings& part : geometry.parts) regions.push_back(regionOf(part));
-  return {regions, qcContourDefs::eNoIntersectionRepair};
-}
-
 qcRegionSet repairedOnce(const qcRegionSet& set, qcContourDefs::IntersectionMode mode) {
   qcRegionSet result(Regions(), qcContourDefs::eNoIntersectionRepair);
   if (mode == qcContourDefs::eOuterHull) {
@@ -78,7 +72,7 @@ Geometry geometryOf(const qcRegionSet& set) {
 }  // namespace
 
 std::optional<WalkRepair> walkRepaired(const Geometry& geometry, WalkRepair::Mode mode) {
-  const qcRegionSet set = setOf(geometry);
+  const qcRegionSet set = makeRegionSet(geometry.parts, regionOf);
   if (!set.isSelfIntersecting()) return std::nullopt;
   try {
     const qcRegionSet result = repairedSet(set, mode);

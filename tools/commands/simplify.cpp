@@ -10,6 +10,7 @@
 
 #include <cntr/simplify.h>
 #include <cntrformats/geojson/feature.h>
+#include <cntrformats/shapes.h>
 #include <tools/commands/commands.h>
 #include <tools/commands/featurefile.h>
 #include <tools/commands/numberlist.h>
@@ -30,16 +31,6 @@ struct SimplifyOptions {
   double tolerance = 0.0;
 };
 
-/// All rings or lines, parts one after the other, outlines before their holes.
-std::vector<qcContour> curvesOf(const Geometry& geometry) {
-  std::vector<qcContour> curves;
-  for (const qcRings& part : geometry.parts) {
-    curves.emplace_back(part.outline, geometry.closed, 0);
-    for (const Points& hole : part.holes) curves.emplace_back(hole, true, 0);
-  }
-  return curves;
-}
-
 template <class Item>
 std::vector<Item> picked(const std::vector<Item>& items, const std::vector<std::size_t>& numbers) {
   std::vector<Item> kept;
@@ -50,7 +41,7 @@ std::vector<Item> picked(const std::vector<Item>& items, const std::vector<std::
 
 /// Keeps only the kept vertices and their edge elements. Returns whether any vertex was dropped.
 bool simplify(Geometry& geometry, double tolerance) {
-  const auto kept = qf_KeptVertices(curvesOf(geometry), tolerance);
+  const auto kept = qf_KeptVertices(curvesOf(geometry.parts, geometry.closed), tolerance);
   auto next = kept.begin();
   bool isChanged = false;
   const auto keepOf = [&](auto& items) {
