@@ -14,6 +14,7 @@
 #include <cntr/deviation.h>
 #include <cntrsets/frame.h>
 #include <cntrsets/sets.h>
+#include <cntrsets/spacing.h>
 #include <python/src/newarrays.h>
 #include <python/src/point.h>
 #include <python/src/results.h>
@@ -28,9 +29,6 @@ namespace {
 using cntr::sets::Frame;
 using Point = qcVector<2>;
 using Ring = std::vector<Point>;
-
-/// The steps of the measured boundary unless a spacing is given, as a fraction of its length.
-constexpr double usualStep = 1.0 / 1024.0;
 
 /// Boundaries and lines, and their local coordinates.
 class Boundary {
@@ -76,12 +74,6 @@ class Boundary {
   std::vector<Ring> rings_;
 };
 
-double usualSpacing(const std::vector<qcContour>& curves) {
-  double length = 0.0;
-  for (const qcContour& curve : curves) length += curve.length();
-  return length > 0.0 ? length * usualStep : 1.0;
-}
-
 /// In the coordinates as given.
 qcDeviation deviationFound(const Shape& measured, const Shape& nominal,
                            std::optional<double> spacing) {
@@ -90,7 +82,7 @@ qcDeviation deviationFound(const Shape& measured, const Shape& nominal,
   const Frame frame = wanted.frame();
   const auto local = [&frame](const Point& p) { return frame.local(p); };
   const std::vector<qcContour> curves = there.curves(local);
-  const double step = spacing ? frame.scaled(*spacing) : usualSpacing(curves);
+  const double step = spacing ? frame.scaled(*spacing) : cntr::sets::usualSpacing(curves);
   qcDeviation found = qf_Deviation(curves, wanted.curves(local), step);
   for (double* const distance : {&found.least, &found.greatest, &found.mean, &found.rms})
     *distance = frame.restored(*distance, 1);

@@ -8,6 +8,7 @@
 #include <cntrformats/shapes.h>
 #include <cntrsets/filled.h>
 #include <cntrsets/sets.h>
+#include <cntrsets/spacing.h>
 
 namespace tool {
 
@@ -17,9 +18,6 @@ namespace {
 
 using Point = qcVector<2>;
 
-/// The length of a step along the measured boundary unless a spacing is given, as a fraction of the
-/// boundary's length.
-constexpr double usualStep = 1.0 / 1024.0;
 /// How far the Hausdorff distance may be below the true one, as a fraction of the extent.
 constexpr double hausdorffError = 1e-9;
 
@@ -70,12 +68,6 @@ void addFlaw(std::string& note, const std::string& whose, const std::string& fla
 
 }  // namespace
 
-double usualSpacing(const std::vector<qcContour>& curves) {
-  double length = 0.0;
-  for (const qcContour& curve : curves) length += curve.length();
-  return length > 0.0 ? length * usualStep : 1.0;
-}
-
 Comparison compared(const Geometry& measured, const Nominal& nominal,
                     const ComparingOptions& options) {
   const std::vector<qcRings> parts = filledParts(measured);
@@ -99,8 +91,8 @@ Comparison compared(const Geometry& measured, const Nominal& nominal,
     result.placement = placementOf(found, local({0.0, 0.0}), nominal.frame, options.scale);
     if (!found.settled) addNote(result.note, "the alignment has not settled");
   }
-  const double spacing =
-      options.spacing ? *options.spacing / options.scale / unit : usualSpacing(moved.curves);
+  const double spacing = options.spacing ? *options.spacing / options.scale / unit
+                                         : cntr::sets::usualSpacing(moved.curves);
   result.deviation =
       scaled(qf_Deviation(moved.curves, nominal.curves, spacing), unit * options.scale);
   result.hausdorff =

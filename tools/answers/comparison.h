@@ -48,9 +48,6 @@ struct Comparison {
   std::string note = {};
 };
 
-/// The length of a step along a measured boundary unless a spacing is given: 1/1024 of its length.
-double usualSpacing(const std::vector<qcContour>& curves);
-
 /// Compares the boundaries of what both fill. Lengths are computed in coordinates in which the size
 /// of the nominal is about 1, wherever it lies; the Hausdorff distance is below the true one by at
 /// most 1e-9 of the larger extent. Any thread may compare. Throws exceptions of the library and of

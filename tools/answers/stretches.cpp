@@ -9,7 +9,7 @@
 
 #include <cntrformats/shapes.h>
 #include <cntrsets/inside.h>
-#include <tools/answers/comparison.h>
+#include <cntrsets/spacing.h>
 
 namespace tool {
 
@@ -51,7 +51,7 @@ std::vector<double> deviationsOf(const std::vector<Point>& points, const Nominal
 
 /// The ends of the pieces of all edges, two for each piece.
 std::vector<Point> endsOfPieces(const std::vector<qcContour>& curves) {
-  const double spacing = usualSpacing(curves);
+  const double spacing = cntr::sets::usualSpacing(curves);
   std::vector<Point> ends;
   forEachEdge(curves, [&](const Point& from, const Point& to) {
     const double pieces = std::ceil(from.distance(to) / spacing);
