@@ -14,6 +14,8 @@
 #include <algorithm>
 #include <cmath>
 
+#include <cntr/plane/containmentconditions.h>
+
 namespace cntr::compute {
 
 namespace {
@@ -154,7 +156,7 @@ enum class Screened { eOutside, eUnknown, eAsk };
 Screened screen(Vertices points, const Extents& extents, const qcVector<2>& p) {
   if (!extents.areSmall || points.size() < 3) return Screened::eUnknown;
   if (!plane::contains(extents.bounds, p)) return Screened::eOutside;
-  if (!index::rayEndsOutside(extents.bounds, points.front(), extents.radius, p)) {
+  if (!plane::rayEndsOutside(extents.bounds, points.front(), extents.radius, p)) {
     return Screened::eUnknown;
   }
   return Screened::eAsk;
@@ -184,8 +186,7 @@ Extents extentsOf(Vertices points) {
     boxes[chain].add(p);
     const qcVector<2> fromFirst = p - first;
     squares[chain] = qnKernel::greater(squares[chain], fromFirst * fromFirst);
-    areSmall &= std::abs(p.x()) < plane::containmentCoordinates &&
-                std::abs(p.y()) < plane::containmentCoordinates;
+    areSmall &= plane::isSmallEnough(p);
   };
   std::size_t i = 0;
   for (; i + 1 < points.size(); i += 2) {

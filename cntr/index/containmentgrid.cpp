@@ -17,8 +17,8 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
-#include <numbers>
 
+#include <cntr/plane/containmentconditions.h>
 #include <cntr/plane/tolerances.h>
 
 namespace cntr::index {
@@ -35,10 +35,6 @@ constexpr double entriesPerVertex = 4.0;
 /// A cell is at least this many vertex margins wide, since otherwise the margin would fill it.
 constexpr double marginsPerCell = 4.0;
 
-double vertexMarginFor(std::size_t vertices) {
-  return edgeMargin / std::sin(std::numbers::pi / (2.0 * static_cast<double>(vertices)));
-}
-
 const qcVector<2>& before(std::span<const qcVector<2>> points, std::size_t k) {
   return points[k == 0 ? points.size() - 1 : k - 1];
 }
@@ -49,12 +45,7 @@ bool straddles(const qcVector<2>& a, const qcVector<2>& b, double y) {
   return (a.y() <= y) != (b.y() <= y);
 }
 
-/// Where an edge that straddles y crosses it.
-double crossingX(const qcVector<2>& a, const qcVector<2>& b, double y) {
-  return a.x() + (y - a.y()) / (b.y() - a.y()) * (b.x() - a.x());
-}
-
-/// The same for vertical lines.
+/// The same for the vertical line at x, and where an edge that straddles it crosses it.
 bool straddlesX(const qcVector<2>& a, const qcVector<2>& b, double x) {
   return (a.x() <= x) != (b.x() <= x);
 }
@@ -96,13 +87,9 @@ std::size_t clampedFloor(double value, std::size_t count) {
 bool ContainmentGrid::isPossible(std::span<const qcVector<2>> points, const plane::Box& bounds) {
   constexpr double marginsAcross = 16.0;
   if (points.size() < 3) return false;
-  const auto isSmall = [](const qcVector<2>& p) {
-    return std::abs(p.x()) < plane::containmentCoordinates &&
-           std::abs(p.y()) < plane::containmentCoordinates;
-  };
   const double narrowest = std::min(bounds.maxX - bounds.minX, bounds.maxY - bounds.minY);
-  return narrowest > marginsAcross * vertexMarginFor(points.size()) &&
-         std::all_of(points.begin(), points.end(), isSmall);
+  return narrowest > marginsAcross * plane::vertexMargin(points.size()) &&
+         std::all_of(points.begin(), points.end(), plane::isSmallEnough);
 }
 
 ContainmentGrid::Layout ContainmentGrid::layoutFor(std::span<const qcVector<2>> points,
@@ -113,7 +100,7 @@ ContainmentGrid::Layout ContainmentGrid::layoutFor(std::span<const qcVector<2>> 
   const double cellSize =
       std::max({std::sqrt(width * height / std::max(cellsPerVertex * n, fewestCells)),
                 extentOfEdges(points) / std::max(entriesPerVertex * n, fewestCells),
-                marginsPerCell * vertexMarginFor(points.size())});
+                marginsPerCell * plane::vertexMargin(points.size())});
   const double columns = std::max(1.0, std::floor(width / cellSize));
   const double rows = std::max(1.0, std::floor(height / cellSize));
   return {static_cast<std::size_t>(columns), static_cast<std::size_t>(rows), width / columns,
@@ -166,8 +153,8 @@ class ContainmentGrid::Builder {
     const double bottom = grid_.bounds_.minY + static_cast<double>(row) * grid_.layout_.cellHeight;
     const double low = bottom - reach_;
     const double high = bottom + grid_.layout_.cellHeight + reach_;
-    const double xa = crossingX(a, b, std::clamp(a.y(), low, high));
-    const double xb = crossingX(a, b, std::clamp(b.y(), low, high));
+    const double xa = plane::crossingX(a, b, std::clamp(a.y(), low, high));
+    const double xb = plane::crossingX(a, b, std::clamp(b.y(), low, high));
     return {std::min(xa, xb), std::max(xa, xb)};
   }
 
@@ -190,7 +177,8 @@ class ContainmentGrid::Builder {
       for (std::size_t row = grid_.rowOf(std::min(a.y(), b.y())); row <= lastRow; ++row) {
         const double y = grid_.middleOf(row);
         if (!straddles(a, b, y)) continue;
-        const std::size_t cell = row * grid_.layout_.columns + grid_.columnOf(crossingX(a, b, y));
+        const std::size_t cell =
+            row * grid_.layout_.columns + grid_.columnOf(plane::crossingX(a, b, y));
         toggles_[cell] = !toggles_[cell];
       }
     }
@@ -207,7 +195,7 @@ class ContainmentGrid::Builder {
     const bool isNear = std::any_of(list.begin(), list.end(), [&](std::uint32_t k) {
       const qcVector<2>& a = before(points_, k);
       const qcVector<2>& b = points_[k];
-      return (straddles(a, b, y) && mayCoincide(crossingX(a, b, y), x)) ||
+      return (straddles(a, b, y) && mayCoincide(plane::crossingX(a, b, y), x)) ||
              (straddlesX(a, b, x) && mayCoincide(crossingY(a, b, x), y));
     });
     if (!isNear) head |= eLeadsToSide;
@@ -241,12 +229,10 @@ ContainmentGrid::ContainmentGrid(std::span<const qcVector<2>> points, const plan
       layout_(layoutFor(points, bounds)),
       columnsPerUnit_(1.0 / layout_.cellWidth),
       rowsPerUnit_(1.0 / layout_.cellHeight),
-      vertexMargin_(vertexMarginFor(points.size())),
+      vertexMargin_(plane::vertexMargin(points.size())),
       first_(points.front()),
       radius_(radius),
-      rayAlwaysEndsOutside_(
-          qcVector<2>(bounds.maxX - bounds.minX, bounds.maxY - bounds.minY).len() <=
-          2.0 * radius - 2.0 * edgeMargin),
+      rayAlwaysEndsOutside_(plane::rayAlwaysEndsOutside(bounds, radius)),
       cells_(layout_.columns * layout_.rows, 0) {
   Builder(*this, points).build();
 }
@@ -259,20 +245,15 @@ std::size_t ContainmentGrid::rowOf(double y) const noexcept {
   return clampedFloor((y - bounds_.minY) * rowsPerUnit_, layout_.rows);
 }
 
-// Either alternative holds on a convex set of points: one that holds at all corners of the slightly
-// widened cell holds in the cell.
+// The cell is slightly widened.
 bool ContainmentGrid::rayEndsOutsideFromCell(std::size_t column, std::size_t row) const noexcept {
   if (rayAlwaysEndsOutside_) return true;
   const qcVector<2> low(bounds_.minX + static_cast<double>(column) * layout_.cellWidth - edgeMargin,
                         bounds_.minY + static_cast<double>(row) * layout_.cellHeight - edgeMargin);
   const qcVector<2> high(low.x() + layout_.cellWidth + 2.0 * edgeMargin,
                          low.y() + layout_.cellHeight + 2.0 * edgeMargin);
-  const qcVector<2> toFirst(
-      std::max(std::abs(low.x() - first_.x()), std::abs(high.x() - first_.x())),
-      std::max(std::abs(low.y() - first_.y()), std::abs(high.y() - first_.y())));
-  const qcVector<2> toCorner(std::max(high.x() - bounds_.minX, bounds_.maxX - low.x()),
-                             std::max(high.y() - bounds_.minY, bounds_.maxY - low.y()));
-  return toFirst.len() <= radius_ - edgeMargin || toCorner.len() <= 2.0 * radius_ - edgeMargin;
+  return plane::rayEndsOutside(bounds_, first_, radius_,
+                               plane::Box{low.x(), low.y(), high.x(), high.y()});
 }
 
 double ContainmentGrid::rightSideOf(std::size_t column) const noexcept {
@@ -314,7 +295,7 @@ bool ContainmentGrid::isInside(std::span<const qcVector<2>> points, std::size_t 
       const qcVector<2>& a = before(points, k);
       const qcVector<2>& b = points[k];
       if (!straddles(a, b, p.y())) continue;
-      const double x = crossingX(a, b, p.y());
+      const double x = plane::crossingX(a, b, p.y());
       if (x > p.x() && columnOf(x) == c) inside = !inside;
     }
   }
@@ -334,7 +315,7 @@ ContainmentGrid::Answer ContainmentGrid::locateInMixed(std::span<const qcVector<
     const qcVector<2>& b = points[k];
     if (!keepsClear(a, b, p)) return Answer::eUnknown;
     if (straddles(a, b, p.y())) {
-      const double x = crossingX(a, b, p.y());
+      const double x = plane::crossingX(a, b, p.y());
       if (mayCoincide(x, side)) isSure = false;
       if (x > p.x() && x < side) inside = !inside;
     }
@@ -358,7 +339,7 @@ ContainmentGrid::Answer ContainmentGrid::locate(std::span<const qcVector<2>> poi
     if ((cell & eNeedsRay) != 0) return Answer::eUnknown;
     return (cell & eParity) != 0 ? Answer::eInside : Answer::eOutside;
   }
-  if (!rayAlwaysEndsOutside_ && !rayEndsOutside(bounds_, first_, radius_, p)) {
+  if (!rayAlwaysEndsOutside_ && !plane::rayEndsOutside(bounds_, first_, radius_, p)) {
     return Answer::eUnknown;
   }
   return locateInMixed(points, column, row, p);

@@ -30,29 +30,18 @@
 // the point to the middle of the cell's right side, whose parity is known, or, where rounding might
 // spoil that, along the row to the next cell that holds an answer. Where a condition fails, the
 // grid has no answer and the ray must be cast. Before there is a grid, compute/evenodd.h answers
-// under the same conditions.
+// under the same conditions. Those that several answers need are functions of
+// plane/containmentconditions.h.
 
 #pragma once
 
-#include <algorithm>
 #include <cstdint>
 #include <span>
 #include <vector>
 
 #include <cntr/plane/box.h>
-#include <cntr/plane/tolerances.h>
 
 namespace cntr::index {
-
-/// Condition (d), from the bounding box of the vertices, the first vertex, and the largest distance
-/// of a vertex from it.
-inline bool rayEndsOutside(const plane::Box& bounds, const qcVector<2>& first, double radius,
-                           const qcVector<2>& p) noexcept {
-  if (p.distance(first) <= radius - plane::containmentMargin) return true;
-  const qcVector<2> farthest(std::max(p.x() - bounds.minX, bounds.maxX - p.x()),
-                             std::max(p.y() - bounds.minY, bounds.maxY - p.y()));
-  return farthest.len() <= 2.0 * radius - plane::containmentMargin;
-}
 
 /// Answers containment questions about one closed path, which it does not keep.
 class ContainmentGrid {

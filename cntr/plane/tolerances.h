@@ -37,13 +37,18 @@ constexpr double crossingMargin(double largestCoordinate) noexcept {
 static_assert(crossingMargin(0.0) > 2.0 * touchDistance);
 
 /// The margin m of the containment grid, and the size below which it takes coordinates: see the
-/// proof in index/containmentgrid.h.
+/// proof in index/containmentgrid.h. The grid of cntrsets/operations/insidegrid.h rests on it as
+/// well: its answer "outside" is right for points farther than touchDistance from every edge.
 inline constexpr double containmentMargin = 1.1 * touchDistance;
 inline constexpr double containmentCoordinates = 1e6;
 /// How far rounding moves a crossing computed from such coordinates.
 inline constexpr double containmentRounding = 1e-8;
 static_assert(containmentRounding < touchDistance, "a proper crossing is found");
-static_assert(containmentMargin - containmentRounding > touchDistance, "a miss is not");
+static_assert(containmentMargin - containmentRounding > touchDistance,
+              "a miss is not, and what keeps clear by the margin is farther than touchDistance");
+static_assert(containmentRounding >
+                  32.0 * std::numeric_limits<double>::epsilon() * containmentCoordinates,
+              "some roundings in the last place of such coordinates stay below it");
 
 /// Square roots merge squares that differ by less than about 2^-52 of their size: a squared
 /// distance may exceed another by this factor and still tie with it.

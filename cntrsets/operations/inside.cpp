@@ -11,6 +11,7 @@
 
 #include <cntr/contourdefs.h>
 #include <cntr/plane/box.h>
+#include <cntr/plane/tolerances.h>
 #include <cntrsets/faces/filledset.h>
 #include <cntrsets/filled.h>
 #include <cntrsets/operations/featurewinding.h>
@@ -27,9 +28,6 @@ using cntr::sets::Scaling;
 using Ring = std::vector<Point>;
 
 constexpr std::size_t fewestInRing = 3;
-
-/// For points nearer than this to an edge, the library's answer stands.
-constexpr double nearEdge = 1e-6;
 
 /// Sorting edges into slabs takes as long as this many points take without slabs.
 constexpr std::size_t pointsBeforeSlabs = 8;
@@ -57,6 +55,7 @@ class PartRegions {
                         [&p](const qcRegion& hole) { return hole.inside(p, false); });
   }
 
+  /// Whether an edge is so near that the library's answer stands.
   bool isNear(const Point& p) const {
     return isNear(outline_, p) ||
            std::any_of(holes_.begin(), holes_.end(),
@@ -68,7 +67,7 @@ class PartRegions {
     return {ring, qcContourDefs::eNoIntersectionRepair};
   }
   static bool isNear(const qcContour& ring, const Point& p) {
-    return !(ring.distToPoint(p, false) > nearEdge);
+    return !(ring.distToPoint(p, false) > cntr::plane::touchDistance);
   }
 
   Box box_;

@@ -5,9 +5,9 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
-#include <numbers>
 #include <span>
 
+#include <cntr/plane/containmentconditions.h>
 #include <cntr/plane/tolerances.h>
 #include <cntrsets/operations/ringlist.h>
 
@@ -30,8 +30,7 @@ constexpr double reachesAcross = 16.0;
 double reachFor(const RingList& rings) {
   std::size_t most = 3;
   for (const std::span<const Point>& ring : rings.rings()) most = std::max(most, ring.size());
-  const double widest = std::sin(std::numbers::pi / (2.0 * static_cast<double>(most)));
-  return plane::containmentMargin / widest + plane::containmentMargin;
+  return plane::vertexMargin(most) + plane::containmentMargin;
 }
 
 const Point& before(std::span<const Point> ring, std::size_t k) {
@@ -56,17 +55,6 @@ std::size_t countVertices(const RingList& rings) {
   return count;
 }
 
-double crossingX(const Point& a, const Point& b, double y) {
-  return a.x() + (y - a.y()) / (b.y() - a.y()) * (b.x() - a.x());
-}
-
-/// The distance from a point to the farthest corner of a box.
-double farthestIn(const plane::Box& box, const Point& p) {
-  return Point(std::max(std::abs(box.minX - p.x()), std::abs(box.maxX - p.x())),
-               std::max(std::abs(box.minY - p.y()), std::abs(box.maxY - p.y())))
-      .len();
-}
-
 /// What condition (d) requires of a ring.
 struct RayOfRing {
   explicit RayOfRing(std::span<const Point> ring) : first(ring.front()) {
@@ -76,17 +64,11 @@ struct RayOfRing {
     }
   }
 
-  bool alwaysEndsOutside() const {
-    const Point diagonal(bounds.maxX - bounds.minX, bounds.maxY - bounds.minY);
-    return diagonal.len() <= 2.0 * radius - 2.0 * plane::containmentMargin;
-  }
+  bool alwaysEndsOutside() const { return plane::rayAlwaysEndsOutside(bounds, radius); }
 
   /// Whether it ends outside from all points of a cell.
   bool endsOutside(const plane::Box& cell) const {
-    if (farthestIn(cell, first) <= radius - plane::containmentMargin) return true;
-    const Point farthest(std::max(cell.maxX - bounds.minX, bounds.maxX - cell.minX),
-                         std::max(cell.maxY - bounds.minY, bounds.maxY - cell.minY));
-    return farthest.len() <= 2.0 * radius - plane::containmentMargin;
+    return plane::rayEndsOutside(bounds, first, radius, cell);
   }
 
   Point first;
@@ -141,8 +123,8 @@ class InsideGrid::Builder {
     if (a.y() == b.y()) return {std::min(a.x(), b.x()), std::max(a.x(), b.x())};
     const double low = bottomOf(row) - reach_;
     const double high = bottomOf(row) + height_ + reach_;
-    const double xa = crossingX(a, b, std::clamp(a.y(), low, high));
-    const double xb = crossingX(a, b, std::clamp(b.y(), low, high));
+    const double xa = plane::crossingX(a, b, std::clamp(a.y(), low, high));
+    const double xb = plane::crossingX(a, b, std::clamp(b.y(), low, high));
     return {std::min(xa, xb), std::max(xa, xb)};
   }
 
@@ -211,10 +193,7 @@ bool InsideGrid::isPossible(const std::vector<qcRings>& feature, const plane::Bo
   const double narrowest = std::min(box.maxX - box.minX, box.maxY - box.minY);
   if (!(narrowest > reachesAcross * reachFor(rings))) return false;
   return std::all_of(rings.rings().begin(), rings.rings().end(), [](std::span<const Point> ring) {
-    return std::all_of(ring.begin(), ring.end(), [](const Point& p) {
-      return std::abs(p.x()) < plane::containmentCoordinates &&
-             std::abs(p.y()) < plane::containmentCoordinates;
-    });
+    return std::all_of(ring.begin(), ring.end(), plane::isSmallEnough);
   });
 }
 

@@ -3,12 +3,12 @@
 // A grid over a feature that answers most questions of qcInside by one look-up. If no edge comes
 // near a cell, all its points are filled or none is, and the cell holds the answer
 //
-//   outside  if they are not filled: every point is farther from all edges than 1e-6;
+//   outside  if they are not filled: every point is farther from all edges than touchDistance;
 //   inside   if they are filled, and the regions of the library are certain to say so, too.
 //
 // The latter is so under the conditions of cntr/index/containmentgrid.h, under which a region's own
-// grid answers, too. "Near" means within the larger margin of condition (b) there, and cells in
-// which condition (d) may fail hold no answer.
+// grid answers, too. "Near" means within the larger margin of condition (b) there, which exceeds
+// touchDistance (plane/tolerances.h), and cells in which condition (d) may fail hold no answer.
 
 #pragma once
 
