@@ -52,6 +52,7 @@ class CNTRSETS_EXPORT qcInside {
   void contains(std::span<const qcVector<2>> points, std::span<bool> answers) const;
 
  private:
+  friend struct qc_InsideWays;
   struct State;
 
   std::unique_ptr<State> state_;

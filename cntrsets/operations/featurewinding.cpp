@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <numeric>
+#include <utility>
 
 #include <cntrsets/exact/predicates.h>
 
@@ -47,46 +48,48 @@ void FeatureWinding::add(const std::vector<Point>& ring, Role role) {
 }
 
 void FeatureWinding::sortIntoSlabs() {
-  if (slabs_ > 1 || edges_.empty()) return;
-  const std::vector<Edge> edges = std::move(edges_);
-  slabs_ = edges.size();
-  while (slabs_ > 1 && entries(edges) > mostEntriesPerEdge * edges.size()) slabs_ /= 2;
-  place(edges);
+  if (isInSlabs()) return;
+  std::size_t slabs = edges_.size();
+  while (slabs > 1 && entries(slabs) > mostEntriesPerEdge * edges_.size()) slabs /= 2;
+  if (slabs > 1) place(slabs);
 }
 
 /// Ascending with y.
-std::size_t FeatureWinding::slabOf(double y) const {
+std::size_t FeatureWinding::slabOf(double y, std::size_t slabs) const {
   if (!(height_ > 0.0)) return 0;
-  const double slab = (y - low_) / height_ * static_cast<double>(slabs_);
-  return std::min(static_cast<std::size_t>(slab), slabs_ - 1);
+  const double slab = (y - low_) / height_ * static_cast<double>(slabs);
+  return std::min(static_cast<std::size_t>(slab), slabs - 1);
 }
 
-std::size_t FeatureWinding::lowestSlab(const Edge& edge) const {
-  return slabOf(std::min(vertices_[edge.from].y(), vertices_[edge.from + 1].y()));
+std::size_t FeatureWinding::lowestSlab(const Edge& edge, std::size_t slabs) const {
+  return slabOf(std::min(vertices_[edge.from].y(), vertices_[edge.from + 1].y()), slabs);
 }
 
-std::size_t FeatureWinding::highestSlab(const Edge& edge) const {
-  return slabOf(std::max(vertices_[edge.from].y(), vertices_[edge.from + 1].y()));
+std::size_t FeatureWinding::highestSlab(const Edge& edge, std::size_t slabs) const {
+  return slabOf(std::max(vertices_[edge.from].y(), vertices_[edge.from + 1].y()), slabs);
 }
 
-std::size_t FeatureWinding::entries(const std::vector<Edge>& edges) const {
+std::size_t FeatureWinding::entries(std::size_t slabs) const {
   std::size_t count = 0;
-  for (const Edge& edge : edges) count += highestSlab(edge) - lowestSlab(edge) + 1;
+  for (const Edge& edge : edges_) count += highestSlab(edge, slabs) - lowestSlab(edge, slabs) + 1;
   return count;
 }
 
 /// Counts the edges of each slab, then puts them in their places.
-void FeatureWinding::place(const std::vector<Edge>& edges) {
-  begins_.assign(slabs_ + 1, 0);
-  for (const Edge& edge : edges)
-    for (std::size_t slab = lowestSlab(edge); slab <= highestSlab(edge); ++slab)
-      ++begins_[slab + 1];
-  std::partial_sum(begins_.begin(), begins_.end(), begins_.begin());
-  edges_.resize(begins_.back());
-  std::vector<std::size_t> next(begins_.begin(), begins_.end() - 1);
-  for (const Edge& edge : edges)
-    for (std::size_t slab = lowestSlab(edge); slab <= highestSlab(edge); ++slab)
-      edges_[next[slab]++] = edge;
+void FeatureWinding::place(std::size_t slabs) {
+  std::vector<std::size_t> begins(slabs + 1, 0);
+  for (const Edge& edge : edges_)
+    for (std::size_t slab = lowestSlab(edge, slabs); slab <= highestSlab(edge, slabs); ++slab)
+      ++begins[slab + 1];
+  std::partial_sum(begins.begin(), begins.end(), begins.begin());
+  std::vector<Edge> placed(begins.back());
+  std::vector<std::size_t> next(begins.begin(), begins.end() - 1);
+  for (const Edge& edge : edges_)
+    for (std::size_t slab = lowestSlab(edge, slabs); slab <= highestSlab(edge, slabs); ++slab)
+      placed[next[slab]++] = edge;
+  begins_ = std::move(begins);
+  edges_ = std::move(placed);
+  slabs_ = slabs;
 }
 
 /// How often the ring of an entry winds around the point, counter-clockwise positive; moves `entry`
@@ -105,7 +108,7 @@ std::optional<std::size_t> FeatureWinding::partAround(const Point& p) const {
   const Point scaled = scaling_.scaled(p);
   std::optional<std::size_t> part;
   if (!(scaled.y() >= low_) || !(scaled.y() - low_ <= height_)) return part;
-  const std::size_t slab = slabOf(scaled.y());
+  const std::size_t slab = slabOf(scaled.y(), slabs_);
   const std::size_t end = begins_[slab + 1];
   for (std::size_t entry = begins_[slab]; entry < end;) {
     const Role& role = roles_[edges_[entry].ring];

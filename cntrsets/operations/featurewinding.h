@@ -22,7 +22,11 @@ class FeatureWinding {
   FeatureWinding(const std::vector<qcRings>& feature, const Scaling& scaling);
 
   /// Makes queries fast: O(n) for well-behaved outlines, with less than 5 n entries in memory.
+  /// Changes nothing when memory runs out.
   void sortIntoSlabs();
+
+  /// Whether a query looks at the edges of one slab alone.
+  bool isInSlabs() const noexcept { return slabs_ > 1; }
 
   /// The first part whose outline winds around the point while none of its holes does. A point on
   /// an edge gets the answer for the points just beyond the edge. REQUIRES: a finite point.
@@ -40,11 +44,12 @@ class FeatureWinding {
   };
 
   void add(const std::vector<Point>& ring, Role role);
-  std::size_t slabOf(double y) const;
-  std::size_t lowestSlab(const Edge& edge) const;
-  std::size_t highestSlab(const Edge& edge) const;
-  std::size_t entries(const std::vector<Edge>& edges) const;
-  void place(const std::vector<Edge>& edges);
+  /// These suppose that there are so many slabs.
+  std::size_t slabOf(double y, std::size_t slabs) const;
+  std::size_t lowestSlab(const Edge& edge, std::size_t slabs) const;
+  std::size_t highestSlab(const Edge& edge, std::size_t slabs) const;
+  std::size_t entries(std::size_t slabs) const;
+  void place(std::size_t slabs);
   int timesAround(std::size_t& entry, std::size_t end, const Point& p) const;
 
   Scaling scaling_;

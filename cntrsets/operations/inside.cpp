@@ -16,6 +16,8 @@
 #include <cntrsets/filled.h>
 #include <cntrsets/operations/featurewinding.h>
 #include <cntrsets/operations/insidegrid.h>
+#include <cntrsets/operations/insideways.h>
+#include <cntrsets/operations/policy.h>
 #include <cntrsets/operations/ringlist.h>
 
 namespace {
@@ -28,12 +30,6 @@ using cntr::sets::Scaling;
 using Ring = std::vector<Point>;
 
 constexpr std::size_t fewestInRing = 3;
-
-/// Sorting edges into slabs takes as long as this many points take without slabs.
-constexpr std::size_t pointsBeforeSlabs = 8;
-
-/// Building a grid takes as long as answering this many points without one.
-constexpr std::size_t pointsBeforeGrid(std::size_t vertices) { return 2 * (vertices + 32); }
 
 }  // namespace
 
@@ -86,6 +82,7 @@ class AskedFeature {
   }
 
   void sortIntoSlabs() { winding_.sortIntoSlabs(); }
+  bool isInSlabs() const noexcept { return winding_.isInSlabs(); }
 
   /// For rings that bound their area simply, this agrees with parity.
   bool isFilled(const Point& p) const { return winding_.partAround(p).has_value(); }
@@ -139,7 +136,10 @@ struct qcInside::State {
     if (!cntr::plane::contains(box, p)) return false;
     if (grid) {
       const InsideGrid::Answer answer = grid->at(p);
-      if (answer != InsideGrid::Answer::eUnknown) return answer == InsideGrid::Answer::eInside;
+      if (answer != InsideGrid::Answer::eUnknown) {
+        ++ways.grid;
+        return answer == InsideGrid::Answer::eInside;
+      }
     }
     return containsByRings(p);
   }
@@ -147,10 +147,22 @@ struct qcInside::State {
   bool containsByRings(const Point& p) {
     if (!asked) asked.emplace(rings, scaling);
     ++questions;
-    if (questions == pointsBeforeSlabs) asked->sortIntoSlabs();
-    if (questions == pointsBeforeGrid(vertices) && InsideGrid::isPossible(rings, box))
-      grid.emplace(rings, box, [this](const Point& point) { return asked->isFilled(point); });
+    makeWhatPays();
+    ++(asked->isInSlabs() ? ways.slabs : ways.edges);
     return asked->holds(p);
+  }
+
+  /// What could not be made because memory ran out is tried again for the next point.
+  void makeWhatPays() {
+    if (!slabsAreKnown && cntr::sets::wantsSlabs(questions)) {
+      asked->sortIntoSlabs();
+      slabsAreKnown = true;
+    }
+    if (!gridIsKnown && cntr::sets::wantsInsideGrid(vertices, questions)) {
+      if (InsideGrid::isPossible(rings, box))
+        grid.emplace(rings, box, [this](const Point& point) { return asked->isFilled(point); });
+      gridIsKnown = true;
+    }
   }
 
   Scaling scaling;
@@ -162,8 +174,14 @@ struct qcInside::State {
   /// The number of questions that neither box nor grid could answer.
   std::size_t questions = 0;
   std::optional<cntr::sets::AskedFeature> asked;
+  /// Whether what follows has been made or has proved impossible.
+  bool slabsAreKnown = false;
+  bool gridIsKnown = false;
   std::optional<InsideGrid> grid;
+  qc_InsideWays ways;
 };
+
+const qc_InsideWays& qc_InsideWays::of(const qcInside& inside) { return inside.state_->ways; }
 
 qcInside::qcInside(const std::vector<qcRings>& feature)
     : state_(std::make_unique<State>(feature)) {}

@@ -10,6 +10,8 @@
 
 #include <cntr/contourdefs.h>
 #include <cntrsets/filled.h>
+#include <cntrsets/operations/insideways.h>
+#include <testing/heap/fail_each.h>
 #include <testing/plain/measures.h>
 #include <testing/plain/region.h>
 #include <tests/cntrsets/features.h>
@@ -304,4 +306,118 @@ TEST(Inside, ManyPointsOfALongOutlineHaveTheAnswersOfEachAlone) {
   const std::vector<bool> answers = qf_Inside(feature, points);
   for (std::size_t i = 0; i < points.size(); ++i)
     EXPECT_EQ(answers[i], isInside(feature, points[i])) << i;
+}
+
+// The ways that answers are found.
+
+namespace {
+
+const qcVector<2> middle(640, 480);
+
+Feature star(std::size_t vertices) { return {{shapes::smoothStar(vertices), {}}}; }
+
+const qc_InsideWays& waysOf(const qcInside& inside) { return qc_InsideWays::of(inside); }
+
+void ask(const qcInside& inside, std::size_t times) {
+  for (std::size_t i = 0; i < times; ++i) EXPECT_TRUE(inside.contains(middle));
+}
+
+/// Some points inside and some outside.
+void expectRightAnswers(const qcInside& inside, const Feature& feature) {
+  for (const qcVector<2>& p : shapes::pointsInBox(feature[0].outline, 6))
+    EXPECT_EQ(inside.contains(p), isInside(feature, p));
+}
+
+/// For star(100): the numbers of points with which slabs and the grid are made.
+constexpr std::size_t forSlabs = 8;
+constexpr std::size_t forGrid = 2 * (100 + 32);
+
+}  // namespace
+
+TEST(InsideWays, LeadThroughAllEdgesThenSlabsThenTheGrid) {
+  const qcInside inside(star(100));
+  ask(inside, forSlabs - 1);
+  EXPECT_EQ(waysOf(inside).edges, forSlabs - 1);
+  EXPECT_EQ(waysOf(inside).slabs, 0U);
+  ask(inside, forGrid - forSlabs + 1);
+  EXPECT_EQ(waysOf(inside).edges, forSlabs - 1);
+  EXPECT_EQ(waysOf(inside).slabs, forGrid - forSlabs + 1);
+  EXPECT_EQ(waysOf(inside).grid, 0U);
+  ask(inside, 10);
+  EXPECT_EQ(waysOf(inside).slabs, forGrid - forSlabs + 1);
+  EXPECT_EQ(waysOf(inside).grid, 10U);
+}
+
+TEST(InsideWays, LeadThroughTheGridForMostPointsOfTheBox) {
+  const Feature feature = star(100);
+  const qcInside inside(feature);
+  ask(inside, forGrid);
+  for (const qcVector<2>& p : shapes::pointsInBox(feature[0].outline, 1000)) inside.contains(p);
+  EXPECT_GT(waysOf(inside).grid, 700U);
+  EXPECT_GT(waysOf(inside).slabs, forGrid) << "near edges";
+}
+
+TEST(InsideWays, CountNoPointOutsideTheBox) {
+  const qcInside inside(star(100));
+  for (int i = 0; i < 10; ++i) EXPECT_FALSE(inside.contains({-1e4, 0}));
+  EXPECT_EQ(waysOf(inside).edges, 0U);
+}
+
+TEST(InsideWays, LeadThroughSlabsWhereThereCanBeNoGrid) {
+  Feature feature = star(100);
+  for (qcVector<2>& p : feature[0].outline) p = p + qcVector<2>(2e6, 0);
+  const qcInside inside(feature);
+  for (std::size_t i = 0; i < 2 * forGrid; ++i)
+    ASSERT_TRUE(inside.contains(middle + qcVector<2>(2e6, 0)));
+  EXPECT_EQ(waysOf(inside).grid, 0U);
+  EXPECT_EQ(waysOf(inside).slabs, 2 * forGrid - forSlabs + 1);
+}
+
+TEST(InsideWays, AreLookedForOnce) {
+  if (!heap::counts) GTEST_SKIP() << "the heap is not counted here";
+  for (const double away : {0.0, 2e6}) {
+    Feature feature = star(100);
+    for (qcVector<2>& p : feature[0].outline) p = p + qcVector<2>(away, 0);
+    const qcInside inside(feature);
+    const qcVector<2> vertex = feature[0].outline.front();
+    for (std::size_t i = 0; i < forGrid; ++i) inside.contains(vertex);
+    const std::size_t before = waysOf(inside).slabs;
+    const long blocks = heap::blocksMade();
+    inside.contains(vertex);
+    EXPECT_EQ(heap::blocksMade(), blocks) << "whether or not there is a grid; " << away;
+    EXPECT_EQ(waysOf(inside).slabs, before + 1);
+  }
+}
+
+TEST(InsideWays, LeadThroughSlabsThoughMemoryRanOutForThem) {
+  if (!heap::counts) GTEST_SKIP() << "the heap of the libraries cannot be replaced here";
+  std::size_t failures = 0;
+  for (bool failed = true; failed; ++failures) {
+    const qcInside inside(star(100));
+    ask(inside, forSlabs - 1);
+    failed =
+        heap::runsOutOfMemory(failures + 1, heap::Failing::eOne, [&] { inside.contains(middle); });
+    const std::size_t before = waysOf(inside).slabs;
+    ask(inside, 1);
+    EXPECT_EQ(waysOf(inside).slabs, before + 1) << "after the failure of allocation " << failures;
+    expectRightAnswers(inside, star(100));
+  }
+  EXPECT_GT(failures, 3U);
+}
+
+TEST(InsideWays, LeadThroughTheGridThoughMemoryRanOutForIt) {
+  if (!heap::counts) GTEST_SKIP() << "the heap of the libraries cannot be replaced here";
+  std::size_t failures = 0;
+  for (bool failed = true; failed; ++failures) {
+    const qcInside inside(star(100));
+    ask(inside, forGrid - 1);
+    failed =
+        heap::runsOutOfMemory(failures + 1, heap::Failing::eOne, [&] { inside.contains(middle); });
+    ask(inside, 1);
+    const std::size_t before = waysOf(inside).grid;
+    ask(inside, 1);
+    EXPECT_EQ(waysOf(inside).grid, before + 1) << "after the failure of allocation " << failures;
+    expectRightAnswers(inside, star(100));
+  }
+  EXPECT_GT(failures, 3U);
 }
