@@ -104,6 +104,33 @@ TEST(MergeCrossingTest, WhatIsNestedIsLookedForByItsEdges) {
   EXPECT_EQ(expectMergedAsPairs(squares), 200U);
 }
 
+/// Merges squares that lie apart, but for the last two, which cross, by an index that says
+/// something else: that the last two lie apart, while each of the first `overlapping` meets all of
+/// these.
+std::size_t leftWhenMisled(std::size_t count, std::size_t overlapping) {
+  std::deque<Subject> subjects;
+  std::vector<cntr::compute::CrossingTarget> targets;
+  std::vector<cntr::plane::Box> boxes;
+  for (std::size_t k = 0; k < count; ++k) {
+    const double x = 10.0 * static_cast<double>(k);
+    subjects.emplace_back(rectangle(k + 1 < count ? x : x - 8, k + 1 < count ? 0 : 2, 5, 5), true);
+    targets.push_back(subjects.back().scanned());
+    const double place = k < overlapping ? 0.0 : x;
+    boxes.push_back({place, 1e4, place + 1, 1e4 + 1});
+  }
+  EXPECT_TRUE(cntr::compute::crosses(targets[count - 2], targets[count - 1]));
+  const auto left = cntr::compute::mergeCrossing(targets, cntr::index::RegionIndex(boxes));
+  return left ? left->size() : 0;
+}
+
+TEST(MergeCrossingTest, LooksWhereTheIndexTells) { EXPECT_EQ(leftWhenMisled(60, 1), 60U); }
+
+TEST(MergeCrossingTest, LooksByTheEdgesOnceManyBoxesHaveOverlapped) {
+  // 16 pairs for each are enough, which the boxes of the first 58 give, those of 20 do not.
+  EXPECT_EQ(leftWhenMisled(60, 58), 59U);
+  EXPECT_EQ(leftWhenMisled(60, 20), 60U);
+}
+
 TEST(MergeCrossingTest, TwoThatMeetFromOneSideAloneCannotBeSpliced) {
   const std::vector<Points> pair = {{{-1, -2}, {1, -2}, {1, 0}, {-1, 0}},
                                     {{0, 0}, {0, 5e-16}, {0, 5}, {0.5, 5}, {0.5, 5e-16}, {0.5, 0}}};

@@ -11,5 +11,6 @@ struct qc_RememberedBy {
   static const qc_ContourCache& contour(const qcContour& contour) { return contour.cache(); }
   static std::size_t containmentWork(const qcContour& contour) { return contour.containmentWork_; }
   static bool anything(const qcContour& contour) { return contour.cache_ != nullptr; }
-  static const qc_RegionSetCache& set(const qcRegionSet& set) { return set.cache(); }
+  /// Tests may put another index there.
+  static qc_RegionSetCache& set(const qcRegionSet& set) { return set.cache(); }
 };
