@@ -111,10 +111,10 @@ class Join {
   Join(const EdgePairs& pairs, const index::EdgeIndex& index)
       : pairs_(pairs), path_(pairs.path()), index_(index) {}
 
-  bool run() {
+  SelfCrossingSearch run() {
     const std::size_t top = index_.levelCount() - 1;
     joinSelf(top + 1, {0, index_.boxes(top).size()});
-    return crosses_;
+    return {crosses_, comparisons_};
   }
 
  private:
@@ -259,11 +259,12 @@ bool isClearStar(const plane::Path& path, const plane::Box& bounds) {
          2.0 * plane::crossingMargin(scale) * view.farthest;
 }
 
-bool crossesItself(const CrossingTarget& target) {
+SelfCrossingSearch searchSelfCrossing(const CrossingTarget& target) {
   // Bounds with a NaN touch no segment, so nothing crosses.
-  if (!plane::overlaps(target.bounds, target.bounds)) return false;
+  if (!plane::overlaps(target.bounds, target.bounds)) return {};
   const EdgePairs pairs(target);
-  return target.index == nullptr ? crossesItselfByScan(pairs) : Join(pairs, *target.index).run();
+  if (target.index == nullptr) return {crossesItselfByScan(pairs)};
+  return Join(pairs, *target.index).run();
 }
 
 }  // namespace cntr::compute

@@ -118,16 +118,44 @@ TEST(CrossesItselfTest, OneCrossingIsFoundWhereverItIs) {
   }
 }
 
-TEST(CrossesItselfTest, SpikesSideBySideDoNot) {
-  // Boxes that all overlap, but edges that keep clear: the strips decide.
+/// An open path there and back; the boxes of all its edges overlap.
+Points slantedSpikes(int count) {
   Points points;
-  for (int i = 0; i < 100; ++i) {
+  for (int i = 0; i < count; ++i) {
     points.emplace_back(3 * i, 5 * i);
     points.emplace_back(3 * i + 500, 5 * i + 400);
   }
+  return points;
+}
+
+TEST(CrossesItselfTest, SpikesSideBySideDoNot) {
+  // Boxes that all overlap, but edges that keep clear: the strips decide.
+  Points points = slantedSpikes(100);
   points.emplace_back(1000, -1000);
   const Subject s(points, true);
   EXPECT_EQ(crossesItself(s), plain::isSelfIntersecting(s.plain()));
+}
+
+/// How many pairs of edges are compared for each edge of a path that does not cross itself.
+double comparisonsPerEdge(const Points& points) {
+  const Subject s(points, false);
+  const auto search = cntr::compute::searchSelfCrossing(s.indexed());
+  EXPECT_FALSE(search.crosses);
+  EXPECT_EQ(cntr::compute::searchSelfCrossing(s.scanned()).comparisons, 0U);
+  return static_cast<double>(search.comparisons) / static_cast<double>(s.path().edgeCount());
+}
+
+TEST(CrossesItselfTest, OfSpikesSideBySideFewArePairedOnceThereAreStrips) {
+  EXPECT_GT(comparisonsPerEdge(slantedSpikes(50)), 1.0) << "so strips are made";
+  EXPECT_LT(comparisonsPerEdge(slantedSpikes(1000)), 20.0);
+}
+
+TEST(CrossesItselfTest, OfEdgesOnOneLineFewArePairedOnceParallelsAreKnown) {
+  Points there{{0, 0}};
+  for (int i = 1; i < 1000; ++i) there.emplace_back(i % 2 == 0 ? 0 : 10 + i, 0);
+  const double each = comparisonsPerEdge(there);
+  EXPECT_GT(each, 1.0) << "so they are looked for";
+  EXPECT_LT(each, 20.0);
 }
 
 bool isClearStar(const Subject& s) {
