@@ -4,6 +4,8 @@
 // the same for libcntr.
 #pragma once
 
+#include <platform/export.h>
+
 /// @def CNTRTABLE_EXPORT
 /// Marks a class or function that libcntrtable offers to its users; empty for static libraries.
 #if defined(CNTR_STATIC)
@@ -17,3 +19,7 @@
 #else
 #define CNTRTABLE_EXPORT __attribute__((visibility("default")))
 #endif
+
+/// @def CNTRTABLE_LOCAL
+/// Marks a private member of an exported class: it is not a dynamic symbol.
+#define CNTRTABLE_LOCAL QCPLATFORM_LOCAL

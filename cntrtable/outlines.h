@@ -129,8 +129,8 @@ class CNTRTABLE_EXPORT qcOutlines {
   friend class qcOutlinesBuilder;
   friend struct table::OutlineColumns;
 
-  explicit qcOutlines(std::shared_ptr<const table::OutlineColumns> columns);
-  std::size_t firstRing(std::size_t feature, std::size_t part) const;
+  CNTRTABLE_LOCAL explicit qcOutlines(std::shared_ptr<const table::OutlineColumns> columns);
+  CNTRTABLE_LOCAL std::size_t firstRing(std::size_t feature, std::size_t part) const;
 
   std::shared_ptr<const table::OutlineColumns> columns_;
   std::size_t first_ = 0;
@@ -187,8 +187,8 @@ class CNTRTABLE_EXPORT qcOutlinesBuilder {
   qcOutlines finish();
 
  private:
-  void addPoints(const std::vector<qcVector<2>>& points);
-  void addParts(std::vector<const qcRegion*> regions);
+  CNTRTABLE_LOCAL void addPoints(const std::vector<qcVector<2>>& points);
+  CNTRTABLE_LOCAL void addParts(std::vector<const qcRegion*> regions);
 
   /// Everything except the places of rings, which move as long as coordinates are added.
   std::unique_ptr<table::OutlineColumns> columns_;
