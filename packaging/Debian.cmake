@@ -33,11 +33,11 @@ set(CPACK_DEBIAN_PACKAGE_CONTROL_STRICT_PERMISSION TRUE)
 set(multi_arch_same "\nMulti-Arch: same")
 set(multi_arch_foreign "\nMulti-Arch: foreign")
 
-# The symbols file is made from debian/libcntr1.symbols by scripts/check-symbols.
+# The symbols files are made from debian/*.symbols by scripts/check-symbols.
 set(CPACK_DEBIAN_LIBRARIES_PACKAGE_NAME ${soname_package})
 set(CPACK_DEBIAN_LIBRARIES_PACKAGE_SECTION libs${multi_arch_same})
 set(CPACK_DEBIAN_LIBRARIES_PACKAGE_CONTROL_EXTRA ${CMAKE_CURRENT_SOURCE_DIR}/debian/triggers
-                                                 ${PROJECT_BINARY_DIR}/symbols)
+                                                 ${PROJECT_BINARY_DIR}/symbols/${soname_package}/symbols)
 set(CPACK_DEBIAN_LIBRARIES_DESCRIPTION
     "planar geometry for machine vision (shared libraries)
 Measures contours, regions with holes and region sets: lengths, areas,
@@ -62,7 +62,8 @@ set(sets_package libcntrsets${PROJECT_VERSION_MAJOR})
 set(CPACK_DEBIAN_SETS_LIBRARIES_PACKAGE_NAME ${sets_package})
 set(CPACK_DEBIAN_SETS_LIBRARIES_PACKAGE_SECTION libs${multi_arch_same})
 set(CPACK_DEBIAN_SETS_LIBRARIES_PACKAGE_DEPENDS ${same_version})
-set(CPACK_DEBIAN_SETS_LIBRARIES_PACKAGE_CONTROL_EXTRA ${CMAKE_CURRENT_SOURCE_DIR}/debian/triggers)
+set(CPACK_DEBIAN_SETS_LIBRARIES_PACKAGE_CONTROL_EXTRA ${CMAKE_CURRENT_SOURCE_DIR}/debian/triggers
+                                                      ${PROJECT_BINARY_DIR}/symbols/${sets_package}/symbols)
 set(CPACK_DEBIAN_SETS_LIBRARIES_DESCRIPTION
     "set operations on outlines for machine vision (shared library)
 Unions, intersections, differences and offsets of outlines with holes, valid
@@ -89,7 +90,8 @@ set(table_package libcntrtable${PROJECT_VERSION_MAJOR})
 set(CPACK_DEBIAN_TABLE_LIBRARIES_PACKAGE_NAME ${table_package})
 set(CPACK_DEBIAN_TABLE_LIBRARIES_PACKAGE_SECTION libs${multi_arch_same})
 set(CPACK_DEBIAN_TABLE_LIBRARIES_PACKAGE_DEPENDS "${sets_package} (= ${PROJECT_VERSION})")
-set(CPACK_DEBIAN_TABLE_LIBRARIES_PACKAGE_CONTROL_EXTRA ${CMAKE_CURRENT_SOURCE_DIR}/debian/triggers)
+set(CPACK_DEBIAN_TABLE_LIBRARIES_PACKAGE_CONTROL_EXTRA ${CMAKE_CURRENT_SOURCE_DIR}/debian/triggers
+                                                       ${PROJECT_BINARY_DIR}/symbols/${table_package}/symbols)
 set(CPACK_DEBIAN_TABLE_LIBRARIES_DESCRIPTION
     "many outlines for machine vision as columns (shared library)
 Outlines with holes as columns, from and to Arrow's C structs, well-known
