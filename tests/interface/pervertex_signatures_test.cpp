@@ -52,6 +52,8 @@ static_assert(isDeclaredAs<void (qcContour::*)()>(&Probe<Contour>::cleanCacheInf
 
 // Regions.
 static_assert(std::is_base_of_v<qcRegion, Region> && std::is_base_of_v<Contour, Region>);
+// One contour in both.
+static_assert(std::is_convertible_v<Region*, qcContour*>);
 static_assert(std::is_default_constructible_v<Region>);
 static_assert(std::is_constructible_v<Region, Contour, unsigned long>);
 static_assert(std::is_constructible_v<Region, Data, unsigned long>);

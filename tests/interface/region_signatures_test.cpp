@@ -57,6 +57,11 @@ static_assert(hasSignature<void (Region::*)(qcUITablet&, const qcColor&, const q
 static_assert(hasSignature<void (qcContour::*)(const Points&)>(&Region::points));
 static_assert(hasSignature<void (qcContour::*)(qcUITablet&, qcContourDefs::DrawMode, const qcColor&,
                                                const qcUITablet::Layers&) const>(&Region::draw));
+static_assert(
+    hasSignature<Vector (qcContour::*)(const Vector&, bool) const>(&Region::closestPoint));
+static_assert(hasSignature<long (qcContour::*)(const Vector&) const>(&Region::closestVertexIndex));
+static_assert(hasSignature<double (qcContour::*)(const Vector&, bool) const>(&Region::distToPoint));
+static_assert(hasSignature<void (qcContour::*)(const qcXform<2>&, qcContour&) const>(&Region::map));
 static_assert(isDeclaredAs<void (qcContour::*)()>(&RegionProbe::makeDataConsistentWithPoints));
 static_assert(isDeclaredAs<void (qcContour::*)()>(&RegionProbe::makePointsConsistentWithData));
 
