@@ -21,8 +21,9 @@ struct Room {
 
 /// A point whose distance from all sides is at most `tolerance` less than the largest in the area,
 /// which is where a ray crosses an odd number of sides. Radius 0, at an end of a side, when no
-/// distance exceeds the tolerance. REQUIRES: at least one side, coordinates of about 1, a positive
-/// tolerance. Throws qcContourDefs::BadParams "the feature is too thin for the tolerance".
+/// distance exceeds the tolerance. REQUIRES: at least one side, none that runs along another,
+/// coordinates of about 1, a positive tolerance. Throws qcContourDefs::BadParams "the feature is
+/// too thin for the tolerance".
 Room roomiest(std::span<const Side> sides, double tolerance);
 
 }  // namespace cntr::sets

@@ -64,6 +64,23 @@ TEST(SlotsTest, ContoursHavePointsClosednessDrawingRecordAndHooks) {
             (Slots{2, 3, 4, 5, 7, 8, 9, 10}));
 }
 
+struct Region : qcRegion {
+  using qcRegion::cleanCacheInfo;
+  using qcRegion::serialize_;
+};
+
+// The contour is a virtual base, so a region's table begins anew. Drawing without a mode, which the
+// region introduces, stands where it is declared, among the functions that replace the contour's.
+TEST(SlotsTest, RegionsHaveClosednessDrawingWithoutModeRecordAndHook) {
+  EXPECT_EQ(
+      (Slots{slot<qcRegion, bool() const>(&qcRegion::isClosed),
+             slot<qcRegion, void(bool)>(&qcRegion::isClosed),
+             slot<qcRegion, void(qcUITablet&, const qcColor&, const qcUITablet::Layers&) const>(
+                 &qcRegion::draw),
+             slot<qcRegion>(&Region::serialize_), slot<qcRegion>(&Region::cleanCacheInfo)}),
+      (Slots{2, 3, 4, 6, 7}));
+}
+
 struct Set : qcRegionSet {
   using qcRegionSet::cleanCacheInfo;
   using qcRegionSet::makeDataConsistentWithPoints;

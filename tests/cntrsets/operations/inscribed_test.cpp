@@ -11,18 +11,11 @@
 #include <string>
 
 #include <cntr/contourdefs.h>
-#include <cntrsets/frame.h>
-#include <cntrsets/operations/ringlist.h>
-#include <cntrsets/operations/roomiest.h>
 #include <testing/plain/inscribed.h>
 #include <tests/cntrsets/features.h>
 
 namespace {
 
-using cntr::sets::Frame;
-using cntr::sets::RingList;
-using cntr::sets::Room;
-using cntr::sets::Side;
 using features::box;
 using features::Feature;
 using features::Points;
@@ -212,52 +205,6 @@ TEST(InscribedCircle, IsNotLookedForInWhatIsFarTooThin) {
     FAIL() << "not refused";
   } catch (const qcContourDefs::BadParams& error) {
     EXPECT_EQ(error.message(), L"the feature is too thin for the tolerance");
-  }
-}
-
-/// A gap of even width between two circles of n corners each.
-Feature annulus(std::size_t n, double inner) {
-  return {{shapes::regularPolygon(n, 100.0, {0, 0}), {shapes::regularPolygon(n, inner, {0, 0})}}};
-}
-
-/// A square with `n` small holes in a circle around its centre.
-Feature cage(std::size_t n) {
-  Feature feature{{box(-200, -200, 200, 200), {}}};
-  const Points bars = shapes::regularPolygon(n, 150.0, {0, 0});
-  const double size = 150.0 / static_cast<double>(n);
-  for (const qcVector<2>& p : bars)
-    feature.front().holes.push_back(shapes::regularPolygon(3, size, p));
-  return feature;
-}
-
-TEST(InscribedCircle, OfShapesWithManyEquallyGoodPlacesTakesFewPieces) {
-  Points corridors;
-  for (int i = 0; i < 1000; ++i) {
-    const double x = 2.0 * i;
-    for (const qcVector<2>& p :
-         {qcVector<2>(x, 0), qcVector<2>(x, 100), qcVector<2>(x + 1, 100), qcVector<2>(x + 1, 0)})
-      corridors.push_back(p);
-  }
-  corridors.emplace_back(1999, -0.25);
-  corridors.emplace_back(0, -0.25);
-  const std::vector<std::pair<const char*, Feature>> hard{
-      {"a circle", {{shapes::regularPolygon(20000, 1.0, {0, 0}), {}}}},
-      {"an annulus", annulus(2000, 99.0)},
-      {"a thin annulus", annulus(5000, 99.99)},
-      {"a wide annulus", annulus(2000, 1.0)},
-      {"a cage", cage(500)},
-      {"corridors", {{corridors, {}}}},
-      {"a spiral", {{shapes::spiral(20000, 30.0), {}}}},
-      {"a needle", {{box(0, 0, 1e9, 1), {}}}}};
-  constexpr double extent = 200.0;
-  for (const auto& [what, feature] : hard) {
-    ASSERT_EQ(qf_RingContact(feature), qcRingContact::eSimple) << what;
-    const RingList list(feature);
-    const Frame frame(list.rings());
-    const std::vector<Side> sides = cntr::sets::sidesOf(list, frame);
-    const Room room = cntr::sets::roomiest(sides, frame.scaled(1e-6 * extent));
-    EXPECT_LT(room.pieces, 250 * sides.size()) << what;
-    expectInside(feature, {frame.restored(room.centre), frame.restored(room.radius, 1)}, what);
   }
 }
 
