@@ -11,6 +11,7 @@
 #include <cntr/compute/exacthull.h>
 #include <gtest/gtest.h>
 #include <testing/plain/exact.h>
+#include <testing/twin/repetitions.h>
 
 #include "hard_points.h"
 
@@ -47,7 +48,7 @@ void expectToTouch(const Points& hull, const Caliper& on) {
 }
 
 TEST(Calipers, TouchTheHullOnEverySide) {
-  for (std::uint64_t seed = 0; seed < 1500; ++seed) {
+  for (std::uint64_t seed = 0; seed < repetitions(1500); ++seed) {
     const Points hull = cntr::compute::exactHull(hard_points::make(seed)).vertices;
     if (hull.size() < 2) continue;
     SCOPED_TRACE(seed);

@@ -14,6 +14,7 @@
 #include <gtest/gtest.h>
 #include <testing/plain/simplify.h>
 #include <testing/shapes/shapes.h>
+#include <testing/twin/repetitions.h>
 
 namespace {
 
@@ -54,7 +55,7 @@ bool areHuge(const Points& points) {
 }
 
 TEST(Simplify, KeepsTheVerticesOfTheDefinition) {
-  for (std::uint64_t seed = 0; seed < 3000; ++seed) {
+  for (std::uint64_t seed = 0; seed < repetitions(3000); ++seed) {
     shapes::Random random(seed);
     const shapes::Shape shape = shapes::any(seed, seed % 10 == 0 ? 60 : 24);
     if (areHuge(shape.points)) continue;
@@ -67,7 +68,7 @@ TEST(Simplify, KeepsTheVerticesOfTheDefinition) {
 }
 
 TEST(Simplify, KeepsThemForSeveralPathsTogether) {
-  for (std::uint64_t seed = 0; seed < 600; ++seed) {
+  for (std::uint64_t seed = 0; seed < repetitions(600); ++seed) {
     shapes::Random random(seed);
     std::vector<plain::Contour> contours;
     for (std::size_t i = 0; i < 2 + random.below(3); ++i) {
@@ -90,7 +91,7 @@ TEST(Simplify, KeepsThemForSeveralPathsTogether) {
 }
 
 TEST(Simplify, StaysWithinTheTolerance) {
-  for (std::uint64_t seed = 0; seed < 400; ++seed) {
+  for (std::uint64_t seed = 0; seed < repetitions(400); ++seed) {
     shapes::Random random(seed);
     const shapes::Shape shape = shapes::anyFinite(seed, 150);
     if (shape.points.size() < 2) continue;

@@ -12,6 +12,7 @@
 #include <testing/plain/align.h>
 #include <testing/plain/deviation.h>
 #include <testing/shapes/shapes.h>
+#include <testing/twin/repetitions.h>
 
 namespace {
 
@@ -120,7 +121,7 @@ void expectNoWorseThanLiteral(const Points& nominal, double size, std::uint64_t 
 
 TEST(AlignContours, IsNeverWorseThanALiteralSearch) {
   // A step of less than 1e-10 of the extent is the last one.
-  for (std::uint64_t seed = 0; seed < 4; ++seed) {
+  for (std::uint64_t seed = 0; seed < repetitions(4); ++seed) {
     expectNoWorseThanLiteral(bracket, 1.5, seed, 1e-9);
     expectNoWorseThanLiteral(shapes::spikyStar(7, seed), 2.0, seed, 1e-9);
   }
@@ -129,14 +130,15 @@ TEST(AlignContours, IsNeverWorseThanALiteralSearch) {
 
 TEST(AlignContours, EndsInOneOfSeveralPlacesThatAreAboutAsGood) {
   // Points of narrow spikes belong to one side or the other: each choice has a minimum of its own.
-  for (std::uint64_t seed = 0; seed < 4; ++seed)
+  for (std::uint64_t seed = 0; seed < repetitions(4); ++seed)
     expectNoWorseThanLiteral(shapes::spikyStar(11, seed), 20.0, seed, 1e-6);
 }
 
 TEST(AlignContours, SettlesFromThousandsOfRotations) {
   const Points star = shapes::spikyStar(13, 5);
-  for (int k = 0; k < 1000; ++k) {
-    const double degrees = 0.36 * k - 180.0;
+  const std::size_t rotations = repetitions(1000);
+  for (std::size_t k = 0; k < rotations; ++k) {
+    const double degrees = 360.0 * static_cast<double>(k) / static_cast<double>(rotations) - 180.0;
     for (const Points& shape : {bracket, star}) {
       const Points turned = moved(shape, motion(degrees, Point(7.0, 3.0)));
       const qcAlignment found = qf_Align({closed(turned)}, {closed(shape)});

@@ -14,6 +14,7 @@
 #include <cntr/contourdefs.h>
 #include <gtest/gtest.h>
 #include <testing/plain/descriptors.h>
+#include <testing/twin/repetitions.h>
 #include <tests/cntr/compute/hard_points.h>
 
 namespace {
@@ -110,7 +111,7 @@ TEST(MinimumAreaRect, TypedCases) {
 }
 
 TEST(MinimumAreaRect, IsTheOneOfTheDefinition) {
-  for (std::uint64_t seed = 0; seed < 2500; ++seed) {
+  for (std::uint64_t seed = 0; seed < repetitions(2500); ++seed) {
     SCOPED_TRACE(seed);
     const Points points = hard_points::make(seed);
     const double largest = largestOf(points);
@@ -132,7 +133,7 @@ TEST(MinimumAreaRect, IsTheOneOfTheDefinition) {
 }
 
 TEST(MinimumAreaRect, HasCornersThatGoWithItsAngle) {
-  for (std::uint64_t seed = 0; seed < 500; ++seed) {
+  for (std::uint64_t seed = 0; seed < repetitions(500); ++seed) {
     shapes::Random random(seed);
     Points points = shapes::cloud(random, 3 + random.below(10));
     const qcOrientedRect rect = qf_MinimumAreaRect(points);
@@ -161,7 +162,7 @@ TEST(MinimumWidth, TypedCases) {
 }
 
 TEST(MinimumWidth, IsThatOfTheDefinition) {
-  for (std::uint64_t seed = 0; seed < 2500; ++seed) {
+  for (std::uint64_t seed = 0; seed < repetitions(2500); ++seed) {
     SCOPED_TRACE(seed);
     const Points points = hard_points::make(seed);
     const qcWidth width = qf_MinimumWidth(points);
@@ -181,7 +182,7 @@ TEST(MinimumCircle, TypedCases) {
 }
 
 TEST(MinimumCircle, IsThatOfTheDefinition) {
-  for (std::uint64_t seed = 0; seed < 1200; ++seed) {
+  for (std::uint64_t seed = 0; seed < repetitions(1200); ++seed) {
     SCOPED_TRACE(seed);
     const Points points = hard_points::make(seed);
     const qcCircle circle = qf_MinimumCircle(points);
@@ -192,7 +193,7 @@ TEST(MinimumCircle, IsThatOfTheDefinition) {
 }
 
 TEST(Descriptors, DependNeitherOnOrderNorOnRepetition) {
-  for (std::uint64_t seed = 0; seed < 600; ++seed) {
+  for (std::uint64_t seed = 0; seed < repetitions(600); ++seed) {
     const Points points =
         seed % 2 == 0 ? hard_points::make(seed) : shapes::anyFinite(seed, 300).points;
     if (points.empty()) continue;
@@ -204,7 +205,7 @@ TEST(Descriptors, DependNeitherOnOrderNorOnRepetition) {
 }
 
 TEST(Descriptors, ScaleWithPowersOfTwo) {
-  for (std::uint64_t seed = 0; seed < 200; ++seed) {
+  for (std::uint64_t seed = 0; seed < repetitions(200); ++seed) {
     const Points points = hard_points::make(seed);
     for (const double factor : {0x1p-800, 0x1p-300, 0x1p300, 0x1p900}) {
       Points scaled;

@@ -15,6 +15,7 @@
 #include <gtest/gtest.h>
 #include <testing/plain/descriptors.h>
 #include <testing/shapes/shapes.h>
+#include <testing/twin/repetitions.h>
 
 namespace {
 
@@ -58,7 +59,7 @@ TEST(HuMoments, AreThoseOfKnownShapes) {
 }
 
 TEST(HuMoments, AreThoseOfExactMoments) {
-  for (std::uint64_t seed = 0; seed < 150; ++seed) {
+  for (std::uint64_t seed = 0; seed < repetitions(150); ++seed) {
     shapes::Random random(seed);
     const std::size_t n = 5 + random.below(60);
     Points points = seed % 3 == 0   ? shapes::spikyStar(n, seed)

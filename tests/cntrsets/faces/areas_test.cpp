@@ -9,6 +9,7 @@
 #include <vector>
 
 #include <cntrsets/faces/filledset.h>
+#include <testing/twin/repetitions.h>
 #include <tests/cntrsets/features.h>
 
 namespace {
@@ -69,7 +70,7 @@ TEST(AreasOfFaces, OfRingsAreSigned) {
 }
 
 TEST(AreasOfFaces, AgreeWithTheRingsOfAnyFeature) {
-  for (std::uint64_t seed = 0; seed < 1500; ++seed)
+  for (std::uint64_t seed = 0; seed < repetitions(1500); ++seed)
     EXPECT_TRUE(agrees(cut(features::ringsOf(features::anyFeature(seed))))) << "seed " << seed;
 }
 

@@ -11,6 +11,7 @@
 #include <cntr/contourdefs.h>
 #include <gtest/gtest.h>
 #include <testing/shapes/shapes.h>
+#include <testing/twin/repetitions.h>
 
 namespace {
 
@@ -69,7 +70,7 @@ TEST(PiecesOf, LeavesOutEdgesOfNoLength) {
 }
 
 TEST(Node, LeavesPiecesThatMeetAtTheirEndsAlone) {
-  for (std::uint64_t seed = 0; seed < 400; ++seed) {
+  for (std::uint64_t seed = 0; seed < repetitions(400); ++seed) {
     const Noding noding = node(scaledPieces(shapes::anyFinite(seed, 40).points));
     expectNoded(noding.pieces, seed);
     if (testing::Test::HasFatalFailure()) return;

@@ -9,6 +9,7 @@
 #include <numbers>
 
 #include <cntr/contourdefs.h>
+#include <testing/twin/repetitions.h>
 #include <tests/cntrsets/features.h>
 
 namespace {
@@ -68,7 +69,7 @@ TEST(Offset, CutsANarrowNeck) {
 }
 
 TEST(Offset, HoldsThePointsWithinTheDistance) {
-  for (std::uint64_t seed = 0; seed < 400; ++seed) {
+  for (std::uint64_t seed = 0; seed < repetitions(400); ++seed) {
     const Feature feature = qf_Union(features::anyFeature(seed), {});
     if (feature.empty()) continue;
     shapes::Random random(seed);

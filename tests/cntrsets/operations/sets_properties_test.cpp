@@ -10,6 +10,7 @@
 #include <utility>
 
 #include <cntr/contourdefs.h>
+#include <testing/twin/repetitions.h>
 #include <tests/cntrsets/features.h>
 
 namespace {
@@ -17,7 +18,7 @@ namespace {
 using features::Feature;
 using features::Points;
 
-constexpr std::uint64_t seeds = 2500;
+const std::uint64_t seeds = repetitions(2500);
 
 /// The result, or nothing when there is no area.
 Feature repaired(const Feature& feature, qcPolygon::PolyFillMode rule, qcRepairReport* report) {
