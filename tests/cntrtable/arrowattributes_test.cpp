@@ -129,6 +129,10 @@ TEST(ArrowTable, HoldsLabelsProblemsAndEdgeElementsInEachLayout) {
   const qcArrowColumn column = qf_ToArrowTable(labelled(), qcArrowLayout::eWkb);
   EXPECT_EQ(namesAndFormats(*column.schema),
             ":+s geometry:z label:l problem:U edge_elements:+l item:+s magnitude:S angle:C");
+  const auto separated = qcArrowCoordinates::eSeparated;
+  EXPECT_EQ(
+      namesAndFormats(*qf_ToArrowTable(triangles(1), qcArrowLayout::ePolygon, separated).schema),
+      ":+s geometry:+l rings:+l vertices:+s x:g y:g label:l");
 }
 
 TEST(ArrowTable, HasOnlyTheColumnsOfWhatThereIs) {

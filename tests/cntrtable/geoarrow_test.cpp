@@ -78,6 +78,29 @@ std::string formatsOf(const ArrowSchema& schema) {
   return formats;
 }
 
+/// The name of the extension of a schema without other metadata.
+std::string extensionOf(const ArrowSchema& schema) {
+  if (schema.metadata == nullptr) return "";
+  std::array<std::int32_t, 2> counts{};
+  std::memcpy(counts.data(), schema.metadata, sizeof counts);
+  const char* const key = schema.metadata + sizeof counts;
+  EXPECT_EQ(counts[0], 1);
+  EXPECT_EQ(std::string(key, static_cast<std::size_t>(counts[1])), "ARROW:extension:name");
+  std::int32_t size = 0;
+  std::memcpy(&size, key + counts[1], sizeof size);
+  return {key + counts[1] + sizeof size, static_cast<std::size_t>(size)};
+}
+
+/// The names of all levels, each with its extension and with "?" if there may be nulls.
+std::string namesOf(const ArrowSchema& schema) {
+  const std::string extension = extensionOf(schema);
+  EXPECT_EQ(schema.flags & ~std::int64_t{ARROW_FLAG_NULLABLE}, 0);
+  std::string names = schema.name + std::string(schema.flags != 0 ? "?" : "") +
+                      (extension.empty() ? "" : "=" + extension);
+  for (std::int64_t i = 0; i < schema.n_children; ++i) names += " " + namesOf(*schema.children[i]);
+  return names;
+}
+
 /// The message about a column of polygons that has been damaged; it is released nevertheless.
 std::string refusalOfDamaged(const std::function<void(ArrowSchema&, ArrowArray&)>& damage,
                              qcArrowLayout layout = qcArrowLayout::ePolygon,
@@ -225,6 +248,56 @@ TEST(GeoArrow, HasALayoutThatFits) {
   EXPECT_EQ(formatOf(qcOutlines()), "+l +l +w:2 g");
 }
 
+TEST(GeoArrow, NamesItsLevels) {
+  const auto names = [](qcArrowLayout layout, qcArrowCoordinates coordinates) {
+    return namesOf(*qf_ToArrow(qcOutlines(), layout, coordinates).schema);
+  };
+  EXPECT_EQ(names(qcArrowLayout::ePolygon, interleaved),
+            "geometry?=geoarrow.polygon rings vertices xy");
+  EXPECT_EQ(names(qcArrowLayout::eMultiPolygon, separated),
+            "geometry?=geoarrow.multipolygon polygons rings vertices x y");
+  EXPECT_EQ(names(qcArrowLayout::eLineString, separated),
+            "geometry?=geoarrow.linestring vertices x y");
+  EXPECT_EQ(names(qcArrowLayout::eMultiLineString, interleaved),
+            "geometry?=geoarrow.multilinestring linestrings vertices xy");
+  EXPECT_EQ(names(qcArrowLayout::eWkb, interleaved), "geometry?=geoarrow.wkb");
+}
+
+TEST(GeoArrow, CountsTheItemsOfEachLevel) {
+  for (const qcArrowCoordinates coordinates : {interleaved, separated}) {
+    const qcArrowColumn column =
+        qf_ToArrow(multipolygons(), qcArrowLayout::eMultiPolygon, coordinates);
+    const ArrowArray* level = &*column.array;
+    for (const std::int64_t length : {3, 3, 4, 17, coordinates == interleaved ? 34 : 17}) {
+      EXPECT_EQ(level->length, length);
+      if (level->n_children > 0) level = level->children[0];
+    }
+  }
+}
+
+TEST(GeoArrow, HasNoBitmapWithoutNulls) {
+  for (const qcArrowLayout layout : {qcArrowLayout::ePolygon, qcArrowLayout::eWkb}) {
+    const qcArrowColumn column = qf_ToArrow(polygons().slice(0, 1), layout);
+    EXPECT_EQ(column.array->buffers[0], nullptr);
+    EXPECT_EQ(column.array->null_count, 0);
+  }
+}
+
+TEST(GeoArrow, HasLargeOffsetsOnlyIfTheyMustBe) {
+  constexpr std::int64_t most = std::numeric_limits<std::int32_t>::max();
+  const auto listOf = [](std::int64_t last) {
+    qcArrowColumn nulls{table::makeArrowSchema({"n", "", ""}, {}),
+                        table::makeArrowArray(last, last, {}, {})};
+    return table::makeList({"", "", ""}, {}, {0, last}, std::move(nulls));
+  };
+  const qcArrowColumn small = listOf(most);
+  EXPECT_EQ(formatsOf(*small.schema), "+l n");
+  EXPECT_EQ(static_cast<const std::int32_t*>(small.array->buffers[1])[1], most);
+  const qcArrowColumn large = listOf(most + 1);
+  EXPECT_EQ(formatsOf(*large.schema), "+L n");
+  EXPECT_EQ(static_cast<const std::int64_t*>(large.array->buffers[1])[1], most + 1);
+}
+
 TEST(GeoArrow, RefusesFeaturesThatTheLayoutCannotHold) {
   EXPECT_EQ(refusalOf([] { qf_ToArrow(multipolygons(), qcArrowLayout::ePolygon); }),
             "feature 1 has 2 parts, which is not for geoarrow.polygon");
@@ -232,6 +305,10 @@ TEST(GeoArrow, RefusesFeaturesThatTheLayoutCannotHold) {
             "feature 0 is made of lines, which is not for geoarrow.multipolygon");
   EXPECT_EQ(refusalOf([] { qf_ToArrow(mixed(), qcArrowLayout::eMultiLineString); }),
             "feature 2 is made of areas, which is not for geoarrow.multilinestring");
+  EXPECT_EQ(refusalOf([] { qf_ToArrow(multilines(), qcArrowLayout::eLineString); }),
+            "feature 0 has 2 parts, which is not for geoarrow.linestring");
+  EXPECT_EQ(refusalOf([] { qf_ToArrow(polygons(), static_cast<qcArrowLayout>(6)); }),
+            "there is no such layout");
 }
 
 TEST(GeoArrow, OfNoFeaturesComesBack) {

@@ -251,6 +251,12 @@ TEST(Wkb, IsWrittenAsItIsRead) {
   EXPECT_EQ(qf_ToWkb(lines, 1), Hand().header(5).count(2).bytes(first).bytes(second).done());
 }
 
+TEST(Wkb, OfARingWithoutVerticesHasNone) {
+  EXPECT_EQ(
+      qf_ToWkb(outlinesOf({{triangle, {{}}}}), 0),
+      Hand().header(3).count(2).count(4).numbers({20, 0, 30, 0, 20, 5, 20, 0}).count(0).done());
+}
+
 TEST(Wkb, OfAnyFeatureComesBackWithTheSameBits) {
   shapes::Random random(11);
   for (int i = 0; i < 200; ++i) {
