@@ -93,10 +93,11 @@ void passOverFurther(JsonValue value, Feature& feature) {
 /// Reads a member; an error becomes the problem, so that the members after it are still read.
 template <class Read>
 void attempt(std::string& problem, const Read& read) {
+  problem.clear();
   try {
     read();
   } catch (const FeatureError& error) {
-    if (problem.empty()) problem = error.what();
+    problem = error.what();
   }
 }
 
@@ -121,7 +122,6 @@ void readCocoAnnotation(const Passage& passage, Feature& feature) {
     for (auto field : object) {
       const std::string_view name = field.unescaped_key();
       if (name == "segmentation") {
-        problem.clear();
         attempt(problem, [&] { feature.geometry = segmentation(field.value()); });
       } else if (name == "category_id") {
         feature.label = readLabel(field.value());
@@ -144,7 +144,6 @@ void readLabelMeShape(const Passage& passage, Feature& feature) {
     for (auto field : object) {
       const std::string_view name = field.unescaped_key();
       if (name == "points") {
-        problem.clear();
         attempt(problem, [&] { points = readPositions(field.value(), "points"); });
       } else if (name == "label") {
         feature.label = readLabel(field.value());

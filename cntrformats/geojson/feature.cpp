@@ -32,7 +32,7 @@ class FeatureReader {
       } else if (name == "properties") {
         readProperties(field.value());
       } else if (name == "id") {
-        attempt([&] { feature_.id = readId(field.value()); });
+        feature_.id = readId(field.value());
       } else {
         passOver(field.value());
       }

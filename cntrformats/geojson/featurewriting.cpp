@@ -90,7 +90,8 @@ std::string geometryJson(const Geometry& geometry) {
 
 /// True when there are edge elements that a property can hold: those of a single part.
 bool hasEdgeletProperty(const Geometry& geometry) {
-  return geometry.parts.size() == 1 && !geometry.edgelets.empty();
+  return geometry.parts.size() == 1 && !geometry.edgelets.empty() &&
+         !geometry.edgelets.front().empty();
 }
 
 bool isTurned(const Geometry& geometry) {
@@ -155,6 +156,31 @@ std::string joined(const std::vector<std::string_view>& elements) {
   return json += ']';
 }
 
+/// The text that a JSON string stands for, given without its quotes.
+std::string unescaped(std::string_view text) {
+  simdjson::ondemand::parser parser;
+  const simdjson::padded_string json(std::string("\"").append(text).append(1, '"'));
+  auto document = parser.iterate(json);
+  return std::string(std::string_view(document.get_string()));
+}
+
+/// True when the member is read as the one of this name, however that is escaped.
+bool isNamed(const JsonMember& member, std::string_view name) {
+  const bool isEscaped = member.name.find('\\') != std::string_view::npos;
+  return isEscaped ? unescaped(member.name) == name : member.name == name;
+}
+
+/// The value of that member; of several, the last, which is the one that was read. Empty if there
+/// is none.
+std::string_view lastMemberOf(std::string_view object, std::string_view name) {
+  std::string_view value;
+  if (!object.starts_with('{')) return value;
+  for (const JsonMember& member : membersOf(object)) {
+    if (isNamed(member, name)) value = member.value;
+  }
+  return value;
+}
+
 /// Closes and reverses the rings of a feature in its text. Rings come in the order of the file;
 /// empty ones do not count.
 class RingTidier {
@@ -166,9 +192,10 @@ class RingTidier {
     if (isGeometryType(nameOf(memberOf(text, "type")))) {
       tidyGeometry(text);
     } else {
+      const std::string_view geometry = lastMemberOf(text, "geometry");
       for (const JsonMember& member : membersOf(text)) {
-        if (member.name == "geometry") tidyGeometry(member.value);
-        if (member.name == "properties") tidyEdgelets(memberOf(member.value, "edgelets"));
+        if (member.value.data() == geometry.data()) tidyGeometry(geometry);
+        if (isNamed(member, "properties")) tidyEdgelets(lastMemberOf(member.value, "edgelets"));
       }
     }
     return edits_.result();
@@ -181,13 +208,15 @@ class RingTidier {
 
   void tidyGeometry(std::string_view json) {
     const std::string_view type = nameOf(memberOf(json, "type"));
-    const std::string_view coordinates = memberOf(json, "coordinates");
+    const std::string_view coordinates = lastMemberOf(json, "coordinates");
     if (type == "Polygon") tidyPart(coordinates);
     if (type == "MultiPolygon") {
       for (const std::string_view part : elementsOf(coordinates)) tidyPart(part);
     }
     if (type == "GeometryCollection") {
-      for (const std::string_view one : elementsOf(memberOf(json, "geometries"))) tidyGeometry(one);
+      for (const std::string_view one : elementsOf(lastMemberOf(json, "geometries"))) {
+        tidyGeometry(one);
+      }
     }
   }
 
@@ -210,7 +239,7 @@ class RingTidier {
   }
 
   void tidyEdgelets(std::string_view json) {
-    if (geometry_.edgelets.empty() || !isTurned(geometry_)) return;
+    if (json.empty() || geometry_.edgelets.empty() || !isTurned(geometry_)) return;
     auto edgelets = elementsOf(json);
     turn(edgelets);
     edits_.replace(json, joined(edgelets));
@@ -224,9 +253,10 @@ class RingTidier {
 /// The object with new coordinates, without its box.
 std::string withCoordinates(std::string_view json, const Geometry& geometry) {
   std::string result = R"({"type":")" + typeOf(geometry) + "\"";
-  for (const auto& [name, value] : membersOf(json)) {
-    if (name == "type" || name == "coordinates" || name == "geometries" || name == "bbox") continue;
-    result.append(",\"").append(name).append("\":").append(value);
+  for (const JsonMember& member : membersOf(json)) {
+    const auto is = [&](std::string_view name) { return isNamed(member, name); };
+    if (is("type") || is("coordinates") || is("geometries") || is("bbox")) continue;
+    result.append(",\"").append(member.name).append("\":").append(member.value);
   }
   return result.append(R"(,"coordinates":)").append(coordinatesOf(geometry)).append(1, '}');
 }
@@ -234,9 +264,10 @@ std::string withCoordinates(std::string_view json, const Geometry& geometry) {
 /// The object without that member.
 std::string without(std::string_view json, std::string_view dropped) {
   std::string result = "{";
-  for (const auto& [name, value] : membersOf(json)) {
-    if (name == dropped) continue;
-    result.append(result.size() > 1 ? ",\"" : "\"").append(name).append("\":").append(value);
+  for (const JsonMember& member : membersOf(json)) {
+    if (isNamed(member, dropped)) continue;
+    result.append(result.size() > 1 ? ",\"" : "\"").append(member.name);
+    result.append("\":").append(member.value);
   }
   return result += '}';
 }
@@ -244,7 +275,7 @@ std::string without(std::string_view json, std::string_view dropped) {
 /// The properties with the edge elements of the geometry in place of any others.
 std::string withEdgelets(std::string_view json, const Geometry& geometry) {
   if (!hasEdgeletProperty(geometry)) {
-    return memberOf(json, "edgelets").empty() ? std::string(json) : without(json, "edgelets");
+    return lastMemberOf(json, "edgelets").empty() ? std::string(json) : without(json, "edgelets");
   }
   std::string result = json.starts_with('{') ? without(json, "edgelets") : "{}";
   result.back() = result.size() > 2 ? ',' : '{';
@@ -270,14 +301,15 @@ void replaceGeometry(Feature& feature, const Geometry& geometry) {
   }
   Edits edits(text);
   for (const JsonMember& member : membersOf(text)) {
-    if (member.name == "geometry") {
+    if (isNamed(member, "geometry")) {
       edits.replace(member.value, withCoordinates(member.value, geometry));
     }
-    if (member.name == "properties")
+    if (isNamed(member, "properties")) {
       edits.replace(member.value, withEdgelets(member.value, geometry));
+    }
   }
   feature.text = edits.result();
-  if (!memberOf(feature.text, "bbox").empty()) feature.text = without(feature.text, "bbox");
+  if (!lastMemberOf(feature.text, "bbox").empty()) feature.text = without(feature.text, "bbox");
 }
 
 }  // namespace formats
