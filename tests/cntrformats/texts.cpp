@@ -77,6 +77,11 @@ std::string flawOf(const std::string& format, const std::string& text) {
   }
 }
 
+std::string problemOf(const std::string& format, const std::string& text) {
+  const Found found = read(format, text);
+  return found.unreadable.empty() ? "" : found.unreadable.front().problem;
+}
+
 Found readDocument(const std::string& text, std::size_t window) {
   const TemporaryFile file(text);
   Source source(file.path());

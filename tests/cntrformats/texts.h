@@ -47,6 +47,9 @@ Found readFile(const std::string& path, const formats::Format* from = nullptr);
 /// What is wrong with a file of this content as a whole; empty when nothing is.
 std::string flawOf(const std::string& format, const std::string& text);
 
+/// What is wrong with the first feature that cannot be read; empty when all can.
+std::string problemOf(const std::string& format, const std::string& text);
+
 std::string flawOfDocument(const std::string& text, std::size_t window);
 
 /// The name of the format that a text is taken for.

@@ -22,6 +22,14 @@ TEST(RingName, WhatIsNoNumberFromOneIsPartOfTheId) {
   }
 }
 
+TEST(RingName, OnlyTheLastSuffixesCount) {
+  EXPECT_EQ(parseRingName("a/hole 1/hole 2"), (RingName{"a/hole 1", false, 0, 2}));
+  EXPECT_EQ(parseRingName("a/part 1/part 2"), (RingName{"a/part 1", false, 2, 0}));
+  EXPECT_EQ(parseRingName("a/hole 1/part 2"), (RingName{"a/hole 1", false, 2, 0}));
+  EXPECT_EQ(parseRingName("a/part 1/line"), (RingName{"a/part 1", true}));
+  EXPECT_EQ(parseRingName("a/line/line"), (RingName{"a/line", true}));
+}
+
 TEST(RingName, FollowsTheHoleOrThePartBeforeIt) {
   EXPECT_TRUE(follows({"a", false, 0, 1}, {"a"}));
   EXPECT_TRUE(follows({"a", false, 1, 2}, {"a", false, 1, 1}));
@@ -37,7 +45,8 @@ TEST(RingName, FollowsTheHoleOrThePartBeforeIt) {
 TEST(FeatureName, IsALabelOrAnIdOrNothing) {
   EXPECT_EQ(parseFeatureName("0").label, 0U);
   EXPECT_EQ(parseFeatureName("4294967295").label, 4294967295U);
-  for (const char* id : {"4294967296", "99999999999", "007", "-1", "1.0", "# 3", "a"}) {
+  for (const char* id : {"4294967296", "99999999999", "99999999999999999999999", "007", "-1", "1.0",
+                         "# 3", "#", "#3a", "a"}) {
     EXPECT_EQ(parseFeatureName(id).id, id);
     EXPECT_FALSE(parseFeatureName(id).label) << id;
   }

@@ -62,6 +62,45 @@ TEST(Coco, MasksAndOtherAnnotationsAreNamed) {
   EXPECT_EQ(found.unreadable[0].id, "1");
 }
 
+TEST(Coco, AMaskIsCompressedIfItsCountsAreAText) {
+  EXPECT_THAT(
+      texts::read("geojson",
+                  coco(R"({"segmentation":{"counts":[1,79],"order":"F","size":[8,10]}},)"
+                       R"({"segmentation":{"order":["F"],"counts":"abc"}},{"segmentation":{}})"))
+          .complaints,
+      ElementsAre("1: an RLE mask, which has no outline",
+                  "2: a compressed RLE mask, which has no outline",
+                  "3: an RLE mask, which has no outline"));
+}
+
+TEST(Coco, OfWhatIsNoListTheKindIsNamed) {
+  EXPECT_THAT(texts::read("geojson", coco(R"({"segmentation":null},{"segmentation":5},)"
+                                          R"({"segmentation":[[0,0,4,0,4,4],5]},)"
+                                          R"({"segmentation":[[0,0,4,0,4,4],[0,0,null,0]]})"))
+                  .complaints,
+              ElementsAre("1: segmentation: null is not a list", "2: segmentation: 5 is not a list",
+                          "3: part 2, outline: 5 is not a list",
+                          "4: part 2, outline: null is not a number"));
+}
+
+TEST(Coco, MembersAfterAProblemAreRead) {
+  const auto found = texts::read(
+      "geojson", coco(R"({"segmentation":[["a"]],"category_id":2,"id":"b"},{"category_id":4})"));
+  ASSERT_EQ(found.unreadable.size(), 2);
+  EXPECT_EQ(found.unreadable[0].label, Label(2UL));
+  EXPECT_EQ(found.unreadable[0].id, "b");
+  EXPECT_EQ(found.unreadable[1].label, Label(4UL));
+}
+
+TEST(Coco, OnePolygonIsASingleOutline) {
+  const auto found = texts::read("geojson", coco(R"({"segmentation":[[0,0,4,0,4,4]],"id":null})"));
+  ASSERT_EQ(found.features.size(), 1);
+  EXPECT_FALSE(found.features[0].geometry.multiple);
+  EXPECT_TRUE(found.features[0].geometry.closed);
+  EXPECT_FALSE(found.features[0].id);
+  EXPECT_FALSE(found.features[0].hasFurtherMembers);
+}
+
 TEST(Coco, ATypeThatIsNotOfGeoJsonDoesNotHideThem) {
   const std::string annotations =
       R"("annotations":[{"id":7,"segmentation":[[0,0,4,0,4,4]]}],"categories":[]})";
@@ -99,6 +138,48 @@ TEST(LabelMe, PolygonsRectanglesAndLinesAreRead) {
   EXPECT_EQ(found.features[1].geometry.parts[0].outline, (Points{{1, 2}, {3, 2}, {3, 5}, {1, 5}}));
   EXPECT_FALSE(found.features[2].geometry.closed);
   EXPECT_EQ(found.features[2].geometry.parts[0].outline.size(), 3);
+}
+
+TEST(LabelMe, ALineIsALineStrip) {
+  const auto found =
+      texts::read("geojson", labelMe(R"({"shape_type":"line","points":[[1,2],[3,5]]})"));
+  ASSERT_EQ(found.features.size(), 1);
+  EXPECT_FALSE(found.features[0].geometry.closed);
+  EXPECT_FALSE(found.features[0].geometry.multiple);
+  EXPECT_EQ(found.features[0].geometry.parts[0].outline, (Points{{1, 2}, {3, 5}}));
+}
+
+TEST(LabelMe, ARectangleMayHaveFourCorners) {
+  const std::string corners = "[[1,2],[3,2],[3,5],[1,5]]";
+  const auto found =
+      texts::read("geojson", labelMe(R"({"shape_type":"rectangle","points":)" + corners + "}"));
+  ASSERT_EQ(found.features.size(), 1);
+  EXPECT_EQ(found.features[0].geometry.parts[0].outline, (Points{{1, 2}, {3, 2}, {3, 5}, {1, 5}}));
+}
+
+TEST(LabelMe, AShapeWithoutATypeIsAPolygon) {
+  const auto found =
+      texts::read("geojson", labelMe(R"({"points":[[0,0],[4,0],[4,4]]},)"
+                                     R"({"shape_type":null,"points":[[0,0],[4,0],[4,4]]},)"
+                                     R"({"shape_type":1,"points":[[0,0],[4,0],[4,4]]})"));
+  ASSERT_EQ(found.features.size(), 3);
+  for (const Feature& feature : found.features) {
+    EXPECT_TRUE(feature.geometry.closed);
+    EXPECT_FALSE(feature.geometry.multiple);
+  }
+  EXPECT_FALSE(found.features[1].hasFurtherMembers);
+  EXPECT_TRUE(found.features[2].hasFurtherMembers);
+}
+
+TEST(LabelMe, ShapesWithTooFewPointsAreNamed) {
+  EXPECT_THAT(
+      texts::read("geojson", labelMe(R"({"points":[[1,2],[3,5]]},)"
+                                     R"({"shape_type":"rectangle","points":[[1,2]]},)"
+                                     R"({"shape_type":"line","points":[[1,2]]},)"
+                                     R"({"points":5,"label":"a"})"))
+          .complaints,
+      ElementsAre("1: outline has 2 points, but needs 3", "2: outline has 1 point, but needs 3",
+                  "3: line has 1 point, but needs 2", "4: points: 5 is not a list"));
 }
 
 TEST(LabelMe, MembersThatSayNothingAreNotLost) {

@@ -61,6 +61,7 @@ TEST(Window, FlawsAreNamedWithTheirPlaceWhateverItsSize) {
       {open, "not JSON: line 6, column 1: a value expected, not the end"},
       {open + "{\"type\":[", "not JSON: line 6, column 1: the value that begins here does not end"},
       {open + "{} {}]}", "not JSON: line 6, column 4: ']' expected"},
+      {open + "{},,{}]}", "not JSON: line 6, column 4: a value expected"},
       {open + "{}]", "not JSON: line 6, column 4: '}' expected"},
       {open + "{}],7:8}", "not JSON: line 6, column 5: the name of a member expected"},
       {open + "{}],\"a\":nix}",
@@ -72,4 +73,15 @@ TEST(Window, FlawsAreNamedWithTheirPlaceWhateverItsSize) {
       EXPECT_EQ(texts::flawOfDocument(text, size), flaw) << size;
     }
   }
+}
+
+TEST(Window, BlanksOfAllKindsAreSkipped) {
+  std::string text;
+  for (const char c : collection) {
+    text += c == '\n' ? std::string("\r\n\t") : std::string(1, c);
+  }
+  const auto found = texts::readDocument(text, 3);
+  EXPECT_EQ(found.features.size(), 2);
+  EXPECT_EQ(found.complaints.size(), 2);
+  EXPECT_EQ(found.members.size(), 3);
 }
