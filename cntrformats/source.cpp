@@ -45,7 +45,7 @@ Source::~Source() {
 }
 
 bool Source::startsWith(std::string_view text) {
-  while (ahead_.size() < text.size() + byteOrderMark.size() && lookFurther()) {
+  while (ahead_.size() < text.size() && lookFurther()) {
   }
   return std::string_view(ahead_).substr(0, text.size()) == text;
 }
@@ -77,8 +77,7 @@ std::size_t Source::findFirst() {
 }
 
 bool Source::appendTo(TextBuffer& text, std::size_t most) {
-  const bool wasLookedAt = eback() == nullptr || (!ahead_.empty() && eback() != ahead_.data());
-  if (gptr() == egptr() && !wasLookedAt) {
+  if (gptr() == egptr() && eback() != nullptr && !isAhead()) {
     // Nothing in memory remains to be read.
     show(buffer_.data(), 0);
     ahead_.clear();
@@ -100,7 +99,8 @@ std::uint64_t Source::position() const {
 }
 
 bool Source::isWaiting() const {
-  if (descriptor_ == noFile || gptr() != egptr() || (gunzip_ && gunzip_->hasMore())) return false;
+  if (descriptor_ == noFile || gptr() != egptr() || isAhead()) return false;
+  if (gunzip_ && gunzip_->hasMore()) return false;
   pollfd question{descriptor_, POLLIN, 0};
   return poll(&question, 1, 0) == 0;
 }
@@ -116,7 +116,7 @@ void Source::restart() {
 
 Source::int_type Source::underflow() {
   if (eback() == nullptr && ahead_.empty()) lookFurther();
-  if (!ahead_.empty() && eback() != ahead_.data()) {
+  if (isAhead()) {
     show(ahead_.data(), ahead_.size());
     return traits_type::to_int_type(*gptr());
   }
@@ -132,13 +132,13 @@ void Source::show(char* bytes, std::size_t count) {
 }
 
 bool Source::lookFurther() {
+  const bool isBeginning = isBeginning_;
   const std::size_t count = fill(buffer_.data(), buffer_.size());
   ahead_.append(buffer_.data(), count);
-  if (ahead_.size() < byteOrderMark.size() && count > 0) {
-    lookFurther();
-  } else if (ahead_.starts_with(byteOrderMark)) {
-    ahead_.erase(0, byteOrderMark.size());
+  if (!isBeginning) return count > 0;
+  while (ahead_.size() < byteOrderMark.size() && lookFurther()) {
   }
+  if (ahead_.starts_with(byteOrderMark)) ahead_.erase(0, byteOrderMark.size());
   return count > 0;
 }
 

@@ -70,6 +70,8 @@ class Source : public std::streambuf {
   int_type underflow() override;
 
  private:
+  /// True when bytes have been inspected of which none has been read.
+  bool isAhead() const { return !ahead_.empty() && eback() != ahead_.data(); }
   /// The position in `ahead_` of the first character that is not blank.
   std::size_t findFirst();
   /// Reads more into `ahead_`; false at the end.

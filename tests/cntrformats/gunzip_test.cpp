@@ -12,23 +12,9 @@
 #include "texts.h"
 
 using namespace formats;
+using texts::packed;
 
 namespace {
-
-std::string packed(const std::string& text) {
-  z_stream stream{};
-  EXPECT_EQ(deflateInit2(&stream, 9, Z_DEFLATED, 15 + 16, 8, Z_DEFAULT_STRATEGY), Z_OK);
-  std::string input = text;
-  std::string output(deflateBound(&stream, input.size()), '\0');
-  stream.next_in = reinterpret_cast<unsigned char*>(input.data());
-  stream.avail_in = static_cast<uInt>(input.size());
-  stream.next_out = reinterpret_cast<unsigned char*>(output.data());
-  stream.avail_out = static_cast<uInt>(output.size());
-  EXPECT_EQ(deflate(&stream, Z_FINISH), Z_STREAM_END);
-  output.resize(stream.total_out);
-  deflateEnd(&stream);
-  return output;
-}
 
 /// All unpacked bytes, in pieces of `size` bytes at most.
 std::string unpacked(const std::string& bytes, std::size_t size, std::size_t step) {
@@ -79,6 +65,33 @@ TEST(Gunzip, RefusesDamagedFiles) {
   std::string bytes = packed(triangle);
   bytes[bytes.size() - 6] = static_cast<char>(bytes[bytes.size() - 6] ^ 1);
   EXPECT_EQ(refusalOf(bytes), "cannot be unpacked: the gzip file is damaged");
+}
+
+TEST(Gunzip, RefusesDataOfZlibThatAreNoGzipFile) {
+  uLongf size = compressBound(triangle.size());
+  std::string bytes(size, '\0');
+  ASSERT_EQ(compress(reinterpret_cast<unsigned char*>(bytes.data()), &size,
+                     reinterpret_cast<const unsigned char*>(triangle.data()), triangle.size()),
+            Z_OK);
+  bytes.resize(size);
+  EXPECT_EQ(refusalOf(bytes), "cannot be unpacked: the gzip file is damaged");
+}
+
+TEST(Gunzip, TakesNoMorePackedBytesThanItNeeds) {
+  const std::string bytes = packed(triangle);
+  std::size_t calls = 0;
+  Gunzip gunzip([&](char* buffer, std::size_t room) {
+    ++calls;
+    return bytes.copy(buffer, room);
+  });
+  std::string piece(100, '\0');
+  EXPECT_FALSE(gunzip.hasMore());
+  EXPECT_EQ(gunzip.read(piece.data(), 1), 1U);
+  EXPECT_TRUE(gunzip.hasMore());
+  EXPECT_EQ(gunzip.read(piece.data() + 1, 99), triangle.size() - 1);
+  EXPECT_EQ(piece.substr(0, triangle.size()), triangle);
+  EXPECT_FALSE(gunzip.hasMore());
+  EXPECT_EQ(calls, 1U);
 }
 
 TEST(Gunzip, PackedFilesAreReadLikeOthers) {

@@ -4,6 +4,9 @@
 
 #include <gtest/gtest.h>
 
+#include <unistd.h>
+
+#include <future>
 #include <iterator>
 
 #include <cntrformats/errors.h>
@@ -17,6 +20,13 @@ using namespace formats;
 namespace {
 
 std::string all(Source& source) { return {std::istreambuf_iterator<char>(&source), {}}; }
+
+/// The descriptor that the next file gets.
+int nextDescriptor() {
+  const int next = dup(STDIN_FILENO);
+  close(next);
+  return next;
+}
 
 }  // namespace
 
@@ -63,6 +73,7 @@ TEST(Source, AFileCanBeReadAgainFromItsBeginning) {
   EXPECT_EQ(all(source), "some text");
   EXPECT_EQ(source.position(), 9U);
   source.restart();
+  EXPECT_EQ(source.position(), 0U);
   EXPECT_EQ(source.firstLine(), "some text");
 }
 
@@ -98,6 +109,99 @@ TEST(Source, ATextLosesItsByteOrderMarkAndMayBeEmpty) {
   EXPECT_EQ(all(nothing), "");
 }
 
+TEST(Source, MarksAndSignaturesCountOnlyAtTheBeginning) {
+  const std::string mark = "\xEF\xBB\xBF";
+  const std::string block(Source::mostAtOnce, 'a');
+  const std::string text = block + mark + block.substr(mark.size()) + mark +
+                           block.substr(mark.size()) + "\x1f\x8b" + mark;
+  Source source{Text{text}};
+  EXPECT_EQ(all(source), text);
+  const std::string twice = mark + mark + block;
+  Source looked{Text{twice}};
+  EXPECT_FALSE(looked.firstLine().empty());
+  EXPECT_TRUE(looked.startsWith(mark + "aa"));
+  EXPECT_EQ(all(looked), mark + block);
+}
+
+TEST(Source, HandsOverABlockAtMost) {
+  const std::string text(3 * Source::mostAtOnce, 'a');
+  Source source{Text{text}};
+  TextBuffer read;
+  for (std::size_t blocks = 1; blocks <= 3; ++blocks) {
+    EXPECT_TRUE(source.appendTo(read, text.size()));
+    EXPECT_EQ(read.text().size(), blocks * Source::mostAtOnce);
+    EXPECT_EQ(source.position(), read.text().size());
+  }
+  EXPECT_FALSE(source.appendTo(read, text.size()));
+  EXPECT_EQ(read.text(), text);
+}
+
+TEST(Source, LooksForTheEndOfALineWithinAMegabyte) {
+  constexpr std::size_t megabyte = std::size_t{1} << 20U;
+  const std::string text(2 * megabyte, 'a');
+  Source source{Text{text}};
+  EXPECT_EQ(source.firstLine(), text.substr(0, megabyte));
+  EXPECT_EQ(source.taken(), megabyte);
+  const std::string line = text.substr(0, megabyte - 1) + '\n';
+  Source ended{Text{line}};
+  EXPECT_EQ(ended.firstLine(), line);
+}
+
+TEST(Source, IsWaitingUntilBytesArrive) {
+  texts::Pipe pipe;
+  Source source(pipe.path());
+  TextBuffer read;
+  EXPECT_TRUE(source.isWaiting());
+  pipe.write("abcd");
+  EXPECT_FALSE(source.isWaiting());
+  EXPECT_TRUE(source.startsWith("ab"));
+  EXPECT_FALSE(source.isWaiting()) << "bytes that have been inspected are there";
+  EXPECT_TRUE(source.appendTo(read, 3));
+  EXPECT_FALSE(source.isWaiting());
+  EXPECT_TRUE(source.appendTo(read, 3));
+  EXPECT_EQ(read.text(), "abcd");
+  EXPECT_TRUE(source.isWaiting());
+  pipe.close();
+  EXPECT_FALSE(source.isWaiting()) << "nobody needs to wait for the end";
+  EXPECT_FALSE(source.appendTo(read, 3));
+}
+
+TEST(Source, IsNotWaitingWhileBytesAreUnpacked) {
+  const std::string text(5 * Source::mostAtOnce / 2, 'a');
+  texts::Pipe pipe;
+  pipe.write(texts::packed(text));
+  Source source(pipe.path());
+  TextBuffer read;
+  for (int blocks = 0; blocks < 3; ++blocks) {
+    EXPECT_FALSE(source.isWaiting()) << blocks;
+    EXPECT_TRUE(source.appendTo(read, Source::mostAtOnce));
+  }
+  EXPECT_EQ(read.text(), text);
+  EXPECT_TRUE(source.isWaiting());
+}
+
+TEST(Source, IsTheSameWhenItsBytesArriveOneByOne) {
+  for (const std::string& bytes :
+       {std::string("\xEF\xBB\xBFsome text"), texts::packed("some text")}) {
+    texts::Pipe pipe;
+    const auto written = std::async(std::launch::async, [&pipe, &bytes] {
+      pipe.writeOneByOne(bytes);
+      pipe.close();
+    });
+    Source source(pipe.path());
+    EXPECT_EQ(all(source), "some text");
+  }
+}
+
+TEST(Source, ClosesItsFileButNotStandardInput) {
+  const texts::TemporaryFile file("text");
+  const int next = nextDescriptor();
+  EXPECT_EQ(Source(file.path()).firstCharacter(), 't');
+  EXPECT_EQ(nextDescriptor(), next);
+  EXPECT_FALSE(Source("-").isRepeatable());
+  EXPECT_EQ(nextDescriptor(), next);
+}
+
 TEST(Source, AFileThatCannotBeReadSaysWhy) {
   try {
     Source source("/nowhere/at/all");
@@ -119,8 +223,31 @@ TEST(Lines, AreCountedFromOne) {
   EXPECT_GT(count, 24);
 }
 
+TEST(Lines, MayEndWithACarriageReturn) {
+  Source source{Text{"one\r\n\r\n\rtwo\r\r"}};
+  Lines lines(source);
+  std::string line;
+  for (const char* expected : {"one", "", "\rtwo\r"}) {
+    EXPECT_TRUE(lines.next(line));
+    EXPECT_EQ(line, expected);
+  }
+  EXPECT_FALSE(lines.next(line));
+}
+
+TEST(Lines, OfAFileThatCannotBeReadAreRefused) {
+  const std::string cut = texts::packed("one\ntwo\n").substr(0, 20);
+  Source source{Text{cut}};
+  Lines lines(source);
+  std::string line;
+  const auto readAll = [&] {
+    while (lines.next(line)) EXPECT_LE(lines.number(), 2U);
+  };
+  EXPECT_THROW(readAll(), FileError);
+}
+
 TEST(Lines, BlankOnesHaveNothingToBeSeen) {
   EXPECT_TRUE(isBlank(" \t\r\n"));
+  EXPECT_TRUE(isBlank("\r"));
   EXPECT_TRUE(isBlank(""));
   EXPECT_FALSE(isBlank(" x"));
 }

@@ -6,6 +6,7 @@
 
 #include <cstdint>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include <cntrformats/table/input.h>
@@ -25,7 +26,7 @@ struct Found {
 /// A file that is removed at the end.
 class TemporaryFile {
  public:
-  explicit TemporaryFile(const std::string& text);
+  explicit TemporaryFile(const std::string& text, const std::string& ending = "");
   ~TemporaryFile();
   TemporaryFile(const TemporaryFile&) = delete;
   TemporaryFile& operator=(const TemporaryFile&) = delete;
@@ -34,6 +35,30 @@ class TemporaryFile {
 
  private:
   std::string path_ = "/tmp/cntrformats_XXXXXX";
+};
+
+/// A pipe that is written while it is read. A read that waits for a minute ends the program.
+class Pipe {
+ public:
+  Pipe();
+  ~Pipe();
+  Pipe(const Pipe&) = delete;
+  Pipe& operator=(const Pipe&) = delete;
+
+  /// REQUIRES: few enough bytes for the pipe to hold.
+  void write(std::string_view bytes) const;
+  /// Waits after each byte until it has been read.
+  void writeOneByOne(std::string_view bytes) const;
+  /// Nothing more will be written.
+  void close();
+
+  const std::string& path() const { return path_; }
+
+ private:
+  static constexpr unsigned mostSeconds = 60;
+
+  std::string path_;
+  int descriptor_ = -1;
 };
 
 /// Everything that a file with this content holds. Throws FileError.
@@ -58,6 +83,9 @@ std::string guess(const std::string& text);
 /// A file with these features.
 std::string written(const std::string& format, const std::vector<formats::Feature>& features,
                     formats::Rings rings = formats::Rings::eAsGeoJsonWants);
+
+/// The text as a gzip file.
+std::string packed(const std::string& text);
 
 /// A square with a corner at (0, 0), which runs from the x axis towards the y axis.
 formats::Points square(double size);

@@ -5,6 +5,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "texts.h"
+
 using namespace formats;
 using testing::ElementsAre;
 
@@ -42,7 +44,40 @@ TEST(TextWindow, LooksAheadWithoutPassing) {
     window.pass(4);
     EXPECT_EQ(window.ahead(0, '\n'), "two");
     EXPECT_EQ(window.place().line, 2U);
+    EXPECT_EQ(window.place().line, 2U) << "asking again changes nothing";
   }
+}
+
+TEST(TextWindow, LooksForAnEndingBehindTheOffsetOnly) {
+  Source source{Text{"one\ntwo\nlast"}};
+  TextWindow window(source, 1);
+  EXPECT_EQ(window.ahead(5, '\n'), "wo");
+}
+
+TEST(TextWindow, PausesBeforeItWaits) {
+  texts::Pipe pipe;
+  class Closer : public Recorder {
+   public:
+    explicit Closer(texts::Pipe& pipe) : pipe_(pipe) {}
+    void pause() override {
+      Recorder::pause();
+      pipe_.close();
+    }
+
+   private:
+    texts::Pipe& pipe_;
+  } closer(pipe);
+  pipe.write("one\n");
+  Source source(pipe.path());
+  Passages features(closer, readPlace, true);
+  TextWindow window(source, 100);
+  window.release(features);
+  EXPECT_EQ(window.ahead(0, '\n'), "one");
+  EXPECT_TRUE(closer.events.empty());
+  features.add({1}, 0, 3);
+  window.pass(4);
+  EXPECT_EQ(window.ahead(0, '\n'), std::nullopt);
+  EXPECT_THAT(closer.events, ElementsAre("1: one", "pause"));
 }
 
 TEST(TextWindow, HandsOverWhatHasBeenFoundBeforeItReadsMore) {
