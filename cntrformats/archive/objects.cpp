@@ -2,7 +2,6 @@
 
 #include <cntrformats/archive/objects.h>
 
-#include <algorithm>
 #include <utility>
 
 #include <cntr/regionst.h>
@@ -64,31 +63,22 @@ std::optional<Label> commonLabel(const qcRegionSet& set) {
   return labelOf(label);
 }
 
-/// Sets no lists at all rather than only empty ones.
-void setEdgelets(Geometry& geometry, std::vector<std::vector<qcEdgelet>> lists) {
-  const bool isAny = std::any_of(lists.begin(), lists.end(),
-                                 [](const auto& edgelets) { return !edgelets.empty(); });
-  if (isAny) geometry.edgelets = std::move(lists);
-}
-
 Geometry geometryOf(const qcContour& contour) {
-  const bool isRegion = dynamic_cast<const qcRegion*>(&contour) != nullptr;
-  Geometry geometry{isRegion || contour.isClosed(), false, {partOf(contour)}};
-  setEdgelets(geometry, {edgeletsOf(contour, geometry.parts.front().outline)});
+  Geometry geometry{contour.isClosed(), false, {partOf(contour)}};
+  std::vector<qcEdgelet> edgelets = edgeletsOf(contour, geometry.parts.front().outline);
+  if (!edgelets.empty()) geometry.edgelets.push_back(std::move(edgelets));
   return geometry;
 }
 
+/// Archives hold no edge elements of regions.
 Geometry geometryOf(const qcRegionSet& set) {
   Geometry geometry{true, true};
-  std::vector<std::vector<qcEdgelet>> edgelets;
   for (const auto& region : set.regions()) {
     const std::string prefix = "part " + std::to_string(geometry.parts.size() + 1) + ", ";
     if (!region) throw FeatureError(prefix + "no region");
     geometry.parts.push_back(partOf(*region, prefix));
-    edgelets.push_back(edgeletsOf(*region, geometry.parts.back().outline));
   }
   if (geometry.parts.empty()) throw FeatureError("a set without regions");
-  setEdgelets(geometry, std::move(edgelets));
   return geometry;
 }
 

@@ -103,6 +103,26 @@ TEST(Losses, AnArchiveHoldsLabelsAndEdgeElementsOfOutlinesWithoutHoles) {
                           StrEq("edge elements")));
 }
 
+TEST(Losses, AnArchiveHoldsNoEdgeElementsOfSeveralOutlines) {
+  Feature feature = full();
+  feature.geometry.multiple = true;
+  EXPECT_THAT(lossesIn("archive", feature),
+              ElementsAre(StrEq("ids"), StrEq("other properties"), StrEq("edge elements")));
+  feature.geometry.multiple = false;
+  feature.geometry.parts.push_back(feature.geometry.parts[0]);
+  feature.geometry.edgelets.emplace_back();
+  EXPECT_THAT(lossesIn("archive", feature),
+              ElementsAre(StrEq("ids"), StrEq("other properties"), StrEq("edge elements")));
+}
+
+TEST(Losses, AnArchiveHoldsEdgeElementsOfLines) {
+  Feature feature = full();
+  feature.geometry.closed = false;
+  feature.geometry.parts.push_back(feature.geometry.parts[0]);
+  feature.geometry.edgelets.push_back(feature.geometry.edgelets[0]);
+  EXPECT_THAT(lossesIn("archive", feature), ElementsAre(StrEq("ids"), StrEq("other properties")));
+}
+
 TEST(Losses, AnArchiveHoldsLinesOneByOne) {
   Feature feature = texts::outline({{0, 0}, {1, 1}});
   feature.geometry.closed = false;

@@ -15,6 +15,8 @@
 #include <cntrformats/errors.h>
 #include <cntrtmpl/contourt.h>
 #include <platform/core/archive.h>
+#include <platform/core/shapes.h>
+#include <platform/core/xform.h>
 
 #include "../texts.h"
 
@@ -23,6 +25,7 @@ using testing::ElementsAre;
 
 namespace {
 
+using EdgeContour = qcContourT<qcEdgelet>;
 using Objects = std::vector<std::shared_ptr<qcPersistent>>;
 
 std::string archived(const Objects& objects) {
@@ -95,6 +98,26 @@ Objects usualShapes() {
                      region(polygon(2e4, 0, 3), {}, 0)}),
           regionSet({region(square, {polygon(1, 1, 2)}, 5)}),
           region({}, {}, 4294967295)};
+}
+
+/// An archive of one shape that lists nothing, with `listed` added to its list. `behind` is the
+/// number of bytes behind the list.
+std::string withListed(const std::shared_ptr<qcPersistent>& shape, const std::string& listed,
+                       std::size_t behind) {
+  std::string bytes = archived({shape});
+  const std::size_t end = bytes.size() - behind;
+  bytes.at(end - 4) = 1;
+  bytes.insert(end, listed);
+  return bytes;
+}
+
+/// A stored block of a gzip file; another one must follow.
+std::string storedBlock(const std::string& bytes) {
+  const auto low = static_cast<unsigned char>(bytes.size() & 0xFFU);
+  const auto high = static_cast<unsigned char>(bytes.size() >> 8U);
+  std::string block(1, '\0');
+  for (const int byte : {+low, +high, low ^ 0xFF, high ^ 0xFF}) block += static_cast<char>(byte);
+  return block + bytes;
 }
 
 /// What a file gives: its features, including those that cannot be read, and its flaw.
@@ -202,7 +225,43 @@ TEST(ArchiveWriter, ChoosesTheShapeByWhatAFeatureHas) {
   for (const auto& p : texts::square(2)) {
     feature.geometry.edgelets[0].emplace_back(p, 1, qcAngle8(2));
   }
-  EXPECT_TRUE(becomes<qcContourT<qcEdgelet>>(feature));
+  EXPECT_TRUE(becomes<EdgeContour>(feature));
+}
+
+TEST(ArchiveWriter, MakesASetOfSeveralOutlines) {
+  Feature feature = texts::outline(texts::square(2));
+  feature.geometry.parts.push_back({{{5, 5}, {6, 5}, {6, 6}}, {}});
+  EXPECT_TRUE(becomes<qcRegionSet>(feature));
+  const auto found = texts::read("archive", texts::written("archive", {feature}));
+  ASSERT_EQ(found.features.size(), 1);
+  EXPECT_TRUE(found.features[0].geometry.parts == feature.geometry.parts);
+}
+
+TEST(ArchiveWriter, KeepsLinesWithEdgeElementsAndOthersApart) {
+  Feature feature;
+  feature.label = 3UL;
+  feature.geometry = {false, true, {{{{0, 0}, {1, 1}}, {}}, {{{2, 2}, {3, 3}, {4, 2}}, {}}}};
+  feature.geometry.edgelets = {{{{0, 0}, 1, qcAngle8(2)}, {{1, 1}, 3, qcAngle8(4)}}, {}};
+  const auto found = texts::read("archive", texts::written("archive", {feature}));
+  EXPECT_THAT(found.complaints, testing::IsEmpty());
+  ASSERT_EQ(found.features.size(), 2);
+  for (std::size_t k = 0; k < 2; ++k) {
+    EXPECT_FALSE(found.features[k].geometry.closed);
+    EXPECT_EQ(found.features[k].label, Label(3UL));
+    EXPECT_TRUE(found.features[k].geometry.parts.at(0) == feature.geometry.parts[k]);
+  }
+  EXPECT_EQ(found.features[0].geometry.edgelets,
+            (std::vector<std::vector<qcEdgelet>>{feature.geometry.edgelets[0]}));
+  EXPECT_TRUE(found.features[1].geometry.edgelets.empty());
+}
+
+TEST(ArchiveWriter, LeavesAStreamBadThatTakesNothing) {
+  std::ostringstream out;
+  out.setstate(std::ios::failbit);
+  const auto writer = formatNamed("archive")->makeWriter(out, Rings::eAsTheyWere);
+  writer->finish();
+  EXPECT_TRUE(out.bad());
+  EXPECT_EQ(out.str(), "");
 }
 
 TEST(ArchiveReader, ReadsLabelsOtherThanZero) {
@@ -226,6 +285,85 @@ TEST(ArchiveReader, NamesShapesThatAreNoFeatures) {
   EXPECT_EQ(found.features.size(), 1);
 }
 
+TEST(ArchiveReader, NamesTheFirstFlawOfAVertex) {
+  const double nan = std::numeric_limits<double>::quiet_NaN();
+  const double infinity = std::numeric_limits<double>::infinity();
+  const auto found = texts::read(
+      "archive",
+      archived({contour({{0, 0}, {nan, 0}, {infinity, 1}, {1, 1}}, true), contour({{nan, 0}}, true),
+                contour({{1, nan}}, false), std::make_shared<qcPoint>(qcVector<2>(1, 2))}));
+  EXPECT_THAT(found.complaints,
+              ElementsAre("1: outline, vertex 1: not finite", "2: outline has 1 point, but needs 3",
+                          "3: line, vertex 0: not finite", "4: an object without an outline"));
+}
+
+TEST(ArchiveReader, ReadsALabelThatAllRegionsOfASetShare) {
+  const auto labelOf = [](const std::vector<unsigned long>& labels) {
+    std::vector<std::shared_ptr<qcRegion>> regions;
+    for (const unsigned long label : labels) regions.push_back(region(polygon(0, 0, 3), {}, label));
+    const std::string bytes = archived({regionSet(regions)});
+    expectTheLibrarysAnswer(bytes);
+    return found(bytes).features.at(0).label;
+  };
+  EXPECT_EQ(labelOf({5, 5, 5}), Label(5UL));
+  EXPECT_EQ(labelOf({5, 6, 7}), std::nullopt);
+  EXPECT_EQ(labelOf({0, 5}), std::nullopt);
+}
+
+TEST(ArchiveReader, NamesWhatIsMissingInAList) {
+  const auto plate = region(texts::square(9), {}, 0);
+  const std::string none(4, '\0');
+  EXPECT_THAT(texts::read("archive", withListed(plate, none, 0)).complaints,
+              ElementsAre("1: hole 1 is missing"));
+  EXPECT_THAT(texts::read("archive", withListed(regionSet({}), none, 4)).complaints,
+              ElementsAre("1: part 1, no region"));
+}
+
+TEST(ArchiveReader, TakesAContourInAListForMissing) {
+  std::string second = archived({contour(polygon(1, 1, 3), true)}).substr(archiveHeadSize);
+  second[0] = 2;
+  const std::string withHole = withListed(region(texts::square(9), {}, 0), second, 0);
+  expectTheLibrarysAnswer(withHole);
+  EXPECT_EQ(found(withHole).features.at(0).problem, "hole 1 is missing");
+  const std::string withPart = withListed(regionSet({}), second, 4);
+  expectTheLibrarysAnswer(withPart);
+  EXPECT_EQ(found(withPart).features.at(0).problem, "part 1, no region");
+}
+
+TEST(ArchiveReader, PlacesEdgeElementsAtTheVertices) {
+  const std::vector<qcEdgelet> data{
+      {{0, 0}, 1, qcAngle8(2)}, {{4, 0}, 3, qcAngle8(4)}, {{0, 4}, 5, qcAngle8(6)}};
+  const qcPtrHandle_const<qc2XformBase> shift(
+      new qc2XformLinear(qcXform<2>(qcMatrix<2>(), {10, 20})));
+  const auto shifted = std::make_shared<EdgeContour>(data, shift);
+  const Geometry geometry = found(archived({shifted})).features.at(0).geometry;
+  EXPECT_EQ(geometry.parts.at(0).outline, (Points{{-10, -20}, {-6, -20}, {-10, -16}}));
+  EXPECT_EQ(geometry.edgelets,
+            (std::vector<std::vector<qcEdgelet>>{{{{-10, -20}, 1, qcAngle8(2)},
+                                                  {{-6, -20}, 3, qcAngle8(4)},
+                                                  {{-10, -16}, 5, qcAngle8(6)}}}));
+}
+
+TEST(ArchiveReader, ReadsEdgeElementsForAllVerticesOrNone) {
+  const std::vector<qcEdgelet> data{
+      {{0, 0}, 1, qcAngle8(2)}, {{4, 0}, 3, qcAngle8(4)}, {{0, 4}, 5, qcAngle8(6)}};
+  const auto with = [](const std::vector<qcEdgelet>& edgelets, bool closed) {
+    auto shape = std::make_shared<EdgeContour>(edgelets);
+    static_cast<qcContour&>(*shape) = qcContour(texts::square(9), closed, 0);
+    return shape;
+  };
+  const auto features =
+      found(archived({with(data, true), with({}, true), with({}, false)})).features;
+  ASSERT_EQ(features.size(), 3);
+  EXPECT_EQ(features[0].problem, "3 edge elements for 4 vertices");
+  for (const std::size_t k : {1U, 2U}) {
+    EXPECT_EQ(features[k].problem, "");
+    EXPECT_EQ(features[k].geometry.parts.at(0).outline, texts::square(9));
+    EXPECT_EQ(features[k].geometry.closed, k == 1);
+    EXPECT_TRUE(features[k].geometry.edgelets.empty());
+  }
+}
+
 TEST(ArchiveReader, RefusesWhatIsNotOneListOfShapes) {
   EXPECT_EQ(texts::flawOf("archive", archived({})), "") << "an empty list is no flaw";
   EXPECT_EQ(texts::flawOf("archive", archived({contour(texts::square(1), true)}) + "x"),
@@ -238,6 +376,11 @@ TEST(ShapeEnds, AreFoundWithoutTheLibraryForAllUsualShapes) {
   const std::vector<std::size_t> ends = endsOf(bytes);
   EXPECT_EQ(ends.size(), usualShapes().size());
   EXPECT_EQ(ends.back(), bytes.size());
+}
+
+TEST(ShapeEnds, AreFoundForAnEmptySetAtTheEnd) {
+  const std::string bytes = archived({regionSet({})});
+  EXPECT_THAT(endsOf(bytes), ElementsAre(bytes.size()));
 }
 
 TEST(ShapeEnds, AreTheSameForShapesThatArriveByteByByte) {
@@ -271,11 +414,66 @@ TEST(ArchiveReader, FindsWhatTheLibraryLoads) {
   expectTheLibrarysAnswer(archived(usual));
   expectTheLibrarysAnswer(archived({usual[0], nullptr, usual[1]}));
   expectTheLibrarysAnswer(archived({usual[1], usual[2], usual[1], usual[9], usual[2]}));
-  const auto withData = std::make_shared<qcContourT<qcEdgelet>>(std::vector<qcEdgelet>{
+  const auto withData = std::make_shared<EdgeContour>(std::vector<qcEdgelet>{
       {{0, 0}, 1, qcAngle8(2)}, {{1, 0}, 3, qcAngle8(4)}, {{0, 1}, 5, qcAngle8(6)}});
   const std::string mixed = archived({usual[0], usual[9], withData, usual[1], usual[0]});
   expectTheLibrarysAnswer(mixed);
   EXPECT_FALSE(found(mixed).features[2].geometry.edgelets.empty());
+  expectTheLibrarysAnswer(mixed + "x");
+}
+
+TEST(ArchiveReader, TellsTheSizesOfShapes) {
+  class SizeKeeper : public Sink {
+   public:
+    void take(Record record) override { sizes.push_back(record.size); }
+    std::vector<std::size_t> sizes;
+  };
+  const Objects usual = usualShapes();
+  const auto sizesOf = [](const std::string& bytes) {
+    SizeKeeper keeper;
+    Source source(Text{bytes});
+    formatNamed("archive")->read(source, Keep::eFeature, keeper);
+    return keeper.sizes;
+  };
+  const std::size_t first = archived({usual[1]}).size() - archiveHeadSize;
+  const std::size_t last = archived({usual[2]}).size() - archiveHeadSize;
+  const std::vector<std::size_t> ofNull{first, 4, last, 4};
+  EXPECT_EQ(sizesOf(archived({usual[1], nullptr, usual[2], usual[1]})), ofNull);
+}
+
+TEST(ArchiveReader, FindsTheEndWhateverIsReadAtOnce) {
+  // Three contours of 33 bytes besides their vertices fill exactly what is read at once.
+  const std::string bytes =
+      archived({contour(polygon(0, 0, 32755), true), contour(polygon(0, 0, 3), true),
+                contour(polygon(0, 0, 3), true)});
+  ASSERT_EQ(bytes.size(), std::size_t{1} << 19U);
+  expectTheLibrarysAnswer(bytes);
+  expectTheLibrarysAnswer(bytes + "x");
+}
+
+TEST(ArchiveReader, HandsOverWhatHasArrivedBeforeItWaits) {
+  const std::string bytes = archived({usualShapes()[1], usualShapes()[9]});
+  const std::size_t arrived = endsOf(bytes).front() + 5;
+  texts::Pipe pipe;
+  pipe.write(std::string_view(bytes).substr(0, arrived));
+  class Sender : public Sink {
+   public:
+    Sender(texts::Pipe& pipe, std::string_view rest) : pipe_(pipe), rest_(rest) {}
+    void take(Record record) override { events.push_back(record.decode().geometry.parts.size()); }
+    void pause() override {
+      events.push_back(0);
+      pipe_.write(rest_);
+      pipe_.close();
+    }
+    std::vector<std::size_t> events;
+
+   private:
+    texts::Pipe& pipe_;
+    std::string_view rest_;
+  } sender(pipe, std::string_view(bytes).substr(arrived));
+  Source source(pipe.path());
+  formatNamed("archive")->read(source, Keep::eFeature, sender);
+  EXPECT_THAT(sender.events, ElementsAre(1, 0, 2));
 }
 
 TEST(ArchiveReader, FindsWhatTheLibraryLoadsOfDamagedArchives) {
@@ -325,7 +523,15 @@ TEST(ArchiveReader, TellsWhyAFileCannotBeRead) {
   // A stored block with a null handle and part of a shape.
   const auto shape = contour(texts::square(1), true);
   const std::string bytes = archived({nullptr, shape}).substr(0, 60);
-  const std::string block("\0\x3c\0\xc3\xff", 5);
-  EXPECT_EQ(texts::flawOf("archive", beginning + block + bytes),
+  EXPECT_EQ(texts::flawOf("archive", beginning + storedBlock(bytes)),
             "cannot be unpacked: the gzip file ends too early");
+}
+
+TEST(ArchiveReader, HandsOverWhatPrecedesAFailure) {
+  const std::string beginning("\x1f\x8b\x08\0\0\0\0\0\0\x03", 10);
+  const std::string bytes = archived({contour(texts::square(1), true), nullptr});
+  const Outcome outcome = found(beginning + storedBlock(bytes.substr(0, bytes.size() - 2)));
+  EXPECT_EQ(outcome.flaw, "cannot be unpacked: the gzip file ends too early");
+  ASSERT_EQ(outcome.features.size(), 1);
+  EXPECT_EQ(outcome.features[0].geometry.parts.at(0).outline, texts::square(1));
 }
