@@ -29,6 +29,22 @@ TEST(ValueEnd, IsTheSameWhereverTheTextIsCut) {
   }
 }
 
+TEST(ValueEnd, OfABareValueIsBeforeWhateverCannotBelongToIt) {
+  for (const char end : std::string_view(",]}: \t\r\n")) {
+    std::size_t at = 0;
+    EXPECT_TRUE(ValueEnd().find(std::string("12") + end + '3', at)) << end;
+    EXPECT_EQ(at, 2U);
+  }
+}
+
+TEST(ValueEnd, IsNotInAnEmptyPieceWhateverIsBehindIt) {
+  ValueEnd end;
+  std::size_t at = 0;
+  EXPECT_FALSE(end.find(std::string_view("[").substr(0, 0), at));
+  EXPECT_TRUE(end.find("12,", at));
+  EXPECT_EQ(at, 2U);
+}
+
 TEST(ValueEnd, IsFoundBehindManyBytesOfNoMeaning) {
   const std::string value = "[" + std::string(1000, '1') + ",\"" + std::string(1000, ']') + "\"]";
   std::size_t at = 0;
@@ -52,6 +68,7 @@ TEST(Json, ObjectsHaveMembers) {
   EXPECT_EQ(memberOf(object, "c"), R"("}")");
   EXPECT_EQ(memberOf(object, "d"), "");
   EXPECT_EQ(memberOf("[1]", "a"), "");
+  EXPECT_EQ(memberOf(R"("xax:1")", "a"), "") << "a text has no members";
 }
 
 TEST(Json, CompactTextKeepsTheBlanksOfStrings) {
@@ -64,11 +81,20 @@ TEST(Json, AnExcerptEndsBetweenCharacters) {
             '"' + std::string(38, 'x') + "...");
 }
 
+TEST(Json, AnExcerptHasUpToFortyBytes) {
+  const std::string digits(40, '1');
+  EXPECT_EQ(excerpt(digits), digits);
+  EXPECT_EQ(excerpt(digits + "2"), digits + "...");
+  EXPECT_EQ(excerpt("[1," + std::string(60, ' ') + "2]"), "[1,2]") << "blanks do not count";
+}
+
 TEST(Json, StringsAreEscaped) {
+  EXPECT_EQ(jsonString("a b"), "\"a b\"");
   EXPECT_EQ(jsonString("a\"\\\n\r\t\x01\u00e9"), "\"a\\\"\\\\\\n\\r\\t\\u0001\u00e9\"");
   EXPECT_EQ(jsonString("a\xff"
                        "b\xc3"),
             "\"a\uFFFDb\uFFFD\"");
+  EXPECT_EQ(jsonString("\U0001F600\xff"), "\"\U0001F600\uFFFD\"");
 }
 
 TEST(Json, AnExcerptDoesNotEndAtANullCharacter) {

@@ -49,6 +49,7 @@ TEST(Number, OtherTextsAreNamed) {
   EXPECT_EQ(refusal("inf"), "'inf' is not a finite number");
   EXPECT_EQ(refusal("+-5"), "'+-5' is not a finite number");
   EXPECT_EQ(refusal("nan"), "'nan' is not a finite number");
+  EXPECT_EQ(refusal("1e999x"), "'1e999x' is not a finite number");
   EXPECT_EQ(refusal("1e999"), "'1e999' is too large or too small a number");
 }
 

@@ -19,9 +19,18 @@ TEST(OtherKinds, AreNamedInTheMessage) {
       "of x,y");
 }
 
+TEST(OtherKinds, AreKnownByTheFirstLine) {
+  EXPECT_EQ(otherKind("<opencv_storage>\n"), otherKind("<?xml version=\"1.0\"?>\n"));
+  ASSERT_NE(otherKind("2 0.5 0.5 0.25 0.125"), nullptr);
+  for (const char* line : {"2 0.5 0.5 0.25 0.125\r\n", "0 0 0 1 1", "7 0 0 0.5 0 0.5 0.5 0 0.5"}) {
+    EXPECT_EQ(otherKind(line), otherKind("2 0.5 0.5 0.25 0.125")) << line;
+  }
+}
+
 TEST(OtherKinds, AreNotSeenInOtherText) {
-  for (const char* line : {"", "<svg/>", "[1,2]", "{}", "2 0.5 0.5 0.25", "2 0.5 0.5 0.25 1.5",
-                           "2.5 0.5 0.5 0.25 0.5", "cat 0.5 0.5 0.25 0.5"}) {
+  for (const char* line : {"", "<svg/>", "[1,2]", "{}", "2 0.5 0.5", "2 0.5 0.5 0.25",
+                           "2 0.5 0.5 0.25 1.5", "2.5 0.5 0.5 0.25 0.5", "2 0.5 0.5 0.25 0.5 0.5",
+                           "2 0.5 0.5 0.25 -0.5", "cat 0.5 0.5 0.25 0.5"}) {
     EXPECT_EQ(otherKind(line), nullptr) << line;
   }
 }

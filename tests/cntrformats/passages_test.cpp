@@ -58,9 +58,11 @@ TEST(Passages, AreDecodedInAnyOrderAndAfterTheirReaderIsGone) {
 TEST(Passages, OfATextWithoutFeaturesAreNotHandedOver) {
   Keeper keeper;
   Passages passages(keeper, readId, false);
-  passages.handOver(bufferOf("blank"), {});
+  EXPECT_EQ(passages.handOver(bufferOf("blank"), {}), nullptr);
   passages.add({1}, 0, 1);
-  passages.handOver(bufferOf("abc"), {});
+  const auto text = passages.handOver(bufferOf("abc"), {});
+  ASSERT_NE(text, nullptr);
+  EXPECT_EQ(text->text(), "abc");
   passages.handOver(bufferOf("blank"), {});
   ASSERT_EQ(keeper.records.size(), 1U);
   EXPECT_EQ(keeper.records[0].decode().text, "");

@@ -38,6 +38,17 @@ TEST(Shapes, ABadHoleIsNamed) {
   EXPECT_EQ(makeRegion(part, false)->area(false), 100);
 }
 
+TEST(Shapes, TheFirstOfSeveralBadHolesIsNamed) {
+  qcRings part = plate();
+  part.holes.insert(part.holes.begin() + 1, 2, {{9, 9}, {11, 9}, {9, 11}});
+  try {
+    makeRegion(part, true);
+    FAIL() << "two holes cross the outline";
+  } catch (const FeatureError& error) {
+    EXPECT_STREQ(error.what(), "hole 2 crosses or touches its outline");
+  }
+}
+
 TEST(Shapes, ASetHasARegionForEachPart) {
   const qcRegionSet set =
       makeRegionSet({plate(), {{{20, 0}, {22, 0}, {22, 2}}, {}}},
@@ -94,6 +105,8 @@ TEST(Rings, TheSignedAreaTellsTheDirection) {
   EXPECT_EQ(signedArea(texts::square(3)), 9);
   EXPECT_EQ(signedArea({{0, 0}, {0, 3}, {3, 0}}), -4.5);
   EXPECT_EQ(signedArea({}), 0);
+  EXPECT_EQ(signedArea({{1e9, 1e9}, {1e9 + 0.5, 1e9}, {1e9, 1e9 + 0.5}}), 0.125)
+      << "far from the origin as near it";
 }
 
 TEST(Rings, ARepeatedFirstPointIsNoVertexOfARing) {
@@ -112,6 +125,28 @@ TEST(Rings, TooFewVerticesAreNamedWithTheirPlace) {
     }
   };
   EXPECT_EQ(refusal(asRing, {{0, 0}, {1, 0}, {0, 0}}), "hole 2 has 2 points, but needs 3");
+  EXPECT_EQ(refusal(asRing, {{0, 0}}), "hole 2 has 1 point, but needs 3");
+  EXPECT_EQ(refusal(asRing, {{0, 0}, {0, 0}}), "hole 2 has 1 point, but needs 3");
   EXPECT_EQ(refusal(asRing, {}), "hole 2 has 0 points, but needs 3");
   EXPECT_EQ(refusal(asLine, {{0, 0}}), "hole 2 has 1 point, but needs 2");
+}
+
+TEST(Rings, ACollectionIsOfTheKindOfItsMembers) {
+  const auto outlines = [] { return texts::outline(texts::square(1)).geometry; };
+  const auto line = [] { return Geometry{false, false, {{{{0, 0}, {1, 1}}, {}}}}; };
+  Geometry lines;
+  addParts(lines, line());
+  addParts(lines, line());
+  EXPECT_FALSE(lines.closed);
+  EXPECT_EQ(lines.parts.size(), 2);
+  try {
+    addParts(lines, outlines());
+    FAIL() << "an outline among lines";
+  } catch (const FeatureError& error) {
+    EXPECT_STREQ(error.what(), "outlines and lines together are no single shape");
+  }
+  Geometry areas;
+  addParts(areas, outlines());
+  EXPECT_TRUE(areas.closed);
+  EXPECT_THROW(addParts(areas, line()), FeatureError);
 }

@@ -28,6 +28,8 @@ TEST(TextBuffer, DoesNotMoveWithinItsRoom) {
   const char* const place = buffer.text().data();
   buffer.append("bcdefghij");
   EXPECT_EQ(buffer.text().data(), place);
+  buffer.reserve(10);
+  EXPECT_EQ(buffer.text().data(), place);
   EXPECT_EQ(buffer.text(), "abcdefghij");
 }
 

@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <set>
+#include <utility>
 
 #include "../texts.h"
 
@@ -23,6 +24,16 @@ TEST(Format, EachIsFoundByItsNameAndItsEndings) {
   EXPECT_EQ(names, (std::set<std::string>{"archive", "csv", "geojson", "geojsonl", "wkt"}));
 }
 
+TEST(Format, EachHasItsEndings) {
+  const std::pair<const char*, const char*> endings[] = {
+      {".geojson", "geojson"},   {".json", "geojson"},    {".geojsonl", "geojsonl"},
+      {".geojsons", "geojsonl"}, {".ndjson", "geojsonl"}, {".jsonl", "geojsonl"},
+      {".wkt", "wkt"},           {".csv", "csv"},         {".qcar", "archive"}};
+  for (const auto& [ending, name] : endings) {
+    EXPECT_EQ(formatByEnding(std::string("a") + ending), formatNamed(name)) << ending;
+  }
+}
+
 TEST(Format, NamesAndEndingsThatNobodyHasAreUnknown) {
   EXPECT_EQ(formatNamed(""), nullptr);
   EXPECT_EQ(formatNamed("shape"), nullptr);
@@ -33,6 +44,7 @@ TEST(Format, NamesAndEndingsThatNobodyHasAreUnknown) {
 
 TEST(Format, EndingsMayBeInCapitals) {
   EXPECT_EQ(formatByEnding("/a/COINS.GeoJSON"), formatNamed("geojson"));
+  EXPECT_EQ(formatByEnding("/a/COINS.CSV.GZ"), formatNamed("csv"));
 }
 
 TEST(Format, IsKnownByTheFirstLine) {
@@ -40,6 +52,7 @@ TEST(Format, IsKnownByTheFirstLine) {
   EXPECT_EQ(texts::guess("\n \n"), "geojson");
   EXPECT_EQ(texts::guess("QCAR"), "archive");
   EXPECT_EQ(texts::guess("QCAR (0 0)"), "archive");
+  EXPECT_EQ(texts::guess("QCA"), "geojson");
   EXPECT_EQ(texts::guess("\n {\"type\": \"Feature\"}\n"), "geojsonl");
   EXPECT_EQ(texts::guess("{\"type\": \"Feature\"}"), "geojson") << "the line is all there is";
   EXPECT_EQ(texts::guess("{\"type\": \"FeatureCollection\"}\n"), "geojson");
