@@ -52,16 +52,20 @@ class Restore {
   int exponent_;
 };
 
-/// Whether a line's direction must be reversed to have its angle in (-90, 90].
-bool isTurned(const Point& direction) noexcept {
-  return direction.x() < 0.0 || (direction.x() == 0.0 && direction.y() < 0.0);
-}
+/// A line's angle in (-90, 90], and whether the direction from which it comes has to be turned
+/// round to point that way.
+struct LineAngle {
+  qcDegree angle;
+  bool isTurned;
+};
 
-/// A line's direction as an angle in (-90, 90].
-qcDegree angleOf(const Point& direction) noexcept {
-  const Point forward = isTurned(direction) ? -direction : direction;
+LineAngle angleOf(const Point& direction) noexcept {
+  const bool isBackward = direction.x() < 0.0 || (direction.x() == 0.0 && direction.y() < 0.0);
+  const Point forward = isBackward ? -direction : direction;
   const double degrees = qcDegree(qcRadian(std::atan2(forward.y(), forward.x()))).toDouble();
-  return qcDegree(degrees <= -90.0 ? 90.0 : degrees + 0.0);
+  // That of a line that falls almost upright is rounded to -90.
+  if (degrees <= -90.0) return {qcDegree(90.0), !isBackward};
+  return {qcDegree(degrees + 0.0), isBackward};
 }
 
 /// A quarter turn counter-clockwise.
@@ -171,13 +175,13 @@ qcOrientedRect qf_MinimumAreaRect(std::span<const qcVector<2>> points) {
   const bool isLongAlong = cntr::compute::isLongAlongEdge(hull.vertices, caliper);
   const Frame frame(hull, caliper);
   const Point edge = hull.vertices[caliper.to] - hull.vertices[caliper.from];
-  const Point longer = isLongAlong ? edge : across(edge);
+  const auto [angle, isTurned] = angleOf(isLongAlong ? edge : across(edge));
   // The corners of the frame begin with the edge; those of the answer with the longer side.
   std::array<Point, 4> corners = frame.corners();
-  const int first = (isLongAlong ? 0 : 1) + (isTurned(longer) ? 2 : 0);
+  const int first = (isLongAlong ? 0 : 1) + (isTurned ? 2 : 0);
   std::rotate(corners.begin(), corners.begin() + first, corners.end());
   return {frame.center(), restore(isLongAlong ? frame.along : frame.across),
-          restore(isLongAlong ? frame.across : frame.along), angleOf(longer), corners};
+          restore(isLongAlong ? frame.across : frame.along), angle, corners};
 }
 
 qcWidth qf_MinimumWidth(std::span<const qcVector<2>> points) {
@@ -186,7 +190,7 @@ qcWidth qf_MinimumWidth(std::span<const qcVector<2>> points) {
   if (hull.vertices.size() == 1) return {0.0, qcDegree()};
   const Caliper caliper = cntr::compute::narrowestStrip(hull.vertices);
   const Point edge = hull.vertices[caliper.to] - hull.vertices[caliper.from];
-  return {Restore(hull)(Frame(hull, caliper).across), angleOf(across(edge))};
+  return {Restore(hull)(Frame(hull, caliper).across), angleOf(across(edge)).angle};
 }
 
 qcCircle qf_MinimumCircle(std::span<const qcVector<2>> points) {

@@ -150,6 +150,19 @@ TEST(MinimumAreaRect, HasCornersThatGoWithItsAngle) {
   }
 }
 
+TEST(MinimumAreaRect, HasCornersThatGoWithItsAngleOnLinesThatAreNearlyUpright) {
+  // The angle of these lines is rounded to 90 degrees, upwards.
+  for (const double x : {1e-20, -1e-20}) {
+    for (const Points& points : {Points{{0, 0}, {x, 1}}, Points{{0, 1}, {x, 0}}}) {
+      const qcOrientedRect rect = qf_MinimumAreaRect(points);
+      EXPECT_EQ(rect.angle.toDouble(), 90.0);
+      EXPECT_EQ(rect.length, 1.0);
+      EXPECT_EQ(rect.corners[0].y(), 0.0);
+      EXPECT_EQ(rect.corners[1].y(), 1.0);
+    }
+  }
+}
+
 TEST(MinimumWidth, TypedCases) {
   EXPECT_EQ(qf_MinimumWidth(Points{{3, 4}}), (qcWidth{0.0, qcDegree(0)}));
   EXPECT_EQ(qf_MinimumWidth(Points{{0, 0}, {4, 0}}), (qcWidth{0.0, qcDegree(90)}));
@@ -159,6 +172,10 @@ TEST(MinimumWidth, TypedCases) {
   EXPECT_EQ(qf_MinimumWidth(Points{{0, 0}, {4, 0}, {4, 2}, {0, 2}}), (qcWidth{2.0, qcDegree(90)}));
   EXPECT_EQ(qf_MinimumWidth(Points{{0, 0}, {2, 0}, {2, 2}, {0, 2}}), (qcWidth{2.0, qcDegree(90)}));
   EXPECT_EQ(qf_MinimumWidth(Points{{0, 0}, {4, 0}, {0, 3}}).width, 2.4);
+  // Zeros have no sign.
+  EXPECT_FALSE(std::signbit(qf_MinimumWidth(Points{{0, 0}, {0, 4}}).angle.toDouble()));
+  EXPECT_FALSE(
+      std::signbit(qf_MinimumWidth(Points{{0, 4}, {2, 0}, {2, 4}, {0, 0}}).angle.toDouble()));
 }
 
 TEST(MinimumWidth, IsThatOfTheDefinition) {
@@ -189,6 +206,25 @@ TEST(MinimumCircle, IsThatOfTheDefinition) {
     const plain::Circle exact = plain::minimumCircle(points);
     expectRounded(circle.center(), exact.center, largestOf(points));
     expectRounded(circle.radius(), exact.radius, 0.0);
+  }
+}
+
+TEST(MinimumCircle, OfAThinTriangleKeepsTheDigitsOfItsShortSide) {
+  // Seen from the apex, the height of the centre would be a difference of almost equal numbers.
+  for (const double thin : {1e-3, 1e-12, 1e-20, 1e-40}) {
+    const Points triangle = {{0.0, 0.4 * thin}, {1.0, 0.0}, {1.0, thin}};
+    for (int quarters = 0; quarters < 4; ++quarters) {
+      Points turned = triangle;
+      for (Point& p : turned) {
+        if (quarters % 2 == 1) p = Point(p.y(), p.x());
+        if (quarters >= 2) p = -p;
+      }
+      SCOPED_TRACE(thin);
+      const qcCircle circle = qf_MinimumCircle(turned);
+      const plain::Circle exact = plain::minimumCircle(turned);
+      expectRounded(circle.center(), exact.center, 1e-20 * thin);
+      expectRounded(circle.radius(), exact.radius, 0.0);
+    }
   }
 }
 
