@@ -31,14 +31,15 @@ std::vector<qcVector<2>> pointsAtSteps(const plane::Path& path, double length, s
   double here = path.points[0].distance(after(path, 0));
   for (std::size_t i = 1; i < steps; ++i) {
     const double target = length * (static_cast<double>(i) / static_cast<double>(steps));
-    while (passed + here < target && edge + 1 < path.edgeCount()) {
+    // Ends at the last edge or before: the length was added up in the same way, and no target is
+    // greater.
+    while (passed + here < target) {
       passed += here;
       ++edge;
       here = path.points[edge].distance(after(path, edge));
     }
     const Point& from = path.points[edge];
-    points.push_back(here > 0.0 ? from + (after(path, edge) - from) * ((target - passed) / here)
-                                : from);
+    points.push_back(from + (after(path, edge) - from) * ((target - passed) / here));
   }
   if (!path.closed) points.push_back(path.points.back());
   return points;

@@ -28,13 +28,13 @@ bool Parallels::areClose(const Direction& a, const Direction& b) noexcept {
 
 Parallels::Direction Parallels::directionOf(const plane::Edge& edge) noexcept {
   constexpr double none = std::numeric_limits<double>::quiet_NaN();
-  constexpr double longest = 1e100;  // within 1 / longest and this, squares keep their digits
+  constexpr double longest = 1e100;  // the squares of such lengths do not overflow
   if (plane::isDegenerate(edge)) return {};
   const qcVector<2> along = edge.to - edge.from;
   // The point where such an edge would cross is NaN.
   if (!std::isfinite(along.x()) || !std::isfinite(along.y())) return {};
   const double length = along.len();
-  if (!(length > 1.0 / longest && length < longest)) return {none, none};
+  if (length >= longest) return {none, none};
   return along * (1.0 / length);
 }
 

@@ -26,7 +26,7 @@ struct BoundaryRing {
   /// Vertex numbers, the smallest first.
   std::vector<std::size_t> vertices;
   bool isHole = false;
-  /// The lower of the two edges that meet in the first vertex.
+  /// Of a hole, the lower of the two edges that meet in the first vertex.
   std::size_t lowestEdge = noEdge;
   /// The outline around a hole.
   std::size_t outline = 0;
@@ -56,7 +56,7 @@ class Boundary {
 
  private:
   void findRings() {
-    firstFrom_.assign(faces_.vertices.size() + 1, sides_.size());
+    firstFrom_.assign(faces_.vertices.size(), sides_.size());
     for (std::size_t i = sides_.size(); i-- > 0;) firstFrom_[sides_[i].from] = i;
     ringOfEdge_.assign(faces_.edges.size(), noRing);
     onWalk_.assign(faces_.vertices.size(), noPlace);
@@ -100,7 +100,7 @@ class Boundary {
     for (const BoundarySide& side : sides) ring.vertices.push_back(side.from);
     ring.isHole = orientation(point(sides.back().from), point(sides.front().from),
                               point(sides.front().to)) < 0;
-    ring.lowestEdge = ring.isHole ? sides.back().edge : sides.front().edge;
+    if (ring.isHole) ring.lowestEdge = sides.back().edge;
     return ring;
   }
 

@@ -5,6 +5,7 @@
 #include <cntr/compute/resample.h>
 
 #include <gtest/gtest.h>
+#include <testing/shapes/shapes.h>
 
 namespace {
 
@@ -32,6 +33,27 @@ TEST(Resample, EndsWithTheLastVertexOfOpenPaths) {
 TEST(Resample, PassesVerticesThatAreRepeated) {
   const Points line = {{0, 0}, {0, 0}, {1, 0}, {1, 0}, {4, 0}, {4, 0}};
   EXPECT_EQ(pointsAtSteps({line, false}, 4.0, 4), (Points{{0, 0}, {1, 0}, {2, 0}, {3, 0}, {4, 0}}));
+}
+
+TEST(Resample, EndsOnTheLastEdgeWhateverTheRounding) {
+  for (std::uint64_t seed = 0; seed < 300; ++seed) {
+    shapes::Random random(seed);
+    Points points = shapes::cloud(random, 2 + random.below(30));
+    // The sums of the edges are rounded to as little as the last edge is long.
+    points.push_back(points.back() + qcVector<2>(random.uniform(0.0, 1e-12), 0.0));
+    const Path path{points, false};
+    const double length = lengthFromStart(path);
+    for (const std::size_t steps : {std::size_t{1}, std::size_t{7}, std::size_t{100000}}) {
+      const Points stepped = pointsAtSteps(path, length, steps);
+      ASSERT_EQ(stepped.size(), steps + 1) << seed;
+      EXPECT_EQ(stepped.back(), points.back()) << seed;
+      for (std::size_t i = 1; i < stepped.size(); ++i) {
+        ASSERT_LE(stepped[i - 1].distance(stepped[i]),
+                  length / static_cast<double>(steps) * (1.0 + 1e-9))
+            << seed;
+      }
+    }
+  }
 }
 
 }  // namespace

@@ -74,11 +74,33 @@ TEST(ParallelsTest, EdgesThatCanCrossNothingDoNotMatter) {
   Points infinite = straight({1, 0});
   infinite[half] = Point(std::numeric_limits<double>::infinity(), 7);
   EXPECT_TRUE(firstTwoAreParallel(infinite));
+  infinite[half] = Point(7, -std::numeric_limits<double>::infinity());
+  EXPECT_TRUE(firstTwoAreParallel(infinite));
   EXPECT_TRUE(firstTwoAreParallel(Points(2 * EdgeIndex::leafSize + 1, {3, 3})));
 }
 
 TEST(ParallelsTest, EdgesWhoseLengthOverflowsAreTakenToGoAnyWay) {
   EXPECT_FALSE(firstTwoAreParallel(straight({1e200, 0})));
+  EXPECT_FALSE(firstTwoAreParallel(straight({0, 1e100})));
+  EXPECT_TRUE(firstTwoAreParallel(straight({0, 1e98})));
+}
+
+TEST(ParallelsTest, ARunIsParallelWhenAllOfItIs) {
+  // Two boxes on the third level; only the last edge goes another way.
+  const std::size_t edges = EdgeIndex::leafSize * EdgeIndex::fanOut * EdgeIndex::fanOut * 2;
+  Points points;
+  for (std::size_t i = 0; i <= edges; ++i) points.emplace_back(static_cast<double>(i), 2.0);
+  for (const bool isBent : {false, true}) {
+    if (isBent) points.back() = {points.back().x(), 3.0};
+    const Path path{points, false};
+    const EdgeIndex index(path);
+    ASSERT_EQ(index.levelCount(), 3U);
+    const Parallels parallels(path, index);
+    EXPECT_TRUE(parallels.areParallel(2, 0, 0));
+    EXPECT_EQ(parallels.areParallel(2, 0, 1), !isBent);
+    EXPECT_TRUE(parallels.areParallel(1, 0, 14));
+    EXPECT_EQ(parallels.areParallel(1, 0, 15), !isBent);
+  }
 }
 
 TEST(ParallelsTest, WhatIsParallelIsSoByTheKernelAtEveryLevel) {
