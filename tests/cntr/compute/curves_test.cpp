@@ -42,6 +42,18 @@ TEST(Curves, TellTheLeastDistanceBitForBit) {
   }
 }
 
+TEST(Curves, HaveOneEdgeOfEachPathOfOneVertex) {
+  const Points one = {{3, 4}};
+  const Points two = {{0, 0}, {1, 0}};
+  const std::vector<Path> paths = {
+      {one, true}, {one, false}, {{}, true}, {two, false}, {two, true}};
+  const Curves curves(paths);
+  ASSERT_EQ(curves.edges().size(), 5U);
+  EXPECT_EQ(curves.edges()[0].from, Point(3, 4));
+  EXPECT_EQ(curves.edges()[0].to, Point(3, 4));
+  EXPECT_EQ(curves.nearest({3, 8}).distance, 4.0);
+}
+
 TEST(Curves, CountHowOftenTheyRunAroundAPoint) {
   const Points square = {{0, 0}, {4, 0}, {4, 4}, {0, 4}};
   const Points hole = {{1, 1}, {1, 3}, {3, 3}, {3, 1}};

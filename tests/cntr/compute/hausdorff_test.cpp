@@ -28,6 +28,9 @@ TEST(FarthestFrom, LiesWithinAnEdgeBetweenTwoOthers) {
   const double found = farthestFrom(curveOf(line), Curves(paths), 0.0, 1e-9);
   EXPECT_LE(found, 5.0);
   EXPECT_GE(found, 5.0 - 1e-9);
+  // No point of the line can be farther than 5.
+  EXPECT_EQ(farthestFrom(curveOf(line), Curves(paths), 0.0, 5.0), 0.0);
+  EXPECT_EQ(farthestFrom(curveOf(line), Curves(paths), 0.0, 4.9), 5.0);
 }
 
 TEST(FarthestFrom, IsTheDistanceOfAVertexWhereThatIsFarthest) {

@@ -12,6 +12,7 @@
 #include <cntr/regionst.h>
 #include <gtest/gtest.h>
 #include <tests/platform/archive_bytes.h>
+#include <tests/platform/core/live_count.h>
 
 namespace {
 
@@ -235,6 +236,23 @@ TYPED_TEST(ContourDefsErrorTest, ReadBackByPointerCanBeRaisedAgain) {
   auto* const error = dynamic_cast<qcException*>(carrier.carried());
   ASSERT_NE(error, nullptr);
   EXPECT_THROW(error->suicideAndRethrow(), TypeParam);
+}
+
+/// An exception that counts itself.
+template <class X>
+class Counted : public X {
+ public:
+  using X::X;
+
+ private:
+  LiveCount count_;
+};
+
+TYPED_TEST(ContourDefsErrorTest, DeletesItselfWhenItIsRaisedAgain) {
+  auto* const error = new Counted<TypeParam>(L"a reason");
+  EXPECT_EQ(LiveCount::alive(), 1);
+  EXPECT_THROW(error->suicideAndRethrow(), TypeParam);
+  EXPECT_EQ(LiveCount::alive(), 0);
 }
 
 /// "class line": the check that refused the bytes.

@@ -110,6 +110,29 @@ TEST(HuMoments, AddRingsWithTheirSigns) {
   EXPECT_EQ(qf_HuMoments(std::vector<Points>{outline}), qf_HuMoments(outline));
 }
 
+TEST(HuMoments, TakeNothingFromRingsOfFewerThanThreeVertices) {
+  for (std::uint64_t seed = 0; seed < 50; ++seed) {
+    const Points star = shapes::spikyStar(11, seed);
+    const Invariants hu = qf_HuMoments(star);
+    EXPECT_EQ(qf_HuMoments(std::vector<Points>{star, {{0.3, 0.7}, {-0.9, 1.1}}}), hu) << seed;
+    EXPECT_EQ(qf_HuMoments(std::vector<Points>{{}, {{1e9, 1e9}}, {{-1e9, 0}, {0, 1e9}}, star}), hu)
+        << seed;
+  }
+}
+
+TEST(HuMoments, AreNoNumbersWhenAnyCoordinateIsNone) {
+  const Points square = {{0, 0}, {2, 0}, {2, 2}, {0, 2}};
+  for (const double bad : {std::nan(""), std::numeric_limits<double>::infinity()}) {
+    for (const Points& other :
+         {Points{{bad, 1}}, Points{{1, bad}}, Points{{1, 0}, {bad, 0}, {1, 1}},
+          Points{{1, 0}, {0, bad}, {1, 1}}}) {
+      for (const double number : qf_HuMoments(std::vector<Points>{square, other})) {
+        EXPECT_TRUE(std::isnan(number));
+      }
+    }
+  }
+}
+
 TEST(HuMoments, AreNoNumbersWithoutArea) {
   const double infinity = std::numeric_limits<double>::infinity();
   for (const Points& points :

@@ -319,6 +319,29 @@ TEST(BothWaysTest, AnObjectStoredThroughAHandleIsWrittenAgainByValueInsideAnothe
   EXPECT_EQ(loadedBorrower->borrowed->extra, 2U);
 }
 
+/// Its record holds an object that is elsewhere, even if that has been transferred before.
+class Insisting : public virtual qcPersistent, public virtual qcRepBase {
+ public:
+  qcPtrHandle<testDerived> borrowed{new testDerived};
+
+ protected:
+  void dispatchSerialize(qcArchive& archive) override { borrowed->loadSimple(archive); }
+
+ private:
+  static qcPersistent* make() { return new Insisting; }
+  static qc_Instantiator sExemplar;
+};
+qc_Instantiator Insisting::sExemplar(typeid(Insisting), &Insisting::make);
+
+TEST(BothWaysTest, AnObjectThatIsTransferredAnewInsideAnotherRecordIsStillDoneByValue) {
+  qcPtrHandle<Insisting> insisting(new Insisting);
+  testDerived& object = *insisting->borrowed;
+  const std::string once = storedBytes([&](qcArchive& archive) { archive || object || insisting; });
+  EXPECT_GT(once.size(), 2 * derivedRecord("00", "00").size());
+  EXPECT_EQ(storedBytes([&](qcArchive& archive) { archive || object || insisting || object; }),
+            once);
+}
+
 TEST(RawPointerTest, AParentUnderWayIsItsId) {
   Node parent(new testNode(1));
   const Node child(new testNode(2));

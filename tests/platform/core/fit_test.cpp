@@ -8,6 +8,7 @@
 #include <gtest/gtest.h>
 
 #include "fit_points.h"
+#include "live_count.h"
 
 namespace {
 
@@ -16,6 +17,22 @@ using namespace fit_points;
 TEST(FitErrorTest, RethrowsAsItselfWithItsText) {
   auto* const error = new qcFitError(L"why");
   EXPECT_EQ(failureOf([error] { error->suicideAndRethrow(); }), L"why");
+}
+
+/// A fit error that counts itself.
+class CountedFitError : public qcFitError {
+ public:
+  using qcFitError::qcFitError;
+
+ private:
+  LiveCount count_;
+};
+
+TEST(FitErrorTest, DeletesItselfWhenItRethrows) {
+  auto* const error = new CountedFitError(L"why");
+  EXPECT_EQ(LiveCount::alive(), 1);
+  EXPECT_THROW(error->suicideAndRethrow(), qcFitError);
+  EXPECT_EQ(LiveCount::alive(), 0);
 }
 
 TEST(FitParamsTest, DefaultsFitAllPoints) {

@@ -72,6 +72,13 @@ TEST(SingularValuesTest, OfADiagonalAreItsSizesFalling) {
   EXPECT_EQ(column(directions, 2), (Vector3{1, 0, 0}));
 }
 
+TEST(SingularValuesTest, KeepEqualValuesInTheirOrder) {
+  const Matrix3 unit = {{{1, 0, 0}, {0, 1, 0}, {0, 0, 1}}};
+  EXPECT_EQ(qnFit::singularValues(unit).directions, unit);
+  EXPECT_EQ(qnFit::singularValues({{{2, 0, 0}, {0, 3, 0}, {0, 0, 2}}}).directions,
+            (Matrix3{{{0, 1, 0}, {1, 0, 0}, {0, 0, 1}}}));
+}
+
 TEST(SingularValuesTest, AreHowFarTheMatrixStretchesItsDirections) {
   qcRandomUniform random(3);
   for (int round = 0; round < 200; ++round) {
