@@ -4,6 +4,7 @@
 
 #include <cntrsets/geos.h>
 
+#include <cmath>
 #include <memory>
 #include <string>
 
@@ -37,6 +38,7 @@ TEST_F(Geos, GivesBackWhatItWasGiven) {
                         {box(0.1, 20, 1e300, 30), {}}};
   const qcGeosGeometry geometry = qf_ToGeos(context(), feature);
   EXPECT_EQ(GEOSGeomTypeId_r(context(), geometry.get()), GEOS_MULTIPOLYGON);
+  EXPECT_EQ(GEOSGeom_getCoordinateDimension_r(context(), geometry.get()), 2);
   EXPECT_EQ(qf_FromGeos(context(), geometry.get()), feature);
 }
 
@@ -56,6 +58,24 @@ TEST_F(Geos, ReadsPolygonsInCollections) {
       "GEOMETRYCOLLECTION(POLYGON((0 0,10 0,10 10,0 10,0 0)),POLYGON EMPTY,"
       "MULTIPOLYGON(((2 2,4 2,4 4,2 4,2 2))))");
   EXPECT_EQ(qf_FromGeos(context(), geometry.get()), (Feature{{square, {}}, {box(2, 2, 4, 4), {}}}));
+}
+
+TEST_F(Geos, LeavesThirdCoordinatesOut) {
+  const qcGeosGeometry geometry = read("POLYGON Z((0 0 1,10 0 2,10 10 3,0 10 4,0 0 1))");
+  EXPECT_EQ(qf_FromGeos(context(), geometry.get()), (Feature{{square, {}}}));
+}
+
+TEST_F(Geos, SaysWhenGeosRefusesARing) {
+  // A ring whose first vertex is no number does not end where it begins.
+  for (const Feature& feature : {Feature{{{{std::nan(""), 0}, {4, 0}, {0, 4}}, {}}},
+                                 Feature{{square, {{{std::nan(""), 0}, {4, 0}, {0, 4}}}}}}) {
+    try {
+      qf_ToGeos(context(), feature);
+      FAIL() << "not refused";
+    } catch (const qcContourDefs::BadParams& error) {
+      EXPECT_EQ(error.message(), L"GEOS refuses the outlines");
+    }
+  }
 }
 
 TEST_F(Geos, RefusesOtherGeometries) {

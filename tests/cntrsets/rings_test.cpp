@@ -27,6 +27,15 @@ TEST(ToRegion, KeepsOutlineAndHoles) {
   EXPECT_EQ(region.label(), 0);
 }
 
+TEST(ToRegion, RepairsNothing) {
+  const qcRings crossing{{{0, 0}, {40, 40}, {40, 0}, {0, 40}},
+                         {{{2, 10}, {4, 12}, {4, 10}, {2, 12}}}};
+  const qcRegion region = qf_ToRegion(crossing);
+  EXPECT_EQ(region.points(), crossing.outline);
+  ASSERT_EQ(region.holes().size(), 1U);
+  EXPECT_EQ(region.holes()[0]->points(), crossing.holes[0]);
+}
+
 TEST(ToRegion, RefusesAHoleThatTouchesTheOutline) {
   try {
     qf_ToRegion({plate.outline, {{{0, 5}, {3, 4}, {3, 6}}}});

@@ -125,6 +125,32 @@ TEST(Crossing, IsTheNearestPointOfDoubles) {
 TEST(Crossing, StaysInTheBoxesOfBothSegments) {
   const Point p = crossing({0.0, 0.1}, {1.0, 0.1}, {0.3, 0.0}, {0.3, 1.0});
   EXPECT_EQ(p, Point(0.3, 0.1));
+  // Along a segment of 2^100, the crossing is only known to within a few units.
+  for (int i = 1; i < 100; ++i) {
+    const double x = 0.1 * i;
+    for (const double side : {-1.0, 1.0}) {
+      const Point far = {side * 0x1.23456789p100, 0.7};
+      const Point near = {-side * 0x1.98765432p100, 0.7};
+      EXPECT_EQ(crossing(far, near, {x, -3.1}, {x, 9.3}), Point(x, 0.7)) << i;
+      EXPECT_EQ(crossing({far.y(), far.x()}, {near.y(), near.x()}, {-3.1, x}, {9.3, x}),
+                Point(0.7, x))
+          << i;
+    }
+  }
+}
+
+TEST(Crossing, IsAsNearWhenTheExtentOfASegmentIsNoDouble) {
+  const Point p = crossing({-0x1p60, 0}, {3, 0}, {0, -1}, {2, 1});
+  EXPECT_NEAR(p.x(), 1.0, 0x1p-37);
+  EXPECT_EQ(p.y(), 0.0);
+}
+
+TEST(Crossing, IsZeroWhereProductsWouldLoseDigits) {
+  // It lies at about a fifth of the least coordinate.
+  const double least = cntr::sets::leastCoordinate;
+  EXPECT_EQ(crossing({-least, -1}, {2 * least, 1.5}, {-1, 0}, {1, 0}), Point(0, 0));
+  EXPECT_EQ(crossing({-1, -least}, {1.5, 2 * least}, {0, -1}, {0, 1}), Point(0, 0));
+  EXPECT_EQ(crossing({-4 * least, -1}, {-2 * least, 1}, {-1, 0}, {1, 0}), Point(-3 * least, 0));
 }
 
 }  // namespace

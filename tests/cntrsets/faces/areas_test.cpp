@@ -94,6 +94,34 @@ TEST(AreasOfFaces, DoNotAgreeWhenAnEdgeThatIsNotUprightIsMissing) {
   EXPECT_FALSE(agrees(wrong));
 }
 
+/// Whether the faces agree with a square when all its edges have moved outwards.
+bool agreesWhenGrown(double side, double by, double moved) {
+  const Points square = features::box(0, 0, side, side);
+  const Points grown = features::box(-by, -by, side + by, side + by);
+  const std::vector<std::span<const qcVector<2>>> before{square};
+  const std::vector<std::span<const qcVector<2>>> after{grown};
+  const Faces faces = facesOf(cntr::sets::piecesOf(after));
+  return areasAgree(cntr::sets::piecesOf(before), faces, areasOf(faces), moved);
+}
+
+TEST(AreasOfFaces, AgreeWhenAllEdgesHaveMovedAsFarAsAllowed) {
+  // Some squares are longer than they have grown, some shorter.
+  for (const double side : {0x1p479, 0x1p440, 0x1p438, 0x1p430}) {
+    EXPECT_TRUE(agreesWhenGrown(side, 0x1p438, 0x1p438)) << side;
+    EXPECT_FALSE(agreesWhenGrown(side, 0x3p438, 0x1p438)) << side;
+  }
+}
+
+TEST(AreasOfFaces, DoNotAgreeWhenMoreThanRoundingIsMissing) {
+  EXPECT_EQ(cntr::sets::roundingOfAreas(3), 1.5 * cntr::sets::roundingOfAreas(2));
+  Cut wrong = cut({features::square});
+  ASSERT_EQ(wrong.faces.vertices[0], qcVector<2>(0, 0));
+  wrong.faces.vertices[0] = {0x1p389, 0};
+  EXPECT_FALSE(areasAgree(wrong.edges, wrong.faces, areasOf(wrong.faces), 0.0));
+  wrong.faces.vertices[0] = {0x1p386, 0};
+  EXPECT_TRUE(areasAgree(wrong.edges, wrong.faces, areasOf(wrong.faces), 0.0));
+}
+
 TEST(AreasOfFaces, DoNotAgreeWhenAVertexHasMovedMoreThanAllowed) {
   Cut wrong = cut({features::square});
   const double far = wrong.unit * 8.0;

@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <string>
 
+#include <cntr/contourdefs.h>
 #include <gtest/gtest.h>
 #include <tests/cntrsets/faces/unitwalks.h>
 #include <tests/cntrsets/features.h>
@@ -14,8 +15,10 @@
 namespace {
 
 using cntr::sets::boundaryOf;
+using cntr::sets::Edge;
 using cntr::sets::Faces;
 using cntr::sets::facesOf;
+using cntr::sets::noEdge;
 using cntr::sets::Point;
 using cntr::sets::Windings;
 using features::box;
@@ -61,6 +64,61 @@ TEST(BoundaryTest, MakesTwoPartsOfCellsThatMeetInACorner) {
 TEST(BoundaryTest, MakesAHoleOfALoopThatHangsOnAVertex) {
   EXPECT_EQ(filled({{{0, 0}, {3, 0}, {3, 3}, {0, 3}, {0, 0}, {1, 2}, {2, 1}}}),
             (Feature{{box(0, 0, 3, 3), {{{0, 0}, {1, 2}, {2, 1}}}}}));
+}
+
+/// The ring from its lowest-leftmost vertex in the other direction.
+Points hole(const Points& outline) {
+  Points ring = reversed(outline);
+  std::rotate(ring.begin(), ring.end() - 1, ring.end());
+  return ring;
+}
+
+/// The boundary of the faces around which an odd number of rings winds.
+Feature filledByParity(const std::vector<Points>& rings) {
+  const std::vector<std::span<const Point>> spans(rings.begin(), rings.end());
+  const Faces faces = facesOf(cntr::sets::piecesOf(spans));
+  std::vector<bool> kept;
+  for (const Windings& windings : faces.windings) kept.push_back(windings.size() % 2 == 1);
+  return boundaryOf(faces, kept);
+}
+
+TEST(BoundaryTest, GivesHolesAboveEachOtherToTheOutlineAroundThem) {
+  const Points other = box(0, 0, 1, 1);
+  const Points outline = box(10, 0, 30, 30);
+  const Points low = box(12, 2, 28, 5);
+  const Points middle = box(14, 8, 26, 10);
+  const Points high = box(16, 20, 18, 22);
+  EXPECT_EQ(filledByParity({high, other, low, outline, middle}),
+            (Feature{{other, {}}, {outline, {hole(low), hole(middle), hole(high)}}}));
+}
+
+TEST(BoundaryTest, GivesTheHoleOfAPartInAHoleToThatPart) {
+  const Points outline = box(0, 0, 20, 20);
+  const Points around = box(2, 2, 18, 18);
+  const Points part = box(4, 4, 16, 16);
+  const Points innermost = box(6, 6, 8, 8);
+  EXPECT_EQ(filledByParity({outline, around, reversed(part), innermost}),
+            (Feature{{outline, {hole(around)}}, {part, {hole(innermost)}}}));
+}
+
+/// What is said about a boundary that consists of edges whose face above or below is kept.
+std::wstring refusalOf(const Points& vertices, const std::vector<Edge>& edges) {
+  const Faces faces{vertices, edges, {{}, {{0, 1}}}};
+  try {
+    boundaryOf(faces, {false, true});
+  } catch (const qcContourDefs::BadParams& error) {
+    return error.message();
+  }
+  return L"not refused";
+}
+
+TEST(BoundaryTest, RefusesWhatIsNotClosed) {
+  const std::wstring refusal = L"the result is not valid: a boundary is not closed";
+  EXPECT_EQ(refusalOf({{0, 0}, {1, 0}}, {{0, 1, noEdge, 0, 1}}), refusal);
+  // It leads into a ring, but not back to its first vertex.
+  EXPECT_EQ(refusalOf({{0, 0}, {1, 0}, {2, 0}},
+                      {{0, 1, noEdge, 0, 1}, {1, 2, noEdge, 0, 1}, {1, 2, noEdge, 1, 0}}),
+            refusal);
 }
 
 TEST(BoundaryTest, OfAnyFacesOfAnyWalksHoldsTheirCellsAlone) {

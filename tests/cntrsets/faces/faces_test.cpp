@@ -5,10 +5,12 @@
 #include <cntrsets/faces/faces.h>
 
 #include <algorithm>
+#include <cmath>
 #include <set>
 #include <string>
 #include <utility>
 
+#include <cntr/contourdefs.h>
 #include <gtest/gtest.h>
 #include <tests/cntrsets/faces/unitwalks.h>
 #include <tests/cntrsets/features.h>
@@ -104,6 +106,33 @@ TEST(FacesTest, UnderAnEdgeIsTheNextLessSteepOneOfItsEndOrElseTheNearestBelow) {
   EXPECT_EQ(under({2, 2}, {4, 8}), std::pair(Point(2, 2), Point(5, 1)));
   EXPECT_EQ(under({4, 8}, {5, 4}), std::pair(Point(2, 2), Point(5, 1)));
   EXPECT_EQ(under({0, 9}, {9, 9}), std::pair(Point(0, 0), Point(9, 0)));
+}
+
+TEST(FacesTest, TheFirstOfEqualVerticesIsTaken) {
+  // Both zeros are equal.
+  const Points minus{{-0.0, 0}, {4, 1}, {4, 4}};
+  const Points plus{{0.0, 0}, {-4, -1}, {-4, -4}};
+  for (const bool isMinusFirst : {true, false}) {
+    const std::vector<std::span<const Point>> rings =
+        isMinusFirst ? std::vector<std::span<const Point>>{minus, plus}
+                     : std::vector<std::span<const Point>>{plus, minus};
+    const Faces faces = facesOf(cntr::sets::piecesOf(rings));
+    ASSERT_EQ(faces.vertices.size(), 5U);
+    EXPECT_EQ(faces.vertices[2], Point(0, 0));
+    EXPECT_EQ(std::signbit(faces.vertices[2].x()), isMinusFirst);
+  }
+}
+
+TEST(FacesTest, EdgesThatLieAlongEachOtherAreRefused) {
+  const Points shorter{{0, 0}, {4, 0}, {0, 4}};
+  const Points longer{{0, 0}, {8, 0}, {0, -8}};
+  const std::vector<std::span<const Point>> rings{shorter, longer};
+  try {
+    facesOf(cntr::sets::piecesOf(rings));
+    FAIL() << "not refused";
+  } catch (const qcContourDefs::BadParams& error) {
+    EXPECT_EQ(error.message(), L"the result is not valid: edges are not cut");
+  }
 }
 
 TEST(FacesTest, BesideEveryEdgeOfAnyWalkAreTheWindingsOfItsCells) {

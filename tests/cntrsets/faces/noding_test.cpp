@@ -125,6 +125,67 @@ TEST(NodeOnGrid, LeavesPiecesOnTheGridThatMeetAtTheirEndsAlone) {
   }
 }
 
+/// Triangles in units of the grid.
+Noding nodeTriangles(const std::vector<shapes::Points>& triangles, double grid) {
+  std::vector<shapes::Points> scaled = triangles;
+  for (shapes::Points& triangle : scaled)
+    for (Point& p : triangle) p = p * grid;
+  const std::vector<std::span<const Point>> rings(scaled.begin(), scaled.end());
+  return nodeOnGrid(cntr::sets::piecesOf(rings), grid);
+}
+
+/// How many pieces of the first ring begin at the point, in units of the grid.
+std::ptrdiff_t passages(const Noding& noding, const Point& p) {
+  return std::count_if(noding.pieces.begin(), noding.pieces.end(), [&](const Piece& piece) {
+    return piece.ring == 0 && piece.from == p * noding.grid;
+  });
+}
+
+TEST(NodeOnGrid, MovesEndsToTheNearestPoint) {
+  const Noding noding = nodeTriangles({{{0.4, -0.4}, {500.6, 0.4}, {-9.6, 20.6}}}, 0x1p470);
+  ASSERT_EQ(noding.pieces.size(), 3U);
+  EXPECT_EQ(noding.pieces[0].from, Point(-10, 21) * 0x1p470);
+  EXPECT_EQ(noding.pieces[1].from, Point(0, 0) * 0x1p470);
+  EXPECT_EQ(noding.pieces[2].from, Point(501, 0) * 0x1p470);
+}
+
+shapes::Points turnedByQuarters(shapes::Points points, int quarters) {
+  for (; quarters > 0; --quarters)
+    for (Point& p : points) p = Point(-p.y(), p.x());
+  return points;
+}
+
+TEST(NodeOnGrid, LeadsPiecesThroughTheCellsOfWhichTheyCutOffACorner) {
+  const shapes::Points above{{-2, -1}, {2, 2}, {-9, 9}};
+  const shapes::Points below{{0, 0}, {5, -9}, {9, -5}};
+  for (int quarters = 0; quarters < 4; ++quarters) {
+    const Noding noding = nodeTriangles(
+        {turnedByQuarters(above, quarters), turnedByQuarters(below, quarters)}, 0x1p470);
+    EXPECT_EQ(noding.pieces.size(), 7U) << quarters;
+    EXPECT_EQ(passages(noding, {0, 0}), 1) << quarters;
+  }
+}
+
+TEST(NodeOnGrid, LeadsPiecesThroughTheCellWhoseLowerLeftCornerTheyPass) {
+  const shapes::Points falling{{-1, 2}, {2, -1}, {-9, -9}};
+  EXPECT_EQ(passages(nodeTriangles({falling, {{1, 1}, {9, 1}, {1, 9}}}, 0x1p470), {1, 1}), 1);
+  EXPECT_EQ(passages(nodeTriangles({falling, {{0, 0}, {-1, 0}, {0, -1}}}, 0x1p470), {0, 0}), 0);
+  const shapes::Points rising{{-2, -1}, {1, 2}, {-9, 9}};
+  EXPECT_EQ(passages(nodeTriangles({rising, {{0, 0}, {1, 0}, {1, -1}}}, 0x1p470), {0, 0}), 0);
+  const shapes::Points risingBelow{{-1, -2}, {2, 1}, {9, -9}};
+  EXPECT_EQ(passages(nodeTriangles({risingBelow, {{0, 0}, {-1, 0}, {-1, 1}}}, 0x1p470), {0, 0}), 0);
+}
+
+TEST(Node, TellsWhetherAndHowOftenCrossingsWereRounded) {
+  const Noding touching = node(scaledPieces({{0, 0}, {8, 0}, {8, 8}, {4, 0}, {0, 8}}));
+  EXPECT_FALSE(touching.crossed);
+  EXPECT_EQ(touching.roundings, 0);
+  const Noding crossing = node(scaledPieces({{0, 0}, {8, 8}, {8, 0}, {0, 8}}));
+  EXPECT_TRUE(crossing.crossed);
+  EXPECT_EQ(crossing.roundings, 1);
+  EXPECT_EQ(crossing.grid, 0.0);
+}
+
 TEST(NodeUnlessCrossed, CutsAtVerticesAndTellsOfCrossings) {
   const shapes::Points touching{{0, 0}, {8, 0}, {8, 8}, {4, 0}, {0, 8}};
   const Noding touches = nodeUnlessCrossed(scaledPieces(touching));

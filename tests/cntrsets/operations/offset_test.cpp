@@ -109,6 +109,23 @@ TEST(Offset, KeepsChordsWithinTheToleranceOfTheirArcs) {
   }
 }
 
+TEST(Offset, MakesTheLongestChordsThatTheToleranceAllows) {
+  // A quarter circle at each corner of the square. The tolerance is limited to between 1e-8 and
+  // 0.25 of the distance.
+  const auto chordsAtCorner = [](double tolerance) {
+    return qf_Offset({{square, {}}}, 2.0, tolerance)[0].outline.size() / 4 - 1;
+  };
+  const auto expected = [](double share) {
+    return static_cast<std::size_t>(
+        std::ceil(0.5 * std::numbers::pi / (2.0 * std::acos(1.0 - share))));
+  };
+  EXPECT_EQ(chordsAtCorner(0.02), expected(0.01));
+  EXPECT_EQ(chordsAtCorner(0.5), expected(0.25));
+  EXPECT_EQ(chordsAtCorner(10.0), 2U);
+  EXPECT_EQ(chordsAtCorner(1e-7), expected(5e-8));
+  EXPECT_EQ(chordsAtCorner(1e-300), expected(1e-8));
+}
+
 TEST(Offset, RefusesDistancesAndTolerancesThatMeanNothing) {
   const auto refusal = [](double distance, double tolerance) {
     try {

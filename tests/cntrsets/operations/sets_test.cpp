@@ -115,6 +115,11 @@ TEST(MakeValid, ReportsByHowMuchRoundedCrossingsCanChangeTheArea) {
   qf_MakeValid({{shapes::starPolygon(5, 2, 100.0), {}}}, qcPolygon::eNonZero, &report);
   EXPECT_GT(report.areaError, 0.0);
   EXPECT_LT(report.areaError, 1e-10);
+  // The crossing is rounded once, by half a unit in the last place of 20 in each coordinate.
+  const Feature bowTie{{{{0, 0}, {4, 4}, {4, 0}, {0, 4}}, {box(1, 1, 2, 3)}},
+                       {box(10, 0, 20, 5), {}}};
+  qf_MakeValid(bowTie, qcPolygon::eNonZero, &report);
+  EXPECT_DOUBLE_EQ(report.areaError, features::lengthOf(bowTie) * std::sqrt(0.5) * 0x1p-48);
 }
 
 TEST(MakeValid, DropsASpikeWalkedThereAndBack) {
@@ -127,6 +132,15 @@ TEST(MakeValid, DropsASpikeWalkedThereAndBack) {
 TEST(MakeValid, DropsRepeatedVertices) {
   EXPECT_EQ(repaired({{{{0, 0}, {0, 0}, {10, 0}, {10, 10}, {10, 10}, {0, 10}, {0, 0}}, {}}}),
             (Feature{{square, {}}}));
+}
+
+TEST(MakeValid, KeepsTheSignOfZeros) {
+  const Feature feature{{{{-0.0, 0.0}, {10, -0.0}, {10, 10}}, {}}};
+  const Points outline = repaired(feature)[0].outline;
+  EXPECT_EQ(outline, feature[0].outline);
+  EXPECT_TRUE(std::signbit(outline[0].x()));
+  EXPECT_FALSE(std::signbit(outline[0].y()));
+  EXPECT_TRUE(std::signbit(outline[1].y()));
 }
 
 TEST(MakeValid, KeepsVerticesOnStraightLines) {
@@ -299,6 +313,12 @@ TEST(MakeValid, MovesVerticesToAGridWhereNothingElseSettlesAndSaysSo) {
     features::expectNormalForm(result);
     EXPECT_EQ(report.gridSize > 0.0, report.snapped);
     EXPECT_LT(report.areaError, 1e-8);
+    if (report.snapped) {
+      // The finest grid: eight units in the last place of 1000.
+      EXPECT_EQ(report.gridSize, 0x1p-40);
+      EXPECT_DOUBLE_EQ(report.areaError,
+                       features::lengthOf({{ring, {}}}) * std::sqrt(0.5) * report.gridSize);
+    }
   }
   EXPECT_TRUE(report.snapped);
 }
