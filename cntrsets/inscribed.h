@@ -30,14 +30,15 @@
 /// The bounding box is halved repeatedly, and a piece is dropped when none of its points can be
 /// farther from the boundary, by more than the tolerance, than the farthest point so far (P.
 /// Hansen, D. Peeters, D. Richard, J.-F. Thisse, "The minisum and minimax location problems
-/// revisited", Operations Research 33, 1985). What a piece can reach is bounded by the edges near
-/// it: distances from edges are convex, and a weighted mean of them, with weights from the linear
-/// program of their tangents, is largest at a corner. O(n log n) for most outlines, and less than
-/// qf_RingContact() takes. The worst case is a gap between edges that has the same width all along:
-/// each vertex beside it then takes a number of pieces that grows with log(width / tolerance). If n
-/// edges are equally far from a point, finding the nearest one there takes O(n). A shape much
-/// longer than wide takes a number of pieces that grows with length / width, as long as the width
-/// exceeds the tolerance.
+/// revisited", Operations Research 33, 1985). Halves are searched in depth; when that finds nothing
+/// better for a while, the piece that can reach farthest is next. What a piece can reach is bounded
+/// by the edges near it: distances from edges are convex, and a weighted mean of them, with weights
+/// from the linear program of their tangents, is largest at a corner. O(n log n) for most outlines,
+/// and less than qf_RingContact() takes. The worst case is a gap between edges that has the same
+/// width all along: each vertex beside it then takes a number of pieces that grows with log(width /
+/// tolerance). If n edges are equally far from a point, finding the nearest one there takes O(n). A
+/// shape much longer than wide takes a number of pieces that grows with length / width, as long as
+/// the width exceeds the tolerance.
 CNTRSETS_EXPORT qcCircle qf_InscribedCircle(const std::vector<qcRings>& feature, double tolerance);
 
 /// The same for a feature whose contact is known.

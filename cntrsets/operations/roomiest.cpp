@@ -27,6 +27,10 @@ constexpr double smallShare = 0.25;
 /// sides. Shapes a hundred thousand times as long as wide can need more.
 constexpr std::size_t mostPieces = std::size_t{1} << 20U;
 constexpr std::size_t mostPiecesOfSide = 256;
+/// So many pieces are searched in depth without finding a better point; then the search turns to
+/// the piece that promises most. Otherwise it would follow an edge from outside down to the
+/// smallest pieces, because next to it everything is promising as long as nothing has been found.
+constexpr std::size_t patience = 1024;
 
 /// An upright rectangle that is still to be searched.
 struct Cell {
@@ -52,6 +56,7 @@ class Search {
   Room run() {
     std::vector<Cell> cells{everything()};
     while (!cells.empty()) {
+      if (best_.pieces - lastProgress_ == patience) turnToMostPromising(cells);
       Cell cell = cells.back();
       cells.pop_back();
       if (best_.pieces++ == mostPieces_)
@@ -114,7 +119,15 @@ class Search {
   }
 
   void improve(const Point& p, double distance) {
-    if (distance > best_.radius) best_ = {p, distance, best_.pieces};
+    if (!(distance > best_.radius)) return;
+    best_ = {p, distance, best_.pieces};
+    lastProgress_ = best_.pieces;
+  }
+
+  void turnToMostPromising(std::vector<Cell>& cells) {
+    std::stable_sort(cells.begin(), cells.end(),
+                     [](const Cell& a, const Cell& b) { return a.bound < b.bound; });
+    lastProgress_ = best_.pieces;
   }
 
   /// Halves the longer side. The half with the target comes first.
@@ -135,6 +148,8 @@ class Search {
   double tolerance_;
   std::size_t mostPieces_;
   Room best_;
+  /// The number of pieces when a better point was found, or the search turned.
+  std::size_t lastProgress_ = 0;
   TangentProgram program_;
 };
 

@@ -60,6 +60,19 @@ TEST(RoomiestTest, OfSidesThatEncloseNothingIsAnEnd) {
   EXPECT_EQ(room.centre, Point(0, 0));
 }
 
+TEST(RoomiestTest, TurnsAwayFromANotchThatSeemsRoomyAsLongAsNothingIsFound) {
+  const Feature plate{{{{2, 5}, {1, 5}, {1, 7}, {0, 7}, {0, 0}, {2, 0}},
+                       {{{1.6195836379587292, 3.5},
+                         {1, 4.1195836379587289},
+                         {0.38041636204127083, 3.5},
+                         {0.99999999999999989, 2.8804163620412711}}}}};
+  const RingList list(plate);
+  const Frame frame(list.rings());
+  const Room room = roomiest(cntr::sets::sidesOf(list, frame), frame.scaled(1e-9));
+  EXPECT_NEAR(frame.restored(room.radius, 1), 1.0, 1e-9);
+  EXPECT_LT(room.pieces, 2000U);
+}
+
 /// A gap of even width between two circles of n corners each.
 Feature annulus(std::size_t n, double inner) {
   return {{shapes::regularPolygon(n, 100.0, {0, 0}), {shapes::regularPolygon(n, inner, {0, 0})}}};
