@@ -278,8 +278,8 @@ std::string withEdgelets(std::string_view json, const Geometry& geometry) {
     return lastMemberOf(json, "edgelets").empty() ? std::string(json) : without(json, "edgelets");
   }
   std::string result = json.starts_with('{') ? without(json, "edgelets") : "{}";
-  result.back() = result.size() > 2 ? ',' : '{';
-  if (result.size() == 2) result.pop_back();
+  result.pop_back();
+  if (result.size() > 1) result += ',';
   return result.append(R"("edgelets":)").append(edgeletProperty(geometry)).append(1, '}');
 }
 

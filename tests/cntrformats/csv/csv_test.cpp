@@ -225,6 +225,11 @@ TEST(CsvWriter, SeparatesOnlyWhatWouldBeReadTogether) {
   const std::string hole = "7/hole 1,1,1\n7/hole 1,2,1\n7/hole 1,1,2\n";
   EXPECT_EQ(texts::written("csv", {holed, feature, feature}),
             "id,x,y\n" + ring + hole + ring + "\n" + ring);
+  feature.geometry.parts.push_back({{{50, 50}, {60, 50}, {50, 60}}, {}});
+  const std::string parts =
+      "7/part 1,0,0\n7/part 1,9,0\n7/part 1,0,9\n"
+      "7/part 2,50,50\n7/part 2,60,50\n7/part 2,50,60\n";
+  EXPECT_EQ(texts::written("csv", {feature, feature}), "id,x,y\n" + parts + parts);
 }
 
 TEST(CsvWriter, NamesThatWouldNotComeBackAreNumbers) {

@@ -72,6 +72,8 @@ INSTANTIATE_TEST_SUITE_P(
                     geometry("MultiPolygon",
                              "[[" + triangle + "],[" + triangle + R"(,[[21,1],[22,1],[22,"2"]]]])"),
                     R"(part 2, hole 1, vertex 2: y is "2", not a number)"},
+        BadGeometry{"OutlineOfAPart", geometry("MultiPolygon", "[[" + triangle + "],[[[1,1]]]]"),
+                    "part 2, outline has 1 point, but needs 3"},
         BadGeometry{"LineInAPart", geometry("MultiLineString", "[[[0,0],[1,1]],[[2,2]]]"),
                     "part 2, line has 1 point, but needs 2"},
         BadGeometry{"NoParts", geometry("MultiPolygon", "[]"), "no coordinates"},

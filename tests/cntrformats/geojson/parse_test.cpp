@@ -88,3 +88,20 @@ TEST(GeoJsonParse, OnlyAnObjectIsRead) {
     EXPECT_FALSE(isRead) << other;
   }
 }
+
+TEST(GeoJsonParse, WhatPrecedesBlanksIsNotRead) {
+  std::string text("{ \n");
+  text.reserve(text.size() + passagePadding);
+  EXPECT_FALSE(parseObject({std::string_view(text).substr(1)}, [](JsonObject&) {}));
+}
+
+TEST(GeoJsonParse, TheTextOfAValueEndsWithIt) {
+  std::string text(
+      "{\"a\" : [1, 2 ] , \"b\" : { \"c\":1} \n,\"d\":-1.50 ,\"e\": \" f \" ,\"g\":null }");
+  text.reserve(text.size() + passagePadding);
+  std::vector<std::string> found;
+  EXPECT_TRUE(parseObject({text}, [&](JsonObject& object) {
+    for (auto field : object) found.emplace_back(rawOf(field.value()));
+  }));
+  EXPECT_EQ(found, (std::vector<std::string>{"[1, 2 ]", "{ \"c\":1}", "-1.50", "\" f \"", "null"}));
+}

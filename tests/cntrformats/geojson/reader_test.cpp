@@ -59,6 +59,12 @@ TEST(GeoJsonDocument, WhatComesBeforeAnErrorIsHandedOver) {
               ElementsAre("members type", "feature 1", "not JSON: line 2, column 2: ']' expected"));
 }
 
+TEST(GeoJsonDocument, ANullCharacterIsItsEnd) {
+  const std::string text = R"({"type":"FeatureCollection","features":[)" + triangle + "]}";
+  EXPECT_THAT(eventsOf(text + std::string(1, '\0')),
+              ElementsAre("members type", "feature 1", "members"));
+}
+
 TEST(GeoJsonDocument, ACollectionMayTellItsTypeLast) {
   EXPECT_THAT(eventsOf(R"({"features":[)" + triangle + R"(],"type":"FeatureCollection"})"),
               ElementsAre("members", "feature 1", "members type"));
