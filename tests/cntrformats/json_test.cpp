@@ -10,8 +10,12 @@ using testing::ElementsAre;
 using testing::IsEmpty;
 
 TEST(ValueEnd, IsTheSameWhereverTheTextIsCut) {
-  const std::string values[] = {R"({"a":{"b":"}\"}"},"c":[1,"]"]})", R"([[1,[2]],"[",{}])",
-                                R"("a\\\"b")", "12.5", "null"};
+  const std::string values[] = {R"({"a":{"b":"}\"}"},"c":[1,"]"]})",
+                                R"([[1,[2]],"[",{}])",
+                                R"("a\\\"b")",
+                                R"("\\")",
+                                "12.5",
+                                "null"};
   for (const std::string& value : values) {
     const std::string text = value + ", ";
     for (std::size_t cut = 1; cut < text.size(); ++cut) {

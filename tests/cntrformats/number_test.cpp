@@ -44,6 +44,7 @@ TEST(Number, MayHaveASignAndAnExponent) {
 
 TEST(Number, OtherTextsAreNamed) {
   EXPECT_EQ(refusal("1x"), "'1x' is not a finite number");
+  EXPECT_EQ(refusal("1:"), "'1:' is not a finite number") << "the character behind 9";
   EXPECT_EQ(refusal(""), "'' is not a finite number");
   EXPECT_EQ(refusal(" 1"), "' 1' is not a finite number");
   EXPECT_EQ(refusal("inf"), "'inf' is not a finite number");

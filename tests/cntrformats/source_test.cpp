@@ -196,6 +196,7 @@ TEST(Source, IsTheSameWhenItsBytesArriveOneByOne) {
 TEST(Source, ClosesItsFileButNotStandardInput) {
   const texts::TemporaryFile file("text");
   const int next = nextDescriptor();
+  ASSERT_GE(next, 0) << "standard input is not open";
   EXPECT_EQ(Source(file.path()).firstCharacter(), 't');
   EXPECT_EQ(nextDescriptor(), next);
   EXPECT_FALSE(Source("-").isRepeatable());
