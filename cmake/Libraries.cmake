@@ -16,15 +16,16 @@ function(cntr_offer_headers library)
   set_target_properties(${library} PROPERTIES CNTR_PUBLIC_HEADERS "${headers}")
 endfunction()
 
-# What the users of a static library need: an empty export macro, and a linker option that requires
-# `symbol`, the list of the classes that archives can hold. Without it a linker leaves out each class
-# that the program does not mention itself. Does nothing for a shared library.
+# What a static library needs: an empty export macro, so that its symbols stay hidden and Windows does
+# not look for them in a DLL; and, for its users, a linker option that requires `symbol`, the list of
+# the classes that archives can hold. Without it a linker leaves out each class that the program does not
+# mention itself. Does nothing for a shared library.
 function(cntr_make_static_usable library symbol)
   get_target_property(type ${library} TYPE)
   if(NOT type STREQUAL "STATIC_LIBRARY")
     return()
   endif()
-  target_compile_definitions(${library} INTERFACE CNTR_STATIC)
+  target_compile_definitions(${library} PUBLIC CNTR_STATIC)
   if(MSVC)
     target_link_options(${library} INTERFACE /INCLUDE:${symbol})
   else()
