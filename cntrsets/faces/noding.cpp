@@ -103,7 +103,7 @@ void meet(Cuts& cuts, std::size_t i, std::size_t j) {
 
 Cuts meetings(std::vector<Piece> pieces) {
   Cuts cuts{std::move(pieces)};
-  PieceTree(cuts.pieces, 0.0).forEachPair([&](std::size_t i, std::size_t j) { meet(cuts, i, j); });
+  PieceTree(cuts.pieces).forEachPair([&](std::size_t i, std::size_t j) { meet(cuts, i, j); });
   return cuts;
 }
 
@@ -180,7 +180,7 @@ std::vector<Piece> movedToGrid(const std::vector<Piece>& pieces, double grid) {
 /// Cuts the pieces at their crossings, and adds each crossing as a piece of length 0.
 void addCrossings(std::vector<Piece>& pieces, std::vector<Cut>& cuts, double grid) {
   std::vector<Piece> crossings;
-  PieceTree(pieces, 0.0).forEachPair([&](std::size_t i, std::size_t j) {
+  PieceTree(pieces).forEachPair([&](std::size_t i, std::size_t j) {
     const Piece& p = pieces[i];
     const Piece& q = pieces[j];
     if (!Sides(p, q).different() || !Sides(q, p).different()) return;
@@ -192,12 +192,13 @@ void addCrossings(std::vector<Piece>& pieces, std::vector<Cut>& cuts, double gri
   pieces.insert(pieces.end(), crossings.begin(), crossings.end());
 }
 
-/// Cuts pieces that pass through the cells in which others begin.
+/// Cuts pieces that pass through the cells in which others begin. As all ends are in the middle of
+/// cells, the box of such a piece holds the beginning of the other.
 void addPassages(const std::vector<Piece>& pieces, std::vector<Cut>& cuts, double grid) {
   const auto add = [&](std::size_t piece, const Point& end) {
     if (passesThrough(pieces[piece], end, 0.5 * grid)) cuts.push_back({piece, end});
   };
-  PieceTree(pieces, 0.5 * grid).forEachPair([&](std::size_t i, std::size_t j) {
+  PieceTree(pieces).forEachPair([&](std::size_t i, std::size_t j) {
     add(i, pieces[j].from);
     add(j, pieces[i].from);
   });

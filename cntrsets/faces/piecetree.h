@@ -17,15 +17,11 @@ namespace cntr::sets {
 /// Boxes of single pieces, of pairs of them, of pairs of pairs, up to one box for all.
 class PieceTree {
  public:
-  /// Boxes are enlarged by `margin` on all sides.
-  PieceTree(const std::vector<Piece>& pieces, double margin) {
+  explicit PieceTree(const std::vector<Piece>& pieces) {
     if (pieces.empty()) return;
     std::vector<plane::Box> boxes;
     boxes.reserve(pieces.size());
-    for (const Piece& piece : pieces) {
-      const plane::Box box = plane::edgeBox(piece.from, piece.to);
-      boxes.push_back({box.minX - margin, box.minY - margin, box.maxX + margin, box.maxY + margin});
-    }
+    for (const Piece& piece : pieces) boxes.push_back(plane::edgeBox(piece.from, piece.to));
     levels_.push_back(std::move(boxes));
     while (levels_.back().size() > 1) levels_.push_back(pairsOf(levels_.back()));
   }

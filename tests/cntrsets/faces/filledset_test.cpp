@@ -80,6 +80,15 @@ TEST(FilledSetTest, SaysHowFarARoundedCrossingMayHaveMovedEdges) {
   EXPECT_EQ(bowTie.area, 8.0);
 }
 
+TEST(FilledSetTest, OnAGridIsCutEvenWithAsManyEdgesAsBefore) {
+  const Points ring = shapes::anyFinite(3111, 20).points;
+  const std::vector<Piece> pieces = scaledPieces(Rings{ring}, Scaling(largestOf(ring)));
+  ASSERT_EQ(cntr::sets::node(pieces).pieces.size(), pieces.size());
+  const FilledSet set = filledOf({ring}, 1);
+  EXPECT_GT(set.grid, 0.0);
+  EXPECT_TRUE(set.cut);
+}
+
 TEST(LargestCoordinateTest, IsTheLargestOfAllRings) {
   EXPECT_EQ(largestCoordinate({}), 0.0);
   EXPECT_EQ(largestOf({}), 0.0);

@@ -9,6 +9,7 @@
 #include <string>
 
 #include <cntr/contourdefs.h>
+#include <cntrsets/faces/filledset.h>
 #include <gtest/gtest.h>
 #include <testing/shapes/shapes.h>
 #include <testing/twin/repetitions.h>
@@ -101,6 +102,45 @@ TEST(Node, SettlesWhereCrossingsAreFinerThanTheCoordinates) {
   }
 }
 
+/// Scaled as for a filled set.
+std::vector<Piece> fullyScaled(const shapes::Points& ring) {
+  const std::vector<std::span<const Point>> rings{ring};
+  const cntr::sets::Scaling scaling(cntr::sets::largestCoordinate(rings));
+  return cntr::sets::scaledPieces(rings, scaling);
+}
+
+/// A ring of points on both sides of a line, a few units in the last place from it.
+std::vector<Piece> besideALine(std::uint64_t seed) {
+  shapes::Random random(seed);
+  const std::size_t count = 4 + random.below(12);
+  const double x = random.uniform();
+  const double y = random.uniform();
+  shapes::Points points;
+  for (std::size_t i = 0; i < count; ++i) {
+    const double along = random.uniform(-1.0, 1.0);
+    const double dx = random.uniform(-1.0, 1.0) * 1e-15;
+    const double dy = random.uniform(-1.0, 1.0) * 1e-15;
+    points.emplace_back(along * x + dx, along * y + dy);
+  }
+  return fullyScaled(points);
+}
+
+TEST(Node, NeedsNoGridWhereItsCutsMultiplyOnlyAtFirst) {
+  for (const std::uint64_t seed : {26, 386, 646, 706, 1250}) {
+    const Noding noding = node(besideALine(seed));
+    EXPECT_EQ(noding.grid, 0.0) << seed;
+    EXPECT_GE(noding.roundings, 4) << seed;
+  }
+  for (const std::uint64_t seed : {932, 1184, 1480, 2860}) {
+    shapes::Random random(seed);
+    shapes::Points ring = shapes::collinear(random, 4 + random.below(12));
+    shapes::rotate(ring, 0.3);
+    const Noding noding = node(fullyScaled(ring));
+    EXPECT_EQ(noding.grid, 0.0) << seed;
+    EXPECT_GE(noding.roundings, 4) << seed;
+  }
+}
+
 /// Otherwise it takes all memory.
 TEST(Node, GivesUpRoundingBeforeItsCutsMultiply) {
   shapes::Random random(0);
@@ -147,6 +187,23 @@ TEST(NodeOnGrid, MovesEndsToTheNearestPoint) {
   EXPECT_EQ(noding.pieces[0].from, Point(-10, 21) * 0x1p470);
   EXPECT_EQ(noding.pieces[1].from, Point(0, 0) * 0x1p470);
   EXPECT_EQ(noding.pieces[2].from, Point(501, 0) * 0x1p470);
+}
+
+TEST(NodeOnGrid, SaysWhenItDoesNotSettle) {
+  // On a grid of one unit in the last place, crossings are not exact enough.
+  int settled = 0;
+  int unsettled = 0;
+  for (std::uint64_t seed = 0; seed < 200; ++seed) {
+    const Noding noding = nodeOnGrid(besideALine(seed), 0x1p427);
+    bool meet = false;
+    for (std::size_t i = 0; i < noding.pieces.size(); ++i)
+      for (std::size_t j = 0; j < i; ++j)
+        meet = meet || meetElsewhere(noding.pieces[i], noding.pieces[j]);
+    EXPECT_EQ(noding.roundings, meet ? 0 : 1) << seed;
+    ++(meet ? unsettled : settled);
+  }
+  EXPECT_GT(settled, 0);
+  EXPECT_GT(unsettled, 0);
 }
 
 shapes::Points turnedByQuarters(shapes::Points points, int quarters) {
