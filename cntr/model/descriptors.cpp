@@ -60,10 +60,10 @@ struct LineAngle {
 };
 
 LineAngle angleOf(const Point& direction) noexcept {
-  const bool isBackward = direction.x() < 0.0 || (direction.x() == 0.0 && direction.y() < 0.0);
+  const bool isBackward = direction.x() < 0.0;
   const Point forward = isBackward ? -direction : direction;
   const double degrees = qcDegree(qcRadian(std::atan2(forward.y(), forward.x()))).toDouble();
-  // That of a line that falls almost upright is rounded to -90.
+  // An upright line that falls, or an almost upright one, whose angle is rounded.
   if (degrees <= -90.0) return {qcDegree(90.0), !isBackward};
   return {qcDegree(degrees + 0.0), isBackward};
 }

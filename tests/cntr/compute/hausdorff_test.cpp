@@ -33,6 +33,17 @@ TEST(FarthestFrom, LiesWithinAnEdgeBetweenTwoOthers) {
   EXPECT_EQ(farthestFrom(curveOf(line), Curves(paths), 0.0, 4.9), 5.0);
 }
 
+TEST(FarthestFrom, LiesInEitherHalfOfAnEdge) {
+  const Points post = {{0, 0}, {0, 2}};
+  const Points rail = {{4, 1}, {10, 1}};
+  const Path paths[] = {{post, false}, {rail, false}};
+  for (const Points& line : {Points{{0, 1}, {10, 1}}, Points{{10, 1}, {0, 1}}}) {
+    const double found = farthestFrom(curveOf(line), Curves(paths), 0.0, 1e-9);
+    EXPECT_LE(found, 2.0);
+    EXPECT_GE(found, 2.0 - 1e-9);
+  }
+}
+
 TEST(FarthestFrom, IsTheDistanceOfAVertexWhereThatIsFarthest) {
   EXPECT_EQ(farthestFrom(curveOf({{0, 0}, {4, 3}}), curveOf({{0, 0}, {4, 0}}), 0.0, 1e-3), 3.0);
   EXPECT_EQ(farthestFrom(curveOf({{7, 8}}), curveOf({{4, 4}}), 0.0, 1e-3), 5.0);

@@ -42,6 +42,7 @@ TEST(ParallelsTest, EdgesAlongALineAre) {
   EXPECT_TRUE(firstTwoAreParallel(straight({1, 0})));
   EXPECT_TRUE(firstTwoAreParallel(straight({0, -2})));
   EXPECT_TRUE(firstTwoAreParallel(straight({3, 7})));
+  EXPECT_TRUE(firstTwoAreParallel(straight({0.1, 0.3}))) << "in spite of rounding";
 }
 
 TEST(ParallelsTest, EdgesThereAndBackAre) {

@@ -149,6 +149,17 @@ TEST(AlignContours, SettlesFromThousandsOfRotations) {
   }
 }
 
+TEST(AlignContours, WeighsPointsAlikeWhereNoContourHasALength) {
+  const qcAlignment one = qf_Align({closed({{3, 400}})}, {closed(bracket)});
+  EXPECT_TRUE(one.settled);
+  EXPECT_LE(one.residual, 1e-8);
+  const qcAlignment two =
+      qf_Align({closed({{3, 0}}), closed({{3, 10}})}, {closed({{100, 0}}), closed({{110, 0}})});
+  EXPECT_TRUE(two.settled);
+  EXPECT_LE(two.residual, 1e-6);
+  EXPECT_TRUE(qfRealEq(two.transform * Point(3, 5), Point(105, 0), 1e-5));
+}
+
 TEST(AlignContours, DoesNotMirror) {
   Points mirrored = bracket;
   for (Point& p : mirrored) p = Point(-p.x(), p.y());

@@ -91,6 +91,8 @@ TEST(SingularValuesTest, AreHowFarTheMatrixStretchesItsDirections) {
       EXPECT_NEAR(std::sqrt(dot(image, image)), values[i], 1e-14);
       for (std::size_t j = 0; j < 3; ++j) {
         EXPECT_NEAR(dot(column(directions, i), column(directions, j)), i == j ? 1.0 : 0.0, 1e-14);
+        const Vector3 other = qnFit::multiply(m, column(directions, j));
+        EXPECT_NEAR(dot(image, other), i == j ? values[i] * values[i] : 0.0, 1e-14);
       }
     }
   }
