@@ -85,6 +85,12 @@ TEST(KeptVertices, OfOpenAndClosedContoursKeepThemFromCrossing) {
   EXPECT_EQ(kept[1], (std::vector<std::size_t>{0, 1}));
 }
 
+TEST(KeptVertices, OfOpenContoursMayBeTheirEnds) {
+  const Points bent = {{0, 0}, {1, 0.1}, {2, 0}};
+  EXPECT_EQ(qf_KeptVertices({open(bent)}, 1.0).front(), (std::vector<std::size_t>{0, 2}));
+  EXPECT_EQ(qf_KeptVertices({closed(bent)}, 1.0).front(), (std::vector<std::size_t>{0, 1, 2}));
+}
+
 TEST(KeptVertices, RefusesTolerancesThatMeanNothing) {
   for (const double bad : {-1.0, notANumber, infinity}) {
     EXPECT_EQ(refusal([bad] { qf_KeptVertices({}, bad); }), L"tolerance is negative or not finite");
