@@ -126,12 +126,12 @@ std::vector<Piece> besideALine(std::uint64_t seed) {
 }
 
 TEST(Node, NeedsNoGridWhereItsCutsMultiplyOnlyAtFirst) {
-  for (const std::uint64_t seed : {26, 386, 646, 706, 1250}) {
+  for (const std::uint64_t seed : {26U, 386U, 646U, 706U, 1250U}) {
     const Noding noding = node(besideALine(seed));
     EXPECT_EQ(noding.grid, 0.0) << seed;
     EXPECT_GE(noding.roundings, 4) << seed;
   }
-  for (const std::uint64_t seed : {932, 1184, 1480, 2860}) {
+  for (const std::uint64_t seed : {932U, 1184U, 1480U, 2860U}) {
     shapes::Random random(seed);
     shapes::Points ring = shapes::collinear(random, 4 + random.below(12));
     shapes::rotate(ring, 0.3);
