@@ -52,20 +52,16 @@ class Restore {
   int exponent_;
 };
 
-/// A line's angle in (-90, 90], and whether the direction from which it comes has to be turned
-/// round to point that way.
-struct LineAngle {
-  qcDegree angle;
-  bool isTurned;
-};
+/// Whether a line's direction must be reversed to have its angle in (-90, 90].
+bool isTurned(const Point& direction) noexcept {
+  return direction.x() < 0.0 || (direction.x() == 0.0 && direction.y() < 0.0);
+}
 
-LineAngle angleOf(const Point& direction) noexcept {
-  const bool isBackward = direction.x() < 0.0;
-  const Point forward = isBackward ? -direction : direction;
+/// A line's direction as an angle in (-90, 90].
+qcDegree angleOf(const Point& direction) noexcept {
+  const Point forward = isTurned(direction) ? -direction : direction;
   const double degrees = qcDegree(qcRadian(std::atan2(forward.y(), forward.x()))).toDouble();
-  // An upright line that falls, or an almost upright one, whose angle is rounded.
-  if (degrees <= -90.0) return {qcDegree(90.0), !isBackward};
-  return {qcDegree(degrees + 0.0), isBackward};
+  return qcDegree(degrees <= -90.0 ? 90.0 : degrees + 0.0);
 }
 
 /// A quarter turn counter-clockwise.
@@ -175,13 +171,13 @@ qcOrientedRect qf_MinimumAreaRect(std::span<const qcVector<2>> points) {
   const bool isLongAlong = cntr::compute::isLongAlongEdge(hull.vertices, caliper);
   const Frame frame(hull, caliper);
   const Point edge = hull.vertices[caliper.to] - hull.vertices[caliper.from];
-  const auto [angle, isTurned] = angleOf(isLongAlong ? edge : across(edge));
+  const Point longer = isLongAlong ? edge : across(edge);
   // The corners of the frame begin with the edge; those of the answer with the longer side.
   std::array<Point, 4> corners = frame.corners();
-  const int first = (isLongAlong ? 0 : 1) + (isTurned ? 2 : 0);
+  const int first = (isLongAlong ? 0 : 1) + (isTurned(longer) ? 2 : 0);
   std::rotate(corners.begin(), corners.begin() + first, corners.end());
   return {frame.center(), restore(isLongAlong ? frame.along : frame.across),
-          restore(isLongAlong ? frame.across : frame.along), angle, corners};
+          restore(isLongAlong ? frame.across : frame.along), angleOf(longer), corners};
 }
 
 qcWidth qf_MinimumWidth(std::span<const qcVector<2>> points) {
@@ -190,7 +186,7 @@ qcWidth qf_MinimumWidth(std::span<const qcVector<2>> points) {
   if (hull.vertices.size() == 1) return {0.0, qcDegree()};
   const Caliper caliper = cntr::compute::narrowestStrip(hull.vertices);
   const Point edge = hull.vertices[caliper.to] - hull.vertices[caliper.from];
-  return {Restore(hull)(Frame(hull, caliper).across), angleOf(across(edge)).angle};
+  return {Restore(hull)(Frame(hull, caliper).across), angleOf(across(edge))};
 }
 
 qcCircle qf_MinimumCircle(std::span<const qcVector<2>> points) {

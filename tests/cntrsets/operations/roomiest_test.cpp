@@ -11,7 +11,7 @@
 #include <cntrsets/frame.h>
 #include <gtest/gtest.h>
 #include <testing/plain/inscribed.h>
-#include <tests/cntrsets/features.h>
+#include <tests/cntrsets/operations/sides.h>
 
 namespace {
 
@@ -25,37 +25,27 @@ using features::Feature;
 using features::Points;
 using Point = qcVector<2>;
 
-/// The sides of closed rings without degenerate edges.
-std::vector<Side> sidesOfRings(const std::vector<Points>& rings) {
-  std::vector<Side> sides;
-  for (const Points& ring : rings) {
-    for (std::size_t i = 0; i < ring.size(); ++i)
-      sides.emplace_back(ring[i], ring[(i + 1) % ring.size()]);
-  }
-  return sides;
-}
-
 TEST(RoomiestTest, OfARectangleIsOnTheMiddleLine) {
-  const Room room = roomiest(sidesOfRings({box(0, 0, 1, 0.5)}), 1e-9);
+  const Room room = roomiest(features::sidesOf({box(0, 0, 1, 0.5)}), 1e-9);
   EXPECT_NEAR(room.radius, 0.25, 1e-9);
   EXPECT_NEAR(room.centre.y(), 0.25, 1e-9);
 }
 
 TEST(RoomiestTest, KeepsOutOfWhatIsCrossedTwice) {
-  const Room room = roomiest(sidesOfRings({box(0, 0, 1, 1), box(0.25, 0.1, 0.9, 0.9)}), 1e-9);
+  const Room room = roomiest(features::sidesOf({box(0, 0, 1, 1), box(0.25, 0.1, 0.9, 0.9)}), 1e-9);
   EXPECT_NEAR(room.radius, 0.125, 1e-9);
   EXPECT_NEAR(room.centre.x(), 0.125, 1e-9);
 }
 
 TEST(RoomiestTest, IsAnEndOfASideWhenNoDistanceExceedsTheTolerance) {
-  const Room room = roomiest(sidesOfRings({box(0.25, 0.5, 1, 1)}), 0.5);
+  const Room room = roomiest(features::sidesOf({box(0.25, 0.5, 1, 1)}), 0.5);
   EXPECT_EQ(room.radius, 0.0);
   EXPECT_EQ(room.centre, Point(0.25, 0.5));
   EXPECT_EQ(room.pieces, 1U);
 }
 
 TEST(RoomiestTest, OfSidesThatEncloseNothingIsAnEnd) {
-  const Room room = roomiest(sidesOfRings({{{0, 0}, {1, 1}}}), 1e-3);
+  const Room room = roomiest(features::sidesOf({{{0, 0}, {1, 1}}}), 1e-3);
   EXPECT_EQ(room.radius, 0.0);
   EXPECT_EQ(room.centre, Point(0, 0));
 }

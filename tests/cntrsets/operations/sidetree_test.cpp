@@ -10,7 +10,7 @@
 
 #include <gtest/gtest.h>
 #include <testing/shapes/shapes.h>
-#include <tests/cntrsets/features.h>
+#include <tests/cntrsets/operations/sides.h>
 
 namespace {
 
@@ -23,25 +23,13 @@ using features::box;
 using features::Points;
 using Point = qcVector<2>;
 
-/// The sides of closed rings, in the coordinates of the plane.
-std::vector<Side> sidesOfRings(const std::vector<Points>& rings) {
-  std::vector<Side> sides;
-  for (const Points& ring : rings) {
-    for (std::size_t i = 0; i < ring.size(); ++i) {
-      const Point& to = ring[(i + 1) % ring.size()];
-      if (ring[i] != to) sides.emplace_back(ring[i], to);
-    }
-  }
-  return sides;
-}
-
 /// Rings on the integer grid below 8: vertices meet vertices and sides, sides overlap.
 std::vector<Side> gridSides(std::uint64_t seed) {
   shapes::Random random(seed);
   std::vector<Points> rings(1 + random.below(4));
   for (Points& ring : rings) ring = shapes::gridPoints(random, 2 + random.below(40), 8);
-  std::vector<Side> sides = sidesOfRings(rings);
-  return sides.empty() ? sidesOfRings({features::square}) : sides;
+  std::vector<Side> sides = features::sidesOf(rings);
+  return sides.empty() ? features::sidesOf({features::square}) : sides;
 }
 
 /// Whether a ray to the right from the point crosses an odd number of sides, none of which passes
@@ -97,7 +85,7 @@ TEST(SidesOfTest, HaveTheCoordinatesOfTheFrame) {
 
 TEST(SideTreeTest, ItsBoundsAreTheBoxOfAllSides) {
   const std::vector<Side> sides =
-      sidesOfRings({box(0, 1, 2, 3), box(-5, 2, -4, 9), {{7, -3}, {7, -2}}});
+      features::sidesOf({box(0, 1, 2, 3), box(-5, 2, -4, 9), {{7, -3}, {7, -2}}});
   const cntr::plane::Box& bounds = SideTree(sides).bounds();
   EXPECT_EQ(bounds.minX, -5);
   EXPECT_EQ(bounds.minY, -3);
@@ -163,7 +151,7 @@ TEST(SideTreeTest, APointKnownLeadsToEveryOther) {
 }
 
 TEST(SideTreeTest, ManySidesInARowAreFoundLikeFew) {
-  const std::vector<Side> sides = sidesOfRings({shapes::regularPolygon(20000, 1.0, {0, 0})});
+  const std::vector<Side> sides = features::sidesOf({shapes::regularPolygon(20000, 1.0, {0, 0})});
   const SideTree tree(sides);
   for (const double angle : {0.1, 1.0, 2.5, 4.0}) {
     const Point direction(std::cos(angle), std::sin(angle));
