@@ -30,7 +30,8 @@ struct qcOrientedRect {
   /// The direction of the longer side, from the x axis towards the y axis, in (-90, 90].
   qcDegree angle;
   /// The corners, counter-clockwise with y up. The first two are the ends of a longer side, in the
-  /// order of the angle's direction.
+  /// order of the angle's direction; of a side that falls so nearly upright that its angle is
+  /// rounded to 90 degrees, from top to bottom.
   std::array<qcVector<2>, 4> corners;
 
   /// Exact equality of all numbers.
