@@ -86,7 +86,8 @@ TEST(SidesOfTest, HaveTheCoordinatesOfTheFrame) {
 TEST(SideTreeTest, ItsBoundsAreTheBoxOfAllSides) {
   const std::vector<Side> sides =
       features::sidesOf({box(0, 1, 2, 3), box(-5, 2, -4, 9), {{7, -3}, {7, -2}}});
-  const cntr::plane::Box& bounds = SideTree(sides).bounds();
+  const SideTree tree(sides);
+  const cntr::plane::Box& bounds = tree.bounds();
   EXPECT_EQ(bounds.minX, -5);
   EXPECT_EQ(bounds.minY, -3);
   EXPECT_EQ(bounds.maxX, 7);
