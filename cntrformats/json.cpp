@@ -125,6 +125,14 @@ std::string_view takeValue(std::string_view text, std::size_t& at) {
   return value;
 }
 
+/// The text that a JSON string stands for, given without its quotes.
+std::string unescaped(std::string_view text) {
+  simdjson::ondemand::parser parser;
+  const simdjson::padded_string json(std::string("\"").append(text).append(1, '"'));
+  auto document = parser.iterate(json);
+  return std::string(std::string_view(document.get_string()));
+}
+
 }  // namespace
 
 std::vector<std::string_view> elementsOf(std::string_view list) {
@@ -157,6 +165,20 @@ std::string_view memberOf(std::string_view object, std::string_view name) {
     if (member.name == name) return member.value;
   }
   return {};
+}
+
+bool isNamed(const JsonMember& member, std::string_view name) {
+  const bool isEscaped = member.name.find('\\') != std::string_view::npos;
+  return isEscaped ? unescaped(member.name) == name : member.name == name;
+}
+
+std::string_view lastMemberOf(std::string_view object, std::string_view name) {
+  std::string_view value;
+  if (!object.starts_with('{')) return value;
+  for (const JsonMember& member : membersOf(object)) {
+    if (isNamed(member, name)) value = member.value;
+  }
+  return value;
 }
 
 std::string compact(std::string_view json) {

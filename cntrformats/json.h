@@ -39,8 +39,12 @@ struct JsonMember {
 std::vector<std::string_view> elementsOf(std::string_view list);
 /// The members of an object.
 std::vector<JsonMember> membersOf(std::string_view object);
-/// The value of that member; empty if there is none.
+/// True when the member has this name, however that is escaped.
+bool isNamed(const JsonMember& member, std::string_view name);
+/// The value of the first member whose name stands in the text like this; empty if there is none.
 std::string_view memberOf(std::string_view object, std::string_view name);
+/// The value of the last member of that name, however that is escaped; empty if there is none.
+std::string_view lastMemberOf(std::string_view object, std::string_view name);
 
 /// The value without the blanks between its parts.
 std::string compact(std::string_view json);

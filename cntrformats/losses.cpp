@@ -12,9 +12,9 @@ namespace {
 
 /// Properties besides the label and the edge elements.
 bool hasOtherProperties(const std::string& text) {
-  const auto properties = membersOf(memberOf(text, "properties"));
+  const auto properties = membersOf(lastMemberOf(text, "properties"));
   return std::any_of(properties.begin(), properties.end(), [](const JsonMember& property) {
-    return property.name != "label" && property.name != "edgelets";
+    return !isNamed(property, "label") && !isNamed(property, "edgelets");
   });
 }
 

@@ -4,6 +4,7 @@
 // rings are closed and reversed if necessary.
 
 #include <algorithm>
+#include <functional>
 #include <utility>
 
 #include <cntrformats/geojson/feature.h>
@@ -156,31 +157,6 @@ std::string joined(const std::vector<std::string_view>& elements) {
   return json += ']';
 }
 
-/// The text that a JSON string stands for, given without its quotes.
-std::string unescaped(std::string_view text) {
-  simdjson::ondemand::parser parser;
-  const simdjson::padded_string json(std::string("\"").append(text).append(1, '"'));
-  auto document = parser.iterate(json);
-  return std::string(std::string_view(document.get_string()));
-}
-
-/// True when the member is read as the one of this name, however that is escaped.
-bool isNamed(const JsonMember& member, std::string_view name) {
-  const bool isEscaped = member.name.find('\\') != std::string_view::npos;
-  return isEscaped ? unescaped(member.name) == name : member.name == name;
-}
-
-/// The value of that member; of several, the last, which is the one that was read. Empty if there
-/// is none.
-std::string_view lastMemberOf(std::string_view object, std::string_view name) {
-  std::string_view value;
-  if (!object.starts_with('{')) return value;
-  for (const JsonMember& member : membersOf(object)) {
-    if (isNamed(member, name)) value = member.value;
-  }
-  return value;
-}
-
 /// Closes and reverses the rings of a feature in its text. Rings come in the order of the file;
 /// empty ones do not count.
 class RingTidier {
@@ -193,9 +169,10 @@ class RingTidier {
       tidyGeometry(text);
     } else {
       const std::string_view geometry = lastMemberOf(text, "geometry");
+      const std::string_view edgelets = edgeletsIn(text);
       for (const JsonMember& member : membersOf(text)) {
         if (member.value.data() == geometry.data()) tidyGeometry(geometry);
-        if (isNamed(member, "properties")) tidyEdgelets(lastMemberOf(member.value, "edgelets"));
+        if (holds(member.value, edgelets)) tidyEdgelets(edgelets);
       }
     }
     return edits_.result();
@@ -204,6 +181,22 @@ class RingTidier {
  private:
   static std::string_view nameOf(std::string_view json) {
     return json.size() < 2 ? json : json.substr(1, json.size() - 2);
+  }
+
+  /// The edge elements that were read: the last, whichever member of this name they are in.
+  static std::string_view edgeletsIn(std::string_view text) {
+    std::string_view edgelets;
+    for (const JsonMember& member : membersOf(text)) {
+      if (!isNamed(member, "properties")) continue;
+      const std::string_view found = lastMemberOf(member.value, "edgelets");
+      if (!found.empty()) edgelets = found;
+    }
+    return edgelets;
+  }
+
+  static bool holds(std::string_view json, std::string_view piece) {
+    return std::less_equal<>()(json.data(), piece.data()) &&
+           std::less<>()(piece.data(), json.data() + json.size());
   }
 
   void tidyGeometry(std::string_view json) {
@@ -239,7 +232,7 @@ class RingTidier {
   }
 
   void tidyEdgelets(std::string_view json) {
-    if (json.empty() || geometry_.edgelets.empty() || !isTurned(geometry_)) return;
+    if (geometry_.edgelets.empty() || !isTurned(geometry_)) return;
     auto edgelets = elementsOf(json);
     turn(edgelets);
     edits_.replace(json, joined(edgelets));

@@ -75,6 +75,16 @@ TEST(Json, ObjectsHaveMembers) {
   EXPECT_EQ(memberOf(R"("xax:1")", "a"), "") << "a text has no members";
 }
 
+TEST(Json, OfMembersWithTheSameNameThereIsAFirstAndALast) {
+  const std::string object = R"({"a":1,"\u0061":2,"b":3})";
+  EXPECT_EQ(memberOf(object, "a"), "1");
+  EXPECT_EQ(lastMemberOf(object, "a"), "2") << "its name is escaped";
+  EXPECT_EQ(memberOf(object, R"(\u0061)"), "2");
+  EXPECT_EQ(lastMemberOf(object, R"(\u0061)"), "");
+  EXPECT_EQ(lastMemberOf(object, "c"), "");
+  EXPECT_EQ(lastMemberOf(R"("xax:1")", "a"), "") << "a text has no members";
+}
+
 TEST(Json, CompactTextKeepsTheBlanksOfStrings) {
   EXPECT_EQ(compact("{ \"a b\" :\n\t[1 , \" \\\" \"] }\r\n"), R"({"a b":[1," \" "]})");
 }

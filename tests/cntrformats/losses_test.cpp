@@ -49,6 +49,14 @@ TEST(Losses, GeoJsonHoldsAll) {
   EXPECT_THAT(lossesIn("geojsonl", full()), IsEmpty());
 }
 
+TEST(Losses, NamesOfPropertiesMayBeEscaped) {
+  Feature feature = texts::outline(texts::square(4));
+  feature.text = R"({"type":"Feature","propert\u0069es":{"l\u0061bel":7,"edgelet\u0073":[]}})";
+  EXPECT_THAT(lossesIn("csv", feature), IsEmpty());
+  feature.text = R"({"type":"Feature","propert\u0069es":{"c\u006flour":7}})";
+  EXPECT_THAT(lossesIn("csv", feature), ElementsAre(StrEq("other properties")));
+}
+
 TEST(Losses, GeoJsonHoldsEdgeElementsOfASinglePart) {
   Feature feature = full();
   feature.geometry.parts.push_back(feature.geometry.parts[0]);

@@ -179,6 +179,13 @@ TEST(TidiedGeoJson, OfMembersWithTheSameNameTheLastIsTheOneThatWasRead) {
                 polygon(left) + "}");
 }
 
+TEST(TidiedGeoJson, EdgeElementsThatWereNotReadStayAsTheyAre) {
+  const std::string others = R"({"type":"Feature","properties":{"edgelets":null},"properties":)";
+  EXPECT_EQ(
+      tidied(others + R"({"edgelets":[[1,2],[3,4],[5,6]]},"geometry":)" + polygon(right) + "}"),
+      others + R"({"edgelets":[[1,2],[5,6],[3,4]]},"geometry":)" + polygon(left) + "}");
+}
+
 TEST(TidiedGeoJson, NamesMayBeEscaped) {
   EXPECT_EQ(tidied(R"({"type":"Feature","propert\u0069es":{"edgelet\u0073":[[1,2],[3,4],[5,6]]},)"
                    R"("ge\u006fmetry":{"type":"Polygon","c\u006fordinates":[)" +
