@@ -6,14 +6,12 @@
 #include <limits>
 #include <utility>
 
+#include <testing/shapes/numbers.h>
 #include <testing/shapes/trigonometry.h>
 
 namespace shapes {
 
 namespace {
-
-constexpr double pi = 3.141592653589793;
-constexpr double infinity = std::numeric_limits<double>::infinity();
 
 double real(std::size_t value) { return static_cast<double>(value); }
 

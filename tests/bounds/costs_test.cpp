@@ -5,7 +5,6 @@
 // from half a minute to hours in time quadratic in the input.
 
 #include <cstddef>
-#include <limits>
 #include <vector>
 
 #include <cntr/descriptors.h>
@@ -14,6 +13,7 @@
 #include <cntr/simplify.h>
 #include <gtest/gtest.h>
 #include <testing/heap/heap.h>
+#include <testing/shapes/numbers.h>
 #include <testing/shapes/shapes.h>
 
 #include "worst_shapes.h"
@@ -173,7 +173,6 @@ TEST(CostTest, OfDeviationsAndOfTheHausdorffDistance) {
   const std::vector<qcContour> nominal{{moved, true, 0}};
   shapes::scaleAndShift(moved, 1.002, {0.5, 0.25});
   const std::vector<qcContour> measured{{moved, true, 0}};
-  constexpr double infinity = std::numeric_limits<double>::infinity();
   EXPECT_GT(qf_Deviation(measured, nominal, infinity).greatest, 0.5);
   EXPECT_GT(qf_Hausdorff(measured, nominal, 0.1), 0.5);
 }

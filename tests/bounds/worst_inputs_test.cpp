@@ -3,10 +3,7 @@
 // The worst known inputs: every question about them is answered in the end, and takes no more
 // memory than a small multiple of their own.
 
-#include <cmath>
 #include <cstddef>
-#include <limits>
-#include <numbers>
 #include <string>
 #include <vector>
 
@@ -14,6 +11,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <testing/heap/heap.h>
+#include <testing/shapes/numbers.h>
 #include <testing/shapes/shapes.h>
 
 #include "worst_shapes.h"
@@ -24,8 +22,6 @@ using Points = std::vector<qcVector<2>>;
 using Region = qcPtrHandle<qcRegion>;
 
 constexpr auto keep = qcContourDefs::eNoIntersectionRepair;
-constexpr double infinity = std::numeric_limits<double>::infinity();
-constexpr double nan = std::numeric_limits<double>::quiet_NaN();
 
 Points onLine(std::size_t n) {
   Points points;
@@ -69,7 +65,7 @@ std::vector<Input> inputs() {
           {"on a line, in order", onLine(n)},
           {"on a line, anyhow", scatteredOnLine(n)},
           {"on a circle", circle(n)},
-          {"on a circle, one not a number", circleWith(n, {nan, 1})},
+          {"on a circle, one not a number", circleWith(n, {notANumber, 1})},
           {"on a circle, one infinite", circleWith(n, {infinity, 1})},
           {"coincident edges", coincidentEdges(n)},
           {"slanted hatch", slantedHatch(n, 0.01)},

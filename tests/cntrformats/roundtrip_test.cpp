@@ -94,8 +94,6 @@ Features anyFeatures(std::uint64_t seed) {
 
 class FromEachFormat : public testing::TestWithParam<Format> {};
 
-}  // namespace
-
 TEST_P(FromEachFormat, ToEachOtherNothingIsLost) {
   for (std::uint64_t seed = 1; seed <= 60; ++seed) {
     const Features features = anyFeatures(seed);
@@ -134,3 +132,5 @@ TEST_P(FromEachFormat, TheSamplesComeBackAsTheyWere) {
 
 INSTANTIATE_TEST_SUITE_P(RoundTrip, FromEachFormat, testing::ValuesIn(formats::allFormats()),
                          [](const auto& tested) { return std::string(tested.param.name); });
+
+}  // namespace

@@ -7,10 +7,10 @@
 #include <gtest/gtest.h>
 
 #include <cstring>
-#include <limits>
 #include <map>
 
 #include <cntrtable/measures.h>
+#include <testing/shapes/numbers.h>
 #include <testing/shapes/shapes.h>
 
 #include "batch.h"
@@ -123,13 +123,12 @@ TEST(Measuring, GivesTheSameBitsOnAnyNumberOfThreads) {
 }
 
 TEST(Measuring, MakesRowsOfFeaturesWithoutAnAnswer) {
-  constexpr double nan = std::numeric_limits<double>::quiet_NaN();
   qcOutlinesBuilder builder;
   builder.failFeature("null");
   builder.addAreas({{square, {{{1, 1}, {2, 2}}}}});
   builder.addAreas({{square, {}}, {{{1, 1}}, {}}});
   builder.addLines({{{1, 1}}});
-  builder.addAreas({{{{0, 0}, {1, 0}, {1, nan}}, {}}});
+  builder.addAreas({{{{0, 0}, {1, 0}, {1, notANumber}}, {}}});
   builder.addAreas({{bowTie, {}}});
   builder.addAreas({{square, {}}});
   const Batch batch = measured(builder.finish(), {"area", "vertices", "closed"});

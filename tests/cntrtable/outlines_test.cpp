@@ -5,6 +5,7 @@
 #include <cntrtable/outlines.h>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <testing/shapes/numbers.h>
 
 #include <limits>
 
@@ -64,9 +65,8 @@ TEST(Outlines, OfRaggedArraysLeaveOutTheRepeatedLastVertex) {
 }
 
 TEST(Outlines, TakeANanForARepeatedOne) {
-  constexpr double nan = std::numeric_limits<double>::quiet_NaN();
   Example example;
-  example.coordinates = {nan, 0, 1, 1, nan, 2, nan, 0};
+  example.coordinates = {notANumber, 0, 1, 1, notANumber, 2, notANumber, 0};
   example.rings = {0, 4};
   example.parts.clear();
   example.features.clear();

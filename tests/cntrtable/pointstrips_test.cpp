@@ -9,16 +9,14 @@
 
 #include <algorithm>
 #include <cmath>
-#include <limits>
 
+#include <testing/shapes/numbers.h>
 #include <testing/shapes/shapes.h>
 
 namespace {
 
 using cntr::plane::Box;
 using Numbers = std::vector<std::int64_t>;
-
-constexpr double infinity = std::numeric_limits<double>::infinity();
 
 Numbers found(const table::PointStrips& strips, const Box& box) {
   Numbers numbers;

@@ -53,8 +53,6 @@ class Combine : public testing::Test {
   }
 };
 
-}  // namespace
-
 TEST_F(Combine, TakesAllOutlinesOfAFileTogether) {
   EXPECT_THAT(areas("union"), ElementsAre(28.0 + 16.0));
   EXPECT_THAT(areas("intersection"), ElementsAre(5.0));
@@ -161,3 +159,5 @@ TEST_F(Combine, WrongUsageEndsWithStatusTwo) {
   EXPECT_EQ(combined("union", {"--each"}).messages,
             "cntr: --each: goes with intersection and difference alone\nTry 'cntr --help'.\n");
 }
+
+}  // namespace

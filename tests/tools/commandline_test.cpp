@@ -20,8 +20,6 @@ namespace {
 
 class WrongUsage : public testing::TestWithParam<std::vector<std::string>> {};
 
-}  // namespace
-
 TEST_P(WrongUsage, EndsWithStatusTwo) {
   const auto result = run(GetParam());
   EXPECT_EQ(result.status, 2);
@@ -71,3 +69,5 @@ TEST(CommandLine, AnOutputThatFailsEndsWithStatusTwo) {
   EXPECT_EQ(tool::run(3, arguments, {out, messages}), 2);
   EXPECT_EQ(messages.str(), "cntr: standard output: cannot be written\n");
 }
+
+}  // namespace

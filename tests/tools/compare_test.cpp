@@ -93,8 +93,6 @@ std::string labelled(const std::string& label, double x, const std::string& id =
   return feature.dump();
 }
 
-}  // namespace
-
 TEST_F(Compare, AFeatureIsNoDistanceFromItself) {
   const Json answer = row(plate, plate, {"--tolerance", "0"});
   for (const char* name : {"deviation_min", "deviation_max", "deviation_mean", "deviation_rms",
@@ -411,3 +409,5 @@ TEST_F(Compare, WrongUsageEndsWithStatusTwo) {
   EXPECT_EQ(refusal({"--nominal", nominal, "--spacing", "inf"}),
             "cntr: --spacing: needs a positive number, not inf" + end);
 }
+
+}  // namespace

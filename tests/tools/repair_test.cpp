@@ -80,8 +80,6 @@ double areaOf(const Json& feature) {
 
 class EachWalk : public testing::TestWithParam<const char*> {};
 
-}  // namespace
-
 TEST(Repair, ABowTieBecomesItsTwoLobes) {
   const Outcome outcome = repaired(collection({polygon({bowTie}, R"("label":7)")}));
   EXPECT_EQ(outcome.status, 0);
@@ -505,3 +503,5 @@ TEST(Repair, WrongUsageEndsWithStatusTwo) {
   EXPECT_EQ(run({"repair", "--max-loss", "2", "-o", "-"}, polygon({bowTie})).status, 2);
   EXPECT_EQ(run({"repair", "--mode", "magic", "-o", "-"}, polygon({bowTie})).status, 2);
 }
+
+}  // namespace

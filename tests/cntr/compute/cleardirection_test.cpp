@@ -6,8 +6,8 @@
 
 #include <algorithm>
 #include <cmath>
-#include <numbers>
 
+#include <testing/shapes/numbers.h>
 #include <testing/twin/repetitions.h>
 #include <testing/twin/same.h>
 
@@ -17,12 +17,9 @@ namespace {
 
 using same::same;
 using subject::forEachShape;
-using subject::nan;
 using subject::Point;
 using subject::Points;
 using subject::Subject;
-
-constexpr double pi = std::numbers::pi;
 
 /// The definition: the bisector of the first wide gap between the sorted angles.
 Point byDefinition(const Points& points, const Point& p) {
@@ -79,8 +76,9 @@ TEST(ClearDirectionTest, IsTheXAxisWhereAllVerticesLieInOneDirection) {
 }
 
 TEST(ClearDirectionTest, LeavesOutVerticesThatAreNan) {
-  EXPECT_LT(clear({{1, 1}, {nan, 1}, {-1, 1}, {-1, -1}}, {0, 0}).distance(atAngle(pi / 2)), 1e-15);
-  EXPECT_EQ(clear({{nan, 1}, {nan, 2}}, {0, 0}), Point(1, 0));
+  EXPECT_LT(clear({{1, 1}, {notANumber, 1}, {-1, 1}, {-1, -1}}, {0, 0}).distance(atAngle(pi / 2)),
+            1e-15);
+  EXPECT_EQ(clear({{notANumber, 1}, {notANumber, 2}}, {0, 0}), Point(1, 0));
 }
 
 TEST(ClearDirectionTest, KeepsClearOfEveryVertex) {

@@ -14,8 +14,6 @@
 namespace {
 
 using subject::forEachShape;
-using subject::infinity;
-using subject::nan;
 using subject::Point;
 using subject::Points;
 using subject::Subject;
@@ -45,7 +43,7 @@ TEST(RayCrossingsTest, AreNoneOutsideTheBox) {
   EXPECT_EQ(count(s, {4.0000001, 2}, false), 0U);
   EXPECT_EQ(count(s, {-0.5e-6, 0}, false), 0U) << "though within 1e-6 of a vertex";
   EXPECT_EQ(count(s, {2, infinity}, false), 0U);
-  EXPECT_EQ(count(s, {nan, 2}, false), 0U);
+  EXPECT_EQ(count(s, {notANumber, 2}, false), 0U);
 }
 
 TEST(RayCrossingsTest, AreOneWithinAMillionthOfAVertex) {
@@ -64,7 +62,7 @@ TEST(RayCrossingsTest, OfOneVertexAreOneAtIt) {
 }
 
 TEST(RayCrossingsTest, AreOneWhereAVertexIsAtNoFiniteDistance) {
-  EXPECT_EQ(count(Subject({{0, 0}, {4, 0}, {4, 4}, {nan, 1}}, true), {3, 1}, false), 1U);
+  EXPECT_EQ(count(Subject({{0, 0}, {4, 0}, {4, 4}, {notANumber, 1}}, true), {3, 1}, false), 1U);
 }
 
 TEST(RayCrossingsTest, InBothDirectionsAreTheFewer) {

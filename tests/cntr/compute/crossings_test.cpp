@@ -19,7 +19,6 @@ namespace {
 using cntr::compute::Crossing;
 using same::same;
 using subject::forEachShape;
-using subject::nan;
 using subject::Point;
 using subject::Points;
 using subject::Subject;
@@ -102,13 +101,14 @@ TEST(CrossingsTest, NeedEdgesAndASegmentWithALength) {
 }
 
 TEST(CrossingsTest, WithNanAreNone) {
-  EXPECT_THAT(edgesOf(crossings(Subject(square, true), {-1, nan}, {5, 1}, true)), IsEmpty());
-  EXPECT_THAT(edgesOf(crossings(Subject({{nan, 0}, {4, 0}, {4, 4}}, true), {-1, 1}, {5, 1}, true)),
-              IsEmpty())
-      << "a first vertex that is NaN leaves no box";
+  EXPECT_THAT(edgesOf(crossings(Subject(square, true), {-1, notANumber}, {5, 1}, true)), IsEmpty());
   EXPECT_THAT(
-      edgesOf(crossings(Subject({{0, 0}, {nan, 0}, {4, 4}, {4, 0}}, true), {-1, 1}, {5, 1}, true)),
-      ElementsAre(3));
+      edgesOf(crossings(Subject({{notANumber, 0}, {4, 0}, {4, 4}}, true), {-1, 1}, {5, 1}, true)),
+      IsEmpty())
+      << "a first vertex that is NaN leaves no box";
+  EXPECT_THAT(edgesOf(crossings(Subject({{0, 0}, {notANumber, 0}, {4, 4}, {4, 0}}, true), {-1, 1},
+                                {5, 1}, true)),
+              ElementsAre(3));
 }
 
 /// Edges that all pass through (0, 0), there and back.

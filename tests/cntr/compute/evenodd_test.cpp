@@ -16,8 +16,6 @@ namespace {
 
 using Answer = cntr::index::ContainmentGrid::Answer;
 using subject::forEachShape;
-using subject::infinity;
-using subject::nan;
 using subject::Point;
 using subject::Points;
 using subject::Subject;
@@ -57,7 +55,7 @@ TEST(ExtentsTest, AreTheBoxAndTheRadiusFromTheFirstVertex) {
 }
 
 TEST(ExtentsTest, AreNotSmallWithACoordinateOfAMillionOrNone) {
-  for (const double large : {1e6, -1e6, infinity, -infinity, nan}) {
+  for (const double large : {1e6, -1e6, infinity, -infinity, notANumber}) {
     for (std::size_t i = 0; i < 5; ++i) {
       Points points = shapes::smoothStar(5);
       points[i] = {large, 1};
@@ -83,8 +81,8 @@ TEST(EvenOddTest, HoldsNothingOutsideTheBox) {
   for (const Point& p : {Point(-1, 50), Point(101, 50), Point(50, -1), Point(50, 1e9)}) {
     EXPECT_EQ(locate(s, p), Answer::eOutside);
   }
-  EXPECT_EQ(locate(s, {nan, 50}), Answer::eOutside);
-  EXPECT_EQ(locate(s, {50, nan}), Answer::eOutside);
+  EXPECT_EQ(locate(s, {notANumber, 50}), Answer::eOutside);
+  EXPECT_EQ(locate(s, {50, notANumber}), Answer::eOutside);
 }
 
 TEST(EvenOddTest, DoesNotKnowWhatIsNextToAnEdgeOrAVertex) {
@@ -135,7 +133,8 @@ TEST(EvenOddTest, DoesNotKnowWhereTheRayEndsInsideTheOutline) {
 
 TEST(EvenOddTest, DoesNotKnowWithLargeCoordinatesOrWithoutAnArea) {
   EXPECT_EQ(locate(Subject(square(1e6), true), {40, 40}), Answer::eUnknown);
-  EXPECT_EQ(locate(Subject({{0, 0}, {9, 0}, {9, 9}, {nan, 9}}, true), {4, 4}), Answer::eUnknown);
+  EXPECT_EQ(locate(Subject({{0, 0}, {9, 0}, {9, 9}, {notANumber, 9}}, true), {4, 4}),
+            Answer::eUnknown);
   EXPECT_EQ(locate(Subject({{0, 0}, {9, 9}}, true), {4, 5}), Answer::eUnknown);
   EXPECT_EQ(locate(Subject({{3, 3}}, true), {3, 3}), Answer::eUnknown);
 }

@@ -6,12 +6,12 @@
 
 #include <algorithm>
 #include <cmath>
-#include <limits>
 
 #include <cntr/plane/orientation.h>
 #include <gtest/gtest.h>
 #include <platform/core/hull.h>
 #include <testing/plain/descriptors.h>
+#include <testing/shapes/numbers.h>
 #include <testing/shapes/shapes.h>
 
 #include "hard_points.h"
@@ -22,9 +22,6 @@ using cntr::compute::exactHull;
 using cntr::compute::ExactHull;
 using shapes::Point;
 using shapes::Points;
-
-constexpr double infinity = std::numeric_limits<double>::infinity();
-const double notANumber = std::nan("");
 
 Points unscaled(const ExactHull& hull) {
   Points points;

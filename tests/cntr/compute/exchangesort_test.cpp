@@ -2,12 +2,12 @@
 
 #include <cntr/compute/exchangesort.h>
 
-#include <limits>
 #include <numeric>
 #include <utility>
 #include <vector>
 
 #include <gtest/gtest.h>
+#include <testing/shapes/numbers.h>
 #include <testing/shapes/shapes.h>
 #include <testing/twin/repetitions.h>
 
@@ -40,20 +40,18 @@ TEST(ExchangeSortTest, TheFirstOfEqualKeysGoesToTheirEndWhenASmallerOneFollows) 
 }
 
 TEST(ExchangeSortTest, KeysThatAreNotNumbersKeepTheirPlaces) {
-  const double nan = std::numeric_limits<double>::quiet_NaN();
-  EXPECT_EQ(exchangeSortedOrder(std::vector<double>{2, nan, 1}), (Numbers{2, 1, 0}));
-  EXPECT_EQ(exchangeSortedOrder(std::vector<double>{nan, nan}), (Numbers{0, 1}));
+  EXPECT_EQ(exchangeSortedOrder(std::vector<double>{2, notANumber, 1}), (Numbers{2, 1, 0}));
+  EXPECT_EQ(exchangeSortedOrder(std::vector<double>{notANumber, notANumber}), (Numbers{0, 1}));
 }
 
 TEST(ExchangeSortTest, TheOrderIsThatOfTheExchangeSort) {
-  const double nan = std::numeric_limits<double>::quiet_NaN();
   shapes::Random random(301);
   for (std::size_t round = 0; round < repetitions(20000); ++round) {
     std::vector<double> keys(random.below(60));
     const std::size_t differentKeys = 1 + random.below(8);
     const double share = random.chance(0.3) ? 0.2 : 0.0;
     for (double& key : keys) {
-      key = random.chance(share) ? nan : static_cast<double>(random.below(differentKeys));
+      key = random.chance(share) ? notANumber : static_cast<double>(random.below(differentKeys));
     }
     ASSERT_EQ(exchangeSortedOrder(keys), exchanged(keys)) << testing::PrintToString(keys);
   }

@@ -4,9 +4,8 @@
 
 #include <cntr/compute/extremal.h>
 
-#include <numbers>
-
 #include <testing/plain/extents.h>
+#include <testing/shapes/numbers.h>
 #include <testing/twin/repetitions.h>
 
 #include "subject.h"
@@ -14,12 +13,8 @@
 namespace {
 
 using subject::forEachShape;
-using subject::infinity;
-using subject::nan;
 using subject::Points;
 using subject::Subject;
-
-constexpr double pi = std::numbers::pi;
 
 /// The answer of the scan, which must be that of the index as well.
 long extremal(const Subject& s, double angle) {
@@ -61,8 +56,8 @@ TEST(ExtremalVertexTest, IsDecidedOnTheCoordinateWithinOneInTheFifteenthPlaceOfA
 }
 
 TEST(ExtremalVertexTest, PassesOverNan) {
-  EXPECT_EQ(extremal(Points{{nan, 0}, {1, 0}, {2, nan}, {3, 3}}, 0.4), 3);
-  EXPECT_EQ(extremal(Points{{nan, 0}, {nan, 1}}, 0.4), -1);
+  EXPECT_EQ(extremal(Points{{notANumber, 0}, {1, 0}, {2, notANumber}, {3, 3}}, 0.4), 3);
+  EXPECT_EQ(extremal(Points{{notANumber, 0}, {notANumber, 1}}, 0.4), -1);
 }
 
 TEST(ExtremalVertexTest, TakesInfiniteCoordinates) {

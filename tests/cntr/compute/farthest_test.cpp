@@ -16,8 +16,6 @@ namespace {
 using cntr::compute::farthestPair;
 using cntr::compute::VertexPair;
 using subject::forEachShape;
-using subject::infinity;
-using subject::nan;
 using subject::Points;
 using subject::Subject;
 
@@ -76,11 +74,11 @@ TEST(FarthestPairTest, IsNothingWhereNoDistanceIsAboveZero) {
   EXPECT_FALSE(farthestPair({}, nullptr).has_value());
   EXPECT_EQ(farthest(Points{{5, 5}}), nothing);
   EXPECT_EQ(farthest(Points(70, {5, 5})), nothing);
-  EXPECT_EQ(farthest(Points{{nan, 0}, {0, nan}, {1, nan}}), nothing);
+  EXPECT_EQ(farthest(Points{{notANumber, 0}, {0, notANumber}, {1, notANumber}}), nothing);
 }
 
 TEST(FarthestPairTest, PassesOverNanAndTakesInfiniteDistances) {
-  EXPECT_EQ(farthest(Points{{nan, 0}, {0, 0}, {nan, 9}, {3, 4}}), Answer(1, 3, 5.0));
+  EXPECT_EQ(farthest(Points{{notANumber, 0}, {0, 0}, {notANumber, 9}, {3, 4}}), Answer(1, 3, 5.0));
   EXPECT_EQ(farthest(Points{{0, 0}, {infinity, 0}, {1, 1}}), Answer(0, 1, infinity));
   // Infinity minus infinity is NaN, so there is no distance between these two.
   EXPECT_EQ(farthest(Points{{infinity, 0}, {infinity, 1}}), nothing);
@@ -88,7 +86,7 @@ TEST(FarthestPairTest, PassesOverNanAndTakesInfiniteDistances) {
 
 TEST(FarthestPairTest, OfManyVerticesWithANanIsThatOfTheOthers) {
   Points points = shapes::regularPolygon(100, 10, {0, 0});
-  points[3] = {nan, 1};
+  points[3] = {notANumber, 1};
   EXPECT_EQ(farthest(points), byDefinition(points));
 }
 

@@ -17,8 +17,6 @@ namespace {
 
 using same::same;
 using subject::forEachShape;
-using subject::infinity;
-using subject::nan;
 using subject::Point;
 using subject::Points;
 using subject::Subject;
@@ -60,10 +58,10 @@ TEST(ClosestVertexTest, OfAnOpenPathMayBeItsFirst) {
 }
 
 TEST(ClosestVertexTest, IsTheFirstOneWhereNoDistanceIsFinite) {
-  EXPECT_EQ(vertex(Subject(square, true), {nan, 0}), 0U);
+  EXPECT_EQ(vertex(Subject(square, true), {notANumber, 0}), 0U);
   EXPECT_EQ(vertex(Subject(square, true), {infinity, 0}), 0U);
-  EXPECT_EQ(vertex(Subject({{nan, 0}, {0, nan}}, true), {1, 1}), 0U);
-  EXPECT_EQ(vertex(Subject({{nan, 0}, {0, 0}, {infinity, 0}}, true), {1, 1}), 1U);
+  EXPECT_EQ(vertex(Subject({{notANumber, 0}, {0, notANumber}}, true), {1, 1}), 0U);
+  EXPECT_EQ(vertex(Subject({{notANumber, 0}, {0, 0}, {infinity, 0}}, true), {1, 1}), 1U);
 }
 
 TEST(ClosestPointTest, LiesOnTheNearestEdge) {
@@ -85,8 +83,8 @@ TEST(ClosestPointTest, OfEdgesWithoutLengthIsTheirVertex) {
 }
 
 TEST(ClosestPointTest, IsTheOriginWhereNoDistanceIsFinite) {
-  EXPECT_EQ(nearest(Subject(square, true), {nan, 1}), Point(0, 0));
-  EXPECT_EQ(nearest(Subject({{nan, 1}, {2, nan}}, true), {5, 5}), Point(0, 0));
+  EXPECT_EQ(nearest(Subject(square, true), {notANumber, 1}), Point(0, 0));
+  EXPECT_EQ(nearest(Subject({{notANumber, 1}, {2, notANumber}}, true), {5, 5}), Point(0, 0));
 }
 
 /// A coordinate of any size.
@@ -149,7 +147,7 @@ TEST(ClosestPointsTest, OfManyPointsAreThoseOfEachBitForBit) {
       asked.emplace_back(x, y);
     }
     asked.insert(asked.end(), s.points().begin(), s.points().end());
-    asked.insert(asked.end(), {{nan, 0}, {0, infinity}, {1e200, 1e-200}, {-0.0, 0.0}});
+    asked.insert(asked.end(), {{notANumber, 0}, {0, infinity}, {1e200, 1e-200}, {-0.0, 0.0}});
     Points answers(asked.size());
     cntr::compute::closestPoints(s.path(), asked, answers);
     for (std::size_t i = 0; i < asked.size(); ++i) {

@@ -14,7 +14,6 @@
 namespace {
 
 using cntr::compute::outerLoop;
-using subject::nan;
 using subject::Point;
 using subject::Points;
 using testing::ElementsAre;
@@ -50,7 +49,7 @@ TEST(OuterLoopTest, DropsPiecesOfASingleVertex) {
 }
 
 TEST(OuterLoopTest, NanLiesInNoPlace) {
-  EXPECT_EQ(outerLoop({{0, 0}, {nan, 0}, {4, 4}, {nan, 0}}).value().size(), 4U);
+  EXPECT_EQ(outerLoop({{0, 0}, {notANumber, 0}, {4, 4}, {notANumber, 0}}).value().size(), 4U);
 }
 
 /// Compares with the plain definition.

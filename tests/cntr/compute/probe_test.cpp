@@ -15,7 +15,6 @@ namespace {
 using cntr::compute::Probe;
 using cntr::plane::Box;
 using cntr::plane::Edge;
-using subject::nan;
 using subject::Point;
 using subject::Points;
 
@@ -68,8 +67,8 @@ TEST(ProbeTest, DoesNotCrossWhatIsParallelOrHasNoLength) {
 }
 
 TEST(ProbeTest, DoesNotCrossNan) {
-  EXPECT_FALSE(crossing({0, nan}, {4, 0}, true, {{2, -1}, {2, 1}}).has_value());
-  EXPECT_FALSE(crossing({0, 0}, {4, 0}, true, {{2, nan}, {2, 1}}).has_value());
+  EXPECT_FALSE(crossing({0, notANumber}, {4, 0}, true, {{2, -1}, {2, 1}}).has_value());
+  EXPECT_FALSE(crossing({0, 0}, {4, 0}, true, {{2, notANumber}, {2, 1}}).has_value());
 }
 
 TEST(ProbeTest, KeysAscendAlongTheSegment) {

@@ -15,8 +15,6 @@ using cntr::compute::none;
 using cntr::compute::Places;
 using cntr::compute::Rings;
 using cntr::compute::Vertex;
-using subject::infinity;
-using subject::nan;
 using subject::Point;
 using subject::Points;
 using testing::ElementsAre;
@@ -125,7 +123,7 @@ TEST(PlacesTest, HoldTheVerticesWithinAMillionth) {
 }
 
 TEST(PlacesTest, HoldNothingThatIsNotFinite) {
-  const Points points = {{nan, 0}, {infinity, 0}, {infinity, 0}, {1, 1}};
+  const Points points = {{notANumber, 0}, {infinity, 0}, {infinity, 0}, {1, 1}};
   const Places places(points);
   EXPECT_THAT(placeOf(places, 0), IsEmpty());
   EXPECT_THAT(placeOf(places, 1), IsEmpty());

@@ -14,7 +14,6 @@
 namespace {
 
 using subject::forEachShape;
-using subject::nan;
 using subject::Point;
 using subject::Points;
 using subject::Subject;
@@ -55,7 +54,7 @@ TEST(SpliceTest, IsNothingForBoundariesThatDoNotCross) {
   EXPECT_TRUE(spliced(square, {{1, 1}, {3, 1}, {3, 3}}).empty());
   EXPECT_TRUE(spliced(square, {{9, 9}, {10, 9}, {10, 10}}).empty());
   EXPECT_TRUE(spliced(Points{{1, 1}}, square).empty());
-  EXPECT_TRUE(spliced(Points{{nan, 1}, {1, nan}}, square).empty());
+  EXPECT_TRUE(spliced(Points{{notANumber, 1}, {1, notANumber}}, square).empty());
 }
 
 TEST(SpliceTest, TouchesCount) { EXPECT_EQ(spliced(square, {{4, 2}, {8, 0}, {8, 4}}).size(), 9U); }

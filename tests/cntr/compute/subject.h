@@ -6,7 +6,6 @@
 #pragma once
 
 #include <cstdint>
-#include <limits>
 #include <string>
 #include <utility>
 #include <vector>
@@ -15,15 +14,13 @@
 #include <cntr/compute/extents.h>
 #include <gtest/gtest.h>
 #include <testing/plain/contour.h>
+#include <testing/shapes/numbers.h>
 #include <testing/shapes/shapes.h>
 
 namespace subject {
 
 using Point = qcVector<2>;
 using Points = std::vector<Point>;
-
-constexpr double infinity = std::numeric_limits<double>::infinity();
-constexpr double nan = std::numeric_limits<double>::quiet_NaN();
 
 /// A path of at least one vertex, with its box and its index.
 class Subject {

@@ -19,7 +19,6 @@ using cntr::compute::Outline;
 using cntr::compute::startingEdge;
 using cntr::compute::traceBoundary;
 using subject::forEachShape;
-using subject::nan;
 using subject::Point;
 using subject::Points;
 using subject::Subject;
@@ -50,7 +49,8 @@ TEST(StartingEdgeTest, IsNeverTheClosingEdge) {
 TEST(StartingEdgeTest, IsNoneWhereAllVerticesAreOneOrNan) {
   EXPECT_FALSE(startingEdge(Outline({{1, 1}}), probe).has_value());
   EXPECT_FALSE(startingEdge(Outline(Points(9, {1, 1})), probe).has_value());
-  EXPECT_FALSE(startingEdge(Outline({{nan, 1}, {1, nan}, {2, 2}}), probe).has_value());
+  EXPECT_FALSE(
+      startingEdge(Outline({{notANumber, 1}, {1, notANumber}, {2, 2}}), probe).has_value());
   EXPECT_FALSE(traceBoundary(Outline(Points(9, {1, 1})), probe).has_value());
 }
 

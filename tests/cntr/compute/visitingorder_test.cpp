@@ -5,10 +5,10 @@
 #include <cntr/compute/visitingorder.h>
 
 #include <algorithm>
-#include <limits>
 #include <numeric>
 
 #include <gtest/gtest.h>
+#include <testing/shapes/numbers.h>
 #include <testing/shapes/shapes.h>
 
 namespace {
@@ -58,13 +58,12 @@ TEST(VisitingOrderTest, ReturnsInTheNextRow) {
 }
 
 TEST(VisitingOrderTest, TakesFewPointsOnePlaceAndNoNumbers) {
-  constexpr double nan = std::numeric_limits<double>::quiet_NaN();
-  constexpr double infinity = std::numeric_limits<double>::infinity();
   EXPECT_TRUE(orderOf({}).empty());
   EXPECT_EQ(orderOf({{1, 2}}).size(), 1U);
   orderOf(Points(100, {3, 4}));
-  orderOf({{nan, 1}, {1, nan}, {infinity, 0}, {0, -infinity}});
-  orderOf({{nan, 1}, {1, 2}, {5, 5}, {infinity, 0}, {0, -infinity}, {1e308, 1}, {-1e308, 1}});
+  orderOf({{notANumber, 1}, {1, notANumber}, {infinity, 0}, {0, -infinity}});
+  orderOf(
+      {{notANumber, 1}, {1, 2}, {5, 5}, {infinity, 0}, {0, -infinity}, {1e308, 1}, {-1e308, 1}});
 }
 
 }  // namespace

@@ -5,13 +5,11 @@
 #include <limits>
 
 #include <gtest/gtest.h>
+#include <testing/shapes/numbers.h>
 
 namespace {
 
 using cntr::index::Axis;
-
-constexpr double infinity = std::numeric_limits<double>::infinity();
-constexpr double nan = std::numeric_limits<double>::quiet_NaN();
 
 TEST(AxisTest, CountsEqualIntervalsFromZero) {
   const Axis axis(10, 20, 5);
@@ -31,7 +29,9 @@ TEST(AxisTest, PutsWhatLiesBeyondAnEndIntoTheIntervalThere) {
   EXPECT_EQ(axis.intervalOf(infinity), 4U);
 }
 
-TEST(AxisTest, PutsNanIntoTheFirstInterval) { EXPECT_EQ(Axis(10, 20, 5).intervalOf(nan), 0U); }
+TEST(AxisTest, PutsNanIntoTheFirstInterval) {
+  EXPECT_EQ(Axis(10, 20, 5).intervalOf(notANumber), 0U);
+}
 
 TEST(AxisTest, WithoutLengthOrOfInfiniteLengthPutsItsEndsWhereNumbersBetweenThemAre) {
   const Axis point(3, 3, 4);

@@ -10,6 +10,7 @@
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <testing/shapes/numbers.h>
 #include <testing/shapes/shapes.h>
 #include <testing/twin/repetitions.h>
 
@@ -117,12 +118,10 @@ TEST(BoxGridTest, EndsWithTheFirstVisitThatReturnsFalse) {
 }
 
 TEST(BoxGridTest, TakesPointsAnywhereAndNan) {
-  constexpr double infinity = std::numeric_limits<double>::infinity();
-  constexpr double nan = std::numeric_limits<double>::quiet_NaN();
   const auto grid = BoxGrid::make(squares(4, 4));
   ASSERT_TRUE(grid);
-  for (const double x : {-infinity, -1e300, 1e300, infinity, nan}) {
-    for (const double y : {-infinity, 0.5, infinity, nan})
+  for (const double x : {-infinity, -1e300, 1e300, infinity, notANumber}) {
+    for (const double y : {-infinity, 0.5, infinity, notANumber})
       EXPECT_THAT(near(*grid, {x, y}), SizeIs(Le(4)));
   }
 }

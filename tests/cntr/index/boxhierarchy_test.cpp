@@ -5,12 +5,12 @@
 
 #include <cntr/index/boxhierarchy.h>
 
-#include <limits>
 #include <utility>
 #include <vector>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <testing/shapes/numbers.h>
 
 namespace {
 
@@ -18,7 +18,6 @@ using cntr::index::BoxHierarchy;
 using cntr::plane::Box;
 using testing::ElementsAre;
 
-constexpr double infinity = std::numeric_limits<double>::infinity();
 constexpr std::size_t leafSize = BoxHierarchy::leafSize;
 constexpr std::size_t fanOut = BoxHierarchy::fanOut;
 

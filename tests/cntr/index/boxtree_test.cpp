@@ -5,11 +5,11 @@
 #include <cntr/index/boxtree.h>
 
 #include <algorithm>
-#include <limits>
 #include <vector>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <testing/shapes/numbers.h>
 #include <testing/shapes/shapes.h>
 #include <testing/twin/repetitions.h>
 
@@ -21,8 +21,6 @@ using testing::ElementsAre;
 using testing::IsEmpty;
 
 using Numbers = std::vector<std::size_t>;
-
-constexpr double infinity = std::numeric_limits<double>::infinity();
 
 /// A box with corners on a grid, so that many touch.
 Box anyBox(shapes::Random& random, std::size_t gridSize) {

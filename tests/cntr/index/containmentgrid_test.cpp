@@ -6,12 +6,12 @@
 #include <cntr/index/containmentgrid.h>
 
 #include <cmath>
-#include <numbers>
 #include <string>
 
 #include <cntr/compute/containment.h>
 #include <cntr/compute/extents.h>
 #include <gtest/gtest.h>
+#include <testing/shapes/numbers.h>
 #include <testing/shapes/shapes.h>
 #include <testing/twin/repetitions.h>
 #include <tests/cntr/compute/cut_square.h>
@@ -22,8 +22,6 @@ using cntr::index::ContainmentGrid;
 using Answer = ContainmentGrid::Answer;
 using Point = qcVector<2>;
 using Points = std::vector<Point>;
-
-constexpr double nan = std::numeric_limits<double>::quiet_NaN();
 
 /// An outline, its grid, and the ray that defines the answers.
 class Gridded {
@@ -71,8 +69,8 @@ TEST(ContainmentGridTest, HoldsNothingOutsideTheBox) {
   for (const Point& p : {Point(-1, 50), Point(101, 50), Point(50, -1), Point(50, 1e9)}) {
     EXPECT_EQ(grid.locate(p), Answer::eOutside);
   }
-  EXPECT_EQ(grid.locate({nan, 50}), Answer::eOutside);
-  EXPECT_EQ(grid.locate({50, nan}), Answer::eOutside);
+  EXPECT_EQ(grid.locate({notANumber, 50}), Answer::eOutside);
+  EXPECT_EQ(grid.locate({50, notANumber}), Answer::eOutside);
 }
 
 TEST(ContainmentGridTest, DoesNotKnowWhatIsNextToAnEdgeOrAVertex) {

@@ -7,12 +7,12 @@
 
 #include <algorithm>
 #include <cmath>
-#include <limits>
 #include <utility>
 #include <vector>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <testing/shapes/numbers.h>
 #include <testing/shapes/shapes.h>
 
 namespace {
@@ -25,9 +25,6 @@ using cntr::plane::Path;
 using Point = qcVector<2>;
 using Points = std::vector<Point>;
 using Run = std::pair<std::size_t, std::size_t>;
-
-constexpr double infinity = std::numeric_limits<double>::infinity();
-constexpr double nan = std::numeric_limits<double>::quiet_NaN();
 
 const auto everything = [](const Box&) { return true; };
 
@@ -140,7 +137,8 @@ TEST(EdgeIndexTest, IsBoundedByTheBoxOfItsVertices) {
 }
 
 TEST(EdgeIndexTest, PassesOverNumbersThatAreNone) {
-  const Points points = {{nan, nan}, {1, 2}, {nan, 9}, {3, 4}, {2, nan}};
+  const Points points = {
+      {notANumber, notANumber}, {1, 2}, {notANumber, 9}, {3, 4}, {2, notANumber}};
   const Box bounds = EdgeIndex({points, true}).bounds();
   EXPECT_EQ(bounds.minX, 1);
   EXPECT_EQ(bounds.minY, 2);
@@ -215,7 +213,7 @@ TEST(EdgeIndexTest, VisitsFewRunsByDistanceWhenVisitsLowerTheLimit) {
 
 TEST(EdgeIndexTest, TellsWhetherAllCoordinatesAreFinite) {
   EXPECT_TRUE(EdgeIndex({Points{{1, 2}, {3, 4}}, true}).isFinite());
-  for (const double bad : {nan, infinity, -infinity}) {
+  for (const double bad : {notANumber, infinity, -infinity}) {
     EXPECT_FALSE(EdgeIndex({Points{{1, 2}, {3, 4}, {bad, 0}}, true}).isFinite());
     EXPECT_FALSE(EdgeIndex({Points{{1, bad}, {3, 4}, {0, 0}}, false}).isFinite());
   }

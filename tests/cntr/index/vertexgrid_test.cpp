@@ -5,12 +5,12 @@
 #include <cntr/index/vertexgrid.h>
 
 #include <cmath>
-#include <limits>
 #include <vector>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <testing/plain/edges.h>
+#include <testing/shapes/numbers.h>
 #include <testing/shapes/shapes.h>
 
 namespace {
@@ -21,9 +21,6 @@ using testing::IsEmpty;
 
 using Point = qcVector<2>;
 using Points = std::vector<Point>;
-
-constexpr double infinity = std::numeric_limits<double>::infinity();
-constexpr double nan = std::numeric_limits<double>::quiet_NaN();
 
 TEST(VertexGridTest, TellsItsTolerance) { EXPECT_EQ(VertexGrid(Points(), 0.25).tolerance(), 0.25); }
 
@@ -58,9 +55,9 @@ TEST(VertexGridTest, PutsNumbersBeyond64BitsInTheOutermostCells) {
 }
 
 TEST(VertexGridTest, FindsNothingByNumbersThatAreNone) {
-  const Points points = {{nan, nan}, {0, 0}, {infinity, -infinity}};
+  const Points points = {{notANumber, notANumber}, {0, 0}, {infinity, -infinity}};
   const VertexGrid grid(points, 1);
-  EXPECT_THAT(grid.near(points, {nan, 0}), IsEmpty());
+  EXPECT_THAT(grid.near(points, {notANumber, 0}), IsEmpty());
   EXPECT_THAT(grid.near(points, {infinity, -infinity}), IsEmpty());
   EXPECT_THAT(grid.near(points, {0, 0}), ElementsAre(1));
 }

@@ -4,13 +4,12 @@
 // definition, and neither a small motion nor a literal search of all motions reduces it.
 
 #include <cmath>
-#include <limits>
-#include <numbers>
 
 #include <cntr/deviation.h>
 #include <gtest/gtest.h>
 #include <testing/plain/align.h>
 #include <testing/plain/deviation.h>
+#include <testing/shapes/numbers.h>
 #include <testing/shapes/shapes.h>
 #include <testing/twin/repetitions.h>
 
@@ -176,7 +175,6 @@ TEST(AlignContours, TakesSeveralContours) {
 }
 
 TEST(AlignContours, RefusesWhatHasNoAnswer) {
-  const double infinity = std::numeric_limits<double>::infinity();
   EXPECT_THROW(qf_Align({}, {closed(bracket)}), qcContourDefs::EmptyContour);
   EXPECT_THROW(qf_Align({closed(bracket)}, {closed({})}), qcContourDefs::EmptyContour);
   EXPECT_THROW(qf_Align({closed({{infinity, 0}})}, {closed(bracket)}), qcContourDefs::BadParams);

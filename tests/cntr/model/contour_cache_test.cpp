@@ -8,7 +8,6 @@
 #include <cmath>
 #include <functional>
 #include <initializer_list>
-#include <limits>
 #include <memory>
 #include <ostream>
 #include <string>
@@ -18,6 +17,7 @@
 #include <cntr/region.h>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <testing/shapes/numbers.h>
 
 #include "contour_probe.h"
 #include "fresh_thread.h"
@@ -26,8 +26,6 @@ namespace {
 
 using testing::ElementsAre;
 using testing::IsEmpty;
-
-constexpr double nan = std::numeric_limits<double>::quiet_NaN();
 
 /// Shapes of six vertices on which every question below has a different answer.
 const Points before = {{0, 0}, {4, 0}, {7, 1}, {4, 3}, {2, 5}, {0, 3}};
@@ -457,10 +455,10 @@ TEST_P(ContourKeyedCacheTest, OfAnAssignedContourReplacesItsOwn) {
 TEST(ContourKeyedCachesTest, NeverHoldsAKeyThatIsNotANumber) {
   const ContourProbe contour = closedContour(before);
   for (const int key : {1, 2, 3, 4}) askAngle(contour, key);
-  EXPECT_EQ(contour.extremalVertexIndex(qcRadian(nan)), -1);
+  EXPECT_EQ(contour.extremalVertexIndex(qcRadian(notANumber)), -1);
   EXPECT_THAT(anglesIn(contour), ElementsAre(1, 2, 3, 4));
   for (const int key : {1, 2, 3, 4}) askXform(contour, key);
-  contour.encloseRect({qcMatrix<2>(), {nan, 0}});
+  contour.encloseRect({qcMatrix<2>(), {notANumber, 0}});
   EXPECT_THAT(xformsIn(contour), ElementsAre(1, 2, 3, 4));
 }
 

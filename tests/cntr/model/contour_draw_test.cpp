@@ -3,7 +3,6 @@
 // What a contour draws: which segments, in which order, with which colour and on which layers.
 
 #include <cmath>
-#include <limits>
 #include <stdexcept>
 #include <utility>
 #include <vector>
@@ -12,6 +11,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <platform/display/recordingtablet.h>
+#include <testing/shapes/numbers.h>
 
 #include "contour_probe.h"
 
@@ -92,7 +92,6 @@ TEST(ContourDrawTest, GoesToTheGivenLayersInTheGivenColour) {
 }
 
 TEST(ContourDrawTest, HandsCoordinatesThatAreNotFiniteThrough) {
-  const double infinity = std::numeric_limits<double>::infinity();
   const auto edges = drawnBy(openContour({{std::nan(""), 1}, {infinity, -infinity}}));
   ASSERT_EQ(edges.size(), 1U);
   EXPECT_TRUE(std::isnan(edges[0].first.x()));

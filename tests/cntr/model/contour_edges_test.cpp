@@ -6,12 +6,12 @@
 
 #include <algorithm>
 #include <cmath>
-#include <limits>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <testing/heap/heap.h>
 #include <testing/plain/edges.h>
+#include <testing/shapes/numbers.h>
 #include <testing/shapes/shapes.h>
 
 #include <testing/twin/same.h>
@@ -23,8 +23,6 @@ using testing::ElementsAre;
 using testing::IsEmpty;
 using testing::UnorderedElementsAre;
 
-constexpr double infinity = std::numeric_limits<double>::infinity();
-constexpr double nan = std::numeric_limits<double>::quiet_NaN();
 constexpr double touch = 1e-6;
 
 /// Bottom is edge 1, right 2, top 3, left 0 where closed.
@@ -227,11 +225,11 @@ TEST(ContourIntersectionsTest, WithoutACurveThrowEmptyContourAndLeaveTheIndices)
 
 TEST(ContourIntersectionsTest, PassOverNumbersThatAreNotFinite) {
   const ContourProbe contour =
-      closedContour({{0, 0}, {2, 0}, {nan, 1}, {infinity, 1}, {2, -infinity}, {0, 2}});
+      closedContour({{0, 0}, {2, 0}, {notANumber, 1}, {infinity, 1}, {2, -infinity}, {0, 2}});
   const Crossings found = crossingsWithTouches(contour, {1, -1}, {1, 1});
   EXPECT_THAT(found.points, ElementsAre(Point(1, 0)));
   EXPECT_THAT(found.edges, ElementsAre(1));
-  for (const double bad : {nan, infinity, -infinity}) {
+  for (const double bad : {notANumber, infinity, -infinity}) {
     EXPECT_THAT(crossingsWithTouches(closedContour(square), {bad, -1}, {1, 1}).points, IsEmpty());
     EXPECT_THAT(crossingsWithTouches(closedContour(square), {1, -1}, {1, bad}).points, IsEmpty());
   }
@@ -239,8 +237,9 @@ TEST(ContourIntersectionsTest, PassOverNumbersThatAreNotFinite) {
 
 TEST(ContourIntersectionsTest, OfAContourWhoseFirstVertexIsNotANumberAreNone) {
   // The box of all vertices starts with the first one, and nothing is found beside it.
-  EXPECT_THAT(crossingsWithTouches(openContour({{nan, 0}, {0, 0}, {2, 0}}), {1, -1}, {1, 1}).points,
-              IsEmpty());
+  EXPECT_THAT(
+      crossingsWithTouches(openContour({{notANumber, 0}, {0, 0}, {2, 0}}), {1, -1}, {1, 1}).points,
+      IsEmpty());
 }
 
 TEST(ContourIntersectionsTest, OnTheSamePlaceAreLeftInTheOrderOfAnExchangeSort) {
@@ -512,9 +511,10 @@ TEST(ContourIsSelfIntersectingTest, IsFalseForEqualVertices) {
 }
 
 TEST(ContourIsSelfIntersectingTest, PassesOverNumbersThatAreNotFinite) {
-  EXPECT_FALSE(closedContour({{0, 0}, {nan, 1}, {infinity, 2}, {-1, -infinity}, {3, 3}})
+  EXPECT_FALSE(closedContour({{0, 0}, {notANumber, 1}, {infinity, 2}, {-1, -infinity}, {3, 3}})
                    .isSelfIntersecting());
-  EXPECT_TRUE(closedContour({{0, 0}, {2, 2}, {2, 0}, {0, 2}, {nan, nan}}).isSelfIntersecting());
+  EXPECT_TRUE(closedContour({{0, 0}, {2, 2}, {2, 0}, {0, 2}, {notANumber, notANumber}})
+                  .isSelfIntersecting());
 }
 
 TEST(ContourVertexIndexTest, FindsVerticesNearerThanTheTolerance) {
@@ -558,7 +558,7 @@ TEST(ContourVertexIndexTest, KeepsNoGridForAToleranceThatIsNaN) {
   const ContourProbe contour = openContour({{0, 0}, {10, 0}});
   EXPECT_THAT(contour.vertexIndex({0, 0}, 1.0), ElementsAre(0));
   const long before = heap::blocksMade();
-  const bool isEmpty = contour.vertexIndex({0, 0}, nan).empty();
+  const bool isEmpty = contour.vertexIndex({0, 0}, notANumber).empty();
   EXPECT_EQ(heap::blocksMade(), before);
   EXPECT_TRUE(isEmpty);
 }
@@ -582,19 +582,20 @@ TEST(ContourVertexIndexTest, FindsVerticesInTheOutermostCells) {
 
 TEST(ContourVertexIndexTest, FindsNothingWithAToleranceThatIsNotPositive) {
   const ContourProbe contour = openContour({{0, 0}, {1, 1}});
-  for (const double tolerance : {0.0, -0.0, -1.0, -infinity, nan}) {
+  for (const double tolerance : {0.0, -0.0, -1.0, -infinity, notANumber}) {
     EXPECT_THAT(contour.vertexIndex({0, 0}, tolerance), IsEmpty()) << tolerance;
   }
 }
 
 TEST(ContourVertexIndexTest, FindsAllFiniteVerticesWithAnInfiniteTolerance) {
-  const ContourProbe contour = openContour({{0, 0}, {1e9, -4}, {infinity, 0}, {nan, 0}, {3, 3}});
+  const ContourProbe contour =
+      openContour({{0, 0}, {1e9, -4}, {infinity, 0}, {notANumber, 0}, {3, 3}});
   EXPECT_THAT(contour.vertexIndex({7, 7}, infinity), ElementsAre(0, 1, 4));
 }
 
 TEST(ContourVertexIndexTest, FindsNothingAtNumbersThatAreNotFinite) {
-  const ContourProbe contour = openContour({{0, 0}, {nan, 0}, {infinity, infinity}});
-  for (const double bad : {nan, infinity, -infinity}) {
+  const ContourProbe contour = openContour({{0, 0}, {notANumber, 0}, {infinity, infinity}});
+  for (const double bad : {notANumber, infinity, -infinity}) {
     EXPECT_THAT(contour.vertexIndex({bad, 0}, 0.5), IsEmpty());
     EXPECT_THAT(contour.vertexIndex({bad, bad}, infinity), IsEmpty());
   }

@@ -6,12 +6,12 @@
 
 #include <cmath>
 #include <limits>
-#include <numbers>
 
 #include <cntr/region.h>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <testing/shapes/numbers.h>
 #include <testing/twin/same.h>
 #include "contour_probe.h"
 
@@ -19,10 +19,7 @@ namespace {
 
 using testing::ElementsAre;
 
-constexpr double infinity = std::numeric_limits<double>::infinity();
-constexpr double nan = std::numeric_limits<double>::quiet_NaN();
 constexpr double largest = std::numeric_limits<double>::max();
-constexpr double pi = std::numbers::pi;
 
 constexpr auto farthestPair = qcContourDefs::eFarthestVertexPair;
 constexpr auto fromFirst = qcContourDefs::eFromFirstVertex;
@@ -107,10 +104,11 @@ TEST(ContourEncloseCircleTest, FromTheFirstVertexThrowsEmptyContourWithoutVertic
 }
 
 TEST(ContourEncloseCircleTest, PassesOverVerticesThatAreNotNumbers) {
-  const Points points = {{0, 0}, {nan, 1}, {6, 8}, {1, nan}};
+  const Points points = {{0, 0}, {notANumber, 1}, {6, 8}, {1, notANumber}};
   EXPECT_EQ(closedContour(points).encloseCircle(farthestPair), qcCircle({3, 4}, 5));
   EXPECT_EQ(closedContour(points).encloseCircle(fromFirst), qcCircle({0, 0}, 10));
-  EXPECT_EQ(closedContour({{nan, 0}, {1, nan}}).encloseCircle(farthestPair), qcCircle());
+  EXPECT_EQ(closedContour({{notANumber, 0}, {1, notANumber}}).encloseCircle(farthestPair),
+            qcCircle());
 }
 
 TEST(ContourEncloseCircleTest, OfInfiniteVerticesIsInfinite) {
@@ -174,23 +172,23 @@ TEST(ContourExtremalVertexTest, IsAlongAnAxisWhenTheDirectionIsWithin1em15) {
 }
 
 TEST(ContourExtremalVertexTest, IsMinusOneWithoutAVertexThatComparesGreater) {
-  EXPECT_EQ(extremal({{nan, 0}, {nan, 1}}, 0), -1);
+  EXPECT_EQ(extremal({{notANumber, 0}, {notANumber, 1}}, 0), -1);
   EXPECT_EQ(extremal({{-infinity, 0}, {-infinity, 1}}, 0), -1);
   EXPECT_EQ(extremal({{-largest, 0}, {-largest, 1}}, 0), -1);
-  EXPECT_EQ(extremal(square, nan), -1);
+  EXPECT_EQ(extremal(square, notANumber), -1);
   EXPECT_EQ(extremal(square, infinity), -1);
 }
 
 TEST(ContourExtremalVertexTest, PassesOverVerticesThatAreNotNumbers) {
-  EXPECT_EQ(extremal({{nan, 0}, {1, 1}, {2, nan}}, 0), 2);
-  EXPECT_EQ(extremal({{nan, 0}, {1, 1}, {2, nan}}, 1), 1);
+  EXPECT_EQ(extremal({{notANumber, 0}, {1, 1}, {2, notANumber}}, 0), 2);
+  EXPECT_EQ(extremal({{notANumber, 0}, {1, 1}, {2, notANumber}}, 1), 1);
   EXPECT_EQ(extremal({{1, 0}, {infinity, 0}, {2, 0}}, 0), 1);
 }
 
 TEST(ContourExtremalVertexTest, HasNoPositionWhereItHasNoIndex) {
-  expectBadParams(L"", [] { closedContour(square).extremalVertexPosition(qcRadian(nan)); });
+  expectBadParams(L"", [] { closedContour(square).extremalVertexPosition(qcRadian(notANumber)); });
   expectBadParams(L"", [] {
-    closedContour({{nan, 0}, {nan, 1}}).extremalVertexPosition(qcRadian(0));
+    closedContour({{notANumber, 0}, {notANumber, 1}}).extremalVertexPosition(qcRadian(0));
   });
 }
 
@@ -238,9 +236,10 @@ TEST(ContourEncloseRectTest, UsesTheVerticesAsTheyAreWithin1em15OfTheIdentity) {
 }
 
 TEST(ContourEncloseRectTest, KeepsAFirstCoordinateThatIsNotANumberAndPassesOverLaterOnes) {
-  const qcRect later = openContour({{1, 2}, {nan, 5}, {3, nan}}).encloseRect(qcXform<2>::I);
+  const qcRect later =
+      openContour({{1, 2}, {notANumber, 5}, {3, notANumber}}).encloseRect(qcXform<2>::I);
   EXPECT_EQ(later, rect({1, 2}, {3, 5}));
-  const qcRect first = openContour({{nan, 2}, {1, 5}}).encloseRect(qcXform<2>::I);
+  const qcRect first = openContour({{notANumber, 2}, {1, 5}}).encloseRect(qcXform<2>::I);
   EXPECT_TRUE(std::isnan(first.ul().x()));
   EXPECT_TRUE(std::isnan(first.lr().x()));
   EXPECT_EQ(first.ul().y(), 2);

@@ -6,7 +6,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <limits>
 #include <numbers>
 #include <utility>
 
@@ -16,15 +15,13 @@
 #include <gtest/gtest.h>
 #include <platform/core/hull.h>
 
+#include <testing/shapes/numbers.h>
 #include <testing/twin/same.h>
 #include "contour_probe.h"
 
 namespace {
 
 using testing::ElementsAre;
-
-constexpr double infinity = std::numeric_limits<double>::infinity();
-constexpr double nan = std::numeric_limits<double>::quiet_NaN();
 
 const Points square = {{0, 0}, {2, 0}, {2, 2}, {0, 2}};
 
@@ -54,7 +51,7 @@ TEST(ContourLengthTest, OfAClosedContourIncludesTheEdgeBackToTheFirstVertex) {
 
 TEST(ContourLengthTest, WithoutACurveIsZero) {
   for (const ContourProbe& contour : contoursWithoutCurve()) EXPECT_EQ(contour.length(), 0.0);
-  EXPECT_EQ(closedContour({{nan, 1}}).length(), 0.0);
+  EXPECT_EQ(closedContour({{notANumber, 1}}).length(), 0.0);
   EXPECT_EQ(closedContour({{1, infinity}}).length(), 0.0);
 }
 
@@ -75,7 +72,7 @@ TEST(ContourLengthTest, OfEqualVerticesIsZero) {
 }
 
 TEST(ContourLengthTest, OfNumbersThatAreNotFiniteIsNotFinite) {
-  EXPECT_TRUE(std::isnan(openContour({{0, 0}, {nan, 0}}).length()));
+  EXPECT_TRUE(std::isnan(openContour({{0, 0}, {notANumber, 0}}).length()));
   EXPECT_EQ(openContour({{0, 0}, {infinity, 0}}).length(), infinity);
   EXPECT_TRUE(std::isnan(openContour({{infinity, 0}, {infinity, 0}}).length()));
   EXPECT_EQ(openContour({{0, 0}, {1e200, 0}}).length(), infinity);
@@ -129,8 +126,10 @@ TEST(ContourMedianFeatureSizeTest, OfAnOddCountIsTheOneInTheMiddle) {
 }
 
 TEST(ContourMedianFeatureSizeTest, CountsLengthsThatAreNotNumbersAsTheLargest) {
-  EXPECT_EQ(closedContour({{nan, 0}, {0, 0}, {1, 0}, {3, 0}, {6, 0}}).medianFeatureSize(), 3.0);
-  EXPECT_TRUE(std::isnan(closedContour({{nan, 0}, {0, 0}, {nan, 0}}).medianFeatureSize()));
+  EXPECT_EQ(closedContour({{notANumber, 0}, {0, 0}, {1, 0}, {3, 0}, {6, 0}}).medianFeatureSize(),
+            3.0);
+  EXPECT_TRUE(
+      std::isnan(closedContour({{notANumber, 0}, {0, 0}, {notANumber, 0}}).medianFeatureSize()));
 }
 
 TEST(ContourMedianFeatureSizeTest, WithoutACurveThrowsEmptyContour) {
@@ -187,19 +186,20 @@ TEST(ContourClosestPointTest, WithVerticesOnlyIsTheNearestVertex) {
 }
 
 TEST(ContourClosestPointTest, WithoutAFiniteDistanceIsTheOrigin) {
-  for (const Point& p : {Point(nan, 0), Point(0, infinity), Point(-infinity, nan)}) {
+  for (const Point& p : {Point(notANumber, 0), Point(0, infinity), Point(-infinity, notANumber)}) {
     EXPECT_EQ(closedContour({{1, 1}, {2, 1}, {2, 2}}).closestPoint(p, false), Point(0, 0));
   }
-  EXPECT_EQ(closedContour({{nan, 1}, {nan, 2}}).closestPoint({1, 1}, false), Point(0, 0));
+  EXPECT_EQ(closedContour({{notANumber, 1}, {notANumber, 2}}).closestPoint({1, 1}, false),
+            Point(0, 0));
   EXPECT_EQ(closedContour({{1e300, 0}, {1e300, 1}}).closestPoint({-1e300, 1}, false), Point(0, 0));
 }
 
 TEST(ContourClosestPointTest, WithoutAFiniteDistanceAndVerticesOnlyIsTheFirstVertex) {
-  EXPECT_EQ(closedContour({{1, 1}, {2, 1}}).closestPoint({nan, 0}, true), Point(1, 1));
+  EXPECT_EQ(closedContour({{1, 1}, {2, 1}}).closestPoint({notANumber, 0}, true), Point(1, 1));
 }
 
 TEST(ContourClosestPointTest, PassesOverVerticesThatAreNotNumbers) {
-  const ContourProbe contour = closedContour({{nan, 0}, {3, 0}, {5, 0}, {0, nan}});
+  const ContourProbe contour = closedContour({{notANumber, 0}, {3, 0}, {5, 0}, {0, notANumber}});
   EXPECT_EQ(contour.closestPoint({4, 1}, false), Point(4, 0));
   EXPECT_EQ(contour.closestPoint({1, 0}, true), Point(3, 0));
 }
@@ -250,9 +250,9 @@ TEST(ContourClosestVertexIndexTest, CountsDistancesAsTiedThatAreEqualAfterRoundi
 }
 
 TEST(ContourClosestVertexIndexTest, WithoutAFiniteDistanceIsZero) {
-  EXPECT_EQ(closedContour(square).closestVertexIndex({nan, 1}), 0);
+  EXPECT_EQ(closedContour(square).closestVertexIndex({notANumber, 1}), 0);
   EXPECT_EQ(closedContour(square).closestVertexIndex({1, -infinity}), 0);
-  EXPECT_EQ(closedContour({{nan, 0}, {0, nan}}).closestVertexIndex({1, 1}), 0);
+  EXPECT_EQ(closedContour({{notANumber, 0}, {0, notANumber}}).closestVertexIndex({1, 1}), 0);
 }
 
 TEST(ContourClosestVertexIndexTest, WithoutACurveThrowsEmptyContour) {
@@ -271,7 +271,7 @@ TEST(ContourDistToPointTest, IsThatToTheNearestPointOrVertex) {
 
 TEST(ContourDistToPointTest, WithoutAFiniteDistanceIsThatToTheOrigin) {
   EXPECT_EQ(closedContour(square).distToPoint({infinity, 0}, false), infinity);
-  EXPECT_TRUE(std::isnan(closedContour(square).distToPoint({nan, 0}, false)));
+  EXPECT_TRUE(std::isnan(closedContour(square).distToPoint({notANumber, 0}, false)));
 }
 
 TEST(ContourDistToPointTest, WithoutACurveThrowsEmptyContour) {
@@ -388,7 +388,7 @@ Points ellipsePoints(int count) {
 
 std::pair<qcEllipse, double> fitted(const qcContour& contour) {
   qcEllipse ellipse;
-  double residual = nan;
+  double residual = notANumber;
   contour.fitEllipse(ellipse, residual);
   return {ellipse, residual};
 }
@@ -407,7 +407,7 @@ TEST(ContourFitEllipseTest, IsThatOfTheVerticesWhetherClosedOrOpen) {
   Points points = ellipsePoints(7);
   points[3] = points[3] + Point(0.25, -0.125);
   qcEllipse ellipse;
-  double residual = nan;
+  double residual = notANumber;
   qf_FitEllipse(points, ellipse, residual);
   EXPECT_EQ(fitted(closedContour(points)), std::pair(ellipse, residual));
   EXPECT_EQ(fitted(openContour(points)), std::pair(ellipse, residual));

@@ -15,6 +15,7 @@
 #include <cntr/region.h>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <testing/shapes/numbers.h>
 
 #include "contour_probe.h"
 
@@ -22,9 +23,6 @@ namespace {
 
 using testing::ElementsAre;
 using testing::IsEmpty;
-
-constexpr double infinity = std::numeric_limits<double>::infinity();
-constexpr double nan = std::numeric_limits<double>::quiet_NaN();
 
 const Points triangle = {{0, 0}, {4, 0}, {0, 3}};
 const Points quadrangle = {{1, 1}, {7, 2}, {8, 9}, {0, 5}};
@@ -102,7 +100,7 @@ TEST(ContourOfAPolygonTest, WithoutVerticesIsEmptyAndOpen) {
 }
 
 TEST(ContourOfAPolygonTest, IsOpenWhenItsEndsAreNotNumbersThatCompare) {
-  EXPECT_FALSE(qcContour(polygonOf({{nan, 0}, {4, 0}, {nan, 0}}), 0).isClosed());
+  EXPECT_FALSE(qcContour(polygonOf({{notANumber, 0}, {4, 0}, {notANumber, 0}}), 0).isClosed());
   EXPECT_FALSE(qcContour(polygonOf({{infinity, 0}, {4, 0}, {infinity, 0}}), 0).isClosed());
 }
 
@@ -139,7 +137,7 @@ TEST(ContourEqualityTest, ComparesVerticesExactlyAndInOrder) {
 
 TEST(ContourEqualityTest, TakesTheTwoZerosAsEqualAndNotANumberAsUnequal) {
   EXPECT_TRUE(qcContour({{0.0, 1}}, true, 0) == qcContour({{-0.0, 1}}, true, 0));
-  const qcContour withNan({{nan, 1}}, true, 0);
+  const qcContour withNan({{notANumber, 1}}, true, 0);
   EXPECT_FALSE(withNan == withNan);
 }
 

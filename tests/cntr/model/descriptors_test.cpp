@@ -8,12 +8,12 @@
 #include <algorithm>
 #include <cmath>
 #include <functional>
-#include <limits>
 #include <vector>
 
 #include <cntr/contourdefs.h>
 #include <gtest/gtest.h>
 #include <testing/plain/descriptors.h>
+#include <testing/shapes/numbers.h>
 #include <testing/twin/repetitions.h>
 #include <tests/cntr/compute/hard_points.h>
 
@@ -21,9 +21,6 @@ namespace {
 
 using shapes::Point;
 using shapes::Points;
-
-constexpr double infinity = std::numeric_limits<double>::infinity();
-const double notANumber = std::nan("");
 
 Points permuted(const Points& points, std::uint64_t seed) {
   shapes::Random random(seed);

@@ -7,11 +7,11 @@
 
 #include <cmath>
 #include <functional>
-#include <limits>
 #include <string>
 
 #include <gtest/gtest.h>
 #include <testing/plain/deviation.h>
+#include <testing/shapes/numbers.h>
 #include <testing/shapes/shapes.h>
 
 namespace {
@@ -19,8 +19,6 @@ namespace {
 using shapes::Point;
 using shapes::Points;
 using Contours = std::vector<qcContour>;
-
-constexpr double infinity = std::numeric_limits<double>::infinity();
 
 qcContour closed(const Points& points) { return {points, true, 0}; }
 qcContour open(const Points& points) { return {points, false, 0}; }

@@ -6,14 +6,13 @@
 #include <cntr/ellipse.h>
 
 #include <cmath>
-#include <limits>
-#include <numbers>
 #include <utility>
 #include <vector>
 
 #include <gtest/gtest.h>
 #include <platform/core/fit.h>
 #include <testing/plain/ellipse.h>
+#include <testing/shapes/numbers.h>
 #include <testing/shapes/shapes.h>
 
 #include <testing/twin/same.h>
@@ -22,10 +21,6 @@ namespace {
 
 using Point = qcVector<2>;
 using Points = std::vector<Point>;
-
-constexpr double infinity = std::numeric_limits<double>::infinity();
-constexpr double nan = std::numeric_limits<double>::quiet_NaN();
-constexpr double pi = std::numbers::pi;
 
 /// The record of a solid ellipse in closed form: semi-axis a along `angle`, b across.
 qc_InertiaData solidEllipse(const Point& center, double a, double b, double angle) {
@@ -151,7 +146,7 @@ TEST(EllipseFromInertiaDataTest, IsTheSameForAClockwisePolygon) {
 TEST(EllipseFromInertiaDataTest, DoesNotUseTheArea) {
   const qcMatrix<2> matrix(5, 1, 1, 3);
   const qcEllipse expected = qf_EllipseFromInertiaData(qc_InertiaData(1, {1, 2}, matrix));
-  for (const double area : {0.0, -1.0, 1e9, nan}) {
+  for (const double area : {0.0, -1.0, 1e9, notANumber}) {
     EXPECT_EQ(qf_EllipseFromInertiaData(qc_InertiaData(area, {1, 2}, matrix)), expected);
   }
 }
@@ -184,8 +179,8 @@ TEST(EllipseFromInertiaDataTest, ThrowsSingularWhenAPrincipalMomentIsAtMost1em12
 }
 
 TEST(EllipseFromInertiaDataTest, ThrowsSingularForNumbersThatAreNone) {
-  EXPECT_THROW(qf_EllipseFromInertiaData(record(nan, 0, 1)), qcMathError::Singular);
-  EXPECT_THROW(qf_EllipseFromInertiaData(record(1, nan, 1)), qcMathError::Singular);
+  EXPECT_THROW(qf_EllipseFromInertiaData(record(notANumber, 0, 1)), qcMathError::Singular);
+  EXPECT_THROW(qf_EllipseFromInertiaData(record(1, notANumber, 1)), qcMathError::Singular);
   EXPECT_THROW(qf_EllipseFromInertiaData(record(infinity, 0, infinity)), qcMathError::Singular);
 }
 
@@ -210,7 +205,7 @@ TEST(EllipseFromInertiaDataTest, AgreesWithThePlainAnswerOnAnyRecord) {
 
 std::pair<qcEllipse, double> fitted(const Points& points) {
   qcEllipse ellipse(qcCircle({9, 9}, 9));
-  double residual = nan;
+  double residual = notANumber;
   qf_FitEllipse(points, ellipse, residual);
   return {ellipse, residual};
 }
@@ -255,9 +250,9 @@ const Points hopeless[] = {
     {{1, 2}, {3, 4}},
     Points(7, {1, 2}),
     {{0, 0}, {1, 1}, {2, 2}, {3, 3}, {4, 4}, {5, 5}},
-    {{0, 0}, {1, 0}, {0, 1}, {1, 1}, {2, 3}, {nan, 2}},
+    {{0, 0}, {1, 0}, {0, 1}, {1, 1}, {2, 3}, {notANumber, 2}},
     {{0, 0}, {1, 0}, {0, 1}, {1, 1}, {2, 3}, {2, infinity}},
-    {{0, 0}, {nan, 0}, {0, 1}},
+    {{0, 0}, {notANumber, 0}, {0, 1}},
 };
 
 TEST(FitEllipseTest, GivesTheEllipseAndResidualOfTheEllipseFit) {
@@ -336,7 +331,7 @@ TEST(FitEllipseTest, OfEdgeElementsIsThatOfTheirPositions) {
     for (const Point& p : points)
       edgelets.emplace_back(p, static_cast<unsigned short>(7), qcAngle8(9));
     qcEllipse ellipse(qcCircle({9, 9}, 9));
-    double residual = nan;
+    double residual = notANumber;
     qf_FitEllipse(edgelets, ellipse, residual);
     EXPECT_EQ(std::pair(ellipse, residual), fitted(points));
   };
@@ -369,7 +364,8 @@ TEST(StdDevTest, AgreesWithThePlainAnswer) {
   for (int i = 0; i < 2000; ++i) {
     std::vector<double> values(random.below(60));
     for (double& value : values) value = random.uniform(-1e3, 1e6);
-    if (random.chance(0.05) && !values.empty()) values.back() = random.chance(0.5) ? nan : infinity;
+    if (random.chance(0.05) && !values.empty())
+      values.back() = random.chance(0.5) ? notANumber : infinity;
     ASSERT_TRUE(same::same(qf_StdDev(values), plain::standardDeviation(values))) << i;
   }
 }

@@ -4,8 +4,8 @@
 
 #include <algorithm>
 #include <cmath>
-#include <limits>
-#include <numbers>
+
+#include <testing/shapes/numbers.h>
 
 namespace hard {
 
@@ -15,10 +15,6 @@ using shapes::Point;
 using shapes::Points;
 using shapes::Random;
 using shapes::Segment;
-
-constexpr double pi = std::numbers::pi;
-constexpr double infinity = std::numeric_limits<double>::infinity();
-constexpr double nan = std::numeric_limits<double>::quiet_NaN();
 
 template <std::size_t N>
 double pick(Random& random, const double (&choices)[N]) {
@@ -184,7 +180,7 @@ Segment segment(Random& random, const Points& points) {
 
 double angle(Random& random, const Points& points) {
   static const double nearZero[] = {0, 1e-15, -1e-15, 1.0000000000000003e-15, 1e-16, -2e-15, 1e-9};
-  static const double odd[] = {nan, infinity, -infinity, 1e300, 1e-300};
+  static const double odd[] = {notANumber, infinity, -infinity, 1e300, 1e-300};
   switch (random.below(8)) {
     case 0:
     case 1: {
@@ -208,7 +204,7 @@ double angle(Random& random, const Points& points) {
 
 qcXform<2> xform(Random& random) {
   static const double trifles[] = {0, 1e-15, -1e-15, 1.0000000000000003e-15, 1e-16, 1e-12};
-  static const double values[] = {0, 1, -1, 0.5, 3, 1e-9, 1e9, 1e200, nan, infinity};
+  static const double values[] = {0, 1, -1, 0.5, 3, 1e-9, 1e9, 1e200, notANumber, infinity};
   switch (random.below(6)) {
     case 0:
       return qcXform<2>::I;
@@ -235,7 +231,7 @@ qcXform<2> xform(Random& random) {
 
 double tolerance(Random& random) {
   static const double usual[] = {1e-6, 1e-3, 0.1, 0.5, 1, 2, 10, 50};
-  static const double odd[] = {0, -1, nan, infinity, 1e-300, 1e300};
+  static const double odd[] = {0, -1, notANumber, infinity, 1e-300, 1e300};
   if (random.chance(0.1)) return pick(random, odd);
   return random.chance(0.7) ? pick(random, usual) : std::pow(10.0, random.uniform(-7, 3));
 }

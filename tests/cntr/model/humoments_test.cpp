@@ -14,6 +14,7 @@
 
 #include <gtest/gtest.h>
 #include <testing/plain/descriptors.h>
+#include <testing/shapes/numbers.h>
 #include <testing/shapes/shapes.h>
 #include <testing/twin/repetitions.h>
 
@@ -134,7 +135,6 @@ TEST(HuMoments, AreNoNumbersWhenAnyCoordinateIsNone) {
 }
 
 TEST(HuMoments, AreNoNumbersWithoutArea) {
-  const double infinity = std::numeric_limits<double>::infinity();
   for (const Points& points :
        {Points{}, Points{{1, 2}}, Points{{1, 2}, {3, 4}}, Points{{1, 1}, {1, 1}, {1, 1}},
         Points{{0, 0}, {0.1, 0.3}, {0.2, 0.6}, {0.7, 2.1}}, Points{{0, 0}, {2, 2}, {2, 0}, {0, 2}},

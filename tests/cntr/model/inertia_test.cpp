@@ -6,7 +6,6 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdint>
-#include <limits>
 #include <numbers>
 #include <ostream>
 #include <vector>
@@ -14,6 +13,7 @@
 #include <cntr/inertia.h>
 #include <gtest/gtest.h>
 #include <testing/plain/moments.h>
+#include <testing/shapes/numbers.h>
 #include <testing/shapes/shapes.h>
 
 #include <testing/twin/same.h>
@@ -22,9 +22,6 @@ namespace {
 
 using Point = qcVector<2>;
 using Points = std::vector<Point>;
-
-constexpr double infinity = std::numeric_limits<double>::infinity();
-constexpr double nan = std::numeric_limits<double>::quiet_NaN();
 
 Points reversed(Points points) {
   std::reverse(points.begin(), points.end());
@@ -173,7 +170,7 @@ TEST(AreaTest, OfEdgeletsIsThatOfTheirPositions) {
 
 TEST(AreaTest, OfFewerThanThreeEdgeletsIsZeroWhateverTheirPositions) {
   EXPECT_EQ(qf_Area(std::vector<qcEdgelet>()), 0.0);
-  EXPECT_EQ(qf_Area(edgeletsAt({{nan, 0}})), 0.0);
+  EXPECT_EQ(qf_Area(edgeletsAt({{notANumber, 0}})), 0.0);
   EXPECT_EQ(qf_Area(edgeletsAt({{infinity, 7}, {11, infinity}})), 0.0);
 }
 
@@ -187,7 +184,7 @@ TEST(CenterOfMassTest, OfFewerThanThreePointsIsTheOrigin) {
   EXPECT_EQ(qnContour::centerOfMass({}), Point(0, 0));
   EXPECT_EQ(qnContour::centerOfMass({{5, 7}}), Point(0, 0));
   EXPECT_EQ(qnContour::centerOfMass({{5, 7}, {11, 13}}), Point(0, 0));
-  EXPECT_EQ(qnContour::centerOfMass({{nan, 7}, {11, infinity}}), Point(0, 0));
+  EXPECT_EQ(qnContour::centerOfMass({{notANumber, 7}, {11, infinity}}), Point(0, 0));
 }
 
 TEST(CenterOfMassTest, GoesByTwoMoreNames) {
@@ -236,7 +233,7 @@ TEST(CenterOfMassTest, OfAPolygonThroughTheOriginIsThatOfItsOtherEdges) {
 TEST(CenterOfMassTest, DoesNotThrowOnSliversOrNumbersThatAreNotFinite) {
   EXPECT_NO_THROW(qnContour::centerOfMass({{1, 1}, {2, 2}, {3, 3}}));
   EXPECT_NO_THROW(qnContour::centerOfMass({{1e8, 1e8}, {2e8, 2e8 + 1e-7}, {3e8, 3e8}}));
-  EXPECT_NO_THROW(qnContour::centerOfMass({{nan, 1}, {2, infinity}, {3, 3}}));
+  EXPECT_NO_THROW(qnContour::centerOfMass({{notANumber, 1}, {2, infinity}, {3, 3}}));
 }
 
 TEST(InertiaOfAPolygonTest, OfFewerThanThreePointsIsNothing) {
@@ -460,7 +457,7 @@ TEST(InertiaSumTest, TakesTheMixedMomentFromTheFirstRow) {
 /// Numbers of all sizes and both signs, now and then zero, equal to others, or not finite.
 double anyNumber(shapes::Random& random) {
   if (random.chance(0.05)) return 0.0;
-  if (random.chance(0.02)) return random.chance(0.5) ? nan : infinity;
+  if (random.chance(0.02)) return random.chance(0.5) ? notANumber : infinity;
   if (random.chance(0.3)) return static_cast<double>(random.below(9)) - 4.0;
   const double exponent = random.chance(0.1) ? random.uniform(-320, 300) : random.uniform(-20, 20);
   return random.uniform(-1, 1) * std::pow(10.0, exponent);

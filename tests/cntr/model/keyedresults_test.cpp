@@ -8,7 +8,6 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdint>
-#include <limits>
 #include <string>
 #include <utility>
 #include <vector>
@@ -18,6 +17,7 @@
 #include <gtest/gtest.h>
 #include <platform/core/random.h>
 #include <testing/heap/fail_each.h>
+#include <testing/shapes/numbers.h>
 #include <testing/shapes/shapes.h>
 
 #include "fresh_thread.h"
@@ -26,9 +26,6 @@ namespace {
 
 using testing::ElementsAre;
 using testing::IsEmpty;
-
-constexpr double infinity = std::numeric_limits<double>::infinity();
-constexpr double nan = std::numeric_limits<double>::quiet_NaN();
 
 using ByAngle = cntr::model::KeyedResults<qcRadian, std::string, cntr::model::AngleKey>;
 using ByXform = cntr::model::KeyedResults<qcXform<2>, int, cntr::model::XformKey>;
@@ -130,8 +127,8 @@ TEST(KeyedResultsTest, GrowWhenTheCapacityDoes) {
 TEST(KeyedResultsTest, NeitherStoreNorFindAnAngleThatIsNotANumber) {
   ByAngle results;
   for (const int key : {0, 1, 2, 3}) remember(results, key, 3);
-  results.remember(qcRadian(nan), "nothing", 3);
-  EXPECT_EQ(results.find(qcRadian(nan)), nullptr);
+  results.remember(qcRadian(notANumber), "nothing", 3);
+  EXPECT_EQ(results.find(qcRadian(notANumber)), nullptr);
   EXPECT_THAT(keysIn(results), ElementsAre(0, 1, 2, 3));
   EXPECT_EQ(results.size(), 4U);
   results.remember(qcRadian(infinity), "infinite", 4);
@@ -256,8 +253,8 @@ TEST(KeyedResultsTest, OrderTransformsByMatrixRowsThenTranslation) {
 TEST(KeyedResultsTest, NeitherStoreNorFindATransformThatHoldsNoNumber) {
   ByXform results;
   for (int i = 0; i < 6; ++i) {
-    results.remember(xformWith(i, nan), i, 3);
-    EXPECT_EQ(results.find(xformWith(i, nan)), nullptr) << i;
+    results.remember(xformWith(i, notANumber), i, 3);
+    EXPECT_EQ(results.find(xformWith(i, notANumber)), nullptr) << i;
   }
   EXPECT_EQ(results.size(), 0U);
 }

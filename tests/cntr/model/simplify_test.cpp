@@ -8,21 +8,18 @@
 #include <algorithm>
 #include <cmath>
 #include <functional>
-#include <limits>
 #include <string>
 
 #include <gtest/gtest.h>
 #include <testing/plain/error.h>
 #include <testing/plain/simplify.h>
+#include <testing/shapes/numbers.h>
 #include <testing/shapes/shapes.h>
 
 namespace {
 
 using shapes::Point;
 using shapes::Points;
-
-constexpr double infinity = std::numeric_limits<double>::infinity();
-const double notANumber = std::nan("");
 
 qcContour closed(const Points& points) { return {points, true, 7}; }
 qcContour open(const Points& points) { return {points, false, 7}; }

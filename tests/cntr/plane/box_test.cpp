@@ -5,9 +5,9 @@
 #include <cntr/plane/box.h>
 
 #include <cmath>
-#include <limits>
 
 #include <gtest/gtest.h>
+#include <testing/shapes/numbers.h>
 
 namespace {
 
@@ -16,9 +16,6 @@ using cntr::plane::contains;
 using cntr::plane::edgeBox;
 using cntr::plane::largestCoordinate;
 using cntr::plane::overlaps;
-
-constexpr double infinity = std::numeric_limits<double>::infinity();
-constexpr double nan = std::numeric_limits<double>::quiet_NaN();
 
 double justAbove(double value) { return std::nextafter(value, infinity); }
 double justBelow(double value) { return std::nextafter(value, -infinity); }
@@ -58,8 +55,8 @@ TEST(BoxTest, GrowsToHoldBoxes) {
 
 TEST(BoxTest, PassesOverNumbersThatAreNone) {
   Box box;
-  box.add(qcVector<2>(nan, 1));
-  box.add(qcVector<2>(2, nan));
+  box.add(qcVector<2>(notANumber, 1));
+  box.add(qcVector<2>(2, notANumber));
   expectBox(box, 2, 1, 2, 1);
   box.add(qcVector<2>(infinity, 0));
   expectBox(box, 2, 0, infinity, 1);
@@ -71,8 +68,8 @@ TEST(BoxTest, OfAnEdgeSpansItsEnds) {
 }
 
 TEST(BoxTest, OfAnEdgeKeepsAFirstCoordinateThatIsNotANumberAndPassesOverASecond) {
-  expectBox(edgeBox({3, 1}, {nan, 5}), 3, 1, 3, 5);
-  const Box box = edgeBox({nan, 1}, {3, 5});
+  expectBox(edgeBox({3, 1}, {notANumber, 5}), 3, 1, 3, 5);
+  const Box box = edgeBox({notANumber, 1}, {3, 5});
   EXPECT_TRUE(std::isnan(box.minX));
   EXPECT_TRUE(std::isnan(box.maxX));
   EXPECT_EQ(box.minY, 1);
@@ -100,10 +97,10 @@ TEST(BoxTest, DoesNotOverlapWhatLiesBesideIt) {
 
 TEST(BoxTest, SharesNothingThroughAnUpperCornerThatIsNotANumber) {
   const Box other{0, 0, 1, 1};
-  EXPECT_FALSE(overlaps({0, 0, nan, 1}, other));
-  EXPECT_FALSE(overlaps({0, 0, 1, nan}, other));
-  EXPECT_TRUE(overlaps({nan, 0, 1, 1}, other));
-  EXPECT_TRUE(overlaps({0, nan, 1, 1}, other));
+  EXPECT_FALSE(overlaps({0, 0, notANumber, 1}, other));
+  EXPECT_FALSE(overlaps({0, 0, 1, notANumber}, other));
+  EXPECT_TRUE(overlaps({notANumber, 0, 1, 1}, other));
+  EXPECT_TRUE(overlaps({0, notANumber, 1, 1}, other));
 }
 
 TEST(BoxTest, ContainsItsBoundary) {
@@ -119,12 +116,12 @@ TEST(BoxTest, ContainsItsBoundary) {
 }
 
 TEST(BoxTest, ContainsNoNaN) {
-  EXPECT_FALSE(contains({0, 0, 2, 4}, {nan, 1}));
-  EXPECT_FALSE(contains({0, 0, 2, 4}, {1, nan}));
-  EXPECT_FALSE(contains({nan, 0, 2, 4}, {1, 1}));
-  EXPECT_FALSE(contains({0, nan, 2, 4}, {1, 1}));
-  EXPECT_FALSE(contains({0, 0, nan, 4}, {1, 1}));
-  EXPECT_FALSE(contains({0, 0, 2, nan}, {1, 1}));
+  EXPECT_FALSE(contains({0, 0, 2, 4}, {notANumber, 1}));
+  EXPECT_FALSE(contains({0, 0, 2, 4}, {1, notANumber}));
+  EXPECT_FALSE(contains({notANumber, 0, 2, 4}, {1, 1}));
+  EXPECT_FALSE(contains({0, notANumber, 2, 4}, {1, 1}));
+  EXPECT_FALSE(contains({0, 0, notANumber, 4}, {1, 1}));
+  EXPECT_FALSE(contains({0, 0, 2, notANumber}, {1, 1}));
 }
 
 TEST(BoxTest, TellsTheSquaredDistanceOfAPoint) {

@@ -4,6 +4,7 @@
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <testing/shapes/numbers.h>
 
 #include <limits>
 #include <random>
@@ -80,7 +81,6 @@ std::shared_ptr<qcRegionSet> regionSet(const std::vector<std::shared_ptr<qcRegio
 
 /// Shapes of the usual classes: good ones, and others that are not features.
 Objects usualShapes() {
-  const double infinity = std::numeric_limits<double>::infinity();
   const double largest = std::numeric_limits<double>::max();
   const Points square{{-9, -9}, {9e3, -9}, {9e3, 9e3}, {-9, 9e3}};
   const std::vector<Points> holes{polygon(1, 1, 4), polygon(100, 1, 3)};
@@ -276,22 +276,19 @@ TEST(ArchiveReader, ReadsLabelsOtherThanZero) {
 }
 
 TEST(ArchiveReader, NamesShapesThatAreNoFeatures) {
-  const double nan = std::numeric_limits<double>::quiet_NaN();
-  const auto found = texts::read(
-      "archive", archived({contour({{0, 0}, {1, 0}}, true), contour({{0, 0}, {1, nan}}, false),
-                           nullptr, contour(texts::square(1), true)}));
+  const auto found = texts::read("archive", archived({contour({{0, 0}, {1, 0}}, true),
+                                                      contour({{0, 0}, {1, notANumber}}, false),
+                                                      nullptr, contour(texts::square(1), true)}));
   EXPECT_THAT(found.complaints, ElementsAre("1: outline has 2 points, but needs 3",
                                             "2: line, vertex 1: not finite", "3: no object"));
   EXPECT_EQ(found.features.size(), 1);
 }
 
 TEST(ArchiveReader, NamesTheFirstFlawOfAVertex) {
-  const double nan = std::numeric_limits<double>::quiet_NaN();
-  const double infinity = std::numeric_limits<double>::infinity();
   const auto found = texts::read(
-      "archive",
-      archived({contour({{0, 0}, {nan, 0}, {infinity, 1}, {1, 1}}, true), contour({{nan, 0}}, true),
-                contour({{1, nan}}, false), std::make_shared<qcPoint>(qcVector<2>(1, 2))}));
+      "archive", archived({contour({{0, 0}, {notANumber, 0}, {infinity, 1}, {1, 1}}, true),
+                           contour({{notANumber, 0}}, true), contour({{1, notANumber}}, false),
+                           std::make_shared<qcPoint>(qcVector<2>(1, 2))}));
   EXPECT_THAT(found.complaints,
               ElementsAre("1: outline, vertex 1: not finite", "2: outline has 1 point, but needs 3",
                           "3: line, vertex 0: not finite", "4: an object without an outline"));

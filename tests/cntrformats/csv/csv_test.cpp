@@ -26,8 +26,6 @@ std::vector<std::string> complaintsOf(const std::string& text) {
   return texts::read("csv", text).complaints;
 }
 
-}  // namespace
-
 TEST(CsvReader, ARunOfEqualIdsIsARing) {
   const auto found =
       texts::read("csv",
@@ -243,3 +241,5 @@ TEST(CsvWriter, NamesThatWouldNotComeBackAreNumbers) {
   feature.id = "#";
   EXPECT_EQ(texts::written("csv", {feature}), "id,x,y\n#,0,0\n#,9,0\n#,0,9\n");
 }
+
+}  // namespace

@@ -32,8 +32,6 @@ struct BadGeometry {
 
 class ABadGeometry : public testing::TestWithParam<BadGeometry> {};
 
-}  // namespace
-
 TEST_P(ABadGeometry, IsNamedWithThePlace) {
   EXPECT_EQ(texts::problemOf("geojsonl", GetParam().json), GetParam().message);
 }
@@ -145,3 +143,5 @@ TEST(GeoJsonGeometry, HeightsOfAnyKindArePassedOver) {
       geometryIn(geometry("LineString", R"([[0,0,"a"],[1,2,{"b":[3]},null]])")).parts[0].outline,
       (Points{{0, 0}, {1, 2}}));
 }
+
+}  // namespace

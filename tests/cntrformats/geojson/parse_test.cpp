@@ -36,8 +36,6 @@ std::string problemOfNested(std::size_t depth, const std::string& open, const st
   return problemOf(R"("geometry":null,"a":)" + nested(depth, open, close) + "}");
 }
 
-}  // namespace
-
 TEST_P(ABadText, IsNamedWithThePlace) {
   EXPECT_EQ(problemOf(GetParam().text), std::string("not JSON: line 2") + GetParam().message);
 }
@@ -105,3 +103,5 @@ TEST(GeoJsonParse, TheTextOfAValueEndsWithIt) {
   }));
   EXPECT_EQ(found, (std::vector<std::string>{"[1, 2 ]", "{ \"c\":1}", "-1.50", "\" f \"", "null"}));
 }
+
+}  // namespace

@@ -27,8 +27,6 @@ Geometry geometryIn(const std::string& text) {
   return texts::read("wkt", text).features.at(0).geometry;
 }
 
-}  // namespace
-
 TEST(WktReader, ReadsOutlinesAndLines) {
   const auto found = texts::read("wkt",
                                  "\nPOLYGON ((0 0, 4 0, 4 4, 0 0), (1 1, 2 1, 2 2))\n"
@@ -216,3 +214,5 @@ TEST(WktWriter, ClosesRingsAndLeavesTheirDirection) {
   EXPECT_EQ(texts::written("wkt", {feature}),
             "MULTIPOLYGON (((0 0, 1 0, 1 1, 0 1, 0 0)), ((0 0, 2 0, 2 2, 0 2, 0 0)))\n");
 }
+
+}  // namespace

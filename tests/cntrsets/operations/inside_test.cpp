@@ -5,7 +5,6 @@
 #include <cntrsets/inside.h>
 
 #include <cmath>
-#include <limits>
 #include <memory>
 
 #include <cntr/contourdefs.h>
@@ -14,6 +13,7 @@
 #include <testing/heap/fail_each.h>
 #include <testing/plain/measures.h>
 #include <testing/plain/region.h>
+#include <testing/shapes/numbers.h>
 #include <tests/cntrsets/features.h>
 
 namespace {
@@ -211,7 +211,6 @@ TEST(Inside, OfScrapsIsNothing) {
 }
 
 TEST(Inside, APointMayHaveAnyCoordinates) {
-  const double infinity = std::numeric_limits<double>::infinity();
   for (const qcVector<2>& p : Points{{std::nan(""), 5}, {5, infinity}, {-infinity, 5}, {1e308, 5}})
     EXPECT_FALSE(isInside({{square, {}}}, p));
 }

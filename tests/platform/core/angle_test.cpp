@@ -8,17 +8,13 @@
 #include <cmath>
 #include <cstdint>
 #include <limits>
-#include <numbers>
 #include <type_traits>
 
 #include <gtest/gtest.h>
 #include <rapidcheck/gtest.h>
+#include <testing/shapes/numbers.h>
 
 namespace {
-
-constexpr double pi = std::numbers::pi;
-constexpr double infinity = std::numeric_limits<double>::infinity();
-const double notANumber = std::nan("");
 
 static_assert(std::is_trivially_copyable_v<qcRadian> && sizeof(qcRadian) == sizeof(double));
 static_assert(std::is_trivially_copyable_v<qcDegree> && sizeof(qcDegree) == sizeof(double));

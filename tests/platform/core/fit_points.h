@@ -7,13 +7,13 @@
 #include <cmath>
 #include <functional>
 #include <limits>
-#include <numbers>
 #include <random>
 #include <string>
 #include <vector>
 
 #include <platform/core/fit.h>
 #include <platform/core/xform.h>
+#include <testing/shapes/numbers.h>
 
 namespace fit_points {
 
@@ -21,8 +21,6 @@ using Point = qcVector<2>;
 using Points = std::vector<Point>;
 using Geometry = qcEllipse::qcEllipseGeom;
 
-constexpr double pi = std::numbers::pi;
-constexpr double infinity = std::numeric_limits<double>::infinity();
 constexpr double epsilon = std::numeric_limits<double>::epsilon();
 
 /// `count` points of an arc, from parameter `start` on over `extent`.

@@ -16,14 +16,12 @@
 
 #include <gtest/gtest.h>
 #include <rapidcheck/gtest.h>
+#include <testing/shapes/numbers.h>
 
 namespace {
 
 using Point = qcVector<2>;
 using Points = std::vector<Point>;
-
-constexpr double infinity = std::numeric_limits<double>::infinity();
-const double notANumber = std::nan("");
 
 Points hullOf(const Points& points) {
   Points hull = {Point(99, 99)};

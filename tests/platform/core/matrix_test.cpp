@@ -5,11 +5,11 @@
 #include <platform/core/matrix.h>
 
 #include <cmath>
-#include <limits>
 #include <type_traits>
 
 #include <gtest/gtest.h>
 #include <rapidcheck/gtest.h>
+#include <testing/shapes/numbers.h>
 
 #include <platform/core/exception.h>
 
@@ -17,8 +17,6 @@ namespace {
 
 using Matrix = qcMatrix<2>;
 using Vector = qcVector<2>;
-
-constexpr double infinity = std::numeric_limits<double>::infinity();
 
 static_assert(std::is_trivially_copyable_v<Matrix>);
 static_assert(Matrix(1, 2, 3, 4).det() == -2.0, "usable in constants");
@@ -105,7 +103,6 @@ TEST(MatrixTest, InverseTakesAFreshDeterminant) {
 }
 
 TEST(MatrixTest, SingularMatricesHaveNoInverse) {
-  const double notANumber = std::nan("");
   EXPECT_THROW(Matrix(0, 0, 0, 0).inverse(), qcMathError::Singular);
   EXPECT_THROW(Matrix(1, 2, 2, 4).inverse(), qcMathError::Singular);
   EXPECT_THROW(Matrix(1e-170, 0, 0, 1e-170).inverse(), qcMathError::Singular);

@@ -11,13 +11,11 @@
 
 #include <gtest/gtest.h>
 #include <rapidcheck/gtest.h>
+#include <testing/shapes/numbers.h>
 
 namespace {
 
 using Vector = qcVector<2>;
-
-constexpr double infinity = std::numeric_limits<double>::infinity();
-const double notANumber = std::nan("");
 
 TEST(PointTest, IsAVectorAsAnObject) {
   EXPECT_EQ(qcPoint().pos(), Vector());

@@ -5,19 +5,16 @@
 #include <platform/core/vector.h>
 
 #include <cmath>
-#include <limits>
 #include <numbers>
 #include <type_traits>
 
 #include <gtest/gtest.h>
 #include <rapidcheck/gtest.h>
+#include <testing/shapes/numbers.h>
 
 namespace {
 
 using Vector = qcVector<2>;
-
-constexpr double infinity = std::numeric_limits<double>::infinity();
-const double notANumber = std::nan("");
 
 static_assert(std::is_trivially_copyable_v<Vector> && sizeof(Vector) == 2 * sizeof(double));
 static_assert(std::is_trivially_copyable_v<qcPair<long>>);

@@ -5,13 +5,13 @@
 #include <platform/display/svgtablet.h>
 
 #include <cmath>
-#include <limits>
 #include <locale>
 #include <sstream>
 #include <string>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <testing/shapes/numbers.h>
 
 namespace {
 
@@ -102,7 +102,6 @@ TEST(SvgTabletTest, NumbersKeepAllTheirDigits) {
 }
 
 TEST(SvgTabletTest, SegmentsWithoutANumberAreLeftOut) {
-  const double infinity = std::numeric_limits<double>::infinity();
   for (const double bad : {std::nan(""), infinity, -infinity}) {
     for (const std::string& svg :
          {drawn(Pair(bad, 0), Pair(1, 1)), drawn(Pair(0, bad), Pair(1, 1)),

@@ -60,8 +60,6 @@ std::set<std::string> coloursIn(const std::string& picture) {
   return colours;
 }
 
-}  // namespace
-
 TEST(DeviationColours, GoFromBlueInsideOverGreyToRedOutside) {
   EXPECT_EQ(colourOfDeviation(-1.0), "#1a5cdf");
   EXPECT_EQ(colourOfDeviation(0.0), "#c4c4c4");
@@ -167,3 +165,5 @@ TEST_F(DrawnDeviation, WrongUsageEndsWithStatusTwo) {
   EXPECT_EQ(none.out, "");
   EXPECT_EQ(none.messages, "cntr: " + nominal + "x: cannot be read: No such file or directory\n");
 }
+
+}  // namespace

@@ -6,9 +6,9 @@
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <testing/shapes/numbers.h>
 
 #include <cmath>
-#include <limits>
 #include <string>
 
 #include <cntrformats/errors.h>
@@ -245,8 +245,6 @@ TEST(Scene, CoordinatesThatAreTooLargeAreRefused) {
   EXPECT_EQ(refusal({{{{0, 0}, {1, 0}, {0, 1.1e100}}, {}}}), refused);
   EXPECT_EQ(refusal({{{{0, 0}, {1, 0}, {0, -1.1e100}}, {}}}), refused);
   EXPECT_EQ(refusal({{{{0, 0}, {-1.1e100, 0}, {0, 1}}, {}}}), refused);
-  constexpr double nan = std::numeric_limits<double>::quiet_NaN();
-  constexpr double infinity = std::numeric_limits<double>::infinity();
-  EXPECT_EQ(refusal({{square(0, 0, 1), {{{0, 0}, {nan, 0}, {0, 1}}}}}), refused);
+  EXPECT_EQ(refusal({{square(0, 0, 1), {{{0, 0}, {notANumber, 0}, {0, 1}}}}}), refused);
   EXPECT_EQ(refusal({{square(0, 0, 1), {}}, {square(0, 0, infinity), {}}}), refused);
 }

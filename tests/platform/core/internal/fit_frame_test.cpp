@@ -6,11 +6,11 @@
 #include <platform/core/internal/fit_frame.h>
 
 #include <cmath>
-#include <limits>
 #include <string>
 
 #include <gtest/gtest.h>
 #include <platform/core/fit.h>
+#include <testing/shapes/numbers.h>
 
 namespace {
 
@@ -19,8 +19,6 @@ using qnFit::Point;
 using qnFit::Points;
 using qnFit::PowerOfTwo;
 using qnFit::Spread;
-
-constexpr double infinity = std::numeric_limits<double>::infinity();
 
 /// What is said when `make` is refused.
 template <class Make>
