@@ -22,7 +22,7 @@ using subject::Points;
 using subject::Subject;
 
 /// The definition: the bisector of the first wide gap between the sorted angles.
-Point byDefinition(const Points& points, const Point& p) {
+Point clearByDefinition(const Points& points, const Point& p) {
   std::vector<double> angles;
   for (const Point& v : points) {
     angles.push_back(plain::norm(std::atan2(v.y() - p.y(), v.x() - p.x())));
@@ -100,7 +100,7 @@ TEST(ClearDirectionTest, IsThatOfTheDefinition) {
     const Subject closed(s.points(), true);
     for (int i = 0; i < 4; ++i) {
       const Point p = shapes::queryPoint(random, s.points());
-      EXPECT_TRUE(same(clear(closed, p), byDefinition(s.points(), p)));
+      EXPECT_TRUE(same(clear(closed, p), clearByDefinition(s.points(), p)));
     }
   });
 }
@@ -130,7 +130,7 @@ TEST(ClearDirectionTest, AlongRowsIsThatOfTheDefinition) {
       const double x = random.uniform(-20.0, 20.0);
       const double y = random.chance(0.3) ? 0.0 : random.uniform(-1.0, 9.0);
       const Point p = corner + Point(x, y);
-      EXPECT_TRUE(same(clear(s, p), byDefinition(points, p)))
+      EXPECT_TRUE(same(clear(s, p), clearByDefinition(points, p)))
           << points.size() << " seen from " << testing::PrintToString(p);
     }
   }
@@ -148,7 +148,7 @@ TEST(ClearDirectionTest, ClosesTheTurnToAFirstVertexThatWasPassedBy) {
   for (std::size_t i = 0; i < n / 2; ++i) {
     points.push_back(atAngle(1.2 * gap + 1.5 * gap * static_cast<double>(i)));
   }
-  const Point expected = byDefinition(points, {0, 0});
+  const Point expected = clearByDefinition(points, {0, 0});
   EXPECT_NEAR(expected.angle().norm().toDouble(), pi + 0.1875 * pi, 0.1);
   EXPECT_TRUE(same(clear(points, {0, 0}), expected));
 }
@@ -159,7 +159,7 @@ TEST(ClearDirectionTest, OfSmoothOutlinesIsThatOfTheDefinition) {
     const Points points = shapes::smoothStar(n);
     const Subject s(points, true);
     for (const Point& p : shapes::pointsInBox(points, repetitions(60))) {
-      EXPECT_TRUE(same(clear(s, p), byDefinition(points, p)));
+      EXPECT_TRUE(same(clear(s, p), clearByDefinition(points, p)));
     }
   }
 }

@@ -8,11 +8,13 @@
 
 #include <testing/plain/region.h>
 #include <testing/twin/repetitions.h>
+#include <tests/cntr/figures.h>
 
 #include "subject.h"
 
 namespace {
 
+using figures::square;
 using subject::forEachShape;
 using subject::Point;
 using subject::Points;
@@ -27,10 +29,8 @@ std::size_t count(const Subject& s, const Point& p, bool bothDirections) {
   return scanned;
 }
 
-const Points square = {{0, 0}, {4, 0}, {4, 4}, {0, 4}};
-
 TEST(RayCrossingsTest, AreOddInside) {
-  const Subject s(square, true);
+  const Subject s(square(4), true);
   EXPECT_EQ(count(s, {1, 1}, false), 1U);
   EXPECT_EQ(count(s, {3, 2}, true), 1U);
   const Subject u({{0, 0}, {6, 0}, {6, 6}, {4, 6}, {4, 2}, {2, 2}, {2, 6}, {0, 6}}, true);
@@ -39,7 +39,7 @@ TEST(RayCrossingsTest, AreOddInside) {
 }
 
 TEST(RayCrossingsTest, AreNoneOutsideTheBox) {
-  const Subject s(square, true);
+  const Subject s(square(4), true);
   EXPECT_EQ(count(s, {4.0000001, 2}, false), 0U);
   EXPECT_EQ(count(s, {-0.5e-6, 0}, false), 0U) << "though within 1e-6 of a vertex";
   EXPECT_EQ(count(s, {2, infinity}, false), 0U);

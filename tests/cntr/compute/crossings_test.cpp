@@ -11,12 +11,14 @@
 #include <testing/plain/edges.h>
 #include <testing/twin/repetitions.h>
 #include <testing/twin/same.h>
+#include <tests/cntr/figures.h>
 
 #include "subject.h"
 
 namespace {
 
 using cntr::compute::Crossing;
+using figures::square;
 using same::same;
 using subject::forEachShape;
 using subject::Point;
@@ -52,10 +54,8 @@ std::vector<std::size_t> edgesOf(const std::vector<Crossing>& crossings) {
   return edges;
 }
 
-const Points square = {{0, 0}, {4, 0}, {4, 4}, {0, 4}};
-
 TEST(CrossingsTest, AscendAlongTheSegment) {
-  const Subject s(square, true);
+  const Subject s(square(4), true);
   const auto there = crossings(s, {-1, 1}, {5, 1}, true);
   EXPECT_THAT(pointsOf(there), ElementsAre(Point(0, 1), Point(4, 1)));
   EXPECT_THAT(edgesOf(there), ElementsAre(0, 2)) << "the closing edge is edge 0";
@@ -64,13 +64,13 @@ TEST(CrossingsTest, AscendAlongTheSegment) {
 }
 
 TEST(CrossingsTest, OfAnOpenPathLackTheClosingEdge) {
-  const auto found = crossings(Subject(square, false), {-1, 1}, {5, 1}, true);
+  const auto found = crossings(Subject(square(4), false), {-1, 1}, {5, 1}, true);
   EXPECT_THAT(pointsOf(found), ElementsAre(Point(4, 1)));
   EXPECT_THAT(edgesOf(found), ElementsAre(1));
 }
 
 TEST(CrossingsTest, AtAnEndOfTheSegmentCountOnlyWhereAskedFor) {
-  const Subject s(square, true);
+  const Subject s(square(4), true);
   EXPECT_EQ(crossings(s, {2, 2}, {4, 1}, true).size(), 1U);
   EXPECT_EQ(crossings(s, {2, 2}, {4, 1}, false).size(), 0U);
   EXPECT_EQ(crossings(s, {2, 2}, {4 + 0.9e-6, 2}, false).size(), 0U);
@@ -78,18 +78,21 @@ TEST(CrossingsTest, AtAnEndOfTheSegmentCountOnlyWhereAskedFor) {
 }
 
 TEST(CrossingsTest, ThroughAVertexCountOnBothOfItsEdges) {
-  EXPECT_THAT(edgesOf(crossings(Subject(square, true), {3, 5}, {5, 3}, true)), ElementsAre(2, 3));
+  EXPECT_THAT(edgesOf(crossings(Subject(square(4), true), {3, 5}, {5, 3}, true)),
+              ElementsAre(2, 3));
 }
 
 TEST(CrossingsTest, WithParallelEdgesAreNone) {
-  EXPECT_THAT(edgesOf(crossings(Subject(square, true), {1, 0}, {3, 0}, true)), IsEmpty());
-  EXPECT_THAT(edgesOf(crossings(Subject(square, true), {-1, 0}, {5, 0}, true)), ElementsAre(0, 2));
+  EXPECT_THAT(edgesOf(crossings(Subject(square(4), true), {1, 0}, {3, 0}, true)), IsEmpty());
+  EXPECT_THAT(edgesOf(crossings(Subject(square(4), true), {-1, 0}, {5, 0}, true)),
+              ElementsAre(0, 2));
 }
 
 TEST(CrossingsTest, OfASegmentOutsideTheBoxAreNone) {
   // Within 1e-6 of the edge, but not in the box.
-  EXPECT_THAT(edgesOf(crossings(Subject(square, true), {4 + 0.5e-6, 1}, {9, 2}, true)), IsEmpty());
-  EXPECT_THAT(edgesOf(crossings(Subject(square, true), {4, 1}, {9, 2}, true)), ElementsAre(2));
+  EXPECT_THAT(edgesOf(crossings(Subject(square(4), true), {4 + 0.5e-6, 1}, {9, 2}, true)),
+              IsEmpty());
+  EXPECT_THAT(edgesOf(crossings(Subject(square(4), true), {4, 1}, {9, 2}, true)), ElementsAre(2));
 }
 
 TEST(CrossingsTest, NeedEdgesAndASegmentWithALength) {
@@ -97,11 +100,12 @@ TEST(CrossingsTest, NeedEdgesAndASegmentWithALength) {
   EXPECT_THAT(edgesOf(crossings(Subject({{2, 2}}, false), {0, 0}, {4, 4}, true)), IsEmpty());
   EXPECT_THAT(edgesOf(crossings(Subject(Points(60, {2, 2}), true), {0, 0}, {4, 4}, true)),
               IsEmpty());
-  EXPECT_THAT(edgesOf(crossings(Subject(square, true), {4, 2}, {4, 2}, true)), IsEmpty());
+  EXPECT_THAT(edgesOf(crossings(Subject(square(4), true), {4, 2}, {4, 2}, true)), IsEmpty());
 }
 
 TEST(CrossingsTest, WithNanAreNone) {
-  EXPECT_THAT(edgesOf(crossings(Subject(square, true), {-1, notANumber}, {5, 1}, true)), IsEmpty());
+  EXPECT_THAT(edgesOf(crossings(Subject(square(4), true), {-1, notANumber}, {5, 1}, true)),
+              IsEmpty());
   EXPECT_THAT(
       edgesOf(crossings(Subject({{notANumber, 0}, {4, 0}, {4, 4}}, true), {-1, 1}, {5, 1}, true)),
       IsEmpty())
@@ -136,7 +140,7 @@ TEST(CrossingsTest, InOnePlaceAreLeftInTheOrderOfAnExchangeSort) {
 }
 
 TEST(CrossesTest, CountsTouches) {
-  const Subject s(square, true);
+  const Subject s(square(4), true);
   const auto crosses = [&](const Points& other) {
     const cntr::compute::CrossingTarget asking{{other, true}, {}};
     const bool scanned = cntr::compute::crosses(s.scanned(), asking);

@@ -8,12 +8,14 @@
 #include <cntr/compute/containment.h>
 #include <testing/plain/region.h>
 #include <testing/twin/repetitions.h>
+#include <tests/cntr/figures.h>
 
 #include "cut_square.h"
 #include "subject.h"
 
 namespace {
 
+using figures::square;
 using Answer = cntr::index::ContainmentGrid::Answer;
 using subject::forEachShape;
 using subject::Point;
@@ -37,8 +39,6 @@ bool answers(const Subject& s, const Point& p) {
   EXPECT_EQ(answer == Answer::eInside, isInside) << testing::PrintToString(p);
   return true;
 }
-
-Points square(double side) { return {{0, 0}, {side, 0}, {side, side}, {0, side}}; }
 
 TEST(ExtentsTest, AreTheBoxAndTheRadiusFromTheFirstVertex) {
   for (const std::size_t n : {1U, 2U, 3U, 4U, 7U, 1000U}) {

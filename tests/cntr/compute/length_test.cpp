@@ -24,11 +24,11 @@ using subject::forEachShape;
 using subject::Points;
 using subject::Subject;
 
-const Points triangle = {{0, 0}, {4, 0}, {4, 3}};
+const Points threeFourFive = {{0, 0}, {4, 0}, {4, 3}};
 
 TEST(LengthTest, IsTheSumOverTheEdges) {
-  EXPECT_EQ(length({triangle, true}), 12.0);
-  EXPECT_EQ(length({triangle, false}), 7.0);
+  EXPECT_EQ(length({threeFourFive, true}), 12.0);
+  EXPECT_EQ(length({threeFourFive, false}), 7.0);
 }
 
 TEST(LengthTest, IsZeroWithoutEdgesAndOfEdgesWithoutLength) {
@@ -54,10 +54,10 @@ TEST(LengthTest, IsInfiniteOrNanWhereAVertexIs) {
 }
 
 TEST(MeanPositionTest, WeighsTheMiddleOfEachEdgeByItsLength) {
-  const qcVector<2> closed = meanPosition({triangle, true});
+  const qcVector<2> closed = meanPosition({threeFourFive, true});
   EXPECT_DOUBLE_EQ(closed.x(), 2.5);
   EXPECT_DOUBLE_EQ(closed.y(), 1.0);
-  const qcVector<2> open = meanPosition({triangle, false});
+  const qcVector<2> open = meanPosition({threeFourFive, false});
   EXPECT_DOUBLE_EQ(open.x(), 20.0 / 7.0);
   EXPECT_DOUBLE_EQ(open.y(), 4.5 / 7.0);
 }
@@ -69,8 +69,8 @@ TEST(MeanPositionTest, IsNotFiniteWhenNoEdgeHasALength) {
 }
 
 TEST(MedianEdgeLengthTest, IsTheUpperOneOfTwoInTheMiddle) {
-  EXPECT_EQ(medianEdgeLength({triangle, true}), 4.0);
-  EXPECT_EQ(medianEdgeLength({triangle, false}), 4.0);
+  EXPECT_EQ(medianEdgeLength({threeFourFive, true}), 4.0);
+  EXPECT_EQ(medianEdgeLength({threeFourFive, false}), 4.0);
   const Points steps = {{0, 0}, {4, 0}, {5, 0}, {8, 0}, {10, 0}};
   EXPECT_EQ(medianEdgeLength({steps, false}), 3.0);
   EXPECT_EQ(medianEdgeLength({steps, true}), 3.0);

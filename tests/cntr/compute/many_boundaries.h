@@ -10,17 +10,15 @@
 
 #include <cntr/compute/crossings.h>
 #include <testing/shapes/shapes.h>
+#include <tests/cntr/figures.h>
 
 #include "subject.h"
 
 namespace boundaries {
 
+using figures::rectangle;
 using subject::Point;
 using subject::Points;
-
-inline Points rectangle(double x, double y, double width, double height) {
-  return {{x, y}, {x + width, y}, {x + width, y + height}, {x, y + height}};
-}
 
 /// 2 to 12 vertices with finite coordinates, of size 1 or so; edges may have no length.
 inline Points smallShape(shapes::Random& random) {

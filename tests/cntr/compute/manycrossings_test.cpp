@@ -9,9 +9,11 @@
 #include <gtest/gtest.h>
 #include <testing/shapes/shapes.h>
 #include <testing/twin/repetitions.h>
+#include <tests/cntr/figures.h>
 
 namespace {
 
+using figures::square;
 using Points = std::vector<qcVector<2>>;
 
 /// The answer, which must be that of all pairs.
@@ -30,25 +32,21 @@ bool anyCrosses(const std::vector<Points>& outlines) {
   return expected;
 }
 
-Points square(double low, double side) {
-  return {{low, low}, {low + side, low}, {low + side, low + side}, {low, low + side}};
-}
-
 TEST(AnyCrossesAnotherTest, NoneOfSquaresInSquares) {
   std::vector<Points> squares;
-  for (int i = 0; i < 50; ++i) squares.push_back(square(i, 200.0 - 2.0 * i));
+  for (int i = 0; i < 50; ++i) squares.push_back(square(i, i, 200.0 - 2.0 * i));
   EXPECT_FALSE(anyCrosses(squares));
-  squares.push_back(square(-5, 10));
+  squares.push_back(square(-5, -5, 10));
   EXPECT_TRUE(anyCrosses(squares));
 }
 
 TEST(AnyCrossesAnotherTest, ATouchCounts) {
-  EXPECT_TRUE(anyCrosses({square(0, 2), square(2, 2)}));
-  EXPECT_FALSE(anyCrosses({square(0, 2), square(2.1, 2)}));
+  EXPECT_TRUE(anyCrosses({square(2), square(2, 2, 2)}));
+  EXPECT_FALSE(anyCrosses({square(2), square(2.1, 2.1, 2)}));
 }
 
 TEST(AnyCrossesAnotherTest, APathThatCrossesItselfDoesNot) {
-  EXPECT_FALSE(anyCrosses({{{0, 0}, {4, 4}, {4, 0}, {0, 4}}, square(9, 2)}));
+  EXPECT_FALSE(anyCrosses({{{0, 0}, {4, 4}, {4, 0}, {0, 4}}, square(9, 9, 2)}));
   EXPECT_FALSE(anyCrosses({}));
   EXPECT_FALSE(anyCrosses({{}, {{1, 1}}}));
 }

@@ -8,13 +8,14 @@
 #include <gtest/gtest.h>
 #include <testing/twin/repetitions.h>
 #include <testing/twin/same.h>
+#include <tests/cntr/figures.h>
 
 #include "many_boundaries.h"
 
 namespace {
 
-using boundaries::rectangle;
 using cntr::compute::Remaining;
+using figures::rectangle;
 using subject::Points;
 using subject::Subject;
 

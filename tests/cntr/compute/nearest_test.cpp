@@ -10,11 +10,13 @@
 #include <testing/plain/measures.h>
 #include <testing/twin/repetitions.h>
 #include <testing/twin/same.h>
+#include <tests/cntr/figures.h>
 
 #include "subject.h"
 
 namespace {
 
+using figures::square;
 using same::same;
 using subject::forEachShape;
 using subject::Point;
@@ -37,44 +39,43 @@ Point nearest(const Subject& s, const Point& p) {
   return scanned;
 }
 
-const Points square = {{0, 0}, {4, 0}, {4, 4}, {0, 4}};
-
 TEST(ClosestVertexTest, IsTheNearestOne) {
-  const Subject s(square, true);
+  const Subject s(square(4), true);
   EXPECT_EQ(vertex(s, {3, 1}), 1U);
   EXPECT_EQ(vertex(s, {9, 9}), 2U);
   EXPECT_EQ(vertex(s, {0, 4}), 3U);
 }
 
 TEST(ClosestVertexTest, IsTheFirstOneOnTies) {
-  EXPECT_EQ(vertex(Subject(square, true), {2, 2}), 0U);
-  EXPECT_EQ(vertex(Subject(square, true), {4, 2}), 1U);
+  EXPECT_EQ(vertex(Subject(square(4), true), {2, 2}), 0U);
+  EXPECT_EQ(vertex(Subject(square(4), true), {4, 2}), 1U);
   EXPECT_EQ(vertex(Subject(Points(90, {1, 1}), true), {7, 2}), 0U);
 }
 
 TEST(ClosestVertexTest, OfAnOpenPathMayBeItsFirst) {
-  EXPECT_EQ(vertex(Subject(square, false), {-1, -1}), 0U);
-  EXPECT_EQ(vertex(Subject(square, false), {-1, 5}), 3U);
+  EXPECT_EQ(vertex(Subject(square(4), false), {-1, -1}), 0U);
+  EXPECT_EQ(vertex(Subject(square(4), false), {-1, 5}), 3U);
 }
 
 TEST(ClosestVertexTest, IsTheFirstOneWhereNoDistanceIsFinite) {
-  EXPECT_EQ(vertex(Subject(square, true), {notANumber, 0}), 0U);
-  EXPECT_EQ(vertex(Subject(square, true), {infinity, 0}), 0U);
+  EXPECT_EQ(vertex(Subject(square(4), true), {notANumber, 0}), 0U);
+  EXPECT_EQ(vertex(Subject(square(4), true), {infinity, 0}), 0U);
   EXPECT_EQ(vertex(Subject({{notANumber, 0}, {0, notANumber}}, true), {1, 1}), 0U);
   EXPECT_EQ(vertex(Subject({{notANumber, 0}, {0, 0}, {infinity, 0}}, true), {1, 1}), 1U);
 }
 
 TEST(ClosestPointTest, LiesOnTheNearestEdge) {
-  const Subject closed(square, true);
+  const Subject closed(square(4), true);
   EXPECT_EQ(nearest(closed, {3, 1.5}), Point(4, 1.5));
   EXPECT_EQ(nearest(closed, {-1, 3}), Point(0, 3));
   EXPECT_EQ(nearest(closed, {6, 6}), Point(4, 4));
-  EXPECT_EQ(nearest(Subject(square, false), {-1, 3}), Point(0, 4)) << "no edge closes it";
+  EXPECT_EQ(nearest(Subject(square(4), false), {-1, 3}), Point(0, 4)) << "no edge closes it";
 }
 
 TEST(ClosestPointTest, LiesOnTheFirstOfEquallyNearEdges) {
-  EXPECT_EQ(nearest(Subject(square, true), {2, 2}), Point(0, 2)) << "the closing edge comes first";
-  EXPECT_EQ(nearest(Subject(square, false), {2, 2}), Point(2, 0));
+  EXPECT_EQ(nearest(Subject(square(4), true), {2, 2}), Point(0, 2))
+      << "the closing edge comes first";
+  EXPECT_EQ(nearest(Subject(square(4), false), {2, 2}), Point(2, 0));
 }
 
 TEST(ClosestPointTest, OfEdgesWithoutLengthIsTheirVertex) {
@@ -83,7 +84,7 @@ TEST(ClosestPointTest, OfEdgesWithoutLengthIsTheirVertex) {
 }
 
 TEST(ClosestPointTest, IsTheOriginWhereNoDistanceIsFinite) {
-  EXPECT_EQ(nearest(Subject(square, true), {notANumber, 1}), Point(0, 0));
+  EXPECT_EQ(nearest(Subject(square(4), true), {notANumber, 1}), Point(0, 0));
   EXPECT_EQ(nearest(Subject({{notANumber, 1}, {2, notANumber}}, true), {5, 5}), Point(0, 0));
 }
 
@@ -158,7 +159,7 @@ TEST(ClosestPointsTest, OfManyPointsAreThoseOfEachBitForBit) {
 }
 
 TEST(ClosestPointsTest, TakeTheFirstOfEquallyNearEdges) {
-  const Subject s(square, true);
+  const Subject s(square(4), true);
   Points answers(5);
   cntr::compute::closestPoints(s.path(), Points(5, {2, 2}), answers);
   for (const Point& p : answers) EXPECT_TRUE(same(p, Point(0, 2)));

@@ -18,10 +18,10 @@ using cntr::plane::Edge;
 using subject::Point;
 using subject::Points;
 
-const Box bounds{-10, -10, 10, 10};
+const Box probeBounds{-10, -10, 10, 10};
 
 std::optional<Point> crossing(const Point& a, const Point& b, bool touches, const Edge& edge) {
-  return Probe(a, b, touches, bounds).crossingWith(edge);
+  return Probe(a, b, touches, probeBounds).crossingWith(edge);
 }
 
 TEST(ProbeTest, CrossesAnEdgeInOnePoint) {
@@ -72,7 +72,7 @@ TEST(ProbeTest, DoesNotCrossNan) {
 }
 
 TEST(ProbeTest, KeysAscendAlongTheSegment) {
-  const Probe probe({1, 1}, {4, 5}, true, bounds);
+  const Probe probe({1, 1}, {4, 5}, true, probeBounds);
   EXPECT_EQ(probe.key({1, 1}), 0.0);
   EXPECT_EQ(probe.key({4, 5}), 25.0);
   EXPECT_LT(probe.key({2, 2}), probe.key({3, 3}));
@@ -80,7 +80,7 @@ TEST(ProbeTest, KeysAscendAlongTheSegment) {
 }
 
 TEST(ProbeTest, RulesOutBoxesAsideOfItsLine) {
-  const Probe probe({0, 0}, {8, 8}, true, bounds);
+  const Probe probe({0, 0}, {8, 8}, true, probeBounds);
   EXPECT_TRUE(probe.mayMeet({2, 2, 3, 3}));
   EXPECT_TRUE(probe.mayMeet({2, 0, 4, 2})) << "a corner on the line";
   EXPECT_FALSE(probe.mayMeet({4, 0, 6, 2})) << "in the segment's box, but aside";

@@ -11,7 +11,6 @@
 namespace {
 
 using cntr::compute::Label;
-using cntr::compute::none;
 using cntr::compute::Places;
 using cntr::compute::Rings;
 using cntr::compute::Vertex;
@@ -34,14 +33,14 @@ std::vector<Vertex> placeOf(const Places& places, Vertex v) {
 }
 
 /// Vertices 0, 1, ... on a line, far from each other.
-Points apart(int count) {
+Points farApart(int count) {
   Points points;
   for (int i = 0; i < count; ++i) points.emplace_back(10 * i, 1);
   return points;
 }
 
 TEST(RingsTest, AreOneOfAllVerticesAtFirst) {
-  const Points points = apart(4);
+  const Points points = farApart(4);
   const Rings rings(points);
   EXPECT_EQ(rings.vertexCount(), 4U);
   EXPECT_EQ(rings.labelCount(), 1U);
@@ -52,14 +51,14 @@ TEST(RingsTest, AreOneOfAllVerticesAtFirst) {
 }
 
 TEST(RingsTest, OfOneVertexLeadBackToIt) {
-  const Points points = apart(1);
+  const Points points = farApart(1);
   const Rings rings(points);
   EXPECT_EQ(rings.after(0), 0U);
   EXPECT_THAT(verticesOf(rings, 0), ElementsAre(0));
 }
 
 TEST(RingsTest, ACutGivesTheSmallerPieceANewLabel) {
-  const Points points = apart(7);
+  const Points points = farApart(7);
   Rings rings(points);
   const Rings::Pieces pieces = rings.cut(2, 4);
   EXPECT_EQ(rings.labelCount(), 2U);
@@ -74,7 +73,7 @@ TEST(RingsTest, ACutGivesTheSmallerPieceANewLabel) {
 }
 
 TEST(RingsTest, ACutBackwardsGivesThePieceRoundTheStart) {
-  const Points points = apart(7);
+  const Points points = farApart(7);
   Rings rings(points);
   const Rings::Pieces pieces = rings.cut(5, 2);
   EXPECT_THAT(verticesOf(rings, pieces.first), ElementsAre(5, 6, 0, 1));
@@ -84,7 +83,7 @@ TEST(RingsTest, ACutBackwardsGivesThePieceRoundTheStart) {
 }
 
 TEST(RingsTest, ACutMaySplitOffASingleVertex) {
-  const Points points = apart(3);
+  const Points points = farApart(3);
   Rings rings(points);
   const Rings::Pieces pieces = rings.cut(0, 1);
   EXPECT_THAT(verticesOf(rings, pieces.first), ElementsAre(0));
@@ -93,7 +92,7 @@ TEST(RingsTest, ACutMaySplitOffASingleVertex) {
 }
 
 TEST(RingsTest, AJoinedRingRunsThroughTheFirstAndThenThroughTheOther) {
-  const Points points = apart(7);
+  const Points points = farApart(7);
   Rings rings(points);
   const Rings::Pieces pieces = rings.cut(2, 5);
   rings.join(6, 3);
@@ -103,12 +102,12 @@ TEST(RingsTest, AJoinedRingRunsThroughTheFirstAndThenThroughTheOther) {
 }
 
 TEST(RingsTest, VerticesOfADroppedRingHaveNone) {
-  const Points points = apart(5);
+  const Points points = farApart(5);
   Rings rings(points);
   const Rings::Pieces pieces = rings.cut(1, 3);
   rings.drop(pieces.first);
-  EXPECT_EQ(rings.labelOf(1), none);
-  EXPECT_EQ(rings.labelOf(2), none);
+  EXPECT_EQ(rings.labelOf(1), cntr::compute::none);
+  EXPECT_EQ(rings.labelOf(2), cntr::compute::none);
   EXPECT_EQ(rings.labelOf(3), pieces.second);
 }
 

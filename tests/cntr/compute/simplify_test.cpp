@@ -115,7 +115,7 @@ bool cross(const plain::Segment& s, const plain::Segment& t) {
          orientation(t.a, t.b, s.a) * orientation(t.a, t.b, s.b) < 0;
 }
 
-bool crossesItself(const Points& ring) {
+bool ringCrossesItself(const Points& ring) {
   const std::vector<plain::Segment> edges = plain::edgesOf({ring, true});
   for (const plain::Segment& s : edges) {
     for (const plain::Segment& t : edges) {
@@ -131,10 +131,10 @@ TEST(Simplify, CrossesNothingThatDidNotCross) {
     shapes::Random random(seed);
     Points ring =
         seed % 2 == 0 ? shapes::spiral(60 + random.below(60), 4.0) : shapes::comb(80, seed);
-    if (crossesItself(ring)) continue;
+    if (ringCrossesItself(ring)) continue;
     const double tolerance = random.uniform(1.0, 300.0);
     const Points result = simplified({{ring, true}}, tolerance).front();
-    EXPECT_FALSE(crossesItself(result)) << seed;
+    EXPECT_FALSE(ringCrossesItself(result)) << seed;
     EXPECT_GE(result.size(), 3U);
     changed += result.size() < ring.size();
   }
@@ -144,7 +144,7 @@ TEST(Simplify, CrossesNothingThatDidNotCross) {
 TEST(Simplify, KeepsThousandsOfVerticesApart) {
   const Points star = shapes::smoothStar(20000);
   const Points result = simplified({{star, true}}, 2.0).front();
-  EXPECT_FALSE(crossesItself(result));
+  EXPECT_FALSE(ringCrossesItself(result));
   EXPECT_LT(result.size(), 500U);
   EXPECT_GT(result.size(), 40U);
 }

@@ -8,11 +8,13 @@
 #include <testing/plain/repair.h>
 #include <testing/twin/repetitions.h>
 #include <testing/twin/same.h>
+#include <tests/cntr/figures.h>
 
 #include "subject.h"
 
 namespace {
 
+using figures::square;
 using subject::forEachShape;
 using subject::Point;
 using subject::Points;
@@ -34,30 +36,30 @@ Points spliced(const Points& mine, const Points& other) {
   return spliced(Subject(mine, true), Subject(other, true));
 }
 
-const Points square = {{0, 0}, {4, 0}, {4, 4}, {0, 4}};
-
 TEST(SpliceTest, RunsRoundTheOneAndThenRoundTheOtherFromTheirFirstCrossing) {
   // Edge 2 of the square, from (4, 0) to (4, 4), meets edge 3 of the other one, its upper side.
-  EXPECT_THAT(spliced(square, {{2, -2}, {6, -2}, {6, 2}, {2, 2}}),
+  EXPECT_THAT(spliced(square(4), {{2, -2}, {6, -2}, {6, 2}, {2, 2}}),
               ElementsAre(Point(2, 0), Point(4, 0), Point(4, 4), Point(0, 4), Point(0, 0),
                           Point(2, 0), Point(2, -2), Point(6, -2), Point(6, 2), Point(2, 2)));
 }
 
 TEST(SpliceTest, TakesTheFirstOfSeveralCrossingsAlongTheEdge) {
   const Points bar = {{-1, 1}, {5, 1}, {5, 2}, {-1, 2}};
-  const Points joined = spliced(square, bar);
+  const Points joined = spliced(square(4), bar);
   ASSERT_FALSE(joined.empty());
   EXPECT_EQ(joined.front(), Point(0, 2)) << "the closing edge runs down from (0, 4)";
 }
 
 TEST(SpliceTest, IsNothingForBoundariesThatDoNotCross) {
-  EXPECT_TRUE(spliced(square, {{1, 1}, {3, 1}, {3, 3}}).empty());
-  EXPECT_TRUE(spliced(square, {{9, 9}, {10, 9}, {10, 10}}).empty());
-  EXPECT_TRUE(spliced(Points{{1, 1}}, square).empty());
-  EXPECT_TRUE(spliced(Points{{notANumber, 1}, {1, notANumber}}, square).empty());
+  EXPECT_TRUE(spliced(square(4), {{1, 1}, {3, 1}, {3, 3}}).empty());
+  EXPECT_TRUE(spliced(square(4), {{9, 9}, {10, 9}, {10, 10}}).empty());
+  EXPECT_TRUE(spliced(Points{{1, 1}}, square(4)).empty());
+  EXPECT_TRUE(spliced(Points{{notANumber, 1}, {1, notANumber}}, square(4)).empty());
 }
 
-TEST(SpliceTest, TouchesCount) { EXPECT_EQ(spliced(square, {{4, 2}, {8, 0}, {8, 4}}).size(), 9U); }
+TEST(SpliceTest, TouchesCount) {
+  EXPECT_EQ(spliced(square(4), {{4, 2}, {8, 0}, {8, 4}}).size(), 9U);
+}
 
 TEST(SpliceTest, AnEdgeWithoutLengthContributesTheOrigin) {
   const Points joined = spliced({{1, 1}, {1, 1}, {5, 1}, {5, 5}}, {{3, 0}, {4, 0}, {4, 2}, {3, 2}});

@@ -10,6 +10,7 @@
 #include <testing/plain/repair.h>
 #include <testing/twin/repetitions.h>
 #include <testing/twin/same.h>
+#include <tests/cntr/figures.h>
 
 #include "subject.h"
 
@@ -18,50 +19,49 @@ namespace {
 using cntr::compute::Outline;
 using cntr::compute::startingEdge;
 using cntr::compute::traceBoundary;
+using figures::square;
 using subject::forEachShape;
 using subject::Point;
 using subject::Points;
 using subject::Subject;
 using testing::ElementsAre;
 
-constexpr double probe = 0.01;
-
-const Points square = {{0, 0}, {4, 0}, {4, 4}, {0, 4}};
+constexpr double probeDistance = 0.01;
 
 TEST(StartingEdgeTest, IsTheFirstOnTheOutside) {
-  EXPECT_EQ(startingEdge(Outline(square), probe), 0U);
+  EXPECT_EQ(startingEdge(Outline(square(4)), probeDistance), 0U);
   // The first two edges cross the others.
-  EXPECT_EQ(startingEdge(Outline({{0, 0}, {4, 4}, {4, 0}, {0, 4}}), probe), 1U);
+  EXPECT_EQ(startingEdge(Outline({{0, 0}, {4, 4}, {4, 0}, {0, 4}}), probeDistance), 1U);
 }
 
 TEST(StartingEdgeTest, MeetsNothingButItsNeighbours) {
   // A vertex touches edge 0 from within.
-  EXPECT_EQ(startingEdge(Outline({{0, 0}, {4, 0}, {4, 4}, {2, 0}, {0, 4}}), probe), 1U);
+  EXPECT_EQ(startingEdge(Outline({{0, 0}, {4, 0}, {4, 4}, {2, 0}, {0, 4}}), probeDistance), 1U);
 }
 
 TEST(StartingEdgeTest, IsNeverTheClosingEdge) {
   // Edges 0 to 3 cross each other in pairs; only the closing edge lies free.
   const Points points = {{0, 0}, {4, 4}, {0, 4}, {4, 0}};
-  EXPECT_EQ(startingEdge(Outline(points), probe), 1U);
-  EXPECT_FALSE(startingEdge(Outline({{0, 0}, {4, 4}}), probe).has_value());
+  EXPECT_EQ(startingEdge(Outline(points), probeDistance), 1U);
+  EXPECT_FALSE(startingEdge(Outline({{0, 0}, {4, 4}}), probeDistance).has_value());
 }
 
 TEST(StartingEdgeTest, IsNoneWhereAllVerticesAreOneOrNan) {
-  EXPECT_FALSE(startingEdge(Outline({{1, 1}}), probe).has_value());
-  EXPECT_FALSE(startingEdge(Outline(Points(9, {1, 1})), probe).has_value());
+  EXPECT_FALSE(startingEdge(Outline({{1, 1}}), probeDistance).has_value());
+  EXPECT_FALSE(startingEdge(Outline(Points(9, {1, 1})), probeDistance).has_value());
   EXPECT_FALSE(
-      startingEdge(Outline({{notANumber, 1}, {1, notANumber}, {2, 2}}), probe).has_value());
-  EXPECT_FALSE(traceBoundary(Outline(Points(9, {1, 1})), probe).has_value());
+      startingEdge(Outline({{notANumber, 1}, {1, notANumber}, {2, 2}}), probeDistance).has_value());
+  EXPECT_FALSE(traceBoundary(Outline(Points(9, {1, 1})), probeDistance).has_value());
 }
 
 TEST(TraceBoundaryTest, GoesOnceRoundASimpleOne) {
-  EXPECT_THAT(traceBoundary(Outline(square), probe).value(),
+  EXPECT_THAT(traceBoundary(Outline(square(4)), probeDistance).value(),
               ElementsAre(Point(4, 0), Point(4, 4), Point(0, 4), Point(0, 0)));
 }
 
 TEST(TraceBoundaryTest, TurnsOntoEveryEdgeThatItMeets) {
   EXPECT_THAT(
-      traceBoundary(Outline({{0, 0}, {4, 4}, {4, 0}, {0, 4}}), probe).value(),
+      traceBoundary(Outline({{0, 0}, {4, 4}, {4, 0}, {0, 4}}), probeDistance).value(),
       ElementsAre(Point(4, 0), Point(2, 2), Point(0, 0), Point(0, 4), Point(2, 2), Point(4, 4)));
 }
 

@@ -48,7 +48,7 @@ Boxes squares(std::size_t perRow, std::size_t rows) {
 }
 
 /// Boxes with corners on a lattice, so that many share sides with each other and with cells.
-Boxes anyBoxes(shapes::Random& random) {
+Boxes latticeBoxes(shapes::Random& random) {
   Boxes boxes(1 + random.below(200));
   const double unit = random.below(2) == 0 ? 1.0 : random.uniform(0.001, 1000.0);
   const std::size_t extent = 1 + random.below(80);
@@ -75,7 +75,7 @@ TEST(BoxGridTest, ListsAmongFewAllBoxesThatHoldAPoint) {
   shapes::Random random(41);
   std::size_t made = 0;
   for (std::size_t i = 0; i < repetitions(2000); ++i) {
-    const Boxes boxes = anyBoxes(random);
+    const Boxes boxes = latticeBoxes(random);
     const auto grid = BoxGrid::make(boxes);
     if (!grid) continue;
     ++made;

@@ -15,10 +15,12 @@
 #include <testing/shapes/shapes.h>
 #include <testing/twin/repetitions.h>
 #include <tests/cntr/compute/cut_square.h>
+#include <tests/cntr/figures.h>
 
 namespace {
 
 using cntr::index::ContainmentGrid;
+using figures::square;
 using Answer = ContainmentGrid::Answer;
 using Point = qcVector<2>;
 using Points = std::vector<Point>;
@@ -54,8 +56,6 @@ class Gridded {
   ContainmentGrid grid_;
 };
 
-Points square() { return {{0, 0}, {100, 0}, {100, 100}, {0, 100}}; }
-
 TEST(ContainmentGridTest, KnowsTheInsideAndTheOutside) {
   // An L: the upper right quarter is outside.
   const Gridded grid({{0, 0}, {100, 0}, {100, 50}, {50, 50}, {50, 100}, {0, 100}});
@@ -65,7 +65,7 @@ TEST(ContainmentGridTest, KnowsTheInsideAndTheOutside) {
 }
 
 TEST(ContainmentGridTest, HoldsNothingOutsideTheBox) {
-  const Gridded grid(square());
+  const Gridded grid(square(100));
   for (const Point& p : {Point(-1, 50), Point(101, 50), Point(50, -1), Point(50, 1e9)}) {
     EXPECT_EQ(grid.locate(p), Answer::eOutside);
   }
@@ -74,7 +74,7 @@ TEST(ContainmentGridTest, HoldsNothingOutsideTheBox) {
 }
 
 TEST(ContainmentGridTest, DoesNotKnowWhatIsNextToAnEdgeOrAVertex) {
-  const Gridded grid(square());
+  const Gridded grid(square(100));
   EXPECT_EQ(grid.locate({40, 0.5e-6}), Answer::eUnknown);
   EXPECT_EQ(grid.locate({40, 0}), Answer::eUnknown);
   EXPECT_EQ(grid.locate({100, 100}), Answer::eUnknown);

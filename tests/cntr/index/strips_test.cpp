@@ -147,7 +147,9 @@ Points spikes(std::size_t count, double gap, double angle) {
   return points;
 }
 
-bool crossesItself(const Points& points) { return qcContour(points, true, 0).isSelfIntersecting(); }
+bool contourCrossesItself(const Points& points) {
+  return qcContour(points, true, 0).isSelfIntersecting();
+}
 
 TEST(SelfCrossingOfSpikesTest, IsThePlainAnswer) {
   Random random(11);
@@ -162,7 +164,7 @@ TEST(SelfCrossingOfSpikesTest, IsThePlainAnswer) {
       tip = tip + Point(random.uniform(-8.0, 8.0) * gap, random.uniform(-8.0, 8.0) * gap);
     }
     const bool expected = plain::isSelfIntersecting({points, true});
-    ASSERT_EQ(crossesItself(points), expected) << points.size() << " vertices, gap " << gap;
+    ASSERT_EQ(contourCrossesItself(points), expected) << points.size() << " vertices, gap " << gap;
     if (expected) ++crossing;
   }
   EXPECT_GT(crossing, repetitions(400) / 10);
@@ -172,9 +174,9 @@ TEST(SelfCrossingOfSpikesTest, IsThePlainAnswer) {
 TEST(SelfCrossingOfSpikesTest, FindsTheOneCrossingOfALongOutline) {
   for (const std::size_t at : {3U, 4999U, 9990U}) {
     Points points = shapes::spikyStar(10000);
-    ASSERT_FALSE(crossesItself(points));
+    ASSERT_FALSE(contourCrossesItself(points));
     points[at] = (points[at + 3] + points[at + 4]) * 0.5;
-    EXPECT_TRUE(crossesItself(points)) << at;
+    EXPECT_TRUE(contourCrossesItself(points)) << at;
   }
 }
 
@@ -182,11 +184,11 @@ TEST(SelfCrossingOfSpikesTest, HugeAndBrokenSpikesStayWithThePlainAnswer) {
   for (const double scale : {1e-300, 1e90, 1e120, 1e300}) {
     Points points = spikes(120, 0.01, 0.7);
     shapes::scaleAndShift(points, scale, {0.0, 0.0});
-    EXPECT_EQ(crossesItself(points), plain::isSelfIntersecting({points, true})) << scale;
+    EXPECT_EQ(contourCrossesItself(points), plain::isSelfIntersecting({points, true})) << scale;
   }
   Points points = spikes(120, 0.01, 0.7);
   points[60] = {std::nan(""), 1.0};
-  EXPECT_EQ(crossesItself(points), plain::isSelfIntersecting({points, true}));
+  EXPECT_EQ(contourCrossesItself(points), plain::isSelfIntersecting({points, true}));
 }
 
 }  // namespace

@@ -8,6 +8,7 @@
 
 #include <gtest/gtest.h>
 #include <testing/shapes/numbers.h>
+#include <tests/cntr/next_doubles.h>
 
 namespace {
 
@@ -16,9 +17,6 @@ using cntr::plane::contains;
 using cntr::plane::edgeBox;
 using cntr::plane::largestCoordinate;
 using cntr::plane::overlaps;
-
-double justAbove(double value) { return std::nextafter(value, infinity); }
-double justBelow(double value) { return std::nextafter(value, -infinity); }
 
 void expectBox(const Box& box, double minX, double minY, double maxX, double maxY) {
   EXPECT_EQ(box.minX, minX);

@@ -16,9 +16,9 @@ using cntr::plane::containmentMargin;
 using shapes::Point;
 
 /// A box with its first vertex in the middle: the ray, 2 * 50 long, is too short from its corners.
-const Box bounds{-50, -50, 50, 50};
+const Box outlineBounds{-50, -50, 50, 50};
 const Point first(0, 0);
-constexpr double radius = 50.0;
+constexpr double outlineRadius = 50.0;
 
 TEST(ContainmentConditionsTest, VerticesKeepTheMarginFromTheRay) {
   EXPECT_DOUBLE_EQ(cntr::plane::vertexMargin(1), containmentMargin);
@@ -28,7 +28,7 @@ TEST(ContainmentConditionsTest, VerticesKeepTheMarginFromTheRay) {
 
 TEST(ContainmentConditionsTest, TheRayEndsOutsideNearTheFirstVertexOrTheMiddle) {
   const auto ends = [](const Point& p) {
-    return cntr::plane::rayEndsOutside(bounds, first, radius, p);
+    return cntr::plane::rayEndsOutside(outlineBounds, first, outlineRadius, p);
   };
   EXPECT_TRUE(ends({0, 0}));
   EXPECT_TRUE(ends({49, 0})) << "near the first vertex";
@@ -47,11 +47,11 @@ TEST(ContainmentConditionsTest, WhatHoldsForACellHoldsForItsPoints) {
     const double x = random.uniform(-50, 40);
     const double y = random.uniform(-50, 40);
     const Box cell{x, y, x + random.uniform(0, 10), y + random.uniform(0, 10)};
-    const bool allEnd = cntr::plane::rayEndsOutside(bounds, first, radius, cell);
+    const bool allEnd = cntr::plane::rayEndsOutside(outlineBounds, first, outlineRadius, cell);
     bool cornersEnd = true;
     for (const Point& p : {Point(cell.minX, cell.minY), Point(cell.maxX, cell.minY),
                            Point(cell.minX, cell.maxY), Point(cell.maxX, cell.maxY)}) {
-      cornersEnd &= cntr::plane::rayEndsOutside(bounds, first, radius, p);
+      cornersEnd &= cntr::plane::rayEndsOutside(outlineBounds, first, outlineRadius, p);
     }
     ASSERT_EQ(allEnd, cornersEnd) << i;
     sure += allEnd ? 1 : 0;
@@ -62,10 +62,10 @@ TEST(ContainmentConditionsTest, WhatHoldsForACellHoldsForItsPoints) {
 
 TEST(ContainmentConditionsTest, ACellKeepsTheMarginAsPointsDo) {
   const auto ends = [](double right) {
-    return cntr::plane::rayEndsOutside(bounds, first, radius, Box{0, 0, right, 0});
+    return cntr::plane::rayEndsOutside(outlineBounds, first, outlineRadius, Box{0, 0, right, 0});
   };
-  EXPECT_TRUE(ends(radius - 1.01 * containmentMargin));
-  EXPECT_FALSE(ends(radius - 0.99 * containmentMargin));
+  EXPECT_TRUE(ends(outlineRadius - 1.01 * containmentMargin));
+  EXPECT_FALSE(ends(outlineRadius - 0.99 * containmentMargin));
 }
 
 TEST(ContainmentConditionsTest, TheRayAlwaysEndsOutsideOfABoxThatIsNarrowForItsLength) {

@@ -4,27 +4,22 @@
 
 #include <cntr/plane/starcentre.h>
 
-#include <algorithm>
 #include <cmath>
 #include <limits>
 #include <vector>
 
 #include <gtest/gtest.h>
 #include <testing/shapes/shapes.h>
+#include <tests/cntr/figures.h>
 
 #include "simple_ring.h"
 
 namespace {
 
+using figures::reversed;
+using figures::square;
 using shapes::Points;
 using simplering::isSimple;
-
-const Points square{{0, 0}, {10, 0}, {10, 10}, {0, 10}};
-
-Points reversed(Points ring) {
-  std::reverse(ring.begin(), ring.end());
-  return ring;
-}
 
 bool isStarShaped(const Points& ring) {
   cntr::plane::Box box;
@@ -49,8 +44,8 @@ Points star(shapes::Random& random, std::size_t n, std::size_t turns) {
 }
 
 TEST(StarShape, IsFoundInOutlinesOfSingleObjects) {
-  EXPECT_TRUE(isStarShaped(square));
-  EXPECT_TRUE(isStarShaped(reversed(square)));
+  EXPECT_TRUE(isStarShaped(square(10)));
+  EXPECT_TRUE(isStarShaped(reversed(square(10))));
   for (const std::size_t n : {10U, 100U, 1000U, 5000U}) {
     EXPECT_TRUE(isStarShaped(shapes::regularPolygon(n, 7.0, {1, 2}))) << n;
     EXPECT_TRUE(isStarShaped(shapes::smoothStar(n))) << n;
@@ -95,7 +90,7 @@ TEST(StarShape, IsNoRingWithNumbersThatAreNotFiniteOrTooSmallToMultiply) {
        {std::numeric_limits<double>::quiet_NaN(), std::numeric_limits<double>::infinity(), 1e308}) {
     EXPECT_FALSE(isStarShaped(Points{{0, 0}, {bad, 0}, {bad, 10}, {0, 10}})) << bad;
   }
-  EXPECT_FALSE(isStarShaped(moved(square, {0, 0}, 1e-150)));
+  EXPECT_FALSE(isStarShaped(moved(square(10), {0, 0}, 1e-150)));
 }
 
 TEST(StarShape, IsOnlyFoundWhereNoTwoEdgesMeet) {

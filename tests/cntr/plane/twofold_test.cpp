@@ -27,14 +27,14 @@ using plain::Exact;
 constexpr int cases = 5000;
 
 /// A number of any sign, from 2^-30 to 2^30 in size.
-double anyNumber(shapes::Random& random) {
+double anyFiniteNumber(shapes::Random& random) {
   const int exponent = static_cast<int>(random.below(60)) - 30;
   const double digits = random.uniform(0.5, 1.0);
   return std::ldexp(random.chance(0.5) ? digits : -digits, exponent);
 }
 
 Twofold anyTwofold(shapes::Random& random) {
-  const double high = anyNumber(random);
+  const double high = anyFiniteNumber(random);
   return sumOf(high, high * random.uniform(-0x1p-54, 0x1p-54));
 }
 
@@ -53,8 +53,8 @@ bool isNormal(const Twofold& number) { return number.high + number.low == number
 TEST(TwofoldTest, SumsOfDoublesAreExact) {
   shapes::Random random(1);
   for (int i = 0; i < cases; ++i) {
-    const double a = anyNumber(random);
-    const double b = anyNumber(random);
+    const double a = anyFiniteNumber(random);
+    const double b = anyFiniteNumber(random);
     const Twofold sum = sumOf(a, b);
     ASSERT_EQ(sum.high, a + b);
     ASSERT_EQ(exactly(sum), Exact(a) + b) << a << " " << b;
@@ -64,8 +64,8 @@ TEST(TwofoldTest, SumsOfDoublesAreExact) {
 TEST(TwofoldTest, ProductsOfDoublesAreExact) {
   shapes::Random random(2);
   for (int i = 0; i < cases; ++i) {
-    const double a = anyNumber(random);
-    const double b = anyNumber(random);
+    const double a = anyFiniteNumber(random);
+    const double b = anyFiniteNumber(random);
     const Twofold product = productOf(a, b);
     ASSERT_EQ(product.high, a * b);
     ASSERT_EQ(exactly(product), Exact(a) * b) << a << " " << b;
@@ -75,8 +75,8 @@ TEST(TwofoldTest, ProductsOfDoublesAreExact) {
 TEST(TwofoldTest, TheRestOfAProductIsTheSameByHalves) {
   shapes::Random random(3);
   for (int i = 0; i < cases; ++i) {
-    const double a = anyNumber(random);
-    const double b = anyNumber(random);
+    const double a = anyFiniteNumber(random);
+    const double b = anyFiniteNumber(random);
     ASSERT_EQ(restOfProduct<double>(a, b, a * b), restOfProduct(a, b, a * b)) << a << " " << b;
   }
 }
