@@ -13,13 +13,14 @@
 #include <testing/shapes/shapes.h>
 #include <testing/twin/repetitions.h>
 
+#include "labelled_contours.h"
+
 namespace {
 
+using labelled::closed;
+using labelled::Contours;
 using shapes::Point;
 using shapes::Points;
-using Contours = std::vector<qcContour>;
-
-qcContour closed(const Points& points) { return {points, true, 0}; }
 
 /// A shape without symmetry.
 const Points bracket = {{0, 0}, {60, 0}, {60, 12}, {22, 12}, {22, 37}, {0, 37}};

@@ -24,11 +24,11 @@ namespace {
 using testing::ElementsAre;
 using testing::IsEmpty;
 using Points = std::vector<qcVector<2>>;
-using Handle = qcPtrHandle<qcContour>;
+using ContourHandle = qcPtrHandle<qcContour>;
 
 // The contour of all records here: two vertices, closed, label 7, capacity 3.
-const Points vertices = {{1, 2}, {3, -4}};
-qcContour sample() { return {vertices, true, 7}; }
+const Points sampleVertices = {{1, 2}, {3, -4}};
+qcContour sample() { return {sampleVertices, true, 7}; }
 
 /// Two vertices with the frame of their list.
 const std::string verticesHex =
@@ -43,7 +43,7 @@ const std::string oldRecordHex = "00 00 00 " + verticesHex + " 00 03000000 01";
 const std::string announcementHex = "01000000 09000000 'qcContour' ";
 
 void expectSample(const qcContour& contour, unsigned long label) {
-  EXPECT_EQ(contour.points(), vertices);
+  EXPECT_EQ(contour.points(), sampleVertices);
   EXPECT_TRUE(contour.isClosed());
   EXPECT_EQ(contour.label(), label);
   EXPECT_EQ(contour.cachedVectorSize(), 3);
@@ -80,7 +80,7 @@ TEST(ContourRecordTest, OfAnOpenContourWithoutVerticesHasSixteenBytes) {
 }
 
 TEST(ContourRecordTest, ThroughAHandleFollowsTheIdAndTheName) {
-  Handle handle(new qcContour(sample()));
+  ContourHandle handle(new qcContour(sample()));
   EXPECT_EQ(storedBytes([&](qcArchive& archive) { archive || handle; }),
             fromHex(announcementHex + recordHex));
 }
@@ -93,7 +93,7 @@ TEST(ContourRecordTest, LoadsByValue) {
 }
 
 TEST(ContourRecordTest, LoadsThroughAHandle) {
-  Handle handle;
+  ContourHandle handle;
   loadHex(announcementHex + recordHex, [&](qcArchive& archive) { archive || handle; });
   const qcContour& contour = *handle;
   EXPECT_EQ(typeid(contour), typeid(qcContour));
@@ -108,7 +108,7 @@ TEST(ContourRecordTest, LoadsIntoAHandleToConst) {
 
 TEST(ContourRecordTest, ThroughAHandleToAnotherClassIsNullAndStaysKnown) {
   qcPtrHandle<qcRegion> region(new qcRegion);
-  Handle contour;
+  ContourHandle contour;
   loadHex(announcementHex + recordHex + " 01000000",
           [&](qcArchive& archive) { archive || region || contour; });
   EXPECT_FALSE(region);
@@ -127,7 +127,7 @@ TEST(OldContourRecordTest, LoadsWithLabel0) {
 }
 
 TEST(OldContourRecordTest, LoadsThroughAHandle) {
-  Handle handle;
+  ContourHandle handle;
   loadHex(announcementHex + oldRecordHex, [&](qcArchive& archive) { archive || handle; });
   expectSample(*handle, 0);
 }
@@ -155,7 +155,7 @@ TEST(OldContourRecordTest, CarriesItsFormerBaseEveryTime) {
 }
 
 /// "source line" of the check that refuses a contour of these bytes.
-std::string refusal(const std::string& hex) {
+std::string contourRefusal(const std::string& hex) {
   qcContour contour({}, true, 0);
   try {
     loadHex(hex, [&](qcArchive& archive) { archive || contour; });
@@ -169,27 +169,28 @@ std::string byteHex(int byte) { return toHex(std::string(1, static_cast<char>(by
 
 TEST(ContourVersionTest, AboveOneIsRefusedNamingTheSourceAndLine904) {
   for (int version = 2; version < 256; ++version) {
-    EXPECT_EQ(refusal(byteHex(version) + recordHex.substr(2)), "cntr/contour 904") << version;
+    EXPECT_EQ(contourRefusal(byteHex(version) + recordHex.substr(2)), "cntr/contour 904")
+        << version;
   }
 }
 
 TEST(ContourVersionTest, OfTheFormerBaseOtherThanZeroIsRefusedNamingTheSourceAndLine894) {
   for (int version = 1; version < 256; ++version) {
-    EXPECT_EQ(refusal("00 " + byteHex(version) + oldRecordHex.substr(5)), "cntr/contour 894")
+    EXPECT_EQ(contourRefusal("00 " + byteHex(version) + oldRecordHex.substr(5)), "cntr/contour 894")
         << version;
   }
 }
 
 TEST(ContourVersionTest, OfThePersistentBaseOtherThanZeroIsRefusedNamingIt) {
-  EXPECT_EQ(refusal("01 01" + recordHex.substr(5)), "qcPersistent 0");
-  EXPECT_EQ(refusal("00 00 01" + oldRecordHex.substr(8)), "qcPersistent 0");
+  EXPECT_EQ(contourRefusal("01 01" + recordHex.substr(5)), "qcPersistent 0");
+  EXPECT_EQ(contourRefusal("00 00 01" + oldRecordHex.substr(8)), "qcPersistent 0");
 }
 
 TEST(ContourVersionTest, OfTheListOtherThanZeroIsRefusedWithoutSourceAndLine) {
   for (int version = 1; version < 256; ++version) {
     const std::string list = byteHex(version) + verticesHex.substr(2);
-    EXPECT_EQ(refusal("01 00 07000000 01 " + list + " 03000000"), " 0") << version;
-    EXPECT_EQ(refusal("00 00 00 " + list + " 00 03000000 01"), " 0") << version;
+    EXPECT_EQ(contourRefusal("01 00 07000000 01 " + list + " 03000000"), " 0") << version;
+    EXPECT_EQ(contourRefusal("00 00 00 " + list + " 00 03000000 01"), " 0") << version;
   }
 }
 
@@ -212,19 +213,19 @@ TEST(ContourSharingTest, TwiceByValueIsWrittenOnce) {
 }
 
 TEST(ContourSharingTest, TwiceThroughHandlesIsWrittenOnceAndIsOneObjectAgain) {
-  Handle first(new qcContour(sample()));
-  Handle second(first);
+  ContourHandle first(new qcContour(sample()));
+  ContourHandle second(first);
   const std::string bytes = storedBytes([&](qcArchive& archive) { archive || first || second; });
   EXPECT_EQ(bytes, fromHex(announcementHex + recordHex + " 01000000"));
-  Handle a;
-  Handle b;
+  ContourHandle a;
+  ContourHandle b;
   loadBytes(bytes, [&](qcArchive& archive) { archive || a || b; });
   EXPECT_EQ(a.get(), b.get());
   expectSample(*a, 7);
 }
 
 TEST(ContourSharingTest, ByValueAndThroughAHandleIsWrittenTwiceInEitherOrder) {
-  Handle handle(new qcContour(sample()));
+  ContourHandle handle(new qcContour(sample()));
   EXPECT_EQ(storedBytes([&](qcArchive& archive) { archive || *handle || handle; }),
             fromHex(recordHex + announcementHex + recordHex));
   EXPECT_EQ(storedBytes([&](qcArchive& archive) { archive || handle || *handle; }),
@@ -233,7 +234,7 @@ TEST(ContourSharingTest, ByValueAndThroughAHandleIsWrittenTwiceInEitherOrder) {
 
 TEST(ContourSharingTest, ByValueAndThroughAHandleIsTwoObjectsWhenReadBack) {
   qcContour byValue({}, false, 0);
-  Handle handle;
+  ContourHandle handle;
   loadHex(recordHex + announcementHex + recordHex,
           [&](qcArchive& archive) { archive || byValue || handle; });
   expectSample(byValue, 7);
@@ -262,13 +263,13 @@ TEST(ContourSharingTest, ALoopThatStoresALocalContourStoresEveryOne) {
 TEST(ContourSharingTest, ALoopThatStoresALocalHandleStoresEveryOne) {
   const std::string bytes = storedBytes([](qcArchive& archive) {
     for (unsigned long label = 0; label < 10; ++label) {
-      Handle contour(new qcContour(vertices, true, label));
+      ContourHandle contour(new qcContour(sampleVertices, true, label));
       archive || contour;
     }
   });
   loadBytes(bytes, [&](qcArchive& archive) {
     for (unsigned long label = 0; label < 10; ++label) {
-      Handle contour;
+      ContourHandle contour;
       archive || contour;
       expectSample(*contour, label);
     }
@@ -289,11 +290,11 @@ TEST(ContourSharingTest, AVariableThatIsLoadedAgainMustBeForgottenInBetween) {
 }
 
 TEST(ContourSharingTest, AListOfHandlesComesBackInOrder) {
-  std::vector<Handle> list = {Handle(new qcContour(sample())), Handle(),
-                              Handle(new qcContour({}, false, 2))};
+  std::vector<ContourHandle> list = {ContourHandle(new qcContour(sample())), ContourHandle(),
+                                     ContourHandle(new qcContour({}, false, 2))};
   list.push_back(list.front());
   const std::string bytes = storedBytes([&](qcArchive& archive) { archive || list; });
-  std::vector<Handle> loaded;
+  std::vector<ContourHandle> loaded;
   loadBytes(bytes, [&](qcArchive& archive) { archive || loaded; });
   ASSERT_EQ(loaded.size(), 4U);
   expectSample(*loaded[0], 7);
@@ -365,14 +366,14 @@ TEST(ContourRoundTripTest, KeepsTheLargestNumbers) {
 
 TEST(ContourStoringTest, RefusesACapacityThatNeedsMoreThan32Bits) {
   if (sizeof(long) == 4) GTEST_SKIP() << "no capacity is too wide, as on Windows";
-  qcContour contour(vertices, true, 0);
+  qcContour contour(sampleVertices, true, 0);
   contour.cachedVectorSize(static_cast<long>(std::int64_t{1} << 31U));
   EXPECT_THROW(storedBytes([&](qcArchive& archive) { archive || contour; }),
                qcArchive::ValueTooLarge);
 }
 
 TEST(ContourStoringTest, OfAnOldRecordDoesNotAskForTheLabel) {
-  Versioned contour(qcContour(vertices, true, 4294967295U), 0);
+  Versioned contour(qcContour(sampleVertices, true, 4294967295U), 0);
   EXPECT_EQ(storedBytes([&](qcArchive& archive) { archive || contour; }), fromHex(oldRecordHex));
 }
 
@@ -463,7 +464,7 @@ class DamagedContourTest : public testing::TestWithParam<std::string> {
 
   /// The same through a handle, which keeps its object when the bytes are refused.
   static bool loadsHandle(const std::string& bytes) {
-    Handle handle(new qcContour({{5, 5}}, false, 4));
+    ContourHandle handle(new qcContour({{5, 5}}, false, 4));
     try {
       loadBytes(fromHex(announcementHex) + bytes, [&](qcArchive& archive) { archive || handle; });
     } catch (const qcArchive::Errors&) {
@@ -553,7 +554,7 @@ TEST(DamagedContoursTest, ThroughAHandleIsRefusedWhereverTheAnnouncementIsDamage
     for (int change = 1; change < 256; ++change) {
       std::string damaged = bytes;
       damaged[i] = static_cast<char>(damaged[i] ^ change);
-      Handle handle;
+      ContourHandle handle;
       const auto load = [&] { loadBytes(damaged, [&](qcArchive& a) { a || handle; }); };
       const bool isNull = i == 0 && change == 1;
       if (isNull) {

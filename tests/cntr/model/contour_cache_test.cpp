@@ -28,35 +28,35 @@ using testing::ElementsAre;
 using testing::IsEmpty;
 
 /// Shapes of six vertices on which every question below has a different answer.
-const Points before = {{0, 0}, {4, 0}, {7, 1}, {4, 3}, {2, 5}, {0, 3}};
-const Points after = {{1, 9}, {0, 0}, {9, 1}, {3, 30}, {20, 5}, {-3, 3}};
+const Points pointsBefore = {{0, 0}, {4, 0}, {7, 1}, {4, 3}, {2, 5}, {0, 3}};
+const Points pointsAfter = {{1, 9}, {0, 0}, {9, 1}, {3, 30}, {20, 5}, {-3, 3}};
 
-using Numbers = std::vector<double>;
+using Doubles = std::vector<double>;
 
-void append(Numbers& numbers, const Point& p) {
+void append(Doubles& numbers, const Point& p) {
   numbers.push_back(p.x());
   numbers.push_back(p.y());
 }
 
-Numbers numbersOf(const Points& points) {
-  Numbers numbers;
+Doubles numbersOf(const Points& points) {
+  Doubles numbers;
   for (const Point& p : points) append(numbers, p);
   return numbers;
 }
 
-Numbers numbersOf(const qcCircle& circle) {
+Doubles numbersOf(const qcCircle& circle) {
   return {circle.center().x(), circle.center().y(), circle.radius()};
 }
 
-Numbers numbersOf(const qcRect& rect) { return numbersOf(Points{rect.ul(), rect.lr()}); }
+Doubles numbersOf(const qcRect& rect) { return numbersOf(Points{rect.ul(), rect.lr()}); }
 
-Numbers hullOf(const ContourProbe& contour) {
+Doubles convexHullOf(const ContourProbe& contour) {
   qcRegion hull;
   contour.convexHull(hull);
   return numbersOf(hull.points());
 }
 
-Numbers ellipseOf(const ContourProbe& contour) {
+Doubles ellipseOf(const ContourProbe& contour) {
   qcEllipse ellipse;
   double residual = 0;
   contour.fitEllipse(ellipse, residual);
@@ -65,8 +65,8 @@ Numbers ellipseOf(const ContourProbe& contour) {
           geom.radius2,    geom.rotation.toDouble(), residual};
 }
 
-Numbers edgesOf(const ContourProbe& contour) {
-  Numbers numbers;
+Doubles edgeEndsOf(const ContourProbe& contour) {
+  Doubles numbers;
   for (const qcLineSeg& edge : contour.lineSegs()) {
     append(numbers, edge.p1());
     append(numbers, edge.p2());
@@ -74,25 +74,25 @@ Numbers edgesOf(const ContourProbe& contour) {
   return numbers;
 }
 
-const qcXform<2> turn(qcMatrix<2>(0, -1, 1, 0), {3, 4});
+const qcXform<2> turnAndShift(qcMatrix<2>(0, -1, 1, 0), {3, 4});
 
-Numbers extremalVertexOf(const ContourProbe& contour) {
+Doubles extremalVertexOf(const ContourProbe& contour) {
   return {static_cast<double>(contour.extremalVertexIndex(qcRadian(0.3)))};
 }
 
 /// A question whose answer is remembered.
 struct Question {
   std::string name;
-  std::function<Numbers(const ContourProbe&)> ask;
+  std::function<Doubles(const ContourProbe&)> ask;
 };
 
 void PrintTo(const Question& question, std::ostream* out) { *out << question.name; }
 
-const Question questions[] = {
-    {"Length", [](const ContourProbe& c) { return Numbers{c.length()}; }},
+const Question cachedQuestions[] = {
+    {"Length", [](const ContourProbe& c) { return Doubles{c.length()}; }},
     {"MeanPosition", [](const ContourProbe& c) { return numbersOf(Points{c.meanPosition()}); }},
-    {"MedianFeatureSize", [](const ContourProbe& c) { return Numbers{c.medianFeatureSize()}; }},
-    {"ConvexHull", hullOf},
+    {"MedianFeatureSize", [](const ContourProbe& c) { return Doubles{c.medianFeatureSize()}; }},
+    {"ConvexHull", convexHullOf},
     {"FitEllipse", ellipseOf},
     {"CircleOfFarthestPair",
      [](const ContourProbe& c) {
@@ -103,50 +103,56 @@ const Question questions[] = {
        return numbersOf(c.encloseCircle(qcContourDefs::eFromFirstVertex));
      }},
     {"SelfIntersection",
-     [](const ContourProbe& c) { return Numbers{c.isSelfIntersecting() * 1.0}; }},
+     [](const ContourProbe& c) { return Doubles{c.isSelfIntersecting() * 1.0}; }},
     {"ExtremalVertex", extremalVertexOf},
     {"EncloseRect", [](const ContourProbe& c) { return numbersOf(c.encloseRect(qcXform<2>::I)); }},
-    {"EncloseRectOfTheImage", [](const ContourProbe& c) { return numbersOf(c.encloseRect(turn)); }},
-    {"Edges", edgesOf},
+    {"EncloseRectOfTheImage",
+     [](const ContourProbe& c) { return numbersOf(c.encloseRect(turnAndShift)); }},
+    {"Edges", edgeEndsOf},
 };
 
 /// Every question by itself.
 class ContourCacheTest : public testing::TestWithParam<Question> {
  protected:
-  static Numbers ask(const ContourProbe& contour) { return GetParam().ask(contour); }
+  static Doubles ask(const ContourProbe& contour) { return GetParam().ask(contour); }
 
   /// The answer that is computed from these vertices.
-  static Numbers answerOf(const Points& points) { return ask(closedContour(points)); }
+  static Doubles answerOf(const Points& points) { return ask(closedContour(points)); }
 
-  /// True when the contour, which was asked with the vertices `before`, still knows that answer.
+  /// True when the contour, which was asked with the vertices `pointsBefore`, still knows that
+  /// answer.
   static bool remembers(ContourProbe contour) {
-    contour.replaceBehindItsBack(after);
-    const Numbers answer = ask(contour);
-    EXPECT_TRUE(answer == answerOf(before) || answer == answerOf(after));
-    return answer == answerOf(before);
+    contour.replaceBehindItsBack(pointsAfter);
+    const Doubles answer = ask(contour);
+    EXPECT_TRUE(answer == answerOf(pointsBefore) || answer == answerOf(pointsAfter));
+    return answer == answerOf(pointsBefore);
   }
 
-  /// A contour through `before` that has been asked.
+  /// A contour through `pointsBefore` that has been asked.
   static ContourProbe asked() {
-    ContourProbe contour = closedContour(before);
+    ContourProbe contour = closedContour(pointsBefore);
     ask(contour);
     return contour;
   }
 };
 
-INSTANTIATE_TEST_SUITE_P(Each, ContourCacheTest, testing::ValuesIn(questions),
+INSTANTIATE_TEST_SUITE_P(Each, ContourCacheTest, testing::ValuesIn(cachedQuestions),
                          [](const auto& instance) { return instance.param.name; });
 
-TEST_P(ContourCacheTest, TellsTheShapesApart) { EXPECT_NE(answerOf(before), answerOf(after)); }
+TEST_P(ContourCacheTest, TellsTheShapesApart) {
+  EXPECT_NE(answerOf(pointsBefore), answerOf(pointsAfter));
+}
 
-TEST_P(ContourCacheTest, IsEmptyUntilItIsAsked) { EXPECT_FALSE(remembers(closedContour(before))); }
+TEST_P(ContourCacheTest, IsEmptyUntilItIsAsked) {
+  EXPECT_FALSE(remembers(closedContour(pointsBefore)));
+}
 
 TEST_P(ContourCacheTest, KeepsTheAnswer) { EXPECT_TRUE(remembers(asked())); }
 
 TEST_P(ContourCacheTest, GivesTheSameAnswerAgain) {
   const ContourProbe contour = asked();
-  EXPECT_EQ(ask(contour), answerOf(before));
-  EXPECT_EQ(ask(contour), answerOf(before));
+  EXPECT_EQ(ask(contour), answerOf(pointsBefore));
+  EXPECT_EQ(ask(contour), answerOf(pointsBefore));
 }
 
 TEST_P(ContourCacheTest, OutlivesChangesOfLabelAndCapacity) {
@@ -158,16 +164,16 @@ TEST_P(ContourCacheTest, OutlivesChangesOfLabelAndCapacity) {
 
 TEST_P(ContourCacheTest, IsForgottenWhenThePointsAreSet) {
   ContourProbe contour = asked();
-  contour.points(before);
+  contour.points(pointsBefore);
   EXPECT_FALSE(remembers(contour));
   contour = asked();
-  contour.points(after);
-  EXPECT_EQ(ask(contour), answerOf(after));
+  contour.points(pointsAfter);
+  EXPECT_EQ(ask(contour), answerOf(pointsAfter));
 }
 
 TEST_P(ContourCacheTest, IsForgottenWhenADerivedClassSetsThePoints) {
   ContourProbe contour = asked();
-  contour.setPoints(before);
+  contour.setPoints(pointsBefore);
   EXPECT_FALSE(remembers(contour));
 }
 
@@ -177,7 +183,7 @@ TEST_P(ContourCacheTest, IsForgottenWhenTheContourIsOpenedOrClosed) {
   EXPECT_FALSE(remembers(contour));
   contour = asked();
   contour.isClosed(false);
-  EXPECT_EQ(ask(contour), ask(openContour(before)));
+  EXPECT_EQ(ask(contour), ask(openContour(pointsBefore)));
 }
 
 TEST_P(ContourCacheTest, GoesAlongWithACopy) {
@@ -187,19 +193,19 @@ TEST_P(ContourCacheTest, GoesAlongWithACopy) {
 }
 
 TEST_P(ContourCacheTest, GoesAlongWithAnAssignment) {
-  ContourProbe withoutAnswers = closedContour(after);
+  ContourProbe withoutAnswers = closedContour(pointsAfter);
   withoutAnswers = asked();
   EXPECT_TRUE(remembers(withoutAnswers));
-  ContourProbe withAnswers = closedContour(after);
+  ContourProbe withAnswers = closedContour(pointsAfter);
   ask(withAnswers);
   withAnswers = asked();
-  EXPECT_EQ(ask(withAnswers), answerOf(before));
+  EXPECT_EQ(ask(withAnswers), answerOf(pointsBefore));
   EXPECT_TRUE(remembers(withAnswers));
 }
 
 TEST_P(ContourCacheTest, IsForgottenInFavourOfAContourThatWasNotAsked) {
   ContourProbe contour = asked();
-  contour = closedContour(before);
+  contour = closedContour(pointsBefore);
   EXPECT_FALSE(remembers(contour));
 }
 
@@ -213,13 +219,13 @@ TEST_P(ContourCacheTest, OutlivesAnAssignmentToItself) {
 TEST_P(ContourCacheTest, OfACopyMayBeForgottenAlone) {
   const ContourProbe contour = asked();
   ContourProbe copy = contour;
-  copy.points(before);
+  copy.points(pointsBefore);
   EXPECT_FALSE(remembers(copy));
   EXPECT_TRUE(remembers(contour));
 }
 
 TEST_P(ContourCacheTest, OfACopyMayBeFilledAlone) {
-  const ContourProbe contour = closedContour(before);
+  const ContourProbe contour = closedContour(pointsBefore);
   const ContourProbe copy = contour;
   ask(copy);
   EXPECT_TRUE(remembers(copy));
@@ -234,33 +240,33 @@ TEST_P(ContourCacheTest, OutlivesTheContourThatItWasCopiedFrom) {
 }
 
 TEST_P(ContourCacheTest, FillsWithoutAChangeNotice) {
-  ContourProbe contour = closedContour(before);
+  ContourProbe contour = closedContour(pointsBefore);
   contour.isTracking(true);
   ask(contour);
   EXPECT_EQ(contour.changes(), 0U);
 }
 
 TEST(ContourCircleCacheTest, OutlivesAQuestionForAModeThatThereIsNot) {
-  ContourProbe contour = closedContour(before);
+  ContourProbe contour = closedContour(pointsBefore);
   const qcCircle circle = contour.encloseCircle(qcContourDefs::eFromFirstVertex);
   EXPECT_THROW(contour.encloseCircle(static_cast<qcContourDefs::DiameterMode>(2)),
                qcContourDefs::BadParams);
-  contour.replaceBehindItsBack(after);
+  contour.replaceBehindItsBack(pointsAfter);
   EXPECT_EQ(contour.encloseCircle(qcContourDefs::eFromFirstVertex), circle);
 }
 
 TEST(ContourCircleCacheTest, IsKeptForEachModeByItself) {
-  ContourProbe contour = closedContour(before);
+  ContourProbe contour = closedContour(pointsBefore);
   contour.encloseCircle(qcContourDefs::eFromFirstVertex);
-  contour.replaceBehindItsBack(after);
+  contour.replaceBehindItsBack(pointsAfter);
   EXPECT_EQ(contour.encloseCircle(qcContourDefs::eFarthestVertexPair),
-            closedContour(after).encloseCircle(qcContourDefs::eFarthestVertexPair));
+            closedContour(pointsAfter).encloseCircle(qcContourDefs::eFarthestVertexPair));
 }
 
 TEST(ContourCircleCacheTest, ServesTheDiameterToo) {
-  ContourProbe contour = closedContour(before);
+  ContourProbe contour = closedContour(pointsBefore);
   const double diameter = contour.diameter(qcContourDefs::eFarthestVertexPair);
-  contour.replaceBehindItsBack(after);
+  contour.replaceBehindItsBack(pointsAfter);
   EXPECT_EQ(contour.diameter(qcContourDefs::eFarthestVertexPair), diameter);
 }
 
@@ -298,7 +304,7 @@ TEST(ContourEdgeIndexCacheTest, IsForgottenWhenThePointsChangeOrTheContourIsOpen
 }
 
 /// The keys among 0, 1, ..., 9 whose answers, keyed by angle or by transform, are still known to
-/// the contour, which had the vertices `before`. Asks copies, so that nothing is dropped.
+/// the contour, which had the vertices `pointsBefore`. Asks copies, so that nothing is dropped.
 using KeysIn = std::function<std::vector<int>(const ContourProbe&)>;
 using AskKey = std::function<void(const ContourProbe&, int)>;
 
@@ -323,7 +329,7 @@ std::vector<int> xformsIn(const ContourProbe& contour) {
   std::vector<int> keys;
   for (int key = 0; key < 10; ++key) {
     ContourProbe copy = contour;
-    copy.replaceBehindItsBack(after);
+    copy.replaceBehindItsBack(pointsAfter);
     const double width = copy.encloseRect(shiftBy(key)).width();
     if (width == 7) keys.push_back(key);
   }
@@ -362,7 +368,7 @@ INSTANTIATE_TEST_SUITE_P(Each, ContourKeyedCacheTest, testing::ValuesIn(keyedCac
                          [](const auto& instance) { return instance.param.name; });
 
 TEST_P(ContourKeyedCacheTest, HoldsOneMoreThanTheCapacity) {
-  const ContourProbe contour = closedContour(before);
+  const ContourProbe contour = closedContour(pointsBefore);
   EXPECT_THAT(keysIn(contour), IsEmpty());
   ask(contour, {7, 3, 5});
   EXPECT_THAT(keysIn(contour), ElementsAre(3, 5, 7));
@@ -373,7 +379,7 @@ TEST_P(ContourKeyedCacheTest, HoldsOneMoreThanTheCapacity) {
 TEST_P(ContourKeyedCacheTest, DropsTheEntryAtTheRandomIndexInKeyOrder) {
   onFreshThread([] {
     // The first random indices below 4 are 2, 2, 3 and 1.
-    const ContourProbe contour = closedContour(before);
+    const ContourProbe contour = closedContour(pointsBefore);
     ask(contour, {8, 2, 6, 4});
     ask(contour, {9});
     EXPECT_THAT(keysIn(contour), ElementsAre(2, 4, 8, 9));
@@ -387,13 +393,13 @@ TEST_P(ContourKeyedCacheTest, DropsTheEntryAtTheRandomIndexInKeyOrder) {
 }
 
 TEST_P(ContourKeyedCacheTest, DropsNothingWhenARememberedKeyIsAskedAgain) {
-  const ContourProbe contour = closedContour(before);
+  const ContourProbe contour = closedContour(pointsBefore);
   ask(contour, {1, 2, 3, 4, 4, 3, 2, 1, 1, 1});
   EXPECT_THAT(keysIn(contour), ElementsAre(1, 2, 3, 4));
 }
 
 TEST_P(ContourKeyedCacheTest, OfCapacityZeroHoldsTheLatest) {
-  ContourProbe contour = closedContour(before);
+  ContourProbe contour = closedContour(pointsBefore);
   contour.cachedVectorSize(0);
   for (const int key : {4, 1, 7}) {
     ask(contour, {key});
@@ -403,7 +409,7 @@ TEST_P(ContourKeyedCacheTest, OfCapacityZeroHoldsTheLatest) {
 
 TEST_P(ContourKeyedCacheTest, IsNotTrimmedWhenTheCapacityBecomesZero) {
   onFreshThread([] {
-    ContourProbe contour = closedContour(before);
+    ContourProbe contour = closedContour(pointsBefore);
     ask(contour, {1, 2, 3, 4});
     contour.cachedVectorSize(0);
     EXPECT_THAT(keysIn(contour), ElementsAre(1, 2, 3, 4));
@@ -413,7 +419,7 @@ TEST_P(ContourKeyedCacheTest, IsNotTrimmedWhenTheCapacityBecomesZero) {
 }
 
 TEST_P(ContourKeyedCacheTest, GrowsWhenTheCapacityDoes) {
-  ContourProbe contour = closedContour(before);
+  ContourProbe contour = closedContour(pointsBefore);
   ask(contour, {1, 2, 3, 4});
   contour.cachedVectorSize(5);
   ask(contour, {5, 6});
@@ -423,7 +429,7 @@ TEST_P(ContourKeyedCacheTest, GrowsWhenTheCapacityDoes) {
 }
 
 TEST_P(ContourKeyedCacheTest, KeepsItsCapacityWhenANegativeOneIsRefused) {
-  ContourProbe contour = closedContour(before);
+  ContourProbe contour = closedContour(pointsBefore);
   expectBadParams(L"", [&] { contour.cachedVectorSize(-1); });
   EXPECT_EQ(contour.cachedVectorSize(), 3);
   ask(contour, {1, 2, 3, 4});
@@ -431,7 +437,7 @@ TEST_P(ContourKeyedCacheTest, KeepsItsCapacityWhenANegativeOneIsRefused) {
 }
 
 TEST_P(ContourKeyedCacheTest, OfACopyIsItsOwn) {
-  const ContourProbe contour = closedContour(before);
+  const ContourProbe contour = closedContour(pointsBefore);
   ask(contour, {1, 2});
   const ContourProbe copy = contour;
   ask(contour, {3});
@@ -441,19 +447,19 @@ TEST_P(ContourKeyedCacheTest, OfACopyIsItsOwn) {
 }
 
 TEST_P(ContourKeyedCacheTest, OfAnAssignedContourReplacesItsOwn) {
-  ContourProbe contour = closedContour(before);
+  ContourProbe contour = closedContour(pointsBefore);
   ask(contour, {1, 2});
-  const ContourProbe other = closedContour(before);
+  const ContourProbe other = closedContour(pointsBefore);
   ask(other, {3});
   contour = other;
   EXPECT_THAT(keysIn(contour), ElementsAre(3));
-  contour = closedContour(before);
+  contour = closedContour(pointsBefore);
   EXPECT_THAT(keysIn(contour), IsEmpty());
   EXPECT_THAT(keysIn(other), ElementsAre(3));
 }
 
 TEST(ContourKeyedCachesTest, NeverHoldsAKeyThatIsNotANumber) {
-  const ContourProbe contour = closedContour(before);
+  const ContourProbe contour = closedContour(pointsBefore);
   for (const int key : {1, 2, 3, 4}) askAngle(contour, key);
   EXPECT_EQ(contour.extremalVertexIndex(qcRadian(notANumber)), -1);
   EXPECT_THAT(anglesIn(contour), ElementsAre(1, 2, 3, 4));
@@ -463,7 +469,7 @@ TEST(ContourKeyedCachesTest, NeverHoldsAKeyThatIsNotANumber) {
 }
 
 TEST(ContourKeyedCachesTest, OfAnglesIsNotThatOfTransforms) {
-  const ContourProbe contour = closedContour(before);
+  const ContourProbe contour = closedContour(pointsBefore);
   for (const int key : {1, 2, 3, 4}) askAngle(contour, key);
   for (const int key : {5, 6, 7, 8}) askXform(contour, key);
   EXPECT_THAT(anglesIn(contour), ElementsAre(1, 2, 3, 4));
@@ -471,10 +477,10 @@ TEST(ContourKeyedCachesTest, OfAnglesIsNotThatOfTransforms) {
 }
 
 TEST(ContourKeyedCachesTest, ServesTheExtremalPositionToo) {
-  ContourProbe contour = closedContour(before);
+  ContourProbe contour = closedContour(pointsBefore);
   ASSERT_EQ(contour.extremalVertexPosition(qcRadian(0.1)), Point(7, 1));
-  contour.replaceBehindItsBack(after);
-  EXPECT_EQ(contour.extremalVertexPosition(qcRadian(0.1)), after[2]);
+  contour.replaceBehindItsBack(pointsAfter);
+  EXPECT_EQ(contour.extremalVertexPosition(qcRadian(0.1)), pointsAfter[2]);
 }
 
 }  // namespace

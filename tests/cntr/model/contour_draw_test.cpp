@@ -20,23 +20,23 @@ namespace {
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-const Point a(0, 0);
-const Point b(4, 0);
-const Point c(0, 3);
+const Point p0(0, 0);
+const Point p1(4, 0);
+const Point p2(0, 3);
 
-using Edge = std::pair<Point, Point>;
+using Ends = std::pair<Point, Point>;
 
 /// The ends of everything on the tablet, in drawing order.
-std::vector<Edge> edgesOn(const qcRecordingTablet& tablet) {
+std::vector<Ends> edgesOn(const qcRecordingTablet& tablet) {
   const auto point = [](const qcPair<double>& p) { return Point(p.x(), p.y()); };
-  std::vector<Edge> edges;
+  std::vector<Ends> edges;
   for (const auto& segment : tablet.segments()) {
     edges.emplace_back(point(segment.from), point(segment.to));
   }
   return edges;
 }
 
-std::vector<Edge> drawnBy(const qcContour& contour,
+std::vector<Ends> drawnBy(const qcContour& contour,
                           qcContourDefs::DrawMode mode = qcContourDefs::eDrawContour) {
   qcRecordingTablet tablet;
   contour.draw(tablet, mode, qcColor::red, qcUITablet::eImageLayer);
@@ -44,11 +44,12 @@ std::vector<Edge> drawnBy(const qcContour& contour,
 }
 
 TEST(ContourDrawTest, AClosedTriangleBeginsWithTheEdgeBackToItsFirstVertex) {
-  EXPECT_THAT(drawnBy(closedContour({a, b, c})), ElementsAre(Edge(c, a), Edge(a, b), Edge(b, c)));
+  EXPECT_THAT(drawnBy(closedContour({p0, p1, p2})),
+              ElementsAre(Ends(p2, p0), Ends(p0, p1), Ends(p1, p2)));
 }
 
 TEST(ContourDrawTest, AnOpenTriangleHasTwoEdges) {
-  EXPECT_THAT(drawnBy(openContour({a, b, c})), ElementsAre(Edge(a, b), Edge(b, c)));
+  EXPECT_THAT(drawnBy(openContour({p0, p1, p2})), ElementsAre(Ends(p0, p1), Ends(p1, p2)));
 }
 
 TEST(ContourDrawTest, WithoutVerticesDrawsNothing) {
@@ -57,33 +58,34 @@ TEST(ContourDrawTest, WithoutVerticesDrawsNothing) {
 }
 
 TEST(ContourDrawTest, AnOpenContourOfOneVertexDrawsNothing) {
-  EXPECT_THAT(drawnBy(openContour({b})), IsEmpty());
+  EXPECT_THAT(drawnBy(openContour({p1})), IsEmpty());
 }
 
 TEST(ContourDrawTest, AClosedContourOfOneVertexDrawsASegmentOfNoLength) {
-  EXPECT_THAT(drawnBy(closedContour({b})), ElementsAre(Edge(b, b)));
+  EXPECT_THAT(drawnBy(closedContour({p1})), ElementsAre(Ends(p1, p1)));
 }
 
 TEST(ContourDrawTest, AClosedContourOfTwoVerticesDrawsItsEdgeThereAndBack) {
-  EXPECT_THAT(drawnBy(closedContour({a, b})), ElementsAre(Edge(b, a), Edge(a, b)));
+  EXPECT_THAT(drawnBy(closedContour({p0, p1})), ElementsAre(Ends(p1, p0), Ends(p0, p1)));
 }
 
 TEST(ContourDrawTest, CoincidingVerticesAreDrawnAsSegmentsOfNoLength) {
-  EXPECT_THAT(drawnBy(openContour({a, a, b, b})), ElementsAre(Edge(a, a), Edge(a, b), Edge(b, b)));
+  EXPECT_THAT(drawnBy(openContour({p0, p0, p1, p1})),
+              ElementsAre(Ends(p0, p0), Ends(p0, p1), Ends(p1, p1)));
 }
 
 TEST(ContourDrawTest, EveryModeDrawsTheSame) {
-  const ContourProbe contour = closedContour({a, b, c});
+  const ContourProbe contour = closedContour({p0, p1, p2});
   EXPECT_EQ(drawnBy(contour, static_cast<qcContourDefs::DrawMode>(17)),
             drawnBy(contour, qcContourDefs::eDrawContour));
 }
 
 TEST(ContourDrawTest, GoesToTheGivenLayersInTheGivenColour) {
   qcRecordingTablet tablet;
-  openContour({a, b}).draw(tablet, qcContourDefs::eDrawContour, qcColor(1, 2, 3),
-                           qcUITablet::eOverlayLayer);
-  openContour({b, c}).draw(tablet, qcContourDefs::eDrawContour, qcColor::green,
-                           qcUITablet::eImageLayer);
+  openContour({p0, p1}).draw(tablet, qcContourDefs::eDrawContour, qcColor(1, 2, 3),
+                             qcUITablet::eOverlayLayer);
+  openContour({p1, p2}).draw(tablet, qcContourDefs::eDrawContour, qcColor::green,
+                             qcUITablet::eImageLayer);
   EXPECT_THAT(
       tablet.segments(),
       ElementsAre(
@@ -107,7 +109,7 @@ class AlwaysOpen : public qcContour {
 };
 
 TEST(ContourDrawTest, AsksTheContourWhetherItIsClosed) {
-  EXPECT_THAT(drawnBy(AlwaysOpen({a, b, c}, true, 0)), ElementsAre(Edge(a, b), Edge(b, c)));
+  EXPECT_THAT(drawnBy(AlwaysOpen({p0, p1, p2}, true, 0)), ElementsAre(Ends(p0, p1), Ends(p1, p2)));
 }
 
 /// A tablet that turns the page after every segment.
@@ -128,7 +130,7 @@ class PageTurner : public qcRecordingTablet {
 TEST(ContourDrawTest, ReadsTheLayersAtEverySegment) {
   qcUITablet::Layers layers = qcUITablet::eImageLayer;
   PageTurner tablet(layers);
-  closedContour({a, b, c}).draw(tablet, qcContourDefs::eDrawContour, qcColor::red, layers);
+  closedContour({p0, p1, p2}).draw(tablet, qcContourDefs::eDrawContour, qcColor::red, layers);
   ASSERT_EQ(tablet.segments().size(), 3U);
   EXPECT_EQ(tablet.segments()[0].layers, qcUITablet::eImageLayer);
   EXPECT_EQ(tablet.segments()[1].layers, qcUITablet::eOverlayLayer);
@@ -147,15 +149,15 @@ class SmallTablet : public qcRecordingTablet {
 
 TEST(ContourDrawTest, LetsWhatTheTabletThrowsThroughAndLeavesWhatIsDrawn) {
   SmallTablet tablet;
-  const ContourProbe contour = closedContour({a, b, c});
+  const ContourProbe contour = closedContour({p0, p1, p2});
   EXPECT_THROW(
       contour.draw(tablet, qcContourDefs::eDrawContour, qcColor::red, qcUITablet::eImageLayer),
       std::length_error);
-  EXPECT_THAT(edgesOn(tablet), ElementsAre(Edge(c, a), Edge(a, b)));
+  EXPECT_THAT(edgesOn(tablet), ElementsAre(Ends(p2, p0), Ends(p0, p1)));
 }
 
 TEST(ContourDrawTest, ChangesNothingInTheContour) {
-  ContourProbe contour = closedContour({a, b, c});
+  ContourProbe contour = closedContour({p0, p1, p2});
   contour.isTracking(true);
   drawnBy(contour);
   EXPECT_EQ(contour.changes(), 0U);

@@ -5,7 +5,6 @@
 // contour_properties_test.cpp.
 
 #include <algorithm>
-#include <cmath>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -15,24 +14,22 @@
 #include <testing/shapes/shapes.h>
 
 #include <testing/twin/same.h>
+#include <tests/cntr/figures.h>
+#include <tests/cntr/next_doubles.h>
 #include "contour_probe.h"
 
 namespace {
 
+using figures::square;
 using testing::ElementsAre;
 using testing::IsEmpty;
 using testing::UnorderedElementsAre;
 
 constexpr double touch = 1e-6;
 
-/// Bottom is edge 1, right 2, top 3, left 0 where closed.
-const Points square = {{0, 0}, {2, 0}, {2, 2}, {0, 2}};
-
-double justAbove(double value) { return std::nextafter(value, infinity); }
-double justBelow(double value) { return std::nextafter(value, -infinity); }
-
 struct Crossings {
   Points points;
+  /// Of a square: 1 at the bottom, 2 right, 3 at the top, 0 left where closed.
   std::vector<int> edges;
 };
 
@@ -53,23 +50,23 @@ Crossings crossingsWithoutTouches(const ContourProbe& contour, const Point& a, c
 }
 
 TEST(ContourIntersectionsTest, AreReportedInOrderAlongTheSegment) {
-  const Crossings there = crossingsWithoutTouches(closedContour(square), {-1, 1}, {3, 1});
+  const Crossings there = crossingsWithoutTouches(closedContour(square(2)), {-1, 1}, {3, 1});
   EXPECT_THAT(there.points, ElementsAre(Point(0, 1), Point(2, 1)));
   EXPECT_THAT(there.edges, ElementsAre(0, 2));
-  const Crossings back = crossingsWithoutTouches(closedContour(square), {3, 1}, {-1, 1});
+  const Crossings back = crossingsWithoutTouches(closedContour(square(2)), {3, 1}, {-1, 1});
   EXPECT_THAT(back.points, ElementsAre(Point(2, 1), Point(0, 1)));
   EXPECT_THAT(back.edges, ElementsAre(2, 0));
 }
 
 TEST(ContourIntersectionsTest, CountEdgesOfAnOpenContourFromItsFirstVertex) {
-  const Crossings found = crossingsWithoutTouches(openContour(square), {1, -1}, {1, 3});
+  const Crossings found = crossingsWithoutTouches(openContour(square(2)), {1, -1}, {1, 3});
   EXPECT_THAT(found.points, ElementsAre(Point(1, 0), Point(1, 2)));
   EXPECT_THAT(found.edges, ElementsAre(0, 2));
 }
 
 TEST(ContourIntersectionsTest, OfAnOpenContourLeaveTheClosingEdgeOut) {
-  EXPECT_THAT(crossingsWithTouches(openContour(square), {-1, 1}, {1, 1}).points, IsEmpty());
-  EXPECT_THAT(crossingsWithTouches(closedContour(square), {-1, 1}, {1, 1}).points,
+  EXPECT_THAT(crossingsWithTouches(openContour(square(2)), {-1, 1}, {1, 1}).points, IsEmpty());
+  EXPECT_THAT(crossingsWithTouches(closedContour(square(2)), {-1, 1}, {1, 1}).points,
               ElementsAre(Point(0, 1)));
 }
 
@@ -81,36 +78,36 @@ TEST(ContourIntersectionsTest, OnAnEdgeOfAnOpenContourAreOnItsOwnLine) {
 
 TEST(ContourIntersectionsTest, AtAVertexAreReportedOnceForEachOfItsEdges) {
   for (const bool touches : {true, false}) {
-    const Crossings found = crossings(closedContour(square), {-1, 1}, {1, -1}, touches);
+    const Crossings found = crossings(closedContour(square(2)), {-1, 1}, {1, -1}, touches);
     EXPECT_THAT(found.points, ElementsAre(Point(0, 0), Point(0, 0)));
     EXPECT_THAT(found.edges, UnorderedElementsAre(0, 1));
   }
 }
 
 TEST(ContourIntersectionsTest, LeaveOutAnEdgeThatTheSegmentLiesOn) {
-  const Crossings found = crossingsWithoutTouches(closedContour(square), {-1, 0}, {3, 0});
+  const Crossings found = crossingsWithoutTouches(closedContour(square(2)), {-1, 0}, {3, 0});
   EXPECT_THAT(found.points, ElementsAre(Point(0, 0), Point(2, 0)));
   EXPECT_THAT(found.edges, ElementsAre(0, 2));
 }
 
 TEST(ContourIntersectionsTest, LeaveOutAnEdgeThatTheSegmentRepeats) {
-  const Crossings found = crossingsWithTouches(closedContour(square), {0, 0}, {2, 0});
+  const Crossings found = crossingsWithTouches(closedContour(square(2)), {0, 0}, {2, 0});
   EXPECT_THAT(found.points, ElementsAre(Point(0, 0), Point(2, 0)));
   EXPECT_THAT(found.edges, ElementsAre(0, 2));
-  EXPECT_THAT(crossingsWithoutTouches(closedContour(square), {0, 0}, {2, 0}).points, IsEmpty());
+  EXPECT_THAT(crossingsWithoutTouches(closedContour(square(2)), {0, 0}, {2, 0}).points, IsEmpty());
 }
 
 TEST(ContourIntersectionsTest, WithAnEndOnAnEdgeCountWhenTouchesDo) {
-  EXPECT_THAT(crossingsWithTouches(closedContour(square), {1, 0}, {1, 1}).points,
+  EXPECT_THAT(crossingsWithTouches(closedContour(square(2)), {1, 0}, {1, 1}).points,
               ElementsAre(Point(1, 0)));
-  EXPECT_THAT(crossingsWithTouches(closedContour(square), {1, 1}, {1, 0}).points,
+  EXPECT_THAT(crossingsWithTouches(closedContour(square(2)), {1, 1}, {1, 0}).points,
               ElementsAre(Point(1, 0)));
-  EXPECT_THAT(crossingsWithoutTouches(closedContour(square), {1, 0}, {1, 1}).points, IsEmpty());
-  EXPECT_THAT(crossingsWithoutTouches(closedContour(square), {1, 1}, {1, 0}).points, IsEmpty());
+  EXPECT_THAT(crossingsWithoutTouches(closedContour(square(2)), {1, 0}, {1, 1}).points, IsEmpty());
+  EXPECT_THAT(crossingsWithoutTouches(closedContour(square(2)), {1, 1}, {1, 0}).points, IsEmpty());
 }
 
 TEST(ContourIntersectionsTest, WithoutTouchesKeepTheEdgesThatNoEndTouches) {
-  const Crossings found = crossingsWithoutTouches(closedContour(square), {0, 1}, {3, 1});
+  const Crossings found = crossingsWithoutTouches(closedContour(square(2)), {0, 1}, {3, 1});
   EXPECT_THAT(found.points, ElementsAre(Point(2, 1)));
   EXPECT_THAT(found.edges, ElementsAre(2));
 }
@@ -161,27 +158,34 @@ TEST(ContourIntersectionsTest, LeaveOutEdgesParallelWithinOnePartInATrillion) {
 
 TEST(ContourIntersectionsTest, CountBoxesThatTouchAsOverlapping) {
   // Segments outside that meet the square at a corner or along a side.
-  EXPECT_THAT(crossingsWithTouches(closedContour(square), {2, 2}, {3, 3}).edges,
+  EXPECT_THAT(crossingsWithTouches(closedContour(square(2)), {2, 2}, {3, 3}).edges,
               UnorderedElementsAre(2, 3));
-  EXPECT_THAT(crossingsWithTouches(closedContour(square), {-1, -1}, {0, 0}).edges,
+  EXPECT_THAT(crossingsWithTouches(closedContour(square(2)), {-1, -1}, {0, 0}).edges,
               UnorderedElementsAre(0, 1));
-  EXPECT_THAT(crossingsWithTouches(closedContour(square), {2, 1}, {5, 1}).edges, ElementsAre(2));
-  EXPECT_THAT(crossingsWithTouches(closedContour(square), {-5, 1}, {0, 1}).edges, ElementsAre(0));
-  EXPECT_THAT(crossingsWithTouches(closedContour(square), {1, 2}, {1, 5}).edges, ElementsAre(3));
-  EXPECT_THAT(crossingsWithTouches(closedContour(square), {1, -5}, {1, 0}).edges, ElementsAre(1));
-  EXPECT_THAT(crossingsWithTouches(closedContour(square), {2, -1}, {2, 3}).edges,
+  EXPECT_THAT(crossingsWithTouches(closedContour(square(2)), {2, 1}, {5, 1}).edges, ElementsAre(2));
+  EXPECT_THAT(crossingsWithTouches(closedContour(square(2)), {-5, 1}, {0, 1}).edges,
+              ElementsAre(0));
+  EXPECT_THAT(crossingsWithTouches(closedContour(square(2)), {1, 2}, {1, 5}).edges, ElementsAre(3));
+  EXPECT_THAT(crossingsWithTouches(closedContour(square(2)), {1, -5}, {1, 0}).edges,
+              ElementsAre(1));
+  EXPECT_THAT(crossingsWithTouches(closedContour(square(2)), {2, -1}, {2, 3}).edges,
               UnorderedElementsAre(1, 3));
 }
 
 TEST(ContourIntersectionsTest, AreNoneWhereBoxesDoNotTouchHoweverNear) {
   // The ends are within a millionth of the square, which would do, but outside its box.
   const double beyond = 2 + 1e-7;
-  EXPECT_THAT(crossingsWithTouches(closedContour(square), {beyond, 1}, {5, 1}).points, IsEmpty());
-  EXPECT_THAT(crossingsWithTouches(closedContour(square), {1, beyond}, {1, 5}).points, IsEmpty());
-  EXPECT_THAT(crossingsWithTouches(closedContour(square), {-1e-7, 1}, {-5, 1}).points, IsEmpty());
-  EXPECT_THAT(crossingsWithTouches(closedContour(square), {1, -1e-7}, {1, -5}).points, IsEmpty());
+  EXPECT_THAT(crossingsWithTouches(closedContour(square(2)), {beyond, 1}, {5, 1}).points,
+              IsEmpty());
+  EXPECT_THAT(crossingsWithTouches(closedContour(square(2)), {1, beyond}, {1, 5}).points,
+              IsEmpty());
+  EXPECT_THAT(crossingsWithTouches(closedContour(square(2)), {-1e-7, 1}, {-5, 1}).points,
+              IsEmpty());
+  EXPECT_THAT(crossingsWithTouches(closedContour(square(2)), {1, -1e-7}, {1, -5}).points,
+              IsEmpty());
   // Inside the square's box the box of each edge decides.
-  EXPECT_THAT(crossingsWithTouches(closedContour(square), {2 - 1e-7, 1}, {1, 1}).points, IsEmpty());
+  EXPECT_THAT(crossingsWithTouches(closedContour(square(2)), {2 - 1e-7, 1}, {1, 1}).points,
+              IsEmpty());
 }
 
 TEST(ContourIntersectionsTest, PassOverEdgesWhoseEndsCoincide) {
@@ -197,7 +201,7 @@ TEST(ContourIntersectionsTest, OfEqualVerticesAreNone) {
 }
 
 TEST(ContourIntersectionsTest, WithASegmentOfNoLengthAreNone) {
-  EXPECT_THAT(crossingsWithTouches(closedContour(square), {1, 0}, {1, 0}).points, IsEmpty());
+  EXPECT_THAT(crossingsWithTouches(closedContour(square(2)), {1, 0}, {1, 0}).points, IsEmpty());
 }
 
 TEST(ContourIntersectionsTest, OfTwoVerticesClosedAreReportedForBothEdges) {
@@ -208,7 +212,7 @@ TEST(ContourIntersectionsTest, OfTwoVerticesClosedAreReportedForBothEdges) {
 
 TEST(ContourIntersectionsTest, ForgetTheIndicesOfAnEarlierAnswer) {
   std::vector<int> edges = {7, 8};
-  EXPECT_THAT(closedContour(square).intersections({{5, 5}, {6, 6}}, edges, true), IsEmpty());
+  EXPECT_THAT(closedContour(square(2)).intersections({{5, 5}, {6, 6}}, edges, true), IsEmpty());
   EXPECT_THAT(edges, IsEmpty());
 }
 
@@ -219,7 +223,7 @@ TEST(ContourIntersectionsTest, WithoutACurveThrowEmptyContourAndLeaveTheIndices)
     EXPECT_THAT(edges, ElementsAre(7));
     expectEmptyContour([&] { contour.intersections({{0, 0}, {1, 1}}, true); });
     expectEmptyContour([&] { contour.isCrossedBy({{0, 0}, {1, 1}}, true); });
-    expectEmptyContour([&] { contour.intersections(closedContour(square)); });
+    expectEmptyContour([&] { contour.intersections(closedContour(square(2))); });
   }
 }
 
@@ -230,8 +234,10 @@ TEST(ContourIntersectionsTest, PassOverNumbersThatAreNotFinite) {
   EXPECT_THAT(found.points, ElementsAre(Point(1, 0)));
   EXPECT_THAT(found.edges, ElementsAre(1));
   for (const double bad : {notANumber, infinity, -infinity}) {
-    EXPECT_THAT(crossingsWithTouches(closedContour(square), {bad, -1}, {1, 1}).points, IsEmpty());
-    EXPECT_THAT(crossingsWithTouches(closedContour(square), {1, -1}, {1, bad}).points, IsEmpty());
+    EXPECT_THAT(crossingsWithTouches(closedContour(square(2)), {bad, -1}, {1, 1}).points,
+                IsEmpty());
+    EXPECT_THAT(crossingsWithTouches(closedContour(square(2)), {1, -1}, {1, bad}).points,
+                IsEmpty());
   }
 }
 
@@ -349,40 +355,40 @@ TEST(ContourIntersectionsTest, WithAContourAreInTheOrderOfItsEdges) {
   // The other square's left edge (its edge 0) comes first and crosses the top, then its bottom
   // (edge 1) crosses the right.
   const Points other = {{1, 1}, {3, 1}, {3, 3}, {1, 3}};
-  EXPECT_THAT(closedContour(square).intersections(closedContour(other)),
+  EXPECT_THAT(closedContour(square(2)).intersections(closedContour(other)),
               ElementsAre(Point(1, 2), Point(2, 1)));
-  EXPECT_THAT(closedContour(other).intersections(closedContour(square)),
+  EXPECT_THAT(closedContour(other).intersections(closedContour(square(2))),
               ElementsAre(Point(2, 1), Point(1, 2)));
 }
 
 TEST(ContourIntersectionsTest, WithAContourAreSortedAlongEachOfItsEdges) {
   const ContourProbe there = openContour({{3, 1}, {-1, 1}, {-1, 0.5}, {3, 0.5}});
-  EXPECT_THAT(closedContour(square).intersections(there),
+  EXPECT_THAT(closedContour(square(2)).intersections(there),
               ElementsAre(Point(2, 1), Point(0, 1), Point(0, 0.5), Point(2, 0.5)));
 }
 
 TEST(ContourIntersectionsTest, WithAnOpenContourLeaveItsClosingEdgeOut) {
   const Points bent = {{1, 1}, {1, 5}, {5, 1}};
-  EXPECT_THAT(closedContour(square).intersections(openContour(bent)), ElementsAre(Point(1, 2)));
-  EXPECT_THAT(closedContour(square).intersections(closedContour(bent)),
+  EXPECT_THAT(closedContour(square(2)).intersections(openContour(bent)), ElementsAre(Point(1, 2)));
+  EXPECT_THAT(closedContour(square(2)).intersections(closedContour(bent)),
               ElementsAre(Point(2, 1), Point(1, 2)));
 }
 
 TEST(ContourIntersectionsTest, WithAContourCountEndTouches) {
   const ContourProbe touching = openContour({{1, 1}, {2, 1}});
-  EXPECT_THAT(closedContour(square).intersections(touching), ElementsAre(Point(2, 1)));
+  EXPECT_THAT(closedContour(square(2)).intersections(touching), ElementsAre(Point(2, 1)));
 }
 
 TEST(ContourIntersectionsTest, WithItselfAreTheCornersOfTheNeighbours) {
   // Each edge is parallel to itself and to the opposite one and touches its two neighbours.
-  const ContourProbe contour = closedContour(square);
+  const ContourProbe contour = closedContour(square(2));
   EXPECT_THAT(contour.intersections(contour),
               ElementsAre(Point(0, 2), Point(0, 0), Point(0, 0), Point(2, 0), Point(2, 0),
                           Point(2, 2), Point(2, 2), Point(0, 2)));
 }
 
 TEST(ContourIntersectionsTest, WithAContourWithoutEdgesAreNone) {
-  const ContourProbe contour = closedContour(square);
+  const ContourProbe contour = closedContour(square(2));
   for (const ContourProbe& other : contoursWithoutCurve()) {
     EXPECT_THAT(contour.intersections(other), IsEmpty());
   }
@@ -390,16 +396,8 @@ TEST(ContourIntersectionsTest, WithAContourWithoutEdgesAreNone) {
   EXPECT_THAT(contour.intersections(closedContour({{1, 0}, {1, 0}})), IsEmpty());
 }
 
-/// Claims to be closed whatever is stored, as a region does.
-class AlwaysClosed : public ContourProbe {
- public:
-  using ContourProbe::ContourProbe;
-  bool isClosed() const override { return true; }
-  using ContourProbe::isClosed;
-};
-
 TEST(ContourEdgesTest, AreThoseOfWhatIsClosedSays) {
-  const AlwaysClosed contour(square, false);
+  const AlwaysClosed contour(square(2), false);
   EXPECT_EQ(contour.lineSegs().size(), 4U);
   EXPECT_THAT(crossingsWithTouches(contour, {-1, 1}, {1, 1}).edges, ElementsAre(0));
   EXPECT_EQ(contour.length(), 8.0);
@@ -439,8 +437,8 @@ TEST(ContourEdgesTest, WithoutVerticesAreNone) {
 }
 
 TEST(ContourIsSelfIntersectingTest, IsFalseForASquare) {
-  EXPECT_FALSE(closedContour(square).isSelfIntersecting());
-  EXPECT_FALSE(openContour(square).isSelfIntersecting());
+  EXPECT_FALSE(closedContour(square(2)).isSelfIntersecting());
+  EXPECT_FALSE(openContour(square(2)).isSelfIntersecting());
 }
 
 TEST(ContourIsSelfIntersectingTest, IsTrueForABowTie) {

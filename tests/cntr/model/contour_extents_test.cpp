@@ -13,33 +13,30 @@
 
 #include <testing/shapes/numbers.h>
 #include <testing/twin/same.h>
+#include <tests/cntr/figures.h>
+#include <tests/cntr/next_doubles.h>
 #include "contour_probe.h"
 
 namespace {
 
+using figures::square;
 using testing::ElementsAre;
 
-constexpr double largest = std::numeric_limits<double>::max();
-
-constexpr auto farthestPair = qcContourDefs::eFarthestVertexPair;
+constexpr auto ofFarthestPair = qcContourDefs::eFarthestVertexPair;
 constexpr auto fromFirst = qcContourDefs::eFromFirstVertex;
 
-const Points square = {{0, 0}, {2, 0}, {2, 2}, {0, 2}};
-
-double justAbove(double value) { return std::nextafter(value, infinity); }
-
-long extremal(const Points& points, double angle) {
+long extremalIndex(const Points& points, double angle) {
   return closedContour(points).extremalVertexIndex(qcRadian(angle));
 }
 
 TEST(ContourEncloseCircleTest, OfTheFarthestPairIsCentredBetweenThem) {
-  const qcCircle circle = closedContour(square).encloseCircle(farthestPair);
+  const qcCircle circle = closedContour(square(2)).encloseCircle(ofFarthestPair);
   EXPECT_EQ(circle, qcCircle({1, 1}, std::sqrt(8.0) * 0.5));
 }
 
 TEST(ContourEncloseCircleTest, OfTheFarthestPairMayLeaveOtherVerticesOutside) {
   const Points triangle = {{0, 0}, {4, 0}, {2, 3}};
-  const qcCircle circle = closedContour(triangle).encloseCircle(farthestPair);
+  const qcCircle circle = closedContour(triangle).encloseCircle(ofFarthestPair);
   EXPECT_EQ(circle, qcCircle({2, 0}, 2));
 }
 
@@ -47,7 +44,7 @@ TEST(ContourEncloseCircleTest, OfTheFarthestPairIsOfTheFirstPairOnTies) {
   // From (0, 0) both others are 10 away, and nearer to each other.
   const Point apex(0, 0), right(10, 0), above(6, 8);
   const auto centre = [](const Points& points) {
-    return closedContour(points).encloseCircle(farthestPair).center();
+    return closedContour(points).encloseCircle(ofFarthestPair).center();
   };
   EXPECT_EQ(centre({apex, right, above}), Point(5, 0));
   EXPECT_EQ(centre({apex, above, right}), Point(3, 4));
@@ -65,32 +62,33 @@ TEST(ContourEncloseCircleTest, OfTheFarthestPairIsOfTheFirstPairAmongManyDiamete
     shifted.push_back(dodecagon[i] + Point(100, 0));
   }
   shifted.push_back({95, 0});
-  EXPECT_EQ(closedContour(shifted).encloseCircle(farthestPair), qcCircle({100, 0}, 5));
+  EXPECT_EQ(closedContour(shifted).encloseCircle(ofFarthestPair), qcCircle({100, 0}, 5));
 }
 
 TEST(ContourEncloseCircleTest, FromTheFirstVertexReachesTheFarthest) {
-  const qcCircle circle = closedContour(square).encloseCircle(fromFirst);
+  const qcCircle circle = closedContour(square(2)).encloseCircle(fromFirst);
   EXPECT_EQ(circle, qcCircle({0, 0}, std::sqrt(8.0)));
   EXPECT_EQ(openContour({{2, 0}, {0, 0}, {7, 0}}).encloseCircle(fromFirst), qcCircle({2, 0}, 5));
 }
 
 TEST(ContourEncloseCircleTest, IsTheSameOpenOrClosed) {
-  for (const auto mode : {farthestPair, fromFirst}) {
-    EXPECT_EQ(openContour(square).encloseCircle(mode), closedContour(square).encloseCircle(mode));
+  for (const auto mode : {ofFarthestPair, fromFirst}) {
+    EXPECT_EQ(openContour(square(2)).encloseCircle(mode),
+              closedContour(square(2)).encloseCircle(mode));
   }
 }
 
 TEST(ContourEncloseCircleTest, OfTheFarthestPairIsDefaultWhenNoTwoVerticesDiffer) {
-  EXPECT_EQ(closedContour({}).encloseCircle(farthestPair), qcCircle());
-  EXPECT_EQ(closedContour({{3, 4}}).encloseCircle(farthestPair), qcCircle());
-  EXPECT_EQ(closedContour(Points(6, {3, 4})).encloseCircle(farthestPair), qcCircle());
+  EXPECT_EQ(closedContour({}).encloseCircle(ofFarthestPair), qcCircle());
+  EXPECT_EQ(closedContour({{3, 4}}).encloseCircle(ofFarthestPair), qcCircle());
+  EXPECT_EQ(closedContour(Points(6, {3, 4})).encloseCircle(ofFarthestPair), qcCircle());
 }
 
 TEST(ContourEncloseCircleTest, OfEqualVerticesNeverShowsAnEarlierShapesCircle) {
-  ContourProbe contour = closedContour(square);
-  ASSERT_GT(contour.encloseCircle(farthestPair).radius(), 0);
+  ContourProbe contour = closedContour(square(2));
+  ASSERT_GT(contour.encloseCircle(ofFarthestPair).radius(), 0);
   contour.points(Points(3, {3, 4}));
-  EXPECT_EQ(contour.encloseCircle(farthestPair), qcCircle());
+  EXPECT_EQ(contour.encloseCircle(ofFarthestPair), qcCircle());
 }
 
 TEST(ContourEncloseCircleTest, FromTheFirstVertexHasRadiusZeroWhenNoTwoVerticesDiffer) {
@@ -105,22 +103,22 @@ TEST(ContourEncloseCircleTest, FromTheFirstVertexThrowsEmptyContourWithoutVertic
 
 TEST(ContourEncloseCircleTest, PassesOverVerticesThatAreNotNumbers) {
   const Points points = {{0, 0}, {notANumber, 1}, {6, 8}, {1, notANumber}};
-  EXPECT_EQ(closedContour(points).encloseCircle(farthestPair), qcCircle({3, 4}, 5));
+  EXPECT_EQ(closedContour(points).encloseCircle(ofFarthestPair), qcCircle({3, 4}, 5));
   EXPECT_EQ(closedContour(points).encloseCircle(fromFirst), qcCircle({0, 0}, 10));
-  EXPECT_EQ(closedContour({{notANumber, 0}, {1, notANumber}}).encloseCircle(farthestPair),
+  EXPECT_EQ(closedContour({{notANumber, 0}, {1, notANumber}}).encloseCircle(ofFarthestPair),
             qcCircle());
 }
 
 TEST(ContourEncloseCircleTest, OfInfiniteVerticesIsInfinite) {
   const Points points = {{0, 0}, {1, 1}, {infinity, 0}};
-  EXPECT_EQ(closedContour(points).encloseCircle(farthestPair).radius(), infinity);
+  EXPECT_EQ(closedContour(points).encloseCircle(ofFarthestPair).radius(), infinity);
   EXPECT_EQ(closedContour(points).encloseCircle(fromFirst).radius(), infinity);
 }
 
 TEST(ContourEncloseCircleTest, RefusesAnyOtherMode) {
   for (const int mode : {2, -1, 1000000}) {
     const auto unknown = static_cast<qcContourDefs::DiameterMode>(mode);
-    for (const Points& points : {square, Points()}) {
+    for (const Points& points : {square(2), Points()}) {
       const ContourProbe contour = closedContour(points);
       const std::wstring message = L"diameterMode is not one of the valid enums";
       expectBadParams(message, [&] { contour.encloseCircle(unknown); });
@@ -130,70 +128,72 @@ TEST(ContourEncloseCircleTest, RefusesAnyOtherMode) {
 }
 
 TEST(ContourDiameterTest, IsTwiceTheRadius) {
-  EXPECT_EQ(closedContour(square).diameter(farthestPair), std::sqrt(8.0));
-  EXPECT_EQ(closedContour(square).diameter(fromFirst), 2 * std::sqrt(8.0));
-  EXPECT_EQ(closedContour({}).diameter(farthestPair), 0.0);
+  EXPECT_EQ(closedContour(square(2)).diameter(ofFarthestPair), std::sqrt(8.0));
+  EXPECT_EQ(closedContour(square(2)).diameter(fromFirst), 2 * std::sqrt(8.0));
+  EXPECT_EQ(closedContour({}).diameter(ofFarthestPair), 0.0);
 }
 
 TEST(ContourExtremalVertexTest, IsTheFarthestAlongAnAxisAndTheLowestOnTies) {
-  EXPECT_EQ(extremal(square, 0), 1);
-  EXPECT_EQ(extremal(square, pi / 2), 2);
-  EXPECT_EQ(extremal(square, pi), 0);
-  EXPECT_EQ(extremal(square, -pi / 2), 0);
-  EXPECT_EQ(extremal(square, 1.5 * pi), 0);
-  EXPECT_EQ(extremal(square, 2 * pi), 1);
+  EXPECT_EQ(extremalIndex(square(2), 0), 1);
+  EXPECT_EQ(extremalIndex(square(2), pi / 2), 2);
+  EXPECT_EQ(extremalIndex(square(2), pi), 0);
+  EXPECT_EQ(extremalIndex(square(2), -pi / 2), 0);
+  EXPECT_EQ(extremalIndex(square(2), 1.5 * pi), 0);
+  EXPECT_EQ(extremalIndex(square(2), 2 * pi), 1);
 }
 
 TEST(ContourExtremalVertexTest, IsTheFarthestBetweenTheAxes) {
-  EXPECT_EQ(extremal(square, pi / 4), 2);
-  EXPECT_EQ(extremal(square, 0.75 * pi), 3);
-  EXPECT_EQ(extremal(square, -0.75 * pi), 0);
-  EXPECT_EQ(extremal(square, -pi / 4), 1);
-  const qcVector<2> position = closedContour(square).extremalVertexPosition(qcDegree(100));
+  EXPECT_EQ(extremalIndex(square(2), pi / 4), 2);
+  EXPECT_EQ(extremalIndex(square(2), 0.75 * pi), 3);
+  EXPECT_EQ(extremalIndex(square(2), -0.75 * pi), 0);
+  EXPECT_EQ(extremalIndex(square(2), -pi / 4), 1);
+  const qcVector<2> position = closedContour(square(2)).extremalVertexPosition(qcDegree(100));
   EXPECT_EQ(position, Point(0, 2));
 }
 
 TEST(ContourExtremalVertexTest, IsDecidedOnExactCoordinatesAlongAnAxis) {
   // By the rounded cosine of a right angle the second vertex would lie farther.
-  EXPECT_EQ(extremal({{0, 1}, {1e17, 1}}, pi / 2), 0);
-  EXPECT_EQ(extremal({{0, 1}, {-1e17, 1}}, -pi / 2), 0);
-  EXPECT_EQ(extremal({{0, -1}, {-1e17, -1}}, -pi / 2), 0);
-  EXPECT_EQ(extremal({{0, 0}, {0, 1e17}}, pi), 0);
-  EXPECT_EQ(extremal({{0, 0}, {0, -1e17}}, -pi), 0);
-  EXPECT_EQ(extremal({{0, 0}, {0, -1e17}}, 2 * pi), 0);
+  EXPECT_EQ(extremalIndex({{0, 1}, {1e17, 1}}, pi / 2), 0);
+  EXPECT_EQ(extremalIndex({{0, 1}, {-1e17, 1}}, -pi / 2), 0);
+  EXPECT_EQ(extremalIndex({{0, -1}, {-1e17, -1}}, -pi / 2), 0);
+  EXPECT_EQ(extremalIndex({{0, 0}, {0, 1e17}}, pi), 0);
+  EXPECT_EQ(extremalIndex({{0, 0}, {0, -1e17}}, -pi), 0);
+  EXPECT_EQ(extremalIndex({{0, 0}, {0, -1e17}}, 2 * pi), 0);
 }
 
 TEST(ContourExtremalVertexTest, IsAlongAnAxisWhenTheDirectionIsWithin1em15) {
   ASSERT_EQ(std::sin(1e-15), 1e-15);
-  EXPECT_EQ(extremal({{0, 0}, {0, 1e17}}, 1e-15), 0);
-  EXPECT_EQ(extremal({{0, 0}, {0, 1e17}}, justAbove(1e-15)), 1);
-  EXPECT_EQ(extremal({{0, 0}, {0, -1e17}}, -1e-15), 0);
-  EXPECT_EQ(extremal({{0, 0}, {0, -1e17}}, -justAbove(1e-15)), 1);
+  EXPECT_EQ(extremalIndex({{0, 0}, {0, 1e17}}, 1e-15), 0);
+  EXPECT_EQ(extremalIndex({{0, 0}, {0, 1e17}}, justAbove(1e-15)), 1);
+  EXPECT_EQ(extremalIndex({{0, 0}, {0, -1e17}}, -1e-15), 0);
+  EXPECT_EQ(extremalIndex({{0, 0}, {0, -1e17}}, -justAbove(1e-15)), 1);
 }
 
 TEST(ContourExtremalVertexTest, IsMinusOneWithoutAVertexThatComparesGreater) {
-  EXPECT_EQ(extremal({{notANumber, 0}, {notANumber, 1}}, 0), -1);
-  EXPECT_EQ(extremal({{-infinity, 0}, {-infinity, 1}}, 0), -1);
-  EXPECT_EQ(extremal({{-largest, 0}, {-largest, 1}}, 0), -1);
-  EXPECT_EQ(extremal(square, notANumber), -1);
-  EXPECT_EQ(extremal(square, infinity), -1);
+  EXPECT_EQ(extremalIndex({{notANumber, 0}, {notANumber, 1}}, 0), -1);
+  EXPECT_EQ(extremalIndex({{-infinity, 0}, {-infinity, 1}}, 0), -1);
+  constexpr double largest = std::numeric_limits<double>::max();
+  EXPECT_EQ(extremalIndex({{-largest, 0}, {-largest, 1}}, 0), -1);
+  EXPECT_EQ(extremalIndex(square(2), notANumber), -1);
+  EXPECT_EQ(extremalIndex(square(2), infinity), -1);
 }
 
 TEST(ContourExtremalVertexTest, PassesOverVerticesThatAreNotNumbers) {
-  EXPECT_EQ(extremal({{notANumber, 0}, {1, 1}, {2, notANumber}}, 0), 2);
-  EXPECT_EQ(extremal({{notANumber, 0}, {1, 1}, {2, notANumber}}, 1), 1);
-  EXPECT_EQ(extremal({{1, 0}, {infinity, 0}, {2, 0}}, 0), 1);
+  EXPECT_EQ(extremalIndex({{notANumber, 0}, {1, 1}, {2, notANumber}}, 0), 2);
+  EXPECT_EQ(extremalIndex({{notANumber, 0}, {1, 1}, {2, notANumber}}, 1), 1);
+  EXPECT_EQ(extremalIndex({{1, 0}, {infinity, 0}, {2, 0}}, 0), 1);
 }
 
 TEST(ContourExtremalVertexTest, HasNoPositionWhereItHasNoIndex) {
-  expectBadParams(L"", [] { closedContour(square).extremalVertexPosition(qcRadian(notANumber)); });
+  expectBadParams(L"",
+                  [] { closedContour(square(2)).extremalVertexPosition(qcRadian(notANumber)); });
   expectBadParams(L"", [] {
     closedContour({{notANumber, 0}, {notANumber, 1}}).extremalVertexPosition(qcRadian(0));
   });
 }
 
 TEST(ContourExtremalVertexTest, IsComputedAfreshFromNewVertices) {
-  ContourProbe contour = closedContour(square);
+  ContourProbe contour = closedContour(square(2));
   EXPECT_EQ(contour.extremalVertexIndex(qcRadian(0)), 1);
   contour.setPoints({{5, 0}, {1, 1}, {0, 1}});
   EXPECT_EQ(contour.extremalVertexIndex(qcRadian(0)), 0);
@@ -268,7 +268,7 @@ TEST(ContourMapTest, MapsEveryVertexInOrder) {
 
 TEST(ContourMapTest, KeepsClosednessAndLabelAndResetsTheCapacity) {
   for (const bool closed : {true, false}) {
-    qcContour contour(square, closed, 42);
+    qcContour contour(square(2), closed, 42);
     contour.cachedVectorSize(9);
     qcContour image({{7, 7}}, !closed, 1);
     image.cachedVectorSize(5);
@@ -280,7 +280,7 @@ TEST(ContourMapTest, KeepsClosednessAndLabelAndResetsTheCapacity) {
 }
 
 TEST(ContourMapTest, ForgetsTheAnswersOfTheResult) {
-  ContourProbe image = closedContour(square);
+  ContourProbe image = closedContour(square(2));
   ASSERT_EQ(image.length(), 8.0);
   ASSERT_EQ(image.extremalVertexIndex(qcRadian(0)), 1);
   closedContour({{9, 0}, {0, 0}, {0, 1}}).map(qcXform<2>::I, image);
@@ -290,7 +290,7 @@ TEST(ContourMapTest, ForgetsTheAnswersOfTheResult) {
 }
 
 TEST(ContourMapTest, MayBeWrittenToTheContourItself) {
-  ContourProbe contour = closedContour(square);
+  ContourProbe contour = closedContour(square(2));
   ASSERT_EQ(contour.length(), 8.0);
   contour.map(stretch, contour);
   EXPECT_THAT(contour.points(), ElementsAre(Point(1, -1), Point(5, -1), Point(5, 5), Point(1, 5)));
@@ -310,14 +310,14 @@ TEST(ContourMapTest, IntoARegionKeepsItsHolesAndForgetsItsAnswers) {
 }
 
 TEST(ContourMapTest, WithoutVerticesIsEmpty) {
-  qcContour image(square, true, 1);
+  qcContour image(square(2), true, 1);
   openContour({}).map(stretch, image);
   EXPECT_TRUE(image.points().empty());
   EXPECT_FALSE(image.isClosed());
 }
 
 TEST(ContourMapTest, AsksWhetherTheContourSaysThatItIsClosed) {
-  const qcRegion region(qcContour(square, false, 3), qcContourDefs::eNoIntersectionRepair);
+  const qcRegion region(qcContour(square(2), false, 3), qcContourDefs::eNoIntersectionRepair);
   qcContour image({}, false, 0);
   const qcContour& boundary = region;
   boundary.map(qcXform<2>::I, image);

@@ -17,13 +17,15 @@
 
 #include <testing/shapes/numbers.h>
 #include <testing/twin/same.h>
+#include <tests/cntr/figures.h>
 #include "contour_probe.h"
+#include "plain_views.h"
 
 namespace {
 
+using figures::square;
+using fixtures::verticesOf;
 using testing::ElementsAre;
-
-const Points square = {{0, 0}, {2, 0}, {2, 2}, {0, 2}};
 
 /// The lattice points at distance 65 from the origin: 36 of them, all at exactly this distance.
 Points circleOfLatticePoints() {
@@ -79,7 +81,7 @@ TEST(ContourLengthTest, OfNumbersThatAreNotFiniteIsNotFinite) {
 }
 
 TEST(ContourMeanPositionTest, OfASquareIsItsMiddle) {
-  EXPECT_EQ(closedContour(square).meanPosition(), Point(1, 1));
+  EXPECT_EQ(closedContour(square(2)).meanPosition(), Point(1, 1));
 }
 
 TEST(ContourMeanPositionTest, WeightsEdgesWithTheirLengths) {
@@ -112,7 +114,7 @@ TEST(ContourMeanPositionTest, WithoutACurveThrowsEmptyContour) {
 }
 
 TEST(ContourMedianFeatureSizeTest, OfASquareIsItsSide) {
-  EXPECT_EQ(closedContour(square).medianFeatureSize(), 2.0);
+  EXPECT_EQ(closedContour(square(2)).medianFeatureSize(), 2.0);
 }
 
 TEST(ContourMedianFeatureSizeTest, OfAnEvenCountIsTheUpperOfTheTwoInTheMiddle) {
@@ -146,13 +148,13 @@ TEST(ContourClosestPointTest, IsTheFootOnAnEdgeOrTheEndOfOne) {
 }
 
 TEST(ContourClosestPointTest, LooksAtTheClosingEdgeOfAClosedContourOnly) {
-  EXPECT_EQ(closedContour(square).closestPoint({-1, 1}, false), Point(0, 1));
-  EXPECT_EQ(openContour(square).closestPoint({-1, 0.5}, false), Point(0, 0));
+  EXPECT_EQ(closedContour(square(2)).closestPoint({-1, 1}, false), Point(0, 1));
+  EXPECT_EQ(openContour(square(2)).closestPoint({-1, 0.5}, false), Point(0, 0));
 }
 
 TEST(ContourClosestPointTest, IsOnTheEarlierEdgeOnTies) {
-  EXPECT_EQ(closedContour(square).closestPoint({1, 1}, false), Point(0, 1));
-  EXPECT_EQ(openContour(square).closestPoint({1, 1}, false), Point(1, 0));
+  EXPECT_EQ(closedContour(square(2)).closestPoint({1, 1}, false), Point(0, 1));
+  EXPECT_EQ(openContour(square(2)).closestPoint({1, 1}, false), Point(1, 0));
 }
 
 TEST(ContourClosestPointTest, IsOnTheEarlierEdgeOnTiesInALongContourToo) {
@@ -176,12 +178,12 @@ TEST(ContourClosestPointTest, OfAnEdgeWithoutLengthIsItsVertex) {
 }
 
 TEST(ContourClosestPointTest, OnTheContourIsThePointItself) {
-  EXPECT_EQ(closedContour(square).closestPoint({2, 0.75}, false), Point(2, 0.75));
-  EXPECT_EQ(closedContour(square).closestPoint({2, 2}, false), Point(2, 2));
+  EXPECT_EQ(closedContour(square(2)).closestPoint({2, 0.75}, false), Point(2, 0.75));
+  EXPECT_EQ(closedContour(square(2)).closestPoint({2, 2}, false), Point(2, 2));
 }
 
 TEST(ContourClosestPointTest, WithVerticesOnlyIsTheNearestVertex) {
-  EXPECT_EQ(closedContour(square).closestPoint({1.5, 1.25}, true), Point(2, 2));
+  EXPECT_EQ(closedContour(square(2)).closestPoint({1.5, 1.25}, true), Point(2, 2));
   EXPECT_EQ(openContour({{0, 0}, {4, 0}}).closestPoint({2.5, 3}, true), Point(4, 0));
 }
 
@@ -212,14 +214,14 @@ TEST(ContourClosestPointTest, WithoutACurveThrowsEmptyContour) {
 }
 
 TEST(ContourClosestVertexIndexTest, IsThatOfTheNearestVertex) {
-  EXPECT_EQ(closedContour(square).closestVertexIndex({1.5, 1.75}), 2);
+  EXPECT_EQ(closedContour(square(2)).closestVertexIndex({1.5, 1.75}), 2);
   EXPECT_EQ(openContour({{0, 0}, {4, 0}}).closestVertexIndex({-1, 0}), 0);
   EXPECT_EQ(openContour({{0, 0}, {4, 0}}).closestVertexIndex({9, 0}), 1);
 }
 
 TEST(ContourClosestVertexIndexTest, IsTheLowestOnTies) {
-  EXPECT_EQ(closedContour(square).closestVertexIndex({1, 1}), 0);
-  EXPECT_EQ(closedContour(square).closestVertexIndex({2, 1}), 1);
+  EXPECT_EQ(closedContour(square(2)).closestVertexIndex({1, 1}), 0);
+  EXPECT_EQ(closedContour(square(2)).closestVertexIndex({2, 1}), 1);
   EXPECT_EQ(openContour({{1, 0}, {0, 0}, {0, 0}}).closestVertexIndex({0, 0}), 1);
 }
 
@@ -250,8 +252,8 @@ TEST(ContourClosestVertexIndexTest, CountsDistancesAsTiedThatAreEqualAfterRoundi
 }
 
 TEST(ContourClosestVertexIndexTest, WithoutAFiniteDistanceIsZero) {
-  EXPECT_EQ(closedContour(square).closestVertexIndex({notANumber, 1}), 0);
-  EXPECT_EQ(closedContour(square).closestVertexIndex({1, -infinity}), 0);
+  EXPECT_EQ(closedContour(square(2)).closestVertexIndex({notANumber, 1}), 0);
+  EXPECT_EQ(closedContour(square(2)).closestVertexIndex({1, -infinity}), 0);
   EXPECT_EQ(closedContour({{notANumber, 0}, {0, notANumber}}).closestVertexIndex({1, 1}), 0);
 }
 
@@ -270,8 +272,8 @@ TEST(ContourDistToPointTest, IsThatToTheNearestPointOrVertex) {
 }
 
 TEST(ContourDistToPointTest, WithoutAFiniteDistanceIsThatToTheOrigin) {
-  EXPECT_EQ(closedContour(square).distToPoint({infinity, 0}, false), infinity);
-  EXPECT_TRUE(std::isnan(closedContour(square).distToPoint({notANumber, 0}, false)));
+  EXPECT_EQ(closedContour(square(2)).distToPoint({infinity, 0}, false), infinity);
+  EXPECT_TRUE(std::isnan(closedContour(square(2)).distToPoint({notANumber, 0}, false)));
 }
 
 TEST(ContourDistToPointTest, WithoutACurveThrowsEmptyContour) {
@@ -279,12 +281,6 @@ TEST(ContourDistToPointTest, WithoutACurveThrowsEmptyContour) {
     expectEmptyContour([&] { contour.distToPoint({0, 0}, false); });
     expectEmptyContour([&] { contour.distToPoint({0, 0}, true); });
   }
-}
-
-Points verticesOf(const qcPolygon& polygon) {
-  Points vertices;
-  for (int i = 0; i < polygon.size(); ++i) vertices.push_back(polygon[i]);
-  return vertices;
 }
 
 TEST(ContourPolygonTest, OfAClosedContourRepeatsTheFirstVertexAtTheEnd) {
@@ -353,13 +349,13 @@ TEST(ContourConvexHullTest, OfEqualVerticesIsOneVertex) {
 }
 
 TEST(ContourConvexHullTest, IsTheSameWhenAskedAgainWhateverBecameOfTheFirstAnswer) {
-  const ContourProbe contour = closedContour(square);
+  const ContourProbe contour = closedContour(square(2));
   qcRegion first;
   contour.convexHull(first);
   first.points({{9, 9}});
   qcRegion second;
   contour.convexHull(second);
-  EXPECT_EQ(second.points(), square);
+  EXPECT_EQ(second.points(), square(2));
 }
 
 TEST(ContourConvexHullTest, MayBeWrittenToTheRegionThatIsAsked) {
@@ -370,9 +366,9 @@ TEST(ContourConvexHullTest, MayBeWrittenToTheRegionThatIsAsked) {
 
 TEST(ContourConvexHullTest, WithoutACurveThrowsEmptyContourAndLeavesTheResult) {
   for (const ContourProbe& contour : contoursWithoutCurve()) {
-    qcRegion hull(square, qcContourDefs::eNoIntersectionRepair);
+    qcRegion hull(square(2), qcContourDefs::eNoIntersectionRepair);
     expectEmptyContour([&] { contour.convexHull(hull); });
-    EXPECT_EQ(hull.points(), square);
+    EXPECT_EQ(hull.points(), square(2));
   }
 }
 

@@ -10,11 +10,12 @@
 
 #include <cntr/contour.h>
 #include <gtest/gtest.h>
+#include <testing/shapes/shapes.h>
 
 #include "refusals.h"
 
-using Point = qcVector<2>;
-using Points = std::vector<Point>;
+using shapes::Point;
+using shapes::Points;
 
 /// A contour with its protected members open, whose vertices can be replaced without its noticing:
 /// whatever it still answers from the old vertices was remembered, and what it answers from the new
@@ -46,6 +47,14 @@ class ContourProbe : public qcContour {
 
  private:
   bool keepsAnswers_ = false;
+};
+
+/// Claims to be closed whatever is stored, as a region does.
+class AlwaysClosed : public ContourProbe {
+ public:
+  using ContourProbe::ContourProbe;
+  bool isClosed() const override { return true; }
+  using ContourProbe::isClosed;
 };
 
 inline ContourProbe openContour(const Points& points) { return {points, false}; }

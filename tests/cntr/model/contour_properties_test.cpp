@@ -24,15 +24,18 @@
 #include <testing/twin/same.h>
 #include "contour_probe.h"
 #include "hard_questions.h"
+#include "plain_views.h"
 
 namespace {
 
+using fixtures::plainTransform;
+using fixtures::verticesOf;
 using same::sameOutcome;
 using shapes::Random;
 
 /// A shape as both implementations see it.
-struct Subject {
-  explicit Subject(const shapes::Shape& shape)
+struct ContourTwin {
+  explicit ContourTwin(const shapes::Shape& shape)
       : contour(shape.points, shape.closed), plain{shape.points, shape.closed} {}
 
   const Points& points() const { return plain.points; }
@@ -43,18 +46,18 @@ struct Subject {
 
 /// Calls check(subject, random) for that many shapes, or until one fails.
 template <class Check>
-void forEachShape(std::size_t count, std::size_t maxVertices, Check check) {
+void forEachTwin(std::size_t count, std::size_t maxVertices, Check check) {
   for (std::uint64_t seed = 0; seed < repetitions(count); ++seed) {
     const shapes::Shape shape = hard::shape(seed, maxVertices);
     SCOPED_TRACE(shape.name + ", " + std::to_string(shape.points.size()) + " vertices");
     Random random(seed);
-    check(Subject(shape), random);
+    check(ContourTwin(shape), random);
     if (testing::Test::HasFailure()) return;
   }
 }
 
 TEST(ContourPropertiesTest, LengthsAndPositionsAreThePlainOnes) {
-  forEachShape(6000, 300, [](const Subject& s, Random&) {
+  forEachTwin(6000, 300, [](const ContourTwin& s, Random&) {
     EXPECT_TRUE(sameOutcome([&] { return s.contour.length(); }, [&] { return length(s.plain); }));
     EXPECT_TRUE(sameOutcome([&] { return s.contour.meanPosition(); },
                             [&] { return meanPosition(s.plain); }));
@@ -63,20 +66,14 @@ TEST(ContourPropertiesTest, LengthsAndPositionsAreThePlainOnes) {
   });
 }
 
-Points verticesOf(const qcPolygon& polygon) {
-  Points vertices;
-  for (int i = 0; i < polygon.size(); ++i) vertices.push_back(polygon[i]);
-  return vertices;
-}
-
 TEST(ContourPropertiesTest, PolygonsAreThePlainOnes) {
-  forEachShape(2000, 100, [](const Subject& s, Random&) {
+  forEachTwin(2000, 100, [](const ContourTwin& s, Random&) {
     EXPECT_TRUE(sameOutcome([&] { return verticesOf(s.contour.polygon()); },
                             [&] { return polygon(s.plain); }));
   });
 }
 
-void expectSameNearest(const Subject& s, const Point& p) {
+void expectSameNearest(const ContourTwin& s, const Point& p) {
   EXPECT_TRUE(sameOutcome([&] { return s.contour.closestVertexIndex(p); },
                           [&] { return closestVertexIndex(s.plain, p); }))
       << testing::PrintToString(p);
@@ -91,7 +88,7 @@ void expectSameNearest(const Subject& s, const Point& p) {
 }
 
 TEST(ContourPropertiesTest, NearestPointsAndVerticesAreThePlainOnes) {
-  forEachShape(4000, 300, [](const Subject& s, Random& random) {
+  forEachTwin(4000, 300, [](const ContourTwin& s, Random& random) {
     for (int i = 0; i < 12; ++i) expectSameNearest(s, hard::point(random, s.points()));
   });
 }
@@ -101,10 +98,10 @@ TEST(ContourPropertiesTest, NearestOfManyEquallyNearAreThePlainOnes) {
   Random random(77);
   for (std::size_t i = 0; i < repetitions(1000); ++i) {
     const std::size_t n = 33 + random.below(200);
-    const Subject grid({"grid", shapes::gridPoints(random, n, 3 + random.below(6)), true});
+    const ContourTwin grid({"grid", shapes::gridPoints(random, n, 3 + random.below(6)), true});
     for (int x = 0; x < 8; ++x)
       expectSameNearest(grid, {0.5 * x, 0.5 * static_cast<double>(random.below(16))});
-    const Subject walk({"walk", shapes::gridWalk(random, n), false});
+    const ContourTwin walk({"walk", shapes::gridWalk(random, n), false});
     for (int x = -4; x < 4; ++x)
       expectSameNearest(walk, {0.5 * x, 0.5 * static_cast<double>(random.below(9))});
     if (HasFailure()) return;
@@ -112,7 +109,7 @@ TEST(ContourPropertiesTest, NearestOfManyEquallyNearAreThePlainOnes) {
 }
 
 TEST(ContourPropertiesTest, HullsAreThePlainOnes) {
-  forEachShape(4000, 300, [](const Subject& s, Random&) {
+  forEachTwin(4000, 300, [](const ContourTwin& s, Random&) {
     const auto isFinite = [](const Point& p) {
       return std::isfinite(p.x()) && std::isfinite(p.y());
     };
@@ -127,7 +124,7 @@ TEST(ContourPropertiesTest, HullsAreThePlainOnes) {
   });
 }
 
-void expectSameCircles(const Subject& s) {
+void expectSameCircles(const ContourTwin& s) {
   const auto expectSame = [&](int mode) {
     const auto diameterMode = static_cast<qcContourDefs::DiameterMode>(mode);
     const auto circle = same::outcome([&] { return s.contour.encloseCircle(diameterMode); });
@@ -145,7 +142,7 @@ void expectSameCircles(const Subject& s) {
 }
 
 TEST(ContourPropertiesTest, CirclesAreThePlainOnes) {
-  forEachShape(4000, 300, [](const Subject& s, Random&) { expectSameCircles(s); });
+  forEachTwin(4000, 300, [](const ContourTwin& s, Random&) { expectSameCircles(s); });
 }
 
 TEST(ContourPropertiesTest, CirclesOfManyEquallyFarPairsAreThePlainOnes) {
@@ -159,12 +156,12 @@ TEST(ContourPropertiesTest, CirclesOfManyEquallyFarPairsAreThePlainOnes) {
     for (std::size_t k = points.size(); k > 1; --k)
       std::swap(points[k - 1], points[random.below(k)]);
     SCOPED_TRACE("round " + std::to_string(i));
-    expectSameCircles(Subject({"", points, true}));
+    expectSameCircles(ContourTwin({"", points, true}));
     if (HasFailure()) return;
   }
 }
 
-void expectSameCrossings(const Subject& s, const shapes::Segment& segment) {
+void expectSameCrossings(const ContourTwin& s, const shapes::Segment& segment) {
   SCOPED_TRACE("segment from " + testing::PrintToString(segment.a) + " to " +
                testing::PrintToString(segment.b));
   for (const bool touches : {true, false}) {
@@ -190,7 +187,7 @@ void expectSameCrossings(const Subject& s, const shapes::Segment& segment) {
 }
 
 TEST(ContourPropertiesTest, CrossingsWithSegmentsAreThePlainOnes) {
-  forEachShape(3000, 300, [](const Subject& s, Random& random) {
+  forEachTwin(3000, 300, [](const ContourTwin& s, Random& random) {
     for (int i = 0; i < 8; ++i) expectSameCrossings(s, hard::segment(random, s.points()));
   });
 }
@@ -199,7 +196,7 @@ TEST(ContourPropertiesTest, CrossingsWithManyTiesAreThePlainOnes) {
   // Lines through grid points meet many edges in the same places, more than 16 of them.
   Random random(79);
   for (std::size_t i = 0; i < repetitions(300); ++i) {
-    const Subject s({"grid", shapes::gridPoints(random, 60 + random.below(200), 5), true});
+    const ContourTwin s({"grid", shapes::gridPoints(random, 60 + random.below(200), 5), true});
     for (int k = 0; k < 4; ++k) {
       const Point a(static_cast<double>(random.below(5)), -1);
       expectSameCrossings(s, {a, Point(static_cast<double>(random.below(5)), 6)});
@@ -210,14 +207,14 @@ TEST(ContourPropertiesTest, CrossingsWithManyTiesAreThePlainOnes) {
 }
 
 TEST(ContourPropertiesTest, CrossingsWithContoursAreThePlainOnes) {
-  forEachShape(1500, 120, [](const Subject& s, Random& random) {
+  forEachTwin(1500, 120, [](const ContourTwin& s, Random& random) {
     shapes::Shape other = hard::shape(random.next(), 60);
     if (random.chance(0.5)) {
       other.points = s.points();
       const double shift = random.chance(0.3) ? 0 : random.uniform(-5, 5);
       if (random.chance(0.7)) shapes::scaleAndShift(other.points, 1, {shift, shift * 0.5});
     }
-    const Subject o(other);
+    const ContourTwin o(other);
     EXPECT_TRUE(sameOutcome([&] { return s.contour.intersections(o.contour); },
                             [&] { return intersections(s.plain, o.plain); }))
         << other.name;
@@ -227,7 +224,7 @@ TEST(ContourPropertiesTest, CrossingsWithContoursAreThePlainOnes) {
 TEST(ContourPropertiesTest, SelfCrossingIsThePlainAnswer) {
   int crossing = 0;
   int simple = 0;
-  forEachShape(5000, 200, [&](const Subject& s, Random&) {
+  forEachTwin(5000, 200, [&](const ContourTwin& s, Random&) {
     const bool answer = s.contour.isSelfIntersecting();
     ASSERT_EQ(answer, isSelfIntersecting(s.plain));
     (answer ? crossing : simple) += 1;
@@ -251,7 +248,7 @@ TEST(ContourPropertiesTest, SelfCrossingOfOutlinesWithOneTroublesomeVertexIsTheP
     static const double offsets[] = {0, 1e-7, 9e-7, 1e-6, 1.1e-6, 2e-6, 3e-6, 1e-3};
     const double offset = offsets[random.below(8)] * (random.chance(0.5) ? 1 : -1);
     points[moved] = a + d * random.uniform() + Point(-d.y(), d.x()).unit() * offset;
-    const Subject s({"", points, random.chance(0.5)});
+    const ContourTwin s({"", points, random.chance(0.5)});
     const bool answer = s.contour.isSelfIntersecting();
     ASSERT_EQ(answer, isSelfIntersecting(s.plain)) << "round " << i;
     crossing += answer ? 1 : 0;
@@ -260,7 +257,7 @@ TEST(ContourPropertiesTest, SelfCrossingOfOutlinesWithOneTroublesomeVertexIsTheP
 }
 
 TEST(ContourPropertiesTest, EdgesAreThePlainOnes) {
-  forEachShape(2000, 100, [](const Subject& s, Random&) {
+  forEachTwin(2000, 100, [](const ContourTwin& s, Random&) {
     const std::vector<plain::Edge> edges = crossableEdges(s.plain);
     ASSERT_EQ(s.contour.lineSegs().size(), edges.size());
     ASSERT_EQ(s.contour.validLine().size(), edges.size());
@@ -273,7 +270,7 @@ TEST(ContourPropertiesTest, EdgesAreThePlainOnes) {
 }
 
 TEST(ContourPropertiesTest, VerticesNearAPointAreThePlainOnes) {
-  forEachShape(3000, 200, [](const Subject& s, Random& random) {
+  forEachTwin(3000, 200, [](const ContourTwin& s, Random& random) {
     for (int i = 0; i < 4; ++i) {
       const double tolerance = hard::tolerance(random);
       for (int k = 0; k < 3; ++k) {
@@ -286,7 +283,7 @@ TEST(ContourPropertiesTest, VerticesNearAPointAreThePlainOnes) {
   });
 }
 
-void expectSameExtremal(const Subject& s, double angle) {
+void expectSameExtremal(const ContourTwin& s, double angle) {
   EXPECT_TRUE(sameOutcome([&] { return s.contour.extremalVertexIndex(qcRadian(angle)); },
                           [&] { return extremalVertexIndex(s.plain, angle); }))
       << angle;
@@ -296,7 +293,7 @@ void expectSameExtremal(const Subject& s, double angle) {
 }
 
 TEST(ContourPropertiesTest, ExtremalVerticesAreThePlainOnes) {
-  forEachShape(4000, 300, [](const Subject& s, Random& random) {
+  forEachTwin(4000, 300, [](const ContourTwin& s, Random& random) {
     for (int i = 0; i < 10; ++i) expectSameExtremal(s, hard::angle(random, s.points()));
   });
 }
@@ -304,7 +301,7 @@ TEST(ContourPropertiesTest, ExtremalVerticesAreThePlainOnes) {
 TEST(ContourPropertiesTest, ExtremalVerticesOfGridsWithManyTiesAreThePlainOnes) {
   Random random(81);
   for (std::size_t i = 0; i < repetitions(1000); ++i) {
-    const Subject s({"grid", shapes::gridPoints(random, 33 + random.below(200), 6), true});
+    const ContourTwin s({"grid", shapes::gridPoints(random, 33 + random.below(200), 6), true});
     for (int quarters = -4; quarters <= 4; ++quarters) {
       expectSameExtremal(s, quarters * 0.7853981633974483);
       expectSameExtremal(s, std::atan2(quarters, 1.0 + static_cast<double>(random.below(4))));
@@ -313,15 +310,9 @@ TEST(ContourPropertiesTest, ExtremalVerticesOfGridsWithManyTiesAreThePlainOnes) 
   }
 }
 
-plain::Transform plainOf(const qcXform<2>& xform) {
-  const qcMatrix<2>& m = xform.matrix();
-  return {{m.element(0, 0), m.element(0, 1), m.element(1, 0), m.element(1, 1), m.det()},
-          xform.trans()};
-}
-
-void expectSameRect(const Subject& s, const qcXform<2>& xform) {
+void expectSameRect(const ContourTwin& s, const qcXform<2>& xform) {
   const auto rect = same::outcome([&] { return s.contour.encloseRect(xform); });
-  const auto box = same::outcome([&] { return encloseRect(s.plain, plainOf(xform)); });
+  const auto box = same::outcome([&] { return encloseRect(s.plain, plainTransform(xform)); });
   ASSERT_EQ(rect.index(), box.index());
   if (rect.index() == 1) return;
   EXPECT_TRUE(same::same(std::get<0>(rect), std::get<0>(box)))
@@ -330,17 +321,17 @@ void expectSameRect(const Subject& s, const qcXform<2>& xform) {
 }
 
 TEST(ContourPropertiesTest, EnclosingRectanglesAreThePlainOnes) {
-  forEachShape(4000, 300, [](const Subject& s, Random& random) {
+  forEachTwin(4000, 300, [](const ContourTwin& s, Random& random) {
     for (int i = 0; i < 6; ++i) expectSameRect(s, hard::xform(random));
   });
 }
 
 TEST(ContourPropertiesTest, ImagesAreThePlainOnes) {
-  forEachShape(3000, 200, [](const Subject& s, Random& random) {
+  forEachTwin(3000, 200, [](const ContourTwin& s, Random& random) {
     const qcXform<2> xform = hard::xform(random);
     qcContour image({}, !s.plain.closed, 0);
     s.contour.map(xform, image);
-    const plain::Contour expected = map(s.plain, plainOf(xform));
+    const plain::Contour expected = map(s.plain, plainTransform(xform));
     EXPECT_TRUE(same::same(image.points(), expected.points));
     EXPECT_EQ(image.isClosed(), expected.closed);
   });
@@ -362,7 +353,7 @@ std::vector<shapes::Shape> longShapes() {
           {"skyline", shapes::skyline(random, n), true}};
 }
 
-void expectSameAnswersOfLongShape(const Subject& s, Random& random) {
+void expectSameAnswersOfLongShape(const ContourTwin& s, Random& random) {
   for (int i = 0; i < 20; ++i) {
     expectSameNearest(s, hard::point(random, s.points()));
     expectSameCrossings(s, hard::segment(random, s.points()));
@@ -383,7 +374,7 @@ TEST(ContourPropertiesTest, AnswersOfLongShapesAreThePlainOnes) {
   Random random(83);
   for (const shapes::Shape& shape : longShapes()) {
     SCOPED_TRACE(shape.name);
-    expectSameAnswersOfLongShape(Subject(shape), random);
+    expectSameAnswersOfLongShape(ContourTwin(shape), random);
     if (HasFailure()) return;
   }
 }
@@ -398,7 +389,7 @@ TEST(ContourPropertiesTest, SelfCrossingOfLongShapesIsThePlainAnswer) {
                                        {"skyline", shapes::skyline(random, n), true},
                                        {"crossing star", shapes::crossingStar(n), true}};
   for (const shapes::Shape& shape : shapesToAsk) {
-    const Subject s(shape);
+    const ContourTwin s(shape);
     EXPECT_EQ(s.contour.isSelfIntersecting(), isSelfIntersecting(s.plain)) << shape.name;
   }
 }
@@ -414,16 +405,16 @@ rc::Gen<GridPoint> gridPoint() {
 Point pointOf(const GridPoint& p) { return {0.5 * p.first, 0.5 * p.second}; }
 
 /// Any contour of up to 90 points of the grid.
-Subject anyGridContour() {
+ContourTwin anyGridContour() {
   shapes::Shape shape{"grid", {}, *rc::gen::arbitrary<bool>()};
   const auto count = *rc::gen::inRange<std::size_t>(0, 91);
   const auto grid = *rc::gen::container<std::vector<GridPoint>>(count, gridPoint());
   for (const GridPoint& p : grid) shape.points.push_back(pointOf(p));
-  return Subject(shape);
+  return ContourTwin(shape);
 }
 
 RC_GTEST_PROP(ContourGridTest, NearestIsThePlainAnswer, ()) {
-  const Subject s = anyGridContour();
+  const ContourTwin s = anyGridContour();
   for (int i = 0; i < 10; ++i) {
     const Point p = pointOf(*gridPoint());
     RC_ASSERT(sameOutcome([&] { return s.contour.closestPoint(p, false); },
@@ -434,7 +425,7 @@ RC_GTEST_PROP(ContourGridTest, NearestIsThePlainAnswer, ()) {
 }
 
 RC_GTEST_PROP(ContourGridTest, CrossingsAreThePlainOnes, ()) {
-  const Subject s = anyGridContour();
+  const ContourTwin s = anyGridContour();
   RC_PRE(s.points().size() >= 2);
   for (int i = 0; i < 10; ++i) {
     const Point a = pointOf(*gridPoint());
@@ -452,12 +443,12 @@ RC_GTEST_PROP(ContourGridTest, CrossingsAreThePlainOnes, ()) {
 }
 
 RC_GTEST_PROP(ContourGridTest, SelfCrossingIsThePlainAnswer, ()) {
-  const Subject s = anyGridContour();
+  const ContourTwin s = anyGridContour();
   RC_ASSERT(s.contour.isSelfIntersecting() == isSelfIntersecting(s.plain));
 }
 
 RC_GTEST_PROP(ContourGridTest, ExtentsAreThePlainOnes, ()) {
-  const Subject s = anyGridContour();
+  const ContourTwin s = anyGridContour();
   RC_ASSERT(same::same(s.contour.encloseCircle(qcContourDefs::eFarthestVertexPair),
                        plain::encloseCircle(s.points(), 0)));
   const GridPoint direction = *gridPoint();

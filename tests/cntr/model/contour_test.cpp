@@ -24,22 +24,22 @@ namespace {
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-const Points triangle = {{0, 0}, {4, 0}, {0, 3}};
+const Points rightTriangle = {{0, 0}, {4, 0}, {0, 3}};
 const Points quadrangle = {{1, 1}, {7, 2}, {8, 9}, {0, 5}};
 
 qcPolygon polygonOf(const Points& points) { return qcPolygon(points, qcPolygon::eEvenOdd); }
 
 TEST(ContourTest, HoldsWhatItIsMadeOf) {
-  const qcContour contour(triangle, false, 7);
-  EXPECT_EQ(contour.points(), triangle);
+  const qcContour contour(rightTriangle, false, 7);
+  EXPECT_EQ(contour.points(), rightTriangle);
   EXPECT_FALSE(contour.isClosed());
   EXPECT_EQ(contour.label(), 7U);
-  EXPECT_TRUE(qcContour(triangle, true, 7).isClosed());
+  EXPECT_TRUE(qcContour(rightTriangle, true, 7).isClosed());
 }
 
 TEST(ContourTest, RemembersThreeAnswersByArgumentUnlessToldOtherwise) {
-  EXPECT_EQ(qcContour(triangle, true, 0).cachedVectorSize(), 3);
-  EXPECT_EQ(qcContour(polygonOf(triangle), 0).cachedVectorSize(), 3);
+  EXPECT_EQ(qcContour(rightTriangle, true, 0).cachedVectorSize(), 3);
+  EXPECT_EQ(qcContour(polygonOf(rightTriangle), 0).cachedVectorSize(), 3);
 }
 
 TEST(ContourTest, MayHaveNoVerticesOrOne) {
@@ -57,10 +57,10 @@ TEST(ContourTest, CannotBeMadeOfNothing) {
 }
 
 TEST(ContourTest, CanBeSharedAndDiesWithItsLastHandle) {
-  qcPtrHandle<qcContour> handle(new qcContour(triangle, true, 0));
+  qcPtrHandle<qcContour> handle(new qcContour(rightTriangle, true, 0));
   const qcPtrHandle_const<qcContour> other(handle);
   handle = qcPtrHandle<qcContour>();
-  EXPECT_EQ(other->points(), triangle);
+  EXPECT_EQ(other->points(), rightTriangle);
 }
 
 TEST(ContourOfAPolygonTest, HasItsVerticesInOrderAndTheLabel) {
@@ -105,12 +105,12 @@ TEST(ContourOfAPolygonTest, IsOpenWhenItsEndsAreNotNumbersThatCompare) {
 }
 
 TEST(ContourEqualityTest, IgnoresTheLabel) {
-  EXPECT_TRUE(qcContour(triangle, true, 1) == qcContour(triangle, true, 2));
+  EXPECT_TRUE(qcContour(rightTriangle, true, 1) == qcContour(rightTriangle, true, 2));
 }
 
 TEST(ContourEqualityTest, ComparesTheCapacityForAnswers) {
-  const qcContour contour(triangle, true, 0);
-  qcContour other(triangle, true, 0);
+  const qcContour contour(rightTriangle, true, 0);
+  qcContour other(rightTriangle, true, 0);
   other.cachedVectorSize(4);
   EXPECT_FALSE(contour == other);
   other.cachedVectorSize(3);
@@ -118,21 +118,21 @@ TEST(ContourEqualityTest, ComparesTheCapacityForAnswers) {
 }
 
 TEST(ContourEqualityTest, ComparesWhetherTheContoursAreClosed) {
-  EXPECT_FALSE(qcContour(triangle, true, 0) == qcContour(triangle, false, 0));
+  EXPECT_FALSE(qcContour(rightTriangle, true, 0) == qcContour(rightTriangle, false, 0));
 }
 
 TEST(ContourEqualityTest, ComparesTheNumberOfVertices) {
   const Points longer = {{0, 0}, {4, 0}, {0, 3}, {0, 0}};
-  EXPECT_FALSE(qcContour(triangle, true, 0) == qcContour(longer, true, 0));
-  EXPECT_FALSE(qcContour(longer, true, 0) == qcContour(triangle, true, 0));
+  EXPECT_FALSE(qcContour(rightTriangle, true, 0) == qcContour(longer, true, 0));
+  EXPECT_FALSE(qcContour(longer, true, 0) == qcContour(rightTriangle, true, 0));
   EXPECT_TRUE(qcContour({}, true, 0) == qcContour({}, true, 0));
 }
 
 TEST(ContourEqualityTest, ComparesVerticesExactlyAndInOrder) {
   const Points nearly = {{0, 0}, {std::nextafter(4.0, 5.0), 0}, {0, 3}};
   const Points reordered = {{4, 0}, {0, 3}, {0, 0}};
-  EXPECT_FALSE(qcContour(triangle, true, 0) == qcContour(nearly, true, 0));
-  EXPECT_FALSE(qcContour(triangle, true, 0) == qcContour(reordered, true, 0));
+  EXPECT_FALSE(qcContour(rightTriangle, true, 0) == qcContour(nearly, true, 0));
+  EXPECT_FALSE(qcContour(rightTriangle, true, 0) == qcContour(reordered, true, 0));
 }
 
 TEST(ContourEqualityTest, TakesTheTwoZerosAsEqualAndNotANumberAsUnequal) {
@@ -141,18 +141,10 @@ TEST(ContourEqualityTest, TakesTheTwoZerosAsEqualAndNotANumberAsUnequal) {
   EXPECT_FALSE(withNan == withNan);
 }
 
-/// A contour that reports that it is closed, whatever its flag.
-class AlwaysClosed : public qcContour {
- public:
-  using qcContour::qcContour;
-  bool isClosed() const override { return true; }
-  using qcContour::isClosed;
-};
-
 TEST(ContourEqualityTest, AsksBothContoursWhetherTheyAreClosed) {
-  const AlwaysClosed saysClosed(triangle, false, 0);
-  const qcContour open(triangle, false, 0);
-  const qcContour closed(triangle, true, 0);
+  const AlwaysClosed saysClosed(rightTriangle, false, 0);
+  const qcContour open(rightTriangle, false, 0);
+  const qcContour closed(rightTriangle, true, 0);
   EXPECT_TRUE(saysClosed == closed);
   EXPECT_TRUE(closed == saysClosed);
   EXPECT_FALSE(saysClosed == open);
@@ -160,7 +152,7 @@ TEST(ContourEqualityTest, AsksBothContoursWhetherTheyAreClosed) {
 }
 
 TEST(ContourSettersTest, PointsReplacesTheVerticesAndKeepsTheRest) {
-  qcContour contour(triangle, false, 7);
+  qcContour contour(rightTriangle, false, 7);
   contour.cachedVectorSize(5);
   contour.points(quadrangle);
   EXPECT_EQ(contour.points(), quadrangle);
@@ -170,13 +162,13 @@ TEST(ContourSettersTest, PointsReplacesTheVerticesAndKeepsTheRest) {
 }
 
 TEST(ContourSettersTest, PointsMayBeSetToTheContoursOwn) {
-  qcContour contour(triangle, true, 0);
+  qcContour contour(rightTriangle, true, 0);
   contour.points(contour.points());
-  EXPECT_EQ(contour.points(), triangle);
+  EXPECT_EQ(contour.points(), rightTriangle);
 }
 
 TEST(ContourSettersTest, SetPointsReplacesTheVerticesAndKeepsTheRest) {
-  ContourProbe contour(triangle, false, 7);
+  ContourProbe contour(rightTriangle, false, 7);
   contour.setPoints(quadrangle);
   EXPECT_EQ(contour.points(), quadrangle);
   EXPECT_FALSE(contour.isClosed());
@@ -184,17 +176,17 @@ TEST(ContourSettersTest, SetPointsReplacesTheVerticesAndKeepsTheRest) {
 }
 
 TEST(ContourSettersTest, IsClosedSetsTheFlagAlone) {
-  qcContour contour(triangle, false, 7);
+  qcContour contour(rightTriangle, false, 7);
   contour.isClosed(true);
   EXPECT_TRUE(contour.isClosed());
   contour.isClosed(false);
   EXPECT_FALSE(contour.isClosed());
-  EXPECT_EQ(contour.points(), triangle);
+  EXPECT_EQ(contour.points(), rightTriangle);
   EXPECT_EQ(contour.label(), 7U);
 }
 
 TEST(ContourSettersTest, LabelSetsAnyNumberOf32Bits) {
-  qcContour contour(triangle, true, 0);
+  qcContour contour(rightTriangle, true, 0);
   contour.label(4294967295U);
   EXPECT_EQ(contour.label(), 4294967295U);
 }
@@ -203,20 +195,20 @@ TEST(ContourSettersTest, ALabelThatNoArchiveCouldHoldIsRefusedAndTheOldOneKept) 
   if (sizeof(long) == 4) GTEST_SKIP() << "no label is too wide, as on Windows";
   const auto wide = static_cast<unsigned long>(std::uint64_t{1} << 32U);
   const wchar_t* const message = L"label is above 4294967295";
-  qcContour contour(triangle, true, 7);
+  qcContour contour(rightTriangle, true, 7);
   const unsigned long changes = contour.changes();
   expectBadParams(message, [&] { contour.label(wide); });
   EXPECT_EQ(contour.label(), 7U);
   EXPECT_EQ(contour.changes(), changes);
-  expectBadParams(message, [&] { qcContour(triangle, true, wide); });
-  expectBadParams(message, [&] { qcContour(qcPolygon(triangle, qcPolygon::eEvenOdd), wide); });
-  qcRegion region(triangle, qcContourDefs::eNoIntersectionRepair);
+  expectBadParams(message, [&] { qcContour(rightTriangle, true, wide); });
+  expectBadParams(message, [&] { qcContour(qcPolygon(rightTriangle, qcPolygon::eEvenOdd), wide); });
+  qcRegion region(rightTriangle, qcContourDefs::eNoIntersectionRepair);
   expectBadParams(message, [&] { region.label(wide); });
   EXPECT_EQ(region.label(), 0U);
 }
 
 TEST(ContourSettersTest, TheCapacityForAnswersIsRefusedWhenNegativeAndKeepsItsValue) {
-  qcContour contour(triangle, true, 0);
+  qcContour contour(rightTriangle, true, 0);
   expectBadParams(L"", [&] { contour.cachedVectorSize(-1); });
   EXPECT_EQ(contour.cachedVectorSize(), 3);
   expectBadParams(L"", [&] { contour.cachedVectorSize(std::numeric_limits<long>::min()); });
@@ -224,20 +216,20 @@ TEST(ContourSettersTest, TheCapacityForAnswersIsRefusedWhenNegativeAndKeepsItsVa
 }
 
 TEST(ContourSettersTest, TheCapacityForAnswersMayBeZero) {
-  qcContour contour(triangle, true, 0);
+  qcContour contour(rightTriangle, true, 0);
   contour.cachedVectorSize(0);
   EXPECT_EQ(contour.cachedVectorSize(), 0);
 }
 
 TEST(ContourSettersTest, TheLabelKeepsARememberedLengthAndThePointsAndTheFlagDropIt) {
-  ContourProbe contour(triangle, true, 0);
+  ContourProbe contour(rightTriangle, true, 0);
   EXPECT_EQ(contour.length(), 12.0);
   contour.replaceBehindItsBack({{0, 0}, {8, 0}, {0, 6}});
   contour.label(5);
   EXPECT_EQ(contour.length(), 12.0);
   contour.isClosed(true);
   EXPECT_EQ(contour.length(), 24.0);
-  contour.points(triangle);
+  contour.points(rightTriangle);
   EXPECT_EQ(contour.length(), 12.0);
 }
 
@@ -281,80 +273,80 @@ class Logging : public qcContour {
 };
 
 TEST(ContourHooksTest, PointsForgetsThenSetsThenAsksForData) {
-  Logging contour(triangle, true);
+  Logging contour(rightTriangle, true);
   contour.points(quadrangle);
   EXPECT_THAT(contour.log(), ElementsAre("clean 3 closed", "data 4 closed"));
 }
 
 TEST(ContourHooksTest, SetPointsForgetsThenSetsAndLeavesTheDataAlone) {
-  Logging contour(triangle, true);
+  Logging contour(rightTriangle, true);
   contour.setPoints(quadrangle);
   EXPECT_THAT(contour.log(), ElementsAre("clean 3 closed"));
 }
 
 TEST(ContourHooksTest, IsClosedSetsThenForgets) {
-  Logging contour(triangle, true);
+  Logging contour(rightTriangle, true);
   contour.isClosed(false);
   EXPECT_THAT(contour.log(), ElementsAre("clean 3 open"));
 }
 
 TEST(ContourHooksTest, LabelAndCapacityCallNone) {
-  Logging contour(triangle, true);
+  Logging contour(rightTriangle, true);
   contour.label(5);
   contour.cachedVectorSize(5);
   EXPECT_THAT(contour.log(), IsEmpty());
 }
 
 TEST(ContourHooksTest, AssignmentForgetsFirst) {
-  Logging contour(triangle, false);
+  Logging contour(rightTriangle, false);
   contour = Logging(quadrangle, true);
   EXPECT_THAT(contour.log(), ElementsAre("clean 3 open"));
 }
 
 TEST(ContourHooksTest, AssignmentThroughTheBaseForgetsToo) {
-  Logging contour(triangle, false);
+  Logging contour(rightTriangle, false);
   qcContour& base = contour;
   base = qcContour(quadrangle, true, 0);
   EXPECT_THAT(contour.log(), ElementsAre("clean 3 open"));
 }
 
 TEST(ContourHooksTest, MappingIntoAContourForgetsItsAnswers) {
-  Logging image(triangle, false);
+  Logging image(rightTriangle, false);
   qcContour(quadrangle, true, 0).map(qcXform<2>::I, image);
   EXPECT_THAT(image.log(), ElementsAre("clean 3 open"));
 }
 
 TEST(ContourHooksTest, AssignmentToItselfCallsNone) {
-  Logging contour(triangle, false);
+  Logging contour(rightTriangle, false);
   const Logging& same = contour;
   contour = same;
   EXPECT_THAT(contour.log(), IsEmpty());
 }
 
 TEST(ContourCopyTest, HasEverythingOfItsSource) {
-  qcContour contour(triangle, false, 7);
+  qcContour contour(rightTriangle, false, 7);
   contour.cachedVectorSize(0);
   const qcContour copy(contour);
-  EXPECT_EQ(copy.points(), triangle);
+  EXPECT_EQ(copy.points(), rightTriangle);
   EXPECT_FALSE(copy.isClosed());
   EXPECT_EQ(copy.label(), 7U);
   EXPECT_EQ(copy.cachedVectorSize(), 0);
 }
 
 TEST(ContourCopyTest, ByAssignmentHasEverythingOfItsSource) {
-  qcContour contour(triangle, false, 7);
+  qcContour contour(rightTriangle, false, 7);
   contour.cachedVectorSize(0);
   qcContour target(quadrangle, true, 9);
   qcContour& result = (target = contour);
   EXPECT_EQ(&result, &target);
-  EXPECT_EQ(target.points(), triangle);
+  EXPECT_EQ(target.points(), rightTriangle);
   EXPECT_FALSE(target.isClosed());
   EXPECT_EQ(target.label(), 7U);
   EXPECT_EQ(target.cachedVectorSize(), 0);
 }
 
 TEST(ContourCopyTest, AnswersTheRectangleThatItsSourceHasAnswered) {
-  ContourProbe contour(triangle, true, 0);
+  ContourProbe contour(rightTriangle, true, 0);
   EXPECT_EQ(contour.encloseRect(qcXform<2>::I).width(), 4.0);
   ContourProbe copy(contour);
   copy.replaceBehindItsBack(quadrangle);
@@ -362,7 +354,7 @@ TEST(ContourCopyTest, AnswersTheRectangleThatItsSourceHasAnswered) {
 }
 
 TEST(ContourCopyTest, ThatForgetsLeavesTheAnswersOfItsSource) {
-  ContourProbe contour(triangle, true, 0);
+  ContourProbe contour(rightTriangle, true, 0);
   contour.encloseRect(qcXform<2>::I);
   contour.extremalVertexIndex(qcRadian(0));
   ContourProbe copy(contour);
@@ -378,7 +370,7 @@ TEST(ContourCopyTest, AssignedOverAnswersHasThoseOfItsSourceAlone) {
   ContourProbe target(quadrangle, true, 0);
   target.length();
   target.encloseRect(qcXform<2>::I);
-  ContourProbe contour(triangle, true, 0);
+  ContourProbe contour(rightTriangle, true, 0);
   contour.encloseRect(qcXform<2>::I);
   target = contour;
   target.replaceBehindItsBack({{0, 0}, {8, 0}, {0, 6}});
@@ -387,7 +379,7 @@ TEST(ContourCopyTest, AssignedOverAnswersHasThoseOfItsSourceAlone) {
 }
 
 TEST(ContourCopyTest, ThatSaysItIsClosedDoesNotTakeTheAnswersOfAnOpenCurve) {
-  const qcContour open(triangle, false, 0);
+  const qcContour open(rightTriangle, false, 0);
   EXPECT_EQ(open.length(), 9.0);
   AlwaysClosed copy({}, false, 0);
   static_cast<qcContour&>(copy) = open;
@@ -398,7 +390,7 @@ TEST(ContourCopyTest, ThatSaysItIsClosedDoesNotTakeTheAnswersOfAnOpenCurve) {
 }
 
 TEST(ContourCopyTest, AssignedToItselfKeepsItsContentAndAnswers) {
-  ContourProbe contour(triangle, true, 7);
+  ContourProbe contour(rightTriangle, true, 7);
   contour.length();
   contour.replaceBehindItsBack({{0, 0}, {8, 0}, {0, 6}});
   const ContourProbe& same = contour;
@@ -410,34 +402,34 @@ TEST(ContourCopyTest, AssignedToItselfKeepsItsContentAndAnswers) {
 
 /// The number of change notices that `change` makes a tracking contour send.
 template <class Change>
-unsigned long noticesOf(Change change) {
-  ContourProbe contour(triangle, true, 0);
+unsigned long noticesOfTriangle(Change change) {
+  ContourProbe contour(rightTriangle, true, 0);
   contour.isTracking(true);
   change(contour);
   return contour.changes();
 }
 
 TEST(ContourChangeNoticesTest, AreSentOnceForEveryChange) {
-  EXPECT_EQ(noticesOf([](ContourProbe& c) { c.points(quadrangle); }), 1U);
-  EXPECT_EQ(noticesOf([](ContourProbe& c) { c.setPoints(quadrangle); }), 1U);
-  EXPECT_EQ(noticesOf([](ContourProbe& c) { c.isClosed(false); }), 1U);
-  EXPECT_EQ(noticesOf([](ContourProbe& c) { c.label(5); }), 1U);
-  EXPECT_EQ(noticesOf([](ContourProbe& c) { c.cachedVectorSize(5); }), 1U);
-  EXPECT_EQ(noticesOf([](ContourProbe& c) { c = closedContour(quadrangle); }), 1U);
+  EXPECT_EQ(noticesOfTriangle([](ContourProbe& c) { c.points(quadrangle); }), 1U);
+  EXPECT_EQ(noticesOfTriangle([](ContourProbe& c) { c.setPoints(quadrangle); }), 1U);
+  EXPECT_EQ(noticesOfTriangle([](ContourProbe& c) { c.isClosed(false); }), 1U);
+  EXPECT_EQ(noticesOfTriangle([](ContourProbe& c) { c.label(5); }), 1U);
+  EXPECT_EQ(noticesOfTriangle([](ContourProbe& c) { c.cachedVectorSize(5); }), 1U);
+  EXPECT_EQ(noticesOfTriangle([](ContourProbe& c) { c = closedContour(quadrangle); }), 1U);
 }
 
 TEST(ContourChangeNoticesTest, AreSentForWhatWasThereBefore) {
-  EXPECT_EQ(noticesOf([](ContourProbe& c) { c.points(triangle); }), 1U);
-  EXPECT_EQ(noticesOf([](ContourProbe& c) { c.isClosed(true); }), 1U);
-  EXPECT_EQ(noticesOf([](ContourProbe& c) { c.label(0); }), 1U);
-  EXPECT_EQ(noticesOf([](ContourProbe& c) { c.cachedVectorSize(3); }), 1U);
+  EXPECT_EQ(noticesOfTriangle([](ContourProbe& c) { c.points(rightTriangle); }), 1U);
+  EXPECT_EQ(noticesOfTriangle([](ContourProbe& c) { c.isClosed(true); }), 1U);
+  EXPECT_EQ(noticesOfTriangle([](ContourProbe& c) { c.label(0); }), 1U);
+  EXPECT_EQ(noticesOfTriangle([](ContourProbe& c) { c.cachedVectorSize(3); }), 1U);
 }
 
 TEST(ContourChangeNoticesTest, AreNotSentForWhatIsRefusedOrDoesNothing) {
-  EXPECT_EQ(
-      noticesOf([](ContourProbe& c) { expectBadParams(L"", [&] { c.cachedVectorSize(-1); }); }),
-      0U);
-  EXPECT_EQ(noticesOf([](ContourProbe& c) {
+  EXPECT_EQ(noticesOfTriangle(
+                [](ContourProbe& c) { expectBadParams(L"", [&] { c.cachedVectorSize(-1); }); }),
+            0U);
+  EXPECT_EQ(noticesOfTriangle([](ContourProbe& c) {
               const ContourProbe& same = c;
               c = same;
             }),
@@ -445,14 +437,14 @@ TEST(ContourChangeNoticesTest, AreNotSentForWhatIsRefusedOrDoesNothing) {
 }
 
 TEST(ContourChangeNoticesTest, AreNotSentForQuestionsOrCopies) {
-  EXPECT_EQ(noticesOf([](ContourProbe& c) {
+  EXPECT_EQ(noticesOfTriangle([](ContourProbe& c) {
               c.length();
               c.encloseRect(qcXform<2>::I);
               c.isSelfIntersecting();
               c.lineSegs();
             }),
             0U);
-  EXPECT_EQ(noticesOf([](const ContourProbe& c) {
+  EXPECT_EQ(noticesOfTriangle([](const ContourProbe& c) {
               const ContourProbe copy(c);
               ContourProbe target = closedContour(quadrangle);
               target = c;
@@ -461,7 +453,7 @@ TEST(ContourChangeNoticesTest, AreNotSentForQuestionsOrCopies) {
 }
 
 TEST(ContourChangeNoticesTest, AddUp) {
-  EXPECT_EQ(noticesOf([](ContourProbe& c) {
+  EXPECT_EQ(noticesOfTriangle([](ContourProbe& c) {
               c.points(quadrangle);
               c.label(1);
               c.isClosed(false);
@@ -470,7 +462,7 @@ TEST(ContourChangeNoticesTest, AddUp) {
 }
 
 TEST(ContourChangeNoticesTest, AreCountedWhileTrackingIsOn) {
-  qcContour contour(triangle, true, 0);
+  qcContour contour(rightTriangle, true, 0);
   EXPECT_FALSE(contour.isTracking());
   contour.label(1);
   EXPECT_EQ(contour.changes(), 0U);
@@ -482,7 +474,7 @@ TEST(ContourChangeNoticesTest, AreCountedWhileTrackingIsOn) {
 }
 
 TEST(ContourChangeNoticesTest, AndTrackingStayWithTheObject) {
-  qcContour contour(triangle, true, 0);
+  qcContour contour(rightTriangle, true, 0);
   contour.isTracking(true);
   contour.label(1);
   const qcContour copy(contour);

@@ -184,23 +184,23 @@ class Carrier : public virtual qcPersistent {
 };
 
 /// The versions of the class, of qcContourDefs::Errors, of qcException and of qcPersistent.
-constexpr const char* record = "00 00 00 00";
+constexpr const char* versionsHex = "00 00 00 00";
 
 template <class X>
 std::string bytesByPointer() {
   return fromHex(std::string("01000000 ") + Facts<X>::nameLength + " '" + Facts<X>::name + "' " +
-                 record);
+                 versionsHex);
 }
 
 TYPED_TEST(ContourDefsErrorTest, IsStoredAsFourVersionBytesWithoutItsMessage) {
   TypeParam error(L"a reason");
-  EXPECT_EQ(storedHex([&](qcArchive& archive) { archive || error; }), record);
+  EXPECT_EQ(storedHex([&](qcArchive& archive) { archive || error; }), versionsHex);
   EXPECT_EQ(error.message(), L"a reason");
 }
 
 TYPED_TEST(ContourDefsErrorTest, StoredTwiceIsWrittenOnce) {
   TypeParam error;
-  EXPECT_EQ(storedHex([&](qcArchive& archive) { archive || error || error; }), record);
+  EXPECT_EQ(storedHex([&](qcArchive& archive) { archive || error || error; }), versionsHex);
 }
 
 TYPED_TEST(ContourDefsErrorTest, IsAnnouncedByItsNameWhenStoredByPointer) {
@@ -213,7 +213,7 @@ TYPED_TEST(ContourDefsErrorTest, IsAnnouncedByItsNameWhenStoredByPointer) {
 TYPED_TEST(ContourDefsErrorTest, ReadBackByValueHasItsNumberAndNoMessage) {
   TypeParam error(L"an older reason");
   EXPECT_EQ(error.what(), std::string(Facts<TypeParam>::name) + ": an older reason");
-  loadHex(record, [&](qcArchive& archive) { archive || error; });
+  loadHex(versionsHex, [&](qcArchive& archive) { archive || error; });
   EXPECT_EQ(error.errorNumber(), Facts<TypeParam>::number);
   EXPECT_EQ(error.message(), L"");
   EXPECT_STREQ(error.what(), Facts<TypeParam>::name);
@@ -257,7 +257,7 @@ TYPED_TEST(ContourDefsErrorTest, DeletesItselfWhenItIsRaisedAgain) {
 
 /// "class line": the check that refused the bytes.
 template <class X>
-std::string refusal(const std::string& bytes) {
+std::string errorRefusal(const std::string& bytes) {
   X error;
   try {
     loadBytes(bytes, [&](qcArchive& archive) { archive || error; });
@@ -270,14 +270,15 @@ std::string refusal(const std::string& bytes) {
 TYPED_TEST(ContourDefsErrorTest, RefusesEveryOtherVersionNamingItsClassAndLine0) {
   for (int version = 1; version < 256; ++version) {
     const std::string bytes = static_cast<char>(version) + std::string(3, '\0');
-    EXPECT_EQ(refusal<TypeParam>(bytes), std::string(Facts<TypeParam>::name) + " 0") << version;
+    EXPECT_EQ(errorRefusal<TypeParam>(bytes), std::string(Facts<TypeParam>::name) + " 0")
+        << version;
   }
 }
 
 TYPED_TEST(ContourDefsErrorTest, RefusesOtherVersionsOfItsBasesNamingThem) {
-  EXPECT_EQ(refusal<TypeParam>(fromHex("00 01 00 00")), "qcContourDefs::Errors 0");
-  EXPECT_EQ(refusal<TypeParam>(fromHex("00 00 01 00")), "qcException 0");
-  EXPECT_EQ(refusal<TypeParam>(fromHex("00 00 00 01")), "qcPersistent 0");
+  EXPECT_EQ(errorRefusal<TypeParam>(fromHex("00 01 00 00")), "qcContourDefs::Errors 0");
+  EXPECT_EQ(errorRefusal<TypeParam>(fromHex("00 00 01 00")), "qcException 0");
+  EXPECT_EQ(errorRefusal<TypeParam>(fromHex("00 00 00 01")), "qcPersistent 0");
 }
 
 TYPED_TEST(ContourDefsErrorTest, CutShortIsTruncated) {

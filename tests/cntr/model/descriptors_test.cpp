@@ -49,7 +49,8 @@ double largestOf(const Points& points) {
 
 /// The sum of the distances between corners when those of the definition begin with the one at
 /// `first`.
-double apart(const qcOrientedRect& rect, const plain::OrientedRect& exact, std::size_t first) {
+double distanceApart(const qcOrientedRect& rect, const plain::OrientedRect& exact,
+                     std::size_t first) {
   double sum = 0.0;
   for (std::size_t i = 0; i < 4; ++i) {
     sum += rect.corners[i].distance(exact.corners[(first + i) % 4]);
@@ -121,7 +122,7 @@ TEST(MinimumAreaRect, IsTheOneOfTheDefinition) {
     // The definition begins with the corner on the hull edge.
     std::size_t first = 0;
     for (std::size_t i = 1; i < 4; ++i) {
-      if (apart(rect, exact, i) < apart(rect, exact, first)) first = i;
+      if (distanceApart(rect, exact, i) < distanceApart(rect, exact, first)) first = i;
     }
     for (std::size_t i = 0; i < 4; ++i) {
       expectRounded(rect.corners[i], exact.corners[(first + i) % 4], largest);

@@ -13,18 +13,18 @@
 #include <testing/plain/deviation.h>
 #include <testing/shapes/numbers.h>
 #include <testing/shapes/shapes.h>
+#include <tests/cntr/figures.h>
+
+#include "labelled_contours.h"
 
 namespace {
 
+using figures::square;
+using labelled::closed;
+using labelled::Contours;
+using labelled::open;
 using shapes::Point;
 using shapes::Points;
-using Contours = std::vector<qcContour>;
-
-qcContour closed(const Points& points) { return {points, true, 0}; }
-qcContour open(const Points& points) { return {points, false, 0}; }
-
-const Points square = {{0, 0}, {4, 0}, {4, 4}, {0, 4}};
-const Points hole = {{1, 1}, {1, 3}, {3, 3}, {3, 1}};
 
 std::vector<plain::Contour> plainly(const Contours& contours) {
   std::vector<plain::Contour> result;
@@ -45,12 +45,12 @@ std::wstring refusal(const std::function<void()>& ask) {
 
 TEST(Deviation, IsPositiveOutsideAndNegativeInside) {
   const qcDeviation wide =
-      qf_Deviation({closed({{-1, -1}, {5, -1}, {5, 5}, {-1, 5}})}, {closed(square)}, 1.0);
+      qf_Deviation({closed({{-1, -1}, {5, -1}, {5, 5}, {-1, 5}})}, {closed(square(4))}, 1.0);
   EXPECT_EQ(wide.least, 1.0);
   EXPECT_EQ(wide.greatest, std::sqrt(2.0));
   EXPECT_TRUE(wide.isSigned);
   const qcDeviation narrow =
-      qf_Deviation({closed({{1, 1}, {3, 1}, {3, 3}, {1, 3}})}, {closed(square)}, infinity);
+      qf_Deviation({closed({{1, 1}, {3, 1}, {3, 3}, {1, 3}})}, {closed(square(4))}, infinity);
   EXPECT_EQ(narrow, (qcDeviation{-1.0, {1, 3}, -1.0, {1, 3}, -1.0, 1.0, true}));
 }
 
@@ -76,10 +76,11 @@ TEST(Deviation, CountsPointsBetweenVertices) {
 }
 
 TEST(Deviation, MeasuresHolesToo) {
-  const Contours nominal = {closed(square), closed(hole)};
+  const Points hole = {{1, 1}, {1, 3}, {3, 3}, {3, 1}};
+  const Contours nominal = {closed(square(4)), closed(hole)};
   EXPECT_EQ(qf_Deviation({closed({{2, 2}})}, nominal, 1.0).greatest, 1.0);
   EXPECT_EQ(qf_Deviation({closed({{0.5, 2}})}, nominal, 1.0).greatest, -0.5);
-  EXPECT_EQ(qf_Deviation({closed({{2, 2}})}, {closed(square)}, 1.0).greatest, -2.0);
+  EXPECT_EQ(qf_Deviation({closed({{2, 2}})}, {closed(square(4))}, 1.0).greatest, -2.0);
 }
 
 TEST(Deviation, OfPointsWeighsThemAlike) {
@@ -117,12 +118,13 @@ TEST(Deviation, IsThatOfTheDefinition) {
 }
 
 TEST(Hausdorff, TypedCases) {
-  EXPECT_EQ(qf_Hausdorff({closed(square)}, {closed(square)}, 1e-9), 0.0);
+  EXPECT_EQ(qf_Hausdorff({closed(square(4))}, {closed(square(4))}, 1e-9), 0.0);
   EXPECT_EQ(qf_Hausdorff({open({{1, 1}})}, {open({{4, 5}})}, 1e-9), 5.0);
-  EXPECT_EQ(qf_Hausdorff({closed(square)}, {closed({{0, 0}, {4, 0}, {4, 7}, {0, 7}})}, 1e-9), 3.0);
+  EXPECT_EQ(qf_Hausdorff({closed(square(4))}, {closed({{0, 0}, {4, 0}, {4, 7}, {0, 7}})}, 1e-9),
+            3.0);
   // The middle of the square's side is the farthest from the open curve around it.
   const double found =
-      qf_Hausdorff({closed(square)}, {open({{4, 0}, {0, 0}, {0, 4}, {4, 4}})}, 1e-9);
+      qf_Hausdorff({closed(square(4))}, {open({{4, 0}, {0, 0}, {0, 4}, {4, 4}})}, 1e-9);
   EXPECT_LE(found, 2.0);
   EXPECT_GE(found, 2.0 - 1e-9);
 }
@@ -160,8 +162,8 @@ TEST(Hausdorff, IsCloserWithASmallerTolerance) {
 }
 
 TEST(Deviation, RefusesWhatHasNoAnswer) {
-  const Contours good = {closed(square)};
-  const Contours bad = {closed(square), closed({{0, 0}, {infinity, 0}})};
+  const Contours good = {closed(square(4))};
+  const Contours bad = {closed(square(4)), closed({{0, 0}, {infinity, 0}})};
   const Contours none = {closed({}), open({})};
   for (const double spacing : {0.0, -1.0, std::nan("")}) {
     EXPECT_EQ(refusal([&] { qf_Deviation(good, good, spacing); }), L"spacing is not positive");

@@ -34,7 +34,7 @@ qc_InertiaData solidEllipse(const Point& center, double a, double b, double angl
   return qc_InertiaData(pi * a * b, center, matrix);
 }
 
-qc_InertiaData record(double xx, double xy, double yy) {
+qc_InertiaData recordOfMoments(double xx, double xy, double yy) {
   return qc_InertiaData(1.0, {}, qcMatrix<2>(xx, xy, xy, yy));
 }
 
@@ -106,11 +106,14 @@ TEST(EllipseFromInertiaDataTest, PutsTheLargerRadiusFirst) {
 }
 
 TEST(EllipseFromInertiaDataTest, RotatesByAtMostAQuarterTurn) {
-  EXPECT_DOUBLE_EQ(qf_EllipseFromInertiaData(record(1, 0, 2)).geom().rotation.toDouble(), pi / 2);
-  EXPECT_DOUBLE_EQ(qf_EllipseFromInertiaData(record(1, -0.0, 2)).geom().rotation.toDouble(),
-                   -pi / 2);
-  EXPECT_DOUBLE_EQ(qf_EllipseFromInertiaData(record(2, 1, 2)).geom().rotation.toDouble(), pi / 4);
-  EXPECT_DOUBLE_EQ(qf_EllipseFromInertiaData(record(2, -1, 2)).geom().rotation.toDouble(), -pi / 4);
+  EXPECT_DOUBLE_EQ(qf_EllipseFromInertiaData(recordOfMoments(1, 0, 2)).geom().rotation.toDouble(),
+                   pi / 2);
+  EXPECT_DOUBLE_EQ(
+      qf_EllipseFromInertiaData(recordOfMoments(1, -0.0, 2)).geom().rotation.toDouble(), -pi / 2);
+  EXPECT_DOUBLE_EQ(qf_EllipseFromInertiaData(recordOfMoments(2, 1, 2)).geom().rotation.toDouble(),
+                   pi / 4);
+  EXPECT_DOUBLE_EQ(qf_EllipseFromInertiaData(recordOfMoments(2, -1, 2)).geom().rotation.toDouble(),
+                   -pi / 4);
 }
 
 TEST(EllipseFromInertiaDataTest, FindsTheEllipseThatAFinePolygonApproximates) {
@@ -152,8 +155,8 @@ TEST(EllipseFromInertiaDataTest, DoesNotUseTheArea) {
 }
 
 TEST(EllipseFromInertiaDataTest, TakesMomentsOfEitherSign) {
-  const auto positive = qf_EllipseFromInertiaData(record(2, 0, 1)).geom();
-  const auto negative = qf_EllipseFromInertiaData(record(-1, 0, -2)).geom();
+  const auto positive = qf_EllipseFromInertiaData(recordOfMoments(2, 0, 1)).geom();
+  const auto negative = qf_EllipseFromInertiaData(recordOfMoments(-1, 0, -2)).geom();
   EXPECT_EQ(negative.radius1, positive.radius2);
   EXPECT_EQ(negative.radius2, positive.radius1);
   EXPECT_EQ(negative.rotation, qcRadian(0));
@@ -170,18 +173,19 @@ TEST(EllipseFromInertiaDataTest, ThrowsSingularWithoutABody) {
 
 TEST(EllipseFromInertiaDataTest, ThrowsSingularWhenAPrincipalMomentIsAtMost1em12) {
   const double above = std::nextafter(1e-12, 1.0);
-  EXPECT_THROW(qf_EllipseFromInertiaData(record(1e-12, 0, 1e-12)), qcMathError::Singular);
-  EXPECT_THROW(qf_EllipseFromInertiaData(record(1, 0, 1e-12)), qcMathError::Singular);
-  EXPECT_THROW(qf_EllipseFromInertiaData(record(above, 0, 1e-12)), qcMathError::Singular);
-  EXPECT_THROW(qf_EllipseFromInertiaData(record(1, 0, 0)), qcMathError::Singular);
-  EXPECT_NO_THROW(qf_EllipseFromInertiaData(record(above, 0, above)));
-  EXPECT_NO_THROW(qf_EllipseFromInertiaData(record(-1, 0, -above)));
+  EXPECT_THROW(qf_EllipseFromInertiaData(recordOfMoments(1e-12, 0, 1e-12)), qcMathError::Singular);
+  EXPECT_THROW(qf_EllipseFromInertiaData(recordOfMoments(1, 0, 1e-12)), qcMathError::Singular);
+  EXPECT_THROW(qf_EllipseFromInertiaData(recordOfMoments(above, 0, 1e-12)), qcMathError::Singular);
+  EXPECT_THROW(qf_EllipseFromInertiaData(recordOfMoments(1, 0, 0)), qcMathError::Singular);
+  EXPECT_NO_THROW(qf_EllipseFromInertiaData(recordOfMoments(above, 0, above)));
+  EXPECT_NO_THROW(qf_EllipseFromInertiaData(recordOfMoments(-1, 0, -above)));
 }
 
 TEST(EllipseFromInertiaDataTest, ThrowsSingularForNumbersThatAreNone) {
-  EXPECT_THROW(qf_EllipseFromInertiaData(record(notANumber, 0, 1)), qcMathError::Singular);
-  EXPECT_THROW(qf_EllipseFromInertiaData(record(1, notANumber, 1)), qcMathError::Singular);
-  EXPECT_THROW(qf_EllipseFromInertiaData(record(infinity, 0, infinity)), qcMathError::Singular);
+  EXPECT_THROW(qf_EllipseFromInertiaData(recordOfMoments(notANumber, 0, 1)), qcMathError::Singular);
+  EXPECT_THROW(qf_EllipseFromInertiaData(recordOfMoments(1, notANumber, 1)), qcMathError::Singular);
+  EXPECT_THROW(qf_EllipseFromInertiaData(recordOfMoments(infinity, 0, infinity)),
+               qcMathError::Singular);
 }
 
 TEST(EllipseFromInertiaDataTest, AgreesWithThePlainAnswerOnAnyRecord) {

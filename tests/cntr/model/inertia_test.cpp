@@ -17,26 +17,19 @@
 #include <testing/shapes/shapes.h>
 
 #include <testing/twin/same.h>
+#include <tests/cntr/figures.h>
 
 namespace {
 
+using figures::rectangle;
+using figures::reversed;
 using Point = qcVector<2>;
 using Points = std::vector<Point>;
-
-Points reversed(Points points) {
-  std::reverse(points.begin(), points.end());
-  return points;
-}
 
 std::vector<qcEdgelet> edgeletsAt(const Points& points) {
   std::vector<qcEdgelet> edgelets;
   for (const Point& p : points) edgelets.emplace_back(p, 100, qcAngle8(17));
   return edgelets;
-}
-
-/// Counter-clockwise.
-Points rectangle(double x, double y, double width, double height) {
-  return {{x, y}, {x + width, y}, {x + width, y + height}, {x, y + height}};
 }
 
 const Points unitSquare = rectangle(0, 0, 1, 1);
@@ -133,14 +126,14 @@ bool same(const qc_InertiaData& a, const plain::Inertia& b) {
          same::same(m.det(), b.matrix.det);
 }
 
-plain::Inertia plainOf(const qc_InertiaData& data) {
+plain::Inertia plainInertia(const qc_InertiaData& data) {
   const qcMatrix<2>& m = data.inertiaMatrix();
   return {data.area(),
           data.centerOfMass(),
           {m.element(0, 0), m.element(0, 1), m.element(1, 0), m.element(1, 1), m.det()}};
 }
 
-bool same(const qc_InertiaData& a, const qc_InertiaData& b) { return same(a, plainOf(b)); }
+bool same(const qc_InertiaData& a, const qc_InertiaData& b) { return same(a, plainInertia(b)); }
 
 TEST(AreaTest, OfASquareOfSide2Is4InEitherOrientation) {
   EXPECT_EQ(qf_Area(rectangle(5, 7, 2, 2)), 4.0);
@@ -479,7 +472,8 @@ TEST(InertiaPropertyTest, SumsOfAnyTwoBodiesAreTheSameToTheBit) {
   for (int round = 0; round < 100000; ++round) {
     const qc_InertiaData first = anyBody(random);
     const qc_InertiaData second = anyBody(random);
-    ASSERT_TRUE(same(first + second, plain::combine(plainOf(first), plainOf(second)))) << round;
+    ASSERT_TRUE(same(first + second, plain::combine(plainInertia(first), plainInertia(second))))
+        << round;
   }
 }
 

@@ -157,10 +157,10 @@ class LiteralList {
 };
 
 TEST(KeyedResultsTest, OfAnyLengthAreThoseOfASortedList) {
-  using Numbers = cntr::model::KeyedResults<qcRadian, int, cntr::model::AngleKey>;
+  using NumbersByAngle = cntr::model::KeyedResults<qcRadian, int, cntr::model::AngleKey>;
   for (const long capacity : {0L, 3L, 62L, 63L, 64L, 65L, 700L}) {
     onFreshThread([&] {
-      Numbers results;
+      NumbersByAngle results;
       LiteralList expected;
       shapes::Random random(static_cast<std::uint64_t>(capacity));
       for (int i = 0; i < 4000; ++i) {
@@ -198,15 +198,15 @@ TEST(KeyedResultsTest, OfGreatLengthCanBeCopied) {
 
 TEST(KeyedResultsTest, StayInOrderWhenMemoryRunsOut) {
   if (!heap::counts) GTEST_SKIP() << "the heap of the libraries cannot be replaced here";
-  using Numbers = cntr::model::KeyedResults<qcRadian, int, cntr::model::AngleKey>;
+  using NumbersByAngle = cntr::model::KeyedResults<qcRadian, int, cntr::model::AngleKey>;
   const auto full = [] {
-    Numbers results;
+    NumbersByAngle results;
     for (int key = 0; key < 64; ++key) results.remember(qcRadian(2 * key), key, 1000);
     return results;
   };
   const std::size_t allocations = heap::failEachAllocation(
-      full, [](Numbers& results) { results.remember(qcRadian(21), -1, 1000); },
-      [](const Numbers& results) {
+      full, [](NumbersByAngle& results) { results.remember(qcRadian(21), -1, 1000); },
+      [](const NumbersByAngle& results) {
         for (int key = 0; key < 64; ++key) ASSERT_EQ(*results.find(qcRadian(2 * key)), key);
         const bool wasRemembered = results.find(qcRadian(21)) != nullptr;
         EXPECT_EQ(results.size(), wasRemembered ? 65U : 64U);

@@ -19,12 +19,13 @@ using testing::IsEmpty;
 /// A region whose numbers are easy to read in bytes: (0, 0), (2, 0), (0, 2).
 Points triangle() { return {{0, 0}, {2, 0}, {0, 2}}; }
 
-const std::string two = " 00000000 00000040";
-const std::string zero = " 00000000 00000000";
+const std::string twoHex = " 00000000 00000040";
+const std::string zeroHex = " 00000000 00000000";
 
 /// The record of a closed contour of the triangle with a label and a capacity of 3.
 std::string contourRecord(const std::string& label) {
-  return "01 00 " + label + " 01 00 03000000" + zero + zero + two + zero + zero + two + " 03000000";
+  return "01 00 " + label + " 01 00 03000000" + zeroHex + zeroHex + twoHex + zeroHex + zeroHex +
+         twoHex + " 03000000";
 }
 
 std::string regionRecord(const std::string& label, const std::string& holes) {
@@ -36,7 +37,8 @@ std::string newRegion(const std::string& id) { return id + " 08000000 'qcRegion'
 /// A region of version 0: the old base, three vertices, a byte that is dropped, a capacity of 7 and
 /// the closed flag.
 std::string oldRegion(const std::string& base = "00 00") {
-  return "00 " + base + " 00 03000000" + zero + zero + two + zero + zero + two + " aa 07000000 01";
+  return "00 " + base + " 00 03000000" + zeroHex + zeroHex + twoHex + zeroHex + zeroHex + twoHex +
+         " aa 07000000 01";
 }
 
 const std::string noHoles = "00000000";
@@ -406,7 +408,7 @@ TEST(RegionArchiveTest, CountsAreNotTrusted) {
   EXPECT_THROW(load(regionRecord("00000000", "ffffffff"), region), qcArchive::Truncated);
   EXPECT_THROW(load(regionRecord("00000000", "ffffffff 00000000 00000000"), region),
                qcArchive::Truncated);
-  EXPECT_THROW(load("01 01 00 00000000 01 00 ffffffff" + zero, region), qcArchive::Truncated);
+  EXPECT_THROW(load("01 01 00 00000000 01 00 ffffffff" + zeroHex, region), qcArchive::Truncated);
 }
 
 TEST(RegionSetArchiveTest, ASetIsAListOfRegionsAndACapacity) {

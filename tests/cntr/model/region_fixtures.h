@@ -11,23 +11,20 @@
 #include <cntr/regionst.h>
 #include <gtest/gtest.h>
 #include <testing/twin/same.h>
+#include <tests/cntr/figures.h>
 #include <tests/platform/archive_bytes.h>
 
 #include "refusals.h"
 
 namespace fixtures {
 
+using figures::rectangle;
+using figures::square;
 using Points = std::vector<qcVector<2>>;
 using Handle = qcPtrHandle_const<qcRegion>;
 using Handles = std::vector<Handle>;
 
 inline constexpr qcContourDefs::IntersectionMode keep = qcContourDefs::eNoIntersectionRepair;
-
-/// Counter-clockwise from the corner of the smaller coordinates.
-inline Points rectangle(double x, double y, double width, double height) {
-  return {{x, y}, {x + width, y}, {x + width, y + height}, {x, y + height}};
-}
-inline Points square(double x, double y, double size) { return rectangle(x, y, size, size); }
 
 /// Two triangles that meet at (1, 1): the second edge is the first that crosses nothing.
 inline Points bowTie() { return {{0, 0}, {2, 2}, {2, 0}, {0, 2}}; }
@@ -49,6 +46,8 @@ inline qcRegion regionWith(const Points& points, const Handles& holes) {
   region.holes(holes);
   return region;
 }
+
+inline qcRegionSet setOf(const Handles& regions) { return qcRegionSet(regions, keep); }
 
 /// The square from 0 to 10 with the hole from 2 to 4.
 inline qcRegion squareWithHole() { return regionWith(square(0, 0, 10), {handle(square(2, 2, 2))}); }

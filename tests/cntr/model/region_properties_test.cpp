@@ -15,11 +15,12 @@
 
 #include <testing/twin/region_twin.h>
 
+#include "region_fixtures.h"
+
 namespace {
 
 using namespace twin;
-
-constexpr auto keep = qcContourDefs::eNoIntersectionRepair;
+using fixtures::keep;
 
 void expectSameMoments(const plain::Region& region) {
   const auto made = make(region);

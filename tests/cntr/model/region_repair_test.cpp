@@ -25,7 +25,7 @@ Points regularized(const Points& boundary) {
   return result.points();
 }
 
-Points hullOf(const Points& boundary) {
+Points outerHullOf(const Points& boundary) {
   qcRegion result;
   qcRegion(boundary, keep).outerHull(result);
   EXPECT_FALSE(result.isSelfIntersecting());
@@ -88,7 +88,7 @@ TEST(RegionRepairTest, FewVerticesAreCopied) {
     Points points = bowTie();
     points.resize(n);
     EXPECT_EQ(regularized(points), points);
-    EXPECT_EQ(hullOf(points), points);
+    EXPECT_EQ(outerHullOf(points), points);
     EXPECT_EQ(qcRegion(points, qcContourDefs::eRegularize).points(), points);
     EXPECT_EQ(qcRegion(points, qcContourDefs::eOuterHull).points(), points);
   }
@@ -99,7 +99,7 @@ TEST(RegionRepairTest, ABowTieIsWalkedRoundBothWings) {
 }
 
 TEST(RegionRepairTest, TheOuterHullOfABowTieJoinsItsWings) {
-  EXPECT_EQ(hullOf(bowTie()), (Points{{1, 1}, {0, 0}, {0, 2}, {1, 1}, {2, 2}, {2, 0}}));
+  EXPECT_EQ(outerHullOf(bowTie()), (Points{{1, 1}, {0, 0}, {0, 2}, {1, 1}, {2, 2}, {2, 0}}));
 }
 
 TEST(RegionRepairTest, AFigureEightKeepsBothItsLoops) {
@@ -108,7 +108,7 @@ TEST(RegionRepairTest, AFigureEightKeepsBothItsLoops) {
       regularized(eight),
       (Points{{6, 4}, {6, 0}, {4, 0}, {2, 2}, {0, 0}, {-2, 0}, {-2, 4}, {0, 4}, {2, 2}, {4, 4}}));
   EXPECT_EQ(
-      hullOf(eight),
+      outerHullOf(eight),
       (Points{{2, 2}, {0, 0}, {-2, 0}, {-2, 4}, {0, 4}, {2, 2}, {4, 4}, {6, 4}, {6, 0}, {4, 0}}));
   EXPECT_EQ(qcRegion(eight, qcContourDefs::eOuterHull).area(false), 24.0);
 }
@@ -116,12 +116,12 @@ TEST(RegionRepairTest, AFigureEightKeepsBothItsLoops) {
 TEST(RegionRepairTest, AChainOfLobesIsJoinedIntoOne) {
   const Points chain = {{0, 0}, {3, 3}, {6, 0}, {6, 3}, {3, 0}, {0, 3}};
   EXPECT_EQ(qcRegion(chain, qcContourDefs::eOuterHull).area(false), 9.0);
-  EXPECT_EQ(hullOf(chain).size(), 10U);
+  EXPECT_EQ(outerHullOf(chain).size(), 10U);
 }
 
 TEST(RegionRepairTest, APentagramCannotBeStarted) {
   EXPECT_EQ(badParamsOf([] { regularized(pentagram()); }), L"invalid contour");
-  EXPECT_EQ(badParamsOf([] { hullOf(pentagram()); }), L"invalid contour");
+  EXPECT_EQ(badParamsOf([] { outerHullOf(pentagram()); }), L"invalid contour");
 }
 
 TEST(RegionRepairTest, APentagramWithABluntTipIsLeftAtItsFirstCrossing) {
@@ -129,7 +129,7 @@ TEST(RegionRepairTest, APentagramWithABluntTipIsLeftAtItsFirstCrossing) {
   const Points blunt = {{-2, 9}, {2, 9}, {6, -7}, {-8, 3}, {8, 3}, {-6, -7}};
   const Points tip = {{2, 9}, {3.5, 3}, {-3.5, 3}, {-2, 9}};
   EXPECT_EQ(regularized(blunt), tip);
-  EXPECT_EQ(hullOf(blunt), tip);
+  EXPECT_EQ(outerHullOf(blunt), tip);
 }
 
 TEST(RegionRepairTest, TheClosingEdgeIsNotTriedAsAStart) {
@@ -147,18 +147,19 @@ TEST(RegionRepairTest, ALoopInsideIsDroppedFromTheOuterHull) {
   EXPECT_EQ(
       regularized(loopInside()),
       (Points{{10, 0}, {10, 10}, {4, 10}, {4, 6}, {6, 6}, {6, 4}, {4, 4}, {4, 6}, {0, 6}, {0, 0}}));
-  EXPECT_EQ(hullOf(loopInside()), (Points{{4, 6}, {0, 6}, {0, 0}, {10, 0}, {10, 10}, {4, 10}}));
+  EXPECT_EQ(outerHullOf(loopInside()),
+            (Points{{4, 6}, {0, 6}, {0, 0}, {10, 0}, {10, 10}, {4, 10}}));
 }
 
 TEST(RegionRepairTest, LoopsInLoopsAreDroppedToo) {
   const Points loops = {{0, 0}, {12, 0}, {12, 12}, {6, 12}, {6, 4},  {10, 4}, {10, 8}, {7, 8},
                         {7, 6}, {9, 6},  {9, 7},   {2, 7},  {2, 10}, {8, 10}, {8, 11}, {0, 11}};
-  EXPECT_EQ(hullOf(loops), (Points{{6, 11}, {0, 11}, {0, 0}, {12, 0}, {12, 12}, {6, 12}}));
+  EXPECT_EQ(outerHullOf(loops), (Points{{6, 11}, {0, 11}, {0, 0}, {12, 0}, {12, 12}, {6, 12}}));
   EXPECT_EQ(qcRegion(loops, qcContourDefs::eRegularize).area(false), 111.0);
 }
 
 TEST(RegionRepairTest, TheOuterHullOfASpiralOverItselfIsItsOutside) {
-  EXPECT_EQ(hullOf(spiralOverItself()),
+  EXPECT_EQ(outerHullOf(spiralOverItself()),
             (Points{{6, 8}, {6, 9}, {-1, 9}, {-1, 0}, {0, 0}, {8, 0}, {8, 8}}));
 }
 
@@ -212,7 +213,7 @@ TEST(RegionRepairTest, AVertexThatTouchesAnEdgeIsRepairedWithinAMillionth) {
   EXPECT_EQ(regularized(withTipAt(2e-6)), withTipAt(2e-6));
   EXPECT_EQ(regularized(withTipAt(0)),
             (Points{{10, 10}, {5, 0}, {0, 10}, {0, 0}, {5, 0}, {10, 10}, {10, 0}}));
-  EXPECT_EQ(hullOf(withTipAt(-5e-7)),
+  EXPECT_EQ(outerHullOf(withTipAt(-5e-7)),
             (Points{{10, 10}, {5, -5e-7}, {0, 10}, {0, 0}, {5, -5e-7}, {10, 10}, {10, 0}}));
 }
 
@@ -233,7 +234,7 @@ TEST(RegionRepairTest, AFigureThatBoundsNothingIsReducedToAnEdge) {
 
 TEST(RegionRepairTest, AWalkThatNeverComesBackIsGivenUp) {
   EXPECT_EQ(badParamsOf([] { regularized(walkWithoutReturn()); }), L"invalid contour");
-  EXPECT_EQ(badParamsOf([] { hullOf(walkWithoutReturn()); }), L"invalid contour");
+  EXPECT_EQ(badParamsOf([] { outerHullOf(walkWithoutReturn()); }), L"invalid contour");
 }
 
 TEST(RegionRepairTest, AnInvalidContourHasNoStartOrNoReturn) {
@@ -275,7 +276,7 @@ TEST(RegionRepairTest, RepairWorksInPlace) {
 
   region = qcRegion(loopInside(), keep);
   region.outerHull(region);
-  EXPECT_EQ(region.points(), hullOf(loopInside()));
+  EXPECT_EQ(region.points(), outerHullOf(loopInside()));
 }
 
 TEST(RegionRepairTest, RepairingASimpleRegionInPlaceKeepsIt) {
@@ -302,12 +303,12 @@ TEST(RegionRepairTest, ResultsAreRemembered) {
   region.regularize(result);
   EXPECT_EQ(result.points(), regularized(bowTie()));
   region.outerHull(result);
-  EXPECT_EQ(result.points(), hullOf(bowTie()));
+  EXPECT_EQ(result.points(), outerHullOf(bowTie()));
   region.points(loopInside());
   region.regularize(result);
   EXPECT_EQ(result.points(), regularized(loopInside()));
   region.outerHull(result);
-  EXPECT_EQ(result.points(), hullOf(loopInside()));
+  EXPECT_EQ(result.points(), outerHullOf(loopInside()));
 }
 
 TEST(RegionRepairTest, TheTwoResultsAreRememberedApart) {
@@ -316,7 +317,7 @@ TEST(RegionRepairTest, TheTwoResultsAreRememberedApart) {
   region.regularize(result);
   region.replaceBehindItsBack(loopInside());
   region.outerHull(result);
-  EXPECT_EQ(result.points(), hullOf(loopInside()));
+  EXPECT_EQ(result.points(), outerHullOf(loopInside()));
 }
 
 TEST(RegionRepairTest, CopiesShareRememberedResults) {
@@ -332,7 +333,7 @@ TEST(RegionRepairTest, CopiesShareRememberedResults) {
     shared->regularize(result);
     EXPECT_EQ(result.points(), regularized(bowTie()));
     shared->outerHull(result);
-    EXPECT_EQ(result.points(), hullOf(bowTie()));
+    EXPECT_EQ(result.points(), outerHullOf(bowTie()));
   }
 }
 
@@ -384,7 +385,7 @@ TEST(RegionRepairTest, AFailureIsNotRemembered) {
   region.regularize(result);
   EXPECT_EQ(result.points(), regularized(bowTie()));
   region.outerHull(result);
-  EXPECT_EQ(result.points(), hullOf(bowTie()));
+  EXPECT_EQ(result.points(), outerHullOf(bowTie()));
 }
 
 TEST(RegionRepairTest, AConstructorThatCannotRepairThrows) {

@@ -19,7 +19,7 @@ using namespace fixtures;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-const qcXform<2> moved(qcMatrix<2>(), qcVector<2>(100, 0));
+const qcXform<2> movedRight(qcMatrix<2>(), qcVector<2>(100, 0));
 const qcXform<2> mirrored(qcMatrix<2>(-1, 0, 0, 1), qcVector<2>());
 
 TEST(RegionTest, ADefaultRegionIsEmptyAndClosed) {
@@ -258,7 +258,7 @@ TEST(RegionCopyTest, ARegionMappedIntoAsAContourForgetsItsOwnAnswers) {
   qcRegion region(square(0, 0, 2), keep);
   EXPECT_EQ(region.centerOfMass(false), qcVector<2>(1, 1));
   const qcContour contour(square(0, 0, 4), true, 0);
-  contour.map(moved, region);
+  contour.map(movedRight, region);
   EXPECT_EQ(region.centerOfMass(false).x(), 102);
 }
 
@@ -309,27 +309,27 @@ TEST(RegionCopyTest, AnswersOfARegionAreNotTakenForThoseOfItsOpenContour) {
 }
 
 /// Counts those alive.
-class Counted : public qcRegion {
+class CountedRegion : public qcRegion {
  public:
-  explicit Counted(const Points& points) : qcContour(points, true, 0) { ++alive; }
-  Counted(const Counted&) = delete;
-  Counted& operator=(const Counted&) = delete;
-  ~Counted() override { --alive; }
+  explicit CountedRegion(const Points& points) : qcContour(points, true, 0) { ++alive; }
+  CountedRegion(const CountedRegion&) = delete;
+  CountedRegion& operator=(const CountedRegion&) = delete;
+  ~CountedRegion() override { --alive; }
   static int alive;
 };
-int Counted::alive = 0;
+int CountedRegion::alive = 0;
 
 TEST(RegionCopyTest, HolesLiveAsLongAsARegionHoldsThem) {
   {
     qcRegion copy;
     {
       qcRegion region(square(0, 0, 10), keep);
-      region.holes(Handles{Handle(new Counted(square(1, 1, 1)))});
+      region.holes(Handles{Handle(new CountedRegion(square(1, 1, 1)))});
       copy = region;
     }
-    EXPECT_EQ(Counted::alive, 1);
+    EXPECT_EQ(CountedRegion::alive, 1);
   }
-  EXPECT_EQ(Counted::alive, 0);
+  EXPECT_EQ(CountedRegion::alive, 0);
 }
 
 TEST(RegionEqualityTest, HolesAreNotCompared) {
@@ -529,7 +529,7 @@ TEST(RegionMapTest, TheBoundaryIsMappedVertexByVertex) {
   region.label(12);
   region.cachedVectorSize(8);
   qcRegion dest;
-  region.map(moved, dest);
+  region.map(movedRight, dest);
   EXPECT_EQ(dest.points(), square(100, 0, 2));
   EXPECT_EQ(dest.label(), 12U);
   EXPECT_EQ(dest.cachedVectorSize(), 3);
@@ -539,7 +539,7 @@ TEST(RegionMapTest, TheBoundaryIsMappedVertexByVertex) {
 TEST(RegionMapTest, HolesAreDropped) {
   const qcRegion region = squareWithHole();
   qcRegion dest = squareWithHole();
-  region.map(moved, dest);
+  region.map(movedRight, dest);
   EXPECT_THAT(dest.holes(), IsEmpty());
   EXPECT_EQ(region.holes().size(), 1U);
 }
@@ -553,14 +553,14 @@ TEST(RegionMapTest, AMirroringTransformReversesTheOrientation) {
 TEST(RegionMapTest, TheImageForgetsWhatItsVariableHeld) {
   qcRegion dest(square(0, 0, 10), keep);
   EXPECT_EQ(dest.area(false), 100.0);
-  qcRegion(square(0, 0, 2), keep).map(moved, dest);
+  qcRegion(square(0, 0, 2), keep).map(movedRight, dest);
   EXPECT_EQ(dest.area(false), 4.0);
 }
 
 TEST(RegionMapTest, ARegionCanBeMappedInPlace) {
   qcRegion region = squareWithHole();
   region.label(4);
-  region.map(moved, region);
+  region.map(movedRight, region);
   EXPECT_EQ(region.points(), square(100, 0, 10));
   EXPECT_EQ(region.label(), 4U);
   EXPECT_THAT(region.holes(), IsEmpty());
@@ -568,7 +568,7 @@ TEST(RegionMapTest, ARegionCanBeMappedInPlace) {
 
 TEST(RegionMapTest, TheImageIsMarkedAsChanged) {
   qcRegion dest;
-  EXPECT_GE(noticesOf(dest, [&] { qcRegion(square(0, 0, 2), keep).map(moved, dest); }), 1U);
+  EXPECT_GE(noticesOf(dest, [&] { qcRegion(square(0, 0, 2), keep).map(movedRight, dest); }), 1U);
 }
 
 TEST(RegionMapTest, ASelfCrossingImageIsKept) {
@@ -579,14 +579,14 @@ TEST(RegionMapTest, ASelfCrossingImageIsKept) {
 
 TEST(RegionMapTest, ARegionWithoutVerticesMapsToOne) {
   qcRegion dest(square(0, 0, 2), keep);
-  qcRegion().map(moved, dest);
+  qcRegion().map(movedRight, dest);
   EXPECT_THAT(dest.points(), IsEmpty());
 }
 
 TEST(RegionMapTest, ARegionMapsIntoAContourToo) {
   const qcRegion region = squareWithHole();
   qcContour dest({}, false, 0);
-  region.map(moved, dest);
+  region.map(movedRight, dest);
   EXPECT_EQ(dest.points(), square(100, 0, 10));
   EXPECT_TRUE(dest.isClosed());
 }

@@ -26,8 +26,6 @@ std::wstring emptySetOf(Act act) {
   return L"no EmptyRegionSet was thrown";
 }
 
-qcRegionSet setOf(const Handles& regions) { return qcRegionSet(regions, keep); }
-
 qcXform<2> shift(double x) { return qcXform<2>(qcMatrix<2>(), qcVector<2>(x, 0)); }
 
 TEST(RegionSetMeasuresTest, AnEmptySetHasAreaZeroAndHoldsNoPoint) {

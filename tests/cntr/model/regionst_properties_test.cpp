@@ -12,11 +12,13 @@
 
 #include <testing/twin/region_twin.h>
 
+#include "plain_views.h"
 #include "remembered.h"
 
 namespace {
 
 using namespace twin;
+using fixtures::plainTransform;
 
 struct NamedSet {
   std::string name;
@@ -63,12 +65,6 @@ NamedSet anySet(shapes::Random& random, std::size_t maxVertices) {
   return set;
 }
 
-plain::Transform plainOf(const qcXform<2>& xform) {
-  const qcMatrix<2>& m = xform.matrix();
-  return {{m.element(0, 0), m.element(0, 1), m.element(1, 0), m.element(1, 1), m.det()},
-          xform.trans()};
-}
-
 void expectSameMeasures(const plain::Regions& regions) {
   const qcRegionSet made = make(regions);
   for (const bool holes : {true, false}) {
@@ -83,7 +79,7 @@ void expectSameMeasures(const plain::Regions& regions) {
   }
   const qcXform<2> xform(qcMatrix<2>(0.5, -2, 3, 1.5), qcVector<2>(7, -11));
   EXPECT_TRUE(agree([&] { return made.encloseRect(xform); },
-                    [&] { return plain::encloseRect(regions, plainOf(xform)); }));
+                    [&] { return plain::encloseRect(regions, plainTransform(xform)); }));
   EXPECT_TRUE(agree([&] { return made.encloseRect(qcXform<2>::I); },
                     [&] { return plain::encloseRect(regions, plain::identity()); }));
 }

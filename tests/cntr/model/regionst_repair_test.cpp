@@ -14,8 +14,6 @@ namespace {
 
 using namespace fixtures;
 
-qcRegionSet setOf(const Handles& regions) { return qcRegionSet(regions, keep); }
-
 Handles regularized(const Handles& regions) {
   qcRegionSet result = setOf({});
   setOf(regions).regularize(result);

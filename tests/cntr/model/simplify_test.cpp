@@ -7,7 +7,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <functional>
 #include <string>
 
 #include <gtest/gtest.h>
@@ -16,22 +15,17 @@
 #include <testing/shapes/numbers.h>
 #include <testing/shapes/shapes.h>
 
+#include "labelled_contours.h"
+#include "refusals.h"
+
 namespace {
 
+using fixtures::badParamsOf;
+using labelled::closed;
+using labelled::Contours;
+using labelled::open;
 using shapes::Point;
 using shapes::Points;
-
-qcContour closed(const Points& points) { return {points, true, 7}; }
-qcContour open(const Points& points) { return {points, false, 7}; }
-
-std::wstring refusal(const std::function<void()>& ask) {
-  try {
-    ask();
-  } catch (const qcContourDefs::BadParams& error) {
-    return error.message();
-  }
-  return L"nothing";
-}
 
 TEST(SimplifyContour, DropsWhatLiesOnEdges) {
   const Points square = {{0, 0}, {2, 0}, {4, 0}, {4, 4}, {2, 4}, {0, 4}, {0, 2}};
@@ -90,7 +84,8 @@ TEST(KeptVertices, OfOpenContoursMayBeTheirEnds) {
 
 TEST(KeptVertices, RefusesTolerancesThatMeanNothing) {
   for (const double bad : {-1.0, notANumber, infinity}) {
-    EXPECT_EQ(refusal([bad] { qf_KeptVertices({}, bad); }), L"tolerance is negative or not finite");
+    EXPECT_EQ(badParamsOf([bad] { qf_KeptVertices({}, bad); }),
+              L"tolerance is negative or not finite");
   }
 }
 
@@ -121,9 +116,9 @@ TEST(SimplifyContour, KeepsABumpThatHoldsAnotherRing) {
 
 TEST(SimplifyContour, RefusesTolerancesThatAreNone) {
   for (const double tolerance : {-1.0, notANumber, infinity}) {
-    EXPECT_EQ(refusal([&] { qf_Simplify(closed({}), tolerance); }),
+    EXPECT_EQ(badParamsOf([&] { qf_Simplify(closed({}), tolerance); }),
               L"tolerance is negative or not finite");
-    EXPECT_EQ(refusal([&] { qf_Simplify(std::vector<Points>{}, tolerance); }),
+    EXPECT_EQ(badParamsOf([&] { qf_Simplify(std::vector<Points>{}, tolerance); }),
               L"tolerance is negative or not finite");
   }
 }
@@ -144,7 +139,7 @@ TEST(ResampleContour, IsThatOfTheDefinition) {
       EXPECT_EQ(result.label(), 3U);
     } catch (const plain::Error& error) {
       ++refused;
-      EXPECT_EQ(refusal([&] { qf_Resample(contour, spacing); }),
+      EXPECT_EQ(badParamsOf([&] { qf_Resample(contour, spacing); }),
                 std::wstring(error.message.begin(), error.message.end()));
     }
   }
@@ -167,10 +162,11 @@ TEST(ResampleContour, LeavesContoursWithoutLength) {
 TEST(ResampleContour, RefusesSpacingsThatAreNone) {
   const qcContour line = open({{0, 0}, {4, 0}});
   for (const double spacing : {0.0, -1.0, notANumber}) {
-    EXPECT_EQ(refusal([&] { qf_Resample(line, spacing); }), L"spacing is not positive");
+    EXPECT_EQ(badParamsOf([&] { qf_Resample(line, spacing); }), L"spacing is not positive");
   }
-  EXPECT_EQ(refusal([&] { qf_Resample(line, 1e-300); }), L"spacing is too small for the contour");
-  EXPECT_EQ(refusal([&] {
+  EXPECT_EQ(badParamsOf([&] { qf_Resample(line, 1e-300); }),
+            L"spacing is too small for the contour");
+  EXPECT_EQ(badParamsOf([&] {
               qf_Resample(open({{0, 0}, {infinity, 0}}), 1.0);
             }),
             L"contour has no finite length");

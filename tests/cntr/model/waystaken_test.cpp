@@ -19,15 +19,16 @@
 #include <gtest/gtest.h>
 #include <testing/heap/fail_each.h>
 #include <testing/shapes/shapes.h>
+#include <tests/cntr/figures.h>
 
 #include "contour_probe.h"
 #include "remembered.h"
 
 namespace {
 
-const Point center(640, 480);
+using figures::shapesCenter;
 
-qcRegion star(std::size_t n) {
+qcRegion starRegion(std::size_t n) {
   return {shapes::smoothStar(n), qcContourDefs::eNoIntersectionRepair};
 }
 
@@ -36,7 +37,7 @@ const qc_WaysTaken& waysOf(const qcContour& contour) {
 }
 
 void ask(const qcRegion& region, std::size_t times) {
-  for (std::size_t i = 0; i < times; ++i) EXPECT_TRUE(region.inside(center, false));
+  for (std::size_t i = 0; i < times; ++i) EXPECT_TRUE(region.inside(shapesCenter, false));
 }
 
 // Containment.
@@ -47,13 +48,13 @@ std::size_t workOf(const qcRegion& region) { return qc_RememberedBy::containment
 void askUntilAGridPays(const qcRegion& region) {
   while (!cntr::index::wantsContainmentGrid(region.points().size(), workOf(region))) {
     EXPECT_EQ(qc_RememberedBy::contour(region).containmentGrid, nullptr);
-    region.inside(center, false);
+    region.inside(shapesCenter, false);
   }
 }
 
 TEST(WaysTakenTest, AnswerTheFirstPointByParityWithoutRememberingAnything) {
   for (const std::size_t n : {4U, 100U, 1000U}) {
-    const qcRegion region = star(n);
+    const qcRegion region = starRegion(n);
     ask(region, 1);
     EXPECT_FALSE(qc_RememberedBy::anything(region)) << n;
     EXPECT_EQ(workOf(region), 2 * n + 1) << "the extents and the edges";
@@ -65,7 +66,7 @@ TEST(WaysTakenTest, AnswerTheFirstPointByParityWithoutRememberingAnything) {
 }
 
 TEST(WaysTakenTest, AnswerByParityThroughTheIndexAfterAFewScans) {
-  const qcRegion region = star(100);
+  const qcRegion region = starRegion(100);
   ask(region, 3);
   EXPECT_EQ(waysOf(region).index, 0U);
   ask(region, 1);
@@ -75,8 +76,8 @@ TEST(WaysTakenTest, AnswerByParityThroughTheIndexAfterAFewScans) {
 }
 
 TEST(WaysTakenTest, AnswerByParityThroughAnIndexThatIsThere) {
-  const qcRegion region = star(100);
-  region.closestVertexIndex(center);
+  const qcRegion region = starRegion(100);
+  region.closestVertexIndex(shapesCenter);
   ask(region, 2);
   EXPECT_EQ(waysOf(region).index, 2U);
   EXPECT_EQ(waysOf(region).parity, 2U);
@@ -85,7 +86,7 @@ TEST(WaysTakenTest, AnswerByParityThroughAnIndexThatIsThere) {
 
 TEST(WaysTakenTest, AskTheGridOnceTheWorkWouldHaveMadeIt) {
   for (const std::size_t n : {4U, 20U, 640U}) {
-    const qcRegion region = star(n);
+    const qcRegion region = starRegion(n);
     askUntilAGridPays(region);
     const std::size_t before = waysOf(region).parity;
     EXPECT_GT(before, 100U);
@@ -97,12 +98,12 @@ TEST(WaysTakenTest, AskTheGridOnceTheWorkWouldHaveMadeIt) {
 }
 
 TEST(WaysTakenTest, AskTheGridForManyPointsAtOnceAsForOneByOne) {
-  const qcRegion region = star(100);
-  const Points points(5000, center);
+  const qcRegion region = starRegion(100);
+  const Points points(5000, shapesCenter);
   const auto answers = std::make_unique<bool[]>(points.size());
   region.inside(points, false, {answers.get(), points.size()});
   EXPECT_TRUE(std::all_of(answers.get(), answers.get() + points.size(), [](bool a) { return a; }));
-  const qcRegion oneByOne = star(100);
+  const qcRegion oneByOne = starRegion(100);
   ask(oneByOne, points.size());
   EXPECT_EQ(waysOf(region).grid, waysOf(oneByOne).grid);
   EXPECT_EQ(waysOf(region).parity, waysOf(oneByOne).parity);
@@ -127,7 +128,7 @@ TEST(WaysTakenTest, AskTheGridForNearlyAllPointsOfTheBoundingBox) {
 }
 
 TEST(WaysTakenTest, CastARayWhereNeitherParityNorTheGridKnows) {
-  const qcRegion region = star(640);
+  const qcRegion region = starRegion(640);
   EXPECT_TRUE(region.inside(region.points().front(), false)) << "a vertex counts as inside";
   EXPECT_EQ(waysOf(region).ray, 1U);
   EXPECT_EQ(waysOf(region).parity, 0U);
@@ -145,13 +146,13 @@ TEST(WaysTakenTest, LookOnceWhetherThereCanBeAGrid) {
   const qcRegion region(outline, qcContourDefs::eNoIntersectionRepair);
   std::size_t asked = 0;
   for (; !qc_RememberedBy::contour(region).hasNoContainmentGrid; ++asked) {
-    ASSERT_TRUE(region.inside(center + Point(2e6, 0), false));
+    ASSERT_TRUE(region.inside(shapesCenter + Point(2e6, 0), false));
     ASSERT_LT(asked, 3000U);
   }
   EXPECT_EQ(waysOf(region).ray, asked);
   EXPECT_GT(asked, 2600U) << "parity gives up at once";
   EXPECT_EQ(waysOf(region).parity, 0U);
-  EXPECT_TRUE(region.inside(center + Point(2e6, 0), false));
+  EXPECT_TRUE(region.inside(shapesCenter + Point(2e6, 0), false));
   EXPECT_EQ(qc_RememberedBy::contour(region).containmentGrid, nullptr);
 }
 
@@ -159,10 +160,10 @@ TEST(WaysTakenTest, TryAgainWhenMemoryRanOutForTheGrid) {
   if (!heap::counts) GTEST_SKIP() << "the heap of the libraries cannot be replaced here";
   std::size_t failures = 0;
   for (bool failed = true; failed; ++failures) {
-    const qcRegion region = star(100);
+    const qcRegion region = starRegion(100);
     askUntilAGridPays(region);
     failed = heap::runsOutOfMemory(failures + 1, heap::Failing::eOne,
-                                   [&] { region.inside(center, false); });
+                                   [&] { region.inside(shapesCenter, false); });
     const std::size_t before = waysOf(region).grid;
     ask(region, 1);
     EXPECT_EQ(waysOf(region).grid, before + 1) << "after the failure of allocation " << failures;
@@ -171,8 +172,8 @@ TEST(WaysTakenTest, TryAgainWhenMemoryRanOutForTheGrid) {
 }
 
 TEST(WaysTakenTest, SearchTheEdgesOfARayByTheIndex) {
-  const qcRegion small = star(31);
-  const qcRegion large = star(640);
+  const qcRegion small = starRegion(31);
+  const qcRegion large = starRegion(640);
   small.inside(small.points().front(), false);
   large.inside(large.points().front(), false);
   EXPECT_EQ(waysOf(small).scan, 1U);
@@ -183,14 +184,14 @@ TEST(WaysTakenTest, SearchTheEdgesOfARayByTheIndex) {
 
 // Edges.
 
-struct Question {
+struct EdgeQuestion {
   std::string name;
   void (*ask)(const ContourProbe& contour);
 };
 
-void PrintTo(const Question& question, std::ostream* out) { *out << question.name; }
+void PrintTo(const EdgeQuestion& question, std::ostream* out) { *out << question.name; }
 
-const Question edgeQuestions[] = {
+const EdgeQuestion edgeQuestions[] = {
     {"Segment",
      [](const ContourProbe& c) {
        c.intersections(qcLineSeg({0, 0}, {900, 700}), true);
@@ -199,14 +200,14 @@ const Question edgeQuestions[] = {
      [](const ContourProbe& c) {
        c.intersections(openContour({{0, 0}, {900, 700}, {0, 1}}));
      }},
-    {"ClosestPoint", [](const ContourProbe& c) { c.closestPoint(center, false); }},
-    {"ClosestVertexAsAPoint", [](const ContourProbe& c) { c.closestPoint(center, true); }},
-    {"ClosestVertex", [](const ContourProbe& c) { c.closestVertexIndex(center); }},
+    {"ClosestPoint", [](const ContourProbe& c) { c.closestPoint(shapesCenter, false); }},
+    {"ClosestVertexAsAPoint", [](const ContourProbe& c) { c.closestPoint(shapesCenter, true); }},
+    {"ClosestVertex", [](const ContourProbe& c) { c.closestVertexIndex(shapesCenter); }},
     {"FarthestPair",
      [](const ContourProbe& c) { c.encloseCircle(qcContourDefs::eFarthestVertexPair); }},
 };
 
-class EdgeWaysTest : public testing::TestWithParam<Question> {};
+class EdgeWaysTest : public testing::TestWithParam<EdgeQuestion> {};
 
 INSTANTIATE_TEST_SUITE_P(Each, EdgeWaysTest, testing::ValuesIn(edgeQuestions),
                          [](const auto& instance) { return instance.param.name; });
@@ -249,14 +250,14 @@ TEST(WaysTakenTest, MakeNoRoomForCountingTheScansOfASmallContour) {
   if (!heap::counts) GTEST_SKIP() << "the heap is not counted here";
   const ContourProbe contour = openContour(shapes::smoothStar(32));
   const long before = heap::blocksMade();
-  contour.closestPoint(center, false);
-  contour.closestVertexIndex(center);
+  contour.closestPoint(shapesCenter, false);
+  contour.closestVertexIndex(shapesCenter);
   EXPECT_EQ(heap::blocksMade(), before);
 }
 
 TEST_P(EdgeWaysTest, ShareOneIndexWithAllOthersAndWithCopies) {
   const ContourProbe contour = closedContour(shapes::smoothStar(100));
-  contour.closestVertexIndex(center);
+  contour.closestVertexIndex(shapesCenter);
   const auto* const index = qc_RememberedBy::contour(contour).edgeIndex.get();
   GetParam().ask(contour);
   EXPECT_EQ(qc_RememberedBy::contour(contour).edgeIndex.get(), index);
@@ -277,7 +278,7 @@ TEST(WaysTakenTest, ScanForTheFirstFourDirectionsAndSearchTheIndexForTheFifth) {
 
 TEST(WaysTakenTest, SearchTheIndexForADirectionOnceItIsThere) {
   const ContourProbe contour = closedContour(shapes::smoothStar(100));
-  contour.closestVertexIndex(center);
+  contour.closestVertexIndex(shapesCenter);
   contour.extremalVertexIndex(qcRadian(1));
   EXPECT_EQ(waysOf(contour).index, 2U);
   EXPECT_EQ(waysOf(contour).scan, 0U);
@@ -286,22 +287,22 @@ TEST(WaysTakenTest, SearchTheIndexForADirectionOnceItIsThere) {
 TEST(WaysTakenTest, MakeOneVertexGridForEachTolerance) {
   const ContourProbe contour = closedContour(shapes::smoothStar(100));
   const auto grids = [&] { return qc_RememberedBy::contour(contour).vertexGrids.size(); };
-  contour.vertexIndex(center, 1.0);
+  contour.vertexIndex(shapesCenter, 1.0);
   EXPECT_EQ(waysOf(contour).vertexGrid, 0U);
   EXPECT_EQ(grids(), 1U);
-  contour.vertexIndex(center, 1.0);
+  contour.vertexIndex(shapesCenter, 1.0);
   EXPECT_EQ(waysOf(contour).vertexGrid, 1U);
   EXPECT_EQ(grids(), 1U);
-  contour.vertexIndex(center, 2.0);
+  contour.vertexIndex(shapesCenter, 2.0);
   EXPECT_EQ(waysOf(contour).vertexGrid, 1U);
   EXPECT_EQ(grids(), 2U);
-  contour.vertexIndex(center, 1.0);
-  contour.vertexIndex(center, 2.0);
+  contour.vertexIndex(shapesCenter, 1.0);
+  contour.vertexIndex(shapesCenter, 2.0);
   EXPECT_EQ(waysOf(contour).vertexGrid, 3U);
 }
 
 TEST(WaysTakenTest, AreCountedAnewWhenTheAnswersAreForgotten) {
-  qcRegion region = star(100);
+  qcRegion region = starRegion(100);
   askUntilAGridPays(region);
   ask(region, 5);
   EXPECT_EQ(waysOf(region).grid, 5U);
@@ -313,7 +314,7 @@ TEST(WaysTakenTest, AreCountedAnewWhenTheAnswersAreForgotten) {
 }
 
 TEST(WaysTakenTest, OfACopyGoOnWithTheSameGrid) {
-  const qcRegion region = star(640);
+  const qcRegion region = starRegion(640);
   askUntilAGridPays(region);
   ask(region, 1);
   const qcRegion copy = region;
@@ -351,8 +352,8 @@ struct SetQuestion {
 void PrintTo(const SetQuestion& question, std::ostream* out) { *out << question.name; }
 
 const SetQuestion setQuestions[] = {
-    {"Inside", [](const qcRegionSet& s) { EXPECT_TRUE(s.inside(center, false)); }},
-    {"Distance", [](const qcRegionSet& s) { s.distToPoint(center, false, false, false); }},
+    {"Inside", [](const qcRegionSet& s) { EXPECT_TRUE(s.inside(shapesCenter, false)); }},
+    {"Distance", [](const qcRegionSet& s) { s.distToPoint(shapesCenter, false, false, false); }},
     {"SelfIntersection", [](const qcRegionSet& s) { EXPECT_TRUE(s.isSelfIntersecting()); }},
     {"Repair",
      [](const qcRegionSet& s) {
@@ -384,11 +385,11 @@ TEST_P(SetWaysTest, LeadThroughAScanBelow8Regions) {
 
 TEST(WaysTakenTest, LookUpPointsInAGridUnlessManyRegionsLieInOnePlace) {
   const qcRegionSet row = rowOfStars(100);
-  EXPECT_TRUE(row.inside(center, false));
+  EXPECT_TRUE(row.inside(shapesCenter, false));
   EXPECT_TRUE(qc_RememberedBy::set(row).index->grid.has_value());
   const std::vector<qcPtrHandle_const<qcRegion>> same(40, row.regions().front());
   const qcRegionSet pile(same, qcContourDefs::eNoIntersectionRepair);
-  EXPECT_TRUE(pile.inside(center, false));
+  EXPECT_TRUE(pile.inside(shapesCenter, false));
   EXPECT_FALSE(qc_RememberedBy::set(pile).index->grid.has_value());
 }
 
@@ -396,8 +397,8 @@ TEST(WaysTakenTest, LookOnceWhetherASetCanHaveAnIndex) {
   std::vector<qcPtrHandle_const<qcRegion>> regions = rowOfStars(8).regions();
   regions.emplace_back();
   const qcRegionSet set(regions, qcContourDefs::eNoIntersectionRepair);
-  EXPECT_TRUE(set.inside(center, false));
-  EXPECT_TRUE(set.inside(center, false));
+  EXPECT_TRUE(set.inside(shapesCenter, false));
+  EXPECT_TRUE(set.inside(shapesCenter, false));
   EXPECT_EQ(qc_RememberedBy::set(set).waysTaken.scan, 2U);
   EXPECT_TRUE(qc_RememberedBy::set(set).indexIsKnown);
   EXPECT_EQ(qc_RememberedBy::set(set).index, nullptr);
