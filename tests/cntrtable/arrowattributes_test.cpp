@@ -17,6 +17,7 @@
 #include "countedarray.h"
 #include "readback.h"
 #include "refused.h"
+#include "rings.h"
 
 namespace {
 
@@ -25,12 +26,7 @@ using table::bufferOf;
 using table::makeArrowArray;
 using table::makeArrowSchema;
 using table::makeStruct;
-using Points = std::vector<qcVector<2>>;
 using Columns = std::vector<qcArrowColumn>;
-
-const Points square{{0, 0}, {10, 0}, {10, 10}, {0, 10}};
-const Points hole{{1, 1}, {1, 2}, {2, 2}};
-const Points triangle{{20, 0}, {30, 0}, {20, 5}};
 
 void addRing(qcOutlinesBuilder& builder, const Points& ring, bool withEdgelets) {
   const std::span<double> place = builder.addRing(ring.size());

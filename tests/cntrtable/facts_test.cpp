@@ -13,6 +13,8 @@
 #include <gtest/gtest.h>
 #include <testing/shapes/shapes.h>
 
+#include "rings.h"
+
 namespace {
 
 using cntr::sets::LoneRing;
@@ -22,12 +24,11 @@ using table::Filling;
 using table::Needs;
 using table::quickFactsOf;
 using table::Shape;
-using Points = std::vector<qcVector<2>>;
 
 const std::vector<qcRings> plate{
     {{{0, 0}, {8, 0}, {8, 4}, {0, 4}}, {{{1, 1}, {1, 3}, {3, 3}, {3, 1}}}}};
-const std::vector<qcRings> square{{{{1, 1}, {3, 1}, {3, 3}, {1, 3}}, {}}};
-const std::vector<qcRings> bowTie{{{{0, 0}, {4, 4}, {4, 0}, {0, 4}}, {}}};
+const std::vector<qcRings> smallSquare{{{{1, 1}, {3, 1}, {3, 3}, {1, 3}}, {}}};
+const std::vector<qcRings> crossingArea{{bowTie, {}}};
 
 Facts about(const Shape& shape, Needs needs, Filling filling = Filling::eMeasured) {
   return factsOf(shape, needs, filling);
@@ -75,7 +76,7 @@ TEST(FactsTest, OfAnAreaWithAHoleAreThoseThatAreAskedFor) {
 TEST(FactsTest, OfALoneRingHoldWhatIsAskedFor) {
   for (Needs need = table::eExtent; need <= table::eCentre; need *= 2) {
     if (need == table::eLineCrossings) continue;
-    EXPECT_EQ(foundIn(about({square}, need)) & broughtBy(need), broughtBy(need)) << need;
+    EXPECT_EQ(foundIn(about({smallSquare}, need)) & broughtBy(need), broughtBy(need)) << need;
   }
 }
 
@@ -130,23 +131,23 @@ TEST(FactsTest, TheSolidAreaIsThatOfOneOutlineWithoutItsHoles) {
 }
 
 TEST(FactsTest, OfRingsThatCrossAreMeasuredOrLeftOut) {
-  const Facts measured = about({bowTie}, table::eFilled | table::eSolid);
+  const Facts measured = about({crossingArea}, table::eFilled | table::eSolid);
   EXPECT_EQ(measured.contact, qcRingContact::eCrosses);
   EXPECT_EQ(measured.frame.restored(*measured.area, 2), 8.0);
   EXPECT_FALSE(measured.isLeftOut);
-  const Facts leftOut = about({bowTie}, table::eFilled | table::eSolid, Filling::eLeftOut);
+  const Facts leftOut = about({crossingArea}, table::eFilled | table::eSolid, Filling::eLeftOut);
   EXPECT_EQ(leftOut.contact, qcRingContact::eCrosses);
   EXPECT_EQ(leftOut.area, std::nullopt);
   EXPECT_EQ(leftOut.solidArea, std::nullopt);
   EXPECT_TRUE(leftOut.isLeftOut);
-  EXPECT_FALSE(about({square}, table::eFilled, Filling::eLeftOut).isLeftOut);
+  EXPECT_FALSE(about({smallSquare}, table::eFilled, Filling::eLeftOut).isLeftOut);
 }
 
 TEST(FactsTest, RefuseWhatIsNotAFiniteNumber) {
   for (const double bad : {std::nan(""), std::numeric_limits<double>::infinity()}) {
     const std::vector<qcRings> outline{{{{0, 0}, {bad, 1}, {1, 1}}, {}}};
-    const std::vector<qcRings> hole{{square[0].outline, {{{2, 2}, {2, -bad}, {1.5, 2}}}}};
-    for (const std::vector<qcRings>& parts : {outline, hole}) {
+    const std::vector<qcRings> withHole{{smallSquare[0].outline, {{{2, 2}, {2, -bad}, {1.5, 2}}}}};
+    for (const std::vector<qcRings>& parts : {outline, withHole}) {
       try {
         about({parts}, table::eCounts);
         FAIL() << "not refused";
@@ -199,7 +200,7 @@ TEST(QuickFactsTest, AreThoseThatALookAtAllOfItFinds) {
 }
 
 TEST(QuickFactsTest, AreNotThereForARingThatCrossesItself) {
-  EXPECT_EQ(quick(bowTie[0].outline, table::eFilled), std::nullopt);
+  EXPECT_EQ(quick(bowTie, table::eFilled), std::nullopt);
 }
 
 TEST(QuickFactsTest, AreNotThereForNumbersThatAreNotFinite) {
@@ -211,7 +212,7 @@ TEST(QuickFactsTest, OfAnExtentThatEndsAtZeroAreNotThere) {
   const Points atZero{{0, 1}, {4, 1}, {4, 4}};
   EXPECT_EQ(quick(atZero, table::eFilled | table::eExtent), std::nullopt);
   EXPECT_TRUE(quick(atZero, table::eFilled).has_value());
-  EXPECT_TRUE(quick(square[0].outline, table::eFilled | table::eExtent).has_value());
+  EXPECT_TRUE(quick(smallSquare[0].outline, table::eFilled | table::eExtent).has_value());
 }
 
 }  // namespace

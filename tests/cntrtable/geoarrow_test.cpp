@@ -18,15 +18,11 @@
 #include "countedarray.h"
 #include "readback.h"
 #include "refused.h"
+#include "rings.h"
 
 namespace {
 
 using Feature = std::vector<qcRings>;
-using Points = std::vector<qcVector<2>>;
-
-const Points square{{0, 0}, {10, 0}, {10, 10}, {0, 10}};
-const Points hole{{1, 1}, {1, 2}, {2, 2}};
-const Points triangle{{20, 0}, {30, 0}, {20, 5}};
 
 constexpr auto interleaved = qcArrowCoordinates::eInterleaved;
 constexpr auto separated = qcArrowCoordinates::eSeparated;

@@ -13,14 +13,12 @@
 #include <testing/shapes/shapes.h>
 
 #include "refused.h"
+#include "rings.h"
 
 namespace {
 
 using testing::ElementsAre;
 using testing::IsEmpty;
-using Points = std::vector<qcVector<2>>;
-
-const Points square{{0, 0}, {10, 0}, {10, 10}, {0, 10}};
 
 Points movedTo(Points ring, double x, double y) {
   for (qcVector<2>& p : ring) p = p + qcVector<2>(x, y);

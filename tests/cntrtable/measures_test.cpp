@@ -9,27 +9,24 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
-#include <numbers>
 #include <set>
 
 #include <cntr/contourdefs.h>
 
 #include <testing/plain/descriptors.h>
 #include <testing/plain/integermoments.h>
+#include <testing/shapes/numbers.h>
 #include <testing/shapes/shapes.h>
+
+#include "rings.h"
 
 namespace {
 
-using std::numbers::pi;
 using table::Facts;
 using table::Filling;
 using table::Measure;
 using table::Value;
 using Feature = std::vector<qcRings>;
-using Points = std::vector<qcVector<2>>;
-
-const Points square{{0, 0}, {10, 0}, {10, 10}, {0, 10}};
-const Points bowTie{{0, 0}, {4, 4}, {4, 0}, {0, 4}};
 
 Points box(double x0, double y0, double x1, double y1) {
   return {{x0, y0}, {x1, y0}, {x1, y1}, {x0, y1}};
@@ -59,8 +56,8 @@ template <class Change>
 Feature changed(Feature feature, Change change) {
   for (qcRings& part : feature) {
     for (qcVector<2>& p : part.outline) p = change(p);
-    for (Points& hole : part.holes)
-      for (qcVector<2>& p : hole) p = change(p);
+    for (Points& ring : part.holes)
+      for (qcVector<2>& p : ring) p = change(p);
   }
   return feature;
 }
@@ -298,12 +295,12 @@ TEST(Measures, HusInvariantsAreThoseOfTheFilledSetWhateverItsRingsDo) {
     }
   };
   const Points ell{{0, 0}, {6, 0}, {6, 2}, {2, 3}, {2, 8}, {0, 8}};
-  const Points hole = box(0.5, 1, 1, 4);
-  const Points turnedHole(hole.rbegin(), hole.rend());
+  const Points inner = box(0.5, 1, 1, 4);
+  const Points turnedInner(inner.rbegin(), inner.rend());
   expectHu({{ell, {}}}, {ell});
   expectHu({{Points(ell.rbegin(), ell.rend()), {}}}, {ell});
-  for (const Points& direction : {hole, turnedHole})
-    expectHu({{ell, {direction}}}, {ell, turnedHole});
+  for (const Points& direction : {inner, turnedInner})
+    expectHu({{ell, {direction}}}, {ell, turnedInner});
   expectHu({{bowTie, {}}}, {{{0, 0}, {2, 2}, {0, 4}}, {{4, 0}, {4, 4}, {2, 2}}});
   expectHu({{ell, {}}, {box(1, 1, 12, 2), {}}},
            {{{0, 0}, {6, 0}, {6, 1}, {12, 1}, {12, 2}, {6, 2}, {2, 3}, {2, 8}, {0, 8}}});

@@ -15,16 +15,13 @@
 
 #include "batch.h"
 #include "refused.h"
+#include "rings.h"
 
 namespace {
 
-using testing::ElementsAre;
-using Points = std::vector<qcVector<2>>;
 using table::Value;
 using table::ValueType;
-
-const Points square{{0, 0}, {10, 0}, {10, 10}, {0, 10}};
-const Points bowTie{{0, 0}, {4, 4}, {4, 0}, {0, 4}};
+using testing::ElementsAre;
 
 Batch measured(const qcOutlines& outlines, const std::vector<std::string>& columns,
                unsigned threads = 1) {

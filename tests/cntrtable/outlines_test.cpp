@@ -10,6 +10,7 @@
 #include <limits>
 
 #include "refused.h"
+#include "rings.h"
 
 namespace {
 
@@ -17,11 +18,6 @@ using testing::ElementsAre;
 using testing::ElementsAreArray;
 using testing::IsEmpty;
 using Offsets = std::vector<std::int64_t>;
-using Points = std::vector<qcVector<2>>;
-
-const Points square{{0, 0}, {10, 0}, {10, 10}, {0, 10}};
-const Points hole{{1, 1}, {1, 2}, {2, 2}};
-const Points triangle{{20, 0}, {30, 0}, {20, 5}};
 
 /// A square with a repeated last vertex, its hole without one, and a triangle.
 struct Example {

@@ -10,12 +10,9 @@
 
 #include <cntrsets/sets.h>
 
+#include "rings.h"
+
 namespace {
-
-using Points = std::vector<qcVector<2>>;
-
-const Points square{{0, 0}, {10, 0}, {10, 10}, {0, 10}};
-const Points bowTie{{0, 0}, {4, 4}, {4, 0}, {0, 4}};
 
 /// A square half covered by an equal one: the rules fill different sets.
 std::vector<qcRings> overlapping(double shift) {

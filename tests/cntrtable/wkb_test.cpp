@@ -13,16 +13,12 @@
 #include <testing/shapes/shapes.h>
 
 #include "refused.h"
+#include "rings.h"
 
 namespace {
 
 using Bytes = std::vector<std::byte>;
 using Feature = std::vector<qcRings>;
-using Points = std::vector<qcVector<2>>;
-
-const Points square{{0, 0}, {10, 0}, {10, 10}, {0, 10}};
-const Points hole{{1, 1}, {1, 2}, {2, 2}};
-const Points triangle{{20, 0}, {30, 0}, {20, 5}};
 
 constexpr std::uint32_t hasZ = 0x80000000U;
 constexpr std::uint32_t hasReference = 0x20000000U;
