@@ -16,25 +16,21 @@
 #include <gtest/gtest.h>
 #include <testing/heap/heap.h>
 #include <testing/shapes/shapes.h>
+#include <tests/cntrsets/features.h>
 
 namespace {
 
-using Points = std::vector<qcVector<2>>;
-using Feature = std::vector<qcRings>;
+using features::box;
+using features::Feature;
+using features::Points;
 
-Points square(double x, double y, double size) {
-  return {{x, y}, {x + size, y}, {x + size, y + size}, {x, y + size}};
-}
-
-Points rectangle(double x, double y, double width, double height) {
-  return {{x, y}, {x + width, y}, {x + width, y + height}, {x, y + height}};
-}
+Points squareAt(double x, double y, double size) { return box(x, y, x + size, y + size); }
 
 /// A plate with `rows` times `rows` square holes of side 1 in steps of `step`.
 Feature plateWithHoles(int rows, double step) {
-  Feature feature{{square(-1, -1, rows * step + 1), {}}};
+  Feature feature{{squareAt(-1, -1, rows * step + 1), {}}};
   for (int i = 0; i < rows * rows; ++i) {
-    feature.front().holes.push_back(square(step * (i % rows), step * (i / rows), 1));
+    feature.front().holes.push_back(squareAt(step * (i % rows), step * (i / rows), 1));
   }
   return feature;
 }
@@ -80,8 +76,8 @@ TEST(SetCostTest, OfRepairingWhatCrossesInManyPlaces) {
 
 TEST(SetCostTest, OfCombiningRowsOfRectangles) {
   Feature row;
-  for (int i = 0; i < 10000; ++i) row.push_back({rectangle(2 * i, 0, 1, 3), {}});
-  const Feature bar{{rectangle(-1, 1, 20001, 1), {}}};
+  for (int i = 0; i < 10000; ++i) row.push_back({box(2 * i, 0, 2 * i + 1, 3), {}});
+  const Feature bar{{box(-1, 1, 20000, 2), {}}};
   EXPECT_EQ(qf_Union(row, bar).size(), 1U);
   EXPECT_EQ(qf_Intersection(row, bar).size(), 10000U);
   EXPECT_EQ(qf_Difference(row, bar).size(), 20000U);

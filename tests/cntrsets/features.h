@@ -23,6 +23,8 @@ using Feature = std::vector<qcRings>;
 using Points = std::vector<qcVector<2>>;
 
 inline const Points square{{0, 0}, {10, 0}, {10, 10}, {0, 10}};
+/// Crosses itself.
+inline const Points bowTie{{0, 0}, {4, 4}, {4, 0}, {0, 4}};
 
 inline Points box(double x0, double y0, double x1, double y1) {
   return {{x0, y0}, {x1, y0}, {x1, y1}, {x0, y1}};

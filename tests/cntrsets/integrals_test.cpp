@@ -84,10 +84,10 @@ TEST(IntegralsTest, OfNothingAreZero) {
 }
 
 TEST(IntegralsTest, AddUpTimesAFactor) {
-  const Points square{{0, 0}, {4, 0}, {4, 4}, {0, 4}};
-  const Frame frame = frameOf(square);
-  Integrals sum = integralsOf(square, frame);
-  sum.add(integralsOf(square, frame), Twofold(-1.0));
+  const Points ring{{0, 0}, {4, 0}, {4, 4}, {0, 4}};
+  const Frame frame = frameOf(ring);
+  Integrals sum = integralsOf(ring, frame);
+  sum.add(integralsOf(ring, frame), Twofold(-1.0));
   EXPECT_TRUE(areSame(sum, Integrals()));
 }
 

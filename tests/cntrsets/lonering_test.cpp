@@ -5,7 +5,6 @@
 
 #include <cntrsets/lonering.h>
 
-#include <algorithm>
 #include <cmath>
 #include <limits>
 #include <vector>
@@ -14,6 +13,7 @@
 #include <cntrsets/operations/filledrings.h>
 #include <gtest/gtest.h>
 #include <testing/shapes/shapes.h>
+#include <tests/cntrsets/features.h>
 
 namespace {
 
@@ -24,13 +24,9 @@ using cntr::sets::LoneMass;
 using cntr::sets::LoneRing;
 using cntr::sets::LoneSums;
 using cntr::sets::RingList;
+using features::reversed;
 using Point = qcVector<2>;
 using shapes::Points;
-
-Points reversed(Points ring) {
-  std::reverse(ring.begin(), ring.end());
-  return ring;
-}
 
 /// Expects that the ring can be read.
 LoneRing read(const Points& ring) {

@@ -7,10 +7,10 @@
 using cntr::sets::usualSpacing;
 
 TEST(SpacingTest, IsAFractionOfTheWholeLength) {
-  const qcContour square({{0, 0}, {1024, 0}, {1024, 1024}, {0, 1024}}, true, 0);
+  const qcContour outline({{0, 0}, {1024, 0}, {1024, 1024}, {0, 1024}}, true, 0);
   const qcContour line({{0, 0}, {512, 0}}, false, 0);
-  EXPECT_EQ(usualSpacing({square}), 4.0);
-  EXPECT_EQ(usualSpacing({square, line}), 4.5);
+  EXPECT_EQ(usualSpacing({outline}), 4.0);
+  EXPECT_EQ(usualSpacing({outline, line}), 4.5);
 }
 
 TEST(SpacingTest, IsPositiveWithoutALength) {

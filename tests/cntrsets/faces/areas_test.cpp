@@ -45,8 +45,6 @@ bool agrees(const Cut& cut) {
   return areasAgree(cut.edges, cut.faces, areasOf(cut.faces), cut.unit * cut.noding.roundings);
 }
 
-const Points bowTie{{0, 0}, {4, 4}, {4, 0}, {0, 4}};
-
 TEST(AreasOfFaces, AreThoseOfTheWindings) {
   const Cut squares = cut({features::box(0, 0, 4, 4), features::box(2, 2, 6, 6)});
   // Scaled so that 6 lies between 2^479 and 2^480.
@@ -75,7 +73,7 @@ TEST(AreasOfFaces, AgreeWithTheRingsOfAnyFeature) {
 }
 
 TEST(AreasOfFaces, DoNotAgreeWhenAWindingIsWrong) {
-  Cut wrong = cut({bowTie});
+  Cut wrong = cut({features::bowTie});
   ASSERT_TRUE(agrees(wrong));
   for (auto& windings : wrong.faces.windings) {
     if (windings.empty()) continue;
@@ -86,7 +84,7 @@ TEST(AreasOfFaces, DoNotAgreeWhenAWindingIsWrong) {
 }
 
 TEST(AreasOfFaces, DoNotAgreeWhenAnEdgeThatIsNotUprightIsMissing) {
-  Cut wrong = cut({bowTie});
+  Cut wrong = cut({features::bowTie});
   std::erase_if(wrong.faces.edges, [&](const auto& edge) {
     return edge.left == 0 &&
            wrong.faces.vertices[edge.left].x() < wrong.faces.vertices[edge.right].x();

@@ -75,7 +75,7 @@ TEST(FilledSetTest, SaysHowFarARoundedCrossingMayHaveMovedEdges) {
   EXPECT_GE(set.moved, std::sqrt(0.5) * 0x1p-50);
   EXPECT_LE(set.moved, 4 * std::sqrt(0.5) * 0x1p-50);
   // One round of crossings, and 4 has the same unit.
-  const FilledSet bowTie = filledOf({{{0, 0}, {4, 4}, {4, 0}, {0, 4}}}, 1);
+  const FilledSet bowTie = filledOf({features::bowTie}, 1);
   EXPECT_DOUBLE_EQ(bowTie.moved, std::sqrt(0.5) * 0x1p-50);
   EXPECT_EQ(bowTie.area, 8.0);
 }

@@ -42,8 +42,7 @@ Feature anyRings(shapes::Random& random) {
   return feature;
 }
 
-/// Points beside vertices.
-Points anyPoints(shapes::Random& random, const Feature& feature) {
+Points pointsBesideVertices(shapes::Random& random, const Feature& feature) {
   Points points;
   for (const Points& ring : features::ringsOf(feature)) {
     for (int i = 0; i < 8; ++i) {
@@ -65,7 +64,7 @@ TEST(FeatureWinding, FindsTheFirstPartWhoseRingsFillThePoint) {
     shapes::Random random(seed);
     const Feature feature = anyRings(random);
     FeatureWinding winding = windingOf(feature);
-    const Points points = anyPoints(random, feature);
+    const Points points = pointsBesideVertices(random, feature);
     std::vector<std::optional<std::size_t>> parts;
     for (const qcVector<2>& p : points) {
       parts.push_back(winding.partAround(p));

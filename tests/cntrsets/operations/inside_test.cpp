@@ -12,32 +12,19 @@
 #include <cntrsets/operations/insideways.h>
 #include <testing/heap/fail_each.h>
 #include <testing/plain/measures.h>
-#include <testing/plain/region.h>
 #include <testing/shapes/numbers.h>
-#include <tests/cntrsets/features.h>
+#include <tests/cntrsets/operations/libraryholds.h>
 
 namespace {
 
 using features::box;
 using features::Feature;
+using features::libraryHolds;
 using features::Points;
 using features::square;
 
 bool isInside(const Feature& feature, const qcVector<2>& p) {
   return qf_Inside(feature, std::vector{p}).front();
-}
-
-/// What the library's regions say about the outline and each hole separately.
-bool libraryHolds(const qcRings& part, const qcVector<2>& p) {
-  if (!plain::inside({part.outline, {}}, p, false)) return false;
-  for (const Points& hole : part.holes)
-    if (plain::inside({hole, {}}, p, false)) return false;
-  return true;
-}
-
-bool libraryHolds(const Feature& feature, const qcVector<2>& p) {
-  return std::any_of(feature.begin(), feature.end(),
-                     [&p](const qcRings& part) { return libraryHolds(part, p); });
 }
 
 bool isFarFromEveryEdge(const Feature& feature, const qcVector<2>& p) {
@@ -189,7 +176,7 @@ TEST(Inside, HolesMayTouch) {
 }
 
 TEST(Inside, OfRingsThatCrossOrOverlapIsTheFilledSet) {
-  const Feature bowTie{{{{0, 0}, {4, 4}, {4, 0}, {0, 4}}, {}}};
+  const Feature bowTie{{features::bowTie, {}}};
   EXPECT_TRUE(isInside(bowTie, {1, 2}));
   EXPECT_TRUE(isInside(bowTie, {3, 2}));
   EXPECT_FALSE(isInside(bowTie, {2, 1}));
@@ -311,14 +298,14 @@ TEST(Inside, ManyPointsOfALongOutlineHaveTheAnswersOfEachAlone) {
 
 namespace {
 
-const qcVector<2> middle(640, 480);
+const qcVector<2> centreOfStars(640, 480);
 
 Feature star(std::size_t vertices) { return {{shapes::smoothStar(vertices), {}}}; }
 
 const qc_InsideWays& waysOf(const qcInside& inside) { return qc_InsideWays::of(inside); }
 
 void ask(const qcInside& inside, std::size_t times) {
-  for (std::size_t i = 0; i < times; ++i) EXPECT_TRUE(inside.contains(middle));
+  for (std::size_t i = 0; i < times; ++i) EXPECT_TRUE(inside.contains(centreOfStars));
 }
 
 /// Some points inside and some outside.
@@ -367,7 +354,7 @@ TEST(InsideWays, LeadThroughSlabsWhereThereCanBeNoGrid) {
   for (qcVector<2>& p : feature[0].outline) p = p + qcVector<2>(2e6, 0);
   const qcInside inside(feature);
   for (std::size_t i = 0; i < 2 * forGrid; ++i)
-    ASSERT_TRUE(inside.contains(middle + qcVector<2>(2e6, 0)));
+    ASSERT_TRUE(inside.contains(centreOfStars + qcVector<2>(2e6, 0)));
   EXPECT_EQ(waysOf(inside).grid, 0U);
   EXPECT_EQ(waysOf(inside).slabs, 2 * forGrid - forSlabs + 1);
 }
@@ -394,8 +381,8 @@ TEST(InsideWays, LeadThroughSlabsThoughMemoryRanOutForThem) {
   for (bool failed = true; failed; ++failures) {
     const qcInside inside(star(100));
     ask(inside, forSlabs - 1);
-    failed =
-        heap::runsOutOfMemory(failures + 1, heap::Failing::eOne, [&] { inside.contains(middle); });
+    failed = heap::runsOutOfMemory(failures + 1, heap::Failing::eOne,
+                                   [&] { inside.contains(centreOfStars); });
     const std::size_t before = waysOf(inside).slabs;
     ask(inside, 1);
     EXPECT_EQ(waysOf(inside).slabs, before + 1) << "after the failure of allocation " << failures;
@@ -410,8 +397,8 @@ TEST(InsideWays, LeadThroughTheGridThoughMemoryRanOutForIt) {
   for (bool failed = true; failed; ++failures) {
     const qcInside inside(star(100));
     ask(inside, forGrid - 1);
-    failed =
-        heap::runsOutOfMemory(failures + 1, heap::Failing::eOne, [&] { inside.contains(middle); });
+    failed = heap::runsOutOfMemory(failures + 1, heap::Failing::eOne,
+                                   [&] { inside.contains(centreOfStars); });
     ask(inside, 1);
     const std::size_t before = waysOf(inside).grid;
     ask(inside, 1);

@@ -5,14 +5,14 @@
 #include <cntrsets/operations/insidegrid.h>
 
 #include <testing/plain/measures.h>
-#include <testing/plain/region.h>
-#include <tests/cntrsets/features.h>
+#include <tests/cntrsets/operations/libraryholds.h>
 
 namespace {
 
 using cntr::plane::Box;
 using cntr::sets::InsideGrid;
 using features::Feature;
+using features::libraryHolds;
 using features::Points;
 using features::square;
 using Answer = InsideGrid::Answer;
@@ -28,16 +28,6 @@ InsideGrid gridOf(const Feature& feature) {
   return {feature, boxOf(feature), [&feature](const qcVector<2>& p) {
             return plain::fills(features::plainOf(feature), plain::Rule::nonZero, p);
           }};
-}
-
-/// What the library's regions say about the outline and each hole separately.
-bool libraryHolds(const Feature& feature, const qcVector<2>& p) {
-  return std::any_of(feature.begin(), feature.end(), [&p](const qcRings& part) {
-    return plain::inside({part.outline, {}}, p, false) &&
-           std::none_of(part.holes.begin(), part.holes.end(), [&p](const Points& hole) {
-             return plain::inside({hole, {}}, p, false);
-           });
-  });
 }
 
 /// A star with a hole that is a smaller one, and another star beside it.
@@ -125,7 +115,7 @@ TEST(InsideGrid, HasNoAnswerWhereTheRayByWhichAHoleDecidesIsTooShort) {
 }
 
 TEST(InsideGrid, IsTheFilledSetOfRingsThatCross) {
-  const Feature bowTie{{{{0, 0}, {4, 4}, {4, 0}, {0, 4}}, {}}};
+  const Feature bowTie{{features::bowTie, {}}};
   const InsideGrid grid = gridOf(bowTie);
   EXPECT_EQ(grid.at({1, 2}), Answer::eInside);
   EXPECT_EQ(grid.at({3, 2}), Answer::eInside);

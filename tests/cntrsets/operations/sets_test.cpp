@@ -94,7 +94,7 @@ TEST(MakeValid, SortsPartsAndHoles) {
 }
 
 TEST(MakeValid, CutsABowTieIntoItsTwoLobes) {
-  const Feature bowTie{{{{0, 0}, {4, 4}, {4, 0}, {0, 4}}, {}}};
+  const Feature bowTie{{features::bowTie, {}}};
   const Feature lobes{{{{0, 0}, {2, 2}, {0, 4}}, {}}, {{{2, 2}, {4, 0}, {4, 4}}, {}}};
   EXPECT_EQ(repaired(bowTie), lobes);
   EXPECT_EQ(repairedEvenOdd(bowTie), lobes);
@@ -116,8 +116,7 @@ TEST(MakeValid, ReportsByHowMuchRoundedCrossingsCanChangeTheArea) {
   EXPECT_GT(report.areaError, 0.0);
   EXPECT_LT(report.areaError, 1e-10);
   // The crossing is rounded once, by half a unit in the last place of 20 in each coordinate.
-  const Feature bowTie{{{{0, 0}, {4, 4}, {4, 0}, {0, 4}}, {box(1, 1, 2, 3)}},
-                       {box(10, 0, 20, 5), {}}};
+  const Feature bowTie{{features::bowTie, {box(1, 1, 2, 3)}}, {box(10, 0, 20, 5), {}}};
   qf_MakeValid(bowTie, qcPolygon::eNonZero, &report);
   EXPECT_DOUBLE_EQ(report.areaError, features::lengthOf(bowTie) * std::sqrt(0.5) * 0x1p-48);
 }

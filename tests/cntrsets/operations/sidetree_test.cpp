@@ -9,6 +9,7 @@
 #include <string>
 
 #include <gtest/gtest.h>
+#include <testing/shapes/numbers.h>
 #include <testing/shapes/shapes.h>
 #include <tests/cntrsets/operations/sides.h>
 
@@ -101,7 +102,7 @@ TEST(SideTreeTest, FindsTheNearestSideWhateverTheGuess) {
     shapes::Random random(seed + 1000);
     for (int query = 0; query < 20; ++query) {
       const Point p(random.uniform(-3.0, 11.0), random.uniform(-3.0, 11.0));
-      double least = INFINITY;
+      double least = infinity;
       for (const Side& side : sides) least = std::min(least, side.offsetTo(p).len());
       const SideTree::Nearest nearest = tree.nearest(p, random.below(sides.size()));
       const std::string what = "seed " + std::to_string(seed);

@@ -9,6 +9,7 @@
 #include <string>
 
 #include <gtest/gtest.h>
+#include <testing/shapes/numbers.h>
 #include <testing/shapes/shapes.h>
 
 namespace {
@@ -39,7 +40,7 @@ double valueAt(const Known& known, const Point& p) {
 }
 
 double smallestAt(const std::vector<Known>& known, const Point& p) {
-  double least = INFINITY;
+  double least = infinity;
   for (const Known& one : known) least = std::min(least, valueAt(one, p));
   return least;
 }
@@ -47,7 +48,7 @@ double smallestAt(const std::vector<Known>& known, const Point& p) {
 /// The largest of the smallest values: at a corner of the rectangle, where two tangents are equal
 /// on one of its sides, or where three are equal.
 double largestByDefinition(const std::vector<Known>& known, const Point& half) {
-  double best = -INFINITY;
+  double best = -infinity;
   const auto consider = [&](const Point& p) {
     if (std::abs(p.x()) <= half.x() * (1 + 1e-12) && std::abs(p.y()) <= half.y() * (1 + 1e-12))
       best = std::max(best, smallestAt(known, p));

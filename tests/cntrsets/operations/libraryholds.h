@@ -1,0 +1,24 @@
+// SPDX-License-Identifier: MIT
+//
+// Whether a feature holds a point, as the library's regions see it.
+
+#pragma once
+
+#include <algorithm>
+
+#include <testing/plain/region.h>
+#include <tests/cntrsets/features.h>
+
+namespace features {
+
+/// What the library's regions say about the outline and each hole separately.
+inline bool libraryHolds(const Feature& feature, const qcVector<2>& p) {
+  return std::any_of(feature.begin(), feature.end(), [&p](const qcRings& part) {
+    return plain::inside({part.outline, {}}, p, false) &&
+           std::none_of(part.holes.begin(), part.holes.end(), [&p](const Points& hole) {
+             return plain::inside({hole, {}}, p, false);
+           });
+  });
+}
+
+}  // namespace features
