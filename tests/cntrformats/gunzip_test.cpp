@@ -39,7 +39,7 @@ std::string refusalOf(const std::string& bytes) {
   }
 }
 
-const std::string triangle = "POLYGON ((0 0, 4 0, 4 4))\n";
+const std::string triangleInWkt = "POLYGON ((0 0, 4 0, 4 4))\n";
 
 }  // namespace
 
@@ -55,30 +55,31 @@ TEST(Gunzip, UnpacksWhateverIsReadAtOnce) {
 }
 
 TEST(Gunzip, RefusesFilesThatEndTooEarly) {
-  const std::string bytes = packed(triangle);
+  const std::string bytes = packed(triangleInWkt);
   for (std::size_t size = 0; size < bytes.size(); ++size) {
     EXPECT_EQ(refusalOf(bytes.substr(0, size)), "cannot be unpacked: the gzip file ends too early");
   }
 }
 
 TEST(Gunzip, RefusesDamagedFiles) {
-  std::string bytes = packed(triangle);
+  std::string bytes = packed(triangleInWkt);
   bytes[bytes.size() - 6] = static_cast<char>(bytes[bytes.size() - 6] ^ 1);
   EXPECT_EQ(refusalOf(bytes), "cannot be unpacked: the gzip file is damaged");
 }
 
 TEST(Gunzip, RefusesDataOfZlibThatAreNoGzipFile) {
-  uLongf size = compressBound(triangle.size());
+  uLongf size = compressBound(triangleInWkt.size());
   std::string bytes(size, '\0');
-  ASSERT_EQ(compress(reinterpret_cast<unsigned char*>(bytes.data()), &size,
-                     reinterpret_cast<const unsigned char*>(triangle.data()), triangle.size()),
-            Z_OK);
+  ASSERT_EQ(
+      compress(reinterpret_cast<unsigned char*>(bytes.data()), &size,
+               reinterpret_cast<const unsigned char*>(triangleInWkt.data()), triangleInWkt.size()),
+      Z_OK);
   bytes.resize(size);
   EXPECT_EQ(refusalOf(bytes), "cannot be unpacked: the gzip file is damaged");
 }
 
 TEST(Gunzip, TakesNoMorePackedBytesThanItNeeds) {
-  const std::string bytes = packed(triangle);
+  const std::string bytes = packed(triangleInWkt);
   std::size_t calls = 0;
   Gunzip gunzip([&](char* buffer, std::size_t room) {
     ++calls;
@@ -88,18 +89,18 @@ TEST(Gunzip, TakesNoMorePackedBytesThanItNeeds) {
   EXPECT_FALSE(gunzip.hasMore());
   EXPECT_EQ(gunzip.read(piece.data(), 1), 1U);
   EXPECT_TRUE(gunzip.hasMore());
-  EXPECT_EQ(gunzip.read(piece.data() + 1, 99), triangle.size() - 1);
-  EXPECT_EQ(piece.substr(0, triangle.size()), triangle);
+  EXPECT_EQ(gunzip.read(piece.data() + 1, 99), triangleInWkt.size() - 1);
+  EXPECT_EQ(piece.substr(0, triangleInWkt.size()), triangleInWkt);
   EXPECT_FALSE(gunzip.hasMore());
   EXPECT_EQ(calls, 1U);
 }
 
 TEST(Gunzip, PackedFilesAreReadLikeOthers) {
-  const auto found = texts::read("wkt", packed(triangle));
+  const auto found = texts::read("wkt", packed(triangleInWkt));
   ASSERT_EQ(found.features.size(), 1);
   EXPECT_EQ(found.features[0].geometry.parts[0].outline.size(), 3);
-  EXPECT_EQ(texts::guess(packed(triangle)), "wkt");
+  EXPECT_EQ(texts::guess(packed(triangleInWkt)), "wkt");
   EXPECT_EQ(formatByEnding("a.wkt.gz"), formatNamed("wkt"));
-  EXPECT_EQ(texts::flawOf("wkt", packed(triangle).substr(0, 20)),
+  EXPECT_EQ(texts::flawOf("wkt", packed(triangleInWkt).substr(0, 20)),
             "cannot be unpacked: the gzip file ends too early");
 }

@@ -87,6 +87,9 @@ std::string written(const std::string& format, const std::vector<formats::Featur
 /// The text as a gzip file.
 std::string packed(const std::string& text);
 
+/// A triangle as GeoJSON.
+inline const std::string triangle = R"({"type":"Polygon","coordinates":[[[0,0],[4,0],[4,4]]]})";
+
 /// A square with a corner at (0, 0), which runs from the x axis towards the y axis.
 formats::Points square(double size);
 /// A feature of one outline.

@@ -10,10 +10,9 @@
 #include "../texts.h"
 
 using namespace formats;
+using texts::triangle;
 
 namespace {
-
-const std::string triangle = R"({"type":"Polygon","coordinates":[[[0,0],[4,0],[4,4]]]})";
 
 std::string withLabel(const std::string& label) {
   return R"({"type":"Feature","properties":{"label":)" + label + R"(},"geometry":)" + triangle +
@@ -32,7 +31,7 @@ std::optional<std::string> idIn(const std::string& id) {
   return texts::read("geojsonl", withId(id)).features.at(0).id;
 }
 
-std::string problemOf(const std::string& line) { return texts::problemOf("geojsonl", line); }
+std::string problemOfLine(const std::string& line) { return texts::problemOf("geojsonl", line); }
 
 }  // namespace
 
@@ -44,7 +43,7 @@ TEST(GeoJsonFeature, ALabelIsAWholeNumberOrAText) {
   EXPECT_EQ(labelIn("null"), std::nullopt);
   EXPECT_EQ(labelIn("null "), std::nullopt);
   for (const char* bad : {"true", "-1", "-0.5", "1.5", "4294967296", "[1]"}) {
-    EXPECT_EQ(problemOf(withLabel(bad)),
+    EXPECT_EQ(problemOfLine(withLabel(bad)),
               "label is " + std::string(bad) + ", not a whole number from 0 to 4294967295");
   }
 }
@@ -82,18 +81,18 @@ TEST(GeoJsonFeature, TheFirstProblemIsNamedAndTheOtherMembersAreRead) {
 }
 
 TEST(GeoJsonFeature, HasAGeometry) {
-  EXPECT_EQ(problemOf(R"({"type":"Feature","properties":{}})"), "no geometry");
-  EXPECT_EQ(problemOf(R"({"type":"Feature","geometry":null})"), "no geometry");
-  EXPECT_EQ(problemOf(R"({"type":"Feature","geometry":5})"), "5 is not a geometry");
-  EXPECT_EQ(problemOf(R"({"type":"Feature","geometry":{"type":"Circle", "radius":1}})"),
+  EXPECT_EQ(problemOfLine(R"({"type":"Feature","properties":{}})"), "no geometry");
+  EXPECT_EQ(problemOfLine(R"({"type":"Feature","geometry":null})"), "no geometry");
+  EXPECT_EQ(problemOfLine(R"({"type":"Feature","geometry":5})"), "5 is not a geometry");
+  EXPECT_EQ(problemOfLine(R"({"type":"Feature","geometry":{"type":"Circle", "radius":1}})"),
             R"({"type":"Circle","radius":1} is not a geometry)");
-  EXPECT_EQ(problemOf(R"({"type":"Feature","geometry":{"type":"Feature"}})"),
+  EXPECT_EQ(problemOfLine(R"({"type":"Feature","geometry":{"type":"Feature"}})"),
             R"({"type":"Feature"} is not a geometry)");
 }
 
 TEST(GeoJsonFeature, OtherTextIsNone) {
   for (const char* bad : {"5", "[1]", "{}", R"({"type":"Topology"})", R"({"type":5})",
                           R"({"type":null})", R"({"type":"feature"})"}) {
-    EXPECT_EQ(problemOf(bad), std::string(bad) + " is not a Feature");
+    EXPECT_EQ(problemOfLine(bad), std::string(bad) + " is not a Feature");
   }
 }

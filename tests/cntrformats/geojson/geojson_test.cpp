@@ -18,12 +18,12 @@ namespace {
 
 using Json = nlohmann::ordered_json;
 
-const std::string triangle =
+const std::string boundedTriangle =
     R"({"type":"Polygon","coordinates":[[[0,0],[0,2],[2,0],[0,0]]],"bbox":[0,0,2,2]})";
 
 std::string feature(const std::string& members) {
   return R"({"type":"Feature",)" + members + R"("properties":{"label":3,"k":[1]},"geometry":)" +
-         triangle + "}";
+         boundedTriangle + "}";
 }
 
 std::string collection(const std::string& features, const std::string& after = "") {
@@ -34,7 +34,7 @@ std::string collection(const std::string& features, const std::string& after = "
 
 TEST(GeoJsonReader, HandsOverFeaturesAndMembers) {
   const auto found = texts::read(
-      "geojson", collection(feature(R"("id":5,)") + "," + triangle, R"(,"licence":"CC0")"));
+      "geojson", collection(feature(R"("id":5,)") + "," + boundedTriangle, R"(,"licence":"CC0")"));
   ASSERT_EQ(found.features.size(), 2);
   EXPECT_EQ(found.features[0].label, Label(3UL));
   EXPECT_EQ(found.features[0].id, "5");
@@ -45,7 +45,7 @@ TEST(GeoJsonReader, HandsOverFeaturesAndMembers) {
   EXPECT_EQ(*valueOf(found.members, "name"), R"("a")");
   EXPECT_EQ(*valueOf(found.members, "licence"), R"("CC0")");
   EXPECT_FALSE(found.places[0].isLone);
-  EXPECT_TRUE(texts::read("geojson", triangle).places[0].isLone);
+  EXPECT_TRUE(texts::read("geojson", boundedTriangle).places[0].isLone);
 }
 
 TEST(GeoJsonReader, KeepsTheSourceOnRequestOnly) {
@@ -64,8 +64,8 @@ TEST(GeoJsonReader, KeepsTheSourceOnRequestOnly) {
 }
 
 TEST(GeoJsonReader, KeepsALabelThatIsText) {
-  const std::string text =
-      R"({"type":"Feature","properties":{"label":"nut \u00e9"},"geometry":)" + triangle + "}";
+  const std::string text = R"({"type":"Feature","properties":{"label":"nut \u00e9"},"geometry":)" +
+                           boundedTriangle + "}";
   const auto found = texts::read("geojsonl", text);
   EXPECT_EQ(found.features.at(0).label, Label("nut \u00e9"));
   EXPECT_EQ(texts::written("geojsonl", found.features),
@@ -99,15 +99,16 @@ TEST(GeoJsonReader, RefusesWhatIsNoGeoJson) {
 }
 
 TEST(GeoJsonLinesReader, CountsLinesAndRecords) {
-  const auto lines = texts::read("geojsonl", "\n" + triangle + "\r\n\n" + triangle);
+  const auto lines = texts::read("geojsonl", "\n" + boundedTriangle + "\r\n\n" + boundedTriangle);
   ASSERT_EQ(lines.places.size(), 2);
   EXPECT_EQ(lines.places[1].line, 4);
   EXPECT_EQ(lines.places[1].number, 2);
-  const auto records = texts::read("geojsonl", "\x1e" + triangle + "\n\x1e\n" + triangle + "\n");
+  const auto records =
+      texts::read("geojsonl", "\x1e" + boundedTriangle + "\n\x1e\n" + boundedTriangle + "\n");
   ASSERT_EQ(records.features.size(), 2);
   EXPECT_THAT(texts::read("geojsonl", "{\n").complaints,
               ElementsAre("1: not JSON: line 1, column 1: a bracket is not closed"));
-  EXPECT_THAT(texts::read("geojsonl", collection(triangle)).complaints,
+  EXPECT_THAT(texts::read("geojsonl", collection(boundedTriangle)).complaints,
               ElementsAre("1: a whole FeatureCollection, which is no line of GeoJSON lines"));
 }
 
@@ -122,10 +123,10 @@ TEST(GeoJsonWriter, ClosesAndTurnsRings) {
 }
 
 TEST(GeoJsonWriter, ADocumentHasAFeatureToALine) {
-  const Feature lone = texts::read("geojson", triangle, Keep::eSourceToo).features[0];
+  const Feature lone = texts::read("geojson", boundedTriangle, Keep::eSourceToo).features[0];
   EXPECT_EQ(texts::written("geojson", {lone, lone}, Rings::eAsTheyWere),
-            "{\n\"type\": \"FeatureCollection\",\n\"features\": [\n" + triangle + ",\n" + triangle +
-                "\n]\n}\n");
+            "{\n\"type\": \"FeatureCollection\",\n\"features\": [\n" + boundedTriangle + ",\n" +
+                boundedTriangle + "\n]\n}\n");
   EXPECT_EQ(texts::written("geojson", {}),
             "{\n\"type\": \"FeatureCollection\",\n\"features\": [\n]\n}\n");
 }
@@ -142,7 +143,7 @@ TEST(GeoJsonWriter, WhatWasReadIsWrittenWithAllThatIsInIt) {
 TEST(GeoJsonReader, CollectionsPassOverEmptyGeometries) {
   const std::string empty = R"({"type":"Polygon","coordinates":[]})";
   const auto found = texts::read("geojsonl", R"({"type":"GeometryCollection","geometries":[)" +
-                                                 empty + "," + triangle +
+                                                 empty + "," + boundedTriangle +
                                                  R"(,{"type":"MultiPolygon","coordinates":[[]]}]})"
                                                  "\n"
                                                  R"({"type":"GeometryCollection","geometries":[)" +
@@ -155,11 +156,11 @@ TEST(GeoJsonReader, CollectionsPassOverEmptyGeometries) {
 TEST(GeoJsonReader, CollectionsOfGeometriesAreOneFeature) {
   const auto found = texts::read(
       "geojsonl",
-      R"({"type":"GeometryCollection","geometries":[)" + triangle +
+      R"({"type":"GeometryCollection","geometries":[)" + boundedTriangle +
           R"(,{"type":"MultiPolygon","coordinates":[[],[[[5,5],[6,5],[6,6]]]]}]})"
           "\n"
           R"({"type":"GeometryCollection","geometries":[)" +
-          triangle +
+          boundedTriangle +
           R"(,{"type":"LineString","coordinates":[[0,0],[1,1]]}]})"
           "\n"
           R"({"type":"GeometryCollection","geometries":[{"type":"Point","coordinates":[0,0]}]})");
@@ -210,11 +211,11 @@ TEST(GeoJsonFeature, NewOutlinesReplaceWhatDescribedTheOldOnes) {
                   {"properties", {{"label", 3}, {"k", {1}}}},
                   {"geometry", {{"type", "Polygon"}, {"coordinates", coordinates}}}}));
 
-  Feature bare = texts::read("geojson", triangle, Keep::eSourceToo).features.at(0);
+  Feature bare = texts::read("geojson", boundedTriangle, Keep::eSourceToo).features.at(0);
   replaceGeometry(bare, square);
   EXPECT_EQ(Json::parse(bare.text), (Json{{"type", "Polygon"}, {"coordinates", coordinates}}));
 
-  Feature sourceless = texts::read("geojson", triangle).features.at(0);
+  Feature sourceless = texts::read("geojson", boundedTriangle).features.at(0);
   replaceGeometry(sourceless, square);
   EXPECT_EQ(sourceless.text, "");
 }

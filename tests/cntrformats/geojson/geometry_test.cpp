@@ -17,7 +17,7 @@ std::string geometry(const std::string& type, const std::string& coordinates) {
   return R"({"type":")" + type + R"(","coordinates":)" + coordinates + "}";
 }
 
-const std::string triangle = "[[0,0],[4,0],[4,4]]";
+const std::string triangleVertices = "[[0,0],[4,0],[4,4]]";
 
 /// The geometry of a line of GeoJSON lines that can be read.
 Geometry geometryIn(const std::string& json) {
@@ -44,7 +44,7 @@ INSTANTIATE_TEST_SUITE_P(
         BadGeometry{"NoPoints", geometry("Polygon", "[[]]"), "outline has 0 points, but needs 3"},
         BadGeometry{"NoOutline", geometry("Polygon", "[]"), "no outline"},
         BadGeometry{"SecondHoleOfOnePoint",
-                    geometry("Polygon", "[" + triangle + ",[[1,1],[2,1],[2,2]],[[1,1]]]"),
+                    geometry("Polygon", "[" + triangleVertices + ",[[1,1],[2,1],[2,2]],[[1,1]]]"),
                     "hole 2 has 1 point, but needs 3"},
         BadGeometry{"LineOfOnePoint", geometry("LineString", "[[1,1]]"),
                     "line has 1 point, but needs 2"},
@@ -57,20 +57,21 @@ INSTANTIATE_TEST_SUITE_P(
                     "line, vertex 1: [1] is not a position [x, y]"},
         BadGeometry{"NumberForPosition", geometry("Polygon", "[[0,0,1]]"),
                     "outline, vertex 0: 0 is not a position [x, y]"},
-        BadGeometry{"NumberForRing", geometry("Polygon", "[" + triangle + ",5]"),
+        BadGeometry{"NumberForRing", geometry("Polygon", "[" + triangleVertices + ",5]"),
                     "hole 1: 5 is not a list"},
         BadGeometry{"NumberForCoordinates", geometry("Polygon", "5"),
                     "coordinates: 5 is not a list"},
         BadGeometry{"NumberForLine", geometry("LineString", "5"), "line: 5 is not a list"},
-        BadGeometry{"NumberForPart", geometry("MultiPolygon", "[[" + triangle + "],5]"),
+        BadGeometry{"NumberForPart", geometry("MultiPolygon", "[[" + triangleVertices + "],5]"),
                     "part 2, coordinates: 5 is not a list"},
         BadGeometry{"NumberForParts", geometry("MultiPolygon", "5"),
                     "coordinates: 5 is not a list"},
         BadGeometry{"PlaceInAPart",
-                    geometry("MultiPolygon",
-                             "[[" + triangle + "],[" + triangle + R"(,[[21,1],[22,1],[22,"2"]]]])"),
+                    geometry("MultiPolygon", "[[" + triangleVertices + "],[" + triangleVertices +
+                                                 R"(,[[21,1],[22,1],[22,"2"]]]])"),
                     R"(part 2, hole 1, vertex 2: y is "2", not a number)"},
-        BadGeometry{"OutlineOfAPart", geometry("MultiPolygon", "[[" + triangle + "],[[[1,1]]]]"),
+        BadGeometry{"OutlineOfAPart",
+                    geometry("MultiPolygon", "[[" + triangleVertices + "],[[[1,1]]]]"),
                     "part 2, outline has 1 point, but needs 3"},
         BadGeometry{"LineInAPart", geometry("MultiLineString", "[[[0,0],[1,1]],[[2,2]]]"),
                     "part 2, line has 1 point, but needs 2"},
@@ -104,20 +105,20 @@ INSTANTIATE_TEST_SUITE_P(
     [](const auto& tested) { return std::string(tested.param.name); });
 
 TEST(GeoJsonGeometry, ItsTypeSaysWhetherItIsClosedAndHasSeveralParts) {
-  const Geometry polygon = geometryIn(geometry("Polygon", "[" + triangle + "]"));
+  const Geometry polygon = geometryIn(geometry("Polygon", "[" + triangleVertices + "]"));
   EXPECT_TRUE(polygon.closed);
   EXPECT_FALSE(polygon.multiple);
-  const Geometry polygons = geometryIn(geometry("MultiPolygon", "[[" + triangle + "]]"));
+  const Geometry polygons = geometryIn(geometry("MultiPolygon", "[[" + triangleVertices + "]]"));
   EXPECT_TRUE(polygons.closed);
   EXPECT_TRUE(polygons.multiple);
-  const Geometry line = geometryIn(geometry("LineString", triangle));
+  const Geometry line = geometryIn(geometry("LineString", triangleVertices));
   EXPECT_FALSE(line.closed);
   EXPECT_FALSE(line.multiple);
-  const Geometry lines = geometryIn(geometry("MultiLineString", "[" + triangle + "]"));
+  const Geometry lines = geometryIn(geometry("MultiLineString", "[" + triangleVertices + "]"));
   EXPECT_FALSE(lines.closed);
   EXPECT_TRUE(lines.multiple);
   const Geometry collection = geometryIn(R"({"type":"GeometryCollection","geometries":[)" +
-                                         geometry("LineString", triangle) + "]}");
+                                         geometry("LineString", triangleVertices) + "]}");
   EXPECT_FALSE(collection.closed);
   EXPECT_TRUE(collection.multiple);
 }
@@ -129,11 +130,12 @@ TEST(GeoJsonGeometry, EmptyLinesAmongOthersArePassedOver) {
 }
 
 TEST(GeoJsonGeometry, MembersOfOtherTypesMeanNothing) {
-  EXPECT_EQ(geometryIn(R"({"type":"Polygon","geometries":5,"coordinates":[)" + triangle + "]}")
-                .parts.size(),
-            1);
+  EXPECT_EQ(
+      geometryIn(R"({"type":"Polygon","geometries":5,"coordinates":[)" + triangleVertices + "]}")
+          .parts.size(),
+      1);
   EXPECT_EQ(geometryIn(R"({"type":"GeometryCollection","coordinates":5,"geometries":[)" +
-                       geometry("Polygon", "[" + triangle + "]") + "]}")
+                       geometry("Polygon", "[" + triangleVertices + "]") + "]}")
                 .parts.size(),
             1);
 }

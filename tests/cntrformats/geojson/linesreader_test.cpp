@@ -8,12 +8,7 @@
 #include "../texts.h"
 
 using namespace formats;
-
-namespace {
-
-const std::string triangle = R"({"type":"Polygon","coordinates":[[[0,0],[4,0],[4,4]]]})";
-
-}  // namespace
+using texts::triangle;
 
 TEST(GeoJsonLines, RecordsKnowTheLinesOnWhichTheyBegin) {
   const std::string record =

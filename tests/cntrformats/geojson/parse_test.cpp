@@ -21,7 +21,7 @@ struct BadText {
 class ABadText : public testing::TestWithParam<BadText> {};
 
 /// What is wrong with the members of a Feature on the second line of a file.
-std::string problemOf(const std::string& members) {
+std::string problemOfMembers(const std::string& members) {
   return texts::problemOf("geojsonl", "\n" + (R"({"type":"Feature",)" + members));
 }
 
@@ -33,11 +33,12 @@ std::string nested(std::size_t depth, const std::string& open, const std::string
 
 /// A Feature with a member that is nested so deep.
 std::string problemOfNested(std::size_t depth, const std::string& open, const std::string& close) {
-  return problemOf(R"("geometry":null,"a":)" + nested(depth, open, close) + "}");
+  return problemOfMembers(R"("geometry":null,"a":)" + nested(depth, open, close) + "}");
 }
 
 TEST_P(ABadText, IsNamedWithThePlace) {
-  EXPECT_EQ(problemOf(GetParam().text), std::string("not JSON: line 2") + GetParam().message);
+  EXPECT_EQ(problemOfMembers(GetParam().text),
+            std::string("not JSON: line 2") + GetParam().message);
 }
 
 INSTANTIATE_TEST_SUITE_P(

@@ -12,10 +12,10 @@
 using namespace formats;
 using testing::ElementsAre;
 using testing::IsEmpty;
+using texts::triangle;
 
 namespace {
 
-const std::string triangle = R"({"type":"Polygon","coordinates":[[[0,0],[4,0],[4,4]]]})";
 const std::string noGeoJson =
     "not GeoJSON: neither a FeatureCollection, nor a Feature, nor a geometry";
 

@@ -18,7 +18,7 @@ using testing::ElementsAre;
 
 namespace {
 
-const std::string collection = R"({
+const std::string document = R"({
   "type": "FeatureCollection",
   "name": "a \"}] b",
   "features": [
@@ -42,7 +42,7 @@ std::string described(const texts::Found& found) {
 }  // namespace
 
 TEST(Window, ItsSizeChangesNothing) {
-  const auto whole = texts::readDocument(collection, Source::mostAtOnce);
+  const auto whole = texts::readDocument(document, Source::mostAtOnce);
   ASSERT_EQ(whole.features.size(), 2);
   EXPECT_THAT(whole.complaints,
               ElementsAre("2: a Point has no outline",
@@ -50,13 +50,13 @@ TEST(Window, ItsSizeChangesNothing) {
                           "missing, wrong or too much"));
   EXPECT_EQ(whole.features[0].label, Label("}"));
   EXPECT_EQ(*valueOf(whole.members, "licence"), R"(["CC0"])");
-  for (std::size_t size = 1; size <= collection.size() + 1; ++size) {
-    EXPECT_EQ(described(texts::readDocument(collection, size)), described(whole)) << size;
+  for (std::size_t size = 1; size <= document.size() + 1; ++size) {
+    EXPECT_EQ(described(texts::readDocument(document, size)), described(whole)) << size;
   }
 }
 
 TEST(Window, FlawsAreNamedWithTheirPlaceWhateverItsSize) {
-  const std::string open = collection.substr(0, collection.find("    {\"type\":\"Point\""));
+  const std::string open = document.substr(0, document.find("    {\"type\":\"Point\""));
   const std::pair<std::string, std::string> flaws[] = {
       {open, "not JSON: line 6, column 1: a value expected, not the end"},
       {open + "{\"type\":[", "not JSON: line 6, column 1: the value that begins here does not end"},
@@ -77,7 +77,7 @@ TEST(Window, FlawsAreNamedWithTheirPlaceWhateverItsSize) {
 
 TEST(Window, BlanksOfAllKindsAreSkipped) {
   std::string text;
-  for (const char c : collection) {
+  for (const char c : document) {
     text += c == '\n' ? std::string("\r\n\t") : std::string(1, c);
   }
   const auto found = texts::readDocument(text, 3);

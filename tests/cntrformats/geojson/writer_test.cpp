@@ -15,12 +15,13 @@ using namespace formats;
 
 namespace {
 
-const std::string triangle = R"({"type":"Polygon","coordinates":[[[0,0],[4,0],[4,4],[0,0]]]})";
+const std::string closedTriangle =
+    R"({"type":"Polygon","coordinates":[[[0,0],[4,0],[4,4],[0,0]]]})";
 /// The same on several lines.
 const std::string spread =
     "{\"type\": \"Polygon\",\r\n\"coordinates\":[[[0,0],[4,0],[4,4],[0,0]]]}";
 
-Feature readAs(const std::string& json) {
+Feature loneFeature(const std::string& json) {
   return texts::read("geojson", json, Keep::eSourceToo).features.at(0);
 }
 
@@ -39,16 +40,17 @@ TEST(GeoJsonDocumentWriter, PutsMembersWhereTheyCameFrom) {
   const auto writer = makeGeoJsonWriter(out, Rings::eAsTheyWere);
   EXPECT_TRUE(writer->takeMembers({{"type", "\"FeatureCollection\""}, {"name", "\"a\""}}));
   EXPECT_EQ(out.str(), "{\n\"type\": \"FeatureCollection\",\n\"name\": \"a\",\n\"features\": [");
-  writer->write(writer->prepare(readAs(triangle), false));
+  writer->write(writer->prepare(loneFeature(closedTriangle), false));
   EXPECT_TRUE(writer->takeMembers({{"licence", "\"CC0\""}, {"n", "[1]"}}));
   writer->finish();
   EXPECT_EQ(out.str(), "{\n\"type\": \"FeatureCollection\",\n\"name\": \"a\",\n\"features\": [\n" +
-                           triangle + "\n],\n\"licence\": \"CC0\",\n\"n\": [1]\n}\n");
+                           closedTriangle + "\n],\n\"licence\": \"CC0\",\n\"n\": [1]\n}\n");
 }
 
 TEST(GeoJsonDocumentWriter, AGeometryAmongFeaturesBecomesAFeature) {
-  const std::string feature = R"({"type":"Feature","properties":{},"geometry":)" + triangle + "}";
-  EXPECT_EQ(texts::written("geojson", {readAs(triangle), readAs(feature)}),
+  const std::string feature =
+      R"({"type":"Feature","properties":{},"geometry":)" + closedTriangle + "}";
+  EXPECT_EQ(texts::written("geojson", {loneFeature(closedTriangle), loneFeature(feature)}),
             "{\n\"type\": \"FeatureCollection\",\n\"features\": [\n" + feature + ",\n" + feature +
                 "\n]\n}\n");
 }
@@ -57,7 +59,7 @@ TEST(GeoJsonDocumentWriter, ALoneFeatureIsTheWholeFile) {
   for (const Rings rings : {Rings::eAsTheyWere, Rings::eAsGeoJsonWants}) {
     std::ostringstream out;
     const auto writer = makeGeoJsonWriter(out, rings);
-    writer->write(writer->prepare(readAs(spread), true));
+    writer->write(writer->prepare(loneFeature(spread), true));
     writer->finish();
     EXPECT_EQ(out.str(), spread + "\n");
   }
@@ -75,7 +77,7 @@ TEST(GeoJsonDocumentWriter, KeepsTheTextOfWhatCannotBeRead) {
 }
 
 TEST(GeoJsonLinesWriter, PutsEachFeatureOnOneLine) {
-  EXPECT_EQ(texts::written("geojsonl", {readAs(spread)}), triangle + "\n");
+  EXPECT_EQ(texts::written("geojsonl", {loneFeature(spread)}), closedTriangle + "\n");
   const std::string blanks = R"({"type": "Point"})";
   std::ostringstream out;
   const auto writer = makeGeoJsonLinesWriter(out, Rings::eAsTheyWere);
@@ -83,7 +85,8 @@ TEST(GeoJsonLinesWriter, PutsEachFeatureOnOneLine) {
   writer->write(*writer->prepareUnreadable(unreadable(spread), false));
   writer->write(*writer->prepareUnreadable(unreadable(blanks), false));
   writer->finish();
-  EXPECT_EQ(out.str(), triangle + "\n" + blanks + "\n") << "what is on one line keeps its blanks";
+  EXPECT_EQ(out.str(), closedTriangle + "\n" + blanks + "\n")
+      << "what is on one line keeps its blanks";
 }
 
 TEST(GeoJsonLinesWriter, HasNoPlaceForMembers) {

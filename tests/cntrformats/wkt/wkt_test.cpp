@@ -23,7 +23,7 @@ struct BadWkt {
 class ABadWkt : public testing::TestWithParam<BadWkt> {};
 
 /// The geometry of the first feature.
-Geometry geometryIn(const std::string& text) {
+Geometry firstGeometry(const std::string& text) {
   return texts::read("wkt", text).features.at(0).geometry;
 }
 
@@ -110,7 +110,7 @@ TEST(WktReader, PassesOverHeightsAndMeasures) {
                            "POLYGON ZM ((0 0 1 2, 4 0 3 4, 4 4 5 6))",
                            "POLYGONZM ((0 0 1 2, 4 0 3 4, 4 4 5 6))", "Polygon m ((0 0, 4 0, 4 4))",
                            "POLYGON ((0 0 1, 4 0, 4 4 1 2))", "LINEARRING (0 0, 4 0, 4 4, 0 0)"}) {
-    const Geometry geometry = geometryIn(text);
+    const Geometry geometry = firstGeometry(text);
     EXPECT_TRUE(geometry.closed);
     EXPECT_FALSE(geometry.multiple);
     ASSERT_EQ(geometry.parts.size(), 1) << text;
@@ -124,7 +124,7 @@ TEST(WktReader, NumbersMayBeWrittenInAnyWayAndBetweenAnyBlanks) {
        {"LINESTRING (-1e1 +0, 2.5E1 .5, 1 2)", "LINESTRING\t(\t-10\t0\t,25\t0.5\t,\t1\t2)",
         "LINESTRING (-10 0 ,25 0.5 , 1 2 )", "LINESTRING (-10\n0,25\n0.5,\r\n1\r\n2\r\n)",
         "LINESTRING (-10\r0, 25\r.5, 1 2\r)"}) {
-    EXPECT_EQ(geometryIn(text).parts[0].outline, expected) << text;
+    EXPECT_EQ(firstGeometry(text).parts[0].outline, expected) << text;
   }
 }
 
