@@ -14,6 +14,7 @@
 #include <cntr/region.h>
 #include <cntr/simplify.h>
 
+#include "probes.h"
 #include "signature.h"
 
 namespace {
@@ -23,22 +24,6 @@ using Edgelets = std::vector<qcEdgelet>;
 using Vector = qcVector<2>;
 using ManyPoints = std::span<const qcVector<2>>;
 using Contour = qcContour;
-
-/// The protected names, as a derived class sees them.
-struct Probe : qcContour {
-  using qcContour::checkEmptyContour;
-  using qcContour::cleanCacheInfo;
-  using qcContour::computeLineSegs;
-  using qcContour::dispatchSerialize;
-  using qcContour::intersections;
-  using qcContour::lineSegs;
-  using qcContour::makeDataConsistentWithPoints;
-  using qcContour::makePointsConsistentWithData;
-  using qcContour::medianFeatureSize;
-  using qcContour::serialize_;
-  using qcContour::setPoints;
-  using qcContour::validLine;
-};
 
 // The model.
 static_assert(std::is_base_of_v<qcPersistent, Contour> && std::is_base_of_v<qcRepBase, Contour>);
@@ -51,24 +36,25 @@ static_assert(hasSignature<bool (Contour::*)(const Contour&) const>(&Contour::op
 static_assert(std::has_virtual_destructor_v<Contour>);
 static_assert(hasSignature<const Points& (Contour::*)() const>(&Contour::points));
 static_assert(hasSignature<void (Contour::*)(const Points&)>(&Contour::points));
-static_assert(isDeclaredAs<void (Contour::*)(const Points&)>(&Probe::setPoints));
+static_assert(isDeclaredAs<void (Contour::*)(const Points&)>(&ContourProbe::setPoints));
 static_assert(hasSignature<bool (Contour::*)() const>(&Contour::isClosed));
 static_assert(hasSignature<void (Contour::*)(bool)>(&Contour::isClosed));
 static_assert(hasSignature<unsigned long (Contour::*)() const>(&Contour::label));
 static_assert(hasSignature<void (Contour::*)(unsigned long)>(&Contour::label));
 static_assert(hasSignature<long (Contour::*)() const>(&Contour::cachedVectorSize));
 static_assert(hasSignature<void (Contour::*)(long)>(&Contour::cachedVectorSize));
-static_assert(isDeclaredAs<void (Contour::*)() const>(&Probe::checkEmptyContour));
-static_assert(isDeclaredAs<void (Contour::*)()>(&Probe::makeDataConsistentWithPoints));
-static_assert(isDeclaredAs<void (Contour::*)()>(&Probe::makePointsConsistentWithData));
-static_assert(isDeclaredAs<void (Contour::*)()>(&Probe::cleanCacheInfo));
-static_assert(isDeclaredAs<void (Contour::*)(qcArchive&)>(&Probe::dispatchSerialize));
-static_assert(isDeclaredAs<void (Contour::*)(qcArchive&, unsigned char)>(&Probe::serialize_));
+static_assert(isDeclaredAs<void (Contour::*)() const>(&ContourProbe::checkEmptyContour));
+static_assert(isDeclaredAs<void (Contour::*)()>(&ContourProbe::makeDataConsistentWithPoints));
+static_assert(isDeclaredAs<void (Contour::*)()>(&ContourProbe::makePointsConsistentWithData));
+static_assert(isDeclaredAs<void (Contour::*)()>(&ContourProbe::cleanCacheInfo));
+static_assert(isDeclaredAs<void (Contour::*)(qcArchive&)>(&ContourProbe::dispatchSerialize));
+static_assert(
+    isDeclaredAs<void (Contour::*)(qcArchive&, unsigned char)>(&ContourProbe::serialize_));
 
 // Measures.
 static_assert(isDeclaredAs<double (Contour::*)() const>(&Contour::length));
 static_assert(isDeclaredAs<Vector (Contour::*)() const>(&Contour::meanPosition));
-static_assert(isDeclaredAs<double (Contour::*)() const>(&Probe::medianFeatureSize));
+static_assert(isDeclaredAs<double (Contour::*)() const>(&ContourProbe::medianFeatureSize));
 static_assert(hasSignature<Vector (Contour::*)(const Vector&, bool) const>(&Contour::closestPoint));
 static_assert(hasSignature<void (Contour::*)(ManyPoints, bool, std::span<Vector>) const>(
     &Contour::closestPoint));
@@ -87,11 +73,13 @@ static_assert(
     isDeclaredAs<double (Contour::*)(qcContourDefs::DiameterMode) const>(&Contour::diameter));
 
 // Edges and crossings.
-static_assert(isDeclaredAs<void (Contour::*)() const>(&Probe::computeLineSegs));
-static_assert(isDeclaredAs<const std::vector<qcLineSeg>& (Contour::*)() const>(&Probe::lineSegs));
-static_assert(isDeclaredAs<const std::vector<bool>& (Contour::*)() const>(&Probe::validLine));
+static_assert(isDeclaredAs<void (Contour::*)() const>(&ContourProbe::computeLineSegs));
+static_assert(
+    isDeclaredAs<const std::vector<qcLineSeg>& (Contour::*)() const>(&ContourProbe::lineSegs));
+static_assert(
+    isDeclaredAs<const std::vector<bool>& (Contour::*)() const>(&ContourProbe::validLine));
 static_assert(hasSignature<Points (Contour::*)(const qcLineSeg&, std::vector<int>&, bool) const>(
-    &Probe::intersections));
+    &ContourProbe::intersections));
 static_assert(
     hasSignature<Points (Contour::*)(const qcLineSeg&, bool) const>(&Contour::intersections));
 static_assert(hasSignature<Points (Contour::*)(const Contour&) const>(&Contour::intersections));

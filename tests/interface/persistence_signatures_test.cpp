@@ -9,17 +9,11 @@
 #include <cntr/contourdefs.h>
 #include <platform/core/archive.h>
 
+#include "probes.h"
 #include "signature.h"
 
 namespace {
 
-struct PersistentProbe : qcPersistent {
-  using qcPersistent::dispatchSerialize;
-  using qcPersistent::haveVisited;
-  using qcPersistent::mutating_;
-  using qcPersistent::serializePointer;
-  using qcPersistent::setVisited;
-};
 static_assert(
     isDeclaredAs<void (qcPersistent::*)(qcArchive&)>(&PersistentProbe::dispatchSerialize));
 static_assert(isDeclaredAs<void (qcPersistent::*)()>(&qcPersistent::reInit));
@@ -94,7 +88,7 @@ static_assert(
     isDeclaredAs<void (Defs::Errors::*)(qcArchive&, unsigned char)>(&ErrorsProbe::serialize_));
 
 template <class X>
-struct Probe : X {
+struct ConcreteErrorProbe : X {
   using X::dispatchSerialize;
   using X::serialize_;
 };
@@ -106,8 +100,9 @@ consteval bool isConcreteError() {
   static_assert(std::is_copy_constructible_v<X> && std::is_copy_assignable_v<X>);
   static_assert(isDeclaredAs<long (X::*)() const>(&X::errorNumber));
   static_assert(isDeclaredAs<void (X::*)()>(&X::suicideAndRethrow));
-  static_assert(isDeclaredAs<void (X::*)(qcArchive&)>(&Probe<X>::dispatchSerialize));
-  static_assert(isDeclaredAs<void (X::*)(qcArchive&, unsigned char)>(&Probe<X>::serialize_));
+  static_assert(isDeclaredAs<void (X::*)(qcArchive&)>(&ConcreteErrorProbe<X>::dispatchSerialize));
+  static_assert(
+      isDeclaredAs<void (X::*)(qcArchive&, unsigned char)>(&ConcreteErrorProbe<X>::serialize_));
   static_assert(isDeclaredAs<void (qcPersistent::*)()>(&X::reInit));
   static_assert(isDeclaredAs<void (qcPersistent::*)(qcArchive&)>(&X::loadSimple));
   return true;

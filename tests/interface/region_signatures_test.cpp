@@ -7,6 +7,7 @@
 
 #include <cntr/regionst.h>
 
+#include "probes.h"
 #include "signature.h"
 
 namespace {
@@ -20,16 +21,6 @@ using Mode = qcContourDefs::IntersectionMode;
 using Handle = qcPtrHandle_const<qcRegion>;
 using Handles = std::vector<Handle>;
 using ChangingHandles = std::vector<qcPtrHandle<qcRegion>>;
-
-/// The protected names, as a derived class sees them.
-struct RegionProbe : qcRegion {
-  using qcRegion::checkEmptyContour;
-  using qcRegion::cleanCacheInfo;
-  using qcRegion::dispatchSerialize;
-  using qcRegion::makeDataConsistentWithPoints;
-  using qcRegion::makePointsConsistentWithData;
-  using qcRegion::serialize_;
-};
 
 // The region's model.
 static_assert(std::is_base_of_v<qcContour, Region>);
@@ -88,16 +79,6 @@ static_assert(
     hasSignature<Points (Region::*)(const qcContour&, bool) const>(&Region::intersections));
 static_assert(isDeclaredAs<void (Region::*)(Region&) const>(&Region::regularize));
 static_assert(isDeclaredAs<void (Region::*)(Region&) const>(&Region::outerHull));
-
-struct SetProbe : qcRegionSet {
-  using qcRegionSet::checkEmptyRegionSet;
-  using qcRegionSet::cleanCacheInfo;
-  using qcRegionSet::dispatchSerialize;
-  using qcRegionSet::makeDataConsistentWithPoints;
-  using qcRegionSet::makePointsConsistentWithData;
-  using qcRegionSet::serialize_;
-  using qcRegionSet::setRegions;
-};
 
 // The set's model.
 static_assert(std::is_base_of_v<qcPersistent, Set> && std::is_base_of_v<qcRepBase, Set>);

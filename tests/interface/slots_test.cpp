@@ -9,6 +9,8 @@
 #include <cntr/regionst.h>
 #include <gtest/gtest.h>
 
+#include "probes.h"
+
 #if defined(__x86_64__) && defined(__GXX_ABI_VERSION)
 
 namespace {
@@ -24,50 +26,34 @@ std::size_t slot(Signature Class::*function) {
 
 using Slots = std::vector<std::size_t>;
 
-struct Persistent : qcPersistent {
-  using qcPersistent::dispatchSerialize;
-};
-
 TEST(SlotsTest, ArchivableObjectsHaveDestructorRecordAndHooks) {
-  EXPECT_EQ((Slots{slot<qcPersistent>(&Persistent::dispatchSerialize), slot(&qcPersistent::reInit),
-                   slot(&qcPersistent::loadSimple)}),
+  EXPECT_EQ((Slots{slot<qcPersistent>(&PersistentProbe::dispatchSerialize),
+                   slot(&qcPersistent::reInit), slot(&qcPersistent::loadSimple)}),
             (Slots{2, 3, 4}));
 }
 
-struct Exception : qcException {
+struct ExceptionProbe : qcException {
   using qcException::dispatchSerialize;
 };
 
 // what() of std::exception has slot 2.
 TEST(SlotsTest, ExceptionsHaveRecordNumberAndRethrow) {
-  EXPECT_EQ((Slots{slot<qcException>(&Exception::dispatchSerialize),
+  EXPECT_EQ((Slots{slot<qcException>(&ExceptionProbe::dispatchSerialize),
                    slot(&qcException::errorNumber), slot(&qcException::suicideAndRethrow)}),
             (Slots{3, 4, 5}));
 }
-
-struct Contour : qcContour {
-  using qcContour::cleanCacheInfo;
-  using qcContour::makeDataConsistentWithPoints;
-  using qcContour::makePointsConsistentWithData;
-  using qcContour::serialize_;
-};
 
 // Between draw() and serialize_() is dispatchSerialize(), which qcPersistent introduces.
 TEST(SlotsTest, ContoursHavePointsClosednessDrawingRecordAndHooks) {
   EXPECT_EQ((Slots{slot<qcContour, void(const std::vector<qcVector<2>>&)>(&qcContour::points),
                    slot<qcContour, bool() const>(&qcContour::isClosed),
                    slot<qcContour, void(bool)>(&qcContour::isClosed), slot(&qcContour::draw),
-                   slot<qcContour>(&Contour::serialize_),
-                   slot<qcContour>(&Contour::makeDataConsistentWithPoints),
-                   slot<qcContour>(&Contour::makePointsConsistentWithData),
-                   slot<qcContour>(&Contour::cleanCacheInfo)}),
+                   slot<qcContour>(&ContourProbe::serialize_),
+                   slot<qcContour>(&ContourProbe::makeDataConsistentWithPoints),
+                   slot<qcContour>(&ContourProbe::makePointsConsistentWithData),
+                   slot<qcContour>(&ContourProbe::cleanCacheInfo)}),
             (Slots{2, 3, 4, 5, 7, 8, 9, 10}));
 }
-
-struct Region : qcRegion {
-  using qcRegion::cleanCacheInfo;
-  using qcRegion::serialize_;
-};
 
 // The contour is a virtual base, so a region's table begins anew. Drawing without a mode, which the
 // region introduces, stands where it is declared, among the functions that replace the contour's.
@@ -77,22 +63,16 @@ TEST(SlotsTest, RegionsHaveClosednessDrawingWithoutModeRecordAndHook) {
              slot<qcRegion, void(bool)>(&qcRegion::isClosed),
              slot<qcRegion, void(qcUITablet&, const qcColor&, const qcUITablet::Layers&) const>(
                  &qcRegion::draw),
-             slot<qcRegion>(&Region::serialize_), slot<qcRegion>(&Region::cleanCacheInfo)}),
+             slot<qcRegion>(&RegionProbe::serialize_),
+             slot<qcRegion>(&RegionProbe::cleanCacheInfo)}),
       (Slots{2, 3, 4, 6, 7}));
 }
 
-struct Set : qcRegionSet {
-  using qcRegionSet::cleanCacheInfo;
-  using qcRegionSet::makeDataConsistentWithPoints;
-  using qcRegionSet::makePointsConsistentWithData;
-  using qcRegionSet::serialize_;
-};
-
 TEST(SlotsTest, SetsHaveRecordAndHooks) {
-  EXPECT_EQ((Slots{slot<qcRegionSet>(&Set::serialize_),
-                   slot<qcRegionSet>(&Set::makeDataConsistentWithPoints),
-                   slot<qcRegionSet>(&Set::makePointsConsistentWithData),
-                   slot<qcRegionSet>(&Set::cleanCacheInfo)}),
+  EXPECT_EQ((Slots{slot<qcRegionSet>(&SetProbe::serialize_),
+                   slot<qcRegionSet>(&SetProbe::makeDataConsistentWithPoints),
+                   slot<qcRegionSet>(&SetProbe::makePointsConsistentWithData),
+                   slot<qcRegionSet>(&SetProbe::cleanCacheInfo)}),
             (Slots{3, 4, 5, 6}));
 }
 
