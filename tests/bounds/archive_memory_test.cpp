@@ -13,7 +13,7 @@
 
 namespace {
 
-using Handles = std::vector<qcPtrHandle_const<qcRegion>>;
+using Regions = std::vector<qcPtrHandle_const<qcRegion>>;
 using Edgelets = std::vector<qcEdgelet>;
 
 std::string header() { return {"QCAR\x01\0\0\0", 8}; }
@@ -48,7 +48,7 @@ TEST(ArchiveMemoryTest, EndlessListsOfOtherThingsTakeRoomForWhatIsThere) {
   const std::string zeros(100000, '\0');
   // A null handle takes 4 bytes in the archive and 16 in memory, and a list grows by doubling its
   // room.
-  EXPECT_LE(peakOfRefusal<Handles>(endlessList(zeros)), firstRoom + 16 * zeros.size());
+  EXPECT_LE(peakOfRefusal<Regions>(endlessList(zeros)), firstRoom + 16 * zeros.size());
   EXPECT_LE(peakOfRefusal<Edgelets>(endlessList(zeros)), firstRoom + 8 * zeros.size());
   EXPECT_LE(peakOfRefusal<std::vector<Edgelets>>(endlessList(zeros)),
             firstRoom + 16 * zeros.size());
@@ -66,7 +66,7 @@ TEST(ArchiveMemoryTest, ALongNameIsRefusedBeforeItIsRead) {
 TEST(ArchiveMemoryTest, ManySmallObjectsTakeASmallMultipleOfTheirBytes) {
   std::ostringstream out;
   {
-    Handles regions;
+    Regions regions;
     for (int i = 0; i < 10000; ++i) {
       regions.push_back(qcPtrHandle<qcRegion>(new qcRegion));
     }
@@ -75,7 +75,7 @@ TEST(ArchiveMemoryTest, ManySmallObjectsTakeASmallMultipleOfTheirBytes) {
   }
   const std::string bytes = out.str();
   std::istringstream in(bytes);
-  Handles loaded;
+  Regions loaded;
   const heap::Watch watch;
   qcStreamArchive loading(in);
   loading || loaded;

@@ -23,8 +23,6 @@ namespace {
 using Points = std::vector<qcVector<2>>;
 using Regions = std::vector<qcPtrHandle_const<qcRegion>>;
 
-constexpr auto keep = qcContourDefs::eNoIntersectionRepair;
-
 Points circle(std::size_t n) { return shapes::regularPolygon(n, 500, {640, 480}); }
 
 // Questions about one contour.

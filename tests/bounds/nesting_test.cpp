@@ -8,12 +8,12 @@
 #include <cntr/regionst.h>
 #include <gtest/gtest.h>
 
+#include "worst_shapes.h"
+
 namespace {
 
 using Handle = qcPtrHandle<qcRegion>;
 using Handles = std::vector<Handle>;
-
-constexpr auto keep = qcContourDefs::eNoIntersectionRepair;
 
 Handle squareAround(const qcVector<2>& center, double radius) {
   const double x = center.x();

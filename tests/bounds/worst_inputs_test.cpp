@@ -21,8 +21,6 @@ namespace {
 using Points = std::vector<qcVector<2>>;
 using Region = qcPtrHandle<qcRegion>;
 
-constexpr auto keep = qcContourDefs::eNoIntersectionRepair;
-
 Points onLine(std::size_t n) {
   Points points;
   for (std::size_t i = 0; i < n; ++i) {
@@ -37,10 +35,10 @@ Points coincidentEdges(std::size_t n) {
   return points;
 }
 
-Points circle(std::size_t n) { return shapes::regularPolygon(n, 500, {0, 0}); }
+Points circleAroundOrigin(std::size_t n) { return shapes::regularPolygon(n, 500, {0, 0}); }
 
 Points circleWith(std::size_t n, const qcVector<2>& p) {
-  Points points = circle(n);
+  Points points = circleAroundOrigin(n);
   points[n / 2] = p;
   return points;
 }
@@ -64,7 +62,7 @@ std::vector<Input> inputs() {
   return {{"all vertices equal", Points(n, {3, 4})},
           {"on a line, in order", onLine(n)},
           {"on a line, anyhow", scatteredOnLine(n)},
-          {"on a circle", circle(n)},
+          {"on a circle", circleAroundOrigin(n)},
           {"on a circle, one not a number", circleWith(n, {notANumber, 1})},
           {"on a circle, one infinite", circleWith(n, {infinity, 1})},
           {"coincident edges", coincidentEdges(n)},

@@ -1,14 +1,18 @@
 // SPDX-License-Identifier: MIT
 //
-// Shapes on which boxes and directions decide nothing.
+// Shapes on which boxes and directions decide nothing, and how they are made.
 
 #pragma once
 
 #include <cstddef>
 #include <vector>
 
+#include <cntr/contourdefs.h>
 #include <platform/core/vector.h>
 #include <testing/shapes/shapes.h>
+
+/// Shapes are made with their crossings as they are.
+constexpr auto keep = qcContourDefs::eNoIntersectionRepair;
 
 /// Edges back and forth along one line, each overlapping many others.
 inline std::vector<qcVector<2>> scatteredOnLine(std::size_t n) {

@@ -5,15 +5,14 @@
 
 #include <cntrtmpl/contourt.h>
 
-#include <functional>
 #include <memory>
-#include <string>
 #include <utility>
 #include <vector>
 
 #include <gtest/gtest.h>
 #include <testing/heap/heap.h>
 
+#include "notices.h"
 #include "probe.h"
 #include "samples.h"
 #include "test_xform.h"
@@ -455,15 +454,9 @@ TEST_F(ContourTTest, MapTThrowsBadWindowAndTouchesNothing) {
 
 // Change notices.
 
-struct NoticeCase {
-  std::string what;
-  std::function<void(ContourT&)> action;
-  unsigned long notices;
-};
-
 TEST_F(ContourTTest, EveryChangeSendsItsNotices) {
   const ContourT other(edgelets_);
-  const std::vector<NoticeCase> cases = {
+  const std::vector<NoticeCase<ContourT>> cases = {
       {"data: once", [&](ContourT& c) { c.data(edgelets_); }, 1},
       {"points: by the setter and by the hook", [&](ContourT& c) { c.points(square_); }, 2},
       {"isClosed", [](ContourT& c) { c.isClosed(false); }, 1},
@@ -477,12 +470,7 @@ TEST_F(ContourTTest, EveryChangeSendsItsNotices) {
        },
        0},
   };
-  for (const NoticeCase& each : cases) {
-    ContourT contour(edgelets_);
-    contour.isTracking(true);
-    each.action(contour);
-    EXPECT_EQ(contour.changes(), each.notices) << each.what;
-  }
+  expectNotices(cases, edgelets_);
 }
 
 TEST_F(ContourTTest, NothingIsCountedWhileTrackingIsOff) {

@@ -5,14 +5,13 @@
 
 #include <cntrtmpl/regionsett.h>
 
-#include <functional>
-#include <string>
 #include <utility>
 #include <vector>
 
 #include <gtest/gtest.h>
 #include <platform/display/recordingtablet.h>
 
+#include "notices.h"
 #include "probe.h"
 #include "samples.h"
 #include "test_xform.h"
@@ -373,15 +372,9 @@ TEST_F(RegionSetTTest, UnsupportedOperationsThrowBadWindowAndTouchNothing) {
 
 // Change notices.
 
-struct NoticeCase {
-  std::string what;
-  std::function<void(RegionSetT&)> action;
-  unsigned long notices;
-};
-
 TEST_F(RegionSetTTest, EveryChangeSendsItsNotices) {
   const RegionSetT other(both_);
-  const std::vector<NoticeCase> cases = {
+  const std::vector<NoticeCase<RegionSetT>> cases = {
       {"add",
        [](RegionSetT& s) {
          s.add(plainAt({20.0, 0.0}), keep);
@@ -393,12 +386,7 @@ TEST_F(RegionSetTTest, EveryChangeSendsItsNotices) {
       {"an answer and the same again", [](RegionSetT& s) { s.area(false), s.area(false); }, 1},
       {"reading: none", [](RegionSetT& s) { s.regionsT(), s.regions(); }, 0},
   };
-  for (const NoticeCase& each : cases) {
-    RegionSetT set(both_);
-    set.isTracking(true);
-    each.action(set);
-    EXPECT_EQ(set.changes(), each.notices) << each.what;
-  }
+  expectNotices(cases, both_);
 }
 
 }  // namespace

@@ -7,9 +7,7 @@
 
 #include <cmath>
 #include <cstdint>
-#include <functional>
 #include <memory>
-#include <string>
 #include <utility>
 #include <vector>
 
@@ -18,6 +16,7 @@
 #include <testing/heap/heap.h>
 #include <tests/platform/archive_bytes.h>
 
+#include "notices.h"
 #include "probe.h"
 #include "samples.h"
 #include "test_xform.h"
@@ -654,15 +653,9 @@ TEST_F(RegionTTest, WritingToItAsAPlainRegionLeavesTheDataAsTheyWere) {
 
 // Change notices.
 
-struct NoticeCase {
-  std::string what;
-  std::function<void(RegionT&)> action;
-  unsigned long notices;
-};
-
 TEST_F(RegionTTest, EveryChangeSendsItsNotices) {
   const RegionT other(edgelets_, 7);
-  const std::vector<NoticeCase> cases = {
+  const std::vector<NoticeCase<RegionT>> cases = {
       {"data: once", [&](RegionT& r) { r.data(edgelets_); }, 1},
       {"points: by the setter and by the hook", [&](RegionT& r) { r.points(square_); }, 2},
       {"plain holes: by the setter and by the hook",
@@ -677,12 +670,7 @@ TEST_F(RegionTTest, EveryChangeSendsItsNotices) {
        },
        0},
   };
-  for (const NoticeCase& each : cases) {
-    RegionT region(edgelets_, 7);
-    region.isTracking(true);
-    each.action(region);
-    EXPECT_EQ(region.changes(), each.notices) << each.what;
-  }
+  expectNotices(cases, edgelets_, 7UL);
 }
 
 }  // namespace

@@ -13,24 +13,11 @@
 #include <testing/heap/fail_each.h>
 
 #include "answers.h"
+#include "operation.h"
 
 namespace {
 
 using heap::failEachAllocation;
-
-/// Something that can be done to a shape.
-template <class Shape>
-struct Operation {
-  const char* name;
-  void (*run)(Shape& shape);
-  /// False for what needs no allocation.
-  bool allocates = true;
-};
-
-template <class Shape>
-void PrintTo(const Operation<Shape>& operation, std::ostream* out) {
-  *out << operation.name;
-}
 
 const qcVector<2> somewhere(7.3, 9.1);
 const qcXform<2> skewed(qcMatrix<2>(1, 2, 3, 5), {7, 8});

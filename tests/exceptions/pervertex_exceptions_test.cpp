@@ -10,6 +10,7 @@
 #include <testing/heap/fail_each.h>
 
 #include "answers.h"
+#include "operation.h"
 
 namespace {
 
@@ -42,14 +43,7 @@ void expectInStep(const ContourT& contour) {
   }
 }
 
-struct Operation {
-  const char* name;
-  void (*run)(RegionT& region);
-};
-
-void PrintTo(const Operation& operation, std::ostream* out) { *out << operation.name; }
-
-const Operation operations[] = {
+const Operation<RegionT> regionTOperations[] = {
     {"copying", [](RegionT& r) { const RegionT copy(r); }},
     {"copying as a contour", [](RegionT& r) { const ContourT copy(r); }},
     {"assigning to it",
@@ -77,7 +71,7 @@ const Operation operations[] = {
      }},
 };
 
-class PerVertexExceptionsTest : public testing::TestWithParam<Operation> {};
+class PerVertexExceptionsTest : public testing::TestWithParam<Operation<RegionT>> {};
 
 TEST_P(PerVertexExceptionsTest, PointsAndDataAreInStepAfterEveryFailure) {
   const std::size_t allocations = failEachAllocation(
@@ -89,7 +83,7 @@ TEST_P(PerVertexExceptionsTest, PointsAndDataAreInStepAfterEveryFailure) {
   EXPECT_GT(allocations, 0U);
 }
 
-INSTANTIATE_TEST_SUITE_P(PerVertex, PerVertexExceptionsTest, testing::ValuesIn(operations));
+INSTANTIATE_TEST_SUITE_P(PerVertex, PerVertexExceptionsTest, testing::ValuesIn(regionTOperations));
 
 void expectParallel(const RegionSetT& set) {
   const auto plain = set.regions();

@@ -29,8 +29,6 @@ using Node = qcPtrHandle<testNode>;
 
 const qc_Instantiator nothingMaker(typeid(testNothing), []() -> qcPersistent* { return nullptr; });
 
-std::string newNode(const std::string& id) { return fromHex(id + "000000 08000000 'testNode'"); }
-
 /// One of everything that an archive can hold.
 struct Everything {
   testBox box;

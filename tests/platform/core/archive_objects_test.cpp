@@ -28,8 +28,6 @@ std::string leafRecord(const std::string& value) {
   return fromHex("00 00" + value + "000000 00000000 00 00000000");
 }
 
-std::string newNode(const std::string& id) { return fromHex(id + "000000 08000000 'testNode'"); }
-
 std::string derivedRecord(const std::string& number, const std::string& extra) {
   return fromHex("00 00 00" + number + "000000" + extra + "000000");
 }

@@ -4,6 +4,8 @@
 
 #include "archive_test_objects.h"
 
+#include <tests/platform/archive_bytes.h>
+
 qc_Instantiator testNode::sExemplar(typeid(testNode), &testNode::make);
 qc_Instantiator testOther::sExemplar(typeid(testOther), &testOther::make);
 qc_Instantiator testOwner::sExemplar(typeid(testOwner), &testOwner::make);
@@ -19,6 +21,8 @@ void transferVersion(qcArchive& archive, const char* source) {
 }
 
 }  // namespace
+
+std::string newNode(const std::string& id) { return fromHex(id + "000000 08000000 'testNode'"); }
 
 void testNode::dispatchSerialize(qcArchive& archive) {
   if (haveVisited(this, sizeof(*this))) return;

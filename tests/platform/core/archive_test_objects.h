@@ -6,6 +6,7 @@
 #pragma once
 
 #include <memory>
+#include <string>
 #include <vector>
 
 #include <platform/core/archive.h>
@@ -34,6 +35,10 @@ class testNode : public virtual qcPersistent, public virtual qcRepBase {
   static qc_Instantiator sExemplar;
   LiveCount count_;
 };
+
+/// The bytes of a pointer to a testNode that is new in the archive, up to its record: the id (two
+/// digits) and the name of the class.
+std::string newNode(const std::string& id);
 
 /// Another class that handles can hold. Record: version, qcPersistent.
 class testOther : public virtual qcPersistent, public virtual qcRepBase {

@@ -23,7 +23,7 @@
 namespace {
 
 /// An exception that the tests can count.
-class Counted : public qcExceptionWithString {
+class CountedException : public qcExceptionWithString {
  public:
   using qcExceptionWithString::qcExceptionWithString;
   void suicideAndRethrow() override { qf_DeleteAndThrowCopy(this); }
@@ -212,12 +212,12 @@ TYPED_TEST(EveryExceptionTest, ComesBackFromAnArchiveAsTheSameClass) {
 }
 
 TEST(ExceptionTest, SuicideAndRethrowThrowsACopyAndLeavesNoObjectBehind) {
-  qcException* const carried = new Counted(L"carried");
+  qcException* const carried = new CountedException(L"carried");
   ASSERT_EQ(LiveCount::alive(), 1);
   try {
     carried->suicideAndRethrow();
     FAIL() << "nothing was thrown";
-  } catch (const Counted& thrown) {
+  } catch (const CountedException& thrown) {
     EXPECT_EQ(LiveCount::alive(), 1);
     EXPECT_NE(&thrown, carried);
     EXPECT_EQ(thrown.message(), L"carried");
