@@ -85,7 +85,7 @@ std::vector<std::size_t> nominalsOf(const Json& rows) {
   return numbers;
 }
 
-std::string labelled(const std::string& label, double x, const std::string& id = "") {
+std::string labelledSquare(const std::string& label, double x, const std::string& id = "") {
   const std::string square = polygon({program::square(x, 0, 1)}, "\"label\":" + label);
   if (id.empty()) return square;
   Json feature = Json::parse(square);
@@ -238,28 +238,29 @@ TEST_F(Compare, DistancesHaveTheSameDigitsFarFromTheOrigin) {
 }
 
 TEST_F(Compare, TheOnlyNominalIsForAll) {
-  const Json answers =
-      rows(collection({labelled("1", 0), labelled("7", 0)}), labelled("3", 0, "x"));
+  const Json answers = rows(collection({labelledSquare("1", 0), labelledSquare("7", 0)}),
+                            labelledSquare("3", 0, "x"));
   EXPECT_THAT(nominalsOf(answers), ElementsAre(1U, 1U));
 }
 
 TEST_F(Compare, SeveralNominalsArePairedByLabelAndElseById) {
-  const std::string nominals = collection(
-      {labelled("1", 0, "a"), labelled("2", 10, "b"), labelled("2", 20, "c"), labelled("5", 30)});
-  const Json answers =
-      rows(collection({labelled("5", 30, "a"), labelled("\"5\"", 30), labelled("2", 20, "c"),
-                       labelled("9", 10, "b"), labelled("1", 0)}),
-           nominals);
+  const std::string nominals =
+      collection({labelledSquare("1", 0, "a"), labelledSquare("2", 10, "b"),
+                  labelledSquare("2", 20, "c"), labelledSquare("5", 30)});
+  const Json answers = rows(collection({labelledSquare("5", 30, "a"), labelledSquare("\"5\"", 30),
+                                        labelledSquare("2", 20, "c"), labelledSquare("9", 10, "b"),
+                                        labelledSquare("1", 0)}),
+                            nominals);
   EXPECT_THAT(nominalsOf(answers), ElementsAre(4U, 4U, 3U, 2U, 1U));
   for (const Json& answer : answers) EXPECT_EQ(answer["hausdorff"], 0.0);
 }
 
 TEST_F(Compare, AFeatureWithoutANominalIsARowWithANoteAndStatusOne) {
-  const std::string nominals =
-      collection({labelled("1", 0, "a"), labelled("2", 0, "b"), labelled("2", 0, "b")});
+  const std::string nominals = collection(
+      {labelledSquare("1", 0, "a"), labelledSquare("2", 0, "b"), labelledSquare("2", 0, "b")});
   const std::string measured =
-      collection({labelled("3", 0), labelled("3", 0, "z"), labelled("2", 0), labelled("2", 0, "b"),
-                  polygon({square(0, 0, 1)}), labelled("1", 0)});
+      collection({labelledSquare("3", 0), labelledSquare("3", 0, "z"), labelledSquare("2", 0),
+                  labelledSquare("2", 0, "b"), polygon({square(0, 0, 1)}), labelledSquare("1", 0)});
   const auto result = compared(measured, nominals, {"--verbose"});
   EXPECT_EQ(result.status, 1);
   const std::string at = "cntr: standard input: feature ";
@@ -290,9 +291,10 @@ TEST_F(Compare, WhatCannotBeComparedIsARowWithANote) {
 }
 
 TEST_F(Compare, ABadNominalKeepsItsPlaceAndIsNamed) {
-  const std::string nominals =
-      collection({labelled("1", 0), polygon({"[[1,1]]"}, "\"label\":2"), labelled("3", 0)});
-  const auto result = compared(collection({labelled("1", 0), labelled("2", 0)}), nominals);
+  const std::string nominals = collection(
+      {labelledSquare("1", 0), polygon({"[[1,1]]"}, "\"label\":2"), labelledSquare("3", 0)});
+  const auto result =
+      compared(collection({labelledSquare("1", 0), labelledSquare("2", 0)}), nominals);
   EXPECT_EQ(result.status, 1);
   EXPECT_THAT(result.messages,
               HasSubstr("nominal.geojson: feature 2: outline has 1 point, but needs 3\n"));
@@ -300,17 +302,18 @@ TEST_F(Compare, ABadNominalKeepsItsPlaceAndIsNamed) {
               HasSubstr("cntr: standard input: feature 2 (label 2): its nominal, feature 2, "
                         "cannot be used: outline has 1 point, but needs 3\n"));
   // One of two is bad: the other is not the only one.
-  const auto two =
-      compared(polygon({square(0, 0, 1)}), collection({labelled("1", 0), polygon({"[[1,1]]"})}));
+  const auto two = compared(polygon({square(0, 0, 1)}),
+                            collection({labelledSquare("1", 0), polygon({"[[1,1]]"})}));
   EXPECT_THAT(two.messages, HasSubstr("has no label and no id to find its nominal by\n"));
 }
 
 TEST_F(Compare, NominalsThatWereNotMeasuredAreCountedAndFailACompleteComparison) {
-  const std::string nominals = collection({labelled("1", 0), labelled("2", 0), labelled("3", 0)});
-  const auto result = compared(labelled("2", 0), nominals);
+  const std::string nominals =
+      collection({labelledSquare("1", 0), labelledSquare("2", 0), labelledSquare("3", 0)});
+  const auto result = compared(labelledSquare("2", 0), nominals);
   EXPECT_EQ(result.status, 0);
   EXPECT_THAT(result.messages, HasSubstr("nominal.geojson: 2 of 3 features were not measured\n"));
-  const auto complete = compared(labelled("2", 0), nominals, {"--complete"});
+  const auto complete = compared(labelledSquare("2", 0), nominals, {"--complete"});
   EXPECT_EQ(complete.status, 1);
   EXPECT_THAT(complete.messages, HasSubstr("nominal.geojson: feature 1: was not measured\n"));
   EXPECT_THAT(complete.messages, HasSubstr("nominal.geojson: feature 3: was not measured\n"));

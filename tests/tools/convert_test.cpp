@@ -42,7 +42,8 @@ std::string lost(const std::string& to, const std::string& text) {
   return result.messages;
 }
 
-const std::string holed = polygon({square(0, 0, 9), clockwiseSquare(1, 1, 2)}, R"("label":7)");
+const std::string squareWithHole =
+    polygon({square(0, 0, 9), clockwiseSquare(1, 1, 2)}, R"("label":7)");
 
 }  // namespace
 
@@ -67,7 +68,7 @@ TEST(Convert, WritesCsv) {
       "\n"
       "7,5,5\n7,6,5\n7,6,6\n7,5,6\n"
       "#3/line,0,0\n#3/line,1,0.30000000000000004\n");
-  EXPECT_EQ(converted("csv", holed),
+  EXPECT_EQ(converted("csv", squareWithHole),
             "id,x,y\n7,0,0\n7,9,0\n7,9,9\n7,0,9\n"
             "7/hole 1,1,1\n7/hole 1,1,3\n7/hole 1,3,3\n7/hole 1,3,1\n");
 }
@@ -98,13 +99,14 @@ TEST(Convert, TurnsRingsOfGeoJsonWithAllThatIsInThem) {
 }
 
 TEST(Convert, KeepsTheMembersOfOneCollection) {
-  const std::string text = R"({"type":"FeatureCollection","picture":"a.png","features":[)" + holed +
-                           R"(],"width":10,"crs":{"a":[1]}})";
+  const std::string text = R"({"type":"FeatureCollection","picture":"a.png","features":[)" +
+                           squareWithHole + R"(],"width":10,"crs":{"a":[1]}})";
   const std::string file = converted("geojson", text);
   EXPECT_EQ(Json::parse(file), Json::parse(text));
   EXPECT_EQ(file,
             "{\n\"type\": \"FeatureCollection\",\n\"picture\": \"a.png\",\n\"features\": [\n" +
-                Json::parse(holed).dump() + "\n],\n\"width\": 10,\n\"crs\": {\"a\":[1]}\n}\n");
+                Json::parse(squareWithHole).dump() +
+                "\n],\n\"width\": 10,\n\"crs\": {\"a\":[1]}\n}\n");
 }
 
 TEST(Convert, TheSamplesComeBackByteForByte) {
@@ -118,8 +120,8 @@ TEST(Convert, TheSamplesComeBackByteForByte) {
 }
 
 TEST(Convert, ALoneFeatureStaysAlone) {
-  const std::string pretty = Json::parse(holed).dump(1);
-  EXPECT_EQ(Json::parse(converted("geojson", pretty)), Json::parse(holed));
+  const std::string pretty = Json::parse(squareWithHole).dump(1);
+  EXPECT_EQ(Json::parse(converted("geojson", pretty)), Json::parse(squareWithHole));
   const std::string geometry = R"({"type":"Polygon",)"
                                "\n"
                                R"("coordinates":[[[0,0],[1,0],[1,1],[0,0]]]})";
@@ -191,8 +193,9 @@ TEST(Convert, BadFeaturesAreLeftOut) {
 
 TEST(Convert, AnArchiveTakesNoHolesThatCrossTheirOutline) {
   const Directory directory;
-  const auto result = run({"convert", "-o", directory.path("out.qcar")},
-                          collection({polygon({square(0, 0, 4), square(2, 2, 4)}), holed}));
+  const auto result =
+      run({"convert", "-o", directory.path("out.qcar")},
+          collection({polygon({square(0, 0, 4), square(2, 2, 4)}), squareWithHole}));
   EXPECT_EQ(result.status, 1);
   EXPECT_THAT(result.messages, HasSubstr("feature 1: hole 1 crosses or touches its outline\n"));
   EXPECT_EQ(run({"measure", directory.path("out.qcar")}).status, 0);
@@ -238,7 +241,7 @@ TEST(Output, GoesThroughLinksAndKeepsPermissions) {
   const std::string real = directory.write("real.wkt", "old");
   fs::permissions(real, fs::perms::owner_read | fs::perms::owner_write);
   fs::create_symlink("real.wkt", directory.path("link.wkt"));
-  EXPECT_EQ(run({"convert", "-o", directory.path("link.wkt")}, holed).status, 0);
+  EXPECT_EQ(run({"convert", "-o", directory.path("link.wkt")}, squareWithHole).status, 0);
   EXPECT_TRUE(fs::is_symlink(directory.path("link.wkt")));
   EXPECT_THAT(directory.read("real.wkt"), HasSubstr("POLYGON"));
   EXPECT_EQ(fs::status(real).permissions(), fs::perms::owner_read | fs::perms::owner_write);
@@ -257,7 +260,7 @@ TEST(Output, DevicesAreWrittenToAndNotReplaced) {
 }
 
 TEST(Output, NeedsADirectory) {
-  const auto result = run({"convert", "-o", "no/such/directory/out.wkt"}, holed);
+  const auto result = run({"convert", "-o", "no/such/directory/out.wkt"}, squareWithHole);
   EXPECT_EQ(result.status, 2);
   EXPECT_EQ(result.messages,
             "cntr: no/such/directory/out.wkt: cannot be written: No such file or directory\n");

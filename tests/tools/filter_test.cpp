@@ -18,15 +18,15 @@ using testing::Not;
 
 namespace {
 
-const std::string squares = collection({polygon({square(0, 0, 1)}, R"("label":"speck")"),
-                                        polygon({square(5, 0, 3)}, R"("label":7)"),
-                                        polygon({"[[0,0],[10,0],[0,1]]"}, R"("label":"thorn")"),
-                                        R"({"type":"Feature","properties":{},"geometry":null})"});
+const std::string mixedFeatures = collection(
+    {polygon({square(0, 0, 1)}, R"("label":"speck")"), polygon({square(5, 0, 3)}, R"("label":7)"),
+     polygon({"[[0,0],[10,0],[0,1]]"}, R"("label":"thorn")"),
+     R"({"type":"Feature","properties":{},"geometry":null})"});
 
 /// The numbers of the features that are measured with these options.
-std::vector<int> measured(std::vector<std::string> options) {
+std::vector<int> featuresMeasured(std::vector<std::string> options) {
   options.insert(options.begin(), {"measure", "--json"});
-  const auto result = run(options, squares);
+  const auto result = run(options, mixedFeatures);
   EXPECT_EQ(result.status, 0) << result.messages;
   std::vector<int> numbers;
   for (const Json& row : Json::parse(result.out)) numbers.push_back(row["feature"]);
@@ -38,35 +38,36 @@ using Numbers = std::vector<int>;
 }  // namespace
 
 TEST(Filter, TakesFeaturesWhoseMeasuresFulfilACondition) {
-  EXPECT_EQ(measured({"--where", "area > 1"}), (Numbers{2, 3}));
-  EXPECT_EQ(measured({"--where", "area >= 1"}), (Numbers{1, 2, 3}));
-  EXPECT_EQ(measured({"--where", "area<5"}), Numbers{1});
-  EXPECT_EQ(measured({"--where", "area <= 5"}), (Numbers{1, 3}));
-  EXPECT_EQ(measured({"--where", "vertices = 3"}), Numbers{3});
-  EXPECT_EQ(measured({"--where", "vertices == 3"}), Numbers{3});
-  EXPECT_EQ(measured({"--where", "vertices != 3"}), (Numbers{1, 2}));
-  EXPECT_EQ(measured({"--where", "roundness > 0.7"}), (Numbers{1, 2}));
-  EXPECT_EQ(measured({"--where", "closed = yes", "--where", "feature > 1"}), (Numbers{2, 3}));
-  EXPECT_EQ(measured({"--where", "closed = no"}), Numbers{});
+  EXPECT_EQ(featuresMeasured({"--where", "area > 1"}), (Numbers{2, 3}));
+  EXPECT_EQ(featuresMeasured({"--where", "area >= 1"}), (Numbers{1, 2, 3}));
+  EXPECT_EQ(featuresMeasured({"--where", "area<5"}), Numbers{1});
+  EXPECT_EQ(featuresMeasured({"--where", "area <= 5"}), (Numbers{1, 3}));
+  EXPECT_EQ(featuresMeasured({"--where", "vertices = 3"}), Numbers{3});
+  EXPECT_EQ(featuresMeasured({"--where", "vertices == 3"}), Numbers{3});
+  EXPECT_EQ(featuresMeasured({"--where", "vertices != 3"}), (Numbers{1, 2}));
+  EXPECT_EQ(featuresMeasured({"--where", "roundness > 0.7"}), (Numbers{1, 2}));
+  EXPECT_EQ(featuresMeasured({"--where", "closed = yes", "--where", "feature > 1"}),
+            (Numbers{2, 3}));
+  EXPECT_EQ(featuresMeasured({"--where", "closed = no"}), Numbers{});
 }
 
 TEST(Filter, ComparesLabelsAsNumbersOrTexts) {
-  EXPECT_EQ(measured({"--where", "label = thorn"}), Numbers{3});
-  EXPECT_EQ(measured({"--where", "label != \"thorn\""}), (Numbers{1, 2}));
-  EXPECT_EQ(measured({"--where", "label = 7"}), Numbers{2});
+  EXPECT_EQ(featuresMeasured({"--where", "label = thorn"}), Numbers{3});
+  EXPECT_EQ(featuresMeasured({"--where", "label != \"thorn\""}), (Numbers{1, 2}));
+  EXPECT_EQ(featuresMeasured({"--where", "label = 7"}), Numbers{2});
 }
 
 TEST(Filter, HasShortFormsForAreaAndVertices) {
-  EXPECT_EQ(measured({"--min-area", "4"}), (Numbers{2, 3}));
-  EXPECT_EQ(measured({"--min-vertices", "4"}), (Numbers{1, 2}));
-  EXPECT_EQ(measured({"--min-vertices", "4", "--min-area", "4"}), Numbers{2});
+  EXPECT_EQ(featuresMeasured({"--min-area", "4"}), (Numbers{2, 3}));
+  EXPECT_EQ(featuresMeasured({"--min-vertices", "4"}), (Numbers{1, 2}));
+  EXPECT_EQ(featuresMeasured({"--min-vertices", "4", "--min-area", "4"}), Numbers{2});
 }
 
 TEST(Filter, WorksOnEveryCommandThatReadsFeatures) {
   const std::vector<std::string> filter{"--min-area", "4"};
   const auto filtered = [&filter](std::vector<std::string> arguments) {
     arguments.insert(arguments.end(), filter.begin(), filter.end());
-    const auto result = run(arguments, squares);
+    const auto result = run(arguments, mixedFeatures);
     EXPECT_EQ(result.status, 0) << result.messages;
     return result.out;
   };
@@ -79,7 +80,7 @@ TEST(Filter, WorksOnEveryCommandThatReadsFeatures) {
 
 TEST(Filter, WrongConditionsAreWrongUsage) {
   const auto complaint = [](const std::string& option, const std::string& value) {
-    const auto result = run({"measure", "--csv", option, value}, squares);
+    const auto result = run({"measure", "--csv", option, value}, mixedFeatures);
     EXPECT_EQ(result.status, 2);
     EXPECT_EQ(result.out, "");
     return result.messages;

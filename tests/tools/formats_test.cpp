@@ -34,8 +34,6 @@ std::string complaint(const std::string& format, const std::string& text) {
   return result.messages;
 }
 
-}  // namespace
-
 TEST(Wkt, HasAGeometryToALine) {
   const Json rows = measuredAs("wkt",
                                "POLYGON ((0 0, 4 0, 4 4, 0 4, 0 0), (1 1, 1 2, 2 2, 2 1, 1 1))\n"
@@ -77,8 +75,6 @@ TEST(Wkt, NumbersMayHaveSignsAndExponents) {
   EXPECT_EQ(row["height"], 0.5);
 }
 
-namespace {
-
 struct BadLine {
   const char* text;
   const char* message;
@@ -86,8 +82,6 @@ struct BadLine {
 
 class BadWkt : public testing::TestWithParam<BadLine> {};
 class BadCsv : public testing::TestWithParam<BadLine> {};
-
-}  // namespace
 
 TEST_P(BadWkt, IsNamedAndTheOthersAreAnswered) {
   const std::string good = "POLYGON ((0 0, 4 0, 4 4))\n";
@@ -304,28 +298,24 @@ TEST(Archive, OtherObjectsAreBadFeatures) {
                                  ": feature 2: an object without an outline\n");
 }
 
-namespace {
-
-/// The format that a text on standard input is taken for.
-std::string areaOf(const std::string& text) {
+/// The area of the only feature of a text on standard input, whose format is not named.
+std::string measuredArea(const std::string& text) {
   const Json rows = runJson({"measure"}, text);
   return rows.size() == 1 ? rows[0]["area"].dump() : "";
 }
 
-}  // namespace
-
 TEST(Format, OfStandardInputIsKnownByItsBeginning) {
-  EXPECT_EQ(areaOf("POLYGON ((0 0, 2 0, 2 2))"), "2.0");
-  EXPECT_EQ(areaOf("\n \nMULTIPOLYGON(((0 0, 2 0, 2 2)))"), "2.0");
-  EXPECT_EQ(areaOf("id,x,y\n1,0,0\n1,2,0\n1,2,2\n"), "2.0");
-  EXPECT_EQ(areaOf("1,0,0\n1,2,0\n1,2,2\n"), "2.0");
+  EXPECT_EQ(measuredArea("POLYGON ((0 0, 2 0, 2 2))"), "2.0");
+  EXPECT_EQ(measuredArea("\n \nMULTIPOLYGON(((0 0, 2 0, 2 2)))"), "2.0");
+  EXPECT_EQ(measuredArea("id,x,y\n1,0,0\n1,2,0\n1,2,2\n"), "2.0");
+  EXPECT_EQ(measuredArea("1,0,0\n1,2,0\n1,2,2\n"), "2.0");
   const std::string triangle = feature("Polygon", "[[[0,0],[2,0],[2,2]]]");
-  EXPECT_EQ(areaOf(triangle), "2.0");
-  EXPECT_EQ(areaOf(std::string("\x1e") + triangle), "2.0");
-  EXPECT_EQ(areaOf(collection({triangle})), "2.0");
-  EXPECT_EQ(areaOf(Json::parse(triangle).dump(1)), "2.0");
-  EXPECT_EQ(areaOf("\xEF\xBB\xBF"
-                   "1,0,0\n1,2,0\n1,2,2\n"),
+  EXPECT_EQ(measuredArea(triangle), "2.0");
+  EXPECT_EQ(measuredArea(std::string("\x1e") + triangle), "2.0");
+  EXPECT_EQ(measuredArea(collection({triangle})), "2.0");
+  EXPECT_EQ(measuredArea(Json::parse(triangle).dump(1)), "2.0");
+  EXPECT_EQ(measuredArea("\xEF\xBB\xBF"
+                         "1,0,0\n1,2,0\n1,2,2\n"),
             "2.0");
   EXPECT_EQ(runJson({"measure"}, triangle + "\n" + triangle).size(), 2);
 }
@@ -376,3 +366,5 @@ TEST(Format, EmptyInputsAreReported) {
     EXPECT_EQ(result.messages, "cntr: standard input: nothing in it\n") << format;
   }
 }
+
+}  // namespace

@@ -31,8 +31,6 @@ struct BadFeature {
 
 class ABadFeature : public testing::TestWithParam<BadFeature> {};
 
-}  // namespace
-
 TEST_P(ABadFeature, IsNamedOnStandardErrorAndTheOthersAreAnswered) {
   const std::string file = collection({goodFeature, GetParam().json, goodFeature});
   const auto result = run({"measure", "--json", "-"}, file);
@@ -113,8 +111,6 @@ INSTANTIATE_TEST_SUITE_P(
                    "label is 1.5, not a whole number from 0 to 4294967295"}),
     [](const auto& tested) { return std::string(tested.param.name); });
 
-namespace {
-
 struct BadFile {
   const char* name;
   std::string text;
@@ -122,8 +118,6 @@ struct BadFile {
 };
 
 class AnUnreadableFile : public testing::TestWithParam<BadFile> {};
-
-}  // namespace
 
 TEST_P(AnUnreadableFile, EndsWithStatusTwo) {
   const auto result = run({"measure", "--json", "-"}, GetParam().text);
@@ -245,3 +239,5 @@ TEST(Input, LabelsFillThirtyTwoBits) {
 TEST(Input, AByteOrderMarkIsSkipped) {
   EXPECT_EQ(runJson({"measure"}, "\xEF\xBB\xBF" + goodFeature).size(), 1);
 }
+
+}  // namespace

@@ -21,8 +21,8 @@ using testing::HasSubstr;
 
 namespace {
 
-const std::vector<std::string> commands{"measure",  "query",   "repair", "combine", "offset",
-                                        "simplify", "compare", "draw",   "convert"};
+const std::vector<std::string> allCommands{"measure",  "query",   "repair", "combine", "offset",
+                                           "simplify", "compare", "draw",   "convert"};
 
 std::string content(const std::string& path) {
   std::ifstream file(repositoryDirectory() + "/" + path);
@@ -67,7 +67,7 @@ std::set<std::string> optionsOf(const std::string& command) {
 }  // namespace
 
 TEST(Help, ItsExamplesRun) {
-  for (const std::string& command : commands) {
+  for (const std::string& command : allCommands) {
     expectToRun(examplesIn(run({command, "--help"}).out, "  "), command);
   }
 }
@@ -91,7 +91,7 @@ TEST(Manual, KnowsAllCommandsAndOptions) {
   // "--no-holes" is written "Fl \-no-holes".
   std::string page = content("docs/man/cntr.1");
   page = std::regex_replace(page, std::regex("Fl \\\\?-"), "--");
-  for (const std::string& command : commands) {
+  for (const std::string& command : allCommands) {
     EXPECT_THAT(page, HasSubstr(".Ss cntr " + command + "\n"));
     for (const std::string& option : optionsOf(command)) {
       EXPECT_THAT(page, HasSubstr(option)) << command;
@@ -124,11 +124,12 @@ std::set<std::string> completions(const std::string& line) {
 
 TEST(Completion, OffersCommands) {
   EXPECT_EQ(completions("cntr me"), (std::set<std::string>{"measure"}));
-  for (const std::string& command : commands) EXPECT_TRUE(completions("cntr ").contains(command));
+  for (const std::string& command : allCommands)
+    EXPECT_TRUE(completions("cntr ").contains(command));
 }
 
 TEST(Completion, OffersAllOptionsOfACommand) {
-  for (const std::string& command : commands) {
+  for (const std::string& command : allCommands) {
     EXPECT_EQ(completions("cntr " + command + " --"), optionsOf(command)) << command;
   }
 }

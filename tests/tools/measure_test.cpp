@@ -7,13 +7,13 @@
 
 #include <cmath>
 #include <fstream>
-#include <numbers>
 #include <sstream>
 
 #include <cntr/region.h>
 #include <cntrtable/measures.h>
 
 #include <testing/repository/repository.h>
+#include <testing/shapes/numbers.h>
 
 #include "program.h"
 
@@ -27,7 +27,6 @@ using program::ring;
 using program::run;
 using program::runJson;
 using program::square;
-using std::numbers::pi;
 using testing::HasSubstr;
 using testing::Not;
 

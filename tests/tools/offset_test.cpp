@@ -8,6 +8,7 @@
 
 #include <numbers>
 
+#include "areas.h"
 #include "program.h"
 
 using program::collection;
@@ -23,24 +24,6 @@ using testing::ElementsAre;
 using testing::HasSubstr;
 
 namespace {
-
-double areaOf(const Json& feature) {
-  const auto signedArea = [](const Json& ring) {
-    double sum = 0.0;
-    for (std::size_t i = 1; i < ring.size(); ++i) {
-      sum += ring[i - 1][0].get<double>() * ring[i][1].get<double>() -
-             ring[i][0].get<double>() * ring[i - 1][1].get<double>();
-    }
-    return sum / 2.0;
-  };
-  const Json& geometry = feature["geometry"];
-  const Json polygons = geometry["type"] == "Polygon" ? Json::array({geometry["coordinates"]})
-                                                      : geometry["coordinates"];
-  double area = 0.0;
-  for (const Json& polygon : polygons)
-    for (const Json& ring : polygon) area += signedArea(ring);
-  return area;
-}
 
 Json offset(const std::string& file, std::vector<std::string> arguments) {
   arguments.insert(arguments.begin(), "offset");

@@ -42,8 +42,6 @@ std::vector<double> column(const Json& rows, const char* name) {
 
 const std::string holed = polygon({square(0, 0, 10), clockwiseSquare(2, 2, 4)}, R"("label":5)");
 
-}  // namespace
-
 TEST(QueryPoint, AnswersForAPointOutside) {
   const Json answer = askedPoint("13,4", polygon({square(0, 0, 10)}, R"("label":5)"));
   EXPECT_EQ(answer["feature"], 1);
@@ -280,11 +278,7 @@ TEST(QueryTable, ShowsWhatIsThere) {
             "2.00000            1\n");
 }
 
-namespace {
-
 class WrongQuestion : public testing::TestWithParam<std::vector<std::string>> {};
-
-}  // namespace
 
 TEST_P(WrongQuestion, IsWrongUsage) {
   std::vector<std::string> arguments{"query", "samples/cell.geojson"};
@@ -308,3 +302,5 @@ INSTANTIATE_TEST_SUITE_P(
 TEST(Query, NegativeNumbersAreNoOptions) {
   EXPECT_EQ(askedPoint("-3,-4", polygon({square(0, 0, 10)}))["distance"], 5.0);
 }
+
+}  // namespace

@@ -11,6 +11,7 @@
 #include <testing/plain/filled.h>
 #include <testing/shapes/shapes.h>
 
+#include "areas.h"
 #include "program.h"
 
 using program::clockwiseSquare;
@@ -53,29 +54,6 @@ Json reportOf(const std::string& file, std::vector<std::string> arguments, int s
   const auto result = run(arguments, file);
   EXPECT_EQ(result.status, status) << result.messages;
   return Json::parse(result.out);
-}
-
-double signedArea(const Json& ring) {
-  double sum = 0.0;
-  for (std::size_t i = 1; i < ring.size(); ++i) {
-    sum += ring[i - 1][0].get<double>() * ring[i][1].get<double>() -
-           ring[i][0].get<double>() * ring[i - 1][1].get<double>();
-  }
-  return sum / 2.0;
-}
-
-/// The polygons of a feature or geometry.
-Json polygonsOf(const Json& feature) {
-  const Json& geometry = feature.contains("geometry") ? feature["geometry"] : feature;
-  if (geometry["type"] == "MultiPolygon") return geometry["coordinates"];
-  return Json::array({geometry["coordinates"]});
-}
-
-double areaOf(const Json& feature) {
-  double sum = 0.0;
-  for (const Json& polygon : polygonsOf(feature))
-    for (const Json& ring : polygon) sum += signedArea(ring);
-  return sum;
 }
 
 class EachWalk : public testing::TestWithParam<const char*> {};

@@ -7,6 +7,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "samples.h"
+
 using formats::Geometry;
 using formats::Points;
 using testing::ElementsAre;
@@ -17,16 +19,6 @@ using tool::crossingsOf;
 namespace {
 
 using P = qcVector<2>;
-
-Points square(double x, double y, double size) {
-  return {{x, y}, {x + size, y}, {x + size, y + size}, {x, y + size}};
-}
-
-Geometry outlines(std::vector<qcRings> parts) {
-  Geometry geometry;
-  geometry.parts = std::move(parts);
-  return geometry;
-}
 
 Geometry line(Points points) {
   Geometry geometry = outlines({{std::move(points), {}}});
@@ -39,7 +31,8 @@ Geometry line(Points points) {
 TEST(Crossings, OfAnOutlineWithItself) {
   EXPECT_THAT(crossingsOf(outlines({{{{0, 0}, {4, 3}, {4, 0}, {0, 3}}, {}}}), 0.01),
               ElementsAre(P(2, 1.5)));
-  EXPECT_THAT(crossingsOf(outlines({{square(0, 0, 10), {square(2, 2, 3)}}}), 0.01), IsEmpty());
+  EXPECT_THAT(crossingsOf(outlines({{squarePoints(0, 0, 10), {squarePoints(2, 2, 3)}}}), 0.01),
+              IsEmpty());
 }
 
 TEST(Crossings, OfAnOutlineWithItsLastEdge) {
@@ -48,18 +41,19 @@ TEST(Crossings, OfAnOutlineWithItsLastEdge) {
 }
 
 TEST(Crossings, OfHolesWithOutlinesAndOfPartsWithEachOther) {
-  EXPECT_THAT(crossingsOf(outlines({{square(0, 0, 10), {square(5, 4, 10)}}}), 0.01),
+  EXPECT_THAT(crossingsOf(outlines({{squarePoints(0, 0, 10), {squarePoints(5, 4, 10)}}}), 0.01),
               ElementsAre(P(5, 10), P(10, 4)));
-  EXPECT_THAT(
-      crossingsOf(
-          outlines({{square(0, 0, 10), {}}, {square(50, 5, 10), {}}, {square(5, 5, 10), {}}}),
-          0.01),
-      ElementsAre(P(5, 10), P(10, 5)));
+  EXPECT_THAT(crossingsOf(outlines({{squarePoints(0, 0, 10), {}},
+                                    {squarePoints(50, 5, 10), {}},
+                                    {squarePoints(5, 5, 10), {}}}),
+                          0.01),
+              ElementsAre(P(5, 10), P(10, 5)));
 }
 
 TEST(Crossings, WhereOutlinesOnlyTouchTheyCountToo) {
   EXPECT_THAT(
-      crossingsOf(outlines({{square(0, 0, 10), {}}, {{{10, 5}, {20, 0}, {20, 10}}, {}}}), 0.01),
+      crossingsOf(outlines({{squarePoints(0, 0, 10), {}}, {{{10, 5}, {20, 0}, {20, 10}}, {}}}),
+                  0.01),
       ElementsAre(P(10, 5)));
 }
 

@@ -24,31 +24,32 @@ std::vector<std::string> warnings(const std::vector<ImageSize>& images,
   return found;
 }
 
-const Box inside{{0, 0}, {20, 10}};
+const Box outlinesInside{{0, 0}, {20, 10}};
 
 }  // namespace
 
 TEST(ImageSizes, ThatFitTogetherGetNoWarning) {
-  EXPECT_THAT(warnings({}, {}, inside), IsEmpty());
-  EXPECT_THAT(warnings({{"a", 30, 20}}, {}, inside), IsEmpty());
-  EXPECT_THAT(warnings({{"a", 30, 20}, {"b", 30, 20}}, ImageSize{"p", 30, 20}, inside), IsEmpty());
+  EXPECT_THAT(warnings({}, {}, outlinesInside), IsEmpty());
+  EXPECT_THAT(warnings({{"a", 30, 20}}, {}, outlinesInside), IsEmpty());
+  EXPECT_THAT(warnings({{"a", 30, 20}, {"b", 30, 20}}, ImageSize{"p", 30, 20}, outlinesInside),
+              IsEmpty());
   EXPECT_THAT(warnings({}, ImageSize{"p", 30, 20}, Box()), IsEmpty());
 }
 
 TEST(ImageSizes, OfSeveralImagesOnOneCanvasGetAWarning) {
   EXPECT_THAT(
-      warnings({{"a", 30, 20}, {"b", 30, 20}, {"c", 30, 40}}, {}, inside),
+      warnings({{"a", 30, 20}, {"b", 30, 20}, {"c", 30, 40}}, {}, outlinesInside),
       ElementsAre("c: its outlines are of an image of 30 x 40 pixels, but share the picture "
                   "with a, whose image has 30 x 20"));
   EXPECT_THAT(
-      warnings({{"a", 30, 20}, {"c", 31, 20}}, {}, inside),
+      warnings({{"a", 30, 20}, {"c", 31, 20}}, {}, outlinesInside),
       ElementsAre("c: its outlines are of an image of 31 x 20 pixels, but share the picture "
                   "with a, whose image has 30 x 20"));
 }
 
 TEST(ImageSizes, APhotographOfAnotherSizeGetsAWarning) {
   EXPECT_THAT(
-      warnings({{"a", 30, 20}}, ImageSize{"p.png", 60, 40}, inside),
+      warnings({{"a", 30, 20}}, ImageSize{"p.png", 60, 40}, outlinesInside),
       ElementsAre("p.png: has 60 x 40 pixels, but the outlines of a are of an image of 30 x "
                   "20"));
 }

@@ -7,6 +7,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "samples.h"
+
 using testing::ElementsAre;
 using testing::SizeIs;
 using tool::Label;
@@ -21,7 +23,7 @@ class Squared {
 
   void add(double x, double y, double size, const std::string& label) {
     formats::Feature feature;
-    feature.geometry.parts = {{{{x, y}, {x + size, y}, {x + size, y + size}, {x, y + size}}, {}}};
+    feature.geometry = outlines({{squarePoints(x, y, size), {}}});
     if (!label.empty()) feature.label = label;
     scene_.add(feature, 0);
   }

@@ -28,7 +28,7 @@ namespace {
 
 using P = qcVector<2>;
 
-void expectBox(const Mark& mark, const Box& expected) {
+void expectBoxOf(const Mark& mark, const Box& expected) {
   const Box box = boxOf(mark);
   EXPECT_NEAR(box.low.x(), expected.low.x(), 1e-12);
   EXPECT_NEAR(box.low.y(), expected.low.y(), 1e-12);
@@ -74,17 +74,17 @@ TEST(Squares, OfSizeZeroTakeEachPlaceOnce) {
 }
 
 TEST(BoxOfAMark, IsAroundAllOfIt) {
-  expectBox(Box{{1, 2}, {3, 4}}, {{1, 2}, {3, 4}});
-  expectBox(Circle{{1, 2}, 5}, {{-4, -3}, {6, 7}});
-  expectBox(Ellipse{{1, 2}, 5, 3, 0.0}, {{-4, -1}, {6, 5}});
-  expectBox(Ellipse{{1, 2}, 5, 3, std::numbers::pi / 2.0}, {{-2, -3}, {4, 7}});
+  expectBoxOf(Box{{1, 2}, {3, 4}}, {{1, 2}, {3, 4}});
+  expectBoxOf(Circle{{1, 2}, 5}, {{-4, -3}, {6, 7}});
+  expectBoxOf(Ellipse{{1, 2}, 5, 3, 0.0}, {{-4, -1}, {6, 5}});
+  expectBoxOf(Ellipse{{1, 2}, 5, 3, std::numbers::pi / 2.0}, {{-2, -3}, {4, 7}});
   const double reach = std::sqrt((25.0 + 9.0) / 2.0);
-  expectBox(Ellipse{{0, 0}, 5, 3, std::numbers::pi / 4.0}, {{-reach, -reach}, {reach, reach}});
-  expectBox(Ring{{{0, 1}, {4, 2}, {3, 5}}}, {{0, 1}, {4, 5}});
-  expectBox(Segment{{4, 1}, {2, 3}}, {{2, 1}, {4, 3}});
-  expectBox(Tint{{4, 1}, {2, 3}, 7.0}, {{2, 1}, {4, 3}});
-  expectBox(Cross{{4, 1}}, {{4, 1}, {4, 1}});
-  expectBox(Spot{{4, 1}}, {{4, 1}, {4, 1}});
+  expectBoxOf(Ellipse{{0, 0}, 5, 3, std::numbers::pi / 4.0}, {{-reach, -reach}, {reach, reach}});
+  expectBoxOf(Ring{{{0, 1}, {4, 2}, {3, 5}}}, {{0, 1}, {4, 5}});
+  expectBoxOf(Segment{{4, 1}, {2, 3}}, {{2, 1}, {4, 3}});
+  expectBoxOf(Tint{{4, 1}, {2, 3}, 7.0}, {{2, 1}, {4, 3}});
+  expectBoxOf(Cross{{4, 1}}, {{4, 1}, {4, 1}});
+  expectBoxOf(Spot{{4, 1}}, {{4, 1}, {4, 1}});
 }
 
 TEST(MarkList, KeepsOneSpotInEachSquareOfThreePixels) {

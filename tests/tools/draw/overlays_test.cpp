@@ -9,8 +9,9 @@
 
 #include <cmath>
 #include <set>
-#include <stdexcept>
 #include <string>
+
+#include "samples.h"
 
 using formats::Geometry;
 using formats::Points;
@@ -22,13 +23,6 @@ using tool::Mark;
 namespace {
 
 using P = qcVector<2>;
-
-const tool::Overlay& overlay(const std::string& name) {
-  for (const tool::Overlay& known : tool::allOverlays()) {
-    if (known.name == name) return known;
-  }
-  throw std::invalid_argument(name);
-}
 
 std::vector<Mark> found(const std::string& name, const Geometry& geometry) {
   Box box;
@@ -44,16 +38,6 @@ Kind only(const std::string& name, const Geometry& geometry) {
   const std::vector<Mark> marks = found(name, geometry);
   EXPECT_THAT(marks, SizeIs(1));
   return std::get<Kind>(marks.at(0));
-}
-
-Geometry outlines(std::vector<qcRings> parts) {
-  Geometry geometry;
-  geometry.parts = std::move(parts);
-  return geometry;
-}
-
-Points square(double x, double y, double size) {
-  return {{x, y}, {x + size, y}, {x + size, y + size}, {x, y + size}};
 }
 
 /// The same outline, scaled and moved.
@@ -87,7 +71,7 @@ TEST(Overlays, HaveColoursAndSymbolsOfTheirOwn) {
 
 TEST(Overlays, TheRectangleIsAroundEachPart) {
   const std::vector<Mark> marks =
-      found("rectangle", outlines({{{{1, 2}, {7, 3}, {4, 9}}, {}}, {square(20, 30, 5), {}}}));
+      found("rectangle", outlines({{{{1, 2}, {7, 3}, {4, 9}}, {}}, {squarePoints(20, 30, 5), {}}}));
   ASSERT_THAT(marks, SizeIs(2));
   EXPECT_EQ(std::get<Box>(marks[0]).low, P(1, 2));
   EXPECT_EQ(std::get<Box>(marks[0]).high, P(7, 9));
@@ -132,11 +116,13 @@ TEST(Overlays, TheEllipseIsTheFittedOne) {
 }
 
 TEST(Overlays, TheCentreIsThatOfTheAreaLessTheHoles) {
-  EXPECT_NEAR(only<tool::Cross>("centre", outlines({{square(0, 0, 10), {}}})).at.y(), 5.0, 1e-9);
+  EXPECT_NEAR(only<tool::Cross>("centre", outlines({{squarePoints(0, 0, 10), {}}})).at.y(), 5.0,
+              1e-9);
   const double centre = (100.0 * 5.0 - 9.0 * 2.5) / 91.0;
-  const auto holed = only<tool::Cross>("centre", outlines({{square(0, 0, 10), {square(1, 1, 3)}}}));
+  const auto holed =
+      only<tool::Cross>("centre", outlines({{squarePoints(0, 0, 10), {squarePoints(1, 1, 3)}}}));
   EXPECT_NEAR(holed.at.y(), centre, 1e-9);
-  const auto tiny = only<tool::Cross>("centre", outlines({{square(7, 8, 1e-6), {}}}));
+  const auto tiny = only<tool::Cross>("centre", outlines({{squarePoints(7, 8, 1e-6), {}}}));
   EXPECT_NEAR(tiny.at.x(), 7.0 + 0.5e-6, 1e-12);
   Geometry line = outlines({{{{0, 0}, {4, 0}}, {}}});
   line.closed = false;
@@ -144,7 +130,7 @@ TEST(Overlays, TheCentreIsThatOfTheAreaLessTheHoles) {
 }
 
 TEST(Overlays, EdgeletsAreSegmentsAlongTheEdge) {
-  Geometry geometry = outlines({{square(0, 0, 9), {}}, {{{10, 20}, {30, 20}}, {}}});
+  Geometry geometry = outlines({{squarePoints(0, 0, 9), {}}, {{{10, 20}, {30, 20}}, {}}});
   EXPECT_THAT(found("edgelets", geometry), SizeIs(0));
   // A gradient along +y has its edge along x, and the other way round.
   geometry.edgelets = {

@@ -21,7 +21,7 @@ std::string written(const std::string& svg) {
   return out.str();
 }
 
-std::string refusal(const std::string& svg) {
+std::string refusalOfWriting(const std::string& svg) {
   try {
     written(svg);
   } catch (const formats::FileError& error) {
@@ -52,11 +52,11 @@ TEST(Png, ShowsWhatIsDrawn) {
 }
 
 TEST(Png, APictureThatIsNoSvgIsRefused) {
-  EXPECT_EQ(refusal("no picture").substr(0, 17), "cannot be drawn: ");
+  EXPECT_EQ(refusalOfWriting("no picture").substr(0, 17), "cannot be drawn: ");
 }
 
 TEST(Png, APictureThatIsTooLargeIsRefused) {
-  EXPECT_EQ(refusal("<svg xmlns='http://www.w3.org/2000/svg' width='40000' height='9'/>"),
+  EXPECT_EQ(refusalOfWriting("<svg xmlns='http://www.w3.org/2000/svg' width='40000' height='9'/>"),
             "cannot be drawn: invalid value (typically too big) for the size of the input "
             "(surface, pattern, etc.)");
 }

@@ -13,6 +13,8 @@
 
 #include <cntrformats/errors.h>
 
+#include "samples.h"
+
 using formats::Feature;
 using formats::Points;
 using testing::ElementsAre;
@@ -25,36 +27,25 @@ namespace {
 
 using P = qcVector<2>;
 
-Points square(double x, double y, double size) {
-  return {{x, y}, {x + size, y}, {x + size, y + size}, {x, y + size}};
-}
-
-Feature feature(std::vector<qcRings> parts) {
+Feature featureOf(std::vector<qcRings> parts) {
   Feature made;
-  made.geometry.parts = std::move(parts);
+  made.geometry = outlines(std::move(parts));
   return made;
 }
 
 Feature labelled(Points outline, formats::Label label) {
-  Feature made = feature({{std::move(outline), {}}});
+  Feature made = featureOf({{std::move(outline), {}}});
   made.label = std::move(label);
   return made;
 }
 
-Points circle(double x, double y, double radius, int count) {
+Points circlePoints(double x, double y, double radius, int count) {
   Points points;
   for (int i = 0; i < count; ++i) {
-    const double angle = 2.0 * 3.141592653589793 * i / count;
+    const double angle = 2.0 * pi * i / count;
     points.push_back({x + radius * std::cos(angle), y + radius * std::sin(angle)});
   }
   return points;
-}
-
-const tool::Overlay* overlay(const std::string& name) {
-  for (const tool::Overlay& known : tool::allOverlays()) {
-    if (known.name == name) return &known;
-  }
-  return nullptr;
 }
 
 void expectBox(const Box& box, const Box& expected) {
@@ -68,8 +59,8 @@ void expectBox(const Box& box, const Box& expected) {
 
 TEST(Scene, ShowsAllOutlinesWithAMargin) {
   Scene scene({}, true, 1000);
-  scene.add(feature({{square(0, 0, 10), {}}}), 0);
-  scene.add(feature({{square(90, 40, 10), {}}}), 0);
+  scene.add(featureOf({{squarePoints(0, 0, 10), {}}}), 0);
+  scene.add(featureOf({{squarePoints(90, 40, 10), {}}}), 0);
   scene.complete();
   expectBox(scene.view(), {{-4, -4}, {104, 54}});
   expectBox(scene.outlines(), {{0, 0}, {100, 50}});
@@ -78,7 +69,7 @@ TEST(Scene, ShowsAllOutlinesWithAMargin) {
 TEST(Scene, ShowsImagesRatherThanOutlinesAndAnAreaRatherThanImages) {
   Scene scene({}, true, 1000);
   scene.showImage({{0, 0}, {30, 20}});
-  scene.add(feature({{square(0, 0, 10), {}}}), 0);
+  scene.add(featureOf({{squarePoints(0, 0, 10), {}}}), 0);
   scene.showImage({{0, 0}, {20, 40}});
   expectBox(scene.view(), {{0, 0}, {30, 40}});
   scene.show({{1, 1}, {2, 2}});
@@ -94,7 +85,7 @@ TEST(Scene, ShowsAPixelWhereThereIsNothing) {
 TEST(Scene, ShowsSomethingAroundASinglePoint) {
   const auto view = [](double x) {
     Scene scene({}, true, 1000);
-    scene.add(feature({{{{x, 5}, {x, 5}, {x, 5}}, {}}}), 0);
+    scene.add(featureOf({{{{x, 5}, {x, 5}, {x, 5}}, {}}}), 0);
     scene.complete();
     EXPECT_THAT(scene.shapes(), SizeIs(1));
     return scene.view();
@@ -104,8 +95,8 @@ TEST(Scene, ShowsSomethingAroundASinglePoint) {
 }
 
 TEST(Scene, TheViewHoldsWhatOverlaysTheOutlines) {
-  Scene scene({overlay("circle")}, true, 1000);
-  scene.add(feature({{{{0, 0}, {6, 8}, {1, 5}}, {}}}), 0);
+  Scene scene({&overlay("circle")}, true, 1000);
+  scene.add(featureOf({{{{0, 0}, {6, 8}, {1, 5}}, {}}}), 0);
   scene.complete();
   expectBox(scene.view(), {{-2.4, -1.4}, {8.4, 9.4}});
   expectBox(scene.outlines(), {{0, 0}, {6, 8}});
@@ -115,9 +106,9 @@ TEST(Scene, TheViewHoldsWhatOverlaysTheOutlines) {
 
 TEST(Scene, KeepsWhereShapesComeFrom) {
   Scene scene({}, true, 1000);
-  Feature second = labelled(square(20, 0, 10), 7UL);
+  Feature second = labelled(squarePoints(20, 0, 10), 7UL);
   second.number = 5;
-  Feature line = feature({{{{0, 0}, {30, 30}}, {}}});
+  Feature line = featureOf({{{{0, 0}, {30, 30}}, {}}});
   line.geometry.closed = false;
   line.number = 6;
   scene.add(second, 3);
@@ -143,7 +134,7 @@ TEST(Scene, KeepsWhereShapesComeFrom) {
 TEST(Scene, NamesHaveColoursOfTheirOwn) {
   const auto colour = [](const std::string& name) {
     Scene scene({}, false, 1000);
-    scene.add(labelled(square(0, 0, 1), name), 0);
+    scene.add(labelled(squarePoints(0, 0, 1), name), 0);
     EXPECT_EQ(scene.shapes().at(0).label, name);
     EXPECT_EQ(scene.shapes().at(0).middle, P());
     return scene.shapes().at(0).colour;
@@ -156,9 +147,9 @@ TEST(Scene, NamesHaveColoursOfTheirOwn) {
 
 TEST(Scene, PartsAreShapesAndHolesAreRings) {
   Scene scene({}, true, 1000);
-  scene.add(
-      feature({{square(0, 0, 10), {square(2, 2, 3), square(6, 6, 1e-5)}}, {square(20, 0, 10), {}}}),
-      0);
+  scene.add(featureOf({{squarePoints(0, 0, 10), {squarePoints(2, 2, 3), squarePoints(6, 6, 1e-5)}},
+                       {squarePoints(20, 0, 10), {}}}),
+            0);
   scene.complete();
   ASSERT_THAT(scene.shapes(), SizeIs(2));
   EXPECT_THAT(scene.shapes()[0].rings, SizeIs(2));
@@ -169,11 +160,11 @@ TEST(Scene, SmallShapesAreDotsOfWhichASquareHoldsOne) {
   // A pixel is 1, so that a square is 1.5 wide, here from 299.43 to 300.93.
   Scene scene({}, true, 1000);
   scene.show({{0, 0}, {1000, 1000}});
-  scene.add(feature({{square(100, 100, 2.0), {}}}), 0);
-  scene.add(feature({{square(200, 100, 2.1), {}}}), 0);
-  scene.add(feature({{square(299.4, 300, 0.1), {}}}), 0);
-  scene.add(feature({{square(300.8, 300, 0.1), {}}}), 0);
-  scene.add(feature({{square(301.0, 300, 0.1), {}}}), 0);
+  scene.add(featureOf({{squarePoints(100, 100, 2.0), {}}}), 0);
+  scene.add(featureOf({{squarePoints(200, 100, 2.1), {}}}), 0);
+  scene.add(featureOf({{squarePoints(299.4, 300, 0.1), {}}}), 0);
+  scene.add(featureOf({{squarePoints(300.8, 300, 0.1), {}}}), 0);
+  scene.add(featureOf({{squarePoints(301.0, 300, 0.1), {}}}), 0);
   scene.complete();
   ASSERT_THAT(scene.shapes(), SizeIs(4));
   EXPECT_THAT(scene.shapes()[0].rings, IsEmpty());
@@ -185,9 +176,9 @@ TEST(Scene, SmallShapesAreDotsOfWhichASquareHoldsOne) {
 TEST(Scene, LeavesOutWhatIsMoreThanTwentyPixelsOutside) {
   Scene scene({}, true, 1000);
   scene.show({{0, 0}, {1000, 1000}});
-  scene.add(feature({{square(1019, 500, 5), {}}}), 0);
-  scene.add(feature({{square(1021, 500, 5), {}}}), 0);
-  scene.add(feature({{square(900, 900, 1e9), {}}}), 0);
+  scene.add(featureOf({{squarePoints(1019, 500, 5), {}}}), 0);
+  scene.add(featureOf({{squarePoints(1021, 500, 5), {}}}), 0);
+  scene.add(featureOf({{squarePoints(900, 900, 1e9), {}}}), 0);
   EXPECT_THAT(scene.shapes(), SizeIs(2));
   EXPECT_THAT(scene.shapes()[1].rings,
               ElementsAre(testing::UnorderedElementsAre(P(900, 900), P(1020, 900), P(1020, 1020),
@@ -199,7 +190,7 @@ TEST(Scene, LeavesOutWhatIsMoreThanTwentyPixelsOutside) {
 TEST(Scene, ThinsWhileItGrows) {
   Scene scene({}, true, 1000);
   for (int i = 0; i < 20; ++i) {
-    scene.add(feature({{circle(1000.0 * i, 0, 400, 20000), {}}}), 0);
+    scene.add(featureOf({{circlePoints(1000.0 * i, 0, 400, 20000), {}}}), 0);
   }
   std::size_t vertices = 0;
   for (const tool::Shape& shape : scene.shapes()) vertices += shape.rings.at(0).size();
@@ -213,10 +204,11 @@ TEST(Scene, StaysWithinATenthOfAPixelHoweverOftenItThins) {
   // It thins whenever its size has doubled, in some of these cases just before it is complete.
   for (double last = 4000; last < 16000; last *= 1.07) {
     Scene scene({}, true, 1000);
-    const Points points = circle(0, 0, 400, 20000);
-    scene.add(feature({{points, {}}}), 0);
-    for (double x = 500; x < last; x *= 1.3) scene.add(feature({{square(x, 0, 100), {}}}), 0);
-    scene.add(feature({{square(last, 0, 100), {}}}), 0);
+    const Points points = circlePoints(0, 0, 400, 20000);
+    scene.add(featureOf({{points, {}}}), 0);
+    for (double x = 500; x < last; x *= 1.3)
+      scene.add(featureOf({{squarePoints(x, 0, 100), {}}}), 0);
+    scene.add(featureOf({{squarePoints(last, 0, 100), {}}}), 0);
     scene.complete();
     const double pixel = scene.view().extent() / 1000.0;
     const Points& ring = scene.shapes().at(0).rings.at(0);
@@ -232,7 +224,7 @@ TEST(Scene, CoordinatesThatAreTooLargeAreRefused) {
   const auto refusal = [](std::vector<qcRings> parts) -> std::string {
     Scene scene({}, true, 1000);
     try {
-      scene.add(feature(std::move(parts)), 0);
+      scene.add(featureOf(std::move(parts)), 0);
     } catch (const formats::FeatureError& error) {
       EXPECT_TRUE(scene.outlines().isEmpty());
       return error.what();
@@ -240,11 +232,11 @@ TEST(Scene, CoordinatesThatAreTooLargeAreRefused) {
     return "";
   };
   const std::string refused = "cannot be drawn: the coordinates are too large";
-  EXPECT_EQ(refusal({{square(0, 0, 1e100), {}}}), "");
-  EXPECT_EQ(refusal({{square(0, 0, 1.1e100), {}}}), refused);
+  EXPECT_EQ(refusal({{squarePoints(0, 0, 1e100), {}}}), "");
+  EXPECT_EQ(refusal({{squarePoints(0, 0, 1.1e100), {}}}), refused);
   EXPECT_EQ(refusal({{{{0, 0}, {1, 0}, {0, 1.1e100}}, {}}}), refused);
   EXPECT_EQ(refusal({{{{0, 0}, {1, 0}, {0, -1.1e100}}, {}}}), refused);
   EXPECT_EQ(refusal({{{{0, 0}, {-1.1e100, 0}, {0, 1}}, {}}}), refused);
-  EXPECT_EQ(refusal({{square(0, 0, 1), {{{0, 0}, {notANumber, 0}, {0, 1}}}}}), refused);
-  EXPECT_EQ(refusal({{square(0, 0, 1), {}}, {square(0, 0, infinity), {}}}), refused);
+  EXPECT_EQ(refusal({{squarePoints(0, 0, 1), {{{0, 0}, {notANumber, 0}, {0, 1}}}}}), refused);
+  EXPECT_EQ(refusal({{squarePoints(0, 0, 1), {}}, {squarePoints(0, 0, infinity), {}}}), refused);
 }

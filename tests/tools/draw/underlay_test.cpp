@@ -31,7 +31,7 @@ tool::Underlay read(const std::string& content) {
   return tool::readUnderlay(directory.write("picture", content));
 }
 
-std::string refusal(const std::string& content) {
+std::string refusalOfReading(const std::string& content) {
   try {
     read(content);
   } catch (const formats::FileError& error) {
@@ -65,18 +65,18 @@ TEST(Underlay, OfAJpegFileHasItsSizeWhateverTheFrame) {
 
 TEST(Underlay, OtherMarkersAreNoFrames) {
   for (const int marker : {0xBF, 0xC4, 0xC8, 0xCC, 0xD0}) {
-    EXPECT_EQ(refusal(jpeg(static_cast<char>(marker))), neither) << marker;
+    EXPECT_EQ(refusalOfReading(jpeg(static_cast<char>(marker))), neither) << marker;
   }
 }
 
 TEST(Underlay, OtherFilesAreRefused) {
-  EXPECT_EQ(refusal(""), neither);
-  EXPECT_EQ(refusal(png().substr(0, 23)), neither);
-  EXPECT_EQ(refusal(jpeg('\xC0').substr(0, 16)), neither);
+  EXPECT_EQ(refusalOfReading(""), neither);
+  EXPECT_EQ(refusalOfReading(png().substr(0, 23)), neither);
+  EXPECT_EQ(refusalOfReading(jpeg('\xC0').substr(0, 16)), neither);
   std::string narrow = png();
   narrow.replace(16, 4, std::string(4, '\0'));
-  EXPECT_EQ(refusal(narrow), neither);
+  EXPECT_EQ(refusalOfReading(narrow), neither);
   std::string flat = png();
   flat.replace(20, 4, std::string(4, '\0'));
-  EXPECT_EQ(refusal(flat), neither);
+  EXPECT_EQ(refusalOfReading(flat), neither);
 }
