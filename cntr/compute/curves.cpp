@@ -5,7 +5,6 @@
 #include <limits>
 
 #include <cntr/plane/orientation.h>
-#include <cntr/plane/tolerances.h>
 #include <platform/core/kernels.h>
 
 namespace cntr::compute {
@@ -45,7 +44,9 @@ Curves::Nearest Curves::nearest(const qcVector<2>& p) const {
         const double distance = qnKernel::distanceToSegment(p, edges_[i].from, edges_[i].to);
         if (!(distance < nearest.distance)) return;
         nearest = {i, distance};
-        limit = distance * distance * plane::tieSlack;
+        // The box of a nearer edge is not farther than this, in spite of rounding: it holds the
+        // computed nearest point of the edge.
+        limit = distance * distance;
       });
   return nearest;
 }

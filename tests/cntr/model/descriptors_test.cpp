@@ -223,6 +223,27 @@ TEST(MinimumCircle, OfAThinTriangleKeepsTheDigitsOfItsShortSide) {
   }
 }
 
+TEST(MinimumCircle, IsComputedFromTheShortestSideTheFirstOnTies) {
+  // Of centres this near to the origin, rounding leaves other digits from each of the three points.
+  const Points evenSides = {{1000000000, 0},
+                            {6.1232339953846092e-08, 1000000000.0000002},
+                            {-999999999.99999988, 1.2246467990769218e-07},
+                            {-1.8369701987446299e-07, -999999999.99999988}};
+  EXPECT_EQ(qf_MinimumCircle(evenSides),
+            qcCircle({-5.9604644775390612e-08, 1.7881393432617188e-07}, 1000000000.0000001));
+  const Points anySides = {{5, 0},
+                           {3.0616169976923054e-16, 5},
+                           {-5, 6.1232339953846089e-16},
+                           {-9.1848509937231497e-16, -5}};
+  EXPECT_EQ(qf_MinimumCircle(anySides), qcCircle({0, -3.1554436208840473e-32}, 5));
+  const Points largeSides = {{3000000000.0000005, 4000000000},
+                             {-4000000000, 3000000000.0000005},
+                             {-3000000000.0000005, -4000000000},
+                             {4000000000.000001, -3000000000}};
+  EXPECT_EQ(qf_MinimumCircle(largeSides),
+            qcCircle({3.3378601074218727e-07, 4.7683715820312522e-08}, 5000000000.000001));
+}
+
 TEST(Descriptors, DependNeitherOnOrderNorOnRepetition) {
   for (std::uint64_t seed = 0; seed < repetitions(600); ++seed) {
     const Points points =
