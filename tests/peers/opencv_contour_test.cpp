@@ -22,7 +22,7 @@ using shapes::Point;
 using shapes::Points;
 
 /// How far the two may differ, relative to the answer or to the coordinates.
-constexpr double tolerance = 1e-9;
+constexpr double relativeTolerance = 1e-9;
 
 double rounded(double coordinate) { return std::round(coordinate * 64) / 64; }
 
@@ -44,7 +44,7 @@ void forEachOutline(Check check) {
 TEST(OpenCvContourTest, AreasAgree) {
   forEachOutline([](const Points& points, const std::vector<cv::Point2f>& theirs) {
     const double area = cv::contourArea(theirs);
-    EXPECT_NEAR(qf_Area(points), area, tolerance * area);
+    EXPECT_NEAR(qf_Area(points), area, relativeTolerance * area);
   });
 }
 
@@ -52,7 +52,7 @@ TEST(OpenCvContourTest, CentresAgree) {
   forEachOutline([](const Points& points, const std::vector<cv::Point2f>& theirs) {
     const cv::Moments moments = cv::moments(theirs);
     const Point center(moments.m10 / moments.m00, moments.m01 / moments.m00);
-    EXPECT_LE(qf_CenterOfMass(points).distance(center), tolerance * center.len());
+    EXPECT_LE(qf_CenterOfMass(points).distance(center), relativeTolerance * center.len());
   });
 }
 
@@ -61,9 +61,9 @@ TEST(OpenCvContourTest, SecondMomentsAgree) {
     const cv::Moments moments = cv::moments(theirs);
     const qcMatrix<2> matrix = qf_InertiaDataPolygon(points).inertiaMatrix();
     const double size = moments.mu20 + moments.mu02;
-    EXPECT_NEAR(matrix.element(0, 0), moments.mu20, tolerance * size);
-    EXPECT_NEAR(matrix.element(0, 1), moments.mu11, tolerance * size);
-    EXPECT_NEAR(matrix.element(1, 1), moments.mu02, tolerance * size);
+    EXPECT_NEAR(matrix.element(0, 0), moments.mu20, relativeTolerance * size);
+    EXPECT_NEAR(matrix.element(0, 1), moments.mu11, relativeTolerance * size);
+    EXPECT_NEAR(matrix.element(1, 1), moments.mu02, relativeTolerance * size);
   });
 }
 
@@ -74,7 +74,7 @@ TEST(OpenCvContourTest, HullsAgree) {
     std::vector<cv::Point2f> theirHull;
     cv::convexHull(theirs, theirHull);
     const double area = cv::contourArea(theirHull);
-    EXPECT_NEAR(hull.area(false), area, tolerance * area);
+    EXPECT_NEAR(hull.area(false), area, relativeTolerance * area);
     for (const cv::Point2f& p : theirHull) {
       const Point vertex(static_cast<double>(p.x), static_cast<double>(p.y));
       EXPECT_LE(static_cast<const qcContour&>(hull).distToPoint(vertex, false), 1e-9);

@@ -75,13 +75,12 @@ struct Arcs {
 
 class OpenCvFitTest : public testing::TestWithParam<Arcs> {};
 
-// OpenCV answers in floats: a half unit of rounding is 6e-5 in a centre at 1,000, which is 1.2e-6
-// of the smallest radius, and 1e-7 in radii and angle. An order of magnitude is left for its normal
-// equations. The noise is that large because OpenCV shakes the points by a hundredth of their size
-// when they lie too well on an ellipse.
-constexpr double tolerance = 1e-5;
-
 TEST_P(OpenCvFitTest, FindsTheSameEllipse) {
+  // OpenCV answers in floats: a half unit of rounding is 6e-5 in a centre at 1,000, which is 1.2e-6
+  // of the smallest radius, and 1e-7 in radii and angle. An order of magnitude is left for its
+  // normal equations. The noise is that large because OpenCV shakes the points by a hundredth of
+  // their size when they lie too well on an ellipse.
+  constexpr double tolerance = 1e-5;
   std::mt19937 random(1);
   for (int i = 0; i < 200; ++i) {
     const std::vector<cv::Point2f> points = noisyArc(random, GetParam().extent, GetParam().noise);

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// Whether a feature holds a point, as the library's regions see it.
+// Whether a feature holds a point by the rule of the library's regions.
 
 #pragma once
 
@@ -11,7 +11,7 @@
 
 namespace features {
 
-/// What the library's regions say about the outline and each hole separately.
+/// Applies the rule to the outline and each hole of a part separately.
 inline bool libraryHolds(const Feature& feature, const qcVector<2>& p) {
   return std::any_of(feature.begin(), feature.end(), [&p](const qcRings& part) {
     return plain::inside({part.outline, {}}, p, false) &&
