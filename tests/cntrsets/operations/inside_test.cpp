@@ -13,6 +13,7 @@
 #include <testing/heap/fail_each.h>
 #include <testing/plain/measures.h>
 #include <testing/shapes/numbers.h>
+#include <testing/twin/repetitions.h>
 #include <tests/cntrsets/operations/libraryholds.h>
 
 namespace {
@@ -125,10 +126,11 @@ bool liesOnAnEdge(const Feature& feature, const qcVector<2>& p) {
 }  // namespace
 
 TEST(Inside, IsTheAnswerOfTheDefinitionForEveryKindOfFeature) {
-  int corrected = 0;
-  int bySets = 0;
-  int inside = 0;
-  for (std::uint64_t seed = 0; seed < 3000; ++seed) {
+  const std::size_t seeds = repetitions(3000);
+  std::size_t corrected = 0;
+  std::size_t bySets = 0;
+  std::size_t inside = 0;
+  for (std::uint64_t seed = 0; seed < seeds; ++seed) {
     shapes::Random random(seed);
     const Feature feature = anyFeature(random);
     const bool isSimple = isBoundedSimply(feature);
@@ -141,14 +143,14 @@ TEST(Inside, IsTheAnswerOfTheDefinitionForEveryKindOfFeature) {
       ASSERT_EQ(answers[i], plainlyInside(feature, points[i]))
           << "seed " << seed << " at " << points[i].x() << ", " << points[i].y();
       ASSERT_EQ(answers[i], isInside(feature, points[i])) << "asked alone; seed " << seed;
-      corrected += isSimple && libraryHolds(feature, points[i]) && !answers[i] ? 1 : 0;
-      bySets += isSimple ? 0 : 1;
-      inside += answers[i] ? 1 : 0;
+      corrected += isSimple && libraryHolds(feature, points[i]) && !answers[i] ? 1U : 0U;
+      bySets += isSimple ? 0U : 1U;
+      inside += answers[i] ? 1U : 0U;
     }
   }
-  EXPECT_GT(corrected, 20);
-  EXPECT_GT(bySets, 10000);
-  EXPECT_GT(inside, 10000);
+  EXPECT_GT(corrected, seeds / 150);
+  EXPECT_GT(bySets, 10 * seeds / 3);
+  EXPECT_GT(inside, 10 * seeds / 3);
 }
 
 TEST(Inside, SaysNoNearACornerOfTheBoxWhereTheLibrarysRayIsTooShort) {
@@ -212,8 +214,9 @@ TEST(Inside, RefusesVerticesThatAreNotFiniteNumbers) {
 }
 
 TEST(Inside, IsTheAnswerOfTheDefinitionHoweverOftenItIsAsked) {
+  const std::size_t seeds = repetitions(60);
   std::size_t inside = 0;
-  for (std::uint64_t seed = 0; seed < 60; ++seed) {
+  for (std::uint64_t seed = 0; seed < seeds; ++seed) {
     shapes::Random random(seed);
     Feature feature = anyFeature(random);
     feature[0].holes.push_back(cutDiamond(12));
@@ -230,7 +233,7 @@ TEST(Inside, IsTheAnswerOfTheDefinitionHoweverOftenItIsAsked) {
       }
     }
   }
-  EXPECT_GT(inside, 1000U);
+  EXPECT_GT(inside, 17 * seeds);
 }
 
 TEST(Inside, KeepsTheLibrarysNoBesideAHoleWhoseRayIsTooShort) {
