@@ -28,8 +28,8 @@ struct Passage {
   TextPlace placeOf(std::size_t at) const;
 };
 
-/// The number of bytes of any content that can be read after every passage that a reader hands
-/// over.
+/// The number of bytes that can be read after every passage that a reader hands over: what follows
+/// in the file, then zeros. simdjson looks at the first of them.
 inline constexpr std::size_t passagePadding = 64;
 
 }  // namespace formats

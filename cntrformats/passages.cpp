@@ -23,7 +23,7 @@ class Passages::Gathered : public Undecoded {
 
   void setText(TextBuffer&& text, const TextPlace& start) {
     text_ = std::move(text);
-    text_.reserve(text_.text().size() + passagePadding);
+    text_.pad(passagePadding);
     start_ = start;
   }
 

@@ -2,6 +2,7 @@
 
 #include <cntrformats/textbuffer.h>
 
+#include <algorithm>
 #include <utility>
 
 namespace formats {
@@ -13,6 +14,11 @@ void TextBuffer::reserve(std::size_t capacity) {
   text().copy(bytes.get(), size_);
   bytes_ = std::move(bytes);
   capacity_ = capacity;
+}
+
+void TextBuffer::pad(std::size_t count) {
+  reserve(size_ + count);
+  std::fill_n(bytes_.get() + size_, count, '\0');
 }
 
 }  // namespace formats

@@ -23,6 +23,9 @@ class TextBuffer {
   /// Makes room for `capacity` bytes in all.
   void reserve(std::size_t capacity);
 
+  /// Has `count` zeros follow the text, without being a part of it.
+  void pad(std::size_t count);
+
   /// Calls `fill(place, most)`, which writes up to `most` bytes to `place` and returns how many;
   /// they are appended. Returns their number.
   template <class Fill>

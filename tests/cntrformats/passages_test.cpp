@@ -5,6 +5,9 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <string>
+
 #include <cntrformats/errors.h>
 
 using namespace formats;
@@ -66,4 +69,21 @@ TEST(Passages, OfATextWithoutFeaturesAreNotHandedOver) {
   passages.handOver(bufferOf("blank"), {});
   ASSERT_EQ(keeper.records.size(), 1U);
   EXPECT_EQ(keeper.records[0].decode().text, "");
+}
+
+TEST(Passages, AtTheEndOfATextAreFollowedByZeros) {
+  // Whatever the memory held: a bracket there would change what is wrong with unfinished JSON.
+  TextBuffer buffer;
+  buffer.append(200, [](char* place, std::size_t most) {
+    std::fill_n(place, most, '}');
+    return std::size_t{1};
+  });
+  Keeper keeper;
+  const auto readFollowing = [](const Passage& passage, Feature& feature) {
+    feature.id = std::string(passage.text.end(), passage.text.end() + passagePadding);
+  };
+  Passages passages(keeper, readFollowing, false);
+  passages.add({1}, 0, 1);
+  passages.handOver(std::move(buffer), {});
+  EXPECT_EQ(keeper.records.at(0).decode().id, std::string(passagePadding, '\0'));
 }
